@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include <QUuid>
+
+namespace quilmora {
+
+// Numbers distinct ids densely from 0 in the order of their insertion. Open addressing over a seeded mix of the id's bits,
+// so that a crafted file cannot make it slow.
+class IdTable {
+ public:
+  static constexpr std::uint32_t npos = 0xFFFFFFFFu;
+
+  // The id's number, new or old.
+  std::uint32_t insert(const QUuid& id);
+  // The id's number, or npos.
+  std::uint32_t find(const QUuid& id) const;
+  bool contains(const QUuid& id) const { return find(id) != npos; }
+  // Removes the id; the id with the highest number takes its number. Returns whether it was there.
+  bool erase(const QUuid& id);
+
+  const QUuid& operator[](std::uint32_t number) const { return m_ids[number]; }
+  const std::vector<QUuid>& ids() const { return m_ids; }
+  std::uint32_t size() const { return static_cast<std::uint32_t>(m_ids.size()); }
+  bool empty() const { return m_ids.empty(); }
+  void reserve(std::size_t count);
+  void clear();
+
+ private:
+  std::size_t slotOf(const QUuid& id) const;
+  void rehash(std::size_t slotCount);
+
+  std::vector<QUuid> m_ids;
+  std::vector<std::uint32_t> m_slots;  // numbers, npos where free; a power of two of them
+};
+
+}  // namespace quilmora

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "model/IdTable.h"
+#include "model/MindMap.h"
+
+namespace quilmora {
+
+// Flat arrays over a map's topics and edges, for everything that walks the map: ids become dense numbers, also those that
+// only an edge names. update() looks only into the blocks that changed since the last call.
+class MapIndex {
+ public:
+  static constexpr std::uint32_t npos = IdTable::npos;
+
+  // What an update found different. Structure means ids of topics or ends of edges; a change of titles, styles or positions is
+  // none.
+  struct Change {
+    bool structure = false;
+    bool positions = false;
+  };
+
+  MapIndex() : m_ids(std::make_shared<IdTable>()) {}
+  MapIndex(const SharedArray<Node>& nodes, const SharedArray<Edge>& edges) : MapIndex() { update(nodes, edges); }
+
+  Change update(const SharedArray<Node>& nodes, const SharedArray<Edge>& edges);
+
+  // The table is shared with those who keep it; a later update copies it first.
+  const std::shared_ptr<IdTable>& ids() const { return m_ids; }
+  std::uint32_t numberCount() const { return m_ids->size(); }
+
+  // By position in `nodes`.
+  const std::vector<std::uint32_t>& numberOfNode() const { return m_numberOfNode; }
+  const std::vector<QPointF>& positions() const { return m_positions; }
+
+  // By number: the last position in `nodes` with this id, or npos for an id that names no topic.
+  const std::vector<std::uint32_t>& nodeOfNumber() const { return m_nodeOfNumber; }
+
+  // By position in `edges`: numbers of the two ends.
+  const std::vector<std::uint32_t>& edgeFrom() const { return m_edgeFrom; }
+  const std::vector<std::uint32_t>& edgeTo() const { return m_edgeTo; }
+
+  // Position in `nodes`, or npos.
+  std::uint32_t find(const QUuid& id) const;
+
+ private:
+  IdTable& ownIds();
+  bool updateNodes(const SharedArray<Node>& nodes, bool& positionsChanged);
+  bool updateEdges(const SharedArray<Edge>& edges);
+  void renumber();
+
+  SharedArray<Node> m_nodes;
+  SharedArray<Edge> m_edges;
+  std::shared_ptr<IdTable> m_ids;
+  std::vector<std::uint32_t> m_numberOfNode;
+  std::vector<QPointF> m_positions;
+  std::vector<std::uint32_t> m_nodeOfNumber;
+  std::vector<std::uint32_t> m_edgeFrom;
+  std::vector<std::uint32_t> m_edgeTo;
+};
+
+// Children of every number in the order of the edges, in one flat list.
+struct ChildTable {
+  std::vector<std::uint32_t> start;    // by number, one more than there are numbers
+  std::vector<std::uint32_t> numbers;  // children, grouped by parent
+  std::vector<char> isTarget;          // by number: some edge leads to it
+
+  explicit ChildTable(const MapIndex& index);
+  std::uint32_t childCount(std::uint32_t number) const { return start[number + 1] - start[number]; }
+};
+
+}  // namespace quilmora

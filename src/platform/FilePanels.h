@@ -1,0 +1,42 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+
+#include <QString>
+#include <QStringList>
+
+namespace quilmora {
+
+// The desktop's file dialogs. Each asks the user and answers with an absolute path, or nothing when the user cancels.
+class FilePanels {
+ public:
+  virtual ~FilePanels() = default;
+
+  struct SaveRequest {
+    QString folder;         // where the panel opens
+    QString suggestedName;  // with its extension
+    QString extension;      // the one type offered, without the dot
+  };
+  struct OpenRequest {
+    QStringList extensions;
+    bool allowsFolders = false;
+  };
+
+  virtual std::optional<QString> askSavePath(const SaveRequest& request) = 0;
+  virtual std::optional<QString> askOpenPath(const OpenRequest& request) = 0;
+};
+
+// Answers from queues filled beforehand, and keeps what it was asked.
+class QueuedFilePanels final : public FilePanels {
+ public:
+  std::optional<QString> askSavePath(const SaveRequest& request) override;
+  std::optional<QString> askOpenPath(const OpenRequest& request) override;
+
+  QList<std::optional<QString>> savePaths;
+  QList<std::optional<QString>> openPaths;
+  QList<SaveRequest> saveRequests;
+  QList<OpenRequest> openRequests;
+};
+
+}  // namespace quilmora

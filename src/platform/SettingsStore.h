@@ -1,0 +1,69 @@
+#pragma once
+
+#include <map>
+#include <optional>
+
+#include <QByteArray>
+#include <QList>
+#include <QSettings>
+#include <QString>
+#include <QVariant>
+
+namespace quilmora {
+
+// The user's settings: text, flag, real, bytes or a list of bytes by key. An absent key, and a value of another kind, read as
+// absent; each reader applies its own default.
+class SettingsStore {
+ public:
+  virtual ~SettingsStore() = default;
+
+  std::optional<QString> text(const QString& key) const;
+  std::optional<bool> flag(const QString& key) const;
+  std::optional<double> real(const QString& key) const;
+  std::optional<QByteArray> bytes(const QString& key) const;
+  std::optional<QList<QByteArray>> bytesList(const QString& key) const;
+
+  void setText(const QString& key, const QString& value);
+  void setFlag(const QString& key, bool value);
+  void setReal(const QString& key, double value);
+  void setBytes(const QString& key, const QByteArray& value);
+  void setBytesList(const QString& key, const QList<QByteArray>& value);
+  virtual void remove(const QString& key) = 0;
+
+ protected:
+  virtual QVariant read(const QString& key) const = 0;  // invalid when absent
+  virtual void write(const QString& key, const QVariant& value) = 0;
+};
+
+// In memory, empty at first.
+class MemorySettingsStore final : public SettingsStore {
+ public:
+  void remove(const QString& key) override { m_values.erase(key); }
+  bool isEmpty() const { return m_values.empty(); }
+
+ protected:
+  QVariant read(const QString& key) const override;
+  void write(const QString& key, const QVariant& value) override { m_values[key] = value; }
+
+ private:
+  std::map<QString, QVariant> m_values;
+};
+
+// The desktop's per-user settings file.
+class DesktopSettingsStore final : public SettingsStore {
+ public:
+  DesktopSettingsStore();
+  // For a file of its own instead of the user's.
+  explicit DesktopSettingsStore(const QString& path);
+  void remove(const QString& key) override;
+  QString path() const { return m_settings.fileName(); }
+
+ protected:
+  QVariant read(const QString& key) const override;
+  void write(const QString& key, const QVariant& value) override;
+
+ private:
+  QSettings m_settings;
+};
+
+}  // namespace quilmora

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <span>
+
+#include <QColor>
+#include <QString>
+
+namespace quilmora {
+
+// Colour text to an opaque sRGB colour. Never fails: a text that does not have exactly six characters once everything but
+// letters and digits is stripped from its ends is mid grey; six characters are read as hexadecimal up to the first that is
+// none. Remembers what it read, because painting asks for the same few colours again and again.
+QColor colorFromHex(const QString& text);
+
+// A colour as "#RRGGBB". Truncates, so that it is no round trip.
+QString hexFromColor(const QColor& color);
+
+// The same for raw sRGB components, 0 to 1 but not clamped: three or more take the first three, one or two are grey, none
+// is "#808080".
+QString hexFromColor(std::span<const double> components);
+
+}  // namespace quilmora

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QString>
+
+namespace quilmora {
+
+// Every key of the settings store. A default applies where a reader finds the key absent; nothing writes it at start.
+namespace settings {
+
+inline const QString defaultLayout = QStringLiteral("defaultLayout");
+inline const QString defaultTheme = QStringLiteral("defaultTheme");
+inline const QString appearance = QStringLiteral("appearance");
+inline const QString editOnDoubleClick = QStringLiteral("editOnDoubleClick");
+inline const QString createChildOnTab = QStringLiteral("createChildOnTab");
+inline const QString showMiniMap = QStringLiteral("showMiniMap");
+inline const QString showBreadcrumbs = QStringLiteral("showBreadcrumbs");
+inline const QString animationsEnabled = QStringLiteral("animationsEnabled");
+inline const QString defaultExportFormat = QStringLiteral("defaultExportFormat");
+inline const QString nodeCornerRadius = QStringLiteral("nodeCornerRadius");
+inline const QString edgeThicknessScale = QStringLiteral("edgeThicknessScale");
+inline const QString sidebarDefaultOpen = QStringLiteral("sidebarDefaultOpen");
+inline const QString sidebarDefaultTab = QStringLiteral("sidebarDefaultTab");
+inline const QString aiProvider = QStringLiteral("ai_provider");
+
+// Not shown in the settings window.
+inline const QString selectedTheme = QStringLiteral("selected_theme");
+inline const QString customThemes = QStringLiteral("customThemes");
+inline const QString onboardingShown = QStringLiteral("onboardingShown");
+inline const QString showSidebar = QStringLiteral("showSidebar");
+inline const QString showInspector = QStringLiteral("showInspector");
+inline const QString lastSavedFilePath = QStringLiteral("lastSavedFilePath");
+inline const QString lastSavedFileBookmark = QStringLiteral("lastSavedFileBookmark");
+inline const QString recentFileBookmarks = QStringLiteral("recentFileBookmarks");
+
+}  // namespace settings
+
+}  // namespace quilmora
