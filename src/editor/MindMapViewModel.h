@@ -30,9 +30,9 @@ struct EditorServices {
   Log& log;
 };
 
-// The editor of one window: the open map, what is selected, where the canvas looks, and the history. Nothing here knows a
-// widget. The map changes in one place only, setMindMap() or edit(), and a command leaves without any effect when it has
-// nothing to do. Every observable property tells of each assignment, also of one that changes nothing.
+// The editor of one window: the open map, what is selected, where the canvas looks, and the history. Nothing here knows
+// a widget. The map changes in one place only, setMindMap() or edit(), and a command leaves without any effect when it
+// has nothing to do. Every observable property tells of each assignment, also of one that changes nothing.
 class MindMapViewModel : public QObject {
   Q_OBJECT
 
@@ -108,6 +108,8 @@ class MindMapViewModel : public QObject {
   const TreeInfo& treeInfo();
   // Flat arrays over the map as it stands; for code that walks all of it.
   const MapIndex& mapIndex();
+  // Grows with every change of topic ids or of the ends of edges; titles, styles and positions leave it alone.
+  quint64 structureGeneration();
   // A copy of the topic, or nothing.
   std::optional<Node> nodeByID(const QUuid& id);
   bool hasNode(const QUuid& id);
@@ -122,8 +124,8 @@ class MindMapViewModel : public QObject {
 
   // --- History (History.cpp) ---
 
-  // Keeps the map as it stands, before a change. A throttled capture does nothing unless more than half a second passed since
-  // the last throttled one that took effect.
+  // Keeps the map as it stands, before a change. A throttled capture does nothing unless more than half a second passed
+  // since the last throttled one that took effect.
   void captureSnapshot(bool throttled);
   void undo();
   void redo();
@@ -181,7 +183,8 @@ class MindMapViewModel : public QObject {
 
   // --- Where the map is saved (SaveLocation.cpp) ---
 
-  // Marks the map as written. With a path, remembers it as the map's file, and with `isExplicit` as the user's own choice.
+  // Marks the map as written. With a path, remembers it as the map's file, and with `isExplicit` as the user's own
+  // choice.
   void recordSaveLocation(const std::optional<QString>& path, bool isExplicit);
   // Keeps access to the file until the editor ends or holds another.
   void holdScopedAccess(const QString& path);
@@ -222,11 +225,10 @@ class MindMapViewModel : public QObject {
   void mapWasReplaced();
   void setIsDirty(bool dirty);
   void pushHistory(std::vector<MindMap>& stack);
+  // Changes the topic and sets updatedAt; without such a topic the map is written back as it is.
   void editNode(const QUuid& id, const std::function<void(Node&)>& change);
-  void addChild(const QUuid& parentID, int parentDepth, QPointF position);
-  Edge makeEdge(const QUuid& from, const QUuid& to) const;
-  void recolor(const std::vector<const Theme::NodeColorSet*>& rowOfNode,
-               const std::function<const QString*(std::size_t edgeIndex)>& edgeColor, bool dropsGradients);
+  void addNode(Node node, const std::optional<QUuid>& parentID);
+  const std::vector<char>& hiddenNumbers();
 
   EditorServices m_services;
 
@@ -263,11 +265,12 @@ class MindMapViewModel : public QObject {
   std::optional<QString> m_heldScopedPath;
 
   quint64 m_treeGeneration = 0;
+  quint64 m_structureGeneration = 0;
   MapIndex m_index;
   bool m_indexStale = true;
-  std::optional<TreeInfo> m_treeInfo;     // of the structure as last indexed
-  bool m_treeInfoStale = true;
-  std::vector<char> m_hiddenNodes;
+  std::optional<TreeInfo> m_treeInfo;  // of the structure as last indexed
+  std::vector<char> m_hiddenNumbers;   // by number of the index
+  std::vector<char> m_hiddenNodes;     // by position in `nodes`
   bool m_hiddenStale = true;
 };
 

@@ -4,15 +4,16 @@
 
 namespace quilmora {
 
-// The commands that menus and keys of a window bind, above the editor object: they choose what the editor's own commands
-// act on. Those that a person gives while a title is being edited are ignored.
+// The commands that menus and keys of a window bind, above the editor object: they choose what the editor's own
+// commands act on. Those that a person gives while a title is being edited are ignored.
 class WindowCommands {
  public:
   explicit WindowCommands(MindMapViewModel& editor) : m_editor(editor) {}
 
   // A free topic at a fixed spot that moves on by 40 each time and never comes back.
   void createFreeTopic();
-  // A sibling of the first selected topic, a child when that is a root, else a child of the first root or a first topic.
+  // A sibling of the first selected topic, a child when that is a root, else a child of the first root or a first
+  // topic.
   void createNode();
   // A child of the first selected topic. Returns whether the key counts as handled.
   bool tabKey();

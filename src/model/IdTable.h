@@ -7,8 +7,8 @@
 
 namespace quilmora {
 
-// Numbers distinct ids densely from 0 in the order of their insertion. Open addressing over a seeded mix of the id's bits,
-// so that a crafted file cannot make it slow.
+// Numbers distinct ids densely from 0 in the order of their insertion. Open addressing over a seeded mix of the id's
+// bits, so that a crafted file cannot make it slow.
 class IdTable {
  public:
   static constexpr std::uint32_t npos = 0xFFFFFFFFu;

@@ -9,14 +9,14 @@
 
 namespace quilmora {
 
-// Flat arrays over a map's topics and edges, for everything that walks the map: ids become dense numbers, also those that
-// only an edge names. update() looks only into the blocks that changed since the last call.
+// Flat arrays over a map's topics and edges, for everything that walks the map: ids become dense numbers, also those
+// that only an edge names. update() looks only into the blocks that changed since the last call.
 class MapIndex {
  public:
   static constexpr std::uint32_t npos = IdTable::npos;
 
-  // What an update found different. Structure means ids of topics or ends of edges; a change of titles, styles or positions is
-  // none.
+  // What an update found different. Structure means ids of topics or ends of edges; a change of titles, styles or
+  // positions is none.
   struct Change {
     bool structure = false;
     bool positions = false;
@@ -27,7 +27,8 @@ class MapIndex {
 
   Change update(const SharedArray<Node>& nodes, const SharedArray<Edge>& edges);
 
-  // The table is shared with those who keep it; a later update copies it first.
+  // Shared with those who keep it. Later updates only add to it, so that numbers once given stay; a reader who made
+  // arrays by number treats a higher number as unknown.
   const std::shared_ptr<IdTable>& ids() const { return m_ids; }
   std::uint32_t numberCount() const { return m_ids->size(); }
 
@@ -46,7 +47,6 @@ class MapIndex {
   std::uint32_t find(const QUuid& id) const;
 
  private:
-  IdTable& ownIds();
   bool updateNodes(const SharedArray<Node>& nodes, bool& positionsChanged);
   bool updateEdges(const SharedArray<Edge>& edges);
   void renumber();

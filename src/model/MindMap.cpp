@@ -69,12 +69,24 @@ QLatin1String textOf(Enumeration value) {
 
 }  // namespace
 
-QLatin1String rawValue(NodeStyle::Shape value) { return textOf(value); }
-QLatin1String rawValue(Badge value) { return textOf(value); }
-QLatin1String rawValue(IconRef::IconType value) { return textOf(value); }
-QLatin1String rawValue(EdgeStyle::ArrowHead value) { return textOf(value); }
-QLatin1String rawValue(EdgeStyle::TaperEasing value) { return textOf(value); }
-QLatin1String rawValue(MindMap::Layout value) { return textOf(value); }
+QLatin1String rawValue(NodeStyle::Shape value) {
+  return textOf(value);
+}
+QLatin1String rawValue(Badge value) {
+  return textOf(value);
+}
+QLatin1String rawValue(IconRef::IconType value) {
+  return textOf(value);
+}
+QLatin1String rawValue(EdgeStyle::ArrowHead value) {
+  return textOf(value);
+}
+QLatin1String rawValue(EdgeStyle::TaperEasing value) {
+  return textOf(value);
+}
+QLatin1String rawValue(MindMap::Layout value) {
+  return textOf(value);
+}
 
 template <class Enumeration>
 std::optional<Enumeration> fromRawValue(std::string_view text) {

@@ -18,14 +18,15 @@ class DocumentError : public std::runtime_error {
 
 enum class JsonForm { pretty, compact };
 
-// The map as JSON text: UTF-8, sorted keys, indented unless compact is asked for, dates in whole seconds. Always readable
-// by decodeDocument: a number that is not finite is written as the nearest finite one.
+// The map as JSON text: UTF-8, sorted keys, indented unless compact is asked for, dates in whole seconds. Always
+// readable by decodeDocument: a number that is not finite is written as the nearest finite one.
 QByteArray encodeDocument(const MindMap& map, JsonForm form = JsonForm::pretty);
 
 // Reads what encodeDocument writes, strictly and whole. Throws DocumentError.
 MindMap decodeDocument(const QByteArray& json);
 
-// Reads the plain document at `path`, or the `document.json` inside it when it is a package folder. Throws DocumentError.
+// Reads the plain document at `path`, or the `document.json` inside it when it is a package folder. Throws
+// DocumentError.
 MindMap decodeDocumentAt(const QString& path);
 
 // Writes a new package: a folder at `path` with `document.json` and the empty folders `Assets` and `Thumbnails`. Throws

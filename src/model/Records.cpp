@@ -5,7 +5,9 @@ namespace quilmora {
 namespace {
 
 // QPointF's own comparison is fuzzy; records compare field by field, exactly.
-bool isSame(const QPointF& a, const QPointF& b) { return a.x() == b.x() && a.y() == b.y(); }
+bool isSame(const QPointF& a, const QPointF& b) {
+  return a.x() == b.x() && a.y() == b.y();
+}
 
 bool isSame(const std::optional<QPointF>& a, const std::optional<QPointF>& b) {
   return a.has_value() == b.has_value() && (!a || isSame(*a, *b));
@@ -18,8 +20,14 @@ bool isSame(const QRectF& a, const QRectF& b) {
 }  // namespace
 
 const NodeStyle& NodeStyle::defaultStyle() {
-  static const NodeStyle style{QStringLiteral("#4A148C"), QStringLiteral("#2A0054"), QStringLiteral("#FFFFFF"),
-                               Shape::roundedRect, 20.0, false, false, std::nullopt};
+  static const NodeStyle style{QStringLiteral("#4A148C"),
+                               QStringLiteral("#2A0054"),
+                               QStringLiteral("#FFFFFF"),
+                               Shape::roundedRect,
+                               20.0,
+                               false,
+                               false,
+                               std::nullopt};
   return style;
 }
 

@@ -13,8 +13,8 @@ namespace quilmora {
 // A persistent array: its records lie in blocks that copies share until one of them writes.
 //
 // Copying takes constant time. A write after a copy copies one block and the list of blocks, never all records.
-// Comparing takes a block that both sides share as equal without looking inside. Readers that keep derived data can hold a
-// copy and later compare `block(k)` with it: the same pointer means the same records.
+// Comparing takes a block that both sides share as equal without looking inside. Readers that keep derived data can
+// hold a copy and later compare `block(k)` with it: the same pointer means the same records.
 //
 // Blocks vary in size, so that removing a record leaves the other blocks alone.
 template <class T, std::size_t BlockCapacity = 128>
@@ -52,7 +52,9 @@ class SharedArray {
       ++*this;
       return before;
     }
-    bool operator==(const const_iterator& other) const { return m_block == other.m_block && m_offset == other.m_offset; }
+    bool operator==(const const_iterator& other) const {
+      return m_block == other.m_block && m_offset == other.m_offset;
+    }
 
    private:
     const SharedArray* m_array = nullptr;
@@ -223,8 +225,8 @@ class SharedArray {
     return *entry.block;
   }
 
-  // Drops empty blocks, joins blocks that removals left small, and counts anew. A joined pair lists its records in a new
-  // block, so that no shared one changes.
+  // Drops empty blocks, joins blocks that removals left small, and counts anew. A joined pair lists its records in a
+  // new block, so that no shared one changes.
   void tidy() {
     List& list = ownList();
     std::vector<Entry> kept;

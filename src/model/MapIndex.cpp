@@ -1,0 +1,160 @@
+#include "model/MapIndex.h"
+
+#include <algorithm>
+
+namespace quilmora {
+
+namespace {
+
+// The blocks in which two arrays differ, once the equal blocks at both ends are left out. Positions are of records.
+struct Difference {
+  std::size_t firstBlock = 0;  // the same in both arrays
+  std::size_t oldStart = 0;    // first record that may differ
+  std::size_t oldEnd = 0;      // records of the old array from here on are those of the new array from newEnd on
+  std::size_t newEnd = 0;
+  std::size_t newEndBlock = 0;
+};
+
+template <class T>
+std::size_t blockEnd(const SharedArray<T>& array, std::size_t k) {
+  return array.blockStart(k) + array.block(k).size();
+}
+
+template <class T>
+Difference differenceOf(const SharedArray<T>& before, const SharedArray<T>& after) {
+  std::size_t first = 0;
+  std::size_t oldLast = before.blockCount();
+  std::size_t newLast = after.blockCount();
+  while (first < oldLast && first < newLast && &before.block(first) == &after.block(first)) ++first;
+  while (oldLast > first && newLast > first && &before.block(oldLast - 1) == &after.block(newLast - 1)) {
+    --oldLast;
+    --newLast;
+  }
+  Difference difference;
+  difference.firstBlock = first;
+  difference.oldStart = first < before.blockCount() ? before.blockStart(first) : before.size();
+  difference.oldEnd = oldLast > first ? blockEnd(before, oldLast - 1) : difference.oldStart;
+  difference.newEndBlock = newLast;
+  difference.newEnd = newLast > first ? blockEnd(after, newLast - 1) : difference.oldStart;
+  return difference;
+}
+
+// Replaces values[start, end) by `fresh`.
+template <class Value>
+void splice(std::vector<Value>& values, std::size_t start, std::size_t end, const std::vector<Value>& fresh) {
+  const std::size_t common = std::min(end - start, fresh.size());
+  std::copy_n(fresh.begin(), common, values.begin() + start);
+  if (fresh.size() > common)
+    values.insert(values.begin() + start + common, fresh.begin() + common, fresh.end());
+  else
+    values.erase(values.begin() + start + common, values.begin() + end);
+}
+
+bool isSameRange(const std::vector<std::uint32_t>& values, std::size_t start, std::size_t end,
+                 const std::vector<std::uint32_t>& fresh) {
+  return fresh.size() == end - start && std::equal(fresh.begin(), fresh.end(), values.begin() + start);
+}
+
+}  // namespace
+
+MapIndex::Change MapIndex::update(const SharedArray<Node>& nodes, const SharedArray<Edge>& edges) {
+  // Ids that left the map keep their numbers; once they outweigh the living ones the table starts afresh.
+  if (numberCount() > 2 * (nodes.size() + edges.size()) + 1024) *this = MapIndex();
+  Change change;
+  change.structure = updateNodes(nodes, change.positions);
+  change.structure |= updateEdges(edges);
+  if (m_nodeOfNumber.size() < numberCount()) m_nodeOfNumber.resize(numberCount(), npos);
+  return change;
+}
+
+std::uint32_t MapIndex::find(const QUuid& id) const {
+  const std::uint32_t number = m_ids->find(id);
+  return number == npos ? npos : m_nodeOfNumber[number];
+}
+
+bool MapIndex::updateNodes(const SharedArray<Node>& nodes, bool& positionsChanged) {
+  if (nodes.sharesStorageWith(m_nodes)) return false;
+  const Difference difference = differenceOf(m_nodes, nodes);
+  const std::size_t count = difference.newEnd - difference.oldStart;
+  std::vector<std::uint32_t> numbers;
+  std::vector<QPointF> positions;
+  numbers.reserve(count);
+  positions.reserve(count);
+  if (m_ids->size() == 0) m_ids->reserve(nodes.size());
+  for (std::size_t k = difference.firstBlock; k < difference.newEndBlock; ++k)
+    for (const Node& node : nodes.block(k)) {
+      std::uint32_t number = m_ids->find(node.id);
+      if (number == npos) number = m_ids->insert(node.id);
+      numbers.push_back(number);
+      positions.push_back(node.position);
+    }
+  const bool sameStructure = isSameRange(m_numberOfNode, difference.oldStart, difference.oldEnd, numbers);
+  // QPointF compares loosely; here a point is the same only to the bit.
+  const bool samePositions =
+      sameStructure && std::equal(positions.begin(), positions.end(), m_positions.begin() + difference.oldStart,
+                                  [](QPointF a, QPointF b) { return a.x() == b.x() && a.y() == b.y(); });
+  if (!samePositions) splice(m_positions, difference.oldStart, difference.oldEnd, positions);
+  positionsChanged = !samePositions;
+  if (!sameStructure) {
+    const bool isAppend =
+        difference.oldEnd == m_numberOfNode.size() && numbers.size() >= difference.oldEnd - difference.oldStart &&
+        std::equal(m_numberOfNode.begin() + difference.oldStart, m_numberOfNode.end(), numbers.begin());
+    const std::size_t countBefore = m_numberOfNode.size();
+    splice(m_numberOfNode, difference.oldStart, difference.oldEnd, numbers);
+    m_nodeOfNumber.resize(numberCount(), npos);
+    if (isAppend)
+      for (std::size_t i = countBefore; i < m_numberOfNode.size(); ++i)
+        m_nodeOfNumber[m_numberOfNode[i]] = static_cast<std::uint32_t>(i);
+    else
+      renumber();
+  }
+  m_nodes = nodes;
+  return !sameStructure;
+}
+
+void MapIndex::renumber() {
+  std::fill(m_nodeOfNumber.begin(), m_nodeOfNumber.end(), npos);
+  for (std::size_t i = 0; i < m_numberOfNode.size(); ++i)
+    m_nodeOfNumber[m_numberOfNode[i]] = static_cast<std::uint32_t>(i);
+}
+
+bool MapIndex::updateEdges(const SharedArray<Edge>& edges) {
+  if (edges.sharesStorageWith(m_edges)) return false;
+  const Difference difference = differenceOf(m_edges, edges);
+  std::vector<std::uint32_t> from;
+  std::vector<std::uint32_t> to;
+  from.reserve(difference.newEnd - difference.oldStart);
+  to.reserve(from.capacity());
+  const auto numberOf = [this](const QUuid& id) {
+    const std::uint32_t number = m_ids->find(id);
+    return number == npos ? m_ids->insert(id) : number;
+  };
+  for (std::size_t k = difference.firstBlock; k < difference.newEndBlock; ++k)
+    for (const Edge& edge : edges.block(k)) {
+      from.push_back(numberOf(edge.from));
+      to.push_back(numberOf(edge.to));
+    }
+  const bool isSame = isSameRange(m_edgeFrom, difference.oldStart, difference.oldEnd, from) &&
+                      isSameRange(m_edgeTo, difference.oldStart, difference.oldEnd, to);
+  if (!isSame) {
+    splice(m_edgeFrom, difference.oldStart, difference.oldEnd, from);
+    splice(m_edgeTo, difference.oldStart, difference.oldEnd, to);
+  }
+  m_edges = edges;
+  return !isSame;
+}
+
+ChildTable::ChildTable(const MapIndex& index)
+    : start(index.numberCount() + 1, 0), numbers(index.edgeFrom().size()), isTarget(index.numberCount(), 0) {
+  const auto& from = index.edgeFrom();
+  const auto& to = index.edgeTo();
+  for (std::size_t i = 0; i < from.size(); ++i) {
+    ++start[from[i] + 1];
+    isTarget[to[i]] = 1;
+  }
+  for (std::size_t n = 1; n < start.size(); ++n) start[n] += start[n - 1];
+  std::vector<std::uint32_t> next(start.begin(), start.end() - 1);
+  for (std::size_t i = 0; i < from.size(); ++i) numbers[next[from[i]]++] = to[i];
+}
+
+}  // namespace quilmora
