@@ -7,16 +7,17 @@
 
 namespace quilmora {
 
-// Colour text to an opaque sRGB colour. Never fails: a text that does not have exactly six characters once everything but
-// letters and digits is stripped from its ends is mid grey; six characters are read as hexadecimal up to the first that is
-// none. Remembers what it read, because painting asks for the same few colours again and again.
+// Colour text to an opaque sRGB colour. Never fails: a text that does not have exactly six characters once everything
+// but letters and digits is stripped from its ends is mid grey; six characters are read as hexadecimal up to the first
+// that is none. Painting calls it for every topic and edge: the plain form "#RRGGBB" is read in a few nanoseconds, and
+// nothing is remembered, so that a map of ever new colours costs no memory.
 QColor colorFromHex(const QString& text);
 
 // A colour as "#RRGGBB". Truncates, so that it is no round trip.
 QString hexFromColor(const QColor& color);
 
-// The same for raw sRGB components, 0 to 1 but not clamped: three or more take the first three, one or two are grey, none
-// is "#808080".
+// The same for raw sRGB components, 0 to 1 but not clamped: three or more take the first three, one or two are grey,
+// none is "#808080".
 QString hexFromColor(std::span<const double> components);
 
 }  // namespace quilmora

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QVariant>
 
 namespace quilmora {
 
@@ -31,6 +32,9 @@ inline const QString showInspector = QStringLiteral("showInspector");
 inline const QString lastSavedFilePath = QStringLiteral("lastSavedFilePath");
 inline const QString lastSavedFileBookmark = QStringLiteral("lastSavedFileBookmark");
 inline const QString recentFileBookmarks = QStringLiteral("recentFileBookmarks");
+
+// What a reader takes where the key is absent: a text, a flag or a real. Invalid for a key that has no default.
+QVariant settingDefault(const QString& key);
 
 }  // namespace settings
 
