@@ -5,8 +5,9 @@
 
 namespace quilmora {
 
-// Writes whole files, so that a reader finds the old content or the new one and never a part: a temporary file in the same
-// folder, flushed to the disk, renamed over. Permissions and symbolic links are kept. On failure the old file stands.
+// Writes whole files, so that a reader finds the old content or the new one and never a part: a temporary file in the
+// same folder, flushed to the disk, renamed over. Permissions and symbolic links are kept. On failure the old file
+// stands.
 class FileWriter {
  public:
   virtual ~FileWriter() = default;

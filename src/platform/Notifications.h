@@ -55,11 +55,15 @@ inline constexpr int notificationCount = static_cast<int>(Notification::recolorB
 QString notificationName(Notification notification);
 
 // Synchronous broadcast on the main thread: post() returns after every receiver ran, in the order in which they came.
+// Receivers may subscribe and unsubscribe anyone, themselves included, while a post runs.
 class NotificationCenter : public QObject {
   Q_OBJECT
 
  public:
   using Receiver = std::function<void(const QVariant& object)>;
+
+  NotificationCenter() = default;
+  ~NotificationCenter() override;
 
   // Ends its subscription when it is destroyed.
   class Subscription {

@@ -11,8 +11,8 @@
 
 namespace quilmora {
 
-// The user's settings: text, flag, real, bytes or a list of bytes by key. An absent key, and a value of another kind, read as
-// absent; each reader applies its own default.
+// The user's settings: text, flag, real, bytes or a list of bytes by key. An absent key, and a value of another kind,
+// read as absent; each reader applies its own default.
 class SettingsStore {
  public:
   virtual ~SettingsStore() = default;
@@ -25,6 +25,7 @@ class SettingsStore {
 
   void setText(const QString& key, const QString& value);
   void setFlag(const QString& key, bool value);
+  // A value that is not finite cannot be kept: the key becomes absent.
   void setReal(const QString& key, double value);
   void setBytes(const QString& key, const QByteArray& value);
   void setBytesList(const QString& key, const QList<QByteArray>& value);
@@ -49,7 +50,8 @@ class MemorySettingsStore final : public SettingsStore {
   std::map<QString, QVariant> m_values;
 };
 
-// The desktop's per-user settings file.
+// The desktop's per-user settings file, a JSON text: Quilmora/Quilmora.json in the user's configuration folder. Changes
+// reach the file at the next turn of the main loop, and at the latest when the store ends.
 class DesktopSettingsStore final : public SettingsStore {
  public:
   DesktopSettingsStore();

@@ -1,0 +1,190 @@
+#include "platform/FileWriter.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <optional>
+#include <system_error>
+
+#include <QFile>
+#include <QRandomGenerator>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace quilmora {
+
+namespace {
+
+constexpr int maxLinksFollowed = 40;
+constexpr int maxTemporaryNames = 100;
+
+// Paths below are in the file system's own bytes.
+QByteArray folderOf(const QByteArray& path) {
+  const qsizetype slash = path.lastIndexOf('/');
+  if (slash < 0) return QByteArrayLiteral(".");
+  return slash == 0 ? QByteArrayLiteral("/") : path.left(slash);
+}
+
+QString quoted(const QByteArray& path) {
+  return QStringLiteral("“%1”").arg(QFile::decodeName(path));
+}
+
+// The cause of a failed system call in words, as a sentence.
+QString causeOf(int error, const QByteArray& folder) {
+  switch (error) {
+    case ENOSPC:
+      return QStringLiteral("The disk is full.");
+    case EDQUOT:
+      return QStringLiteral("Your share of the disk is used up.");
+    case EACCES:
+    case EPERM:
+      return QStringLiteral("You have no permission to write in the folder %1.").arg(quoted(folder));
+    case EROFS:
+      return QStringLiteral("The folder %1 is on a disk that can only be read.").arg(quoted(folder));
+    case ENOENT:
+    case ENOTDIR:
+      return QStringLiteral("The folder %1 does not exist.").arg(quoted(folder));
+    case ENAMETOOLONG:
+      return QStringLiteral("The file name is too long.");
+    case ELOOP:
+      return QStringLiteral("Too many symbolic links follow one another.");
+    case EFBIG:
+      return QStringLiteral("The file is too large for this disk.");
+    case EIO:
+      return QStringLiteral("The disk reports an error.");
+    default:
+      return QString::fromStdString(std::system_category().message(error)) + u'.';
+  }
+}
+
+// One write of one file. The temporary file goes with the object unless it took the file's place.
+class WholeFileWrite {
+ public:
+  explicit WholeFileWrite(const QByteArray& path) : m_path(path), m_folder(folderOf(path)) {}
+  WholeFileWrite(const WholeFileWrite&) = delete;
+  WholeFileWrite& operator=(const WholeFileWrite&) = delete;
+  ~WholeFileWrite() {
+    if (m_descriptor >= 0) ::close(m_descriptor);
+    if (!m_temporaryPath.isEmpty()) ::unlink(m_temporaryPath.constData());
+  }
+
+  // Returns an empty text or the cause of the failure.
+  QString run(const QByteArray& data) {
+    const QString refusal = followLinks();
+    if (!refusal.isEmpty()) return refusal;
+    if (!createTemporary() || !writeAll(data) || !flush() || !replace()) return causeOf(errno, m_folder);
+    flushFolder();
+    return {};
+  }
+
+ private:
+  // Finds the file that is to be replaced: a link stays a link, and what it leads to is written.
+  QString followLinks() {
+    for (int followed = 0; followed <= maxLinksFollowed; ++followed) {
+      struct stat status;
+      if (::lstat(m_path.constData(), &status) != 0) {
+        return errno == ENOENT ? QString() : causeOf(errno, m_folder);
+      }
+      if (!S_ISLNK(status.st_mode)) return examine(status);
+      QByteArray target(status.st_size > 0 ? static_cast<qsizetype>(status.st_size) + 1 : 4096, '\0');
+      const ssize_t length = ::readlink(m_path.constData(), target.data(), static_cast<std::size_t>(target.size()));
+      if (length < 0) return causeOf(errno, m_folder);
+      target.truncate(length);
+      m_path = target.startsWith('/') ? target : m_folder + '/' + target;
+      m_folder = folderOf(m_path);
+    }
+    return causeOf(ELOOP, m_folder);
+  }
+
+  QString examine(const struct stat& status) {
+    if (S_ISDIR(status.st_mode)) return QStringLiteral("There is a folder of this name.");
+    if (!S_ISREG(status.st_mode)) return QStringLiteral("It is not a regular file.");
+    // Renaming over it needs no permission on the file itself, but who protected it did not want it replaced.
+    if (::access(m_path.constData(), W_OK) != 0) {
+      return errno == EROFS ? causeOf(errno, m_folder) : QStringLiteral("You have no permission to change this file.");
+    }
+    m_existing = status;
+    return {};
+  }
+
+  bool createTemporary() {
+    // A file that others must not read stays so from the first byte on; a new one gets what the user's mask leaves.
+    const mode_t mode = m_existing ? 0600 : 0666;
+    for (int attempt = 0; attempt < maxTemporaryNames; ++attempt) {
+      const QByteArray number = QByteArray::number(QRandomGenerator::system()->generate64(), 36);
+      const QByteArray path = m_folder + "/.quilmora-" + number;
+      m_descriptor = ::open(path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode);
+      if (m_descriptor >= 0) {
+        m_temporaryPath = path;
+        return keepAttributes();
+      }
+      if (errno != EEXIST) return false;
+    }
+    return false;
+  }
+
+  bool keepAttributes() {
+    if (!m_existing) return true;
+    // Another owner's file becomes the user's own, unless the system allows to give it back; its group stays where
+    // allowed.
+    if (::fchown(m_descriptor, m_existing->st_uid, m_existing->st_gid) != 0) {
+      [[maybe_unused]] const int ignored = ::fchown(m_descriptor, static_cast<uid_t>(-1), m_existing->st_gid);
+    }
+    return ::fchmod(m_descriptor, m_existing->st_mode & 07777) == 0 || errno == EPERM || errno == ENOTSUP;
+  }
+
+  bool writeAll(const QByteArray& data) {
+    qsizetype done = 0;
+    while (done < data.size()) {
+      const ssize_t written =
+          ::write(m_descriptor, data.constData() + done, static_cast<std::size_t>(data.size() - done));
+      if (written < 0 && errno == EINTR) continue;
+      if (written < 0) return false;
+      done += written;
+    }
+    return true;
+  }
+
+  // Some disks tell of a failed write only here, so no result may be overlooked.
+  bool flush() {
+    if (::fsync(m_descriptor) != 0 && errno != EINVAL && errno != ENOTSUP) return false;
+    const int descriptor = m_descriptor;
+    m_descriptor = -1;
+    return ::close(descriptor) == 0 || errno == EINTR;
+  }
+
+  bool replace() {
+    if (::rename(m_temporaryPath.constData(), m_path.constData()) != 0) return false;
+    m_temporaryPath.clear();
+    return true;
+  }
+
+  // Makes the new name last through a loss of power. The file is already in place, so a failure here is none of the
+  // write.
+  void flushFolder() const {
+    const int folder = ::open(m_folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (folder < 0) return;
+    ::fsync(folder);
+    ::close(folder);
+  }
+
+  QByteArray m_path;
+  QByteArray m_folder;
+  std::optional<struct stat> m_existing;
+  QByteArray m_temporaryPath;
+  int m_descriptor = -1;
+};
+
+}  // namespace
+
+QString DiskFileWriter::write(const QString& path, const QByteArray& data) {
+  const QString name = path.mid(path.lastIndexOf(u'/') + 1);
+  const auto failure = [&](const QString& cause) {
+    return QStringLiteral("“%1” could not be written. %2").arg(name, cause);
+  };
+  if (name.isEmpty() || path.contains(QChar(u'\0'))) return failure(QStringLiteral("This is not a file name."));
+  const QString cause = WholeFileWrite(QFile::encodeName(path)).run(data);
+  return cause.isEmpty() ? QString() : failure(cause);
+}
+
+}  // namespace quilmora

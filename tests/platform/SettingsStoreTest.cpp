@@ -1,0 +1,209 @@
+#include <cmath>
+#include <limits>
+#include <memory>
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include "platform/SettingsStore.h"
+#include "support/QtPrinters.h"
+
+namespace quilmora {
+namespace {
+
+// The same expectations hold in memory, in the open settings file, and for who reads that file later.
+enum class Store { memory, file, reopenedFile };
+
+class SettingsStoreTest : public testing::TestWithParam<Store> {
+ protected:
+  SettingsStore& store() {
+    if (m_store == nullptr) open();
+    return *m_store;
+  }
+
+  // Where the store is a file: ends it, which writes, and opens it anew.
+  void pass() {
+    if (GetParam() != Store::reopenedFile) return;
+    m_store.reset();
+    open();
+  }
+
+ private:
+  void open() {
+    if (GetParam() == Store::memory) {
+      m_store = std::make_unique<MemorySettingsStore>();
+    } else {
+      m_store = std::make_unique<DesktopSettingsStore>(m_folder.filePath(QStringLiteral("settings.json")));
+    }
+  }
+
+  QTemporaryDir m_folder;
+  std::unique_ptr<SettingsStore> m_store;
+};
+
+const QString key = QStringLiteral("key");
+
+TEST_P(SettingsStoreTest, IsEmptyAtFirst) {
+  EXPECT_EQ(store().text(key), std::nullopt);
+  EXPECT_EQ(store().flag(key), std::nullopt);
+  EXPECT_EQ(store().real(key), std::nullopt);
+  EXPECT_EQ(store().bytes(key), std::nullopt);
+  EXPECT_EQ(store().bytesList(key), std::nullopt);
+}
+
+TEST_P(SettingsStoreTest, KeepsTexts) {
+  for (const QString& text :
+       {QStringLiteral("purple"), QStringLiteral(""), QStringLiteral("true"), QStringLiteral("6.5"),
+        QStringLiteral("@Invalid()"), QStringLiteral("a,b"), QStringLiteral("/home/ö/Karte 🌍.mindmap"),
+        QStringLiteral("line\nbreak \"quoted\" \\ %20")}) {
+    store().setText(key, text);
+    pass();
+    EXPECT_EQ(store().text(key), text);
+    EXPECT_EQ(store().flag(key), std::nullopt);
+    EXPECT_EQ(store().real(key), std::nullopt);
+    EXPECT_EQ(store().bytes(key), std::nullopt);
+    EXPECT_EQ(store().bytesList(key), std::nullopt);
+  }
+}
+
+TEST_P(SettingsStoreTest, KeepsANullTextAsAnEmptyOne) {
+  store().setText(key, QString());
+  pass();
+  EXPECT_EQ(store().text(key), QStringLiteral(""));
+}
+
+TEST_P(SettingsStoreTest, KeepsFlags) {
+  for (const bool flag : {true, false}) {
+    store().setFlag(key, flag);
+    pass();
+    EXPECT_EQ(store().flag(key), flag);
+    EXPECT_EQ(store().text(key), std::nullopt);
+    EXPECT_EQ(store().real(key), std::nullopt);
+  }
+}
+
+TEST_P(SettingsStoreTest, KeepsNumbersExactly) {
+  for (const double number : {6.0, 0.0, -1.5, 0.1, 1e300, 5e-324, 1.0 / 3.0}) {
+    store().setReal(key, number);
+    pass();
+    EXPECT_EQ(store().real(key), number);
+    EXPECT_EQ(store().text(key), std::nullopt);
+    EXPECT_EQ(store().flag(key), std::nullopt);
+  }
+}
+
+TEST_P(SettingsStoreTest, DropsNumbersThatAreNotFinite) {
+  for (const double number : {std::numeric_limits<double>::infinity(), std::numeric_limits<double>::quiet_NaN()}) {
+    store().setReal(key, 2.0);
+    store().setReal(key, number);
+    pass();
+    EXPECT_EQ(store().real(key), std::nullopt);
+  }
+}
+
+TEST_P(SettingsStoreTest, KeepsBytes) {
+  QByteArray all;
+  for (int byte = 0; byte < 256; ++byte) all.append(static_cast<char>(byte));
+  for (const QByteArray& bytes : {all, QByteArrayLiteral(""), QByteArrayLiteral("[{\"id\":1}]"), QByteArray(1, '\0')}) {
+    store().setBytes(key, bytes);
+    pass();
+    EXPECT_EQ(store().bytes(key), bytes);
+    EXPECT_EQ(store().text(key), std::nullopt);
+    EXPECT_EQ(store().bytesList(key), std::nullopt);
+  }
+}
+
+TEST_P(SettingsStoreTest, KeepsListsOfBytesOfEachLength) {
+  const QByteArray path = QByteArrayLiteral("/tmp/a, \"b\";c.mindmap");
+  QList<QByteArray> many;
+  for (int number = 0; number < 10; ++number) many.append(path + QByteArray::number(number));
+  for (const QList<QByteArray>& list : {QList<QByteArray>(), QList<QByteArray>{path}, QList<QByteArray>{QByteArray()},
+                                        QList<QByteArray>{path, {}, path}, many}) {
+    store().setBytesList(key, list);
+    pass();
+    EXPECT_EQ(store().bytesList(key), list);
+    EXPECT_EQ(store().bytes(key), std::nullopt);
+    EXPECT_EQ(store().text(key), std::nullopt);
+  }
+}
+
+TEST_P(SettingsStoreTest, RemovesKeys) {
+  store().setText(key, QStringLiteral("purple"));
+  store().setText(QStringLiteral("other"), QStringLiteral("stays"));
+  pass();
+  store().remove(key);
+  store().remove(QStringLiteral("never there"));
+  pass();
+  EXPECT_EQ(store().text(key), std::nullopt);
+  EXPECT_EQ(store().text(QStringLiteral("other")), QStringLiteral("stays"));
+}
+
+TEST_P(SettingsStoreTest, TellsKeysApartByCase) {
+  store().setText(QStringLiteral("showSidebar"), QStringLiteral("a"));
+  store().setText(QStringLiteral("showsidebar"), QStringLiteral("b"));
+  pass();
+  EXPECT_EQ(store().text(QStringLiteral("showSidebar")), QStringLiteral("a"));
+  EXPECT_EQ(store().text(QStringLiteral("showsidebar")), QStringLiteral("b"));
+}
+
+INSTANTIATE_TEST_SUITE_P(All, SettingsStoreTest, testing::Values(Store::memory, Store::file, Store::reopenedFile));
+
+void writeFile(const QString& path, const QByteArray& content) {
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write(content);
+}
+
+TEST(DesktopSettingsStore, ReadingWritesNothing) {
+  const QTemporaryDir folder;
+  const QString path = folder.filePath(QStringLiteral("settings.json"));
+  {
+    DesktopSettingsStore store(path);
+    EXPECT_EQ(store.text(key), std::nullopt);
+    EXPECT_EQ(store.path(), path);
+  }
+  EXPECT_FALSE(QFile::exists(path));
+}
+
+TEST(DesktopSettingsStore, BearsADamagedFile) {
+  const QTemporaryDir folder;
+  const QString path = folder.filePath(QStringLiteral("settings.json"));
+  for (const QByteArray& content :
+       {QByteArrayLiteral("{\"key\": "), QByteArrayLiteral("[1,2]"), QByteArrayLiteral("\0\1\2\xff")}) {
+    writeFile(path, content);
+    {
+      DesktopSettingsStore store(path);
+      EXPECT_EQ(store.text(key), std::nullopt);
+      store.setText(key, QStringLiteral("new"));
+    }
+    EXPECT_EQ(DesktopSettingsStore(path).text(key), QStringLiteral("new"));
+  }
+}
+
+TEST(DesktopSettingsStore, ReadsForeignValuesAsAbsent) {
+  const QTemporaryDir folder;
+  const QString path = folder.filePath(QStringLiteral("settings.json"));
+  writeFile(path, R"({"null": null, "list": ["a"], "object": {"a": 1}, "bytes": {"bytes": "not base64!"},
+                      "bytesList": {"bytesList": ["QQ==", 5]}, "good": {"bytesList": ["QQ=="]}})");
+  const DesktopSettingsStore store(path);
+  for (const QString& name : {QStringLiteral("null"), QStringLiteral("list"), QStringLiteral("object"),
+                              QStringLiteral("bytes"), QStringLiteral("bytesList")}) {
+    EXPECT_EQ(store.text(name), std::nullopt);
+    EXPECT_EQ(store.flag(name), std::nullopt);
+    EXPECT_EQ(store.real(name), std::nullopt);
+    EXPECT_EQ(store.bytes(name), std::nullopt);
+    EXPECT_EQ(store.bytesList(name), std::nullopt);
+  }
+  EXPECT_EQ(store.bytesList(QStringLiteral("good")), QList<QByteArray>{QByteArrayLiteral("A")});
+}
+
+TEST(DesktopSettingsStore, LiesInTheUsersConfigurationFolder) {
+  const QTemporaryDir folder;
+  QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder.path());
+  const DesktopSettingsStore store;
+  EXPECT_EQ(store.path(), folder.filePath(QStringLiteral("Quilmora/Quilmora.json")));
+}
+
+}  // namespace
+}  // namespace quilmora
