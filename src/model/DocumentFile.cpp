@@ -1,0 +1,146 @@
+#include <cerrno>
+#include <cstring>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRandomGenerator>
+#include <QSaveFile>
+#include <fcntl.h>
+#include <stdio.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "model/MindMapDocument.h"
+#include "model/PaddedText.h"
+
+namespace quilmora {
+
+namespace {
+
+const QString documentName = QStringLiteral("document.json");
+
+class FileDescriptor {
+ public:
+  explicit FileDescriptor(int number) : m_number(number) {}
+  ~FileDescriptor() {
+    if (m_number >= 0) ::close(m_number);
+  }
+  FileDescriptor(const FileDescriptor&) = delete;
+  FileDescriptor& operator=(const FileDescriptor&) = delete;
+  int number() const { return m_number; }
+
+ private:
+  int m_number;
+};
+
+[[noreturn]] void failWithSystemError(int error) {
+  switch (error) {
+    case ENOENT:
+    case ENOTDIR:
+      throw DocumentError(QStringLiteral("there is no such file"));
+    case EACCES:
+    case EPERM:
+      throw DocumentError(QStringLiteral("there is no permission for this file"));
+    default:
+      throw DocumentError(qt_error_string(error));
+  }
+}
+
+void requireRegularFile(const struct stat& status) {
+  if (S_ISREG(status.st_mode)) return;
+  if (S_ISDIR(status.st_mode)) throw DocumentError(QStringLiteral("this folder holds no document.json"));
+  throw DocumentError(QStringLiteral("this is a pipe, socket or device and no file"));
+}
+
+PaddedText readWhole(const QByteArray& path) {
+  // A pipe must not be opened without O_NONBLOCK, and a device not at all; the open file is looked at again because the
+  // path may have changed its meaning in between.
+  struct stat status {};
+  if (::stat(path.constData(), &status) != 0) failWithSystemError(errno);
+  requireRegularFile(status);
+  const FileDescriptor file(::open(path.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+  if (file.number() < 0 || ::fstat(file.number(), &status) != 0) failWithSystemError(errno);
+  requireRegularFile(status);
+
+  const auto tooLarge = [] { return DocumentError(QStringLiteral("the file is too large")); };
+  if (static_cast<std::uint64_t>(status.st_size) > PaddedText::maxSize) throw tooLarge();
+  // One byte more than expected, so that a file that has not grown ends within the first round.
+  std::size_t capacity = static_cast<std::size_t>(status.st_size) + 1;
+  PaddedText text = PaddedText::withCapacity(capacity);
+  while (true) {
+    const ssize_t count = ::read(file.number(), text.bytes.get() + text.size, capacity - text.size);
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) failWithSystemError(errno);
+    if (count == 0) return text;
+    text.size += static_cast<std::size_t>(count);
+    if (text.size < capacity) continue;
+    if (capacity > PaddedText::maxSize) throw tooLarge();
+    capacity *= 2;
+    PaddedText larger = PaddedText::withCapacity(capacity);
+    std::memcpy(larger.bytes.get(), text.bytes.get(), text.size);
+    larger.size = text.size;
+    text = std::move(larger);
+  }
+}
+
+void writeFile(const QString& path, const QByteArray& bytes) {
+  QSaveFile file(path);
+  if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
+    throw DocumentError(file.errorString());
+}
+
+void ensureFolder(const QString& path) {
+  if (!QFileInfo(path).isDir() && ::mkdir(QFile::encodeName(path).constData(), 0777) != 0) failWithSystemError(errno);
+}
+
+void fillPackage(const QString& folder, const QByteArray& json) {
+  ensureFolder(folder + QStringLiteral("/Assets"));
+  ensureFolder(folder + QStringLiteral("/Thumbnails"));
+  writeFile(folder + QLatin1Char('/') + documentName, json);
+}
+
+// Moves a folder to a path where nothing may stand.
+void moveIntoPlace(const QString& from, const QString& to) {
+  const QByteArray source = QFile::encodeName(from);
+  const QByteArray target = QFile::encodeName(to);
+  if (::renameat2(AT_FDCWD, source.constData(), AT_FDCWD, target.constData(), RENAME_NOREPLACE) == 0) return;
+  // Some file systems know only the plain call, which replaces nothing but an empty folder.
+  if (errno != EINVAL || ::rename(source.constData(), target.constData()) != 0) failWithSystemError(errno);
+}
+
+}  // namespace
+
+MindMap decodeDocumentAt(const QString& path) {
+  const QByteArray outer = QFile::encodeName(path);
+  if (outer.contains('\0')) failWithSystemError(ENOENT);
+  const QByteArray inner = outer + '/' + QFile::encodeName(documentName);
+  struct stat status {};
+  const bool isPackage = ::stat(inner.constData(), &status) == 0;
+  return readDocument(readWhole(isPackage ? inner : outer));
+}
+
+void writePackage(const MindMap& map, const QString& path) {
+  const QString target = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+  const QFileInfo existing(target);
+  const QByteArray json = encodeDocument(map);
+  if (existing.exists() || existing.isSymLink()) {
+    if (!existing.isDir() || !QFileInfo(target + QLatin1Char('/') + documentName).isFile())
+      throw DocumentError(QStringLiteral("something that is no package stands in its place"));
+    fillPackage(target, json);
+    return;
+  }
+  const QString name =
+      QStringLiteral(".%1.%2").arg(existing.fileName()).arg(QRandomGenerator::system()->generate64(), 0, 16);
+  const QString temporary = existing.absolutePath() + QLatin1Char('/') + name;
+  if (::mkdir(QFile::encodeName(temporary).constData(), 0777) != 0) failWithSystemError(errno);
+  try {
+    fillPackage(temporary, json);
+    moveIntoPlace(temporary, target);
+  } catch (...) {
+    QDir(temporary).removeRecursively();
+    throw;
+  }
+}
+
+}  // namespace quilmora

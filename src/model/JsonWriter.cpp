@@ -1,0 +1,191 @@
+#include "model/JsonWriter.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstring>
+#include <limits>
+
+namespace quilmora::json {
+
+namespace {
+
+// What follows the backslash of a character below 0x80: 0 for one that stands for itself, 'u' for one without a short
+// form.
+constexpr auto escapes = [] {
+  std::array<char, 128> table{};
+  for (std::size_t c = 0; c < 0x20; ++c) table[c] = 'u';
+  table['"'] = '"';
+  table['\\'] = '\\';
+  table['\b'] = 'b';
+  table['\f'] = 'f';
+  table['\n'] = 'n';
+  table['\r'] = 'r';
+  table['\t'] = 't';
+  return table;
+}();
+
+char* putCodePoint(char* at, char32_t c) {
+  const auto tail = [&](int shift) { return static_cast<char>(0x80 | (c >> shift & 0x3F)); };
+  if (c < 0x800) {
+    *at++ = static_cast<char>(0xC0 | c >> 6);
+  } else if (c < 0x10000) {
+    *at++ = static_cast<char>(0xE0 | c >> 12);
+    *at++ = tail(6);
+  } else {
+    *at++ = static_cast<char>(0xF0 | c >> 18);
+    *at++ = tail(12);
+    *at++ = tail(6);
+  }
+  *at++ = tail(0);
+  return at;
+}
+
+}  // namespace
+
+char* JsonWriter::room(qsizetype count) {
+  if (m_buffer.size() - m_size < count)
+    m_buffer.resize(std::max<qsizetype>({1024, 2 * m_buffer.size(), m_size + count}));
+  return m_buffer.data() + m_size;
+}
+
+void JsonWriter::put(char c) {
+  *room(1) = c;
+  ++m_size;
+}
+
+void JsonWriter::put(std::string_view text) {
+  const auto count = static_cast<qsizetype>(text.size());
+  std::memcpy(room(count), text.data(), text.size());
+  m_size += count;
+}
+
+void JsonWriter::newLine() {
+  if (!m_isPretty) return;
+  const qsizetype indent = 2 * m_depth;
+  char* at = room(1 + indent);
+  *at = '\n';
+  std::memset(at + 1, ' ', static_cast<std::size_t>(indent));
+  m_size += 1 + indent;
+}
+
+void JsonWriter::separate() {
+  if (!m_isFirst) put(',');
+  m_isFirst = false;
+  newLine();
+}
+
+void JsonWriter::open(char bracket) {
+  put(bracket);
+  ++m_depth;
+  m_isFirst = true;
+}
+
+void JsonWriter::close(char bracket) {
+  --m_depth;
+  if (!m_isFirst) newLine();
+  m_isFirst = false;
+  put(bracket);
+}
+
+void JsonWriter::key(std::string_view name) {
+  separate();
+  plainText(name);
+  put(m_isPretty ? std::string_view(": ") : std::string_view(":"));
+}
+
+void JsonWriter::plainText(std::string_view text) {
+  const auto count = static_cast<qsizetype>(text.size());
+  char* at = room(count + 2);
+  *at = '"';
+  std::memcpy(at + 1, text.data(), text.size());
+  at[count + 1] = '"';
+  m_size += count + 2;
+}
+
+void JsonWriter::text(const QString& text) {
+  // By pieces, because room is made for the longest escapes.
+  constexpr qsizetype pieceLength = 4096;
+  const auto* units = reinterpret_cast<const char16_t*>(text.utf16());
+  put('"');
+  for (qsizetype start = 0; start < text.size();) {
+    qsizetype end = std::min(start + pieceLength, text.size());
+    if (end < text.size() && QChar::isHighSurrogate(units[end - 1])) ++end;
+    putText(units + start, end - start);
+    start = end;
+  }
+  put('"');
+}
+
+void JsonWriter::putText(const char16_t* units, qsizetype count) {
+  char* const start = room(6 * count);
+  char* at = start;
+  for (qsizetype i = 0; i < count; ++i) {
+    const char16_t unit = units[i];
+    if (unit < 0x80) {
+      const char escape = escapes[unit];
+      if (escape == 0) {
+        *at++ = static_cast<char>(unit);
+        continue;
+      }
+      *at++ = '\\';
+      *at++ = escape;
+      if (escape != 'u') continue;
+      *at++ = '0';
+      *at++ = '0';
+      *at++ = "0123456789ABCDEF"[unit >> 4];
+      *at++ = "0123456789ABCDEF"[unit & 15];
+    } else if (!QChar::isSurrogate(unit)) {
+      at = putCodePoint(at, unit);
+    } else if (QChar::isHighSurrogate(unit) && i + 1 < count && QChar::isLowSurrogate(units[i + 1])) {
+      at = putCodePoint(at, QChar::surrogateToUcs4(unit, units[++i]));
+    } else {
+      at = putCodePoint(at, QChar::ReplacementCharacter);
+    }
+  }
+  m_size += at - start;
+}
+
+void JsonWriter::number(double value) {
+  constexpr double greatest = std::numeric_limits<double>::max();
+  // Beyond this whole numbers are written with an exponent: many readers take digits alone for a 64-bit integer.
+  constexpr double greatestWhole = 9007199254740992.0;  // 2^53
+  if (!(value != 0)) value = 0;                         // -0 too
+  if (std::isnan(value)) value = 0;
+  value = std::clamp(value, -greatest, greatest);
+  if (std::abs(value) <= greatestWhole && value == std::trunc(value)) {
+    integer(static_cast<std::int64_t>(value));
+    return;
+  }
+  char* const at = room(32);
+  const auto result = std::abs(value) > greatestWhole ? std::to_chars(at, at + 32, value, std::chars_format::scientific)
+                                                      : std::to_chars(at, at + 32, value);
+  m_size += result.ptr - at;
+}
+
+void JsonWriter::integer(std::int64_t value) {
+  char* const at = room(24);
+  m_size += std::to_chars(at, at + 24, value).ptr - at;
+}
+
+void JsonWriter::boolean(bool value) {
+  put(value ? std::string_view("true") : std::string_view("false"));
+}
+
+void JsonWriter::pair(double x, double y) {
+  put('[');
+  number(x);
+  put(m_isPretty ? std::string_view(", ") : std::string_view(","));
+  number(y);
+  put(']');
+}
+
+QByteArray JsonWriter::take() {
+  if (m_isPretty) put('\n');
+  m_buffer.resize(m_size);
+  m_buffer.squeeze();
+  return std::move(m_buffer);
+}
+
+}  // namespace quilmora::json

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include <QByteArray>
+#include <QPointF>
+#include <QString>
+
+#include "model/MindMapDocument.h"
+
+namespace quilmora::json {
+
+// Writes JSON text straight into one growing buffer. The caller keeps the structure right: in an object each value
+// follows its key. Whatever is written stays valid: texts become UTF-8 with every lone surrogate as U+FFFD, and a
+// number that is not finite becomes the nearest finite one, NaN becomes 0.
+class JsonWriter {
+ public:
+  explicit JsonWriter(JsonForm form) : m_isPretty(form == JsonForm::pretty) {}
+
+  void beginObject() { open('{'); }
+  void endObject() { close('}'); }
+  void beginArray() { open('['); }
+  void endArray() { close(']'); }
+
+  // The key of the next value; it needs no escapes.
+  void key(std::string_view name);
+  // Begins the next value of an array.
+  void item() { separate(); }
+
+  void text(const QString& text);
+  // A text that needs no escapes.
+  void plainText(std::string_view text);
+  void number(double value);
+  void integer(std::int64_t value);
+  void boolean(bool value);
+  // "[x, y]" on one line.
+  void pair(double x, double y);
+
+  // The whole text, with a line feed at its end when pretty.
+  QByteArray take();
+
+ private:
+  void open(char bracket);
+  void close(char bracket);
+  void separate();
+  void newLine();
+  void put(char c);
+  void put(std::string_view text);
+  void putText(const char16_t* units, qsizetype count);
+  // Makes room for `count` more bytes and answers where they go; m_size is for the caller to advance.
+  char* room(qsizetype count);
+
+  QByteArray m_buffer;
+  qsizetype m_size = 0;
+  int m_depth = 0;
+  bool m_isPretty;
+  bool m_isFirst = true;  // nothing stands yet in the innermost array or object
+};
+
+}  // namespace quilmora::json
