@@ -18,7 +18,7 @@ namespace quilmora {
 
 namespace {
 
-const QString documentName = QStringLiteral("document.json");
+constexpr QLatin1String documentName("document.json");
 
 class FileDescriptor {
  public:
@@ -114,7 +114,7 @@ void moveIntoPlace(const QString& from, const QString& to) {
 MindMap decodeDocumentAt(const QString& path) {
   const QByteArray outer = QFile::encodeName(path);
   if (outer.contains('\0')) failWithSystemError(ENOENT);
-  const QByteArray inner = outer + '/' + QFile::encodeName(documentName);
+  const QByteArray inner = outer + '/' + documentName.data();
   struct stat status {};
   const bool isPackage = ::stat(inner.constData(), &status) == 0;
   return readDocument(readWhole(isPackage ? inner : outer));

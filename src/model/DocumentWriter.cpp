@@ -35,12 +35,12 @@ class MapWriter {
 
  private:
   template <class T>
-  void writeArray(std::string_view key, const SharedArray<T>& items, void (MapWriter::*write)(const T&)) {
+  void writeArray(std::string_view key, const SharedArray<T>& items, void (MapWriter::*writeItem)(const T&)) {
     m_json.key(key);
     m_json.beginArray();
     for (const T& item : items) {
       m_json.item();
-      (this->*write)(item);
+      (this->*writeItem)(item);
     }
     m_json.endArray();
   }

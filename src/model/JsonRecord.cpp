@@ -41,6 +41,16 @@ std::optional<std::array<double, 2>> pairOf(element value) {
 
 }  // namespace
 
+QString textFromUtf8(std::string_view text) {
+  // QString::fromUtf8 takes U+FEFF at the start for a mark of the encoding and drops it, but here it is content.
+  constexpr std::string_view mark = "\xEF\xBB\xBF";
+  qsizetype marks = 0;
+  for (; text.starts_with(mark); text.remove_prefix(mark.size())) ++marks;
+  QString result = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+  if (marks > 0) result.prepend(QString(marks, QChar(QChar::ByteOrderMark)));
+  return result;
+}
+
 QString Place::text() const {
   if (!m_parent) return {};
   const QString before = m_parent->text();
@@ -105,10 +115,7 @@ std::string_view asUtf8(const Field& field) {
   return text;
 }
 
-QString asText(const Field& field) {
-  const std::string_view text = asUtf8(field);
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
+QString asText(const Field& field) { return textFromUtf8(asUtf8(field)); }
 
 bool asBoolean(const Field& field) {
   bool value = false;
@@ -168,11 +175,11 @@ TimePoint asTime(const Field& field) {
 QString TextPool::shared(std::string_view text) {
   constexpr std::size_t longest = 32;
   if (text.empty()) return {};
-  if (text.size() > longest) return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+  if (text.size() > longest) return textFromUtf8(text);
   std::uint32_t hash = 2166136261u;  // FNV-1a
   for (const char character : text) hash = (hash ^ static_cast<unsigned char>(character)) * 16777619u;
   Entry& entry = m_entries[(hash ^ hash >> 15) % m_entries.size()];
-  if (entry.key != text) entry = {text, QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()))};
+  if (entry.key != text) entry = {text, textFromUtf8(text)};
   return entry.text;
 }
 

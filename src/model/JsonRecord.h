@@ -96,6 +96,9 @@ class Record {
   std::uint32_t m_present;
 };
 
+// The text of well-formed UTF-8, every character of it.
+QString textFromUtf8(std::string_view text);
+
 simdjson::dom::array asArray(const Field& field);
 std::string_view asUtf8(const Field& field);
 QString asText(const Field& field);
