@@ -115,7 +115,9 @@ std::string_view asUtf8(const Field& field) {
   return text;
 }
 
-QString asText(const Field& field) { return textFromUtf8(asUtf8(field)); }
+QString asText(const Field& field) {
+  return textFromUtf8(asUtf8(field));
+}
 
 bool asBoolean(const Field& field) {
   bool value = false;

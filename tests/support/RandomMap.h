@@ -1,18 +1,18 @@
 #pragma once
 
-#include <rapidcheck.h>
-
 #include <array>
 #include <cstdint>
 #include <ostream>
 #include <random>
 
+#include <rapidcheck.h>
+
 #include "model/MindMapDocument.h"
 
 namespace quilmora {
 
-// Makes maps and their parts at random: the same seed gives the same map. Every optional field is there now and then, and
-// the texts hold what breaks careless programs.
+// Makes maps and their parts at random: the same seed gives the same map. Every optional field is there now and then,
+// and the texts hold what breaks careless programs.
 class RandomMapMaker {
  public:
   enum class Structure {
@@ -36,15 +36,33 @@ class RandomMapMaker {
 
   // Well-formed Unicode.
   QString text() {
-    static const std::array<QString, 24> pieces{
-        QStringLiteral(""), QStringLiteral("a"), QStringLiteral("Topic"), QStringLiteral(" "), QStringLiteral("\n"),
-        QStringLiteral("\t\r\b\f"), QStringLiteral("\"\\/"), QStringLiteral("<b>&amp;]]>"), QStringLiteral("# * - 1."),
-        QStringLiteral("日本語"), QStringLiteral("שלום"), QStringLiteral("e\u0301"), QStringLiteral("👩‍👩‍👧🏽"),
-        QStringLiteral("🇨🇭"), QString(QChar(0)), QString(QChar(1)), QString(QChar(0x7F)), QString(QChar(0x85)),
-        QString(QChar(0x2028)), QString(QChar(0xFEFF)), QString(QChar(0xFFFD)), QString(QChar(0xFFFF)),
-        QString::fromUcs4(U"\U0010FFFF"), QString(300, QChar(0xE9))};
+    static const std::array<QString, 24> pieces{QStringLiteral(""),
+                                                QStringLiteral("a"),
+                                                QStringLiteral("Topic"),
+                                                QStringLiteral(" "),
+                                                QStringLiteral("\n"),
+                                                QStringLiteral("\t\r\b\f"),
+                                                QStringLiteral("\"\\/"),
+                                                QStringLiteral("<b>&amp;]]>"),
+                                                QStringLiteral("# * - 1."),
+                                                QStringLiteral("日本語"),
+                                                QStringLiteral("שלום"),
+                                                QStringLiteral("e\u0301"),
+                                                QStringLiteral("👩‍👩‍👧🏽"),
+                                                QStringLiteral("🇨🇭"),
+                                                QString(QChar(0)),
+                                                QString(QChar(1)),
+                                                QString(QChar(0x7F)),
+                                                QString(QChar(0x85)),
+                                                QString(QChar(0x2028)),
+                                                QString(QChar(0xFEFF)),
+                                                QString(QChar(0xFFFD)),
+                                                QString(QChar(0xFFFF)),
+                                                QString::fromUcs4(U"\U0010FFFF"),
+                                                QString(300, QChar(0xE9))};
     QString result;
-    for (int count = below(4); count > 0; --count) result += pieces[static_cast<std::size_t>(below(int(pieces.size())))];
+    for (int count = below(4); count > 0; --count)
+      result += pieces[static_cast<std::size_t>(below(int(pieces.size())))];
     return result;
   }
 
@@ -54,9 +72,22 @@ class RandomMapMaker {
 
   // Any finite number, an everyday one most of the time.
   double number() {
-    static constexpr std::array special{0.0,    -0.0,   0.1,    -1.5,   1e9,      -1e9,   1e15,   1e300,
-                                        -1e300, 5e-324, 1e-300, 1.0 / 3, 9007199254740994.0, 123456789012345680000.0,
-                                        9223372036854775808.0, 1.7976931348623157e308};
+    static constexpr std::array special{0.0,
+                                        -0.0,
+                                        0.1,
+                                        -1.5,
+                                        1e9,
+                                        -1e9,
+                                        1e15,
+                                        1e300,
+                                        -1e300,
+                                        5e-324,
+                                        1e-300,
+                                        1.0 / 3,
+                                        9007199254740994.0,
+                                        123456789012345680000.0,
+                                        9223372036854775808.0,
+                                        1.7976931348623157e308};
     if (chance(15)) return special[static_cast<std::size_t>(below(int(special.size())))];
     if (chance(50)) return below(4000) - 2000;
     return std::uniform_real_distribution<double>(-2000, 2000)(m_random);
@@ -124,8 +155,9 @@ class RandomMapMaker {
     map.layout = enumeration<MindMap::Layout>(6);
     map.canvas = {color(), chance(50), chance(50), {}};
     if (chance(70)) map.canvas.themeId = text();
-    map.hierarchical = {chance(50), number(), number(), chance(50), number(),
-                        number(),   number(), number(), enumeration<EdgeStyle::TaperEasing>(3)};
+    map.hierarchical = {chance(50), number(), number(),
+                        chance(50), number(), number(),
+                        number(),   number(), enumeration<EdgeStyle::TaperEasing>(3)};
     std::vector<QUuid> ids;
     for (int i = 0; i < topics; ++i) {
       Node topic = node();
@@ -169,11 +201,19 @@ inline rc::Gen<MindMap> anyMap(RandomMapMaker::Structure structure) {
       [structure](std::uint64_t seed, int topics) { return RandomMapMaker(seed).map(topics, structure); },
       rc::gen::noShrink(rc::gen::arbitrary<std::uint64_t>()), rc::gen::inRange(0, 40));
 }
-inline rc::Gen<MindMap> anyForest() { return anyMap(RandomMapMaker::Structure::forest); }
-inline rc::Gen<MindMap> anyDamagedMap() { return anyMap(RandomMapMaker::Structure::damaged); }
+inline rc::Gen<MindMap> anyForest() {
+  return anyMap(RandomMapMaker::Structure::forest);
+}
+inline rc::Gen<MindMap> anyDamagedMap() {
+  return anyMap(RandomMapMaker::Structure::damaged);
+}
 
 // How RapidCheck and GoogleTest show a map.
-inline void showValue(const MindMap& map, std::ostream& stream) { stream << encodeDocument(map).toStdString(); }
-inline void PrintTo(const MindMap& map, std::ostream* stream) { showValue(map, *stream); }
+inline void showValue(const MindMap& map, std::ostream& stream) {
+  stream << encodeDocument(map).toStdString();
+}
+inline void PrintTo(const MindMap& map, std::ostream* stream) {
+  showValue(map, *stream);
+}
 
 }  // namespace quilmora
