@@ -154,6 +154,32 @@ class MindMapViewModel : public QObject {
   // A free point at or near (x, y): no topic's centre lies closer than 90. `direction` is 1 or -1.
   QPointF findFreeSpot(double x, double y, double direction, double step);
 
+  // --- Edges, relationships and regions (EdgeCommands.cpp) ---
+
+  // Branch mode, with the first selected topic as its source.
+  void startEdgeCreation();
+  // A tree connector; a relationship instead where the target has a parent already or the connector would close a
+  // cycle.
+  void createEdge(const QUuid& fromID, const QUuid& toID);
+  void addRelationship(const QUuid& fromID, const QUuid& toID);
+  void deleteRelationship(const QUuid& id);
+  // Neither tests for cycles: the caller does.
+  void reconnectEdgeSource(const QUuid& edgeID, const QUuid& newFromID);
+  void reconnectEdgeTarget(const QUuid& edgeID, const QUuid& newToID);
+  void setEdgeBend(const QUuid& edgeID, std::optional<QPointF> offset);
+  void setRelationshipBend(const QUuid& id, std::optional<QPointF> offset);
+  void setEdgeStyle(const QUuid& edgeID, const EdgeStyle& style);
+  void deleteEdge(const QUuid& edgeID);
+  // Around the selected topics, else around the point (canvas units), else at a fixed place.
+  void createRegion(std::optional<QPointF> point);
+  void deleteRegion(const QUuid& id);
+
+  // --- Duplication (Clipboard.cpp) ---
+
+  void copySelection();
+  void pasteClipboard();
+  void duplicateSelection();
+
   // --- Styles and themes (ThemeCommands.cpp) ---
 
   // The built-in theme that new content takes its colours from.
@@ -180,6 +206,29 @@ class MindMapViewModel : public QObject {
   // Clamps to 0.1 to 5.0 and keeps the canvas point under the anchor (view coordinates) in place.
   void zoomAt(double zoom, double anchorX, double anchorY);
   void centerOn(const QUuid& id, double width, double height, bool useLastKnownSize);
+
+  void toggleQuickLook(const QUuid& id);
+  enum class Direction { left = 0, right = 1, up = 2, down = 3 };
+  // Selects the nearest topic in the direction. Returns whether there was one.
+  bool moveSelection(Direction direction);
+  // Ends the innermost of what Escape ends: branch mode, presentation, quick look, search, lens, selection. Returns
+  // whether there was anything.
+  bool escape();
+
+  // --- Search (SearchCommands.cpp) ---
+
+  void toggleSearch();
+  // Finds the query in titles and notes, and looks at the first result. For each change of the query.
+  void runSearch();
+  void nextSearchResult();
+  void previousSearchResult();
+
+  // --- Presentation (PresentationCommands.cpp) ---
+
+  void togglePresentation();
+  void nextPresentationStep();
+  void previousPresentationStep();
+  std::optional<QUuid> currentPresentationNode() const;
 
   // --- Where the map is saved (SaveLocation.cpp) ---
 
@@ -228,7 +277,17 @@ class MindMapViewModel : public QObject {
   // Changes the topic and sets updatedAt; without such a topic the map is written back as it is.
   void editNode(const QUuid& id, const std::function<void(Node&)>& change);
   void addNode(Node node, const std::optional<QUuid>& parentID);
+  template <class Record>
+  void editRecord(SharedArray<Record> MindMap::*records, const QUuid& id, const std::function<void(Record&)>& change);
+  bool hasEdge(const QUuid& fromID, const QUuid& toID);
+  QRectF newRegionRect(std::optional<QPointF> point);
   const std::vector<char>& hiddenNumbers();
+  // Makes the topic the only selected one and centres the canvas on it.
+  void lookAt(const QUuid& id);
+  void stepSearchResult(int step);
+  std::vector<QUuid> makePresentationOrder();
+  void stepPresentation(int step);
+  void present(const QUuid& id);
 
   EditorServices m_services;
 

@@ -9,6 +9,7 @@ namespace {
 
 constexpr double minZoom = 0.1;
 constexpr double maxZoom = 5.0;
+constexpr double arrowMinDistance = 10.0;
 constexpr QSizeF assumedCanvasSize(800.0, 600.0);
 
 }  // namespace
@@ -79,6 +80,65 @@ void MindMapViewModel::centerOn(const QUuid& id, double width, double height, bo
   const QPointF center = m_index.positions()[position];
   setCanvasOffset(
       QPointF(size.width() * 0.5 - center.x() * m_canvasZoom, size.height() * 0.5 - center.y() * m_canvasZoom));
+}
+
+void MindMapViewModel::lookAt(const QUuid& id) {
+  setSelectedNodeIDs({id});
+  setSelectedEdgeIDs({});
+  centerOn(id, 0.0, 0.0, true);
+}
+
+void MindMapViewModel::toggleQuickLook(const QUuid& id) {
+  setQuickLookNodeID(m_quickLookNodeID == id ? std::nullopt : std::optional(id));
+}
+
+bool MindMapViewModel::moveSelection(Direction direction) {
+  const auto current = firstSelectedNode();
+  if (!current) return false;
+  const MapIndex& index = mapIndex();
+  const std::uint32_t start = index.find(*current);
+  if (start == MapIndex::npos) return false;
+  const std::vector<char>& hidden = hiddenNodes();
+  const std::vector<QPointF>& positions = index.positions();
+  const std::uint32_t number = index.numberOfNode()[start];
+  const bool isSideways = direction == Direction::left || direction == Direction::right;
+  const double sign = direction == Direction::right || direction == Direction::down ? 1.0 : -1.0;
+
+  std::size_t best = positions.size();
+  double bestScore = 0.0;
+  for (std::size_t i = 0; i < positions.size(); ++i) {
+    const QPointF step = positions[i] - positions[start];
+    const double along = sign * (isSideways ? step.x() : step.y());
+    if (!(along > arrowMinDistance) || hidden[i] || index.numberOfNode()[i] == number) continue;
+    const double sideways = std::abs(isSideways ? step.y() : step.x());
+    const double score = std::hypot(step.x(), step.y()) + 2.0 * sideways;
+    if (best != positions.size() && !(score < bestScore)) continue;
+    best = i;
+    bestScore = score;
+  }
+  if (best == positions.size()) return false;
+  lookAt((*index.ids())[index.numberOfNode()[best]]);
+  return true;
+}
+
+bool MindMapViewModel::escape() {
+  if (m_isEdgeCreationMode) {
+    setIsEdgeCreationMode(false);
+    setEdgeCreationSourceID(std::nullopt);
+  } else if (m_isPresentationMode) {
+    togglePresentation();
+  } else if (m_quickLookNodeID) {
+    setQuickLookNodeID(std::nullopt);
+  } else if (m_isSearching) {
+    toggleSearch();
+  } else if (m_activeLens != FocusLens::none) {
+    setActiveLens(FocusLens::none);
+  } else if (!m_selectedNodeIDs.empty() || !m_selectedEdgeIDs.empty()) {
+    clearSelection();
+  } else {
+    return false;
+  }
+  return true;
 }
 
 }  // namespace quilmora

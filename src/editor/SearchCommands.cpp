@@ -1,0 +1,63 @@
+#include <QLocale>
+
+#include "editor/MindMapViewModel.h"
+
+namespace quilmora {
+
+namespace {
+
+// Texts compare without regard to case as the current locale has it. Only Turkic locales differ from the plain folding.
+class CaseInsensitiveQuery {
+ public:
+  explicit CaseInsensitiveQuery(const QString& query)
+      : m_isTurkic(m_locale.language() == QLocale::Turkish || m_locale.language() == QLocale::Azerbaijani),
+        m_query(m_isTurkic ? m_locale.toLower(query) : query) {}
+
+  bool isIn(const QString& text) const {
+    return m_isTurkic ? m_locale.toLower(text).contains(m_query) : text.contains(m_query, Qt::CaseInsensitive);
+  }
+
+ private:
+  QLocale m_locale;
+  bool m_isTurkic;
+  QString m_query;
+};
+
+}  // namespace
+
+void MindMapViewModel::toggleSearch() {
+  setIsSearching(!m_isSearching);
+  if (m_isSearching) return;
+  setSearchQuery(QString());
+  setSearchResultIDs({});
+  setSearchResultIndex(0);
+}
+
+void MindMapViewModel::runSearch() {
+  std::vector<QUuid> found;
+  if (!m_searchQuery.isEmpty()) {
+    const CaseInsensitiveQuery query(m_searchQuery);
+    for (const Node& node : m_mindMap.nodes)
+      if (query.isIn(node.title) || query.isIn(node.notes)) found.push_back(node.id);
+  }
+  setSearchResultIDs(std::move(found));
+  setSearchResultIndex(0);
+  if (!m_searchResultIDs.empty()) lookAt(m_searchResultIDs.front());
+}
+
+void MindMapViewModel::nextSearchResult() {
+  stepSearchResult(1);
+}
+
+void MindMapViewModel::previousSearchResult() {
+  stepSearchResult(-1);
+}
+
+void MindMapViewModel::stepSearchResult(int step) {
+  const int count = static_cast<int>(m_searchResultIDs.size());
+  if (count == 0) return;
+  setSearchResultIndex((m_searchResultIndex + step + count) % count);
+  lookAt(m_searchResultIDs[m_searchResultIndex]);
+}
+
+}  // namespace quilmora
