@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+#include "layout/LeftRightTreeLayout.h"
+#include "layout/OrgChartLayout.h"
+#include "layout/RadialLayout.h"
 #include "layout/TreeLayout.h"
 
 namespace quilmora {
@@ -31,10 +34,13 @@ std::unique_ptr<LayoutAlgorithm> makeLayout(MindMap::Layout layout) {
       return std::make_unique<TreeLayout>(TreeLayout::Orientation::horizontal, 250.0, 100.0, 40.0);
     case MindMap::Layout::verticalTree:
       return std::make_unique<TreeLayout>(TreeLayout::Orientation::vertical, 250.0, 100.0, 40.0);
-    case MindMap::Layout::manual:
     case MindMap::Layout::radial:
+      return std::make_unique<RadialLayout>(200.0, 180.0);
     case MindMap::Layout::leftRightTree:
+      return std::make_unique<LeftRightTreeLayout>(250.0, 80.0);
     case MindMap::Layout::orgChart:
+      return std::make_unique<OrgChartLayout>(150.0, 120.0, 50.0);
+    case MindMap::Layout::manual:
       break;
   }
   return nullptr;

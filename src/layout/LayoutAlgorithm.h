@@ -39,7 +39,7 @@ class LayoutAlgorithm {
                                          QSizeF canvasSize) const = 0;
 };
 
-// The algorithm and constants behind a layout value. Nothing for `manual`, and for a value that has no algorithm yet.
+// The algorithm and constants behind a layout value. Nothing for `manual`.
 std::unique_ptr<LayoutAlgorithm> makeLayout(MindMap::Layout layout);
 
 // Shifts all points by one offset, so that the centre of their bounding box falls on the canvas centre.

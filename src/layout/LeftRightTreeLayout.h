@@ -1,0 +1,19 @@
+#pragma once
+
+#include "layout/LayoutAlgorithm.h"
+
+namespace quilmora {
+
+// A root's children go right and left in turn; every level spreads by a fixed step, without regard for subtree sizes.
+struct LeftRightTreeLayout final : LayoutAlgorithm {
+  double levelSpacing = 250.0;
+  double siblingSpacing = 80.0;
+
+  LeftRightTreeLayout() = default;
+  LeftRightTreeLayout(double level, double sibling) : levelSpacing(level), siblingSpacing(sibling) {}
+
+  PositionTable computePositions(const SharedArray<Node>& nodes, const SharedArray<Edge>& edges,
+                                 QSizeF canvasSize) const override;
+};
+
+}  // namespace quilmora

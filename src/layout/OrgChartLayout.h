@@ -1,0 +1,24 @@
+#pragma once
+
+#include "layout/TreeLayout.h"
+
+namespace quilmora {
+
+// The tree layout from the top down, with constants of its own.
+struct OrgChartLayout final : LayoutAlgorithm {
+  double levelSpacing = 150.0;
+  double siblingSpacing = 120.0;
+  double subtreeSpacing = 50.0;
+
+  OrgChartLayout() = default;
+  OrgChartLayout(double level, double sibling, double subtree)
+      : levelSpacing(level), siblingSpacing(sibling), subtreeSpacing(subtree) {}
+
+  PositionTable computePositions(const SharedArray<Node>& nodes, const SharedArray<Edge>& edges,
+                                 QSizeF canvasSize) const override {
+    return TreeLayout(TreeLayout::Orientation::vertical, levelSpacing, siblingSpacing, subtreeSpacing)
+        .computePositions(nodes, edges, canvasSize);
+  }
+};
+
+}  // namespace quilmora

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "layout/LayoutAlgorithm.h"
+
+namespace quilmora {
+
+// The root in the centre and its descendants on rings, every subtree in a sector as wide as its share of the leaves.
+struct RadialLayout final : LayoutAlgorithm {
+  double baseRadius = 200.0;   // of the first ring
+  double ringSpacing = 180.0;  // between consecutive rings
+
+  RadialLayout() = default;
+  RadialLayout(double base, double spacing) : baseRadius(base), ringSpacing(spacing) {}
+
+  PositionTable computePositions(const SharedArray<Node>& nodes, const SharedArray<Edge>& edges,
+                                 QSizeF canvasSize) const override;
+};
+
+}  // namespace quilmora
