@@ -8,16 +8,20 @@ namespace quilmora {
 
 namespace {
 
+// Every bit of the result depends on every bit of the argument: the constants are those of the SplitMix64 generator.
+std::uint64_t mixed(std::uint64_t bits) {
+  bits = (bits ^ bits >> 30) * 0xBF58476D1CE4E5B9ull;
+  bits = (bits ^ bits >> 27) * 0x94D049BB133111EBull;
+  return bits ^ bits >> 31;
+}
+
+// Ids that differ in a few bits only, such as numbered ones, must spread as well as random ones.
 std::size_t hashOf(const QUuid& id) {
-  static const std::uint64_t seed = QRandomGenerator::system()->generate64() | 1;
+  static const std::uint64_t seed = QRandomGenerator::system()->generate64();
   std::uint64_t halves[2];
   static_assert(sizeof(halves) == sizeof(QUuid));
   std::memcpy(halves, &id, sizeof(halves));
-  std::uint64_t h = (halves[0] ^ seed) * 0x9E3779B97F4A7C15ull;
-  h ^= h >> 29;
-  h = (h + halves[1]) * (seed ^ 0xBF58476D1CE4E5B8ull);
-  h ^= h >> 32;
-  return static_cast<std::size_t>(h);
+  return static_cast<std::size_t>(mixed(mixed(halves[0] ^ seed) + halves[1]));
 }
 
 }  // namespace
