@@ -1,0 +1,242 @@
+#include "canvas/view/CanvasGestures.h"
+
+#include <cmath>
+
+#include "canvas/view/gestures/BackgroundDrag.h"
+#include "canvas/view/gestures/NodeDrag.h"
+
+namespace quilmora {
+
+namespace {
+
+double length(QPointF vector) {
+  return std::hypot(vector.x(), vector.y());
+}
+
+}  // namespace
+
+CanvasGestures::CanvasGestures(MindMapViewModel& editor, const Clock& clock, CanvasHitTest hitTest)
+    : m_editor(editor), m_clock(clock), m_hitTest(std::move(hitTest)) {
+  // Any command that sets a title ends the edit, whoever gave it.
+  QObject::connect(&m_editor, &MindMapViewModel::isEditingInlineChanged, &m_connections, [this] {
+    if (!m_editor.isEditingInline()) m_state.editingNodeID.reset();
+    notify();
+  });
+  QObject::connect(&m_editor, &MindMapViewModel::mindMapChanged, &m_connections, [this] {
+    if (m_state.editingNodeID && !m_editor.hasNode(*m_state.editingNodeID)) endEditing();
+  });
+}
+
+CanvasGestures::~CanvasGestures() = default;
+
+void CanvasGestures::notify() {
+  if (m_state == m_notifiedState) return;
+  m_notifiedState = m_state;
+  if (m_stateObserver) m_stateObserver();
+}
+
+CanvasCursor CanvasGestures::cursor() const {
+  if (m_state.isPanning) return CanvasCursor::closedHand;
+  return m_state.isOptionHeld ? CanvasCursor::openHand : CanvasCursor::arrow;
+}
+
+// --- Pointer ---
+
+void CanvasGestures::press(const PointerInput& input) {
+  if (m_press || (input.button != PointerButton::left && input.button != PointerButton::middle)) return;
+  m_state.isOptionHeld = input.modifiers.option;
+  const QPointF canvasStart = context().canvasPoint(input.position);
+  const CanvasTarget target = input.button == PointerButton::left ? m_hitTest(canvasStart) : CanvasTarget();
+  m_lastInput = input;
+  m_press = Press{input.button, target, input.position, canvasStart};
+  if (input.button == PointerButton::middle) m_gesture = std::make_unique<PanDrag>(context(), input.position);
+  notify();
+}
+
+void CanvasGestures::move(const PointerInput& input) {
+  hover(input.position);
+  m_state.isOptionHeld = input.modifiers.option;
+  m_lastInput = input;
+  if (m_press && !m_gesture) m_gesture = recognize(input);
+  if (m_gesture) m_gesture->change(input);
+  notify();
+}
+
+void CanvasGestures::release(const PointerInput& input) {
+  if (!m_press || input.button != m_press->button) return;
+  const Press press = *m_press;
+  if (!m_gesture) m_gesture = recognize(input);
+  if (m_gesture && input.position != m_lastInput.position) m_gesture->change(input);
+  m_press.reset();
+  if (m_gesture) {
+    // Ended and gone before anyone hears of it, also when its command leads back here.
+    const auto gesture = std::exchange(m_gesture, nullptr);
+    gesture->end(input);
+  } else if (press.button == PointerButton::left) {
+    tap(press.target, input);
+  }
+  notify();
+}
+
+std::unique_ptr<CanvasGesture> CanvasGestures::recognize(const PointerInput& input) {
+  switch (m_press->target.kind) {
+    case CanvasTarget::Kind::node:
+      if (length(context().canvasPoint(input.position) - m_press->canvasStart) < NodeDrag::minimumDistance)
+        return nullptr;
+      return std::make_unique<NodeDrag>(context(), m_press->target.id, m_press->canvasStart);
+    case CanvasTarget::Kind::collapseToggle:
+    case CanvasTarget::Kind::connectionHandle:
+      return nullptr;
+    case CanvasTarget::Kind::background:
+    case CanvasTarget::Kind::edge:
+    case CanvasTarget::Kind::relationship:
+      if (length(input.position - m_press->viewStart) < BackgroundDrag::minimumDistance) return nullptr;
+      return std::make_unique<BackgroundDrag>(context(), m_press->viewStart);
+  }
+  Q_UNREACHABLE();
+}
+
+bool CanvasGestures::cancel() {
+  const bool wasDragging = isDragging();
+  m_press.reset();
+  m_gesture.reset();
+  notify();
+  return wasDragging;
+}
+
+void CanvasGestures::hover(QPointF position) {
+  m_editor.cursorLocation = position;
+  m_editor.isCanvasHovered = true;
+}
+
+void CanvasGestures::leave() {
+  m_editor.isCanvasHovered = false;
+  m_state.isOptionHeld = false;
+  notify();
+}
+
+void CanvasGestures::setOptionHeld(bool held) {
+  m_state.isOptionHeld = held;
+  notify();
+}
+
+// --- Taps ---
+
+void CanvasGestures::tap(const CanvasTarget& target, const PointerInput& input) {
+  switch (target.kind) {
+    case CanvasTarget::Kind::background:
+      return tapBackground();
+    case CanvasTarget::Kind::node:
+      return tapNode(target.id, input.modifiers);
+    case CanvasTarget::Kind::edge:
+      return m_editor.selectEdge(target.id, input.modifiers.shift);
+    case CanvasTarget::Kind::relationship:
+      return tapRelationship(target.id);
+    case CanvasTarget::Kind::collapseToggle:
+      // A button: released elsewhere, it was not meant.
+      if (m_hitTest(context().canvasPoint(input.position)) == target) m_editor.toggleCollapsed(target.id);
+      return;
+    case CanvasTarget::Kind::connectionHandle:
+      if (m_hitTest(context().canvasPoint(input.position)) == target) m_editor.createChild(target.id);
+      return;
+  }
+}
+
+void CanvasGestures::tapNode(const QUuid& id, const InputModifiers& modifiers) {
+  const TimePoint now = m_clock.now();
+  const auto sinceLast = now - m_state.lastTapTime;
+  if (m_state.lastTapNodeID == id && sinceLast >= sinceLast.zero() && sinceLast < doubleTapInterval) {
+    beginEditing(id);
+    return;
+  }
+  m_editor.selectNode(id, modifiers.shift);
+  m_state.lastTapNodeID = id;
+  m_state.lastTapTime = now;
+}
+
+void CanvasGestures::tapRelationship(const QUuid& id) {
+  m_editor.setSelectedNodeIDs({});
+  m_editor.setSelectedEdgeIDs({});
+  m_state.selectedRelationshipID = id;
+}
+
+void CanvasGestures::tapBackground() {
+  m_editor.clearSelection();
+  m_state.selectedRelationshipID.reset();
+}
+
+// --- Wheel and pinch ---
+
+bool CanvasGestures::wheel(const WheelInput& input) {
+  if (!m_editor.isCanvasHovered || m_editor.blockCanvasScroll) return false;
+  const QPointF anchor = m_editor.cursorLocation;
+  if (input.modifiers.command) {
+    const double factor = 1.0 + input.delta.y() * (input.isPrecise ? 0.01 : 0.05);
+    m_editor.zoomAt(m_editor.canvasZoom() * factor, anchor.x(), anchor.y());
+  } else {
+    m_editor.setCanvasOffset(m_editor.canvasOffset() + input.delta * (input.isPrecise ? 1.0 : 10.0));
+  }
+  // What is being dragged stays under the pointer while the canvas moves away below it.
+  if (m_gesture && !m_state.isPanning) m_gesture->change(m_lastInput);
+  notify();
+  return true;
+}
+
+void CanvasGestures::pinch(double magnification) {
+  m_isPinching = m_isPinching || std::abs(magnification - 1.0) >= minimumPinchDelta;
+  if (!m_isPinching) return;
+  const QPointF anchor = m_editor.cursorLocation;
+  m_editor.zoomAt(m_state.initialZoom * magnification, anchor.x(), anchor.y());
+}
+
+void CanvasGestures::pinchEnded() {
+  if (std::exchange(m_isPinching, false)) refreshInitialZoom();
+}
+
+void CanvasGestures::refreshInitialZoom() {
+  m_state.initialZoom = m_editor.canvasZoom();
+  notify();
+}
+
+// --- Title editing ---
+
+void CanvasGestures::beginEditing(const QUuid& id) {
+  if (m_editor.isPresentationMode() || !m_editor.hasNode(id)) return;
+  m_state.editingNodeID = id;
+  m_state.lastTapNodeID.reset();
+  m_editor.setIsEditingInline(true);
+  notify();
+}
+
+void CanvasGestures::commitTitle(const QString& text) {
+  if (!m_state.editingNodeID) return;
+  const QUuid id = *m_state.editingNodeID;
+  if (m_editor.hasNode(id)) m_editor.setNodeTitle(id, text);
+  endEditing();
+}
+
+void CanvasGestures::endEditing() {
+  if (!m_state.editingNodeID) return;
+  m_state.editingNodeID.reset();
+  m_editor.setIsEditingInline(false);
+  notify();
+}
+
+// --- Life of the view ---
+
+void CanvasGestures::appear(QSizeF canvasSize) {
+  resize(canvasSize);
+  if (m_state.hasAppearedOnce) return;
+  m_state.hasAppearedOnce = true;
+  const auto& nodes = m_editor.mindMap().nodes;
+  if (!nodes.empty()) m_editor.centerOn(nodes.front().id, canvasSize.width(), canvasSize.height(), false);
+  notify();
+}
+
+void CanvasGestures::resize(QSizeF canvasSize) {
+  m_state.canvasSize = canvasSize;
+  m_editor.setLastKnownCanvasSize(canvasSize);
+  notify();
+}
+
+}  // namespace quilmora

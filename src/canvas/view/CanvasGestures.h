@@ -1,0 +1,94 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include <QObject>
+
+#include "canvas/view/CanvasGesture.h"
+#include "canvas/view/CanvasInput.h"
+#include "canvas/view/CanvasState.h"
+#include "canvas/view/CanvasTarget.h"
+#include "editor/MindMapViewModel.h"
+#include "platform/Clock.h"
+
+namespace quilmora {
+
+// The interaction state machine of the canvas: turns pointer, wheel and pinch values into commands of the editor. Knows
+// no widget and no event. A press waits until it has moved far enough to be a drag, which then is one CanvasGesture, or
+// is released as a tap.
+class CanvasGestures {
+ public:
+  static constexpr std::chrono::milliseconds doubleTapInterval{350};
+  static constexpr double minimumPinchDelta = 0.01;
+
+  CanvasGestures(MindMapViewModel& editor, const Clock& clock, CanvasHitTest hitTest);
+  ~CanvasGestures();
+
+  const CanvasState& state() const { return m_state; }
+  CanvasCursor cursor() const;
+  bool isDragging() const { return m_gesture != nullptr; }
+  // Called once after each input that changed the state.
+  void setStateObserver(std::function<void()> observer) { m_stateObserver = std::move(observer); }
+
+  void press(const PointerInput& input);
+  // Also while no button is down.
+  void move(const PointerInput& input);
+  void release(const PointerInput& input);
+  // Ends a press or drag without effect. Returns whether there was a drag.
+  bool cancel();
+  // Where the pointer is, when that is all that is known.
+  void hover(QPointF position);
+  void leave();
+  void setOptionHeld(bool held);
+
+  // Pans, or zooms with Command. Returns whether the canvas took it.
+  bool wheel(const WheelInput& input);
+  // `magnification` counts from the start of the pinch.
+  void pinch(double magnification);
+  void pinchEnded();
+
+  // Opens the title of an existing topic for editing, unless in presentation mode.
+  void beginEditing(const QUuid& id);
+  // Stores the text as the title of the topic that is being edited, and ends the edit.
+  void commitTitle(const QString& text);
+  // Ends the edit and leaves the title as it was.
+  void endEditing();
+
+  // The first call also brings the first topic to the middle.
+  void appear(QSizeF canvasSize);
+  void resize(QSizeF canvasSize);
+  // The next pinch starts from the present zoom.
+  void refreshInitialZoom();
+
+ private:
+  struct Press {
+    PointerButton button;
+    CanvasTarget target;
+    QPointF viewStart;
+    QPointF canvasStart;
+  };
+
+  void notify();
+  GestureContext context() { return {m_editor, m_state}; }
+  std::unique_ptr<CanvasGesture> recognize(const PointerInput& input);
+  void tap(const CanvasTarget& target, const PointerInput& input);
+  void tapNode(const QUuid& id, const InputModifiers& modifiers);
+  void tapRelationship(const QUuid& id);
+  void tapBackground();
+
+  MindMapViewModel& m_editor;
+  const Clock& m_clock;
+  CanvasHitTest m_hitTest;
+  CanvasState m_state;
+  CanvasState m_notifiedState;
+  std::function<void()> m_stateObserver;
+  std::optional<Press> m_press;
+  PointerInput m_lastInput;
+  std::unique_ptr<CanvasGesture> m_gesture;
+  bool m_isPinching = false;
+  QObject m_connections;
+};
+
+}  // namespace quilmora

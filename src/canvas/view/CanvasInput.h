@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QPointF>
+#include <QUuid>
+
+namespace quilmora {
+
+// Input as plain values, named once: what the widget makes of the toolkit's events. Positions are view coordinates.
+
+enum class PointerButton { none, left, middle, right };
+
+struct InputModifiers {
+  bool shift = false;
+  bool command = false;  // Ctrl
+  bool option = false;   // Alt
+};
+
+struct PointerInput {
+  QPointF position;
+  PointerButton button = PointerButton::left;
+  InputModifiers modifiers;
+};
+
+struct WheelInput {
+  QPointF delta;           // view pixels when precise, else lines; positive is up and left
+  bool isPrecise = false;  // from a trackpad
+  InputModifiers modifiers;
+};
+
+enum class CanvasKey { other, left, right, up, down, tab, deleteKey, escape, selectAll, editTitle };
+
+enum class CanvasCursor { arrow, openHand, closedHand };
+
+}  // namespace quilmora

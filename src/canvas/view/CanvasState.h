@@ -1,0 +1,43 @@
+#pragma once
+
+#include <optional>
+
+#include <QPointF>
+#include <QSizeF>
+#include <QUuid>
+
+#include "platform/Clock.h"
+
+namespace quilmora {
+
+enum class EdgeEndpoint { source, target };
+
+// What the canvas remembers between two inputs, and what its layers draw of a gesture under way. Nothing of it reaches
+// the document.
+struct CanvasState {
+  std::optional<QUuid> draggedNodeID;
+  QPointF nodeDragTranslation;  // canvas units, of all selected topics while the drag lasts
+  double initialZoom = 1.0;     // the zoom that a pinch starts from
+  bool hasAppearedOnce = false;
+  std::optional<QPointF> selectionBoxStart;  // view coordinates
+  std::optional<QPointF> selectionBoxCurrent;
+  bool isPanning = false;
+  QPointF panStartOffset;
+  bool isOptionHeld = false;
+  QSizeF canvasSize;
+  std::optional<QUuid> handleDragSourceID;
+  std::optional<QPointF> handleDragEndPoint;  // canvas units
+  std::optional<QUuid> lastTapNodeID;
+  TimePoint lastTapTime;
+  std::optional<QUuid> editingNodeID;
+  std::optional<QUuid> reparentTargetID;
+  std::optional<QUuid> selectedRelationshipID;
+  std::optional<QUuid> handleDragTargetID;
+  std::optional<QUuid> draggingEdgeID;
+  std::optional<EdgeEndpoint> draggingEdgeEndpoint;
+  std::optional<QPointF> edgeDragPosition;  // canvas units
+
+  bool operator==(const CanvasState&) const = default;
+};
+
+}  // namespace quilmora

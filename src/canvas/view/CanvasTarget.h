@@ -1,0 +1,23 @@
+#pragma once
+
+#include <functional>
+
+#include <QPointF>
+#include <QUuid>
+
+namespace quilmora {
+
+// What a point of the canvas belongs to.
+struct CanvasTarget {
+  enum class Kind { background, node, collapseToggle, connectionHandle, edge, relationship };
+
+  Kind kind = Kind::background;
+  QUuid id;  // of the topic, connector or relationship
+
+  bool operator==(const CanvasTarget&) const = default;
+};
+
+// Answers for a point in canvas units.
+using CanvasHitTest = std::function<CanvasTarget(QPointF)>;
+
+}  // namespace quilmora

@@ -1,0 +1,313 @@
+#include "canvas/view/CanvasView.h"
+
+#include <QGestureEvent>
+#include <QMouseEvent>
+#include <QNativeGestureEvent>
+#include <QPainter>
+#include <QPinchGesture>
+
+#include "canvas/view/EventTranslation.h"
+#include "canvas/view/TitleEditor.h"
+#include "editor/MindMapViewModel.h"
+#include "editor/WindowCommands.h"
+#include "platform/Scheduler.h"
+#include "themes/Color.h"
+
+namespace quilmora {
+
+namespace {
+
+constexpr double fitPadding = 80.0;
+
+const Clock& systemClock() {
+  static const SystemClock clock;
+  return clock;
+}
+
+Qt::CursorShape shapeOf(CanvasCursor cursor) {
+  switch (cursor) {
+    case CanvasCursor::arrow:
+      return Qt::ArrowCursor;
+    case CanvasCursor::openHand:
+      return Qt::OpenHandCursor;
+    case CanvasCursor::closedHand:
+      return Qt::ClosedHandCursor;
+  }
+  Q_UNREACHABLE();
+}
+
+}  // namespace
+
+CanvasView::CanvasView(MindMapViewModel& editor, WindowCommands& commands, NotificationCenter& notifications,
+                       Scheduler& scheduler, QWidget* parent)
+    : CanvasView(editor, commands, notifications, scheduler, systemClock(), parent) {}
+
+CanvasView::CanvasView(MindMapViewModel& editor, WindowCommands& commands, NotificationCenter& notifications,
+                       Scheduler& scheduler, const Clock& clock, QWidget* parent)
+    : QWidget(parent),
+      m_editor(editor),
+      m_commands(commands),
+      m_scheduler(scheduler),
+      m_scene(editor),
+      m_gestures(editor, clock, [this](QPointF point) { return m_scene.targetAt(point, m_gestures.state()); }),
+      m_keys(editor, commands, scheduler, m_gestures),
+      m_layoutReceivers(editor, m_gestures, notifications),
+      m_animation(editor, scheduler, clock) {
+  setFocusPolicy(Qt::StrongFocus);
+  setMouseTracking(true);
+  setAttribute(Qt::WA_OpaquePaintEvent);
+  grabGesture(Qt::PinchGesture);
+  observeEditor();
+  receiveNotifications(notifications);
+  m_gestures.setStateObserver([this] { gesturesChanged(); });
+}
+
+CanvasView::~CanvasView() {
+  m_gestures.setStateObserver({});
+  // Its loss of the keyboard must not reach a view that is half gone.
+  if (m_titleEditor) m_titleEditor->disconnect(this);
+}
+
+void CanvasView::observeEditor() {
+  const auto repaint = [this] { update(); };
+  const auto move = [this] { viewMoved(); };
+  connect(&m_editor, &MindMapViewModel::mindMapChanged, this, &CanvasView::mapChanged);
+  connect(&m_editor, &MindMapViewModel::collapsedNodeIDsChanged, this, &CanvasView::mapChanged);
+  connect(&m_editor, &MindMapViewModel::canvasOffsetChanged, this, move);
+  connect(&m_editor, &MindMapViewModel::canvasZoomChanged, this, move);
+  connect(&m_editor, &MindMapViewModel::selectedNodeIDsChanged, this, repaint);
+  connect(&m_editor, &MindMapViewModel::selectedEdgeIDsChanged, this, repaint);
+  connect(&m_editor, &MindMapViewModel::selectedRegionIDChanged, this, repaint);
+  connect(&m_editor, &MindMapViewModel::isEdgeCreationModeChanged, this, repaint);
+  connect(&m_editor, &MindMapViewModel::activeLensChanged, this, repaint);
+}
+
+void CanvasView::receiveNotifications(NotificationCenter& notifications) {
+  const auto receive = [&](Notification notification, auto action) {
+    m_subscriptions.push_back(notifications.observe(notification, [action](const QVariant&) { action(); }));
+  };
+  receive(Notification::zoomToFit, [this] { zoomToFit(); });
+  receive(Notification::zoomIn, [this] { m_commands.zoomIn(size()); });
+  receive(Notification::zoomOut, [this] { m_commands.zoomOut(size()); });
+}
+
+void CanvasView::zoomToFit() {
+  m_animation.stop();
+  const ViewAnimation::View before{m_editor.canvasZoom(), m_editor.canvasOffset()};
+  m_editor.fitToContent(width(), height(), fitPadding);
+  if (!isVisible()) {
+    m_gestures.refreshInitialZoom();
+    return;
+  }
+  const ViewAnimation::View target{m_editor.canvasZoom(), m_editor.canvasOffset()};
+  m_editor.setCanvasZoom(before.zoom);
+  m_editor.setCanvasOffset(before.offset);
+  m_animation.start(target, [this] { m_gestures.refreshInitialZoom(); });
+}
+
+// --- What is shown ---
+
+void CanvasView::paintEvent(QPaintEvent* event) {
+  QPainter painter(this);
+  m_scene.paint(painter, event->rect(), m_gestures.state(), m_titleEditor ? m_titleEditor->fieldSize() : QSizeF());
+}
+
+void CanvasView::gesturesChanged() {
+  setCursor(shapeOf(m_gestures.cursor()));
+  const auto& editing = m_gestures.state().editingNodeID;
+  if (editing != m_titleEditorNodeID) {
+    closeTitleEditor();
+    if (editing) openTitleEditor(*editing);
+  }
+  update();
+}
+
+void CanvasView::viewMoved() {
+  placeTitleEditor();
+  update();
+}
+
+void CanvasView::mapChanged() {
+  // A topic that went out of sight takes its field with it.
+  if (m_titleEditor && m_titleEditorNodeID && m_editor.isHidden(*m_titleEditorNodeID)) m_titleEditor->commit();
+  placeTitleEditor();
+  update();
+}
+
+// --- Title field ---
+
+void CanvasView::openTitleEditor(const QUuid& nodeID) {
+  const std::optional<Node> node = m_editor.nodeByID(nodeID);
+  if (!node) return;
+  m_titleEditorNodeID = nodeID;
+  m_titleEditor = new TitleEditor(node->title, m_scheduler, this);
+  connect(m_titleEditor, &TitleEditor::committed, this,
+          [this](const QString& title) { m_gestures.commitTitle(title); });
+  connect(m_titleEditor, &TitleEditor::cancelled, this, [this] { m_gestures.endEditing(); });
+  connect(m_titleEditor, &TitleEditor::fieldSizeChanged, this, &CanvasView::viewMoved);
+  placeTitleEditor();
+  m_titleEditor->show();
+}
+
+void CanvasView::closeTitleEditor() {
+  m_titleEditorNodeID.reset();
+  if (!m_titleEditor) return;
+  TitleEditor* editor = std::exchange(m_titleEditor, nullptr);
+  editor->disconnect(this);
+  // The next key belongs to the canvas, unless the user has taken the keyboard elsewhere.
+  const QWidget* owner = window()->focusWidget();
+  if (!owner || owner == editor) setFocus(Qt::OtherFocusReason);
+  editor->hide();
+  editor->deleteLater();
+}
+
+void CanvasView::placeTitleEditor() {
+  if (!m_titleEditor) return;
+  const QUuid id = *m_titleEditorNodeID;
+  if (!m_editor.hasNode(id)) return;
+  m_titleEditor->setTitleLook(m_scene.titleLook(id));
+  const QRectF field = m_scene.titleField(id, m_titleEditor->fieldSize());
+  const double zoom = m_editor.canvasZoom();
+  m_titleEditor->place(QRectF(field.topLeft() * zoom + m_editor.canvasOffset(), field.size() * zoom), zoom);
+}
+
+void CanvasView::commitTitleEdit() {
+  if (m_titleEditor) m_titleEditor->commit();
+}
+
+// --- Events ---
+
+bool CanvasView::event(QEvent* event) {
+  switch (event->type()) {
+    case QEvent::ShortcutOverride:
+      // The canvas's own keys come before menu entries.
+      if (canvasKey(*static_cast<QKeyEvent*>(event)) != CanvasKey::other) {
+        event->accept();
+        return true;
+      }
+      break;
+    case QEvent::KeyPress:
+      // Before Tab moves the focus.
+      if (pressKey(*static_cast<QKeyEvent*>(event))) {
+        event->accept();
+        return true;
+      }
+      break;
+    case QEvent::NativeGesture:
+      if (nativeGesture(*static_cast<QNativeGestureEvent*>(event))) {
+        event->accept();
+        return true;
+      }
+      break;
+    case QEvent::Gesture:
+      if (QGesture* pinch = static_cast<QGestureEvent*>(event)->gesture(Qt::PinchGesture)) {
+        pinchGesture(*static_cast<QPinchGesture*>(pinch));
+        event->accept();
+        return true;
+      }
+      break;
+    case QEvent::WindowDeactivate:
+      // The release will go elsewhere.
+      m_gestures.cancel();
+      m_gestures.setOptionHeld(false);
+      break;
+    default:
+      break;
+  }
+  return QWidget::event(event);
+}
+
+void CanvasView::mousePressEvent(QMouseEvent* event) {
+  const PointerInput input = pointerInput(*event);
+  if (input.button == PointerButton::right || input.button == PointerButton::none) {
+    event->ignore();
+    return;
+  }
+  m_gestures.press(input);
+}
+
+void CanvasView::mouseMoveEvent(QMouseEvent* event) {
+  // A release that never came.
+  if (event->buttons() == Qt::NoButton) m_gestures.cancel();
+  m_gestures.move(pointerInput(*event));
+}
+
+void CanvasView::mouseReleaseEvent(QMouseEvent* event) {
+  m_gestures.release(pointerInput(*event));
+}
+
+void CanvasView::wheelEvent(QWheelEvent* event) {
+  m_gestures.hover(event->position());
+  if (!m_gestures.wheel(wheelInput(*event))) event->ignore();
+}
+
+bool CanvasView::nativeGesture(const QNativeGestureEvent& event) {
+  switch (event.gestureType()) {
+    case Qt::BeginNativeGesture:
+      m_nativeMagnification = 1.0;
+      return true;
+    case Qt::ZoomNativeGesture:
+      m_gestures.hover(event.position());
+      m_nativeMagnification *= 1.0 + event.value();
+      m_gestures.pinch(m_nativeMagnification);
+      return true;
+    case Qt::EndNativeGesture:
+      m_gestures.pinchEnded();
+      m_nativeMagnification = 1.0;
+      return true;
+    default:
+      return false;
+  }
+}
+
+void CanvasView::pinchGesture(const QPinchGesture& pinch) {
+  // Fingers on a screen do not hover: their middle is the anchor.
+  if (pinch.state() == Qt::GestureStarted) m_gestures.hover(mapFromGlobal(pinch.centerPoint()));
+  m_gestures.cancel();
+  if (pinch.state() == Qt::GestureFinished || pinch.state() == Qt::GestureCanceled)
+    m_gestures.pinchEnded();
+  else
+    m_gestures.pinch(pinch.totalScaleFactor());
+}
+
+bool CanvasView::pressKey(const QKeyEvent& event) {
+  if (event.key() == Qt::Key_Alt) m_gestures.setOptionHeld(true);
+  if (m_titleEditor && !m_titleEditor->hasFocus() && !isModifierKey(event.key())) {
+    m_titleEditor->takeKey(event);
+    return true;
+  }
+  return m_keys.press(canvasKey(event));
+}
+
+void CanvasView::keyReleaseEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Alt) m_gestures.setOptionHeld(false);
+  QWidget::keyReleaseEvent(event);
+}
+
+void CanvasView::enterEvent(QEnterEvent* event) {
+  m_gestures.hover(event->position());
+  QWidget::enterEvent(event);
+}
+
+void CanvasView::leaveEvent(QEvent* event) {
+  m_gestures.leave();
+  QWidget::leaveEvent(event);
+}
+
+void CanvasView::showEvent(QShowEvent* event) {
+  m_gestures.appear(size());
+  QWidget::showEvent(event);
+}
+
+void CanvasView::hideEvent(QHideEvent* event) {
+  m_gestures.cancel();
+  m_gestures.leave();
+  QWidget::hideEvent(event);
+}
+
+void CanvasView::resizeEvent(QResizeEvent* event) {
+  m_gestures.resize(size());
+  QWidget::resizeEvent(event);
+}
+
+}  // namespace quilmora

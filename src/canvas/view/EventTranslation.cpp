@@ -1,0 +1,90 @@
+#include "canvas/view/EventTranslation.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPointingDevice>
+#include <QWheelEvent>
+
+namespace quilmora {
+
+namespace {
+
+constexpr double notch = 120.0;
+
+InputModifiers inputModifiers(Qt::KeyboardModifiers modifiers) {
+  return {modifiers.testFlag(Qt::ShiftModifier), modifiers.testFlag(Qt::ControlModifier),
+          modifiers.testFlag(Qt::AltModifier)};
+}
+
+PointerButton pointerButton(Qt::MouseButton button) {
+  switch (button) {
+    case Qt::LeftButton:
+      return PointerButton::left;
+    case Qt::MiddleButton:
+      return PointerButton::middle;
+    case Qt::RightButton:
+      return PointerButton::right;
+    default:
+      return PointerButton::none;
+  }
+}
+
+// Pixels alone do not tell: X11 gives them for wheels too, in the driver's own units.
+bool isPrecise(const QWheelEvent& event) {
+  if (event.pixelDelta().isNull()) return false;
+  const QPointingDevice* device = event.pointingDevice();
+  return event.phase() != Qt::NoScrollPhase || (device && device->type() == QInputDevice::DeviceType::TouchPad);
+}
+
+CanvasKey plainKey(int key) {
+  switch (key) {
+    case Qt::Key_Left:
+      return CanvasKey::left;
+    case Qt::Key_Right:
+      return CanvasKey::right;
+    case Qt::Key_Up:
+      return CanvasKey::up;
+    case Qt::Key_Down:
+      return CanvasKey::down;
+    case Qt::Key_Tab:
+      return CanvasKey::tab;
+    case Qt::Key_Delete:
+    case Qt::Key_Backspace:
+      return CanvasKey::deleteKey;
+    case Qt::Key_Escape:
+      return CanvasKey::escape;
+    case Qt::Key_F2:
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      return CanvasKey::editTitle;
+    default:
+      return CanvasKey::other;
+  }
+}
+
+}  // namespace
+
+PointerInput pointerInput(const QMouseEvent& event) {
+  return {event.position(), pointerButton(event.button()), inputModifiers(event.modifiers())};
+}
+
+WheelInput wheelInput(const QWheelEvent& event) {
+  const bool precise = isPrecise(event);
+  const QPointF delta =
+      precise ? QPointF(event.pixelDelta()) : QPointF(event.angleDelta()) / notch * QApplication::wheelScrollLines();
+  return {delta, precise, inputModifiers(event.modifiers())};
+}
+
+CanvasKey canvasKey(const QKeyEvent& event) {
+  const Qt::KeyboardModifiers modifiers = event.modifiers() & ~Qt::KeypadModifier;
+  if (event.key() == Qt::Key_A && modifiers == Qt::ControlModifier) return CanvasKey::selectAll;
+  return modifiers == Qt::NoModifier ? plainKey(event.key()) : CanvasKey::other;
+}
+
+bool isModifierKey(int key) {
+  return key == Qt::Key_Shift || key == Qt::Key_Control || key == Qt::Key_Alt || key == Qt::Key_AltGr ||
+         key == Qt::Key_Meta || key == Qt::Key_CapsLock || key == Qt::Key_NumLock;
+}
+
+}  // namespace quilmora

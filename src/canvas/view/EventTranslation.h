@@ -1,0 +1,23 @@
+#pragma once
+
+#include "canvas/view/CanvasInput.h"
+
+class QKeyEvent;
+class QMouseEvent;
+class QWheelEvent;
+
+namespace quilmora {
+
+// The toolkit's events as the canvas's own values.
+
+PointerInput pointerInput(const QMouseEvent& event);
+
+// Precise when a trackpad reports pixels. Everything else counts in lines, as many to a notch as the desktop is set to;
+// a wheel of high resolution gives parts of them.
+WheelInput wheelInput(const QWheelEvent& event);
+
+CanvasKey canvasKey(const QKeyEvent& event);
+
+bool isModifierKey(int key);
+
+}  // namespace quilmora

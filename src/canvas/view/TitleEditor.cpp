@@ -1,0 +1,243 @@
+#include "canvas/view/TitleEditor.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QScrollBar>
+#include <QTextBlock>
+#include <QTextDocument>
+#include <QTextLayout>
+
+namespace quilmora {
+
+namespace {
+
+// Room for the text cursor behind the last letter, and against rounding to whole pixels.
+constexpr int cursorRoom = 3;
+
+bool isReturn(int key) {
+  return key == Qt::Key_Return || key == Qt::Key_Enter;
+}
+bool isTab(int key) {
+  return key == Qt::Key_Tab || key == Qt::Key_Backtab;
+}
+
+// The unwrapped parts of a text as it is shown, what an input method is composing included.
+QStringList shownLines(const QTextDocument& document) {
+  QStringList lines;
+  for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+    QString text = block.text();
+    const QTextLayout* layout = block.layout();
+    if (!layout->preeditAreaText().isEmpty()) text.insert(layout->preeditAreaPosition(), layout->preeditAreaText());
+    lines.append(text);
+  }
+  return lines;
+}
+
+QSizeF sizeOf(const QStringList& lines, const QFont& font, double wrapWidth) {
+  QSizeF size(0.0, 0.0);
+  for (const QString& text : lines) {
+    QTextLayout layout(text, font);
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    // The text cursor behind a space just typed wants room as well.
+    if (text.endsWith(QLatin1Char(' '))) option.setFlags(QTextOption::IncludeTrailingSpaces);
+    layout.setTextOption(option);
+    layout.beginLayout();
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+      line.setLineWidth(wrapWidth);
+      size.setWidth(std::max(size.width(), line.naturalTextWidth()));
+      size.setHeight(size.height() + line.height());
+    }
+    layout.endLayout();
+  }
+  return size;
+}
+
+}  // namespace
+
+TitleEditor::TitleEditor(const QString& title, Scheduler& scheduler, QWidget* canvas)
+    : QTextEdit(canvas), m_scheduler(scheduler) {
+  setFrameShape(QFrame::NoFrame);
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setAcceptRichText(false);
+  setAcceptDrops(false);
+  setAutoFillBackground(false);
+  viewport()->setAutoFillBackground(false);
+  document()->setDocumentMargin(0.0);
+  setPlainText(title);
+  selectAll();
+  // The field grows with its text, so that there is never anything to scroll to.
+  for (QScrollBar* bar : {horizontalScrollBar(), verticalScrollBar()})
+    connect(bar, &QScrollBar::valueChanged, bar, [bar] { bar->setValue(bar->minimum()); });
+  connect(document(), &QTextDocument::contentsChanged, this, &TitleEditor::measure);
+  measure();
+  m_focusTask = m_scheduler.after(focusDelay, [this] {
+    m_focusTask = 0;
+    takeFocus();
+  });
+}
+
+TitleEditor::~TitleEditor() {
+  if (m_focusTask) m_scheduler.cancel(m_focusTask);
+}
+
+void TitleEditor::setTitleLook(const TitleLook& look) {
+  if (look == m_look) return;
+  m_look = look;
+  QPalette colors = palette();
+  colors.setColor(QPalette::Text, look.color);
+  colors.setColor(QPalette::Base, Qt::transparent);
+  // The selection shows on any fill, as it is made of the colour that is readable on it.
+  QColor highlight = look.color;
+  highlight.setAlphaF(0.3F);
+  colors.setColor(QPalette::Highlight, highlight);
+  colors.setColor(QPalette::HighlightedText, look.color);
+  setPalette(colors);
+  measure();
+}
+
+QFont TitleEditor::fontAt(double zoom) const {
+  QFont scaled = m_look.font;
+  scaled.setPointSizeF(std::max(m_look.pixelSize * zoom * 72.0 / logicalDpiY(), 0.1));
+  return scaled;
+}
+
+QSizeF TitleEditor::fieldSize() const {
+  return QSizeF(std::clamp(m_textSize.width(), minFieldWidth, maxFieldWidth),
+                std::max(m_textSize.height(), minFieldHeight));
+}
+
+void TitleEditor::place(const QRectF& field, double zoom) {
+  const QFont scaled = fontAt(zoom);
+  if (scaled != font()) setFont(scaled);
+
+  // The text stands in the middle of the field, as the title in its topic, but is aligned as its language is.
+  const QSizeF text = sizeOf(shownLines(*document()), scaled, maxFieldWidth * zoom);
+  const int left = std::max(0, qRound((field.width() - text.width()) / 2.0));
+  const int top = std::max(0, qRound((field.height() - text.height()) / 2.0));
+  const int width = static_cast<int>(std::ceil(text.width())) + cursorRoom;
+  const int height = static_cast<int>(std::ceil(text.height()));
+  const QPoint origin(qRound(field.x()), qRound(field.y()));
+  const QSize outer(std::max(qRound(field.width()), left + width), std::max(qRound(field.height()), top + height));
+  setViewportMargins(left, top, outer.width() - left - width, 0);
+  setGeometry(QRect(origin, outer));
+}
+
+void TitleEditor::measure() {
+  const QSizeF before = fieldSize();
+  const QSizeF textBefore = std::exchange(m_textSize, sizeOf(shownLines(*document()), fontAt(1.0), maxFieldWidth));
+  if (fieldSize() != before || m_textSize != textBefore) Q_EMIT fieldSizeChanged();
+}
+
+QString TitleEditor::editableTitle() const {
+  // Unlike toPlainText() this keeps spaces that do not break.
+  return document()->toRawText().replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
+}
+
+void TitleEditor::takeFocus() {
+  if (m_focusTask) m_scheduler.cancel(std::exchange(m_focusTask, 0));
+  setFocus(Qt::OtherFocusReason);
+}
+
+void TitleEditor::takeKey(const QKeyEvent& event) {
+  takeFocus();
+  QKeyEvent copy(event.type(), event.key(), event.modifiers(), event.nativeScanCode(), event.nativeVirtualKey(),
+                 event.nativeModifiers(), event.text(), event.isAutoRepeat(), static_cast<quint16>(event.count()));
+  QCoreApplication::sendEvent(this, &copy);
+}
+
+void TitleEditor::commit() {
+  if (std::exchange(m_isDone, true)) return;
+  Q_EMIT committed(editableTitle());
+}
+
+void TitleEditor::cancel() {
+  if (std::exchange(m_isDone, true)) return;
+  Q_EMIT cancelled();
+}
+
+bool TitleEditor::event(QEvent* event) {
+  switch (event->type()) {
+    case QEvent::ShortcutOverride: {
+      // No menu entry may take the keys that end the edit.
+      const int key = static_cast<QKeyEvent*>(event)->key();
+      if (isReturn(key) || isTab(key) || key == Qt::Key_Escape) {
+        event->accept();
+        return true;
+      }
+      break;
+    }
+    case QEvent::KeyPress:
+      // Tab neither types nor leaves the field.
+      if (isTab(static_cast<QKeyEvent*>(event)->key())) {
+        event->accept();
+        return true;
+      }
+      break;
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+      // Beside the text, but still in the field.
+      setFocus(Qt::MouseFocusReason);
+      event->accept();
+      return true;
+    default:
+      break;
+  }
+  return QTextEdit::event(event);
+}
+
+void TitleEditor::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape) {
+    cancel();
+  } else if (isReturn(event->key())) {
+    returnKey(*event);
+  } else {
+    QTextEdit::keyPressEvent(event);
+  }
+  event->accept();
+}
+
+void TitleEditor::returnKey(const QKeyEvent& event) {
+  const bool isMultiLine = editableTitle().contains(QLatin1Char('\n'));
+  const bool wantsLine = event.modifiers().testFlag(Qt::ShiftModifier) || isMultiLine;
+  if (wantsLine && !event.modifiers().testFlag(Qt::ControlModifier)) {
+    textCursor().insertText(QStringLiteral("\n"));
+    return;
+  }
+  commit();
+}
+
+void TitleEditor::inputMethodEvent(QInputMethodEvent* event) {
+  QTextEdit::inputMethodEvent(event);
+  measure();
+}
+
+void TitleEditor::focusOutEvent(QFocusEvent* event) {
+  QTextEdit::focusOutEvent(event);
+  // A menu above the field, another window and the list of an input method leave the field its place as the one with
+  // the keyboard: it comes back.
+  const Qt::FocusReason reason = event->reason();
+  if (reason == Qt::PopupFocusReason || reason == Qt::ActiveWindowFocusReason || reason == Qt::MenuBarFocusReason)
+    return;
+  commit();
+}
+
+// The canvas pans and zooms below the open field.
+void TitleEditor::wheelEvent(QWheelEvent* event) {
+  event->ignore();
+}
+
+bool TitleEditor::canInsertFromMimeData(const QMimeData* source) const {
+  return source->hasText();
+}
+
+void TitleEditor::insertFromMimeData(const QMimeData* source) {
+  textCursor().insertText(source->text());
+}
+
+}  // namespace quilmora

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <QColor>
+#include <QFont>
+#include <QTextEdit>
+
+#include "canvas/view/CanvasScene.h"
+#include "platform/Scheduler.h"
+
+namespace quilmora {
+
+// The text field in which a topic's title is edited on the canvas, laid exactly over the title. Sizes are canvas units:
+// the field is as large as its text within limits, and its text stands where the finished title will stand.
+class TitleEditor : public QTextEdit {
+  Q_OBJECT
+
+ public:
+  static constexpr double minFieldWidth = 80.0;
+  static constexpr double maxFieldWidth = 200.0;
+  static constexpr double minFieldHeight = 20.0;
+  static constexpr std::chrono::milliseconds focusDelay{50};
+
+  // Takes the keyboard after focusDelay, with the whole title selected.
+  TitleEditor(const QString& title, Scheduler& scheduler, QWidget* canvas);
+  ~TitleEditor() override;
+
+  void setTitleLook(const TitleLook& look);
+  // The size that the field takes for its text.
+  QSizeF fieldSize() const;
+  // Lays the field over `field`, in view coordinates.
+  void place(const QRectF& field, double zoom);
+
+  // The text with "\n" for its line breaks.
+  QString editableTitle() const;
+  // Hands over a key that came before the keyboard did; takes the keyboard at once.
+  void takeKey(const QKeyEvent& event);
+  // Ends the edit as leaving the field does.
+  void commit();
+
+ Q_SIGNALS:
+  void committed(const QString& title);
+  void cancelled();
+  void fieldSizeChanged();
+
+ protected:
+  bool event(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void inputMethodEvent(QInputMethodEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+  void insertFromMimeData(const QMimeData* source) override;
+  bool canInsertFromMimeData(const QMimeData* source) const override;
+
+ private:
+  void takeFocus();
+  void measure();
+  QFont fontAt(double zoom) const;
+  void cancel();
+  void returnKey(const QKeyEvent& event);
+
+  Scheduler& m_scheduler;
+  Scheduler::Task m_focusTask = 0;
+  TitleLook m_look;
+  QSizeF m_textSize;
+  bool m_isDone = false;
+};
+
+}  // namespace quilmora

@@ -1,0 +1,43 @@
+#include "canvas/view/ViewAnimation.h"
+
+#include <QEasingCurve>
+
+namespace quilmora {
+
+void ViewAnimation::start(const View& target, std::function<void()> finished) {
+  stop();
+  m_from = m_shown = present();
+  m_to = target;
+  m_finished = std::move(finished);
+  m_start = m_clock.now();
+  m_task = m_scheduler.after(frameInterval, [this] { step(); });
+}
+
+void ViewAnimation::stop() {
+  if (m_task) m_scheduler.cancel(m_task);
+  m_task = 0;
+}
+
+void ViewAnimation::show(const View& view) {
+  m_shown = view;
+  m_editor.setCanvasZoom(view.zoom);
+  m_editor.setCanvasOffset(view.offset);
+}
+
+void ViewAnimation::step() {
+  m_task = 0;
+  if (present() != m_shown) return;
+  const auto elapsed = m_clock.now() - m_start;
+  // A system clock that was set back must not hold the view in the air.
+  if (elapsed >= duration || elapsed < elapsed.zero()) {
+    show(m_to);
+    if (m_finished) m_finished();
+    return;
+  }
+  const double progress = std::chrono::duration<double>(elapsed) / std::chrono::duration<double>(duration);
+  const double eased = QEasingCurve(QEasingCurve::InOutQuad).valueForProgress(progress);
+  m_task = m_scheduler.after(frameInterval, [this] { step(); });
+  show({m_from.zoom + (m_to.zoom - m_from.zoom) * eased, m_from.offset + (m_to.offset - m_from.offset) * eased});
+}
+
+}  // namespace quilmora
