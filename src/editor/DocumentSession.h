@@ -7,24 +7,25 @@
 
 #include "editor/MindMapViewModel.h"
 #include "model/MindMapDocument.h"
+#include "platform/Notifications.h"
 #include "platform/Scheduler.h"
 
 namespace quilmora {
 
 class FilePanels;
 class FileWriter;
-class NotificationCenter;
 class RecentFiles;
 
-// How one window's map reaches the disk and comes back: Save, Save As, Open, auto-save and reopening. Holds the
-// document beside the editor and keeps the two maps equal. No widget: dialogs come through FilePanels, and what the
-// user must see through errorRaised().
+// How one window's map reaches the disk and comes back: Save, Save As, Open, auto-save and reopening. Holds the document
+// beside the editor and keeps the two maps equal. Receives autoSaveBeforeQuit itself; the other requests reach it as calls.
+// No widget: dialogs come through FilePanels, and what the user must see through errorRaised().
 class DocumentSession : public QObject {
   Q_OBJECT
 
  public:
   static constexpr std::chrono::seconds autoSaveDelay{5};
 
+  // All outlive the session.
   struct Services {
     EditorServices editor;
     FileWriter& writer;
@@ -36,9 +37,11 @@ class DocumentSession : public QObject {
   };
 
   DocumentSession(MindMapViewModel& editor, Services services);
+  ~DocumentSession() override;
 
   const MindMapDocument& document() const { return m_document; }
 
+  // Writes to the place that the user chose before, and asks for one when there is none or writing there fails.
   void saveDocument();
   void saveDocumentAs();
   void openDocument();
@@ -52,14 +55,28 @@ class DocumentSession : public QObject {
   void errorRaised(const QString& message);
 
  private:
+  struct LastDocument {
+    QString path;
+    bool isAccessGranted = false;
+  };
+
   void documentFollowsEditor();
+  void dirtyFlagWasSet();
+  QString createdDefaultFolder() const;
+  QString writeTo(const QString& path) const;
+  void autoSaveToDefaultFolder();
   void loadChosen(const QString& path);
-  QString writeTo(const QString& path);
+  void install(const MindMap& map, const QString& path);
+  void zoomToFitAfter(std::chrono::milliseconds delay);
+  std::optional<LastDocument> findLastDocument();
+  void log(const QString& line) const;
 
   MindMapViewModel& m_editor;
   Services m_services;
   MindMapDocument m_document;
+  NotificationCenter::Subscription m_quitSubscription;
   Scheduler::Task m_autoSaveTimer = 0;
+  bool m_wasDirty = false;
 };
 
 }  // namespace quilmora

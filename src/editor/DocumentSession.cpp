@@ -1,0 +1,239 @@
+#include "editor/DocumentSession.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QPointer>
+
+#include "editor/DocumentFileName.h"
+#include "editor/RecentFiles.h"
+#include "platform/Bookmarks.h"
+#include "platform/FilePanels.h"
+#include "platform/FileWriter.h"
+#include "platform/Log.h"
+#include "platform/SettingsStore.h"
+#include "themes/SettingsKeys.h"
+
+namespace quilmora {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto zoomDelayAfterOpen = 200ms;
+constexpr auto zoomDelayAfterReopen = 300ms;
+
+QString absolutePath(const QString& path) {
+  return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+}
+
+QString lastComponent(const QString& path) {
+  return path.mid(path.lastIndexOf(u'/') + 1);
+}
+
+bool fileExists(const QString& path) {
+  return QFileInfo::exists(path);
+}
+
+}  // namespace
+
+DocumentSession::DocumentSession(MindMapViewModel& editor, Services services)
+    : m_editor(editor),
+      m_services(std::move(services)),
+      m_document(m_services.editor.clock),
+      m_quitSubscription(m_services.notifications.observe(Notification::autoSaveBeforeQuit,
+                                                          [this](const QVariant&) { autoSave(); })) {
+  m_document.mindMap = m_editor.mindMap();
+  connect(&m_editor, &MindMapViewModel::mindMapChanged, this, &DocumentSession::documentFollowsEditor);
+  connect(&m_editor, &MindMapViewModel::isDirtyChanged, this, &DocumentSession::dirtyFlagWasSet);
+  dirtyFlagWasSet();
+}
+
+DocumentSession::~DocumentSession() {
+  m_services.scheduler.cancel(m_autoSaveTimer);
+}
+
+void DocumentSession::documentFollowsEditor() {
+  if (m_document.mindMap != m_editor.mindMap()) m_document.mindMap = m_editor.mindMap();
+}
+
+// Only the change to true starts the timer: edits that follow do not put the save off.
+void DocumentSession::dirtyFlagWasSet() {
+  const bool wasDirty = std::exchange(m_wasDirty, m_editor.isDirty());
+  if (wasDirty || !m_wasDirty) return;
+  m_services.scheduler.cancel(m_autoSaveTimer);
+  m_autoSaveTimer = m_services.scheduler.after(autoSaveDelay, [this] {
+    m_autoSaveTimer = 0;
+    autoSave();
+  });
+}
+
+QString DocumentSession::createdDefaultFolder() const {
+  // A failure shows when something is written there.
+  QDir().mkpath(m_services.defaultFolder);
+  return m_services.defaultFolder;
+}
+
+QString DocumentSession::writeTo(const QString& path) const {
+  try {
+    return m_services.writer.write(path, encodeDocument(m_editor.mindMap()));
+  } catch (const DocumentError& error) {
+    return error.message();
+  }
+}
+
+void DocumentSession::saveDocument() {
+  const std::optional<QString> path = m_editor.lastSavedFilePath();
+  if (m_editor.hasExplicitSavePath() && path && writeTo(*path).isEmpty()) {
+    m_editor.recordSaveLocation(path, true);
+    m_services.recentFiles.add(*path);
+    return;
+  }
+  saveDocumentAs();
+}
+
+void DocumentSession::saveDocumentAs() {
+  const QPointer<DocumentSession> guard(this);
+  const std::optional<QString> chosen = m_services.panels.askSavePath(
+      {createdDefaultFolder(), documentFileName(m_editor.mindMap().title), QStringLiteral("mindmap")});
+  // The program may end while the panel is open.
+  if (!guard || !chosen) return;
+  const QString path = withDocumentExtension(absolutePath(*chosen));
+  const QString error = writeTo(path);
+  if (!error.isEmpty()) {
+    Q_EMIT errorRaised(QStringLiteral("Failed to save document: ") + error);
+    return;
+  }
+  m_editor.recordSaveLocation(path, true);
+  m_services.recentFiles.add(path);
+}
+
+void DocumentSession::openDocument() {
+  const QPointer<DocumentSession> guard(this);
+  const std::optional<QString> chosen =
+      m_services.panels.askOpenPath({{QStringLiteral("mindmap"), QStringLiteral("json")}, true});
+  if (guard && chosen) loadChosen(absolutePath(*chosen));
+}
+
+void DocumentSession::open(const QString& givenPath) {
+  const QString path = absolutePath(givenPath);
+  Bookmarks& bookmarks = m_services.editor.bookmarks;
+  RecentFiles& recentFiles = m_services.recentFiles;
+  const bool isAccessGranted = bookmarks.startAccess(path);
+  if (fileExists(path)) {
+    loadChosen(path);
+  } else {
+    // Whoever shows the error may end the session, but nothing that it was given.
+    Q_EMIT errorRaised(QStringLiteral("File not found: ") + lastComponent(path));
+    recentFiles.remove(path);
+  }
+  if (isAccessGranted) bookmarks.stopAccess(path);
+}
+
+void DocumentSession::loadChosen(const QString& path) {
+  try {
+    install(decodeDocumentAt(path), path);
+  } catch (const DocumentError& error) {
+    Q_EMIT errorRaised(QStringLiteral("Failed to open document: ") + error.message());
+    return;
+  }
+  m_editor.setCanvasOffset(QPointF(0, 0));
+  m_editor.setCanvasZoom(1.0);
+  zoomToFitAfter(zoomDelayAfterOpen);
+}
+
+void DocumentSession::install(const MindMap& map, const QString& path) {
+  m_document.mindMap = map;
+  m_editor.setMindMap(map);
+  m_editor.clearHistory();
+  m_editor.recordSaveLocation(path, true);
+  m_services.recentFiles.add(path);
+}
+
+void DocumentSession::zoomToFitAfter(std::chrono::milliseconds delay) {
+  NotificationCenter& notifications = m_services.notifications;
+  m_services.scheduler.after(delay, [&notifications] { notifications.post(Notification::zoomToFit); });
+}
+
+void DocumentSession::autoSave() {
+  if (!m_editor.isDirty()) return;
+  const std::optional<QString> path = m_editor.lastSavedFilePath();
+  if (!path) {
+    autoSaveToDefaultFolder();
+    return;
+  }
+  const QString error = writeTo(*path);
+  if (!error.isEmpty()) {
+    log(QStringLiteral("Quilmora: auto-save FAILED for %1: %2").arg(*path, error));
+    return;
+  }
+  m_editor.recordSaveLocation(path, false);
+  log(QStringLiteral("Quilmora: auto-saved to ") + *path);
+}
+
+void DocumentSession::autoSaveToDefaultFolder() {
+  const QDir folder(createdDefaultFolder());
+  const QString title =
+      m_document.mindMap.title.isEmpty() ? QStringLiteral("Untitled") : m_document.mindMap.title;
+  QString path = folder.filePath(documentFileName(title));
+  for (int number = 1; fileExists(path); ++number) path = folder.filePath(documentFileName(title, number));
+  if (writeTo(path).isEmpty()) m_editor.recordSaveLocation(path, false);
+}
+
+void DocumentSession::reopenLastDocument() {
+  const std::optional<LastDocument> last = findLastDocument();
+  if (!last) return;
+  Bookmarks& bookmarks = m_services.editor.bookmarks;
+  if (!fileExists(last->path)) {
+    if (last->isAccessGranted) bookmarks.stopAccess(last->path);
+    log(QStringLiteral("Quilmora: last-saved file does not exist at ") + last->path);
+    return;
+  }
+  try {
+    install(decodeDocumentAt(last->path), last->path);
+  } catch (const DocumentError& error) {
+    if (last->isAccessGranted) bookmarks.stopAccess(last->path);
+    log(QStringLiteral("Quilmora: load failed: ") + error.message());
+    m_services.editor.settings.remove(settings::lastSavedFilePath);
+    m_services.editor.settings.remove(settings::lastSavedFileBookmark);
+    Q_EMIT errorRaised(QStringLiteral("Could not open last document: ") + error.message());
+    return;
+  }
+  if (last->isAccessGranted) m_editor.holdScopedAccess(last->path);
+  log(QStringLiteral("Quilmora: loaded %1 nodes from %2")
+          .arg(QString::number(m_editor.mindMap().nodes.size()), lastComponent(last->path)));
+  zoomToFitAfter(zoomDelayAfterReopen);
+}
+
+std::optional<DocumentSession::LastDocument> DocumentSession::findLastDocument() {
+  const std::optional<QByteArray> bookmark = m_services.editor.settings.bytes(settings::lastSavedFileBookmark);
+  const std::optional<QString> path = m_services.editor.settings.text(settings::lastSavedFilePath);
+  if (!bookmark) {
+    if (!path) {
+      log(QStringLiteral("Quilmora: no last-saved file in UserDefaults"));
+      return std::nullopt;
+    }
+    log(QStringLiteral("Quilmora: no bookmark, using path ") + *path);
+    return LastDocument{*path};
+  }
+  Bookmarks& bookmarks = m_services.editor.bookmarks;
+  if (const auto resolved = bookmarks.resolve(*bookmark, Bookmarks::Kind::securityScoped)) {
+    const bool isAccessGranted = bookmarks.startAccess(resolved->path);
+    log(QStringLiteral("Quilmora: resolved security-scoped bookmark to %1 (scopedAccess=%2, stale=%3)")
+            .arg(resolved->path, QString::number(isAccessGranted), QString::number(resolved->stale)));
+    return LastDocument{resolved->path, isAccessGranted};
+  }
+  if (const auto resolved = bookmarks.resolve(*bookmark, Bookmarks::Kind::plain)) {
+    log(QStringLiteral("Quilmora: resolved plain bookmark to %1 (stale=%2)")
+            .arg(resolved->path, QString::number(resolved->stale)));
+    return LastDocument{resolved->path};
+  }
+  log(QStringLiteral("Quilmora: bookmark resolve failed — falling back to path"));
+  if (!path) return std::nullopt;
+  return LastDocument{*path};
+}
+
+void DocumentSession::log(const QString& line) const {
+  m_services.editor.log.write(line);
+}
+
+}  // namespace quilmora
