@@ -40,8 +40,8 @@ DocumentSession::DocumentSession(MindMapViewModel& editor, Services services)
     : m_editor(editor),
       m_services(std::move(services)),
       m_document(m_services.editor.clock),
-      m_quitSubscription(m_services.notifications.observe(Notification::autoSaveBeforeQuit,
-                                                          [this](const QVariant&) { autoSave(); })) {
+      m_quitSubscription(
+          m_services.notifications.observe(Notification::autoSaveBeforeQuit, [this](const QVariant&) { autoSave(); })) {
   m_document.mindMap = m_editor.mindMap();
   connect(&m_editor, &MindMapViewModel::mindMapChanged, this, &DocumentSession::documentFollowsEditor);
   connect(&m_editor, &MindMapViewModel::isDirtyChanged, this, &DocumentSession::dirtyFlagWasSet);
@@ -172,8 +172,7 @@ void DocumentSession::autoSave() {
 
 void DocumentSession::autoSaveToDefaultFolder() {
   const QDir folder(createdDefaultFolder());
-  const QString title =
-      m_document.mindMap.title.isEmpty() ? QStringLiteral("Untitled") : m_document.mindMap.title;
+  const QString title = m_document.mindMap.title.isEmpty() ? QStringLiteral("Untitled") : m_document.mindMap.title;
   QString path = folder.filePath(documentFileName(title));
   for (int number = 1; fileExists(path); ++number) path = folder.filePath(documentFileName(title, number));
   if (writeTo(path).isEmpty()) m_editor.recordSaveLocation(path, false);

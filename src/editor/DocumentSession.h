@@ -16,9 +16,9 @@ class FilePanels;
 class FileWriter;
 class RecentFiles;
 
-// How one window's map reaches the disk and comes back: Save, Save As, Open, auto-save and reopening. Holds the document
-// beside the editor and keeps the two maps equal. Receives autoSaveBeforeQuit itself; the other requests reach it as calls.
-// No widget: dialogs come through FilePanels, and what the user must see through errorRaised().
+// How one window's map reaches the disk and comes back: Save, Save As, Open, auto-save and reopening. Holds the
+// document beside the editor and keeps the two maps equal. Receives autoSaveBeforeQuit itself; the other requests reach
+// it as calls. No widget: dialogs come through FilePanels, and what the user must see through errorRaised().
 class DocumentSession : public QObject {
   Q_OBJECT
 

@@ -36,7 +36,8 @@ void RecentFiles::clear() {
 void RecentFiles::reload() {
   m_urls.clear();
   for (const QByteArray& bookmark : m_settings.bytesList(settings::recentFileBookmarks).value_or(QList<QByteArray>())) {
-    if (const auto resolved = m_bookmarks.resolve(bookmark, Bookmarks::Kind::securityScoped)) m_urls.append(resolved->path);
+    if (const auto resolved = m_bookmarks.resolve(bookmark, Bookmarks::Kind::securityScoped))
+      m_urls.append(resolved->path);
   }
   Q_EMIT urlsChanged();
 }

@@ -12,8 +12,8 @@ namespace quilmora {
 class Bookmarks;
 class SettingsStore;
 
-// The documents that were opened or saved last, newest first, at most ten; kept as bookmarks in the settings and shared by
-// all windows.
+// The documents that were opened or saved last, newest first, at most ten; kept as bookmarks in the settings and shared
+// by all windows.
 class RecentFiles : public QObject {
   Q_OBJECT
 
