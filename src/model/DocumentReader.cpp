@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstring>
 
 #include "model/JsonDiagnosis.h"
@@ -201,9 +202,13 @@ PaddedText withRealNumbers(const PaddedText& text, const std::vector<std::size_t
 }
 
 simdjson::error_code parse(const PaddedText& text, simdjson::dom::document& document) {
+  const std::size_t capacity = std::max<std::size_t>(text.size, 64);
   simdjson::dom::parser parser;
-  const auto error = parser.allocate(std::max<std::size_t>(text.size, 64), deepestNesting);
+  auto error = parser.allocate(capacity, deepestNesting);
+  if (error == simdjson::SUCCESS) error = document.allocate(capacity);
   if (error != simdjson::SUCCESS) return error;
+  adviseLargePages(document.tape.get(), capacity * sizeof(document.tape[0]));
+  adviseLargePages(document.string_buf.get(), capacity);
   return parser.parse_into_document(document, text.bytes.get(), text.size, false).error();
 }
 

@@ -44,30 +44,24 @@ char* putCodePoint(char* at, char32_t c) {
 
 }  // namespace
 
-char* JsonWriter::room(qsizetype count) {
-  if (m_buffer.size() - m_size < count)
-    m_buffer.resize(std::max<qsizetype>({1024, 2 * m_buffer.size(), m_size + count}));
-  return m_buffer.data() + m_size;
-}
-
-void JsonWriter::put(char c) {
-  *room(1) = c;
-  ++m_size;
+void JsonWriter::grow(qsizetype count) {
+  const qsizetype size = m_at ? m_at - m_buffer.constData() : 0;
+  m_buffer.resize(std::max<qsizetype>({4096, 2 * m_buffer.size(), size + count}));
+  m_at = m_buffer.data() + size;
+  m_end = m_buffer.data() + m_buffer.size();
 }
 
 void JsonWriter::put(std::string_view text) {
-  const auto count = static_cast<qsizetype>(text.size());
-  std::memcpy(room(count), text.data(), text.size());
-  m_size += count;
+  std::memcpy(room(static_cast<qsizetype>(text.size())), text.data(), text.size());
+  m_at += text.size();
 }
 
 void JsonWriter::newLine() {
   if (!m_isPretty) return;
   const qsizetype indent = 2 * m_depth;
   char* at = room(1 + indent);
-  *at = '\n';
-  std::memset(at + 1, ' ', static_cast<std::size_t>(indent));
-  m_size += 1 + indent;
+  *at++ = '\n';
+  m_at = std::fill_n(at, indent, ' ');
 }
 
 void JsonWriter::separate() {
@@ -96,12 +90,11 @@ void JsonWriter::key(std::string_view name) {
 }
 
 void JsonWriter::plainText(std::string_view text) {
-  const auto count = static_cast<qsizetype>(text.size());
-  char* at = room(count + 2);
-  *at = '"';
-  std::memcpy(at + 1, text.data(), text.size());
-  at[count + 1] = '"';
-  m_size += count + 2;
+  char* at = room(static_cast<qsizetype>(text.size()) + 2);
+  *at++ = '"';
+  at = std::copy(text.begin(), text.end(), at);
+  *at++ = '"';
+  m_at = at;
 }
 
 void JsonWriter::text(const QString& text) {
@@ -119,8 +112,7 @@ void JsonWriter::text(const QString& text) {
 }
 
 void JsonWriter::putText(const char16_t* units, qsizetype count) {
-  char* const start = room(6 * count);
-  char* at = start;
+  char* at = room(6 * count);
   for (qsizetype i = 0; i < count; ++i) {
     const char16_t unit = units[i];
     if (unit < 0x80) {
@@ -144,7 +136,7 @@ void JsonWriter::putText(const char16_t* units, qsizetype count) {
       at = putCodePoint(at, QChar::ReplacementCharacter);
     }
   }
-  m_size += at - start;
+  m_at = at;
 }
 
 void JsonWriter::number(double value) {
@@ -161,12 +153,12 @@ void JsonWriter::number(double value) {
   char* const at = room(32);
   const auto result = std::abs(value) > greatestWhole ? std::to_chars(at, at + 32, value, std::chars_format::scientific)
                                                       : std::to_chars(at, at + 32, value);
-  m_size += result.ptr - at;
+  m_at = result.ptr;
 }
 
 void JsonWriter::integer(std::int64_t value) {
   char* const at = room(24);
-  m_size += std::to_chars(at, at + 24, value).ptr - at;
+  m_at = std::to_chars(at, at + 24, value).ptr;
 }
 
 void JsonWriter::boolean(bool value) {
@@ -183,7 +175,7 @@ void JsonWriter::pair(double x, double y) {
 
 QByteArray JsonWriter::take() {
   if (m_isPretty) put('\n');
-  m_buffer.resize(m_size);
+  m_buffer.resize(m_at - m_buffer.constData());
   m_buffer.squeeze();
   return std::move(m_buffer);
 }

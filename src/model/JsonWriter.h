@@ -45,14 +45,22 @@ class JsonWriter {
   void close(char bracket);
   void separate();
   void newLine();
-  void put(char c);
+  void put(char c) {
+    *room(1) = c;
+    ++m_at;
+  }
   void put(std::string_view text);
   void putText(const char16_t* units, qsizetype count);
-  // Makes room for `count` more bytes and answers where they go; m_size is for the caller to advance.
-  char* room(qsizetype count);
+  // Makes room for `count` more bytes and answers where they go; the caller then advances m_at.
+  char* room(qsizetype count) {
+    if (m_end - m_at < count) grow(count);
+    return m_at;
+  }
+  void grow(qsizetype count);
 
   QByteArray m_buffer;
-  qsizetype m_size = 0;
+  char* m_at = nullptr;  // where the next byte goes in the buffer
+  char* m_end = nullptr;
   int m_depth = 0;
   bool m_isPretty;
   bool m_isFirst = true;  // nothing stands yet in the innermost array or object

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdlib>
 #include <memory>
 #include <string_view>
 
@@ -12,15 +13,21 @@ struct PaddedText {
   // What the parser can take: its offsets have 32 bits.
   static constexpr std::size_t maxSize = 0xFFFFFFFFu - padding;
 
-  std::unique_ptr<char[]> bytes;
+  struct Free {
+    void operator()(char* bytes) const { std::free(bytes); }
+  };
+
+  std::unique_ptr<char[], Free> bytes;
   std::size_t size = 0;
 
-  // Room for `capacity` bytes and the padding; nothing is set to zero.
-  static PaddedText withCapacity(std::size_t capacity) {
-    return {std::make_unique_for_overwrite<char[]>(capacity + padding), 0};
-  }
+  // Room for `capacity` bytes and the padding; nothing is set to zero. Throws std::bad_alloc.
+  static PaddedText withCapacity(std::size_t capacity);
   std::string_view view() const { return {bytes.get(), size}; }
 };
+
+// Asks the system to back a large buffer by large pages before it is first touched: most of the time of filling one
+// goes into the faults of small pages.
+void adviseLargePages(void* begin, std::size_t size);
 
 struct MindMap;
 

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+namespace quilmora {
+
+// The time that a work may take at a size, in milliseconds. A benchmark is named "<work> <what exactly>/<topics>", such
+// as "layout radial/10000", and is held to the budget of its work.
+inline std::optional<double> budgetOf(std::string_view work, long topics) {
+  struct Budget {
+    std::string_view work;
+    double atTenThousand;
+    double atHundredThousand;
+  };
+  static constexpr Budget budgets[] = {
+      {"open", 300, 1200}, {"encode", 25, 250}, {"decode", 25, 250}, {"command", 1, 10},
+      {"layout", 4, 40},   {"frame", 8, 16},    {"export", 30, 300}, {"import", 30, 300},
+  };
+  for (const Budget& budget : budgets) {
+    if (budget.work != work) continue;
+    if (topics == 10'000) return budget.atTenThousand;
+    if (topics == 100'000) return budget.atHundredThousand;
+  }
+  return std::nullopt;
+}
+
+}  // namespace quilmora
