@@ -1,0 +1,28 @@
+#pragma once
+
+#include <stdexcept>
+
+#include <QString>
+
+#include "model/MindMap.h"
+
+namespace quilmora {
+
+// Why a file given on the command line or in a script could not be read or written. One line, without the file's name.
+class FileError : public std::runtime_error {
+ public:
+  explicit FileError(const QString& reason) : std::runtime_error(reason.toStdString()) {}
+  QString reason() const { return QString::fromUtf8(what()); }
+};
+
+// Reads a map by the extension of `path`: .mindmap and .json, each a plain document or a package. Throws FileError.
+MindMap readMap(const QString& path);
+
+// Writes a map by the extension of `path`: .mindmap and .json as the plain document. A path that ends in "/" or names a
+// package that is there asks for a package. On failure what was there stays as it was. Throws FileError.
+void writeMap(const MindMap& map, const QString& path);
+
+// Writes the plain document, whatever the extension. Throws FileError.
+void writePlainDocument(const MindMap& map, const QString& path);
+
+}  // namespace quilmora
