@@ -1,0 +1,114 @@
+#include "cli/CommandLine.h"
+
+#include <cstdio>
+
+#include <QRegularExpression>
+
+#include "cli/MapFiles.h"
+#include "cli/ScriptEditor.h"
+#include "cli/ScriptRunner.h"
+#include "layout/LayoutAlgorithm.h"
+
+namespace quilmora {
+
+namespace {
+
+enum ExitStatus { succeeded = 0, failed = 1, wrongUsage = 2 };
+
+constexpr QSizeF defaultSize(1200.0, 800.0);
+
+constexpr char usage[] =
+    "usage: quilmora-cli convert INPUT OUTPUT\n"
+    "       quilmora-cli layout tree|verticalTree INPUT OUTPUT [--size WxH]\n"
+    "       quilmora-cli script\n"
+    "\n"
+    "convert reads a map and writes it, each by its extension: .mindmap and .json, read as a plain document or a\n"
+    "package, written as a plain document. An OUTPUT that ends in \"/\" or is a package already is written as a package.\n"
+    "layout arranges all topics on a canvas of this size, 1200x800 unless told, then writes.\n"
+    "script answers JSON lines on standard input with JSON lines on standard output.\n";
+
+int wrong() {
+  std::fputs(usage, stderr);
+  return wrongUsage;
+}
+
+// One line, whatever a file's name or a damaged document put into the reason.
+int failure(const QString& file, const QString& reason) {
+  QString line = QStringLiteral("quilmora-cli: %1: %2").arg(file, reason);
+  for (QChar& character : line)
+    if (character.category() == QChar::Other_Control || character == QChar::LineSeparator ||
+        character == QChar::ParagraphSeparator)
+      character = u' ';
+  std::fprintf(stderr, "%s\n", line.toUtf8().constData());
+  return failed;
+}
+
+// Reads INPUT, lets change(map) have it, writes OUTPUT.
+template <class Change>
+int rewrite(const QString& input, const QString& output, Change&& change) {
+  MindMap map;
+  try {
+    map = change(readMap(input));
+  } catch (const FileError& error) {
+    return failure(input, error.reason());
+  }
+  try {
+    writeMap(map, output);
+  } catch (const FileError& error) {
+    return failure(output, error.reason());
+  }
+  return succeeded;
+}
+
+int convert(const QStringList& arguments) {
+  if (arguments.size() != 2) return wrong();
+  return rewrite(arguments[0], arguments[1], [](MindMap map) { return map; });
+}
+
+// Takes "--size WxH" out of the arguments. Nothing when it is there and wrong.
+std::optional<QSizeF> takeSize(QStringList& arguments) {
+  const qsizetype place = arguments.indexOf(QStringLiteral("--size"));
+  if (place < 0) return defaultSize;
+  static const QRegularExpression form(QStringLiteral("\\A([1-9][0-9]{0,5})x([1-9][0-9]{0,5})\\z"));
+  const auto match = form.match(arguments.value(place + 1));
+  if (!match.hasMatch()) return std::nullopt;
+  arguments.remove(place, 2);
+  return QSizeF(match.captured(1).toDouble(), match.captured(2).toDouble());
+}
+
+int layout(QStringList arguments) {
+  const auto size = takeSize(arguments);
+  if (!size || arguments.size() != 3) return wrong();
+  const auto wanted = fromRawValue<MindMap::Layout>(arguments[0].toStdString());
+  if (!wanted || *wanted == MindMap::Layout::manual) return wrong();
+  return rewrite(arguments[1], arguments[2], [&](MindMap map) {
+    if (!makeLayout(*wanted)) throw FileError(QStringLiteral("the layout %1 is not built yet").arg(arguments[0]));
+    ScriptEditor editor;
+    editor.start(std::move(map));
+    editor.editor().applyLayout(*wanted, *size);
+    return editor.editor().mindMap();
+  });
+}
+
+int script(const QStringList& arguments) {
+  if (!arguments.isEmpty()) return wrong();
+  runScript();
+  return succeeded;
+}
+
+}  // namespace
+
+int runCommandLine(const QStringList& arguments) {
+  const QString command = arguments.value(0);
+  const QStringList rest = arguments.mid(1);
+  if (command == QLatin1String("convert")) return convert(rest);
+  if (command == QLatin1String("layout")) return layout(rest);
+  if (command == QLatin1String("script")) return script(rest);
+  if (command == QLatin1String("--help") || command == QLatin1String("-h")) {
+    std::fputs(usage, stdout);
+    return succeeded;
+  }
+  return wrong();
+}
+
+}  // namespace quilmora

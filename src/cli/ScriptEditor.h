@@ -1,0 +1,37 @@
+#pragma once
+
+#include <memory>
+
+#include "editor/MindMapViewModel.h"
+#include "editor/WindowCommands.h"
+#include "platform/Bookmarks.h"
+#include "platform/Clock.h"
+#include "platform/Log.h"
+#include "platform/SettingsStore.h"
+
+namespace quilmora {
+
+// The headless editor that a script works on, with the services that it stands on: settings in memory, empty at first and
+// kept for the whole script.
+class ScriptEditor {
+ public:
+  ScriptEditor() { startBlank(); }
+
+  // A fresh editor takes the place of the one before.
+  void start(MindMap map);
+  void startBlank() { start(MindMap::blankMap(m_clock)); }
+
+  MindMapViewModel& editor() { return *m_editor; }
+  WindowCommands& commands() { return *m_commands; }
+  SettingsStore& settings() { return m_settings; }
+
+ private:
+  SystemClock m_clock;
+  MemorySettingsStore m_settings;
+  PathBookmarks m_bookmarks;
+  MemoryLog m_log;
+  std::unique_ptr<MindMapViewModel> m_editor;
+  std::unique_ptr<WindowCommands> m_commands;
+};
+
+}  // namespace quilmora

@@ -1,0 +1,58 @@
+#include "cli/ScriptRunner.h"
+
+#include <cstdio>
+
+#include "cli/LineReader.h"
+#include "cli/ScriptLine.h"
+
+namespace quilmora {
+
+namespace {
+
+QByteArray refusal(const QString& reason) {
+  return JsonText().beginObject().key("ok").flag(false).key("error").text(reason).endObject().result();
+}
+
+QByteArray success(const QByteArray& result) {
+  JsonText answer;
+  answer.beginObject().key("ok").flag(true);
+  if (!result.isEmpty()) answer.key("result").raw(result);
+  return answer.endObject().result();
+}
+
+}  // namespace
+
+ScriptRunner::ScriptRunner() {
+  for (auto& chapter :
+       {documentOperations(), editingOperations(), viewOperations(), layoutOperations(), themeOperations()})
+    for (const Operation& operation : chapter) m_operations.emplace(QLatin1String(operation.name), operation);
+}
+
+QByteArray ScriptRunner::answer(const QByteArray& line) {
+  try {
+    const ScriptLine parsed(line);
+    const auto found = m_operations.find(parsed.operation());
+    if (found == m_operations.end())
+      return refusal(QStringLiteral("unknown operation %1").arg(parsed.operation().left(80)));
+    JsonText result;
+    found->second.run(m_script, parsed.arguments(found->second.rules), result);
+    return success(result.result());
+  } catch (const ScriptError& error) {
+    return refusal(error.message());
+  } catch (const std::exception& error) {
+    return refusal(QString::fromUtf8(error.what()));
+  }
+}
+
+void runScript() {
+  ScriptRunner runner;
+  LineReader reader(stdin);
+  while (const auto line = reader.next()) {
+    QByteArray answer = line->isTooLong ? refusal(QStringLiteral("the line is longer than 256 MB")) : runner.answer(line->text);
+    answer.append('\n');
+    std::fwrite(answer.constData(), 1, static_cast<std::size_t>(answer.size()), stdout);
+    std::fflush(stdout);
+  }
+}
+
+}  // namespace quilmora

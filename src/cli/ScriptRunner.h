@@ -1,0 +1,25 @@
+#pragma once
+
+#include <map>
+
+#include "cli/Operations.h"
+
+namespace quilmora {
+
+// Answers the lines of a script, one by one.
+class ScriptRunner {
+ public:
+  ScriptRunner();
+
+  // The answer, one line of JSON without its end. Never throws: whatever the line holds, an answer with `ok` false says why.
+  QByteArray answer(const QByteArray& line);
+
+ private:
+  ScriptEditor m_script;
+  std::map<QString, Operation> m_operations;
+};
+
+// Answers every line of standard input on standard output, each at once, until the input ends.
+void runScript();
+
+}  // namespace quilmora
