@@ -9,6 +9,7 @@
 #include <vector>
 
 #include <QByteArray>
+#include <QPointF>
 #include <QString>
 #include <QUuid>
 
@@ -29,6 +30,7 @@ enum class ArgumentKind {
   flag,
   object,    // any JSON object
   numbers,   // an array of numbers
+  point,     // [x, y]
   anyValue,  // a text, a flag or a number
 };
 
@@ -43,7 +45,7 @@ struct ArgumentRule {
 // kind than the rule names is a programming error.
 class Arguments {
  public:
-  using Value = std::variant<QString, QUuid, double, int, bool, QByteArray, std::vector<double>>;
+  using Value = std::variant<QString, QUuid, double, int, bool, QByteArray, std::vector<double>, QPointF>;
 
   void set(std::string_view name, Value value) { m_values.insert_or_assign(name, std::move(value)); }
 
@@ -54,6 +56,9 @@ class Arguments {
   bool flag(std::string_view name) const { return get<bool>(name); }
   const QByteArray& object(std::string_view name) const { return get<QByteArray>(name); }
   const std::vector<double>& numbers(std::string_view name) const { return get<std::vector<double>>(name); }
+  std::optional<QUuid> optionalId(std::string_view name) const { return getOptional<QUuid>(name); }
+  std::optional<QString> optionalText(std::string_view name) const { return getOptional<QString>(name); }
+  std::optional<QPointF> optionalPoint(std::string_view name) const { return getOptional<QPointF>(name); }
   // Nothing where an optional argument is null or left out.
   const Value* find(std::string_view name) const;
 
@@ -61,6 +66,12 @@ class Arguments {
   template <class T>
   const T& get(std::string_view name) const {
     return std::get<T>(m_values.at(name));
+  }
+
+  template <class T>
+  std::optional<T> getOptional(std::string_view name) const {
+    const Value* value = find(name);
+    return value ? std::optional(std::get<T>(*value)) : std::nullopt;
   }
 
   std::map<std::string_view, Value> m_values;  // the names belong to the rules

@@ -7,7 +7,6 @@
 #include "cli/MapFiles.h"
 #include "cli/ScriptEditor.h"
 #include "cli/ScriptRunner.h"
-#include "layout/LayoutAlgorithm.h"
 
 namespace quilmora {
 
@@ -19,12 +18,13 @@ constexpr QSizeF defaultSize(1200.0, 800.0);
 
 constexpr char usage[] =
     "usage: quilmora-cli convert INPUT OUTPUT\n"
-    "       quilmora-cli layout tree|verticalTree INPUT OUTPUT [--size WxH]\n"
+    "       quilmora-cli layout LAYOUT INPUT OUTPUT [--size WxH]\n"
     "       quilmora-cli script\n"
     "\n"
     "convert reads a map and writes it, each by its extension: .mindmap and .json, read as a plain document or a\n"
-    "package, written as a plain document. An OUTPUT that ends in \"/\" or is a package already is written as a package.\n"
-    "layout arranges all topics on a canvas of this size, 1200x800 unless told, then writes.\n"
+    "package, written as a plain document. An OUTPUT that ends in \"/\" or is a package already becomes a package.\n"
+    "layout arranges all topics on a canvas of this size, 1200x800 unless told, then writes. LAYOUT is tree,\n"
+    "verticalTree, radial, leftRightTree or orgChart.\n"
     "script answers JSON lines on standard input with JSON lines on standard output.\n";
 
 int wrong() {
@@ -82,7 +82,6 @@ int layout(QStringList arguments) {
   const auto wanted = fromRawValue<MindMap::Layout>(arguments[0].toStdString());
   if (!wanted || *wanted == MindMap::Layout::manual) return wrong();
   return rewrite(arguments[1], arguments[2], [&](MindMap map) {
-    if (!makeLayout(*wanted)) throw FileError(QStringLiteral("the layout %1 is not built yet").arg(arguments[0]));
     ScriptEditor editor;
     editor.start(std::move(map));
     editor.editor().applyLayout(*wanted, *size);

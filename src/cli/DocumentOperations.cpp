@@ -51,7 +51,7 @@ void save(ScriptEditor& script, const Arguments& arguments, JsonText&) {
 }
 
 void map(ScriptEditor& script, const Arguments&, JsonText& result) {
-  result.raw(encodeDocument(script.editor().mindMap(), JsonForm::compact));
+  result.whole(encodeDocument(script.editor().mindMap(), JsonForm::compact));
 }
 
 void state(ScriptEditor& script, const Arguments&, JsonText& result) {
@@ -87,7 +87,7 @@ void state(ScriptEditor& script, const Arguments&, JsonText& result) {
 
 void treeInfo(ScriptEditor& script, const Arguments&, JsonText& result) {
   const TreeInfo& tree = script.editor().treeInfo();
-  std::vector<QString> names;
+  std::vector<std::string> names;
   names.reserve(tree.numberCount());
   for (std::uint32_t number = 0; number < tree.numberCount(); ++number) names.push_back(idText(tree.idOf(number)));
 
@@ -97,13 +97,13 @@ void treeInfo(ScriptEditor& script, const Arguments&, JsonText& result) {
   result.endObject().key("parent").beginObject();
   for (std::uint32_t number = 0; number < tree.numberCount(); ++number)
     if (const std::uint32_t parent = tree.parentNumber(number); parent != TreeInfo::npos)
-      result.key(names[number]).text(names[parent]);
+      result.key(names[number]).id(tree.idOf(parent));
   result.endObject().key("children").beginObject();
   for (std::uint32_t number = 0; number < tree.numberCount(); ++number) {
     const auto children = tree.childNumbers(number);
     if (children.empty()) continue;
     result.key(names[number]).beginArray();
-    for (const std::uint32_t child : children) result.text(names[child]);
+    for (const std::uint32_t child : children) result.id(tree.idOf(child));
     result.endArray();
   }
   result.endObject();

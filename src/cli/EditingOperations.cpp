@@ -10,9 +10,9 @@ namespace {
 using Kind = ArgumentKind;
 
 std::optional<Badge> badgeArgument(const Arguments& arguments) {
-  const Arguments::Value* value = arguments.find("badge");
-  if (!value) return std::nullopt;
-  const auto badge = fromRawValue<Badge>(std::get<QString>(*value).toStdString());
+  const auto text = arguments.optionalText("badge");
+  if (!text) return std::nullopt;
+  const auto badge = fromRawValue<Badge>(text->toStdString());
   if (!badge) throw ScriptError(QStringLiteral("badge: not one of p1, p2, p3, done, in-progress, blocked"));
   return badge;
 }

@@ -1,117 +1,77 @@
 #include "cli/JsonText.h"
 
-#include <array>
-#include <charconv>
-#include <cmath>
+#include "model/StoredText.h"
 
 namespace quilmora {
 
-namespace {
-
-// The bytes of a JSON string, without the quotes.
-void appendEscaped(QByteArray& out, const QByteArray& utf8) {
-  static constexpr char digits[] = "0123456789abcdef";
-  for (const char c : utf8) {
-    const auto byte = static_cast<unsigned char>(c);
-    if (c == '"' || c == '\\') {
-      out.append('\\').append(c);
-    } else if (c == '\n') {
-      out.append("\\n");
-    } else if (c == '\t') {
-      out.append("\\t");
-    } else if (byte < 0x20) {
-      out.append("\\u00").append(digits[byte >> 4]).append(digits[byte & 15]);
-    } else {
-      out.append(c);
-    }
-  }
+// The writer, ready for the next value.
+json::JsonWriter& JsonText::next() {
+  if (!m_levels.empty() && m_levels.back() == 'a') m_writer.item();
+  return m_writer;
 }
 
-}  // namespace
-
-void JsonText::separate() {
-  if (m_needsComma) m_text.append(',');
-  m_needsComma = true;
-}
-
-JsonText& JsonText::beginObject() {
-  separate();
-  m_text.append('{');
-  m_needsComma = false;
+JsonText& JsonText::open(bool isArray) {
+  json::JsonWriter& writer = next();
+  isArray ? writer.beginArray() : writer.beginObject();
+  m_levels.push_back(isArray ? 'a' : 'o');
   return *this;
 }
 
 JsonText& JsonText::endObject() {
-  m_text.append('}');
-  m_needsComma = true;
-  return *this;
-}
-
-JsonText& JsonText::beginArray() {
-  separate();
-  m_text.append('[');
-  m_needsComma = false;
+  m_levels.pop_back();
+  m_writer.endObject();
   return *this;
 }
 
 JsonText& JsonText::endArray() {
-  m_text.append(']');
-  m_needsComma = true;
+  m_levels.pop_back();
+  m_writer.endArray();
   return *this;
 }
 
-JsonText& JsonText::key(const QString& name) {
-  text(name);
-  m_text.append(':');
-  m_needsComma = false;
+JsonText& JsonText::key(std::string_view name) {
+  m_writer.key(name);
   return *this;
 }
 
 JsonText& JsonText::text(const QString& value) {
-  separate();
-  m_text.append('"');
-  appendEscaped(m_text, value.toUtf8());
-  m_text.append('"');
+  next().text(value);
   return *this;
 }
 
 JsonText& JsonText::number(double value) {
-  if (!std::isfinite(value)) return null();
-  separate();
-  std::array<char, 32> digits;
-  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
-  m_text.append(digits.data(), end - digits.data());
+  next().number(value);
   return *this;
 }
 
 JsonText& JsonText::integer(qint64 value) {
-  separate();
-  m_text.append(QByteArray::number(value));
+  next().integer(value);
   return *this;
 }
 
 JsonText& JsonText::flag(bool value) {
-  separate();
-  m_text.append(value ? "true" : "false");
+  next().boolean(value);
   return *this;
 }
 
 JsonText& JsonText::null() {
-  separate();
-  m_text.append("null");
+  next().null();
   return *this;
 }
 
-JsonText& JsonText::id(const QUuid& value) { return text(idText(value)); }
-
-JsonText& JsonText::point(QPointF value) { return beginArray().number(value.x()).number(value.y()).endArray(); }
-
-JsonText& JsonText::raw(const QByteArray& json) {
-  separate();
-  m_text.append(json);
+JsonText& JsonText::id(const QUuid& value) {
+  next().plainText(idText(value));
   return *this;
 }
 
-QString idText(const QUuid& id) { return id.toString(QUuid::WithoutBraces).toUpper(); }
+JsonText& JsonText::point(QPointF value) {
+  next().pair(value.x(), value.y());
+  return *this;
+}
+
+std::string idText(const QUuid& id) {
+  const auto text = textOfUuid(id);
+  return std::string(text.data(), text.size());
+}
 
 }  // namespace quilmora

@@ -1,24 +1,24 @@
 #pragma once
 
 #include <optional>
+#include <string>
 
-#include <QByteArray>
 #include <QPointF>
-#include <QString>
 #include <QUuid>
+
+#include "model/JsonWriter.h"
 
 namespace quilmora {
 
-// Writes JSON on one line straight into a text. Numbers keep their full precision; one that is not finite becomes null. The
-// caller opens and closes what it needs in the right order.
+// Writes JSON on one line, call after call; knows by itself where a value stands in an array.
 class JsonText {
  public:
-  JsonText& beginObject();
+  JsonText& beginObject() { return open(false); }
   JsonText& endObject();
-  JsonText& beginArray();
+  JsonText& beginArray() { return open(true); }
   JsonText& endArray();
-  JsonText& key(const QString& name);
-  JsonText& key(const char* name) { return key(QString::fromLatin1(name)); }
+  // A name without escapes.
+  JsonText& key(std::string_view name);
 
   JsonText& text(const QString& value);
   JsonText& number(double value);
@@ -26,22 +26,24 @@ class JsonText {
   JsonText& flag(bool value);
   JsonText& null();
   JsonText& id(const QUuid& value);
-  JsonText& point(QPointF value);
-  // JSON that somebody else wrote.
-  JsonText& raw(const QByteArray& json);
-
   JsonText& optionalId(const std::optional<QUuid>& value) { return value ? id(*value) : null(); }
+  JsonText& point(QPointF value);
+  // JSON that somebody else wrote, as the whole text.
+  void whole(QByteArray json) { m_whole = std::move(json); }
 
-  const QByteArray& result() const { return m_text; }
+  // The text, empty when nothing was written.
+  QByteArray take() { return m_whole.isEmpty() ? m_writer.take() : std::move(m_whole); }
 
  private:
-  void separate();
+  JsonText& open(bool isArray);
+  json::JsonWriter& next();
 
-  QByteArray m_text;
-  bool m_needsComma = false;
+  json::JsonWriter m_writer{JsonForm::compact};
+  std::string m_levels;  // 'a' for each open array, 'o' for each open object
+  QByteArray m_whole;
 };
 
 // An id as documents write it: 36 characters, upper case.
-QString idText(const QUuid& id);
+std::string idText(const QUuid& id);
 
 }  // namespace quilmora

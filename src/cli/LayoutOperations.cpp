@@ -7,13 +7,9 @@ namespace {
 
 using Kind = ArgumentKind;
 
-// A layout that can be applied, or `manual`.
 MindMap::Layout layoutArgument(const Arguments& arguments) {
-  const QString& name = arguments.text("layout");
-  const auto layout = fromRawValue<MindMap::Layout>(name.toStdString());
+  const auto layout = fromRawValue<MindMap::Layout>(arguments.text("layout").toStdString());
   if (!layout) throw ScriptError(QStringLiteral("layout: unknown"));
-  if (*layout != MindMap::Layout::manual && !makeLayout(*layout))
-    throw ScriptError(QStringLiteral("the layout %1 is not built yet").arg(name));
   return *layout;
 }
 

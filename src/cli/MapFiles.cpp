@@ -1,8 +1,6 @@
 #include "cli/MapFiles.h"
 
-#include <QDir>
 #include <QFileInfo>
-#include <QTemporaryDir>
 
 #include "model/MindMapDocument.h"
 #include "platform/FileWriter.h"
@@ -10,8 +8,6 @@
 namespace quilmora {
 
 namespace {
-
-bool asksForPackage(const QString& path) { return path.endsWith(u'/'); }
 
 // "/a/b.mindmap/" and "/a/b.mindmap" name the same folder; everything below wants the second.
 QString withoutTrailingSlashes(QString path) {
@@ -24,23 +20,6 @@ void checkExtension(const QString& path, const QString& verb) {
   if (extension == QLatin1String("mindmap") || extension == QLatin1String("json")) return;
   if (extension.isEmpty()) throw FileError(QStringLiteral("cannot %1 a file without an extension").arg(verb));
   throw FileError(QStringLiteral("cannot %1 .%2 files").arg(verb, extension));
-}
-
-bool isPackage(const QString& path) { return QFileInfo(path + QStringLiteral("/document.json")).isFile(); }
-
-// A package comes into being beside its place and is then renamed, so that nobody sees a part of it.
-void writeNewPackage(const MindMap& map, const QString& path) {
-  const QFileInfo target(path);
-  if (target.exists() || target.isSymLink()) throw FileError(QStringLiteral("something that is no package is there"));
-  QTemporaryDir workshop(target.absolutePath() + QStringLiteral("/.quilmora-XXXXXX"));
-  if (!workshop.isValid()) throw FileError(workshop.errorString());
-  const QString made = workshop.filePath(target.fileName());
-  try {
-    writePackage(map, made);
-  } catch (const DocumentError& error) {
-    throw FileError(error.message());
-  }
-  if (!QDir().rename(made, path)) throw FileError(QStringLiteral("cannot move the new package to its place"));
 }
 
 }  // namespace
@@ -63,10 +42,12 @@ void writePlainDocument(const MindMap& map, const QString& path) {
 void writeMap(const MindMap& map, const QString& path) {
   const QString plain = withoutTrailingSlashes(path);
   checkExtension(plain, QStringLiteral("write"));
-  if (isPackage(plain)) return writePlainDocument(map, plain + QStringLiteral("/document.json"));
-  if (asksForPackage(path)) return writeNewPackage(map, plain);
-  if (QFileInfo(plain).isDir()) throw FileError(QStringLiteral("is a folder and no package"));
-  writePlainDocument(map, plain);
+  if (!path.endsWith(u'/') && !QFileInfo(plain).isDir()) return writePlainDocument(map, plain);
+  try {
+    writePackage(map, plain);
+  } catch (const DocumentError& error) {
+    throw FileError(error.message());
+  }
 }
 
 }  // namespace quilmora

@@ -19,6 +19,7 @@ struct Operation {
 // One list for each chapter.
 std::vector<Operation> documentOperations();
 std::vector<Operation> editingOperations();
+std::vector<Operation> connectionOperations();
 std::vector<Operation> viewOperations();
 std::vector<Operation> layoutOperations();
 std::vector<Operation> themeOperations();

@@ -6,12 +6,13 @@
 
 #include <simdjson.h>
 
+#include "model/StoredText.h"
+
 namespace quilmora {
 
 namespace {
 
 using simdjson::dom::element;
-using simdjson::dom::element_type;
 
 QString textOf(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
@@ -19,15 +20,10 @@ bool isNumber(const element& value) { return value.is_number(); }
 
 double numberOf(const element& value) { return value.get_double().value_unsafe(); }
 
-// The canonical form only: QUuid itself also reads braces and other shapes.
 std::optional<QUuid> idOf(const element& value) {
   std::string_view text;
-  if (value.get_string().get(text) != simdjson::SUCCESS || text.size() != 36) return std::nullopt;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const bool isHyphenPlace = i == 8 || i == 13 || i == 18 || i == 23;
-    if (isHyphenPlace ? text[i] != '-' : !std::isxdigit(static_cast<unsigned char>(text[i]))) return std::nullopt;
-  }
-  return QUuid::fromString(QLatin1String(text.data(), static_cast<qsizetype>(text.size())));
+  if (value.get_string().get(text) != simdjson::SUCCESS) return std::nullopt;
+  return uuidFromText(text);
 }
 
 std::optional<int> integerOf(const element& value) {
@@ -46,6 +42,12 @@ std::optional<std::vector<double>> numbersOf(const element& value) {
     numbers.push_back(numberOf(item));
   }
   return numbers;
+}
+
+std::optional<QPointF> pointOf(const element& value) {
+  const auto numbers = numbersOf(value);
+  if (!numbers || numbers->size() != 2) return std::nullopt;
+  return QPointF(numbers->at(0), numbers->at(1));
 }
 
 template <class T>
@@ -75,6 +77,8 @@ std::optional<Arguments::Value> valueOf(const element& value, ArgumentKind kind)
       break;
     case ArgumentKind::numbers:
       return wrapped(numbersOf(value));
+    case ArgumentKind::point:
+      return wrapped(pointOf(value));
     case ArgumentKind::anyValue:
       for (const ArgumentKind one : {ArgumentKind::text, ArgumentKind::flag, ArgumentKind::number})
         if (auto found = valueOf(value, one)) return found;
@@ -99,6 +103,8 @@ QString kindName(ArgumentKind kind) {
       return QStringLiteral("an object");
     case ArgumentKind::numbers:
       return QStringLiteral("an array of numbers");
+    case ArgumentKind::point:
+      return QStringLiteral("a point [x, y]");
     case ArgumentKind::anyValue:
       return QStringLiteral("a text, a flag or a number");
   }

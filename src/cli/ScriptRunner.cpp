@@ -10,21 +10,18 @@ namespace quilmora {
 namespace {
 
 QByteArray refusal(const QString& reason) {
-  return JsonText().beginObject().key("ok").flag(false).key("error").text(reason).endObject().result();
+  return JsonText().beginObject().key("ok").flag(false).key("error").text(reason).endObject().take();
 }
 
 QByteArray success(const QByteArray& result) {
-  JsonText answer;
-  answer.beginObject().key("ok").flag(true);
-  if (!result.isEmpty()) answer.key("result").raw(result);
-  return answer.endObject().result();
+  return result.isEmpty() ? QByteArray("{\"ok\":true}") : "{\"ok\":true,\"result\":" + result + '}';
 }
 
 }  // namespace
 
 ScriptRunner::ScriptRunner() {
-  for (auto& chapter :
-       {documentOperations(), editingOperations(), viewOperations(), layoutOperations(), themeOperations()})
+  for (const auto& chapter : {documentOperations(), editingOperations(), connectionOperations(), viewOperations(),
+                              layoutOperations(), themeOperations()})
     for (const Operation& operation : chapter) m_operations.emplace(QLatin1String(operation.name), operation);
 }
 
@@ -36,7 +33,7 @@ QByteArray ScriptRunner::answer(const QByteArray& line) {
       return refusal(QStringLiteral("unknown operation %1").arg(parsed.operation().left(80)));
     JsonText result;
     found->second.run(m_script, parsed.arguments(found->second.rules), result);
-    return success(result.result());
+    return success(result.take());
   } catch (const ScriptError& error) {
     return refusal(error.message());
   } catch (const std::exception& error) {

@@ -1,4 +1,5 @@
 #include "cli/Operations.h"
+#include "model/MindMapDocument.h"
 #include "themes/Color.h"
 #include "themes/Theme.h"
 
@@ -51,13 +52,7 @@ void recolorByBranch(ScriptEditor& script, const Arguments&, JsonText&) { script
 void recolorByTheme(ScriptEditor& script, const Arguments&, JsonText&) { script.editor().recolorByTheme(); }
 
 void styleForDepth(ScriptEditor& script, const Arguments& arguments, JsonText& result) {
-  const NodeStyle style = script.editor().styleForDepth(arguments.integer("depth"));
-  result.beginObject();
-  result.key("fill").text(style.fill).key("stroke").text(style.stroke).key("textColor").text(style.textColor);
-  result.key("shape").text(rawValue(style.shape)).key("iconSize").number(style.iconSize);
-  result.key("bold").flag(style.bold).key("italic").flag(style.italic);
-  if (style.fillGradient) result.key("fillGradient").text(*style.fillGradient);
-  result.endObject();
+  result.whole(encodeNodeStyle(script.editor().styleForDepth(arguments.integer("depth"))));
 }
 
 }  // namespace

@@ -54,6 +54,40 @@ void centerOn(ScriptEditor& script, const Arguments& arguments, JsonText&) {
                            arguments.flag("useLastKnownSize"));
 }
 
+void toggleQuickLook(ScriptEditor& script, const Arguments& arguments, JsonText&) {
+  script.editor().toggleQuickLook(arguments.id("id"));
+}
+
+void toggleSearch(ScriptEditor& script, const Arguments&, JsonText&) { script.editor().toggleSearch(); }
+
+// As typing into the search field does.
+void search(ScriptEditor& script, const Arguments& arguments, JsonText&) {
+  script.editor().setSearchQuery(arguments.text("query"));
+  script.editor().runSearch();
+}
+
+void nextSearchResult(ScriptEditor& script, const Arguments&, JsonText&) { script.editor().nextSearchResult(); }
+
+void previousSearchResult(ScriptEditor& script, const Arguments&, JsonText&) {
+  script.editor().previousSearchResult();
+}
+
+void togglePresentation(ScriptEditor& script, const Arguments&, JsonText&) { script.editor().togglePresentation(); }
+
+void nextPresentationStep(ScriptEditor& script, const Arguments&, JsonText&) {
+  script.editor().nextPresentationStep();
+}
+
+void previousPresentationStep(ScriptEditor& script, const Arguments&, JsonText&) {
+  script.editor().previousPresentationStep();
+}
+
+void moveSelection(ScriptEditor& script, const Arguments& arguments, JsonText& result) {
+  const int direction = arguments.integer("direction");
+  if (direction < 0 || direction > 3) throw ScriptError(QStringLiteral("direction: not 0 to 3"));
+  result.flag(script.editor().moveSelection(static_cast<MindMapViewModel::Direction>(direction)));
+}
+
 }  // namespace
 
 std::vector<Operation> viewOperations() {
@@ -72,6 +106,15 @@ std::vector<Operation> viewOperations() {
       {"fitToContent", {width, height, {"padding", Kind::number}}, fitToContent},
       {"setCanvasSize", {width, height}, setCanvasSize},
       {"centerOn", {id, width, height, {"useLastKnownSize", Kind::flag}}, centerOn},
+      {"toggleQuickLook", {id}, toggleQuickLook},
+      {"toggleSearch", {}, toggleSearch},
+      {"search", {{"query", Kind::text}}, search},
+      {"nextSearchResult", {}, nextSearchResult},
+      {"previousSearchResult", {}, previousSearchResult},
+      {"togglePresentation", {}, togglePresentation},
+      {"nextPresentationStep", {}, nextPresentationStep},
+      {"previousPresentationStep", {}, previousPresentationStep},
+      {"moveSelection", {{"direction", Kind::integer}}, moveSelection},
   };
 }
 

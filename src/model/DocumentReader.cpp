@@ -55,6 +55,20 @@ class MapReader {
     return map;
   }
 
+  EdgeStyle readEdgeStyle(const Field& field) {
+    const Record record(field, edgeStyleKeys);
+    EdgeStyle style;
+    style.color = pooledText(record.required(edgeStyleKeys["color"]));
+    style.dashed = asBoolean(record.required(edgeStyleKeys["dashed"]));
+    style.arrowHead = asEnumeration<EdgeStyle::ArrowHead>(record.required(edgeStyleKeys["arrowHead"]));
+    const Field taperField = record.required(edgeStyleKeys["taper"]);
+    const Record taper(taperField, taperKeys);
+    style.taper.startWidth = asNumber(taper.required(taperKeys["startWidth"]));
+    style.taper.endWidth = asNumber(taper.required(taperKeys["endWidth"]));
+    style.taper.easing = asEnumeration<EdgeStyle::TaperEasing>(taper.required(taperKeys["easing"]));
+    return style;
+  }
+
  private:
   template <class T>
   void readArray(const Field& field, SharedArray<T>& items, T (MapReader::*read)(const Field&)) {
@@ -113,20 +127,6 @@ class MapReader {
     edge.style = readEdgeStyle(record.required(edgeKeys["style"]));
     edge.controlPointOffset = record.optional(edgeKeys["controlPointOffset"], asPoint);
     return edge;
-  }
-
-  EdgeStyle readEdgeStyle(const Field& field) {
-    const Record record(field, edgeStyleKeys);
-    EdgeStyle style;
-    style.color = pooledText(record.required(edgeStyleKeys["color"]));
-    style.dashed = asBoolean(record.required(edgeStyleKeys["dashed"]));
-    style.arrowHead = asEnumeration<EdgeStyle::ArrowHead>(record.required(edgeStyleKeys["arrowHead"]));
-    const Field taperField = record.required(edgeStyleKeys["taper"]);
-    const Record taper(taperField, taperKeys);
-    style.taper.startWidth = asNumber(taper.required(taperKeys["startWidth"]));
-    style.taper.endWidth = asNumber(taper.required(taperKeys["endWidth"]));
-    style.taper.easing = asEnumeration<EdgeStyle::TaperEasing>(taper.required(taperKeys["easing"]));
-    return style;
   }
 
   Relationship readRelationship(const Field& field) {
@@ -212,9 +212,8 @@ simdjson::error_code parse(const PaddedText& text, simdjson::dom::document& docu
   return parser.parse_into_document(document, text.bytes.get(), text.size, false).error();
 }
 
-}  // namespace
-
-MindMap readDocument(PaddedText text) {
+// The whole text as values. Throws DocumentError unless it is one JSON value.
+simdjson::dom::document parseWhole(PaddedText text) {
   if (text.size > PaddedText::maxSize) throw DocumentError(QStringLiteral("the file is too large"));
   if (text.view().starts_with("\xEF\xBB\xBF"))
     throw DocumentError(QStringLiteral("the file begins with a byte-order mark"));
@@ -231,14 +230,27 @@ MindMap readDocument(PaddedText text) {
   }
   if (error != simdjson::SUCCESS)
     throw DocumentError(QStringLiteral("not a JSON text (%1)").arg(QLatin1String(simdjson::error_message(error))));
-  text.bytes.reset();
+  return document;
+}
+
+PaddedText padded(const QByteArray& bytes) {
+  if (static_cast<std::size_t>(bytes.size()) > PaddedText::maxSize)
+    throw DocumentError(QStringLiteral("the file is too large"));
+  return padded(std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
+}
+
+}  // namespace
+
+MindMap readDocument(PaddedText text) {
+  const simdjson::dom::document document = parseWhole(std::move(text));
   return MapReader().readMap(document.root());
 }
 
-MindMap decodeDocument(const QByteArray& bytes) {
-  if (static_cast<std::size_t>(bytes.size()) > PaddedText::maxSize)
-    throw DocumentError(QStringLiteral("the file is too large"));
-  return readDocument(padded({bytes.constData(), static_cast<std::size_t>(bytes.size())}));
+MindMap decodeDocument(const QByteArray& json) { return readDocument(padded(json)); }
+
+EdgeStyle decodeEdgeStyle(const QByteArray& json) {
+  const simdjson::dom::document document = parseWhole(padded(json));
+  return MapReader().readEdgeStyle({document.root(), Place()});
 }
 
 }  // namespace quilmora

@@ -33,6 +33,11 @@ class MapWriter {
     return m_json.take();
   }
 
+  QByteArray write(const NodeStyle& style) {
+    writeNodeStyle(style);
+    return m_json.take();
+  }
+
  private:
   template <class T>
   void writeArray(std::string_view key, const SharedArray<T>& items, void (MapWriter::*writeItem)(const T&)) {
@@ -202,6 +207,10 @@ class MapWriter {
 
 QByteArray encodeDocument(const MindMap& map, JsonForm form) {
   return MapWriter(form).write(map);
+}
+
+QByteArray encodeNodeStyle(const NodeStyle& style) {
+  return MapWriter(JsonForm::compact).write(style);
 }
 
 }  // namespace quilmora

@@ -165,6 +165,8 @@ void JsonWriter::boolean(bool value) {
   put(value ? std::string_view("true") : std::string_view("false"));
 }
 
+void JsonWriter::null() { put(std::string_view("null")); }
+
 void JsonWriter::pair(double x, double y) {
   put('[');
   number(x);

@@ -34,6 +34,7 @@ class JsonWriter {
   void number(double value);
   void integer(std::int64_t value);
   void boolean(bool value);
+  void null();
   // "[x, y]" on one line.
   void pair(double x, double y);
 

@@ -25,6 +25,10 @@ QByteArray encodeDocument(const MindMap& map, JsonForm form = JsonForm::pretty);
 // Reads what encodeDocument writes, strictly and whole. Throws DocumentError.
 MindMap decodeDocument(const QByteArray& json);
 
+// One record of a document by itself, in the same form: compact when written, strict when read.
+QByteArray encodeNodeStyle(const NodeStyle& style);
+EdgeStyle decodeEdgeStyle(const QByteArray& json);
+
 // Reads the plain document at `path`, or the `document.json` inside it when it is a package folder. Throws
 // DocumentError.
 MindMap decodeDocumentAt(const QString& path);
