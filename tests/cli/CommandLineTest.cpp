@@ -1,0 +1,189 @@
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include "cli/Maps.h"
+#include "cli/Program.h"
+#include "model/MindMapDocument.h"
+
+namespace {
+
+using quilmora::decodeDocument;
+using quilmora::decodeDocumentAt;
+using quilmora::MindMap;
+
+constexpr char usageStart[] = "usage: quilmora-cli convert INPUT OUTPUT\n";
+
+class CommandLine : public ::testing::Test {
+ protected:
+  QString path(const char* name) const { return m_folder.filePath(QLatin1String(name)); }
+  QString write(const char* name, const QByteArray& bytes) const {
+    QFile file(path(name));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+    return file.fileName();
+  }
+  static QByteArray read(const QString& filePath) {
+    QFile file(filePath);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return file.readAll();
+  }
+  QStringList entries() const { return QDir(m_folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot); }
+
+  QTemporaryDir m_folder;
+};
+
+TEST_F(CommandLine, ConvertWritesTheSameMapAsAPlainDocument) {
+  const QString input = write("in.json", cli::smallMap());
+  const cli::Outcome outcome = cli::run({QStringLiteral("convert"), input, path("out.mindmap")});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.out.toStdString(), "");
+  EXPECT_EQ(outcome.error.toStdString(), "");
+  EXPECT_EQ(read(path("out.mindmap")), encodeDocument(decodeDocument(cli::smallMap())));
+  EXPECT_EQ(entries(), (QStringList{QStringLiteral("in.json"), QStringLiteral("out.mindmap")}));
+}
+
+TEST_F(CommandLine, ConvertReadsAPackage) {
+  QDir().mkpath(path("in.mindmap"));
+  write("in.mindmap/document.json", cli::smallMap());
+  EXPECT_EQ(cli::run({QStringLiteral("convert"), path("in.mindmap"), path("out.json")}).status, 0);
+  EXPECT_EQ(decodeDocument(read(path("out.json"))), decodeDocument(cli::smallMap()));
+}
+
+TEST_F(CommandLine, AnOutputThatEndsInASlashBecomesAPackage) {
+  const QString input = write("in.mindmap", cli::smallMap());
+  EXPECT_EQ(cli::run({QStringLiteral("convert"), input, path("out.mindmap/")}).status, 0);
+  EXPECT_TRUE(QFileInfo(path("out.mindmap/Assets")).isDir());
+  EXPECT_TRUE(QFileInfo(path("out.mindmap/Thumbnails")).isDir());
+  EXPECT_EQ(decodeDocument(read(path("out.mindmap/document.json"))), decodeDocument(cli::smallMap()));
+}
+
+TEST_F(CommandLine, AnOutputThatIsAPackageStaysOne) {
+  const QString input = write("in.mindmap", cli::smallMap());
+  QDir().mkpath(path("out.mindmap/Assets"));
+  write("out.mindmap/document.json", "old");
+  write("out.mindmap/Assets/kept", "kept");
+  EXPECT_EQ(cli::run({QStringLiteral("convert"), input, path("out.mindmap")}).status, 0);
+  EXPECT_EQ(decodeDocument(read(path("out.mindmap/document.json"))), decodeDocument(cli::smallMap()));
+  EXPECT_EQ(read(path("out.mindmap/Assets/kept")), "kept");
+}
+
+TEST_F(CommandLine, AFolderThatIsNoPackageIsNotTouched) {
+  const QString input = write("in.mindmap", cli::smallMap());
+  QDir().mkpath(path("folder.mindmap/inner"));
+  const cli::Outcome outcome = cli::run({QStringLiteral("convert"), input, path("folder.mindmap")});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(QDir(path("folder.mindmap")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+            QStringList{QStringLiteral("inner")});
+}
+
+TEST_F(CommandLine, LayoutPlacesTheTopicsOnTheDefaultSize) {
+  const QString input = write("in.mindmap", cli::smallMap());
+  const auto outcome = cli::run({QStringLiteral("layout"), QStringLiteral("tree"), input, path("out.mindmap")});
+  EXPECT_EQ(outcome.status, 0);
+  const MindMap map = decodeDocumentAt(path("out.mindmap"));
+  EXPECT_EQ(map.layout, MindMap::Layout::tree);
+  EXPECT_EQ(map.nodes[0].position, QPointF(475, 400));
+  EXPECT_EQ(map.nodes[1].position, QPointF(725, 330));
+  EXPECT_EQ(map.nodes[2].position, QPointF(725, 470));
+  EXPECT_EQ(map.createdAt, decodeDocument(cli::smallMap()).createdAt);
+  EXPECT_GT(map.updatedAt, decodeDocument(cli::smallMap()).updatedAt);
+}
+
+TEST_F(CommandLine, LayoutTakesTheSizeAtAnyPlace) {
+  const QString input = write("in.mindmap", cli::smallMap());
+  const auto outcome = cli::run({QStringLiteral("layout"), QStringLiteral("--size"), QStringLiteral("400x300"),
+                                 QStringLiteral("verticalTree"), input, path("out.json")});
+  EXPECT_EQ(outcome.status, 0);
+  const MindMap map = decodeDocumentAt(path("out.json"));
+  EXPECT_EQ(map.layout, MindMap::Layout::verticalTree);
+  EXPECT_EQ(map.nodes[0].position, QPointF(200, 25));
+  EXPECT_EQ(map.nodes[1].position, QPointF(130, 275));
+  EXPECT_EQ(map.nodes[2].position, QPointF(270, 275));
+}
+
+TEST_F(CommandLine, AMissingInputIsOneLineWithItsName) {
+  const QString input = path("none.mindmap");
+  const auto outcome = cli::run({QStringLiteral("convert"), input, path("out.mindmap")});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.error.toStdString(), "quilmora-cli: " + input.toStdString() + ": No such file or directory\n");
+  EXPECT_EQ(entries(), QStringList());
+}
+
+TEST_F(CommandLine, ADamagedInputLeavesTheOutputAsItWas) {
+  const QString input = write("in.mindmap", R"({"version":1})");
+  write("out.mindmap", "precious");
+  const auto outcome = cli::run({QStringLiteral("convert"), input, path("out.mindmap")});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.error.toStdString(), "quilmora-cli: " + input.toStdString() + ": title: missing\n");
+  EXPECT_EQ(read(path("out.mindmap")), "precious");
+}
+
+TEST_F(CommandLine, AnOutputInAMissingFolderIsARefusalThatNamesIt) {
+  const QString input = write("in.mindmap", cli::smallMap());
+  const QString output = path("none/out.mindmap");
+  const auto outcome = cli::run({QStringLiteral("convert"), input, output});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_TRUE(outcome.error.startsWith("quilmora-cli: " + output.toUtf8() + ": ")) << outcome.error.toStdString();
+  EXPECT_EQ(outcome.error.count('\n'), 1);
+}
+
+TEST_F(CommandLine, AnExtensionThatIsNotKnownIsRefused) {
+  const QString input = write("in.mindmap", cli::smallMap());
+  const QString output = path("out.docx");
+  const auto outcome = cli::run({QStringLiteral("convert"), input, output});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.error.toStdString(), "quilmora-cli: " + output.toStdString() + ": cannot write .docx files\n");
+  const auto backwards = cli::run({QStringLiteral("convert"), write("in", "x"), path("out.mindmap")});
+  EXPECT_EQ(backwards.error.toStdString(),
+            "quilmora-cli: " + path("in").toStdString() + ": cannot read a file without an extension\n");
+}
+
+TEST_F(CommandLine, AReasonStaysOnOneLineWhateverTheNameHolds) {
+  const QString input = path("two\nlines.mindmap");
+  const auto outcome = cli::run({QStringLiteral("convert"), input, path("out.mindmap")});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.error.count('\n'), 1);
+  EXPECT_TRUE(outcome.error.endsWith("two lines.mindmap: No such file or directory\n"));
+}
+
+TEST_F(CommandLine, WrongUsageIsAnsweredWithTheUsage) {
+  const QString input = write("in.mindmap", cli::smallMap());
+  const QString output = path("out.mindmap");
+  const QString layout = QStringLiteral("layout");
+  const QList<QStringList> wrong = {
+      {},
+      {QStringLiteral("render")},
+      {QStringLiteral("convert")},
+      {QStringLiteral("convert"), input},
+      {QStringLiteral("convert"), input, output, output},
+      {layout, QStringLiteral("spiral"), input, output},
+      {layout, QStringLiteral("manual"), input, output},
+      {layout, QStringLiteral("tree"), input},
+      {layout, QStringLiteral("tree"), input, output, QStringLiteral("--size")},
+      {layout, QStringLiteral("tree"), input, output, QStringLiteral("--size"), QStringLiteral("400")},
+      {layout, QStringLiteral("tree"), input, output, QStringLiteral("--size"), QStringLiteral("0x300")},
+      {layout, QStringLiteral("tree"), input, output, QStringLiteral("--size"), QStringLiteral("-4x300")},
+      {layout, QStringLiteral("tree"), input, output, QStringLiteral("--size"), QStringLiteral("4x3\n")},
+      {QStringLiteral("script"), input},
+  };
+  for (const QStringList& arguments : wrong) {
+    const auto outcome = cli::run(arguments);
+    EXPECT_EQ(outcome.status, 2) << arguments.join(u' ').toStdString();
+    EXPECT_TRUE(outcome.error.startsWith(usageStart)) << outcome.error.toStdString();
+    EXPECT_EQ(outcome.out.toStdString(), "");
+  }
+  EXPECT_FALSE(QFileInfo::exists(output));
+}
+
+TEST_F(CommandLine, HelpIsTheUsageOnStandardOutput) {
+  const auto outcome = cli::run({QStringLiteral("--help")});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_TRUE(outcome.out.startsWith(usageStart));
+  EXPECT_EQ(outcome.error.toStdString(), "");
+}
+
+}  // namespace
