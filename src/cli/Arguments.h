@@ -41,8 +41,8 @@ struct ArgumentRule {
   bool isOptional = false;
 };
 
-// The checked arguments of one line: for every rule a value of its kind, or nothing for an optional one. Asking for another
-// kind than the rule names is a programming error.
+// The checked arguments of one line: for every rule a value of its kind, or nothing for an optional one. Asking for
+// another kind than the rule names is a programming error.
 class Arguments {
  public:
   using Value = std::variant<QString, QUuid, double, int, bool, QByteArray, std::vector<double>, QPointF>;

@@ -7,7 +7,9 @@ namespace {
 
 using Kind = ArgumentKind;
 
-void startEdgeCreation(ScriptEditor& script, const Arguments&, JsonText&) { script.editor().startEdgeCreation(); }
+void startEdgeCreation(ScriptEditor& script, const Arguments&, JsonText&) {
+  script.editor().startEdgeCreation();
+}
 
 void createEdge(ScriptEditor& script, const Arguments& arguments, JsonText&) {
   script.editor().createEdge(arguments.id("from"), arguments.id("to"));
@@ -57,11 +59,17 @@ void deleteRegion(ScriptEditor& script, const Arguments& arguments, JsonText&) {
   script.editor().deleteRegion(arguments.id("id"));
 }
 
-void copySelection(ScriptEditor& script, const Arguments&, JsonText&) { script.editor().copySelection(); }
+void copySelection(ScriptEditor& script, const Arguments&, JsonText&) {
+  script.editor().copySelection();
+}
 
-void pasteClipboard(ScriptEditor& script, const Arguments&, JsonText&) { script.editor().pasteClipboard(); }
+void pasteClipboard(ScriptEditor& script, const Arguments&, JsonText&) {
+  script.editor().pasteClipboard();
+}
 
-void duplicateSelection(ScriptEditor& script, const Arguments&, JsonText&) { script.editor().duplicateSelection(); }
+void duplicateSelection(ScriptEditor& script, const Arguments&, JsonText&) {
+  script.editor().duplicateSelection();
+}
 
 }  // namespace
 

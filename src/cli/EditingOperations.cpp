@@ -39,7 +39,9 @@ void createChildAt(ScriptEditor& script, const Arguments& arguments, JsonText&) 
   script.editor().createChildAt(arguments.id("id"), arguments.number("x"), arguments.number("y"));
 }
 
-void createNode(ScriptEditor& script, const Arguments&, JsonText&) { script.commands().createNode(); }
+void createNode(ScriptEditor& script, const Arguments&, JsonText&) {
+  script.commands().createNode();
+}
 
 void setNodeTitle(ScriptEditor& script, const Arguments& arguments, JsonText&) {
   script.editor().setNodeTitle(arguments.id("id"), arguments.text("text"));
@@ -73,7 +75,9 @@ void deleteNode(ScriptEditor& script, const Arguments& arguments, JsonText&) {
   script.editor().deleteNode(arguments.id("id"));
 }
 
-void deleteSelection(ScriptEditor& script, const Arguments&, JsonText&) { script.editor().deleteSelection(); }
+void deleteSelection(ScriptEditor& script, const Arguments&, JsonText&) {
+  script.editor().deleteSelection();
+}
 
 void toggleCollapsed(ScriptEditor& script, const Arguments& arguments, JsonText&) {
   script.editor().toggleCollapsed(arguments.id("id"));

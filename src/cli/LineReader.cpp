@@ -12,7 +12,8 @@ constexpr qsizetype chunkSize = 64 * 1024;
 
 }  // namespace
 
-// Takes what is there, which may be less than a chunk: a reader that waited for more would hold back a line that is whole.
+// Takes what is there, which may be less than a chunk: a reader that waited for more would hold back a line that is
+// whole.
 bool LineReader::fill() {
   m_buffer.resize(chunkSize);
   m_position = 0;

@@ -14,11 +14,17 @@ namespace {
 
 using simdjson::dom::element;
 
-QString textOf(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
+QString textOf(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
 
-bool isNumber(const element& value) { return value.is_number(); }
+bool isNumber(const element& value) {
+  return value.is_number();
+}
 
-double numberOf(const element& value) { return value.get_double().value_unsafe(); }
+double numberOf(const element& value) {
+  return value.get_double().value_unsafe();
+}
 
 std::optional<QUuid> idOf(const element& value) {
   std::string_view text;
@@ -120,8 +126,7 @@ struct ScriptLine::Parsed {
 
 ScriptLine::ScriptLine(const QByteArray& line) : m_parsed(std::make_unique<Parsed>()) {
   element root;
-  const auto problem =
-      m_parsed->parser.parse(line.constData(), static_cast<std::size_t>(line.size()), true).get(root);
+  const auto problem = m_parsed->parser.parse(line.constData(), static_cast<std::size_t>(line.size()), true).get(root);
   if (problem != simdjson::SUCCESS)
     throw ScriptError(QStringLiteral("not JSON: %1").arg(QLatin1String(simdjson::error_message(problem))));
   if (root.get_object().get(m_parsed->object) != simdjson::SUCCESS)

@@ -45,7 +45,8 @@ void runScript() {
   ScriptRunner runner;
   LineReader reader(stdin);
   while (const auto line = reader.next()) {
-    QByteArray answer = line->isTooLong ? refusal(QStringLiteral("the line is longer than 256 MB")) : runner.answer(line->text);
+    QByteArray answer =
+        line->isTooLong ? refusal(QStringLiteral("the line is longer than 256 MB")) : runner.answer(line->text);
     answer.append('\n');
     std::fwrite(answer.constData(), 1, static_cast<std::size_t>(answer.size()), stdout);
     std::fflush(stdout);

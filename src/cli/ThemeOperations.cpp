@@ -47,9 +47,13 @@ void applyTheme(ScriptEditor& script, const Arguments& arguments, JsonText&) {
   script.editor().applyTheme(*theme);
 }
 
-void recolorByBranch(ScriptEditor& script, const Arguments&, JsonText&) { script.editor().recolorByBranch(); }
+void recolorByBranch(ScriptEditor& script, const Arguments&, JsonText&) {
+  script.editor().recolorByBranch();
+}
 
-void recolorByTheme(ScriptEditor& script, const Arguments&, JsonText&) { script.editor().recolorByTheme(); }
+void recolorByTheme(ScriptEditor& script, const Arguments&, JsonText&) {
+  script.editor().recolorByTheme();
+}
 
 void styleForDepth(ScriptEditor& script, const Arguments& arguments, JsonText& result) {
   result.whole(encodeNodeStyle(script.editor().styleForDepth(arguments.integer("depth"))));

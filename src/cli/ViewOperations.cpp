@@ -23,9 +23,13 @@ void selectEdge(ScriptEditor& script, const Arguments& arguments, JsonText&) {
   script.editor().selectEdge(arguments.id("id"), arguments.flag("extend"));
 }
 
-void clearSelection(ScriptEditor& script, const Arguments&, JsonText&) { script.editor().clearSelection(); }
+void clearSelection(ScriptEditor& script, const Arguments&, JsonText&) {
+  script.editor().clearSelection();
+}
 
-void selectAll(ScriptEditor& script, const Arguments&, JsonText&) { script.editor().selectAll(); }
+void selectAll(ScriptEditor& script, const Arguments&, JsonText&) {
+  script.editor().selectAll();
+}
 
 void setLens(ScriptEditor& script, const Arguments& arguments, JsonText&) {
   script.editor().setActiveLens(lensArgument(arguments));
@@ -58,7 +62,9 @@ void toggleQuickLook(ScriptEditor& script, const Arguments& arguments, JsonText&
   script.editor().toggleQuickLook(arguments.id("id"));
 }
 
-void toggleSearch(ScriptEditor& script, const Arguments&, JsonText&) { script.editor().toggleSearch(); }
+void toggleSearch(ScriptEditor& script, const Arguments&, JsonText&) {
+  script.editor().toggleSearch();
+}
 
 // As typing into the search field does.
 void search(ScriptEditor& script, const Arguments& arguments, JsonText&) {
@@ -66,13 +72,17 @@ void search(ScriptEditor& script, const Arguments& arguments, JsonText&) {
   script.editor().runSearch();
 }
 
-void nextSearchResult(ScriptEditor& script, const Arguments&, JsonText&) { script.editor().nextSearchResult(); }
+void nextSearchResult(ScriptEditor& script, const Arguments&, JsonText&) {
+  script.editor().nextSearchResult();
+}
 
 void previousSearchResult(ScriptEditor& script, const Arguments&, JsonText&) {
   script.editor().previousSearchResult();
 }
 
-void togglePresentation(ScriptEditor& script, const Arguments&, JsonText&) { script.editor().togglePresentation(); }
+void togglePresentation(ScriptEditor& script, const Arguments&, JsonText&) {
+  script.editor().togglePresentation();
+}
 
 void nextPresentationStep(ScriptEditor& script, const Arguments&, JsonText&) {
   script.editor().nextPresentationStep();

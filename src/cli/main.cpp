@@ -1,9 +1,8 @@
 #include <clocale>
 #include <cstring>
 
-#include <langinfo.h>
-
 #include <QCoreApplication>
+#include <langinfo.h>
 
 #include "cli/CommandLine.h"
 

@@ -1,9 +1,8 @@
-#include <gtest/gtest.h>
-
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
+#include <gtest/gtest.h>
 
 #include "cli/Maps.h"
 #include "cli/Program.h"
@@ -31,7 +30,9 @@ class CommandLine : public ::testing::Test {
     EXPECT_TRUE(file.open(QIODevice::ReadOnly));
     return file.readAll();
   }
-  QStringList entries() const { return QDir(m_folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot); }
+  QStringList entries() const {
+    return QDir(m_folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+  }
 
   QTemporaryDir m_folder;
 };
@@ -109,7 +110,7 @@ TEST_F(CommandLine, AMissingInputIsOneLineWithItsName) {
   const QString input = path("none.mindmap");
   const auto outcome = cli::run({QStringLiteral("convert"), input, path("out.mindmap")});
   EXPECT_EQ(outcome.status, 1);
-  EXPECT_EQ(outcome.error.toStdString(), "quilmora-cli: " + input.toStdString() + ": No such file or directory\n");
+  EXPECT_EQ(outcome.error.toStdString(), "quilmora-cli: " + input.toStdString() + ": there is no such file\n");
   EXPECT_EQ(entries(), QStringList());
 }
 
@@ -147,7 +148,7 @@ TEST_F(CommandLine, AReasonStaysOnOneLineWhateverTheNameHolds) {
   const auto outcome = cli::run({QStringLiteral("convert"), input, path("out.mindmap")});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.error.count('\n'), 1);
-  EXPECT_TRUE(outcome.error.endsWith("two lines.mindmap: No such file or directory\n"));
+  EXPECT_TRUE(outcome.error.endsWith("two lines.mindmap: there is no such file\n"));
 }
 
 TEST_F(CommandLine, WrongUsageIsAnsweredWithTheUsage) {

@@ -34,7 +34,9 @@ inline constexpr char edgeToB[] = "EEEEEEEE-0000-4000-8000-000000000001";
 inline constexpr char edgeToC[] = "EEEEEEEE-0000-4000-8000-000000000002";
 inline constexpr char linkBToC[] = "DDDDDDDD-0000-4000-8000-000000000001";
 
-inline QByteArray loadSmallMap() { return R"({"do":"load","map":)" + smallMap() + '}'; }
+inline QByteArray loadSmallMap() {
+  return R"({"do":"load","map":)" + smallMap() + '}';
+}
 
 // {"do": operation, "id": id, rest}
 inline QByteArray with(const char* operation, const char* key, const char* id, const QByteArray& rest = {}) {

@@ -1,12 +1,13 @@
 #include "cli/Program.h"
 
-#include <gtest/gtest.h>
-
 #include <QTemporaryDir>
+#include <gtest/gtest.h>
 
 namespace cli {
 
-QString programPath() { return QStringLiteral(QUILMORA_PROGRAM_FOLDER "/quilmora-cli"); }
+QString programPath() {
+  return QStringLiteral(QUILMORA_PROGRAM_FOLDER "/quilmora-cli");
+}
 
 QProcessEnvironment bareEnvironment() {
   static const QTemporaryDir home;

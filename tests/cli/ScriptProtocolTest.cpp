@@ -27,14 +27,18 @@ QByteArray answerTo(const QByteArray& line) {
   return all[1];
 }
 
-TEST(ScriptProtocol, NoInputIsAnsweredByNothing) { EXPECT_EQ(answers(""), QList<QByteArray>()); }
+TEST(ScriptProtocol, NoInputIsAnsweredByNothing) {
+  EXPECT_EQ(answers(""), QList<QByteArray>());
+}
 
 TEST(ScriptProtocol, EveryLineHasOneAnswerInOrder) {
   EXPECT_EQ(answers("{\"do\":\"new\"}\n{\"do\":\"colorFromHex\",\"text\":\"#FF0080\"}\n{\"do\":\"undo\"}\n"),
             (QList<QByteArray>{okAnswer, R"({"ok":true,"result":[255,0,128]})", okAnswer}));
 }
 
-TEST(ScriptProtocol, TheLastLineNeedsNoEnd) { EXPECT_EQ(answers(newMap), QList<QByteArray>{okAnswer}); }
+TEST(ScriptProtocol, TheLastLineNeedsNoEnd) {
+  EXPECT_EQ(answers(newMap), QList<QByteArray>{okAnswer});
+}
 
 TEST(ScriptProtocol, ACarriageReturnBeforeTheLineEndIsBlank) {
   EXPECT_EQ(answers("{\"do\":\"new\"}\r\n"), QList<QByteArray>{okAnswer});
@@ -63,15 +67,15 @@ TEST(ScriptProtocol, LinesThatAreNoJsonObjectAreRefused) {
 }
 
 TEST(ScriptProtocol, OperationsThatAreNotThereAreRefused) {
-  for (const QByteArray line : {"{}", "{\"do\":7}", "{\"do\":null}", "{\"do\":\"\"}", "{\"do\":\"New\"}",
-                                "{\"do\":\"launch\"}", "{\"id\":1}"})
+  for (const QByteArray line :
+       {"{}", "{\"do\":7}", "{\"do\":null}", "{\"do\":\"\"}", "{\"do\":\"New\"}", "{\"do\":\"launch\"}", "{\"id\":1}"})
     EXPECT_TRUE(isRefusal(answerTo(line))) << line.toStdString();
 }
 
 TEST(ScriptProtocol, DeepNestingIsRefused) {
   EXPECT_TRUE(isRefusal(answerTo(QByteArray(100'000, '['))));
-  EXPECT_TRUE(isRefusal(answerTo(QByteArray("{\"do\":\"load\",\"map\":") + QByteArray(100'000, '[') +
-                                 QByteArray(100'000, ']') + '}')));
+  EXPECT_TRUE(isRefusal(
+      answerTo(QByteArray("{\"do\":\"load\",\"map\":") + QByteArray(100'000, '[') + QByteArray(100'000, ']') + '}')));
   QByteArray objects;
   for (int i = 0; i < 100'000; ++i) objects += "{\"a\":";
   EXPECT_TRUE(isRefusal(answerTo(objects + "1" + QByteArray(100'000, '}'))));
@@ -143,7 +147,11 @@ TEST(ScriptProtocol, RefusedLinesChangeNothing) {
   cli::Script script;
   script.line(cli::loadSmallMap());
   for (const QByteArray& line : bad)
-    script.line(R"({"do":"map"})").line(R"({"do":"state"})").line(line).line(R"({"do":"map"})").line(R"({"do":"state"})");
+    script.line(R"({"do":"map"})")
+        .line(R"({"do":"state"})")
+        .line(line)
+        .line(R"({"do":"map"})")
+        .line(R"({"do":"state"})");
   const auto& all = script.run();
   for (int i = 0; i < bad.size(); ++i) {
     const int first = 1 + 5 * i;

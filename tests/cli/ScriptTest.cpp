@@ -1,10 +1,9 @@
-#include <gtest/gtest.h>
-
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QImage>
 #include <QTemporaryDir>
+#include <gtest/gtest.h>
 
 #include "cli/Maps.h"
 #include "cli/Program.h"
@@ -16,9 +15,15 @@ namespace {
 using namespace cli;
 using Text = std::string;
 
-QJsonValue at(const QJsonValue& value, const char* key) { return value.toObject()[QLatin1String(key)]; }
-QJsonObject node(const QJsonValue& map, int index) { return at(map, "nodes").toArray()[index].toObject(); }
-Text text(const QJsonValue& value) { return compact(value).toStdString(); }
+QJsonValue at(const QJsonValue& value, const char* key) {
+  return value.toObject()[QLatin1String(key)];
+}
+QJsonObject node(const QJsonValue& map, int index) {
+  return at(map, "nodes").toArray()[index].toObject();
+}
+Text text(const QJsonValue& value) {
+  return compact(value).toStdString();
+}
 
 TEST(Script, StartsOnABlankMap) {
   Script script;
@@ -45,7 +50,8 @@ TEST(Script, LoadedMapComesBackInDocumentForm) {
   Script script;
   script.line(loadSmallMap()).line(R"({"do":"map"})");
   const QByteArray& answer = script.run()[1];
-  EXPECT_EQ(answer, R"({"ok":true,"result":)" + encodeDocument(quilmora::decodeDocument(smallMap()), quilmora::JsonForm::compact) + '}');
+  EXPECT_EQ(answer, R"({"ok":true,"result":)" +
+                        encodeDocument(quilmora::decodeDocument(smallMap()), quilmora::JsonForm::compact) + '}');
 }
 
 TEST(Script, TreeInfoTellsTheTree) {

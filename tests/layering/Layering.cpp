@@ -28,8 +28,7 @@ const std::vector<Floor>& floors() {
       {"editor", {"platform", "model", "themes", "layout", "ai"}},
       {"canvas/geometry", {"platform", "model", "themes", "layout", "ai", "editor"}},
       {"canvas/painting", {"platform", "model", "themes", "layout", "ai", "editor", "canvas/geometry"}},
-      {"exchange",
-       {"platform", "model", "themes", "layout", "ai", "editor", "canvas/geometry", "canvas/painting"}},
+      {"exchange", {"platform", "model", "themes", "layout", "ai", "editor", "canvas/geometry", "canvas/painting"}},
       {"cli",
        {"platform", "model", "themes", "layout", "ai", "editor", "canvas/geometry", "canvas/painting", "exchange"}},
       {"canvas/view",
@@ -66,7 +65,8 @@ bool isWidgetHeader(const std::string& name) {
 
 // Why this include may not stand in a file of this floor, or an empty text.
 std::string judge(const Floor& floor, const std::string& name, bool isOwn) {
-  if (!isOwn) return floor.isHeadless && isWidgetHeader(name) ? "a headless file includes the widget header " + name : "";
+  if (!isOwn)
+    return floor.isHeadless && isWidgetHeader(name) ? "a headless file includes the widget header " + name : "";
   const Floor* target = floorOf(name);
   if (!target) return "\"" + name + "\" is not written as folder/File.h";
   if (target == &floor || std::count(floor.below.begin(), floor.below.end(), target->folder) > 0) return "";
