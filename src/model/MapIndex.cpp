@@ -59,10 +59,14 @@ bool isSameRange(const std::vector<std::uint32_t>& values, std::size_t start, st
 
 MapIndex::Change MapIndex::update(const SharedArray<Node>& nodes, const SharedArray<Edge>& edges) {
   // Ids that left the map keep their numbers; once they outweigh the living ones the table starts afresh.
-  if (numberCount() > 2 * (nodes.size() + edges.size()) + 1024) *this = MapIndex();
+  const bool startsAfresh = numberCount() > 2 * (nodes.size() + edges.size()) + 1024;
+  if (startsAfresh) *this = MapIndex();
   Change change;
   change.structure = updateNodes(nodes, change.positions);
   change.structure |= updateEdges(edges);
+  // Numbers given before are void now, also where the map became empty and the fresh index has nothing to take in.
+  change.structure |= startsAfresh;
+  change.positions |= startsAfresh;
   if (m_nodeOfNumber.size() < numberCount()) m_nodeOfNumber.resize(numberCount(), npos);
   return change;
 }
