@@ -164,6 +164,7 @@ void MindMapViewModel::moveSelectedNodes(QPointF translation) {
             return first.contains(node.id) && index.find(node.id) == here;
           },
           [&](Node& node) { node.position += translation; });
+      map.updatedAt = m_services.clock.now();
     });
     moved.erase(moved.begin(), moved.begin() + unseen);
   }

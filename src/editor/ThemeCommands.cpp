@@ -26,9 +26,9 @@ void takeTheme(MindMap& map, const Theme& theme, const TreeInfo& tree, const Map
   map.edges.updateAll([&](Edge& edge) { edge.style.color = theme.edgeColor; });
 }
 
-// The colour row of every number under branch colouring, or nullptr. A topic that two branches of a root reach keeps
-// the row of the later one: going through the branches backwards, whatever a later branch reached is settled, with all
-// that lies below it.
+// The colour row of every number under branch colouring, or nullptr. A topic that two branches reach keeps the row of
+// the later one: going through the roots and their branches backwards, whatever a later branch reached is settled, with
+// all that lies below it.
 std::vector<const Theme::NodeColorSet*> branchRows(const TreeInfo& tree) {
   std::vector<const Theme::NodeColorSet*> rows(tree.numberCount(), nullptr);
   const auto& palettes = branchPalettes();
@@ -38,8 +38,8 @@ std::vector<const Theme::NodeColorSet*> branchRows(const TreeInfo& tree) {
   };
   std::vector<Step> queue;
   std::vector<char> visited(tree.numberCount(), 0);
-  for (const QUuid& root : tree.roots()) {
-    const std::uint32_t rootNumber = tree.number(root);
+  for (std::size_t r = tree.roots().size(); r-- > 0;) {
+    const std::uint32_t rootNumber = tree.number(tree.roots()[r]);
     rows[rootNumber] = &branchRootColors();
     const auto branches = tree.childNumbers(rootNumber);
     for (std::size_t b = branches.size(); b-- > 0;) {

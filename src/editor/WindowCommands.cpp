@@ -40,7 +40,8 @@ bool WindowCommands::tabKey() {
 }
 
 bool WindowCommands::deleteKey() {
-  if (m_editor.isPresentationMode() || m_editor.selectedNodeIDs().empty()) return false;
+  if (m_editor.isEditingInline() || m_editor.isPresentationMode()) return false;
+  if (m_editor.selectedNodeIDs().empty()) return false;
   m_editor.deleteSelection();
   return true;
 }
