@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QColor>
+
+namespace quilmora {
+
+// The colours on the canvas that no map stores. They follow the map's background, not the appearance of the windows.
+struct CanvasColors {
+  QColor selection;         // borders of what is selected, the connection handle and its preview
+  QColor reparentTarget;    // border of the topic that a dragged one would be hung under
+  QColor connectionTarget;  // border of the topic that a new connection would lead to
+  QColor endpointHandle;
+  QColor bendHandle;
+  QColor deleteButton;
+  QColor aiMarker;
+
+  static const CanvasColors& onBackground(const QColor& background);
+};
+
+}  // namespace quilmora

@@ -1,0 +1,151 @@
+#include <algorithm>
+
+#include <QPainter>
+#include <QPainterPath>
+
+#include "canvas/geometry/Handles.h"
+#include "canvas/geometry/Polygons.h"
+#include "canvas/geometry/RelationshipCurve.h"
+#include "canvas/geometry/TaperedConnector.h"
+#include "canvas/painting/PaintContext.h"
+#include "canvas/painting/Symbols.h"
+#include "themes/Color.h"
+
+namespace quilmora {
+
+namespace {
+
+using HandleKind = MapScene::HandleKind;
+
+QColor withOpacity(QColor color, double opacity) {
+  color.setAlphaF(static_cast<float>(opacity));
+  return color;
+}
+
+QPen dashedPen(const QColor& color, double width, double on, double off) {
+  QPen pen(color, width);
+  pen.setCapStyle(Qt::FlatCap);
+  // A dash pattern counts in widths of the pen.
+  pen.setDashPattern({on / width, off / width});
+  return pen;
+}
+
+QPointF dragged(const PaintContext& context, HandleKind kind, const QUuid& ownerID) {
+  const auto& handle = context.scene.draggedHandle;
+  return handle && handle->kind == kind && handle->ownerID == ownerID ? handle->translation : QPointF();
+}
+
+bool isDragged(const PaintContext& context, HandleKind kind, const QUuid& ownerID) {
+  const auto& handle = context.scene.draggedHandle;
+  return handle && handle->kind == kind && handle->ownerID == ownerID;
+}
+
+void paintBendHandle(QPainter& painter, const PaintContext& context, QPointF position, HandleKind kind,
+                     const QUuid& ownerID) {
+  painter.save();
+  painter.setOpacity(isDragged(context, kind, ownerID) ? 1.0 : 0.7);
+  paintHandle(painter, position + dragged(context, kind, ownerID),
+              {HandleMetrics::edgeHandleDiameter, context.colors.bendHandle, Qt::white, 1.5, withOpacity(Qt::black, 0.2),
+               2.0});
+  painter.restore();
+}
+
+void paintCurve(QPainter& painter, const PaintContext& context, const RelationshipCurve& curve) {
+  if (context.drawable.contains(curve.bounds())) {
+    QPainterPath path(curve.from);
+    path.quadTo(curve.control, curve.to);
+    painter.drawPath(path);
+    return;
+  }
+  // The part in sight of a curve that leaves it far behind, in pieces.
+  constexpr int steps = 512;
+  QPointF previous = curve.from;
+  for (int i = 1; i <= steps; ++i) {
+    const QPointF next = curve.pointAt(static_cast<double>(i) / steps);
+    QPointF from = previous;
+    QPointF to = next;
+    if (clipSegment(from, to, context.drawable)) painter.drawLine(from, to);
+    previous = next;
+  }
+}
+
+void paintRelationshipHandles(QPainter& painter, const PaintContext& context, const Relationship& relationship,
+                              const RelationshipCurve& curve) {
+  if (!context.drawable.contains(curve.midpoint())) return;
+  paintBendHandle(painter, context, curve.midpoint(), HandleKind::relationshipBend, relationship.id);
+  const QPointF center = deleteButtonCenter(curve.midpoint());
+  const double disc = HandleMetrics::deleteButtonDiameter;
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(Qt::white);
+  painter.drawEllipse(center, disc / 2, disc / 2);
+  paintSymbol(painter, QStringLiteral("xmark.circle.fill"), QRectF(center.x() - 8, center.y() - 8, 16, 16),
+              context.colors.deleteButton);
+}
+
+}  // namespace
+
+void paintRelationships(QPainter& painter, const PaintContext& context) {
+  const MapIndex& index = *context.scene.index;
+  for (const Relationship& relationship : context.scene.map->relationships) {
+    const auto from = context.shownNode(relationship.from);
+    const auto to = context.shownNode(relationship.to);
+    if (!from || !to) continue;
+    if (!isFinite(index.positions()[*from]) || !isFinite(index.positions()[*to])) continue;
+    const RelationshipCurve curve(context.shownPosition(*from), context.shownPosition(*to),
+                                  relationship.controlPointOffset);
+    const QRectF bounds = curve.bounds().adjusted(-20, -40, 20, 20);
+    if (!bounds.intersects(context.exposed)) continue;
+    const QColor color = withOpacity(colorFromHex(relationship.color), 0.6);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(context.scale < 0.15 && context.options.levelsOfDetail ? QPen(color, 1.5)
+                                                                          : dashedPen(color, 1.5, 8.0, 4.0));
+    paintCurve(painter, context, curve);
+    if (context.options.selection && context.scene.selectedRelationshipID == relationship.id)
+      paintRelationshipHandles(painter, context, relationship, curve);
+  }
+}
+
+void paintEdgeHandles(QPainter& painter, const PaintContext& context) {
+  const IdSet* selected = context.scene.selectedEdgeIDs;
+  if (!selected || selected->empty()) return;
+  const QRectF seen = context.exposed.adjusted(-20, -20, 20, 20);
+  const HandleLook endLook{HandleMetrics::edgeHandleDiameter, context.colors.endpointHandle,    Qt::white, 2.0,
+                           withOpacity(Qt::black, 0.2),       2.0};
+  for (const Edge& edge : context.scene.map->edges) {
+    if (!selected->contains(edge.id)) continue;
+    const auto from = context.shownNode(edge.from);
+    const auto to = context.shownNode(edge.to);
+    if (!from || !to) continue;
+    const QPointF a = context.shownPosition(*from);
+    const QPointF b = context.shownPosition(*to);
+    const QPointF source = a + dragged(context, HandleKind::edgeSource, edge.id);
+    const QPointF target = b + dragged(context, HandleKind::edgeTarget, edge.id);
+    if (seen.contains(source)) paintHandle(painter, source, endLook);
+    if (seen.contains(target)) paintHandle(painter, target, endLook);
+    const QPointF bend = TaperedConnector(edge, a, b).bendHandlePosition();
+    if (seen.contains(bend)) paintBendHandle(painter, context, bend, HandleKind::edgeBend, edge.id);
+  }
+}
+
+void paintConnectionDrag(QPainter& painter, const PaintContext& context) {
+  const auto& drag = context.scene.connectionDrag;
+  if (!drag) return;
+  const auto source = context.shownNode(drag->sourceID);
+  if (!source) return;
+  QPointF from = context.shownPosition(*source);
+  QPointF end = drag->end;
+  if (drag->targetID)
+    if (const auto target = context.shownNode(*drag->targetID)) end = context.shownPosition(*target);
+  QPointF to = end;
+  if (clipSegment(from, to, context.drawable)) {
+    painter.setPen(dashedPen(withOpacity(context.colors.selection, 0.6), 2.0, 6.0, 4.0));
+    painter.drawLine(from, to);
+  }
+  if (!context.drawable.contains(end)) return;
+  paintHandle(painter, end,
+              {HandleMetrics::connectionDragDiameter, context.colors.selection, Qt::transparent, 0.0,
+               withOpacity(context.colors.selection, 0.3), 3.0});
+  paintSymbol(painter, QStringLiteral("plus"), QRectF(end.x() - 6, end.y() - 6, 12, 12), Qt::white, 0.8);
+}
+
+}  // namespace quilmora

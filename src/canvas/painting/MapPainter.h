@@ -1,0 +1,41 @@
+#pragma once
+
+#include <memory>
+
+#include "canvas/painting/MapScene.h"
+#include "canvas/painting/NodeMetrics.h"
+
+class QPainter;
+
+namespace quilmora {
+
+class SceneSketch;
+
+// Draws maps on a painter of any device, in view coordinates: the painter's own transform and device pixel ratio are
+// respected. Keeps only what can be made again; keep one painter for one view, so that it has something to keep.
+class MapPainter {
+ public:
+  MapPainter();
+  ~MapPainter();
+
+  void paint(QPainter& painter, const MapScene& scene, const PaintOptions& options = {});
+
+  NodeMeasurer& measurer() { return m_measurer; }
+  // Measures the topic at a position in `nodes` as it is painted, in canvas units from its centre.
+  NodeMetrics measure(const MapScene& scene, std::size_t nodeIndex, const PaintOptions& options = {});
+  // The topmost topic whose box holds the canvas point, as its position in `nodes`; hidden topics don't count.
+  std::optional<std::size_t> nodeAt(const MapScene& scene, QPointF canvasPoint, const PaintOptions& options = {});
+  // The topmost edge whose ribbon or head holds the canvas point, as its position in `edges`.
+  std::optional<std::size_t> edgeAt(const MapScene& scene, QPointF canvasPoint, const PaintOptions& options = {});
+  // The topmost relationship whose hit stroke holds the canvas point, as its position in `relationships`.
+  std::optional<std::size_t> relationshipAt(const MapScene& scene, QPointF canvasPoint);
+
+ private:
+  NodeMeasurer m_measurer;
+  std::unique_ptr<SceneSketch> m_sketch;
+};
+
+// Draws a map once, keeping nothing.
+void paintMap(QPainter& painter, const MapScene& scene, const PaintOptions& options = {});
+
+}  // namespace quilmora

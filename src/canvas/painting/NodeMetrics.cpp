@@ -1,0 +1,306 @@
+#include "canvas/painting/NodeMetrics.h"
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+
+#include <QBuffer>
+#include <QGuiApplication>
+#include <QImageReader>
+#include <QPainter>
+#include <QTextBoundaryFinder>
+#include <QTextLayout>
+
+#include "canvas/geometry/Handles.h"
+
+namespace quilmora {
+
+namespace {
+
+constexpr double stackSpacing = 4.0;
+constexpr double rowSpacing = 6.0;
+constexpr double imageMaxWidth = 200.0;
+constexpr double imageMaxHeight = 400.0;
+constexpr double editorMinWidth = 80.0;
+constexpr double editorMinHeight = 20.0;
+constexpr double aiMarkerSize = 8.0;
+constexpr double badgeDiameter = 16.0;
+constexpr double badgeOffset = 6.0;
+constexpr double toggleDiameter = 16.0;
+constexpr double cornerMarkerSize = 8.0;
+constexpr double cornerMarkerGap = 3.0;
+constexpr QPointF cornerMarkerInset(5.0, 3.0);
+constexpr QPointF aiMarkerOffset(4.0, -4.0);
+
+constexpr int keptTextCost = 6000;
+constexpr int keptImageKilobytes = 96 * 1024;
+// A grapheme may be made of any number of combining marks.
+constexpr qsizetype maxTitleUnits = 8000;
+constexpr qsizetype maxImageDataLength = 64 * 1024 * 1024;
+constexpr int maxImageSide = 16384;
+constexpr qint64 maxImagePixels = 48LL * 1024 * 1024;
+// Pictures are kept as large as the deepest zoom shows them.
+constexpr QSize keptImageSize(1000, 2000);
+
+double within(double value, double low, double high, double fallback) {
+  return std::isfinite(value) ? std::clamp(value, low, high) : fallback;
+}
+
+QString shortened(const QString& title) {
+  if (title.size() <= NodeMeasurer::maxTitleLength) return title;
+  QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, title.constData(), std::min(title.size(), maxTitleUnits));
+  qsizetype end = 0;
+  for (int count = 0; count < NodeMeasurer::maxTitleLength; ++count) {
+    const qsizetype next = finder.toNextBoundary();
+    if (next < 0) break;
+    end = next;
+  }
+  return end < title.size() ? title.left(end) + QChar(0x2026) : title;
+}
+
+// Line breaks of any kind as the one that a text layout breaks at.
+QString withLineSeparators(QString text) {
+  text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+  for (QChar& character : text)
+    if (character == QLatin1Char('\n') || character == QLatin1Char('\r') || character == QChar::ParagraphSeparator)
+      character = QChar::LineSeparator;
+  return text;
+}
+
+// Breaks the text into lines of at most `width`; the result is the size of what it takes.
+QSizeF breakLines(QTextLayout& layout, double width) {
+  double height = 0.0;
+  double widest = 0.0;
+  layout.beginLayout();
+  for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+    line.setLineWidth(width);
+    line.setPosition(QPointF(0, height));
+    height += line.height();
+    widest = std::max(widest, line.naturalTextWidth());
+  }
+  layout.endLayout();
+  return QSizeF(std::min(std::ceil(widest), width), height);
+}
+
+QImage decoded(const QString& imageData) {
+  if (imageData.size() > maxImageDataLength) return {};
+  auto bytes = QByteArray::fromBase64Encoding(imageData.toLatin1(), QByteArray::AbortOnBase64DecodingErrors);
+  if (!bytes || bytes.decoded.isEmpty()) return {};
+  QBuffer buffer(&bytes.decoded);
+  buffer.open(QIODevice::ReadOnly);
+  QImageReader reader(&buffer);
+  reader.setDecideFormatFromContent(true);
+  reader.setAutoTransform(true);
+  // Only pictures made of pixels: a drawing may hold work without bounds.
+  if (reader.format().startsWith("svg")) return {};
+  const QSize size = reader.size();
+  if (size.width() > maxImageSide || size.height() > maxImageSide) return {};
+  if (qint64{size.width()} * size.height() > maxImagePixels) return {};
+  QImage image = reader.read();
+  if (image.isNull()) return {};
+  if (image.width() > keptImageSize.width() || image.height() > keptImageSize.height())
+    image = image.scaled(keptImageSize, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+  return image.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+}
+
+}  // namespace
+
+QFont interfaceFont() {
+  const QString family = QGuiApplication::font().family();
+  // What Qt falls back to where no desktop sets a font.
+  const bool isUnset = family.isEmpty() || family.compare(QLatin1String("Sans Serif"), Qt::CaseInsensitive) == 0 ||
+                       family.compare(QLatin1String("Sans"), Qt::CaseInsensitive) == 0;
+  QFont font;
+  font.setFamilies({isUnset ? QStringLiteral("Inter") : family, QStringLiteral("Noto Color Emoji"),
+                    QStringLiteral("Noto Sans CJK SC")});
+  // Unhinted glyphs keep their widths at every zoom.
+  font.setHintingPreference(QFont::PreferNoHinting);
+  return font;
+}
+
+NodeSizing::NodeSizing(const NodeStyle& style, std::optional<double> depthFraction, const HierarchicalConfig* config) {
+  italic = style.italic;
+  if (depthFraction && config && config->nodeSizing) {
+    const double f = *depthFraction;
+    const auto between = [f](double root, double leaf) { return root + (leaf - root) * f; };
+    fontSize = within(between(config->rootFontSize, config->leafFontSize), 1.0, 512.0, fontSize);
+    emojiSize = within(fontSize + 2.0, 1.0, 512.0, emojiSize);
+    horizontalPadding = within(between(config->rootPadding, config->leafPadding), 0.0, 1000.0, horizontalPadding);
+    verticalPadding =
+        within(between(config->rootPadding * 0.6, config->leafPadding * 0.6), 0.0, 1000.0, verticalPadding);
+    weight = f < 0.25 ? QFont::Bold : f < 0.5 ? QFont::DemiBold : QFont::Medium;
+  }
+  if (style.bold) weight = QFont::Bold;
+}
+
+QFont NodeSizing::titleFont() const {
+  QFont font = interfaceFont();
+  font.setPixelSize(std::max(1, static_cast<int>(std::lround(fontSize))));
+  font.setWeight(weight);
+  font.setItalic(italic);
+  return font;
+}
+
+QRectF NodeMetrics::bounds() const {
+  return box.united(aiMarker).united(badge).united(collapseToggle).united(connectionHandle);
+}
+
+void ShapedText::draw(QPainter& painter, QPointF position) const {
+  if (scale == 1.0) {
+    for (const QGlyphRun& run : runs) painter.drawGlyphRun(position, run);
+    return;
+  }
+  painter.save();
+  painter.translate(position);
+  painter.scale(scale, scale);
+  for (const QGlyphRun& run : runs) painter.drawGlyphRun(QPointF(0, 0), run);
+  painter.restore();
+}
+
+const QImage& ShownImage::forWidth(double pixelWidth) {
+  const QImage* best = &full;
+  for (std::size_t level = 0; best->width() / 2 >= pixelWidth && best->width() >= 16 && best->height() >= 16; ++level) {
+    if (level == halvings.size())
+      halvings.push_back(best->scaled(best->size() / 2, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+    best = &halvings[level];
+  }
+  return *best;
+}
+
+NodeMeasurer::NodeMeasurer() : m_texts(keptTextCost), m_images(keptImageKilobytes) {}
+
+template <class MakeFont>
+const ShapedText& NodeMeasurer::shaped(const QString& text, double fontSize, int style, MakeFont&& makeFont) {
+  const TextKey key{text, fontSize, style};
+  if (const ShapedText* kept = m_texts.object(key)) return *kept;
+  const QFont font = makeFont();
+  auto made = std::make_unique<ShapedText>();
+  made->scale = fontSize / font.pixelSize();
+  const double maxWidth = NodeMetrics::titleMaxWidth / made->scale;
+  QTextLayout layout(withLineSeparators(shortened(text)), font);
+  QTextOption option;
+  option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+  layout.setTextOption(option);
+  QSizeF size = breakLines(layout, maxWidth);
+  // Lines that run from the right stand at the right end of the width that they were given.
+  if (layout.text().isRightToLeft() && size.width() < maxWidth) {
+    layout.clearLayout();
+    size = breakLines(layout, size.width());
+  }
+  made->runs = layout.glyphRuns();
+  made->size = size * made->scale;
+  ShapedText* result = made.release();
+  m_texts.insert(key, result, static_cast<int>(std::min<qsizetype>(1 + text.size() / 64, 100)));
+  return *result;
+}
+
+const ShapedText& NodeMeasurer::shapedTitle(const QString& title, const NodeSizing& sizing) {
+  const int style = static_cast<int>(sizing.weight) * 2 + (sizing.italic ? 1 : 0);
+  return shaped(title, sizing.fontSize, style, [&] { return sizing.titleFont(); });
+}
+
+const ShapedText& NodeMeasurer::shapedEmoji(const QString& emoji, const NodeSizing& sizing) {
+  return shaped(emoji, sizing.emojiSize, -1, [&] {
+    QFont font = interfaceFont();
+    font.setFamilies(QStringList{QStringLiteral("Noto Color Emoji")} + font.families());
+    font.setPixelSize(std::max(1, static_cast<int>(std::lround(sizing.emojiSize))));
+    return font;
+  });
+}
+
+ShownImage* NodeMeasurer::image(const QString& imageData) {
+  if (imageData.isEmpty()) return nullptr;
+  const ImageKey key{imageData.constData(), imageData.size()};
+  KeptImage* kept = m_images.object(key);
+  if (!kept) {
+    kept = new KeptImage{imageData, {decoded(imageData), {}}};
+    // The halvings together take a third of the picture again.
+    const qsizetype bytes = kept->image.full.sizeInBytes() * 4 / 3 + imageData.size() * 2;
+    const int cost = static_cast<int>(std::min<qsizetype>(1 + bytes / 1024, keptImageKilobytes));
+    m_images.insert(key, kept, cost);
+  }
+  return kept->image.full.isNull() ? nullptr : &kept->image;
+}
+
+QSizeF NodeMeasurer::shownImageSize(QSize pixels) {
+  const QSizeF size(pixels);
+  const double scale = std::min({1.0, imageMaxWidth / size.width(), imageMaxHeight / size.height()});
+  return size * scale;
+}
+
+namespace {
+
+// Places the pieces of the title row, as high as the highest of them, at `top`.
+void placeRow(NodeMetrics& metrics, QSizeF emoji, QSizeF icon, QSizeF title, double left, double top, double height) {
+  double x = left;
+  const auto place = [&](QSizeF size) {
+    const QRectF rect(QPointF(x, top + (height - size.height()) / 2), size);
+    x += size.width() + rowSpacing;
+    return rect;
+  };
+  if (!emoji.isEmpty()) metrics.emoji = place(emoji);
+  if (!icon.isEmpty()) metrics.icon = place(icon);
+  metrics.title = place(title);
+}
+
+void placeMarkers(NodeMetrics& metrics, const Node& node) {
+  const QRectF& box = metrics.box;
+  if (node.aiGenerated.value_or(false))
+    metrics.aiMarker = QRectF(box.right() - aiMarkerSize, box.top(), aiMarkerSize, aiMarkerSize)
+                           .translated(aiMarkerOffset);
+  if (node.badge)
+    metrics.badge = QRectF(box.left() - badgeOffset, box.top() - badgeOffset, badgeDiameter, badgeDiameter);
+  metrics.collapseToggle =
+      QRectF(box.left() - toggleDiameter / 2, -toggleDiameter / 2, toggleDiameter, toggleDiameter);
+  double right = box.right() - cornerMarkerInset.x();
+  const auto placeMarker = [&]() {
+    const QRectF rect(right - cornerMarkerSize, box.bottom() - cornerMarkerInset.y() - cornerMarkerSize, cornerMarkerSize,
+                      cornerMarkerSize);
+    right -= cornerMarkerSize + cornerMarkerGap;
+    return rect;
+  };
+  // From the right end, so the last one first.
+  if (!node.notes.isEmpty()) metrics.noteMarker = placeMarker();
+  if (node.url && !node.url->isEmpty()) metrics.linkMarker = placeMarker();
+  const double handle = HandleMetrics::connectionHandleDiameter;
+  metrics.connectionHandle =
+      QRectF(box.right() + HandleMetrics::connectionHandleGap - handle / 2, -handle / 2, handle, handle);
+}
+
+}  // namespace
+
+NodeMetrics NodeMeasurer::measure(const Node& node, std::optional<double> depthFraction,
+                                  const HierarchicalConfig* config, const std::optional<QString>& editedTitle) {
+  NodeMetrics metrics;
+  metrics.sizing = NodeSizing(node.style, depthFraction, config);
+
+  QSizeF title = shapedTitle(editedTitle ? *editedTitle : node.title, metrics.sizing).size;
+  if (editedTitle)
+    title = QSizeF(std::clamp(title.width(), editorMinWidth, NodeMetrics::titleMaxWidth),
+                   std::max(title.height(), editorMinHeight));
+  const QSizeF emoji =
+      node.emoji && !node.emoji->isEmpty() ? shapedEmoji(*node.emoji, metrics.sizing).size : QSizeF(0, 0);
+  const QSizeF icon = node.icon ? QSizeF(metrics.sizing.fontSize, metrics.sizing.fontSize) : QSizeF(0, 0);
+  const ShownImage* picture = node.imageData ? image(*node.imageData) : nullptr;
+  const QSizeF shown = picture ? shownImageSize(picture->full.size()) : QSizeF(0, 0);
+
+  double rowWidth = title.width();
+  if (!emoji.isEmpty()) rowWidth += emoji.width() + rowSpacing;
+  if (!icon.isEmpty()) rowWidth += icon.width() + rowSpacing;
+  const double rowHeight = std::max({title.height(), emoji.height(), icon.height()});
+  const QSizeF content(std::max(rowWidth, shown.width()),
+                       rowHeight + (picture ? shown.height() + stackSpacing : 0.0));
+  const QSizeF size = content + QSizeF(2 * metrics.sizing.horizontalPadding, 2 * metrics.sizing.verticalPadding);
+  metrics.box = QRectF(QPointF(-size.width() / 2, -size.height() / 2), size);
+
+  double top = metrics.box.top() + metrics.sizing.verticalPadding;
+  if (picture) {
+    metrics.image = QRectF(QPointF(-shown.width() / 2, top), shown);
+    top += shown.height() + stackSpacing;
+  }
+  placeRow(metrics, emoji, icon, title, -rowWidth / 2, top, rowHeight);
+  placeMarkers(metrics, node);
+  return metrics;
+}
+
+}  // namespace quilmora

@@ -1,0 +1,139 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <vector>
+
+#include <QCache>
+#include <QFont>
+#include <QGlyphRun>
+#include <QImage>
+#include <QList>
+#include <QRectF>
+
+#include "model/Records.h"
+
+class QPainter;
+
+namespace quilmora {
+
+// The font family of the interface, with those behind it that cover emoji and East Asian scripts.
+QFont interfaceFont();
+
+// Text sizes and paddings of one topic in canvas units, that is pixels at zoom 1.
+struct NodeSizing {
+  double fontSize = 15.0;
+  double emojiSize = 17.0;
+  double horizontalPadding = 12.0;
+  double verticalPadding = 8.0;
+  QFont::Weight weight = QFont::Medium;
+  bool italic = false;
+
+  NodeSizing() = default;
+  // `depthFraction` is 0 for roots and 1 for the deepest topics. Without it, without a config or with sizing switched off the
+  // fixed sizes apply.
+  NodeSizing(const NodeStyle& style, std::optional<double> depthFraction, const HierarchicalConfig* config);
+
+  // The title's font, for an editor too; its pixel size is the nearest whole one.
+  QFont titleFont() const;
+
+  bool operator==(const NodeSizing&) const = default;
+};
+
+// Where the pieces of one topic lie, in canvas units from the topic's centre; move them by Node.position. A piece that the
+// topic doesn't have is an empty rectangle.
+struct NodeMetrics {
+  static constexpr double cornerRadius = 6.0;
+  static constexpr double titleMaxWidth = 200.0;
+
+  NodeSizing sizing;
+  QRectF box;
+  QRectF image;
+  QRectF emoji;
+  QRectF icon;
+  QRectF title;             // has the height of a line even when the title is empty
+  QRectF aiMarker;
+  QRectF badge;             // the disc
+  QRectF collapseToggle;    // whether it is shown follows from the topic's children
+  QRectF linkMarker;
+  QRectF noteMarker;
+  QRectF connectionHandle;  // shown on a selected topic
+
+  // Box and markers together.
+  QRectF bounds() const;
+};
+
+// A text with its line breaks made and its glyphs chosen, free of colour. Shaped at a whole number of pixels, hence the scale.
+struct ShapedText {
+  QList<QGlyphRun> runs;
+  QSizeF size;
+  double scale = 1.0;
+
+  // Draws with the painter's pen, the top left corner at `position`.
+  void draw(QPainter& painter, QPointF position) const;
+};
+
+// A decoded picture and its halvings, because a picture that is drawn much smaller than it is would flicker.
+struct ShownImage {
+  QImage full;
+  std::vector<QImage> halvings;
+
+  // The smallest kept version that is at least `pixelWidth` wide.
+  const QImage& forWidth(double pixelWidth);
+};
+
+// Measures topics, and keeps what is dear to make: shaped texts and decoded images. Both stores are bounded. For the main
+// thread, or for one thread that owns it.
+class NodeMeasurer {
+ public:
+  // Longer titles are shaped up to this many user-perceived characters and end with "…".
+  static constexpr int maxTitleLength = 1000;
+
+  NodeMeasurer();
+
+  // `editedTitle` stands for the title while it is being edited: then the title's place is at least 80 wide and 20 high.
+  NodeMetrics measure(const Node& node, std::optional<double> depthFraction, const HierarchicalConfig* config,
+                      const std::optional<QString>& editedTitle = std::nullopt);
+
+  // Both are valid until the next call of this object.
+  const ShapedText& shapedTitle(const QString& title, const NodeSizing& sizing);
+  const ShapedText& shapedEmoji(const QString& emoji, const NodeSizing& sizing);
+  // The picture that base64 text of an image file holds, or null where it holds none. Valid until the next call.
+  ShownImage* image(const QString& imageData);
+  // The size at which a picture is shown on a topic.
+  static QSizeF shownImageSize(QSize pixels);
+  // Titles and emoji kept at present; for tests of the bound.
+  int keptTextCount() const { return static_cast<int>(m_texts.count()); }
+
+ private:
+  struct TextKey {
+    QString text;
+    double fontSize;
+    int style;
+    bool operator==(const TextKey&) const = default;
+    friend std::size_t qHash(const TextKey& key, std::size_t seed) {
+      return qHashMulti(seed, key.text, key.fontSize, key.style);
+    }
+  };
+  // By address: the entry keeps a copy of the text, so that the address stays taken.
+  struct ImageKey {
+    const QChar* address;
+    qsizetype length;
+    bool operator==(const ImageKey&) const = default;
+    friend std::size_t qHash(const ImageKey& key, std::size_t seed) {
+      return qHashMulti(seed, quintptr(key.address), key.length);
+    }
+  };
+  struct KeptImage {
+    QString data;
+    ShownImage image;
+  };
+
+  template <class MakeFont>
+  const ShapedText& shaped(const QString& text, double fontSize, int style, MakeFont&& makeFont);
+
+  QCache<TextKey, ShapedText> m_texts;
+  QCache<ImageKey, KeptImage> m_images;
+};
+
+}  // namespace quilmora

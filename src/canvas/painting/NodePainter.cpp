@@ -1,0 +1,306 @@
+#include <algorithm>
+#include <cmath>
+#include <unordered_map>
+
+#include <QLinearGradient>
+#include <QPainter>
+#include <QPainterPath>
+
+#include "canvas/geometry/Handles.h"
+#include "canvas/geometry/Polygons.h"
+#include "canvas/painting/BadgeLook.h"
+#include "canvas/painting/BoxShadow.h"
+#include "canvas/painting/PaintContext.h"
+#include "canvas/painting/Symbols.h"
+#include "themes/Color.h"
+
+namespace quilmora {
+
+namespace {
+
+constexpr double borderWidth = 1.5;
+constexpr double selectedBorderWidth = 2.5;
+constexpr double dropBorderWidth = 3.0;
+constexpr double imageCornerRadius = 4.0;
+constexpr double minShadowScale = 0.4;
+constexpr double minMarkerScale = 0.35;
+constexpr double minDotSide = 1.4;  // device pixels
+
+QColor withOpacity(QColor color, double opacity) {
+  color.setAlphaF(static_cast<float>(std::clamp(opacity, 0.0, 1.0)));
+  return color;
+}
+
+struct Border {
+  QColor color;
+  double width;
+};
+
+class NodeLayer {
+ public:
+  NodeLayer(QPainter& painter, const PaintContext& context) : m_painter(painter), m_context(context) {
+    // From the canvas to device pixels, and the transform that lets the painter speak device pixels.
+    m_toDevice = painter.deviceTransform();
+    m_canvasTransform = painter.transform();
+    m_devicePixels = m_toDevice.inverted() * m_canvasTransform;
+    m_hasShadows = context.scale >= minShadowScale && m_toDevice.type() <= QTransform::TxScale &&
+                   context.detail == PaintContext::Detail::full;
+    if (m_hasShadows) m_shadow.prepare(context.scale);
+  }
+
+  void paint() {
+    const MapIndex& index = *m_context.scene.index;
+    const std::size_t count = std::min(index.positions().size(), m_context.sketch.nodes().size());
+    const QRectF& seen = m_context.exposed;
+    const double reachX = m_context.sketch.maxHalfWidth();
+    const bool isDragging = m_context.isDragging();
+    for (std::size_t i = 0; i < count; ++i) {
+      const QPointF position = isDragging ? m_context.shownPosition(i) : index.positions()[i];
+      const auto& sketch = m_context.sketch.nodes()[i];
+      const double reachY = sketch.boundHalfHeight;
+      if (!(position.x() + reachX >= seen.left() && position.x() - reachX <= seen.right() &&
+            position.y() + reachY >= seen.top() && position.y() - reachY <= seen.bottom()))
+        continue;
+      if (m_context.isHidden(i)) continue;
+      if (m_context.detail == PaintContext::Detail::dots)
+        collectDot(i, position);
+      else
+        paintNode(i, position);
+    }
+    flushDots();
+  }
+
+ private:
+  double opacityOf(std::size_t i) const {
+    if (!m_context.scene.nodeOpacity) return 1.0;
+    return std::clamp(m_context.scene.nodeOpacity(m_context.scene.map->nodes[i]), 0.0, 1.0);
+  }
+
+  bool isDropTarget(const QUuid& id) const {
+    return m_context.options.selection && m_context.scene.dropTargetID == id;
+  }
+
+  QColor dropColor() const {
+    return m_context.scene.dropTarget == MapScene::DropTarget::reparent ? m_context.colors.reparentTarget
+                                                                        : m_context.colors.connectionTarget;
+  }
+
+  Border borderOf(const Node& node, bool isSelected) const {
+    if (isDropTarget(node.id)) return {dropColor(), dropBorderWidth};
+    if (isSelected) return {m_context.colors.selection, selectedBorderWidth};
+    return {colorFromHex(node.style.stroke), borderWidth};
+  }
+
+  // --- From afar ---
+
+  void collectDot(std::size_t i, QPointF position) {
+    const auto& sketch = m_context.sketch.nodes()[i];
+    const std::uint32_t number = m_context.scene.index->numberOfNode()[i];
+    QRgb color = sketch.fill;
+    if (m_context.scene.dropTargetID && isDropTarget(m_context.scene.map->nodes[i].id))
+      color = dropColor().rgb();
+    else if (m_context.isNodeSelected(number))
+      color = m_context.colors.selection.rgb();
+    const double opacity = opacityOf(i);
+    if (opacity < 1.0) color = qRgba(qRed(color), qGreen(color), qBlue(color), static_cast<int>(std::lround(opacity * 255)));
+    const double smallest = minDotSide / 2 / m_context.scale;
+    const double halfWidth = std::max<double>(sketch.halfWidth, smallest);
+    const double halfHeight = std::max<double>(sketch.halfHeight, smallest);
+    m_dots[color].emplace_back(position.x() - halfWidth, position.y() - halfHeight, 2 * halfWidth, 2 * halfHeight);
+  }
+
+  void flushDots() {
+    if (m_dots.empty()) return;
+    m_painter.setRenderHint(QPainter::Antialiasing, false);
+    m_painter.setPen(Qt::NoPen);
+    for (const auto& [color, rects] : m_dots) {
+      m_painter.setBrush(QColor::fromRgba(color));
+      m_painter.drawRects(rects.data(), static_cast<int>(rects.size()));
+    }
+    m_painter.setRenderHint(QPainter::Antialiasing, true);
+  }
+
+  // --- One topic ---
+
+  void paintNode(std::size_t i, QPointF position) {
+    const MapScene& scene = m_context.scene;
+    const Node& node = scene.map->nodes[i];
+    const std::uint32_t number = scene.index->numberOfNode()[i];
+    const bool isEditing = scene.editingNodeID == node.id;
+    const bool isBar = m_context.detail == PaintContext::Detail::bars;
+    const NodeMetrics metrics =
+        isBar ? sketchedMetrics(i, node)
+              : m_context.measurer.measure(node, m_context.depthFraction(number), m_context.sizing(),
+                                           isEditing ? std::optional(scene.editingTitle.value_or(node.title))
+                                                     : std::nullopt);
+    if (!isBar && !isEditing) m_context.sketch.rememberBox(i, metrics.box);
+    const double margin = 30.0;
+    if (!metrics.box.translated(position).adjusted(-margin, -margin, margin, margin).intersects(m_context.exposed)) return;
+
+    const double opacity = opacityOf(i);
+    if (opacity <= 0.0) return;
+    m_painter.setOpacity(opacity);
+    const bool isSelected = m_context.isNodeSelected(number);
+    if (m_hasShadows) paintShadow(metrics.box.translated(position));
+    m_painter.translate(position);
+    paintBox(node, metrics.box, borderOf(node, isSelected), opacity);
+    if (isBar) {
+      paintBar(node, metrics);
+    } else {
+      paintContent(node, metrics, isEditing);
+      paintMarkers(node, number, metrics);
+      if (isSelected && !isEditing) paintConnectionHandle(node, metrics.connectionHandle);
+    }
+    m_painter.setTransform(m_canvasTransform);
+    m_painter.setOpacity(1.0);
+  }
+
+  NodeMetrics sketchedMetrics(std::size_t i, const Node& node) const {
+    const auto& sketch = m_context.sketch.nodes()[i];
+    NodeMetrics metrics;
+    metrics.box = QRectF(-sketch.halfWidth, -sketch.halfHeight, 2.0 * sketch.halfWidth, 2.0 * sketch.halfHeight);
+    if (node.badge) metrics.badge = QRectF(metrics.box.left() - 6, metrics.box.top() - 6, 16, 16);
+    return metrics;
+  }
+
+  void paintShadow(const QRectF& box) {
+    m_painter.setTransform(m_devicePixels);
+    m_shadow.paint(m_painter, m_toDevice.mapRect(box));
+    m_painter.setTransform(m_canvasTransform);
+  }
+
+  void paintBox(const Node& node, const QRectF& box, const Border& border, double opacity) {
+    constexpr double radius = NodeMetrics::cornerRadius;
+    const QRectF inner = box.adjusted(border.width, border.width, -border.width, -border.width);
+    const double innerRadius = std::max(0.0, radius - border.width);
+    m_painter.setPen(Qt::NoPen);
+    m_painter.setBrush(border.color);
+    if (opacity < 1.0) {
+      // Under a see-through fill the border must be a ring.
+      QPainterPath ring;
+      ring.addRoundedRect(box, radius, radius);
+      ring.addRoundedRect(inner, innerRadius, innerRadius);
+      m_painter.drawPath(ring);
+    } else {
+      m_painter.drawRoundedRect(box, radius, radius);
+    }
+    if (node.style.fillGradient) {
+      QLinearGradient gradient(box.topLeft(), box.bottomRight());
+      gradient.setColorAt(0.0, colorFromHex(node.style.fill));
+      gradient.setColorAt(1.0, colorFromHex(*node.style.fillGradient));
+      m_painter.setBrush(gradient);
+    } else {
+      m_painter.setBrush(colorFromHex(node.style.fill));
+    }
+    m_painter.drawRoundedRect(inner, innerRadius, innerRadius);
+  }
+
+  // A title too small to be read, and a badge too small to show its symbol.
+  void paintBar(const Node& node, const NodeMetrics& metrics) {
+    const double height = 4.0;
+    const double width = metrics.box.width() - 24.0;
+    if (width > 0)
+      m_painter.fillRect(QRectF(-width / 2, -height / 2, width, height),
+                         withOpacity(colorFromHex(node.style.textColor), 0.45));
+    if (!metrics.badge.isEmpty()) {
+      m_painter.setBrush(badgeLook(*node.badge).color);
+      m_painter.drawEllipse(metrics.badge);
+    }
+  }
+
+  void paintContent(const Node& node, const NodeMetrics& metrics, bool isEditing) {
+    if (!metrics.image.isEmpty()) paintImage(*node.imageData, metrics.image);
+    const QColor textColor = colorFromHex(node.style.textColor);
+    if (!metrics.icon.isEmpty())
+      paintSymbol(m_painter, node.icon->type == IconRef::IconType::embedded ? QStringLiteral("photo") : node.icon->value,
+                  metrics.icon, textColor);
+    m_painter.setPen(textColor);
+    if (!metrics.emoji.isEmpty())
+      m_context.measurer.shapedEmoji(*node.emoji, metrics.sizing).draw(m_painter, metrics.emoji.topLeft());
+    if (!isEditing && !node.title.isEmpty())
+      m_context.measurer.shapedTitle(node.title, metrics.sizing).draw(m_painter, metrics.title.topLeft());
+  }
+
+  void paintImage(const QString& imageData, const QRectF& rect) {
+    ShownImage* shown = m_context.measurer.image(imageData);
+    if (!shown) return;
+    const QImage& picture = shown->forWidth(rect.width() * m_context.scale);
+    QBrush brush(picture);
+    brush.setTransform(QTransform::fromScale(rect.width() / picture.width(), rect.height() / picture.height()) *
+                       QTransform::fromTranslate(rect.left(), rect.top()));
+    m_painter.setPen(Qt::NoPen);
+    m_painter.setBrush(brush);
+    m_painter.drawRoundedRect(rect, imageCornerRadius, imageCornerRadius);
+  }
+
+  void paintMarkers(const Node& node, std::uint32_t number, const NodeMetrics& metrics) {
+    if (m_context.options.levelsOfDetail && m_context.scale < minMarkerScale) {
+      if (!metrics.badge.isEmpty()) paintDisc(metrics.badge, badgeLook(*node.badge).color);
+      return;
+    }
+    const QColor textColor = colorFromHex(node.style.textColor);
+    if (!metrics.linkMarker.isEmpty())
+      paintSymbol(m_painter, QStringLiteral("link"), metrics.linkMarker, withOpacity(textColor, 0.5));
+    if (!metrics.noteMarker.isEmpty())
+      paintSymbol(m_painter, QStringLiteral("note.text"), metrics.noteMarker, withOpacity(textColor, 0.5));
+    if (!metrics.aiMarker.isEmpty())
+      paintSymbol(m_painter, QStringLiteral("sparkles"), metrics.aiMarker, withOpacity(m_context.colors.aiMarker, 0.7));
+    if (!metrics.badge.isEmpty()) {
+      const BadgeLook& look = badgeLook(*node.badge);
+      paintDisc(metrics.badge, look.color);
+      paintSymbol(m_painter, look.symbol, metrics.badge.adjusted(3, 3, -3, -3), Qt::white, 0.6);
+    }
+    if (hasChildren(node, number)) {
+      paintDisc(metrics.collapseToggle, withOpacity(colorFromHex(node.style.fill), 0.8));
+      const IdSet* collapsed = m_context.scene.collapsedNodeIDs;
+      const bool isCollapsed = collapsed && collapsed->contains(node.id);
+      const double inset = (metrics.collapseToggle.width() - 9.0) / 2;
+      paintSymbol(m_painter, isCollapsed ? QStringLiteral("chevron.right") : QStringLiteral("chevron.down"),
+                  metrics.collapseToggle.adjusted(inset, inset, -inset, -inset), withOpacity(textColor, 0.5), 1.2);
+    }
+  }
+
+  bool hasChildren(const Node& node, std::uint32_t number) const {
+    if (!m_context.options.collapseToggles || !m_context.scene.tree) return false;
+    if (number < m_context.scene.tree->numberCount()) return !m_context.scene.tree->childNumbers(number).empty();
+    return m_context.scene.tree->childCount(node.id) > 0;
+  }
+
+  void paintDisc(const QRectF& rect, const QColor& color) {
+    m_painter.setPen(Qt::NoPen);
+    m_painter.setBrush(color);
+    m_painter.drawEllipse(rect);
+  }
+
+  void paintConnectionHandle(const Node& node, const QRectF& rect) {
+    const auto& drag = m_context.scene.connectionDrag;
+    const bool isDragged = drag && drag->sourceID == node.id;
+    QPointF center = rect.center();
+    if (isDragged) {
+      const auto source = m_context.shownNode(node.id);
+      if (source) center += drag->end - m_context.shownPosition(*source);
+    }
+    constexpr double farthest = 20000.0;
+    if (!(std::abs(center.x()) < farthest && std::abs(center.y()) < farthest)) return;
+    paintHandle(m_painter, center,
+                {HandleMetrics::connectionHandleDiameter, m_context.colors.selection, Qt::transparent, 0.0,
+                 withOpacity(m_context.colors.selection, 0.3), 2.0});
+    if (!isDragged)
+      paintSymbol(m_painter, QStringLiteral("plus"), QRectF(center.x() - 6.5, center.y() - 6.5, 13, 13), Qt::white, 0.8);
+  }
+
+  QPainter& m_painter;
+  const PaintContext& m_context;
+  QTransform m_toDevice;
+  QTransform m_canvasTransform;
+  QTransform m_devicePixels;
+  bool m_hasShadows = false;
+  BoxShadow m_shadow;
+  std::unordered_map<QRgb, std::vector<QRectF>> m_dots;
+};
+
+}  // namespace
+
+void paintNodes(QPainter& painter, const PaintContext& context) { NodeLayer(painter, context).paint(); }
+
+}  // namespace quilmora

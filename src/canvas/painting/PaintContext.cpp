@@ -1,0 +1,59 @@
+#include "canvas/painting/PaintContext.h"
+
+#include <QPainter>
+
+namespace quilmora {
+
+QPointF PaintContext::shownPosition(std::size_t nodeIndex) const {
+  const QPointF position = scene.index->positions()[nodeIndex];
+  if (isDragging() && isNodeSelected(scene.index->numberOfNode()[nodeIndex]))
+    return position + scene.nodeDragTranslation;
+  return position;
+}
+
+int PaintContext::depth(std::uint32_t number) const {
+  if (!scene.tree || number >= scene.tree->numberCount()) return 0;
+  return std::max(0, scene.tree->depthOfNumber(number));
+}
+
+std::optional<double> depthFraction(const MapScene& scene, std::uint32_t number) {
+  if (!scene.tree || scene.tree->maxDepth() < 1) return std::nullopt;
+  const int depth = number < scene.tree->numberCount() ? std::max(0, scene.tree->depthOfNumber(number)) : 0;
+  return static_cast<double>(depth) / scene.tree->maxDepth();
+}
+
+std::optional<double> PaintContext::depthFraction(std::uint32_t number) const {
+  return quilmora::depthFraction(scene, number);
+}
+
+const HierarchicalConfig* PaintContext::sizing() const {
+  return options.depthSizing ? &scene.map->hierarchical : nullptr;
+}
+
+std::optional<std::size_t> PaintContext::shownNode(const QUuid& id) const {
+  const std::uint32_t index = scene.index->find(id);
+  if (index == MapIndex::npos || isHidden(index)) return std::nullopt;
+  return index;
+}
+
+void paintHandle(QPainter& painter, QPointF center, const HandleLook& look) {
+  painter.setPen(Qt::NoPen);
+  // Rings that grow and fade stand for a blur; a handful of handles is ever on screen.
+  constexpr int rings = 4;
+  for (int ring = rings; ring > 0 && look.shadowBlur > 0; --ring) {
+    QColor color = look.shadow;
+    color.setAlphaF(look.shadow.alphaF() / rings);
+    painter.setBrush(color);
+    const double radius = look.diameter / 2 + look.shadowBlur * (2.0 * ring / rings - 1.0);
+    painter.drawEllipse(center, radius, radius);
+  }
+  const double radius = look.diameter / 2;
+  if (look.contourWidth > 0) {
+    painter.setBrush(look.contour);
+    painter.drawEllipse(center, radius, radius);
+  }
+  painter.setBrush(look.fill);
+  painter.drawEllipse(center, radius - look.contourWidth, radius - look.contourWidth);
+}
+
+}  // namespace quilmora

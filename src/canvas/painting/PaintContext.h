@@ -1,0 +1,67 @@
+#pragma once
+
+#include <vector>
+
+#include "canvas/painting/CanvasColors.h"
+#include "canvas/painting/MapScene.h"
+#include "canvas/painting/NodeMetrics.h"
+#include "canvas/painting/SceneSketch.h"
+
+class QPainter;
+
+namespace quilmora {
+
+// What the parts of one painting share.
+struct PaintContext {
+  // How much of the topics and edges can be seen.
+  enum class Detail { full, bars, dots };
+
+  const MapScene& scene;
+  const PaintOptions& options;
+  NodeMeasurer& measurer;
+  SceneSketch& sketch;
+  const CanvasColors& colors;
+  double scale;         // device pixels a canvas unit
+  Detail detail;
+  QRectF exposed;       // canvas units
+  // Shapes that reach beyond this rectangle (canvas units) are clipped to it first: rasterisers keep device coordinates in
+  // narrow integers.
+  QRectF drawable;
+  std::vector<char> isSelected;  // by number of the index; empty when nothing is selected or shown so
+
+  bool isDragging() const { return !scene.nodeDragTranslation.isNull() && !isSelected.empty(); }
+  bool isNodeSelected(std::uint32_t number) const { return !isSelected.empty() && isSelected[number]; }
+  bool isHidden(std::size_t nodeIndex) const {
+    return scene.hiddenNodes && nodeIndex < scene.hiddenNodes->size() && (*scene.hiddenNodes)[nodeIndex];
+  }
+  // Where a topic shows, with the drag under way.
+  QPointF shownPosition(std::size_t nodeIndex) const;
+  // The depth of a topic by its number; 0 for one that the tree doesn't know.
+  int depth(std::uint32_t number) const;
+  std::optional<double> depthFraction(std::uint32_t number) const;
+  const HierarchicalConfig* sizing() const;
+  // The topic's position in `nodes` if it exists and shows.
+  std::optional<std::size_t> shownNode(const QUuid& id) const;
+};
+
+std::optional<double> depthFraction(const MapScene& scene, std::uint32_t number);
+
+void paintRegions(QPainter& painter, const PaintContext& context);
+void paintEdges(QPainter& painter, const PaintContext& context);
+void paintRelationships(QPainter& painter, const PaintContext& context);
+void paintEdgeHandles(QPainter& painter, const PaintContext& context);
+void paintConnectionDrag(QPainter& painter, const PaintContext& context);
+void paintNodes(QPainter& painter, const PaintContext& context);
+
+// A disc with an optional contour inside its edge and a soft shadow below it.
+struct HandleLook {
+  double diameter;
+  QColor fill;
+  QColor contour;
+  double contourWidth;
+  QColor shadow;
+  double shadowBlur;
+};
+void paintHandle(QPainter& painter, QPointF center, const HandleLook& look);
+
+}  // namespace quilmora

@@ -1,0 +1,114 @@
+#include "canvas/painting/SceneSketch.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "canvas/painting/NodeMetrics.h"
+#include "themes/Color.h"
+
+namespace quilmora {
+
+namespace {
+
+float narrowed(double value) {
+  return std::isfinite(value) ? static_cast<float>(std::clamp(value, -1e30, 1e30)) : 0.0f;
+}
+
+QRgb averaged(QRgb a, QRgb b) {
+  return qRgb((qRed(a) + qRed(b)) / 2, (qGreen(a) + qGreen(b)) / 2, (qBlue(a) + qBlue(b)) / 2);
+}
+
+// Calls visit(index, record) for the records of the blocks that `before` doesn't share at the same place.
+template <class Array, class Visit>
+void visitChanged(const Array& before, const Array& now, Visit&& visit) {
+  for (std::size_t k = 0; k < now.blockCount(); ++k) {
+    const auto& block = now.block(k);
+    const bool isKnown = k < before.blockCount() && &before.block(k) == &block &&
+                         before.blockStart(k) == now.blockStart(k);
+    if (isKnown) continue;
+    for (std::size_t i = 0; i < block.size(); ++i) visit(now.blockStart(k) + i, block[i]);
+  }
+}
+
+// Sizes of a box whose texts nobody shaped yet.
+SceneSketch::NodeSketch sketchOf(const Node& node, double fontScale) {
+  constexpr double lineHeight = 19.0;
+  constexpr double characterWidth = 8.0;
+  constexpr double padding = 20.0;
+  const qsizetype length = std::min<qsizetype>(node.title.size(), NodeMeasurer::maxTitleLength);
+  const qsizetype breaks = node.title.left(8000).count(QLatin1Char('\n'));
+  const bool hasImage = node.imageData && !node.imageData->isEmpty();
+  const double likelyWidth =
+      std::min(static_cast<double>(length) * characterWidth, NodeMetrics::titleMaxWidth) * fontScale + 2 * padding;
+  const double likelyLines = 1.0 + static_cast<double>(breaks) +
+                             std::floor(static_cast<double>(length) * characterWidth / NodeMetrics::titleMaxWidth);
+  // The widest characters stand alone on their lines.
+  const qsizetype emojiLength = node.emoji ? std::min<qsizetype>(node.emoji->size(), NodeMeasurer::maxTitleLength) : 0;
+  const double mostLines =
+      1.0 + static_cast<double>(breaks) + static_cast<double>(length) / 4.0 + static_cast<double>(emojiLength) / 4.0;
+  const double extra = padding + (hasImage ? 404.0 : 0.0);
+  SceneSketch::NodeSketch sketch;
+  sketch.fill = colorFromHex(node.style.fill).rgb();
+  if (node.style.fillGradient) sketch.fill = averaged(sketch.fill, colorFromHex(*node.style.fillGradient).rgb());
+  sketch.halfWidth = narrowed(likelyWidth / 2);
+  sketch.halfHeight = narrowed((likelyLines * lineHeight * fontScale + 16.0 + (hasImage ? 150.0 : 0.0)) / 2);
+  sketch.boundHalfHeight = narrowed((mostLines * lineHeight * 1.5 * fontScale + extra) / 2 + padding);
+  return sketch;
+}
+
+}  // namespace
+
+void SceneSketch::update(const MindMap& map) {
+  if (!m_nodes.sharesStorageWith(map.nodes) || m_hierarchical != map.hierarchical) updateNodes(map);
+  if (!m_edges.sharesStorageWith(map.edges)) updateEdges(map);
+}
+
+void SceneSketch::updateNodes(const MindMap& map) {
+  double fontScale = 1.0;
+  if (map.hierarchical.nodeSizing) {
+    const double largest = std::max({map.hierarchical.rootFontSize, map.hierarchical.leafFontSize, 15.0}) / 15.0;
+    fontScale = std::isfinite(largest) ? std::min(largest, 40.0) : 1.0;
+  }
+  if (m_hierarchical != map.hierarchical) m_nodes.clear();
+  m_nodeSketches.resize(map.nodes.size());
+  visitChanged(m_nodes, map.nodes,
+               [&](std::size_t index, const Node& node) { m_nodeSketches[index] = sketchOf(node, fontScale); });
+  m_nodes = map.nodes;
+  m_hierarchical = map.hierarchical;
+  m_maxHalfHeight = 0.0;
+  for (const NodeSketch& sketch : m_nodeSketches)
+    m_maxHalfHeight = std::max(m_maxHalfHeight, static_cast<double>(sketch.boundHalfHeight));
+}
+
+void SceneSketch::updateEdges(const MindMap& map) {
+  m_edgeSketches.resize(map.edges.size());
+  visitChanged(m_edges, map.edges, [&](std::size_t index, const Edge& edge) {
+    EdgeSketch& sketch = m_edgeSketches[index];
+    sketch.color = colorFromHex(edge.style.color).rgb();
+    sketch.startWidth = narrowed(edge.style.taper.startWidth);
+    sketch.endWidth = narrowed(edge.style.taper.endWidth);
+    sketch.hasHead = edge.style.arrowHead == EdgeStyle::ArrowHead::triangle;
+    sketch.isBent = edge.controlPointOffset.has_value();
+    sketch.bend = edge.controlPointOffset.value_or(QPointF());
+  });
+  m_edges = map.edges;
+}
+
+void SceneSketch::rememberBox(std::size_t nodeIndex, const QRectF& box) {
+  NodeSketch& sketch = m_nodeSketches[nodeIndex];
+  sketch.halfWidth = narrowed(box.width() / 2);
+  sketch.halfHeight = narrowed(box.height() / 2);
+}
+
+double SceneSketch::maxHalfWidth() const {
+  // An emoji text as wide as a title, icon, gaps, paddings and the connection handle beside the widest title.
+  const double padding = m_hierarchical.nodeSizing
+                             ? std::clamp(std::max(m_hierarchical.rootPadding, m_hierarchical.leafPadding), 12.0, 1000.0)
+                             : 12.0;
+  const double font = m_hierarchical.nodeSizing
+                          ? std::clamp(std::max(m_hierarchical.rootFontSize, m_hierarchical.leafFontSize), 17.0, 512.0)
+                          : 17.0;
+  return NodeMetrics::titleMaxWidth + padding + font + 40.0;
+}
+
+}  // namespace quilmora

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <vector>
+
+#include <QColor>
+#include <QPointF>
+#include <QRectF>
+
+#include "canvas/painting/MapScene.h"
+
+namespace quilmora {
+
+// What painting needs to know of every topic and edge at each frame, in flat arrays beside the index: enough to skip what is
+// out of sight and to draw from afar without looking at a record. Follows the map by the blocks that changed.
+class SceneSketch {
+ public:
+  struct NodeSketch {
+    QRgb fill;
+    // Half of the box; an upper bound for culling and a guess for drawing until the topic was measured.
+    float boundHalfHeight;
+    float halfWidth;
+    float halfHeight;
+  };
+  struct EdgeSketch {
+    QRgb color;
+    float startWidth;
+    float endWidth;
+    bool isBent;
+    bool hasHead;
+    QPointF bend;
+  };
+
+  void update(const MindMap& map);
+
+  const std::vector<NodeSketch>& nodes() const { return m_nodeSketches; }
+  const std::vector<EdgeSketch>& edges() const { return m_edgeSketches; }
+  // Remembers the true size of a topic's box.
+  void rememberBox(std::size_t nodeIndex, const QRectF& box);
+  // Half the width and height that no topic exceeds, with its markers.
+  double maxHalfWidth() const;
+  double maxHalfHeight() const { return m_maxHalfHeight; }
+
+ private:
+  void updateNodes(const MindMap& map);
+  void updateEdges(const MindMap& map);
+
+  SharedArray<Node> m_nodes;
+  SharedArray<Edge> m_edges;
+  HierarchicalConfig m_hierarchical;
+  std::vector<NodeSketch> m_nodeSketches;
+  std::vector<EdgeSketch> m_edgeSketches;
+  double m_maxHalfHeight = 0.0;
+};
+
+}  // namespace quilmora
