@@ -60,7 +60,7 @@ PaintOptions PaintOptions::forExport() {
   return options;
 }
 
-MapPainter::MapPainter() : m_sketch(std::make_unique<SceneSketch>()) {}
+MapPainter::MapPainter() : m_sketch(std::make_unique<SceneSketch>()), m_shadow(std::make_unique<BoxShadow>()) {}
 
 MapPainter::~MapPainter() = default;
 
@@ -84,6 +84,7 @@ void MapPainter::paint(QPainter& painter, const MapScene& scene, const PaintOpti
                              options,
                              m_measurer,
                              *m_sketch,
+                             *m_shadow,
                              CanvasColors::onBackground(background),
                              scale,
                              detailAt(scale, scene, options),

@@ -9,6 +9,7 @@ class QPainter;
 
 namespace quilmora {
 
+class BoxShadow;
 class SceneSketch;
 
 // Draws maps on a painter of any device, in view coordinates: the painter's own transform and device pixel ratio are
@@ -33,6 +34,7 @@ class MapPainter {
  private:
   NodeMeasurer m_measurer;
   std::unique_ptr<SceneSketch> m_sketch;
+  std::unique_ptr<BoxShadow> m_shadow;
 };
 
 // Draws a map once, keeping nothing.

@@ -9,7 +9,6 @@
 #include "canvas/geometry/Handles.h"
 #include "canvas/geometry/Polygons.h"
 #include "canvas/painting/BadgeLook.h"
-#include "canvas/painting/BoxShadow.h"
 #include "canvas/painting/PaintContext.h"
 #include "canvas/painting/Symbols.h"
 #include "themes/Color.h"
@@ -45,7 +44,7 @@ class NodeLayer {
     m_devicePixels = m_toDevice.inverted() * m_canvasTransform;
     m_hasShadows = context.scale >= minShadowScale && m_toDevice.type() <= QTransform::TxScale &&
                    context.detail == PaintContext::Detail::full;
-    if (m_hasShadows) m_shadow.prepare(context.scale);
+    if (m_hasShadows) context.shadow.prepare(context.scale);
   }
 
   void paint() {
@@ -165,7 +164,7 @@ class NodeLayer {
 
   void paintShadow(const QRectF& box) {
     m_painter.setTransform(m_devicePixels);
-    m_shadow.paint(m_painter, m_toDevice.mapRect(box));
+    m_context.shadow.paint(m_painter, m_toDevice.mapRect(box));
     m_painter.setTransform(m_canvasTransform);
   }
 
@@ -295,7 +294,6 @@ class NodeLayer {
   QTransform m_canvasTransform;
   QTransform m_devicePixels;
   bool m_hasShadows = false;
-  BoxShadow m_shadow;
   std::unordered_map<QRgb, std::vector<QRectF>> m_dots;
 };
 

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "canvas/painting/BoxShadow.h"
 #include "canvas/painting/CanvasColors.h"
 #include "canvas/painting/MapScene.h"
 #include "canvas/painting/NodeMetrics.h"
@@ -20,6 +21,7 @@ struct PaintContext {
   const PaintOptions& options;
   NodeMeasurer& measurer;
   SceneSketch& sketch;
+  BoxShadow& shadow;
   const CanvasColors& colors;
   double scale;         // device pixels a canvas unit
   Detail detail;
