@@ -200,6 +200,21 @@ TEST_F(HistoryTest, UndoAndRedoLeaveTheDirtyFlagAlone) {
   EXPECT_TRUE(editor.isDirty());
 }
 
+TEST_F(HistoryTest, RecordedSaveLocationClearsTheFlagAndOnlyASnapshotSetsItAgain) {
+  editor.captureSnapshot(true);
+  retitle(1);
+  editor.recordSaveLocation(std::nullopt, false);
+  EXPECT_FALSE(editor.isDirty());
+  editor.captureSnapshot(true);
+  retitle(2);
+  editor.undo();
+  editor.redo();
+  EXPECT_FALSE(editor.isDirty());
+  rig.clock.advance(501ms);
+  editor.captureSnapshot(true);
+  EXPECT_TRUE(editor.isDirty());
+}
+
 TEST_F(HistoryTest, UndoRestoresTheMapAndNothingElse) {
   editor.createChild(topicId(0));
   const IdSet selected = editor.selectedNodeIDs();
