@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "editor/MindMapViewModel.h"
+#include "editor/WrappedIndex.h"
 
 namespace quilmora {
 
@@ -65,12 +66,11 @@ void MindMapViewModel::previousPresentationStep() {
 }
 
 void MindMapViewModel::stepPresentation(int step) {
-  if (!m_isPresentationMode || m_presentationOrder.empty()) return;
+  if (!m_isPresentationMode) return;
   int index = m_presentationNodeIndex;
   if (m_presentationOrder.size() != m_mindMap.nodes.size()) {
     const std::optional<QUuid> shown = currentPresentationNode();
     m_presentationOrder = makePresentationOrder();
-    if (m_presentationOrder.empty()) return;
     const auto placeOf = [this](std::optional<QUuid> id) {
       return id ? std::ranges::find(m_presentationOrder, *id) : m_presentationOrder.end();
     };
@@ -79,8 +79,8 @@ void MindMapViewModel::stepPresentation(int step) {
     index = place != m_presentationOrder.end() ? static_cast<int>(place - m_presentationOrder.begin())
                                                : std::min(index, static_cast<int>(m_presentationOrder.size()) - 1);
   }
-  const int count = static_cast<int>(m_presentationOrder.size());
-  setPresentationNodeIndex((index + step + count) % count);
+  if (m_presentationOrder.empty()) return;
+  setPresentationNodeIndex(wrapped(index, step, m_presentationOrder.size()));
   present(m_presentationOrder[m_presentationNodeIndex]);
 }
 

@@ -1,6 +1,7 @@
 #include <QLocale>
 
 #include "editor/MindMapViewModel.h"
+#include "editor/WrappedIndex.h"
 
 namespace quilmora {
 
@@ -54,9 +55,8 @@ void MindMapViewModel::previousSearchResult() {
 }
 
 void MindMapViewModel::stepSearchResult(int step) {
-  const int count = static_cast<int>(m_searchResultIDs.size());
-  if (count == 0) return;
-  setSearchResultIndex((m_searchResultIndex + step + count) % count);
+  if (m_searchResultIDs.empty()) return;
+  setSearchResultIndex(wrapped(m_searchResultIndex, step, m_searchResultIDs.size()));
   lookAt(m_searchResultIDs[m_searchResultIndex]);
 }
 

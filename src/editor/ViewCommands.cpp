@@ -111,7 +111,7 @@ bool MindMapViewModel::moveSelection(Direction direction) {
     const double along = sign * (isSideways ? step.x() : step.y());
     if (!(along > arrowMinDistance) || hidden[i] || index.numberOfNode()[i] == number) continue;
     const double sideways = std::abs(isSideways ? step.y() : step.x());
-    const double score = std::hypot(step.x(), step.y()) + 2.0 * sideways;
+    const double score = std::sqrt(step.x() * step.x() + step.y() * step.y()) + 2.0 * sideways;
     if (best != positions.size() && !(score < bestScore)) continue;
     best = i;
     bestScore = score;
