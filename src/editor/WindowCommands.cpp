@@ -46,6 +46,20 @@ bool WindowCommands::deleteKey() {
   return true;
 }
 
+void WindowCommands::toggleEdgeCreation() {
+  if (m_editor.isEditingInline()) return;
+  if (!m_editor.isEdgeCreationMode()) {
+    m_editor.startEdgeCreation();
+    return;
+  }
+  m_editor.setIsEdgeCreationMode(false);
+  m_editor.setEdgeCreationSourceID(std::nullopt);
+}
+
+void WindowCommands::duplicateSelection() {
+  if (!m_editor.isEditingInline()) m_editor.duplicateSelection();
+}
+
 void WindowCommands::collapseNode() {
   const auto selected = m_editor.firstSelectedNode();
   if (!selected || m_editor.collapsedNodeIDs().contains(*selected)) return;

@@ -19,6 +19,10 @@ class WindowCommands {
   bool tabKey();
   // Deletes the selection when at least one topic is selected. Returns whether the key counts as handled.
   bool deleteKey();
+  // Ends branch mode when it is on, and starts it otherwise.
+  void toggleEdgeCreation();
+  // The editor's own command, but for a title being edited.
+  void duplicateSelection();
   void collapseNode();
   void expandNode();
   void zoomIn(QSizeF canvasSize);
