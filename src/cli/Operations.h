@@ -22,6 +22,7 @@ std::vector<Operation> editingOperations();
 std::vector<Operation> connectionOperations();
 std::vector<Operation> viewOperations();
 std::vector<Operation> layoutOperations();
+std::vector<Operation> geometryOperations();
 std::vector<Operation> themeOperations();
 
 }  // namespace quilmora

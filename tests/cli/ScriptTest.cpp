@@ -354,6 +354,39 @@ TEST(Script, ThemesAreListedAndApplied) {
                                     R"("shape":"rounded-rect","stroke":"#FFB74D","textColor":"#4E342E"})");
 }
 
+TEST(Script, GeometryIsTold) {
+  Script script;
+  script.line(loadSmallMap())
+      .line(with("effectiveTaper", "edge", edgeToB))
+      .line(with("connector", "edge", edgeToB, R"(,"effective":true)"))
+      .line(with("connector", "edge", edgeToC, R"(,"effective":false)"))
+      .line(with("relationshipCurve", "id", linkBToC))
+      .line(with("effectiveTaper", "edge", linkBToC))
+      .line(with("deleteNode", "id", idC))
+      .line(with("connector", "edge", edgeToC, R"(,"effective":false)"));
+  EXPECT_EQ(text(script.result(1)), R"({"easing":"linear","endWidth":7.5,"startWidth":15})");
+  EXPECT_EQ(text(at(script.result(2), "samples")), "20");
+  EXPECT_EQ(at(script.result(2), "outline").toArray().size(), 42);
+  EXPECT_EQ(text(at(script.result(2), "outline").toArray()[0]), "[0,7.5]");
+  EXPECT_EQ(text(at(script.result(2), "outline").toArray()[21]), "[200,46.25]");
+  EXPECT_EQ(text(at(script.result(2), "head")), "[[200,50],[195,51.5],[195,48.5]]");
+  EXPECT_EQ(text(at(script.result(3), "outline").toArray()[0]), "[0,3]");
+  EXPECT_EQ(text(at(script.result(3), "head")), "[]");
+  EXPECT_EQ(text(script.result(4)), R"({"control":[220,0],"midpoint":[210,0]})");
+  EXPECT_FALSE(script.isOk(5));
+  EXPECT_FALSE(script.isOk(7));
+}
+
+TEST(Script, NoTaperWhereEdgesAreNotSizedByDepth) {
+  const QByteArray map =
+      smallMap().chopped(1) +
+      R"(,"hierarchical":{"edgeSizing":false,"rootEdgeWidth":15,"leafEdgeWidth":5,"nodeSizing":false,)"
+      R"("rootFontSize":17,"leafFontSize":12,"rootPadding":14,"leafPadding":8,"decayFunction":"linear"}})";
+  Script script;
+  script.line(R"({"do":"load","map":)" + map + '}').line(with("effectiveTaper", "edge", edgeToB));
+  EXPECT_EQ(script.run()[1].toStdString(), R"({"ok":true,"result":null})");
+}
+
 TEST(Script, ColoursAreConverted) {
   Script script;
   script.line(R"({"do":"colorFromHex","text":"#12ZZZZ"})")
