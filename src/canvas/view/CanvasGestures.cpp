@@ -3,6 +3,8 @@
 #include <cmath>
 
 #include "canvas/view/gestures/BackgroundDrag.h"
+#include "canvas/view/gestures/ConnectionDrag.h"
+#include "canvas/view/gestures/HandleDrags.h"
 #include "canvas/view/gestures/NodeDrag.h"
 
 namespace quilmora {
@@ -78,20 +80,57 @@ void CanvasGestures::release(const PointerInput& input) {
   notify();
 }
 
-std::unique_ptr<CanvasGesture> CanvasGestures::recognize(const PointerInput& input) {
-  switch (m_press->target.kind) {
+namespace {
+
+double minimumDragDistance(CanvasTarget::Kind kind) {
+  switch (kind) {
     case CanvasTarget::Kind::node:
-      if (length(context().canvasPoint(input.position) - m_press->canvasStart) < NodeDrag::minimumDistance)
-        return nullptr;
-      return std::make_unique<NodeDrag>(context(), m_press->target.id, m_press->canvasStart);
-    case CanvasTarget::Kind::collapseToggle:
+      return NodeDrag::minimumDistance;
     case CanvasTarget::Kind::connectionHandle:
+      return ConnectionDrag::minimumDistance;
+    case CanvasTarget::Kind::edgeSourceHandle:
+    case CanvasTarget::Kind::edgeTargetHandle:
+      return EndpointDrag::minimumDistance;
+    case CanvasTarget::Kind::edgeBendHandle:
+    case CanvasTarget::Kind::relationshipBendHandle:
+      return BendDrag::minimumDistance;
+    default:
+      return BackgroundDrag::minimumDistance;
+  }
+}
+
+}  // namespace
+
+std::unique_ptr<CanvasGesture> CanvasGestures::recognize(const PointerInput& input) {
+  using Kind = CanvasTarget::Kind;
+  const Press& press = *m_press;
+  const QUuid& id = press.target.id;
+  const bool isOnBackground = press.target.kind == Kind::background || press.target.kind == Kind::edge ||
+                              press.target.kind == Kind::relationship;
+  // What lies on the canvas measures in canvas units, the background in view pixels.
+  const double distance = isOnBackground ? length(input.position - press.viewStart)
+                                         : length(context().canvasPoint(input.position) - press.canvasStart);
+  if (distance < minimumDragDistance(press.target.kind)) return nullptr;
+  switch (press.target.kind) {
+    case Kind::background:
+    case Kind::edge:
+    case Kind::relationship:
+      return std::make_unique<BackgroundDrag>(context(), press.viewStart);
+    case Kind::node:
+      return std::make_unique<NodeDrag>(context(), id, press.canvasStart);
+    case Kind::connectionHandle:
+      return std::make_unique<ConnectionDrag>(context(), id, press.canvasStart);
+    case Kind::edgeSourceHandle:
+      return std::make_unique<EndpointDrag>(context(), id, EdgeEndpoint::source, press.canvasStart);
+    case Kind::edgeTargetHandle:
+      return std::make_unique<EndpointDrag>(context(), id, EdgeEndpoint::target, press.canvasStart);
+    case Kind::edgeBendHandle:
+      return std::make_unique<BendDrag>(context(), CanvasState::Bend{false, id, {}}, press.canvasStart);
+    case Kind::relationshipBendHandle:
+      return std::make_unique<BendDrag>(context(), CanvasState::Bend{true, id, {}}, press.canvasStart);
+    case Kind::collapseToggle:
+    case Kind::relationshipDeleteButton:
       return nullptr;
-    case CanvasTarget::Kind::background:
-    case CanvasTarget::Kind::edge:
-    case CanvasTarget::Kind::relationship:
-      if (length(input.position - m_press->viewStart) < BackgroundDrag::minimumDistance) return nullptr;
-      return std::make_unique<BackgroundDrag>(context(), m_press->viewStart);
   }
   Q_UNREACHABLE();
 }
@@ -123,26 +162,37 @@ void CanvasGestures::setOptionHeld(bool held) {
 // --- Taps ---
 
 void CanvasGestures::tap(const CanvasTarget& target, const PointerInput& input) {
+  using Kind = CanvasTarget::Kind;
+  // A button that the pointer has left before the release was not meant.
+  const auto isStillThere = [&] { return m_hitTest(context().canvasPoint(input.position)) == target; };
   switch (target.kind) {
-    case CanvasTarget::Kind::background:
+    case Kind::background:
       return tapBackground();
-    case CanvasTarget::Kind::node:
+    case Kind::node:
       return tapNode(target.id, input.modifiers);
-    case CanvasTarget::Kind::edge:
+    case Kind::edge:
       return m_editor.selectEdge(target.id, input.modifiers.shift);
-    case CanvasTarget::Kind::relationship:
+    case Kind::relationship:
       return tapRelationship(target.id);
-    case CanvasTarget::Kind::collapseToggle:
-      // A button: released elsewhere, it was not meant.
-      if (m_hitTest(context().canvasPoint(input.position)) == target) m_editor.toggleCollapsed(target.id);
+    case Kind::collapseToggle:
+      if (isStillThere()) m_editor.toggleCollapsed(target.id);
       return;
-    case CanvasTarget::Kind::connectionHandle:
-      if (m_hitTest(context().canvasPoint(input.position)) == target) m_editor.createChild(target.id);
+    case Kind::connectionHandle:
+      if (isStillThere()) m_editor.createChild(target.id);
+      return;
+    case Kind::relationshipDeleteButton:
+      if (isStillThere()) deleteRelationship(target.id);
+      return;
+    case Kind::edgeSourceHandle:
+    case Kind::edgeTargetHandle:
+    case Kind::edgeBendHandle:
+    case Kind::relationshipBendHandle:
       return;
   }
 }
 
 void CanvasGestures::tapNode(const QUuid& id, const InputModifiers& modifiers) {
+  if (m_editor.isEdgeCreationMode()) return tapNodeInBranchMode(id);
   const TimePoint now = m_clock.now();
   const auto sinceLast = now - m_state.lastTapTime;
   if (m_state.lastTapNodeID == id && sinceLast >= sinceLast.zero() && sinceLast < doubleTapInterval) {
@@ -152,6 +202,20 @@ void CanvasGestures::tapNode(const QUuid& id, const InputModifiers& modifiers) {
   m_editor.selectNode(id, modifiers.shift);
   m_state.lastTapNodeID = id;
   m_state.lastTapTime = now;
+}
+
+void CanvasGestures::tapNodeInBranchMode(const QUuid& id) {
+  const std::optional<QUuid> source = m_editor.edgeCreationSourceID();
+  if (!source) return m_editor.selectNode(id, false);
+  m_editor.createEdge(*source, id);
+  // Also where no edge came of it.
+  m_editor.setIsEdgeCreationMode(false);
+  m_editor.setEdgeCreationSourceID(std::nullopt);
+}
+
+void CanvasGestures::deleteRelationship(const QUuid& id) {
+  m_editor.deleteRelationship(id);
+  m_state.selectedRelationshipID.reset();
 }
 
 void CanvasGestures::tapRelationship(const QUuid& id) {

@@ -75,7 +75,9 @@ class CanvasGestures {
   std::unique_ptr<CanvasGesture> recognize(const PointerInput& input);
   void tap(const CanvasTarget& target, const PointerInput& input);
   void tapNode(const QUuid& id, const InputModifiers& modifiers);
+  void tapNodeInBranchMode(const QUuid& id);
   void tapRelationship(const QUuid& id);
+  void deleteRelationship(const QUuid& id);
   void tapBackground();
 
   MindMapViewModel& m_editor;

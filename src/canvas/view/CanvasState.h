@@ -15,6 +15,15 @@ enum class EdgeEndpoint { source, target };
 // What the canvas remembers between two inputs, and what its layers draw of a gesture under way. Nothing of it reaches
 // the document.
 struct CanvasState {
+  // A bend handle under drag.
+  struct Bend {
+    bool isRelationship = false;
+    QUuid ownerID;        // the edge or the relationship
+    QPointF translation;  // canvas units
+
+    bool operator==(const Bend&) const = default;
+  };
+
   std::optional<QUuid> draggedNodeID;
   QPointF nodeDragTranslation;  // canvas units, of all selected topics while the drag lasts
   double initialZoom = 1.0;     // the zoom that a pinch starts from
@@ -36,6 +45,7 @@ struct CanvasState {
   std::optional<QUuid> draggingEdgeID;
   std::optional<EdgeEndpoint> draggingEdgeEndpoint;
   std::optional<QPointF> edgeDragPosition;  // canvas units
+  std::optional<Bend> draggedBend;
 
   bool operator==(const CanvasState&) const = default;
 };

@@ -9,7 +9,19 @@ namespace quilmora {
 
 // What a point of the canvas belongs to.
 struct CanvasTarget {
-  enum class Kind { background, node, collapseToggle, connectionHandle, edge, relationship };
+  enum class Kind {
+    background,
+    node,
+    collapseToggle,
+    connectionHandle,
+    edge,
+    edgeSourceHandle,
+    edgeTargetHandle,
+    edgeBendHandle,
+    relationship,
+    relationshipBendHandle,
+    relationshipDeleteButton
+  };
 
   Kind kind = Kind::background;
   QUuid id;  // of the topic, connector or relationship

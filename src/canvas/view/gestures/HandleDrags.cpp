@@ -1,0 +1,87 @@
+#include "canvas/view/gestures/HandleDrags.h"
+
+#include <algorithm>
+
+#include "canvas/view/NodeSearch.h"
+
+namespace quilmora {
+
+namespace {
+
+template <class Record>
+std::optional<Record> recordWith(const SharedArray<Record>& records, const QUuid& id) {
+  const auto found =
+      std::find_if(records.begin(), records.end(), [&](const Record& record) { return record.id == id; });
+  return found == records.end() ? std::nullopt : std::optional<Record>(*found);
+}
+
+}  // namespace
+
+// --- Ends of an edge ---
+
+EndpointDrag::EndpointDrag(GestureContext context, const QUuid& edgeID, EdgeEndpoint endpoint, QPointF start)
+    : CanvasGesture(context), m_edgeID(edgeID), m_endpoint(endpoint), m_start(start) {}
+
+EndpointDrag::~EndpointDrag() {
+  state().draggingEdgeID.reset();
+  state().draggingEdgeEndpoint.reset();
+  state().edgeDragPosition.reset();
+}
+
+std::optional<Edge> EndpointDrag::edge() const {
+  return recordWith(editor().mindMap().edges, m_edgeID);
+}
+
+void EndpointDrag::change(const PointerInput& input) {
+  state().draggingEdgeID = m_edgeID;
+  state().draggingEdgeEndpoint = m_endpoint;
+  state().edgeDragPosition.reset();
+  const std::optional<Edge> dragged = edge();
+  if (!dragged) return;
+  const std::optional<Node> node = editor().nodeByID(m_endpoint == EdgeEndpoint::source ? dragged->from : dragged->to);
+  if (node) state().edgeDragPosition = node->position + canvasPoint(input.position) - m_start;
+}
+
+void EndpointDrag::end(const PointerInput& input) {
+  change(input);
+  const std::optional<Edge> dragged = edge();
+  if (dragged && state().edgeDragPosition) reconnect(*dragged, *state().edgeDragPosition);
+}
+
+void EndpointDrag::reconnect(const Edge& dragged, QPointF point) const {
+  const bool movesTarget = m_endpoint == EdgeEndpoint::target;
+  const QUuid& otherEnd = movesTarget ? dragged.from : dragged.to;
+  const std::optional<QUuid> topic = findNearestNode(editor(), point, otherEnd, dropRadius);
+  if (!topic) return;
+  if (movesTarget) {
+    if (!editor().isDescendant(dragged.from, *topic)) editor().reconnectEdgeTarget(m_edgeID, *topic);
+  } else if (!editor().isDescendant(*topic, dragged.to)) {
+    editor().reconnectEdgeSource(m_edgeID, *topic);
+  }
+}
+
+// --- Bends ---
+
+BendDrag::BendDrag(GestureContext context, CanvasState::Bend bend, QPointF start)
+    : CanvasGesture(context), m_bend(bend), m_start(start) {}
+
+BendDrag::~BendDrag() {
+  state().draggedBend.reset();
+}
+
+void BendDrag::change(const PointerInput& input) {
+  m_bend.translation = canvasPoint(input.position) - m_start;
+  state().draggedBend = m_bend;
+}
+
+void BendDrag::end(const PointerInput& input) {
+  const QPointF translation = canvasPoint(input.position) - m_start;
+  if (m_bend.isRelationship) {
+    if (const auto link = recordWith(editor().mindMap().relationships, m_bend.ownerID))
+      editor().setRelationshipBend(link->id, link->controlPointOffset.value_or(QPointF()) + translation);
+  } else if (const auto edge = recordWith(editor().mindMap().edges, m_bend.ownerID)) {
+    editor().setEdgeBend(edge->id, edge->controlPointOffset.value_or(QPointF()) + translation);
+  }
+}
+
+}  // namespace quilmora
