@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "canvas/geometry/TaperedConnector.h"
+#include "canvas/geometry/ViewTransform.h"
 #include "editor/MindMapViewModel.h"
 
 namespace quilmora {
@@ -13,9 +15,9 @@ constexpr int curveSteps = 20;
 
 using Cubic = std::array<QPointF, 4>;
 
-Cubic curveOf(QPointF start, QPointF end, QPointF bend) {
-  const QPointF handle((end.x() - start.x()) / 3.0, 0.0);
-  return {start, start + handle + bend, end - handle + bend, end};
+Cubic curveOf(QPointF start, QPointF end, const std::optional<QPointF>& bend) {
+  const auto [inner1, inner2] = edgeControlPoints(start, end, bend);
+  return {start, inner1, inner2, end};
 }
 
 QPointF pointAt(const Cubic& curve, double t) {
@@ -40,14 +42,13 @@ bool touches(const Cubic& curve, const QRectF& box) {
 }  // namespace
 
 void selectByRectangle(MindMapViewModel& editor, const QRectF& box) {
-  const double zoom = editor.canvasZoom();
-  const QPointF offset = editor.canvasOffset();
+  const ViewTransform view{editor.canvasOffset(), editor.canvasZoom()};
   const MapIndex& index = editor.mapIndex();
   const auto& positions = index.positions();
 
   IdSet nodes;
   for (std::size_t i = 0; i < positions.size(); ++i)
-    if (box.contains(positions[i] * zoom + offset)) nodes.insert((*index.ids())[index.numberOfNode()[i]]);
+    if (box.contains(view.toView(positions[i]))) nodes.insert((*index.ids())[index.numberOfNode()[i]]);
 
   // The transform of a curve is the curve of its transformed points.
   IdSet edges;
@@ -57,9 +58,9 @@ void selectByRectangle(MindMapViewModel& editor, const QRectF& box) {
     const std::uint32_t to = index.nodeOfNumber()[index.edgeTo()[i]];
     ++i;
     if (from == MapIndex::npos || to == MapIndex::npos) continue;
-    const QPointF bend = edge.controlPointOffset.value_or(QPointF()) * zoom;
-    if (touches(curveOf(positions[from] * zoom + offset, positions[to] * zoom + offset, bend), box))
-      edges.insert(edge.id);
+    Cubic curve = curveOf(positions[from], positions[to], edge.controlPointOffset);
+    for (QPointF& point : curve) point = view.toView(point);
+    if (touches(curve, box)) edges.insert(edge.id);
   }
   editor.setSelectedNodeIDs(std::move(nodes));
   editor.setSelectedEdgeIDs(std::move(edges));

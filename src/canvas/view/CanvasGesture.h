@@ -1,5 +1,6 @@
 #pragma once
 
+#include "canvas/geometry/ViewTransform.h"
 #include "canvas/view/CanvasInput.h"
 #include "canvas/view/CanvasState.h"
 #include "editor/MindMapViewModel.h"
@@ -12,7 +13,9 @@ struct GestureContext {
   CanvasState& state;
 
   // View coordinates to canvas units, as the view stands now.
-  QPointF canvasPoint(QPointF viewPoint) const { return (viewPoint - editor.canvasOffset()) / editor.canvasZoom(); }
+  QPointF canvasPoint(QPointF viewPoint) const {
+    return ViewTransform{editor.canvasOffset(), editor.canvasZoom()}.toCanvas(viewPoint);
+  }
 };
 
 // One drag from its recognition to its end. It shows its preview in the state, commits once in end(), and its

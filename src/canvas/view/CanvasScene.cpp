@@ -1,29 +1,194 @@
 #include "canvas/view/CanvasScene.h"
 
+#include <cmath>
+
 #include <QPainter>
 
+#include "canvas/geometry/Handles.h"
+#include "canvas/geometry/RelationshipCurve.h"
+#include "canvas/geometry/TaperedConnector.h"
+#include "canvas/painting/CanvasColors.h"
 #include "editor/MindMapViewModel.h"
 #include "themes/Color.h"
 
 namespace quilmora {
 
-void CanvasScene::paint(QPainter& painter, const QRectF& exposed, const CanvasState&, QSizeF) {
-  painter.fillRect(exposed, colorFromHex(m_editor.mindMap().canvas.background));
+namespace {
+
+// Below this zoom a topic is drawn without its small parts, and has no small parts to hit.
+constexpr double minZoomOfParts = 0.3;
+// How far from a topic's centre its small parts can lie: they sit in the middle of its left and right edge.
+constexpr double maxPartDistanceX = 2500.0;
+constexpr double maxPartDistanceY = HandleMetrics::connectionHandleDiameter / 2.0;
+
+const PaintOptions& canvasOptions() {
+  static const PaintOptions options = [] {
+    PaintOptions canvas;
+    // The ends of a selected edge lie on the centres of its topics, where nobody could reach them from below.
+    canvas.handlesAboveNodes = true;
+    return canvas;
+  }();
+  return options;
 }
 
-CanvasTarget CanvasScene::targetAt(QPointF, const CanvasState&) {
+bool isOnDisc(const QRectF& disc, QPointF point) {
+  return !disc.isEmpty() && handleContains(disc.center(), disc.width(), point);
+}
+
+}  // namespace
+
+MapScene CanvasScene::describe(const CanvasState& state) {
+  MapScene scene;
+  scene.map = &m_editor.mindMap();
+  scene.tree = &m_editor.treeInfo();
+  scene.index = &m_editor.mapIndex();
+  scene.hiddenNodes = &m_editor.hiddenNodes();
+  scene.view = {m_editor.canvasOffset(), m_editor.canvasZoom()};
+  scene.selectedNodeIDs = &m_editor.selectedNodeIDs();
+  scene.selectedEdgeIDs = &m_editor.selectedEdgeIDs();
+  scene.collapsedNodeIDs = &m_editor.collapsedNodeIDs();
+  scene.selectedRegionID = m_editor.selectedRegionID();
+  scene.selectedRelationshipID = state.selectedRelationshipID;
+  scene.nodeDragTranslation = state.nodeDragTranslation;
+  scene.editingNodeID = state.editingNodeID;
+  if (state.reparentTargetID) {
+    scene.dropTargetID = state.reparentTargetID;
+  } else if (state.handleDragTargetID) {
+    scene.dropTargetID = state.handleDragTargetID;
+    scene.dropTarget = MapScene::DropTarget::connection;
+  }
+  if (state.handleDragSourceID && state.handleDragEndPoint)
+    scene.connectionDrag = {*state.handleDragSourceID, *state.handleDragEndPoint, state.handleDragTargetID};
+  if (state.draggingEdgeID && state.edgeDragTranslation)
+    scene.draggedHandle = {state.draggingEdgeEndpoint == EdgeEndpoint::source ? MapScene::HandleKind::edgeSource
+                                                                              : MapScene::HandleKind::edgeTarget,
+                           *state.draggingEdgeID, *state.edgeDragTranslation};
+  if (const auto& bend = state.draggedBend)
+    scene.draggedHandle = {
+        bend->isRelationship ? MapScene::HandleKind::relationshipBend : MapScene::HandleKind::edgeBend, bend->ownerID,
+        bend->translation};
+  if (m_editor.activeLens() != MindMapViewModel::FocusLens::none)
+    scene.nodeOpacity = [this](const Node& node) { return m_editor.nodeOpacity(node); };
+  return scene;
+}
+
+void CanvasScene::paint(QPainter& painter, const QRectF& exposed, const CanvasState& state,
+                        const std::optional<QString>& editedTitle) {
+  MapScene scene = describe(state);
+  scene.exposed = exposed;
+  scene.editingTitle = editedTitle;
+  m_painter.paint(painter, scene, canvasOptions());
+  paintSelectionBox(painter, state);
+}
+
+void CanvasScene::paintSelectionBox(QPainter& painter, const CanvasState& state) const {
+  if (!state.selectionBoxStart || !state.selectionBoxCurrent) return;
+  const QColor background = colorFromHex(m_editor.mindMap().canvas.background);
+  const QColor contour = CanvasColors::onBackground(background).selection;
+  QColor fill = contour;
+  fill.setAlphaF(0.1F);
+  painter.setPen(QPen(contour, 1.5));
+  painter.setBrush(fill);
+  painter.drawRect(QRectF(*state.selectionBoxStart, *state.selectionBoxCurrent).normalized());
+}
+
+// --- What lies where ---
+
+CanvasTarget CanvasScene::targetAt(QPointF point, const CanvasState& state) {
+  if (const auto handle = edgeHandleAt(point)) return *handle;
+  const MapScene scene = describe(state);
+  if (const auto part = nodePartAt(scene, point)) return *part;
+  if (const auto handle = relationshipHandleAt(point, state)) return *handle;
+  if (const auto index = m_painter.relationshipAt(scene, point))
+    return {CanvasTarget::Kind::relationship, scene.map->relationships[*index].id};
+  if (const auto index = m_painter.edgeAt(scene, point, canvasOptions()))
+    return {CanvasTarget::Kind::edge, scene.map->edges[*index].id};
   return {};
 }
 
-TitleLook CanvasScene::titleLook(const QUuid&) {
-  return {};
+std::optional<QPointF> CanvasScene::shownPosition(const QUuid& nodeID) {
+  const std::uint32_t index = m_editor.mapIndex().find(nodeID);
+  if (index == MapIndex::npos || m_editor.hiddenNodes()[index]) return std::nullopt;
+  return m_editor.mapIndex().positions()[index];
 }
 
-QRectF CanvasScene::titleField(const QUuid& nodeID, QSizeF size) {
-  const std::optional<Node> node = m_editor.nodeByID(nodeID);
-  QRectF field(QPointF(), size);
-  if (node) field.moveCenter(node->position);
-  return field;
+std::optional<CanvasTarget> CanvasScene::edgeHandleAt(QPointF point) {
+  if (m_editor.selectedEdgeIDs().empty()) return std::nullopt;
+  const auto isOn = [point](QPointF center) {
+    return handleContains(center, HandleMetrics::edgeHandleDiameter, point);
+  };
+  // The last one is drawn on top.
+  std::optional<CanvasTarget> found;
+  for (const Edge& edge : m_editor.mindMap().edges) {
+    if (!m_editor.selectedEdgeIDs().contains(edge.id)) continue;
+    const auto from = shownPosition(edge.from);
+    const auto to = shownPosition(edge.to);
+    if (!from || !to) continue;
+    if (isOn(TaperedConnector(edge, *from, *to).bendHandlePosition()))
+      found = CanvasTarget{CanvasTarget::Kind::edgeBendHandle, edge.id};
+    else if (isOn(*to))
+      found = CanvasTarget{CanvasTarget::Kind::edgeTargetHandle, edge.id};
+    else if (isOn(*from))
+      found = CanvasTarget{CanvasTarget::Kind::edgeSourceHandle, edge.id};
+  }
+  return found;
+}
+
+std::optional<CanvasTarget> CanvasScene::relationshipHandleAt(QPointF point, const CanvasState& state) {
+  if (!state.selectedRelationshipID) return std::nullopt;
+  for (const Relationship& link : m_editor.mindMap().relationships) {
+    if (link.id != *state.selectedRelationshipID) continue;
+    const auto from = shownPosition(link.from);
+    const auto to = shownPosition(link.to);
+    if (!from || !to) return std::nullopt;
+    const QPointF middle = RelationshipCurve(*from, *to, link.controlPointOffset).midpoint();
+    if (handleContains(deleteButtonCenter(middle), HandleMetrics::deleteButtonDiameter, point))
+      return CanvasTarget{CanvasTarget::Kind::relationshipDeleteButton, link.id};
+    if (handleContains(middle, HandleMetrics::edgeHandleDiameter, point))
+      return CanvasTarget{CanvasTarget::Kind::relationshipBendHandle, link.id};
+    return std::nullopt;
+  }
+  return std::nullopt;
+}
+
+// Toggles and handles stand out over the boxes, so each topic is asked for them from the top down, as far as the
+// topmost box that holds the point.
+std::optional<CanvasTarget> CanvasScene::nodePartAt(const MapScene& scene, QPointF point) {
+  using Kind = CanvasTarget::Kind;
+  const auto boxed = m_painter.nodeAt(scene, point, canvasOptions());
+  const auto& positions = scene.index->positions();
+  const std::size_t last = boxed.value_or(0);
+  if (scene.view.zoom >= minZoomOfParts)
+    for (std::size_t i = positions.size(); i-- > last;) {
+      const QPointF offset = point - positions[i];
+      if (!(std::abs(offset.y()) <= maxPartDistanceY && std::abs(offset.x()) <= maxPartDistanceX)) continue;
+      if ((*scene.hiddenNodes)[i]) continue;
+      const QUuid id = scene.map->nodes[i].id;
+      const bool hasHandle = scene.selectedNodeIDs->contains(id) && scene.editingNodeID != id;
+      const bool hasToggle = scene.tree->childCount(id) > 0;
+      if (!hasHandle && !hasToggle) continue;
+      const NodeMetrics metrics = m_painter.measure(scene, i, canvasOptions());
+      if (hasHandle && isOnDisc(metrics.connectionHandle, offset)) return CanvasTarget{Kind::connectionHandle, id};
+      if (hasToggle && isOnDisc(metrics.collapseToggle, offset)) return CanvasTarget{Kind::collapseToggle, id};
+    }
+  if (!boxed) return std::nullopt;
+  return CanvasTarget{Kind::node, scene.map->nodes[*boxed].id};
+}
+
+// --- Title field ---
+
+TitleLook CanvasScene::titleLook(const QUuid& nodeID) {
+  const std::size_t index = m_editor.mapIndex().find(nodeID);
+  const NodeSizing sizing = m_painter.measure(describe({}), index, canvasOptions()).sizing;
+  return {sizing.titleFont(), sizing.fontSize, colorFromHex(m_editor.mindMap().nodes[index].style.textColor)};
+}
+
+QRectF CanvasScene::titleField(const QUuid& nodeID, const QString& editedTitle) {
+  const std::size_t index = m_editor.mapIndex().find(nodeID);
+  MapScene scene = describe({});
+  scene.editingNodeID = nodeID;
+  scene.editingTitle = editedTitle;
+  return m_painter.measure(scene, index, canvasOptions()).title.translated(scene.index->positions()[index]);
 }
 
 }  // namespace quilmora

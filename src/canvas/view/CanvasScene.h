@@ -1,11 +1,14 @@
 #pragma once
 
+#include <optional>
+
 #include <QColor>
 #include <QFont>
 #include <QPointF>
 #include <QRectF>
 #include <QUuid>
 
+#include "canvas/painting/MapPainter.h"
 #include "canvas/view/CanvasState.h"
 #include "canvas/view/CanvasTarget.h"
 
@@ -18,7 +21,7 @@ class MindMapViewModel;
 // How a title is set, for the field that is laid over it.
 struct TitleLook {
   QFont font;
-  double pixelSize = 15.0;
+  double pixelSize = 15.0;  // at zoom 1
   QColor color;
 
   bool operator==(const TitleLook&) const = default;
@@ -29,16 +32,26 @@ class CanvasScene {
  public:
   explicit CanvasScene(MindMapViewModel& editor) : m_editor(editor) {}
 
-  // Paints the part of the view that `exposed` covers (view coordinates). `titleField` is the size of the open title
+  // Paints the part of the view that `exposed` covers (view coordinates). `editedTitle` is the text in the open title
   // field.
-  void paint(QPainter& painter, const QRectF& exposed, const CanvasState& state, QSizeF titleField);
+  void paint(QPainter& painter, const QRectF& exposed, const CanvasState& state,
+             const std::optional<QString>& editedTitle);
   CanvasTarget targetAt(QPointF canvasPoint, const CanvasState& state);
+  // Of an existing topic.
   TitleLook titleLook(const QUuid& nodeID);
-  // Where a title field of this size lies in its topic, in canvas units.
-  QRectF titleField(const QUuid& nodeID, QSizeF size);
+  // Where the title field of an existing topic lies when it holds this text, in canvas units.
+  QRectF titleField(const QUuid& nodeID, const QString& editedTitle);
 
  private:
+  MapScene describe(const CanvasState& state);
+  void paintSelectionBox(QPainter& painter, const CanvasState& state) const;
+  std::optional<CanvasTarget> edgeHandleAt(QPointF point);
+  std::optional<CanvasTarget> relationshipHandleAt(QPointF point, const CanvasState& state);
+  std::optional<CanvasTarget> nodePartAt(const MapScene& scene, QPointF point);
+  std::optional<QPointF> shownPosition(const QUuid& nodeID);
+
   MindMapViewModel& m_editor;
+  MapPainter m_painter;
 };
 
 }  // namespace quilmora

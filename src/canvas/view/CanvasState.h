@@ -44,7 +44,8 @@ struct CanvasState {
   std::optional<QUuid> handleDragTargetID;
   std::optional<QUuid> draggingEdgeID;
   std::optional<EdgeEndpoint> draggingEdgeEndpoint;
-  std::optional<QPointF> edgeDragPosition;  // canvas units
+  std::optional<QPointF> edgeDragPosition;     // canvas units
+  std::optional<QPointF> edgeDragTranslation;  // from the endpoint's own place
   std::optional<Bend> draggedBend;
 
   bool operator==(const CanvasState&) const = default;

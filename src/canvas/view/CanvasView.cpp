@@ -89,6 +89,12 @@ void CanvasView::receiveNotifications(NotificationCenter& notifications) {
   receive(Notification::zoomToFit, [this] { zoomToFit(); });
   receive(Notification::zoomIn, [this] { m_commands.zoomIn(size()); });
   receive(Notification::zoomOut, [this] { m_commands.zoomOut(size()); });
+  receive(Notification::createRegion, [this] { createRegion(); });
+}
+
+void CanvasView::createRegion() {
+  const QPointF point = m_editor.isCanvasHovered ? m_editor.cursorLocation : QRectF(rect()).center();
+  m_editor.createRegion(ViewTransform{m_editor.canvasOffset(), m_editor.canvasZoom()}.toCanvas(point));
 }
 
 void CanvasView::zoomToFit() {
@@ -109,7 +115,8 @@ void CanvasView::zoomToFit() {
 
 void CanvasView::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
-  m_scene.paint(painter, event->rect(), m_gestures.state(), m_titleEditor ? m_titleEditor->fieldSize() : QSizeF());
+  m_scene.paint(painter, event->rect(), m_gestures.state(),
+                m_titleEditor ? std::optional(m_titleEditor->shownTitle()) : std::nullopt);
 }
 
 void CanvasView::gesturesChanged() {
@@ -144,7 +151,7 @@ void CanvasView::openTitleEditor(const QUuid& nodeID) {
   connect(m_titleEditor, &TitleEditor::committed, this,
           [this](const QString& title) { m_gestures.commitTitle(title); });
   connect(m_titleEditor, &TitleEditor::cancelled, this, [this] { m_gestures.endEditing(); });
-  connect(m_titleEditor, &TitleEditor::fieldSizeChanged, this, &CanvasView::viewMoved);
+  connect(m_titleEditor, &TitleEditor::shownTitleChanged, this, &CanvasView::viewMoved);
   placeTitleEditor();
   m_titleEditor->show();
 }
@@ -166,7 +173,7 @@ void CanvasView::placeTitleEditor() {
   const QUuid id = *m_titleEditorNodeID;
   if (!m_editor.hasNode(id)) return;
   m_titleEditor->setTitleLook(m_scene.titleLook(id));
-  const QRectF field = m_scene.titleField(id, m_titleEditor->fieldSize());
+  const QRectF field = m_scene.titleField(id, m_titleEditor->shownTitle());
   const double zoom = m_editor.canvasZoom();
   m_titleEditor->place(QRectF(field.topLeft() * zoom + m_editor.canvasOffset(), field.size() * zoom), zoom);
 }

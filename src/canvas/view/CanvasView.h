@@ -64,6 +64,7 @@ class CanvasView : public QWidget {
   void observeEditor();
   void receiveNotifications(NotificationCenter& notifications);
   void zoomToFit();
+  void createRegion();
   bool nativeGesture(const QNativeGestureEvent& event);
   void pinchGesture(const QPinchGesture& pinch);
   bool pressKey(const QKeyEvent& event);

@@ -74,8 +74,7 @@ TitleEditor::TitleEditor(const QString& title, Scheduler& scheduler, QWidget* ca
   // The field grows with its text, so that there is never anything to scroll to.
   for (QScrollBar* bar : {horizontalScrollBar(), verticalScrollBar()})
     connect(bar, &QScrollBar::valueChanged, bar, [bar] { bar->setValue(bar->minimum()); });
-  connect(document(), &QTextDocument::contentsChanged, this, &TitleEditor::measure);
-  measure();
+  connect(document(), &QTextDocument::contentsChanged, this, &TitleEditor::shownTitleChanged);
   m_focusTask = m_scheduler.after(focusDelay, [this] {
     m_focusTask = 0;
     takeFocus();
@@ -98,7 +97,6 @@ void TitleEditor::setTitleLook(const TitleLook& look) {
   colors.setColor(QPalette::Highlight, highlight);
   colors.setColor(QPalette::HighlightedText, look.color);
   setPalette(colors);
-  measure();
 }
 
 QFont TitleEditor::fontAt(double zoom) const {
@@ -107,17 +105,12 @@ QFont TitleEditor::fontAt(double zoom) const {
   return scaled;
 }
 
-QSizeF TitleEditor::fieldSize() const {
-  return QSizeF(std::clamp(m_textSize.width(), minFieldWidth, maxFieldWidth),
-                std::max(m_textSize.height(), minFieldHeight));
-}
-
 void TitleEditor::place(const QRectF& field, double zoom) {
   const QFont scaled = fontAt(zoom);
   if (scaled != font()) setFont(scaled);
 
   // The text stands in the middle of the field, as the title in its topic, but is aligned as its language is.
-  const QSizeF text = sizeOf(shownLines(*document()), scaled, maxFieldWidth * zoom);
+  const QSizeF text = sizeOf(shownLines(*document()), scaled, NodeMetrics::titleMaxWidth * zoom);
   const int left = std::max(0, qRound((field.width() - text.width()) / 2.0));
   const int top = std::max(0, qRound((field.height() - text.height()) / 2.0));
   const int width = static_cast<int>(std::ceil(text.width())) + cursorRoom;
@@ -128,10 +121,8 @@ void TitleEditor::place(const QRectF& field, double zoom) {
   setGeometry(QRect(origin, outer));
 }
 
-void TitleEditor::measure() {
-  const QSizeF before = fieldSize();
-  const QSizeF textBefore = std::exchange(m_textSize, sizeOf(shownLines(*document()), fontAt(1.0), maxFieldWidth));
-  if (fieldSize() != before || m_textSize != textBefore) Q_EMIT fieldSizeChanged();
+QString TitleEditor::shownTitle() const {
+  return shownLines(*document()).join(QLatin1Char('\n'));
 }
 
 QString TitleEditor::editableTitle() const {
@@ -214,7 +205,7 @@ void TitleEditor::returnKey(const QKeyEvent& event) {
 
 void TitleEditor::inputMethodEvent(QInputMethodEvent* event) {
   QTextEdit::inputMethodEvent(event);
-  measure();
+  Q_EMIT shownTitleChanged();
 }
 
 void TitleEditor::focusOutEvent(QFocusEvent* event) {

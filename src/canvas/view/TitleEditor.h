@@ -15,9 +15,6 @@ class TitleEditor : public QTextEdit {
   Q_OBJECT
 
  public:
-  static constexpr double minFieldWidth = 80.0;
-  static constexpr double maxFieldWidth = 200.0;
-  static constexpr double minFieldHeight = 20.0;
   static constexpr std::chrono::milliseconds focusDelay{50};
 
   // Takes the keyboard after focusDelay, with the whole title selected.
@@ -25,8 +22,8 @@ class TitleEditor : public QTextEdit {
   ~TitleEditor() override;
 
   void setTitleLook(const TitleLook& look);
-  // The size that the field takes for its text.
-  QSizeF fieldSize() const;
+  // The text as it is shown, what an input method is composing included.
+  QString shownTitle() const;
   // Lays the field over `field`, in view coordinates.
   void place(const QRectF& field, double zoom);
 
@@ -40,7 +37,7 @@ class TitleEditor : public QTextEdit {
  Q_SIGNALS:
   void committed(const QString& title);
   void cancelled();
-  void fieldSizeChanged();
+  void shownTitleChanged();
 
  protected:
   bool event(QEvent* event) override;
@@ -53,7 +50,6 @@ class TitleEditor : public QTextEdit {
 
  private:
   void takeFocus();
-  void measure();
   QFont fontAt(double zoom) const;
   void cancel();
   void returnKey(const QKeyEvent& event);
@@ -61,7 +57,6 @@ class TitleEditor : public QTextEdit {
   Scheduler& m_scheduler;
   Scheduler::Task m_focusTask = 0;
   TitleLook m_look;
-  QSizeF m_textSize;
   bool m_isDone = false;
 };
 

@@ -26,6 +26,7 @@ EndpointDrag::~EndpointDrag() {
   state().draggingEdgeID.reset();
   state().draggingEdgeEndpoint.reset();
   state().edgeDragPosition.reset();
+  state().edgeDragTranslation.reset();
 }
 
 std::optional<Edge> EndpointDrag::edge() const {
@@ -36,10 +37,11 @@ void EndpointDrag::change(const PointerInput& input) {
   state().draggingEdgeID = m_edgeID;
   state().draggingEdgeEndpoint = m_endpoint;
   state().edgeDragPosition.reset();
+  state().edgeDragTranslation = canvasPoint(input.position) - m_start;
   const std::optional<Edge> dragged = edge();
   if (!dragged) return;
   const std::optional<Node> node = editor().nodeByID(m_endpoint == EdgeEndpoint::source ? dragged->from : dragged->to);
-  if (node) state().edgeDragPosition = node->position + canvasPoint(input.position) - m_start;
+  if (node) state().edgeDragPosition = node->position + *state().edgeDragTranslation;
 }
 
 void EndpointDrag::end(const PointerInput& input) {
