@@ -4,12 +4,12 @@
 
 #include "canvas/view/CanvasGestures.h"
 #include "canvas/view/CanvasKeys.h"
+#include "canvas/view/CanvasMaps.h"
 #include "editor/WindowCommands.h"
 #include "platform/Bookmarks.h"
 #include "platform/Log.h"
 #include "platform/Scheduler.h"
 #include "platform/SettingsStore.h"
-#include "support/SmallMap.h"
 
 namespace quilmora::test {
 
@@ -75,11 +75,5 @@ class CanvasRig {
 inline constexpr InputModifiers shift{.shift = true};
 inline constexpr InputModifiers command{.command = true};
 inline constexpr InputModifiers option{.option = true};
-
-inline MindMap mapWith(const std::vector<Node>& nodes, const std::vector<Ends>& ends = {}) {
-  MindMap map = mapOf({}, ends);
-  for (const Node& node : nodes) map.nodes.append(node);
-  return map;
-}
 
 }  // namespace quilmora::test

@@ -1,0 +1,314 @@
+#include <QNativeGestureEvent>
+#include <QPushButton>
+
+#include "canvas/view/WindowRig.h"
+
+using namespace quilmora;
+using namespace quilmora::test;
+using namespace std::chrono_literals;
+
+namespace {
+
+// The first topic is centred, so that a canvas point p shows at p + (300, 200).
+struct CanvasWindow : testing::Test {
+  CanvasWindow() { QApplication::setWheelScrollLines(3); }
+  WindowRig rig{mapWith({topic(1, 100, 100), topic(2, 300, 100), topic(3, 300, 250)}, {{1, 2}})};
+};
+
+// Counts the paint events of a widget.
+class PaintCounter : public QObject {
+ public:
+  explicit PaintCounter(QWidget& widget) { widget.installEventFilter(this); }
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() == QEvent::Paint) ++count;
+    return false;
+  }
+  int count = 0;
+};
+
+}  // namespace
+
+TEST_F(CanvasWindow, FirstAppearanceCentresTheFirstTopicAndStoresTheSize) {
+  EXPECT_EQ(rig.editor.canvasOffset(), QPointF(300, 200));
+  EXPECT_EQ(rig.editor.lastKnownCanvasSize(), QSizeF(800, 600));
+  rig.view.resize(640, 480);
+  EXPECT_EQ(rig.editor.lastKnownCanvasSize(), QSizeF(640, 480));
+  EXPECT_EQ(rig.editor.canvasOffset(), QPointF(300, 200));
+}
+
+TEST_F(CanvasWindow, ClickSelectsAndShiftClickAdds) {
+  rig.click(rig.at(1));
+  EXPECT_EQ(rig.editor.selectedNodeIDs(), IdSet({topicId(1)}));
+  rig.click(rig.at(3), Qt::ShiftModifier);
+  EXPECT_EQ(rig.editor.selectedNodeIDs(), IdSet({topicId(1), topicId(3)}));
+  rig.click({10, 10});
+  EXPECT_TRUE(rig.editor.selectedNodeIDs().empty());
+}
+
+TEST_F(CanvasWindow, ClickOnARibbonSelectsItsEdge) {
+  rig.click({500, 300});
+  EXPECT_EQ(rig.editor.selectedEdgeIDs(), IdSet({edgeId(0)}));
+}
+
+TEST_F(CanvasWindow, ClickOnTheBackgroundTakesTheKeyboard) {
+  QPushButton elsewhere(&rig.window);
+  elsewhere.show();
+  elsewhere.setFocus();
+  ASSERT_FALSE(rig.view.hasFocus());
+  rig.click({10, 500});
+  EXPECT_TRUE(rig.view.hasFocus());
+}
+
+TEST_F(CanvasWindow, DragMovesATopicAtItsEnd) {
+  rig.drag(rig.at(3), rig.at(3, {40, -20}));
+  EXPECT_EQ(rig.editor.nodeByID(topicId(3))->position, QPointF(340, 230));
+  EXPECT_EQ(rig.editor.undoCount(), 1);
+}
+
+TEST_F(CanvasWindow, EscapeTakesADragBack) {
+  const QPoint start = rig.at(3);
+  rig.mouse(QTest::MousePress, start);
+  rig.mouse(QTest::MouseMove, start + QPoint(60, 0));
+  ASSERT_EQ(rig.view.gestures().state().nodeDragTranslation, QPointF(60, 0));
+  rig.key(Qt::Key_Escape);
+  EXPECT_EQ(rig.view.gestures().state().nodeDragTranslation, QPointF());
+  rig.mouse(QTest::MouseRelease, start + QPoint(60, 0));
+  EXPECT_EQ(rig.editor.nodeByID(topicId(3))->position, QPointF(300, 250));
+  EXPECT_EQ(rig.editor.selectedNodeIDs(), IdSet({topicId(3)}));
+}
+
+TEST_F(CanvasWindow, LostWindowTakesADragBack) {
+  rig.mouse(QTest::MousePress, rig.at(3));
+  rig.mouse(QTest::MouseMove, rig.at(3, {60, 0}));
+  ASSERT_TRUE(rig.view.gestures().isDragging());
+  QEvent lost(QEvent::WindowDeactivate);
+  QCoreApplication::sendEvent(&rig.view, &lost);
+  EXPECT_FALSE(rig.view.gestures().isDragging());
+  rig.mouse(QTest::MouseRelease, rig.at(3, {60, 0}));
+  EXPECT_EQ(rig.editor.nodeByID(topicId(3))->position, QPointF(300, 250));
+}
+
+TEST_F(CanvasWindow, ControlDragHangsATopicUnderAnother) {
+  rig.drag(rig.at(3), rig.at(1, {10, 5}), Qt::LeftButton, Qt::ControlModifier);
+  EXPECT_EQ(rig.editor.treeInfo().parent(topicId(3)), topicId(1));
+  EXPECT_EQ(rig.editor.nodeByID(topicId(3))->position, QPointF(300, 250));
+}
+
+TEST_F(CanvasWindow, DragOnTheBackgroundSelectsByABox) {
+  rig.drag({560, 280}, {640, 480});
+  EXPECT_EQ(rig.editor.selectedNodeIDs(), IdSet({topicId(2), topicId(3)}));
+  EXPECT_EQ(rig.editor.selectedEdgeIDs(), IdSet({edgeId(0)}));
+}
+
+TEST_F(CanvasWindow, AltDragAndMiddleDragPan) {
+  rig.drag({20, 20}, {70, 40}, Qt::LeftButton, Qt::AltModifier);
+  EXPECT_EQ(rig.editor.canvasOffset(), QPointF(350, 220));
+  rig.drag({20, 20}, {10, 25}, Qt::MiddleButton);
+  EXPECT_EQ(rig.editor.canvasOffset(), QPointF(340, 225));
+  EXPECT_TRUE(rig.editor.selectedNodeIDs().empty());
+}
+
+TEST_F(CanvasWindow, AltShowsAnOpenHand) {
+  QTest::keyPress(rig.handle(), Qt::Key_Alt);
+  EXPECT_EQ(rig.view.cursor().shape(), Qt::OpenHandCursor);
+  QTest::keyRelease(rig.handle(), Qt::Key_Alt);
+  EXPECT_EQ(rig.view.cursor().shape(), Qt::ArrowCursor);
+}
+
+TEST_F(CanvasWindow, HandleOfTheSelectedTopicMakesAChildOnAClick) {
+  rig.click(rig.at(3));
+  const auto handleAt = [&](QPoint point) {
+    rig.click(point);
+    return rig.editor.mindMap().nodes.size() == 4;
+  };
+  // The handle stands 8 beyond the right edge of the box, wherever the font puts that.
+  bool found = false;
+  for (int x = 30; x < 120 && !found; ++x) {
+    rig.click(rig.at(3));
+    rig.clock.advance(1s);
+    found = handleAt(rig.at(3, {x, 0}));
+  }
+  ASSERT_TRUE(found);
+  EXPECT_EQ(rig.editor.treeInfo().parent(rig.editor.mindMap().nodes.back().id), topicId(3));
+}
+
+TEST_F(CanvasWindow, CollapseToggleHidesTheBranch) {
+  for (int x = -90; x < -20 && rig.editor.collapsedNodeIDs().empty(); ++x) {
+    rig.click(rig.at(1, {x, 0}));
+    rig.clock.advance(1s);
+  }
+  EXPECT_EQ(rig.editor.collapsedNodeIDs(), IdSet({topicId(1)}));
+  rig.click(rig.at(2));
+  EXPECT_FALSE(rig.editor.selectedNodeIDs().contains(topicId(2)));
+}
+
+// --- Wheel and pinch ---
+
+TEST_F(CanvasWindow, NotchOfTheWheelPansByTheDesktopsLines) {
+  rig.wheel({400, 300}, {}, {0, 120});
+  EXPECT_EQ(rig.editor.canvasOffset(), QPointF(300, 230));
+  rig.wheel({400, 300}, {}, {-120, 0});
+  EXPECT_EQ(rig.editor.canvasOffset(), QPointF(270, 230));
+}
+
+TEST_F(CanvasWindow, WheelOfHighResolutionPansByParts) {
+  rig.wheel({400, 300}, {}, {0, 15});
+  EXPECT_EQ(rig.editor.canvasOffset(), QPointF(300, 203.75));
+}
+
+TEST_F(CanvasWindow, TrackpadPansByPixels) {
+  rig.wheel({400, 300}, {7, -11}, {14, -22}, {}, Qt::ScrollUpdate);
+  EXPECT_EQ(rig.editor.canvasOffset(), QPointF(307, 189));
+}
+
+TEST_F(CanvasWindow, PixelsOfAWheelDoNotCount) {
+  rig.wheel({400, 300}, {0, 15}, {0, 120});
+  EXPECT_EQ(rig.editor.canvasOffset(), QPointF(300, 230));
+}
+
+TEST_F(CanvasWindow, ControlWheelZoomsAboutThePointer) {
+  rig.wheel({500, 300}, {}, {0, 120}, Qt::ControlModifier);
+  EXPECT_DOUBLE_EQ(rig.editor.canvasZoom(), 1.15);
+  // The canvas point (200, 100) stays at (500, 300).
+  EXPECT_DOUBLE_EQ(200 * 1.15 + rig.editor.canvasOffset().x(), 500);
+  EXPECT_DOUBLE_EQ(100 * 1.15 + rig.editor.canvasOffset().y(), 300);
+}
+
+TEST_F(CanvasWindow, BlockedScrollingPassesTheWheelOn) {
+  rig.editor.blockCanvasScroll = true;
+  QWheelEvent event(QPointF(400, 300), rig.view.mapToGlobal(QPointF(400, 300)), {}, {0, 120}, Qt::NoButton, {},
+                    Qt::NoScrollPhase, false);
+  QCoreApplication::sendEvent(&rig.view, &event);
+  EXPECT_FALSE(event.isAccepted());
+  EXPECT_EQ(rig.editor.canvasOffset(), QPointF(300, 200));
+}
+
+TEST_F(CanvasWindow, PinchOnATrackpadZooms) {
+  const auto send = [&](Qt::NativeGestureType type, double value) {
+    const QPointF at(500, 300);
+    QNativeGestureEvent event(type, QPointingDevice::primaryPointingDevice(), 2, at, at, rig.view.mapToGlobal(at),
+                              value, QPointF());
+    QCoreApplication::sendEvent(&rig.view, &event);
+    EXPECT_TRUE(event.isAccepted());
+  };
+  send(Qt::BeginNativeGesture, 0);
+  send(Qt::ZoomNativeGesture, 0.25);
+  EXPECT_DOUBLE_EQ(rig.editor.canvasZoom(), 1.25);
+  send(Qt::ZoomNativeGesture, 0.2);
+  EXPECT_DOUBLE_EQ(rig.editor.canvasZoom(), 1.5);
+  EXPECT_DOUBLE_EQ(200 * 1.5 + rig.editor.canvasOffset().x(), 500);
+  send(Qt::EndNativeGesture, 0);
+  EXPECT_EQ(rig.view.gestures().state().initialZoom, 1.5);
+}
+
+// --- Keys ---
+
+TEST_F(CanvasWindow, TabMakesAChildAndMovesOnWithoutASelection) {
+  rig.click(rig.at(2));
+  rig.key(Qt::Key_Tab);
+  EXPECT_EQ(rig.editor.mindMap().nodes.size(), 4u);
+  EXPECT_TRUE(rig.view.hasFocus());
+  QPushButton next(&rig.window);
+  next.show();
+  rig.editor.clearSelection();
+  rig.key(Qt::Key_Tab);
+  EXPECT_EQ(rig.editor.mindMap().nodes.size(), 4u);
+  EXPECT_TRUE(next.hasFocus());
+}
+
+TEST_F(CanvasWindow, DeleteAndBackspaceRemoveTheSelectedTopics) {
+  rig.click(rig.at(2));
+  rig.key(Qt::Key_Delete);
+  EXPECT_EQ(rig.editor.mindMap().nodes.size(), 2u);
+  rig.click(rig.at(3));
+  rig.key(Qt::Key_Backspace);
+  EXPECT_EQ(rig.editor.mindMap().nodes.size(), 1u);
+}
+
+TEST_F(CanvasWindow, ControlASelectsAll) {
+  rig.key(Qt::Key_A, Qt::ControlModifier);
+  rig.scheduler.advance(0ms);
+  EXPECT_EQ(rig.editor.selectedNodeIDs().size(), 3u);
+  rig.key(Qt::Key_Escape);
+  EXPECT_TRUE(rig.editor.selectedNodeIDs().empty());
+}
+
+TEST_F(CanvasWindow, ArrowsMoveTheSelection) {
+  rig.click(rig.at(1));
+  rig.key(Qt::Key_Right);
+  EXPECT_EQ(rig.editor.selectedNodeIDs(), IdSet({topicId(2)}));
+}
+
+// --- Notifications ---
+
+TEST_F(CanvasWindow, ZoomToFitGlidesAndThenRefreshesTheZoomOfThePinch) {
+  rig.notifications.post(Notification::zoomToFit);
+  EXPECT_EQ(rig.editor.canvasZoom(), 1.0);
+  EXPECT_EQ(rig.editor.canvasOffset(), QPointF(300, 200));
+  rig.clock.advance(150ms);
+  rig.scheduler.advance(16ms);
+  // The target is 440 ÷ 350, as the height of the content is 350.
+  EXPECT_NEAR(rig.editor.canvasZoom(), (1.0 + 440.0 / 350.0) / 2, 1e-12);
+  EXPECT_EQ(rig.view.gestures().state().initialZoom, 1.0);
+  rig.clock.advance(150ms);
+  rig.scheduler.advance(16ms);
+  EXPECT_EQ(rig.editor.canvasZoom(), 440.0 / 350.0);
+  EXPECT_EQ(rig.view.gestures().state().initialZoom, 440.0 / 350.0);
+  EXPECT_EQ(rig.scheduler.waitingCount(), 0u);
+}
+
+TEST_F(CanvasWindow, ZoomToFitJumpsWhileNobodySees) {
+  rig.window.hide();
+  rig.notifications.post(Notification::zoomToFit);
+  EXPECT_EQ(rig.editor.canvasZoom(), 440.0 / 350.0);
+  EXPECT_EQ(rig.scheduler.waitingCount(), 0u);
+}
+
+TEST_F(CanvasWindow, ZoomInAndOutKeepTheMiddle) {
+  rig.notifications.post(Notification::zoomIn);
+  EXPECT_EQ(rig.editor.canvasZoom(), 1.25);
+  EXPECT_EQ(rig.at(1), QPoint(400, 300));
+  rig.notifications.post(Notification::zoomOut);
+  EXPECT_EQ(rig.editor.canvasZoom(), 1.0);
+}
+
+TEST_F(CanvasWindow, RequestForARegionMakesItWhereThePointerIs) {
+  rig.mouse(QTest::MouseMove, {500, 450});
+  rig.notifications.post(Notification::createRegion);
+  ASSERT_EQ(rig.editor.mindMap().regions.size(), 1u);
+  EXPECT_EQ(rig.editor.mindMap().regions[0].rect, QRectF(200 - 150, 250 - 100, 300, 200));
+}
+
+// --- Drawing ---
+
+TEST_F(CanvasWindow, PaintsOnceForManyChangesAndNotAtAllForNone) {
+  QApplication::processEvents();
+  PaintCounter paints(rig.view);
+  rig.editor.setCanvasOffset({1, 2});
+  rig.editor.setCanvasZoom(1.5);
+  rig.editor.setSelectedNodeIDs({topicId(1)});
+  rig.editor.setNodeTitle(topicId(1), QStringLiteral("Changed"));
+  EXPECT_EQ(paints.count, 0);
+  QApplication::processEvents();
+  EXPECT_EQ(paints.count, 1);
+  rig.mouse(QTest::MouseMove, {15, 15});
+  rig.mouse(QTest::MouseMove, {18, 19});
+  QApplication::processEvents();
+  EXPECT_EQ(paints.count, 1);
+  EXPECT_EQ(rig.scheduler.waitingCount(), 0u);
+}
+
+TEST_F(CanvasWindow, DrawsTheBackgroundAndTheTopicsOfTheMap) {
+  const QImage picture = rig.view.grab().toImage();
+  EXPECT_EQ(picture.pixelColor(5, 5), QColor(rig.editor.mindMap().canvas.background));
+  EXPECT_EQ(picture.pixelColor(rig.at(3, {-20, -12})), QColor(rig.editor.nodeByID(topicId(3))->style.fill));
+}
+
+TEST_F(CanvasWindow, DrawsTheSelectionBoxWhileItIsPulled) {
+  const QColor before = rig.view.grab().toImage().pixelColor(100, 100);
+  rig.mouse(QTest::MousePress, {50, 50});
+  rig.mouse(QTest::MouseMove, {150, 150});
+  EXPECT_NE(rig.view.grab().toImage().pixelColor(100, 100), before);
+  rig.mouse(QTest::MouseRelease, {150, 150});
+  EXPECT_EQ(rig.view.grab().toImage().pixelColor(100, 100), before);
+}

@@ -1,0 +1,81 @@
+#pragma once
+
+#include <QApplication>
+#include <QSignalSpy>
+#include <QTest>
+#include <QWheelEvent>
+#include <gtest/gtest.h>
+
+#include "canvas/view/CanvasMaps.h"
+#include "canvas/view/CanvasView.h"
+#include "canvas/view/TitleEditor.h"
+#include "editor/WindowCommands.h"
+#include "platform/Bookmarks.h"
+#include "platform/Log.h"
+#include "platform/Scheduler.h"
+#include "platform/SettingsStore.h"
+
+namespace quilmora::test {
+
+// The canvas in a window of 800 × 600, fed with events as the platform sends them.
+class WindowRig {
+ public:
+  explicit WindowRig(MindMap map) : editor(std::move(map), EditorServices{clock, settings, bookmarks, log}) {
+    window.resize(800, 600);
+    view.setGeometry(0, 0, 800, 600);
+    window.show();
+    window.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+    view.setFocus();
+    QApplication::processEvents();
+  }
+
+  ManualClock clock;
+  ManualScheduler scheduler;
+  MemorySettingsStore settings;
+  PathBookmarks bookmarks;
+  MemoryLog log;
+  NotificationCenter notifications;
+  MindMapViewModel editor;
+  WindowCommands commands{editor};
+  QWidget window;
+  CanvasView view{editor, commands, notifications, scheduler, clock, &window};
+
+  QWindow* handle() { return window.windowHandle(); }
+  // Where a topic's centre shows, plus an offset in view pixels.
+  QPoint at(int number, QPoint offset = {}) {
+    const QPointF shown = editor.nodeByID(topicId(number))->position * editor.canvasZoom() + editor.canvasOffset();
+    return shown.toPoint() + offset;
+  }
+  void mouse(QTest::MouseAction action, QPoint to, Qt::MouseButton button = Qt::LeftButton,
+             Qt::KeyboardModifiers modifiers = {}) {
+    QTest::mouseEvent(action, handle(), action == QTest::MouseMove ? Qt::NoButton : button, modifiers, to);
+  }
+  void click(QPoint to, Qt::KeyboardModifiers modifiers = {}) {
+    mouse(QTest::MousePress, to, Qt::LeftButton, modifiers);
+    mouse(QTest::MouseRelease, to, Qt::LeftButton, modifiers);
+  }
+  void drag(QPoint from, QPoint to, Qt::MouseButton button = Qt::LeftButton, Qt::KeyboardModifiers modifiers = {}) {
+    mouse(QTest::MouseMove, from, button, modifiers);
+    mouse(QTest::MousePress, from, button, modifiers);
+    mouse(QTest::MouseMove, (from + to) / 2, button, modifiers);
+    mouse(QTest::MouseMove, to, button, modifiers);
+    mouse(QTest::MouseRelease, to, button, modifiers);
+  }
+  void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(handle(), key, modifiers); }
+  void type(const QString& text) { QTest::keyClicks(QApplication::focusWidget(), text); }
+  void wheel(QPoint to, QPoint pixelDelta, QPoint angleDelta, Qt::KeyboardModifiers modifiers = {},
+             Qt::ScrollPhase phase = Qt::NoScrollPhase) {
+    QWheelEvent event(to, view.mapToGlobal(to), pixelDelta, angleDelta, Qt::NoButton, modifiers, phase, false);
+    QCoreApplication::sendEvent(&view, &event);
+  }
+  // Double-clicks the topic and lets the title field take the keyboard.
+  TitleEditor* editTitleOf(int number) {
+    QTest::mouseDClick(handle(), Qt::LeftButton, {}, at(number));
+    scheduler.advance(TitleEditor::focusDelay);
+    return view.titleEditor();
+  }
+  QString titleOf(int number) { return editor.nodeByID(topicId(number))->title; }
+};
+
+}  // namespace quilmora::test
