@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <optional>
 #include <system_error>
+#include <utility>
 
 #include <QFile>
 #include <QRandomGenerator>
@@ -57,27 +58,33 @@ QString causeOf(int error, const QByteArray& folder) {
   }
 }
 
-// One write of one file. The temporary file goes with the object unless it took the file's place.
+// One write of one file. What was not put in the file's place goes with the object.
 class WholeFileWrite {
  public:
   explicit WholeFileWrite(const QByteArray& path) : m_path(path), m_folder(folderOf(path)) {}
   WholeFileWrite(const WholeFileWrite&) = delete;
   WholeFileWrite& operator=(const WholeFileWrite&) = delete;
-  ~WholeFileWrite() {
-    if (m_descriptor >= 0) ::close(m_descriptor);
-    if (!m_temporaryPath.isEmpty()) ::unlink(m_temporaryPath.constData());
-  }
+  ~WholeFileWrite() { drop(); }
 
   // Returns an empty text or the cause of the failure.
   QString run(const QByteArray& data) {
     const QString refusal = followLinks();
     if (!refusal.isEmpty()) return refusal;
-    if (!createTemporary() || !writeAll(data) || !flush() || !replace()) return causeOf(errno, m_folder);
+    // A file without a name leaves no trace when the process is killed while it writes, but not every disk has them.
+    const bool isReady = prepare(data, &WholeFileWrite::createUnnamed) || prepare(data, &WholeFileWrite::createNamed);
+    if (!isReady || !replace()) return causeOf(errno, m_folder);
     flushFolder();
     return {};
   }
 
  private:
+  void drop() {
+    const int error = errno;
+    if (m_descriptor >= 0) ::close(std::exchange(m_descriptor, -1));
+    if (!m_temporaryPath.isEmpty()) ::unlink(std::exchange(m_temporaryPath, {}).constData());
+    errno = error;
+  }
+
   // Finds the file that is to be replaced: a link stays a link, and what it leads to is written.
   QString followLinks() {
     for (int followed = 0; followed <= maxLinksFollowed; ++followed) {
@@ -86,7 +93,7 @@ class WholeFileWrite {
         return errno == ENOENT ? QString() : causeOf(errno, m_folder);
       }
       if (!S_ISLNK(status.st_mode)) return examine(status);
-      QByteArray target(status.st_size > 0 ? static_cast<qsizetype>(status.st_size) + 1 : 4096, '\0');
+      QByteArray target(4096, '\0');
       const ssize_t length = ::readlink(m_path.constData(), target.data(), static_cast<std::size_t>(target.size()));
       if (length < 0) return causeOf(errno, m_folder);
       target.truncate(length);
@@ -107,16 +114,46 @@ class WholeFileWrite {
     return {};
   }
 
-  bool createTemporary() {
+  // Leaves the whole content on the disk, beside the file that it is to replace.
+  bool prepare(const QByteArray& data, bool (WholeFileWrite::*create)(mode_t)) {
     // A file that others must not read stays so from the first byte on; a new one gets what the user's mask leaves.
-    const mode_t mode = m_existing ? 0600 : 0666;
-    for (int attempt = 0; attempt < maxTemporaryNames; ++attempt) {
+    if ((this->*create)(m_existing ? 0600 : 0666) && keepAttributes() && writeAll(data) && flush() && giveName() &&
+        closeFile()) {
+      return true;
+    }
+    drop();
+    return false;
+  }
+
+  bool createUnnamed(mode_t mode) {
+    m_descriptor = ::open(m_folder.constData(), O_WRONLY | O_TMPFILE | O_CLOEXEC, mode);
+    return m_descriptor >= 0;
+  }
+
+  bool createNamed(mode_t mode) {
+    return tryNames([&](const QByteArray& path) {
+      m_descriptor = ::open(path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode);
+      return m_descriptor >= 0;
+    });
+  }
+
+  bool giveName() {
+    if (!m_temporaryPath.isEmpty()) return true;
+    const QByteArray unnamed = "/proc/self/fd/" + QByteArray::number(m_descriptor);
+    return tryNames([&](const QByteArray& path) {
+      return ::linkat(AT_FDCWD, unnamed.constData(), AT_FDCWD, path.constData(), AT_SYMLINK_FOLLOW) == 0;
+    });
+  }
+
+  // Takes the first name in the folder with which `attempt` succeeds.
+  template <class Attempt>
+  bool tryNames(Attempt attempt) {
+    for (int count = 0; count < maxTemporaryNames; ++count) {
       const QByteArray number = QByteArray::number(QRandomGenerator::system()->generate64(), 36);
       const QByteArray path = m_folder + "/.quilmora-" + number;
-      m_descriptor = ::open(path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode);
-      if (m_descriptor >= 0) {
+      if (attempt(path)) {
         m_temporaryPath = path;
-        return keepAttributes();
+        return true;
       }
       if (errno != EEXIST) return false;
     }
@@ -145,13 +182,10 @@ class WholeFileWrite {
     return true;
   }
 
-  // Some disks tell of a failed write only here, so no result may be overlooked.
-  bool flush() {
-    if (::fsync(m_descriptor) != 0 && errno != EINVAL && errno != ENOTSUP) return false;
-    const int descriptor = m_descriptor;
-    m_descriptor = -1;
-    return ::close(descriptor) == 0 || errno == EINTR;
-  }
+  // Some disks tell of a failed write only here or in closing, so neither result may be overlooked.
+  bool flush() { return ::fsync(m_descriptor) == 0 || errno == EINVAL || errno == ENOTSUP; }
+
+  bool closeFile() { return ::close(std::exchange(m_descriptor, -1)) == 0 || errno == EINTR; }
 
   bool replace() {
     if (::rename(m_temporaryPath.constData(), m_path.constData()) != 0) return false;

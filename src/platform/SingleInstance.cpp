@@ -77,11 +77,11 @@ SingleInstance::SingleInstance(QString lockPath, QString socketPath, QObject* pa
   connect(&m_server, &QLocalServer::newConnection, this, &SingleInstance::acceptConnections);
 }
 
-SingleInstance* SingleInstance::forUser(QObject* parent) {
+std::unique_ptr<SingleInstance> SingleInstance::forUser() {
   const QString folder =
       QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + QStringLiteral("/Quilmora");
-  return new SingleInstance(folder + QStringLiteral("/running.lock"), folder + QStringLiteral("/running.socket"),
-                            parent);
+  return std::make_unique<SingleInstance>(folder + QStringLiteral("/running.lock"),
+                                          folder + QStringLiteral("/running.socket"));
 }
 
 SingleInstance::~SingleInstance() {

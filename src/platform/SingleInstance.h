@@ -1,5 +1,7 @@
 #pragma once
 
+#include <memory>
+
 #include <QLocalServer>
 #include <QObject>
 #include <QStringList>
@@ -27,7 +29,7 @@ class SingleInstance : public QObject {
   // `lockPath` and `socketPath` are absolute; their folders are made when they are missing.
   SingleInstance(QString lockPath, QString socketPath, QObject* parent = nullptr);
   // Beside the user's settings file, because those settings and documents are what two editors must not share.
-  static SingleInstance* forUser(QObject* parent = nullptr);
+  static std::unique_ptr<SingleInstance> forUser();
   ~SingleInstance() override;
 
   // Becomes the first, or hands `documents` over (none: the running editor is only to show itself). Relative paths are
