@@ -1,214 +1,238 @@
-#include <functional>
+#include <cmath>
+#include <map>
 #include <numbers>
+#include <set>
 
-#include <gtest/gtest.h>
+#include <rapidcheck.h>
 
-#include "layout/LeftRightTreeLayout.h"
-#include "layout/OrgChartLayout.h"
 #include "layout/RadialLayout.h"
+#include "layout/SmallMap.h"
+#include "support/MapGenerators.h"
 
-namespace quilmora {
+using namespace quilmora;
+using namespace quilmora::test;
+
 namespace {
 
-constexpr QSizeF canvas(1000.0, 600.0);
-constexpr QPointF center(500.0, 300.0);
+constexpr double pi = std::numbers::pi;
 
-// Topics 0 to n - 1 and edges between them by number; a number from n on names no topic.
-struct SmallMap {
-  SharedArray<Node> nodes;
-  SharedArray<Edge> edges;
-  std::vector<QUuid> ids;
-
-  SmallMap(int count, std::initializer_list<std::pair<int, int>> links, int extraIds = 0) {
-    for (int i = 0; i < count + extraIds; ++i) ids.push_back(QUuid::createUuid());
-    for (int i = 0; i < count; ++i) {
-      Node node;
-      node.id = ids[i];
-      nodes.append(node);
-    }
-    for (const auto& [from, to] : links) {
-      Edge edge;
-      edge.id = QUuid::createUuid();
-      edge.from = ids[from];
-      edge.to = ids[to];
-      edges.append(edge);
-    }
-  }
-
-  QPointF at(const LayoutAlgorithm& layout, int number) const {
-    return layout.computePositions(nodes, edges, canvas).find(ids[number]).value();
-  }
-};
-
-void expectPoint(QPointF actual, double x, double y) {
-  EXPECT_NEAR(actual.x(), x, 1e-9);
-  EXPECT_NEAR(actual.y(), y, 1e-9);
+PositionTable place(int count, const std::vector<Ends>& ends) {
+  return SmallMap(count, ends).place(RadialLayout());
 }
 
+void expectOnRing(const PositionTable& table, int number, double radius, double angle) {
+  expectAt(table, number, 500.0 + radius * std::cos(angle), 300.0 + radius * std::sin(angle));
+}
+
+// The rules as they read: every path is walked, and the last write stands. Ends only where no root reaches a cycle.
+class Reference {
+ public:
+  Reference(const RadialLayout& layout, const SmallMap& map) : m_layout(layout) {
+    std::set<QUuid> targets;
+    for (const Edge& edge : map.edges) {
+      targets.insert(edge.to);
+      m_children[edge.from].push_back(edge.to);
+    }
+    std::vector<QUuid> roots;
+    for (const Node& node : map.nodes)
+      if (!targets.count(node.id)) roots.push_back(node.id);
+    for (const QUuid& root : roots) leafCount(root);
+    if (roots.size() == 1) {
+      points[roots[0]] = QPointF(500.0, 300.0);
+      placeChildren(roots[0], 1, 0.0, 2.0 * pi);
+    } else {
+      const double n = static_cast<double>(roots.size());
+      for (std::size_t i = 0; i < roots.size(); ++i) {
+        const double angle = static_cast<double>(i) * 2.0 * pi / n;
+        points[roots[i]] = onRing(layout.baseRadius, angle);
+        placeChildren(roots[i], 1, angle - pi / n, angle + pi / n);
+      }
+    }
+    int k = 0;
+    for (const Node& node : map.nodes)
+      if (!points.count(node.id)) points[node.id] = QPointF(50.0 + 80.0 * k++, 550.0);
+  }
+
+  std::map<QUuid, QPointF> points;
+
+ private:
+  static QPointF onRing(double radius, double angle) {
+    return {500.0 + radius * std::cos(angle), 300.0 + radius * std::sin(angle)};
+  }
+
+  double leafCount(const QUuid& id) {
+    if (m_memo.count(id)) return m_memo[id];
+    if (!m_inProgress.insert(id).second) return 1.0;
+    double sum = 0.0;
+    for (const QUuid& child : m_children[id]) sum += leafCount(child);
+    m_inProgress.erase(id);
+    return m_memo[id] = m_children[id].empty() ? 1.0 : sum;
+  }
+
+  double entry(const QUuid& id) { return m_memo.count(id) ? m_memo[id] : 1.0; }
+
+  void placeChildren(const QUuid& parent, int depth, double start, double end) {
+    const std::vector<QUuid> children = m_children[parent];
+    double total = 0.0;
+    for (const QUuid& child : children) total += entry(child);
+    double running = start;
+    for (const QUuid& child : children) {
+      const double slice = (end - start) * (entry(child) / total);
+      points[child] = onRing((depth - 1) * m_layout.ringSpacing + m_layout.baseRadius, running + slice * 0.5);
+      placeChildren(child, depth + 1, running, running + slice);
+      running += slice;
+    }
+  }
+
+  const RadialLayout& m_layout;
+  std::map<QUuid, std::vector<QUuid>> m_children;
+  std::map<QUuid, double> m_memo;
+  std::set<QUuid> m_inProgress;
+};
+
+// Topics in any order, some doubled, some missing, with edges from lower to higher numbers, so that no root reaches a
+// cycle; and at times a cycle of two that leads into them.
+Drawing anyLayeredDrawing() {
+  Drawing drawing;
+  drawing.numbers = *rc::gen::container<std::vector<int>>(rc::gen::inRange(0, 9));
+  const auto ends =
+      *rc::gen::container<std::vector<Ends>>(rc::gen::pair(rc::gen::inRange(0, 10), rc::gen::inRange(0, 10)));
+  for (const auto& [a, b] : ends)
+    if (a != b) drawing.ends.push_back({std::min(a, b), std::max(a, b)});
+  if (drawing.ends.size() > 14) drawing.ends.resize(14);
+  if (*rc::gen::arbitrary<bool>()) {
+    drawing.numbers.insert(drawing.numbers.end(), {20, 21});
+    drawing.ends.insert(drawing.ends.end(), {{20, 21}, {21, *rc::gen::inRange(0, 10)}, {21, 20}});
+  }
+  return drawing;
+}
+
+}  // namespace
+
 TEST(RadialLayout, PutsASingleTopicOnTheCanvasCentre) {
-  expectPoint(SmallMap(1, {}).at(RadialLayout(), 0), center.x(), center.y());
+  expectAt(place(1, {}), 0, 500.0, 300.0);
 }
 
 TEST(RadialLayout, PutsAnOnlyChildToTheLeftOfTheRoot) {
-  const SmallMap map(2, {{0, 1}});
-  expectPoint(map.at(RadialLayout(), 0), 500.0, 300.0);
-  expectPoint(map.at(RadialLayout(), 1), 300.0, 300.0);
+  const PositionTable placed = place(2, {{0, 1}});
+  expectAt(placed, 0, 500.0, 300.0);
+  expectAt(placed, 1, 300.0, 300.0);
 }
 
 TEST(RadialLayout, PutsTwoLoneRootsRightAndLeft) {
-  const SmallMap map(2, {});
-  expectPoint(map.at(RadialLayout(), 0), 700.0, 300.0);
-  expectPoint(map.at(RadialLayout(), 1), 300.0, 300.0);
+  const PositionTable placed = place(2, {});
+  expectAt(placed, 0, 700.0, 300.0);
+  expectAt(placed, 1, 300.0, 300.0);
+}
+
+TEST(RadialLayout, GoesRoundInEdgeOrderFromThreeOClock) {
+  const PositionTable placed = place(5, {{0, 3}, {0, 1}, {0, 4}, {0, 2}});
+  expectOnRing(placed, 3, 200.0, 0.25 * pi);
+  expectOnRing(placed, 1, 200.0, 0.75 * pi);
+  expectOnRing(placed, 4, 200.0, 1.25 * pi);
+  expectOnRing(placed, 2, 200.0, 1.75 * pi);
 }
 
 TEST(RadialLayout, GivesSectorsByLeaves) {
   // The first branch has three leaves, the second one: slices of 3/4 and 1/4 of the circle.
-  const SmallMap map(6, {{0, 1}, {0, 2}, {1, 3}, {1, 4}, {1, 5}});
-  const double first = 0.75 * std::numbers::pi;
-  const double second = 1.75 * std::numbers::pi;
-  expectPoint(map.at(RadialLayout(), 1), 500.0 + 200.0 * std::cos(first), 300.0 + 200.0 * std::sin(first));
-  expectPoint(map.at(RadialLayout(), 2), 500.0 + 200.0 * std::cos(second), 300.0 + 200.0 * std::sin(second));
+  const PositionTable placed = place(6, {{0, 1}, {0, 2}, {1, 3}, {1, 4}, {1, 5}});
+  expectOnRing(placed, 1, 200.0, 0.75 * pi);
+  expectOnRing(placed, 2, 200.0, 1.75 * pi);
   // The middle leaf of the three stands behind its parent, on the next ring.
-  expectPoint(map.at(RadialLayout(), 4), 500.0 + 380.0 * std::cos(first), 300.0 + 380.0 * std::sin(first));
+  expectOnRing(placed, 3, 380.0, 0.25 * pi);
+  expectOnRing(placed, 4, 380.0, 0.75 * pi);
+  expectOnRing(placed, 5, 380.0, 1.25 * pi);
 }
 
 TEST(RadialLayout, KeepsTheChildrenOfSeveralRootsOnTheFirstRing) {
-  const SmallMap map(3, {{0, 2}});
-  expectPoint(map.at(RadialLayout(), 0), 700.0, 300.0);
-  expectPoint(map.at(RadialLayout(), 2), 700.0, 300.0);
+  const PositionTable placed = place(5, {{0, 2}, {1, 3}, {1, 4}});
+  expectAt(placed, 0, 700.0, 300.0);
+  expectAt(placed, 2, 700.0, 300.0);
+  expectAt(placed, 1, 300.0, 300.0);
+  expectOnRing(placed, 3, 200.0, 0.75 * pi);
+  expectOnRing(placed, 4, 200.0, 1.25 * pi);
 }
 
 TEST(RadialLayout, LetsTheLastPathDecideForTwoParents) {
   // Topic 3 lies below 1 and below 2: the later path, under 2, stands. Both branches own half of the circle.
-  const SmallMap map(4, {{0, 1}, {0, 2}, {1, 3}, {2, 3}});
-  const double second = 1.5 * std::numbers::pi;
-  expectPoint(map.at(RadialLayout(), 3), 500.0 + 380.0 * std::cos(second), 300.0 + 380.0 * std::sin(second));
+  expectOnRing(place(4, {{0, 1}, {0, 2}, {1, 3}, {2, 3}}), 3, 380.0, 1.5 * pi);
 }
 
 TEST(RadialLayout, PutsAPureCycleInTheBottomRow) {
-  const SmallMap map(3, {{0, 1}, {1, 2}, {2, 0}});
-  expectPoint(map.at(RadialLayout(), 0), 50.0, 550.0);
-  expectPoint(map.at(RadialLayout(), 1), 130.0, 550.0);
-  expectPoint(map.at(RadialLayout(), 2), 210.0, 550.0);
+  const PositionTable placed = place(3, {{0, 1}, {1, 2}, {2, 0}});
+  expectAt(placed, 0, 50.0, 550.0);
+  expectAt(placed, 1, 130.0, 550.0);
+  expectAt(placed, 2, 210.0, 550.0);
 }
 
-TEST(RadialLayout, EndsOnACycleBelowARootAndOnALadderOfDiamonds) {
-  const SmallMap cycle(3, {{0, 1}, {1, 2}, {2, 1}});
-  EXPECT_EQ(RadialLayout().computePositions(cycle.nodes, cycle.edges, canvas).size(), 3u);
-
-  SmallMap ladder(1 + 3 * 200, {});
-  const auto link = [&ladder](int from, int to) {
-    Edge edge;
-    edge.from = ladder.ids[from];
-    edge.to = ladder.ids[to];
-    ladder.edges.append(edge);
-  };
-  for (int step = 0; step < 200; ++step) {
-    const int top = 3 * step;
-    link(top, top + 1);
-    link(top, top + 2);
-    link(top + 1, top + 3);
-    link(top + 2, top + 3);
-  }
-  const PositionTable placed = RadialLayout().computePositions(ladder.nodes, ladder.edges, canvas);
-  EXPECT_EQ(placed.size(), 601u);
-  for (const QPointF& point : placed.points()) EXPECT_TRUE(std::isfinite(point.x()) && std::isfinite(point.y()));
+TEST(RadialLayout, PutsWhatNoRootReachesInTheBottomRow) {
+  const PositionTable placed = place(4, {{1, 2}, {2, 1}, {2, 3}});
+  expectAt(placed, 0, 500.0, 300.0);
+  expectAt(placed, 1, 50.0, 550.0);
+  expectAt(placed, 2, 130.0, 550.0);
+  expectAt(placed, 3, 210.0, 550.0);
 }
 
-// The rule as it reads: every path is walked, and the last write stands.
-void placeNaively(int parent, int depth, double start, double end, std::vector<QPointF>& points,
-                  const std::function<double(int)>& leaves, const std::vector<std::vector<int>>& children) {
-  double total = 0.0;
-  for (const int child : children[parent]) total += leaves(child);
-  const double radius = (depth - 1) * 180.0 + 200.0;
-  double running = start;
-  for (const int child : children[parent]) {
-    const double slice = (end - start) * (leaves(child) / total);
-    points[child] =
-        QPointF(500.0 + radius * std::cos(running + slice * 0.5), 300.0 + radius * std::sin(running + slice * 0.5));
-    placeNaively(child, depth + 1, running, running + slice, points, leaves, children);
-    running += slice;
-  }
+TEST(RadialLayout, OfNoTopicsIsEmptyWhateverTheEdges) {
+  EXPECT_TRUE(place(0, {{0, 1}}).empty());
 }
 
-TEST(RadialLayout, AgreesWithTheNaiveWalkWhereTopicsHaveSeveralParents) {
-  // Topics link to later ones only, so that the naive walk ends.
-  std::uint32_t state = 12345;
-  const auto random = [&state](int bound) {
-    state = state * 1664525u + 1013904223u;
-    return static_cast<int>((state >> 8) % static_cast<unsigned>(bound));
-  };
-  for (int round = 0; round < 200; ++round) {
-    const int count = 2 + random(8);
-    SmallMap map(count, {});
-    std::vector<std::vector<int>> children(count);
-    for (int to = 1; to < count; ++to)
-      for (int k = 1 + random(2); k > 0; --k) {
-        const int from = random(to);
-        Edge edge;
-        edge.from = map.ids[from];
-        edge.to = map.ids[to];
-        map.edges.append(edge);
-        children[from].push_back(to);
-      }
-    const std::function<double(int)> leaves = [&](int number) {
-      if (children[number].empty()) return 1.0;
-      double sum = 0.0;
-      for (const int child : children[number]) sum += leaves(child);
-      return sum;
-    };
-    std::vector<QPointF> expected(count, center);
-    placeNaively(0, 1, 0.0, 2.0 * std::numbers::pi, expected, leaves, children);
-    for (int number = 0; number < count; ++number)
-      expectPoint(map.at(RadialLayout(), number), expected[number].x(), expected[number].y());
-  }
+TEST(RadialLayout, IsNeitherCentredNorKeptInsideTheCanvas) {
+  const PositionTable placed = chainOf(8).place(RadialLayout());
+  for (int i = 1; i < 8; ++i) expectAt(placed, i, 300.0 - 180.0 * (i - 1), 300.0);
 }
 
-TEST(LeftRightTreeLayout, SendsChildrenRightAndLeftInTurn) {
-  const SmallMap map(4, {{0, 1}, {0, 2}, {0, 3}});
-  expectPoint(map.at(LeftRightTreeLayout(), 1), 750.0, 300.0);
-  expectPoint(map.at(LeftRightTreeLayout(), 2), 250.0, 300.0);
-  expectPoint(map.at(LeftRightTreeLayout(), 3), 750.0, 380.0);
+TEST(RadialLayout, EndsOnACycleThatARootReaches) {
+  const PositionTable placed = place(3, {{0, 1}, {1, 2}, {2, 1}});
+  ASSERT_EQ(placed.size(), 3u);
+  expectAt(placed, 1, 300.0, 300.0);
+  expectAt(placed, 2, 120.0, 300.0);
 }
 
-TEST(LeftRightTreeLayout, CentresDeeperChildrenOnTheirParent) {
-  const SmallMap map(4, {{0, 1}, {1, 2}, {1, 3}});
-  expectPoint(map.at(LeftRightTreeLayout(), 2), 1000.0, 260.0);
-  expectPoint(map.at(LeftRightTreeLayout(), 3), 1000.0, 340.0);
+TEST(RadialLayout, PlacesChainsStarsAndLaddersOfAnyLength) {
+  expectOnRing(chainOf(100'000).place(RadialLayout()), 99'999, 200.0 + 180.0 * 99'998, pi);
+  const PositionTable star = starOf(100'001).place(RadialLayout());
+  ASSERT_EQ(star.size(), 100'001u);
+  const QPointF last = star.find(topicId(100'000)).value();
+  const double angle = 2.0 * pi * (1.0 - 0.5 / 100'000);
+  EXPECT_NEAR(last.x(), 500.0 + 200.0 * std::cos(angle), 1e-6);
+  EXPECT_NEAR(last.y(), 300.0 + 200.0 * std::sin(angle), 1e-6);
+  // On the ladder the last way, right at every step, decides: ever smaller sectors at the end of the circle.
+  const PositionTable ladder = ladderOf(60).place(RadialLayout());
+  ASSERT_EQ(ladder.size(), 181u);
+  expectOnRing(ladder, 1, 200.0, 0.5 * pi);
+  expectOnRing(ladder, 2, 200.0, 1.5 * pi);
+  expectOnRing(ladder, 3, 380.0, 1.5 * pi);
+  expectOnRing(ladder, 6, 740.0, 1.75 * pi);
+  EXPECT_NEAR(ladder.find(topicId(180))->x(), 500.0 + 200.0 + 180.0 * 119, 1e-6);
+  EXPECT_NEAR(ladder.find(topicId(180))->y(), 300.0, 1e-6);
+  const PositionTable longLadder = ladderOf(2000).place(RadialLayout());
+  for (const QPointF& point : longLadder.points()) EXPECT_TRUE(std::isfinite(point.x()) && std::isfinite(point.y()));
 }
 
-TEST(LeftRightTreeLayout, KeepsTheFirstVisitOfATopicWithTwoParents) {
-  const SmallMap map(4, {{0, 1}, {0, 2}, {1, 3}, {2, 3}});
-  expectPoint(map.at(LeftRightTreeLayout(), 3), 1000.0, 300.0);
+TEST(RadialLayout, AgreesWithTheNaiveWalkWhereverThatEnds) {
+  EXPECT_TRUE(rc::check("agrees with the reference", [] {
+    const Drawing drawing = *rc::gen::noShrink(rc::gen::exec(anyLayeredDrawing));
+    const SmallMap map(drawing.numbers, drawing.ends);
+    RC_PRE(!map.nodes.empty());
+    const RadialLayout layout;
+    const PositionTable placed = map.place(layout);
+    const Reference reference(layout, map);
+    RC_ASSERT(placed.size() == reference.points.size());
+    for (const auto& [id, point] : reference.points) {
+      const QPointF actual = placed.find(id).value();
+      RC_ASSERT(std::abs(actual.x() - point.x()) < 1e-9 && std::abs(actual.y() - point.y()) < 1e-9);
+    }
+  }));
 }
 
-TEST(LeftRightTreeLayout, PutsAPureCycleInTheBottomRow) {
-  const SmallMap map(2, {{0, 1}, {1, 0}});
-  expectPoint(map.at(LeftRightTreeLayout(), 0), 50.0, 550.0);
-  expectPoint(map.at(LeftRightTreeLayout(), 1), 130.0, 550.0);
+TEST(RadialLayout, GivesEveryTopicAPlaceOnEveryMap) {
+  EXPECT_TRUE(rc::check("gives every topic a place", [](const Drawing& drawing) {
+    const SmallMap map(drawing.numbers, drawing.ends);
+    const PositionTable placed = map.place(RadialLayout());
+    for (const Node& node : map.nodes) {
+      const auto point = placed.find(node.id);
+      RC_ASSERT(point && std::isfinite(point->x()) && std::isfinite(point->y()));
+    }
+  }));
 }
-
-TEST(LeftRightTreeLayout, StacksSeveralRootsOnOnePoint) {
-  const SmallMap map(4, {{0, 2}, {1, 3}});
-  expectPoint(map.at(LeftRightTreeLayout(), 0), 500.0, 300.0);
-  expectPoint(map.at(LeftRightTreeLayout(), 1), 500.0, 300.0);
-  expectPoint(map.at(LeftRightTreeLayout(), 2), 750.0, 300.0);
-  expectPoint(map.at(LeftRightTreeLayout(), 3), 750.0, 300.0);
-}
-
-TEST(OrgChartLayout, GrowsDownwardsWithItsOwnConstants) {
-  // Two leaves lie 120 + 50 apart, the root above their middle.
-  const SmallMap map(3, {{0, 1}, {0, 2}});
-  expectPoint(map.at(OrgChartLayout(), 0), 500.0, 225.0);
-  expectPoint(map.at(OrgChartLayout(), 1), 415.0, 375.0);
-  expectPoint(map.at(OrgChartLayout(), 2), 585.0, 375.0);
-}
-
-TEST(OrgChartLayout, PutsUnreachedTopicsIntoTheRootsRank) {
-  const SmallMap map(4, {{0, 1}, {2, 3}, {3, 2}});
-  EXPECT_DOUBLE_EQ(map.at(OrgChartLayout(), 2).y(), map.at(OrgChartLayout(), 0).y());
-  EXPECT_DOUBLE_EQ(map.at(OrgChartLayout(), 3).y(), map.at(OrgChartLayout(), 0).y());
-}
-
-}  // namespace
-}  // namespace quilmora
