@@ -1,11 +1,13 @@
 #include "model/JsonDiagnosis.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <string>
 
-#include <QByteArray>
 #include <QString>
+#include <locale.h>
+#include <stdlib.h>
 
 #include "model/MindMapDocument.h"
 
@@ -36,6 +38,14 @@ std::size_t sequenceLength(std::string_view text) {
   if ((lead == 0xE0 && byte(1) < 0xA0) || (lead == 0xED && byte(1) > 0x9F)) return 0;
   if ((lead == 0xF0 && byte(1) < 0x90) || (lead == 0xF4 && byte(1) > 0x8F)) return 0;
   return length;
+}
+
+// Whether a well-formed number is too large for a double; one that is too small is none the worse.
+bool isOverflow(std::string_view number) {
+  double value = 0;
+  if (std::from_chars(number.data(), number.data() + number.size(), value).ec == std::errc()) return false;
+  static const locale_t plain = ::newlocale(LC_ALL_MASK, "C", nullptr);
+  return std::isinf(::strtod_l(std::string(number).c_str(), nullptr, plain));
 }
 
 class Scanner {
@@ -205,8 +215,7 @@ class Scanner {
       if (!take('+')) take('-');
       takeDigits();
     }
-    const QByteArray token(m_text.data() + start, static_cast<qsizetype>(m_at - start));
-    if (std::isinf(token.toDouble())) failAt(start, QStringLiteral("number out of range"));
+    if (isOverflow(m_text.substr(start, m_at - start))) failAt(start, QStringLiteral("number out of range"));
     if (isWhole && wholeDigits > 18) m_longNumbers.push_back(m_at);
   }
 

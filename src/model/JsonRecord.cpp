@@ -108,10 +108,6 @@ simdjson::dom::array asArray(const Field& field) {
 std::string_view asUtf8(const Field& field) {
   std::string_view text;
   if (field.value.get(text) != simdjson::SUCCESS) fail(field.place, QStringLiteral("expected a text"));
-  // The parser lets the escape of a lone low surrogate through, which no Unicode text may hold.
-  for (std::size_t at = text.find('\xED'); at != std::string_view::npos; at = text.find('\xED', at + 1))
-    if (at + 1 < text.size() && static_cast<unsigned char>(text[at + 1]) >= 0xA0)
-      fail(field.place, QStringLiteral("half of a surrogate pair"));
   return text;
 }
 
