@@ -5,7 +5,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QRandomGenerator>
-#include <QSaveFile>
 #include <fcntl.h>
 #include <stdio.h>
 #include <sys/stat.h>
@@ -13,6 +12,7 @@
 
 #include "model/MindMapDocument.h"
 #include "model/PaddedText.h"
+#include "platform/FileWriter.h"
 
 namespace quilmora {
 
@@ -38,10 +38,10 @@ class FileDescriptor {
   switch (error) {
     case ENOENT:
     case ENOTDIR:
-      throw DocumentError(QStringLiteral("there is no such file"));
+      throw DocumentError(QStringLiteral("The file does not exist."));
     case EACCES:
     case EPERM:
-      throw DocumentError(QStringLiteral("there is no permission for this file"));
+      throw DocumentError(QStringLiteral("You have no permission to do this."));
     default:
       throw DocumentError(qt_error_string(error));
   }
@@ -49,8 +49,8 @@ class FileDescriptor {
 
 void requireRegularFile(const struct stat& status) {
   if (S_ISREG(status.st_mode)) return;
-  if (S_ISDIR(status.st_mode)) throw DocumentError(QStringLiteral("this folder holds no document.json"));
-  throw DocumentError(QStringLiteral("this is a pipe, socket or device and no file"));
+  if (S_ISDIR(status.st_mode)) throw DocumentError(QStringLiteral("This folder holds no document.json."));
+  throw DocumentError(QStringLiteral("This is a pipe, a socket or a device and not a file."));
 }
 
 PaddedText readWhole(const QByteArray& path) {
@@ -63,7 +63,7 @@ PaddedText readWhole(const QByteArray& path) {
   if (file.number() < 0 || ::fstat(file.number(), &status) != 0) failWithSystemError(errno);
   requireRegularFile(status);
 
-  const auto tooLarge = [] { return DocumentError(QStringLiteral("the file is too large")); };
+  const auto tooLarge = [] { return DocumentError(QStringLiteral("The file is too large.")); };
   if (static_cast<std::uint64_t>(status.st_size) > PaddedText::maxSize) throw tooLarge();
   // One byte more than expected, so that a file that has not grown ends within the first round.
   std::size_t capacity = static_cast<std::size_t>(status.st_size) + 1;
@@ -85,15 +85,15 @@ PaddedText readWhole(const QByteArray& path) {
 }
 
 void writeFile(const QString& path, const QByteArray& bytes) {
-  QSaveFile file(path);
-  if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
-    throw DocumentError(file.errorString());
+  const QString failure = DiskFileWriter().write(path, bytes);
+  if (!failure.isEmpty()) throw DocumentError(failure);
 }
 
 void ensureFolder(const QString& path) {
   if (!QFileInfo(path).isDir() && ::mkdir(QFile::encodeName(path).constData(), 0777) != 0) failWithSystemError(errno);
 }
 
+// The text comes last: what went wrong before it has changed no document.
 void fillPackage(const QString& folder, const QByteArray& json) {
   ensureFolder(folder + QStringLiteral("/Assets"));
   ensureFolder(folder + QStringLiteral("/Thumbnails"));
@@ -126,7 +126,7 @@ void writePackage(const MindMap& map, const QString& path) {
   const QByteArray json = encodeDocument(map);
   if (existing.exists() || existing.isSymLink()) {
     if (!existing.isDir() || !QFileInfo(target + QLatin1Char('/') + documentName).isFile())
-      throw DocumentError(QStringLiteral("something that is no package stands in its place"));
+      throw DocumentError(QStringLiteral("Something that is no package has this name."));
     fillPackage(target, json);
     return;
   }

@@ -151,7 +151,7 @@ TEST(DocumentHostile, LongUnknownValuesAreQuotedInPart) {
   EXPECT_EQ(refusalOf("\"tree\"", "\"a\\nb\""), "layout: unknown value \"a\uFFFDb\"");
 }
 
-TEST(DocumentHostile, AHundredThousandUnknownKeysTakeNoQuadraticTime) {
+TEST(DocumentHostile, ManyUnknownKeysTakeNoQuadraticTime) {
   QByteArray keys = "\"version\": 1";
   for (int i = 0; i < 200'000; ++i) keys += ", \"k" + QByteArray::number(i) + "\": 0";
   const QByteArray json = documentWithText("\"version\": 1", keys.constData());
