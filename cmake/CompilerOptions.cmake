@@ -6,5 +6,5 @@ if(QUILMORA_SANITIZE)
   add_compile_options(-fsanitize=${QUILMORA_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   add_link_options(-fsanitize=${QUILMORA_SANITIZE})
   # GCC's flow analysis reports false uninitialised uses inside instrumented standard headers.
-  add_compile_options(-Wno-maybe-uninitialized)
+  add_compile_options($<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
 endif()

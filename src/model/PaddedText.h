@@ -14,7 +14,7 @@ struct PaddedText {
   static constexpr std::size_t maxSize = 0xFFFFFFFFu - padding;
 
   struct Free {
-    void operator()(char* bytes) const { std::free(bytes); }
+    void operator()(char* block) const { std::free(block); }
   };
 
   std::unique_ptr<char[], Free> bytes;

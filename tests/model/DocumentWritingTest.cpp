@@ -1,5 +1,6 @@
 #include <limits>
 
+#include <QFile>
 #include <gtest/gtest.h>
 
 #include "DocumentText.h"
@@ -244,6 +245,16 @@ TEST(DocumentWriting, DatesOfOtherYearsBecomeTheNearestThatCanBeWritten) {
   EXPECT_TRUE(json.contains("\"createdAt\": \"0000-01-01T00:00:00Z\""));
   EXPECT_TRUE(json.contains("\"updatedAt\": \"9999-12-31T23:59:59Z\""));
   EXPECT_EQ(decodeDocument(json), map);
+}
+
+TEST(DocumentWriting, TheExampleOfTheFormatsDescriptionIsWhatIsWritten) {
+  QFile file(QStringLiteral(QUILMORA_SOURCE_FOLDER "/docs/document-format.md"));
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  const QByteArray page = file.readAll();
+  const QByteArray fence("```json\n");
+  const qsizetype start = page.indexOf(fence) + fence.size();
+  const QByteArray example = page.mid(start, page.indexOf("```", start) - start);
+  EXPECT_EQ(encodeDocument(decodeDocument(example)).toStdString(), example.toStdString());
 }
 
 TEST(DocumentWriting, AgreesWithAnotherReaderOfJson) {
