@@ -38,10 +38,10 @@ class FileDescriptor {
   switch (error) {
     case ENOENT:
     case ENOTDIR:
-      throw DocumentError(QStringLiteral("The file does not exist."));
+      throw DocumentError(QStringLiteral("there is no such file"));
     case EACCES:
     case EPERM:
-      throw DocumentError(QStringLiteral("You have no permission to do this."));
+      throw DocumentError(QStringLiteral("permission denied"));
     default:
       throw DocumentError(qt_error_string(error));
   }
@@ -49,8 +49,8 @@ class FileDescriptor {
 
 void requireRegularFile(const struct stat& status) {
   if (S_ISREG(status.st_mode)) return;
-  if (S_ISDIR(status.st_mode)) throw DocumentError(QStringLiteral("This folder holds no document.json."));
-  throw DocumentError(QStringLiteral("This is a pipe, a socket or a device and not a file."));
+  if (S_ISDIR(status.st_mode)) throw DocumentError(QStringLiteral("this folder holds no document.json"));
+  throw DocumentError(QStringLiteral("this is a pipe, a socket or a device and not a file"));
 }
 
 PaddedText readWhole(const QByteArray& path) {
@@ -63,7 +63,7 @@ PaddedText readWhole(const QByteArray& path) {
   if (file.number() < 0 || ::fstat(file.number(), &status) != 0) failWithSystemError(errno);
   requireRegularFile(status);
 
-  const auto tooLarge = [] { return DocumentError(QStringLiteral("The file is too large.")); };
+  const auto tooLarge = [] { return DocumentError(QStringLiteral("the file is too large")); };
   if (static_cast<std::uint64_t>(status.st_size) > PaddedText::maxSize) throw tooLarge();
   // One byte more than expected, so that a file that has not grown ends within the first round.
   std::size_t capacity = static_cast<std::size_t>(status.st_size) + 1;
@@ -126,10 +126,11 @@ void writePackage(const MindMap& map, const QString& path) {
   const QByteArray json = encodeDocument(map);
   if (existing.exists() || existing.isSymLink()) {
     if (!existing.isDir() || !QFileInfo(target + QLatin1Char('/') + documentName).isFile())
-      throw DocumentError(QStringLiteral("Something that is no package has this name."));
+      throw DocumentError(QStringLiteral("something that is no package has this name"));
     fillPackage(target, json);
     return;
   }
+  if (!QFileInfo(existing.absolutePath()).isDir()) throw DocumentError(QStringLiteral("there is no such folder"));
   const QString name =
       QStringLiteral(".%1.%2").arg(existing.fileName()).arg(QRandomGenerator::system()->generate64(), 0, 16);
   const QString temporary = existing.absolutePath() + QLatin1Char('/') + name;
