@@ -1,0 +1,136 @@
+#include "app/CommandActions.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QTextEdit>
+
+#include "editor/MindMapViewModel.h"
+#include "themes/Theme.h"
+
+namespace quilmora {
+
+namespace {
+
+bool isTextField(const QWidget* widget) {
+  return qobject_cast<const QLineEdit*>(widget) != nullptr || qobject_cast<const QTextEdit*>(widget) != nullptr ||
+         qobject_cast<const QPlainTextEdit*>(widget) != nullptr;
+}
+
+}  // namespace
+
+CommandActions::CommandActions(MindMapViewModel& editor, NotificationCenter& notifications, Handlers handlers,
+                               QWidget* window)
+    : QObject(window),
+      m_editor(editor),
+      m_notifications(notifications),
+      m_handlers(std::move(handlers)),
+      m_window(window) {
+  for (const Command& command : commandTable()) {
+    if (command.action == Command::Action::submenu) continue;
+    auto* action = new QAction(command.text, this);
+    action->setObjectName(command.id);
+    action->setShortcut(command.keySequence());
+    action->setMenuRole(QAction::NoRole);
+    action->setCheckable(command.action == Command::Action::applyTheme);
+    connect(action, &QAction::triggered, this, [this, &command] { trigger(command); });
+    m_actions.emplace(command.id, action);
+  }
+  connect(&notifications, &NotificationCenter::receiversChanged, this, &CommandActions::refresh);
+  connect(&editor, &MindMapViewModel::historyChanged, this, &CommandActions::refresh);
+  connect(&editor, &MindMapViewModel::mindMapChanged, this, &CommandActions::refresh);
+  connect(&editor, &MindMapViewModel::selectedNodeIDsChanged, this, &CommandActions::refresh);
+  connect(&editor, &MindMapViewModel::selectedEdgeIDsChanged, this, &CommandActions::refresh);
+  connect(&editor, &MindMapViewModel::selectedRegionIDChanged, this, &CommandActions::refresh);
+  connect(&editor, &MindMapViewModel::collapsedNodeIDsChanged, this, &CommandActions::refresh);
+  connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { focusChanged(now); });
+  refresh();
+}
+
+QAction* CommandActions::action(const QString& id) const {
+  const auto found = m_actions.find(id);
+  return found == m_actions.end() ? nullptr : found->second;
+}
+
+void CommandActions::focusChanged(QWidget* now) {
+  if (qobject_cast<QMenuBar*>(now) != nullptr || qobject_cast<QMenu*>(now) != nullptr) return;
+  const bool isOurs = now != nullptr && now->window() == m_window;
+  m_textField = isOurs && isTextField(now) ? now : nullptr;
+  refresh();
+}
+
+bool CommandActions::isEnabled(const Command& command) const {
+  switch (command.action) {
+    case Command::Action::post:
+      return m_notifications.hasReceiver(*command.notification) && isPossible(*command.notification);
+    case Command::Action::submenu: return true;
+    case Command::Action::deleteSelection:
+      return !m_editor.selectedNodeIDs().empty() || !m_editor.selectedEdgeIDs().empty() ||
+             m_editor.selectedRegionID().has_value();
+    case Command::Action::cut:
+    case Command::Action::copy:
+    case Command::Action::paste:
+    case Command::Action::selectAll: return m_textField != nullptr;
+    case Command::Action::applyTheme: return true;
+    case Command::Action::settings: return m_handlers.settings != nullptr;
+    case Command::Action::about: return m_handlers.about != nullptr;
+    case Command::Action::quit: return m_handlers.quit != nullptr;
+  }
+  return false;
+}
+
+bool CommandActions::isPossible(Notification notification) const {
+  const auto isCollapsed = [this](const QUuid& id) { return m_editor.collapsedNodeIDs().contains(id); };
+  switch (notification) {
+    case Notification::undo: return m_editor.undoCount() > 0;
+    case Notification::redo: return m_editor.redoCount() > 0;
+    case Notification::duplicateSelection: return !m_editor.selectedNodeIDs().empty();
+    case Notification::collapseNode: {
+      const auto first = m_editor.firstSelectedNode();
+      return first && !isCollapsed(*first) && m_editor.treeInfo().childCount(*first) > 0;
+    }
+    case Notification::expandNode: {
+      const auto first = m_editor.firstSelectedNode();
+      return first && isCollapsed(*first);
+    }
+    default: return true;
+  }
+}
+
+void CommandActions::refresh() {
+  const QString& themeId = m_editor.mindMap().canvas.themeId;
+  for (const Command& command : commandTable()) {
+    QAction* entry = action(command.id);
+    if (entry == nullptr) continue;
+    entry->setEnabled(isEnabled(command));
+    if (entry->isCheckable()) entry->setChecked(command.object.toString() == themeId);
+  }
+}
+
+void CommandActions::trigger(const Command& command) {
+  const auto callOnTextField = [this](const char* slot) {
+    if (m_textField != nullptr) QMetaObject::invokeMethod(m_textField, slot);
+  };
+  switch (command.action) {
+    case Command::Action::post: m_notifications.post(*command.notification, command.object); break;
+    case Command::Action::submenu: break;
+    case Command::Action::deleteSelection: m_editor.deleteSelection(); break;
+    case Command::Action::cut: callOnTextField("cut"); break;
+    case Command::Action::copy: callOnTextField("copy"); break;
+    case Command::Action::paste: callOnTextField("paste"); break;
+    case Command::Action::selectAll: callOnTextField("selectAll"); break;
+    case Command::Action::applyTheme: applyTheme(command.object.toString()); break;
+    case Command::Action::settings: m_handlers.settings(); break;
+    case Command::Action::about: m_handlers.about(); break;
+    case Command::Action::quit: m_handlers.quit(); break;
+  }
+}
+
+void CommandActions::applyTheme(const QString& id) {
+  if (const Theme* theme = builtInTheme(id)) m_editor.applyTheme(*theme);
+  refresh();
+}
+
+}  // namespace quilmora

@@ -1,0 +1,63 @@
+#include "app/look/DesktopAppearance.h"
+
+#include <QGuiApplication>
+#include <QPalette>
+#include <QtDBus/QDBusConnection>
+#include <QtDBus/QDBusMessage>
+
+namespace quilmora {
+
+namespace {
+
+const QString portalService = QStringLiteral("org.freedesktop.portal.Desktop");
+const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
+const QString portalInterface = QStringLiteral("org.freedesktop.portal.Settings");
+const QString appearanceGroup = QStringLiteral("org.freedesktop.appearance");
+const QString colorSchemeKey = QStringLiteral("color-scheme");
+
+// The portal is part of every running desktop; one that must first be started is not waited for.
+constexpr int portalTimeoutMilliseconds = 150;
+
+// The portal says 1 for dark and 2 for light; anything else is no preference.
+std::optional<bool> darknessOf(QVariant value) {
+  while (value.canConvert<QDBusVariant>()) value = value.value<QDBusVariant>().variant();
+  switch (value.toUInt()) {
+    case 1: return true;
+    case 2: return false;
+    default: return std::nullopt;
+  }
+}
+
+std::optional<bool> askPortal() {
+  // Without an address the bus library would start a bus of its own.
+  if (qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS")) return std::nullopt;
+  QDBusMessage call =
+      QDBusMessage::createMethodCall(portalService, portalPath, portalInterface, QStringLiteral("Read"));
+  call << appearanceGroup << colorSchemeKey;
+  const QDBusMessage reply = QDBusConnection::sessionBus().call(call, QDBus::Block, portalTimeoutMilliseconds);
+  if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty()) return std::nullopt;
+  return darknessOf(reply.arguments().constFirst());
+}
+
+}  // namespace
+
+SystemDesktopAppearance::SystemDesktopAppearance() {
+  const QPalette palette = QGuiApplication::palette();
+  m_paletteIsDark = palette.color(QPalette::Window).lightnessF() < palette.color(QPalette::WindowText).lightnessF();
+  // The toolkit's stand-in for a desktop without a font of its own.
+  const QFont font = QGuiApplication::font();
+  if (font.family() != QLatin1String("Sans Serif") && font.family() != QLatin1String("Sans")) m_interfaceFont = font;
+
+  m_portalPrefersDark = askPortal();
+  if (qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS")) return;
+  QDBusConnection::sessionBus().connect(portalService, portalPath, portalInterface, QStringLiteral("SettingChanged"), this,
+                                        SLOT(portalSettingChanged(QString, QString, QDBusVariant)));
+}
+
+void SystemDesktopAppearance::portalSettingChanged(const QString& group, const QString& key, const QDBusVariant& value) {
+  if (group != appearanceGroup || key != colorSchemeKey) return;
+  m_portalPrefersDark = darknessOf(value.variant());
+  Q_EMIT changed();
+}
+
+}  // namespace quilmora

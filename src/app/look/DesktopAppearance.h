@@ -1,0 +1,62 @@
+#pragma once
+
+#include <optional>
+
+#include <QFont>
+#include <QObject>
+#include <QtDBus/QDBusVariant>
+
+namespace quilmora {
+
+// What the desktop says of its own look.
+class DesktopAppearance : public QObject {
+  Q_OBJECT
+
+ public:
+  virtual bool prefersDark() const = 0;
+  // The interface font that the user's desktop has set, or nothing.
+  virtual std::optional<QFont> interfaceFont() const = 0;
+
+ Q_SIGNALS:
+  void changed();
+};
+
+// Asks the settings portal of the session, and judges by the toolkit's own palette where there is none. Must be made before
+// a palette or font of ours is set on the application.
+class SystemDesktopAppearance final : public DesktopAppearance {
+  Q_OBJECT
+
+ public:
+  SystemDesktopAppearance();
+
+  bool prefersDark() const override { return m_portalPrefersDark.value_or(m_paletteIsDark); }
+  std::optional<QFont> interfaceFont() const override { return m_interfaceFont; }
+
+ private Q_SLOTS:
+  void portalSettingChanged(const QString& group, const QString& key, const QDBusVariant& value);
+
+ private:
+  std::optional<QFont> m_interfaceFont;
+  bool m_paletteIsDark = false;
+  std::optional<bool> m_portalPrefersDark;
+};
+
+// Says what it is told to.
+class FixedDesktopAppearance final : public DesktopAppearance {
+  Q_OBJECT
+
+ public:
+  bool prefersDark() const override { return m_prefersDark; }
+  std::optional<QFont> interfaceFont() const override { return m_interfaceFont; }
+  void setPrefersDark(bool dark) {
+    m_prefersDark = dark;
+    Q_EMIT changed();
+  }
+  void setInterfaceFont(const QFont& font) { m_interfaceFont = font; }
+
+ private:
+  bool m_prefersDark = false;
+  std::optional<QFont> m_interfaceFont;
+};
+
+}  // namespace quilmora

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <memory>
+
+#include <QProxyStyle>
+
+#include "app/look/Tokens.h"
+
+namespace quilmora {
+
+// Draws every standard control from the tokens, on top of the toolkit's Fusion style, whose geometry it keeps where it says
+// nothing else. A dynamic property "destructive" set to true colours a push button as one that destroys.
+class LookStyle final : public QProxyStyle {
+  Q_OBJECT
+
+ public:
+  explicit LookStyle(std::shared_ptr<const Tokens> tokens);
+
+  void polish(QWidget* widget) override;
+  using QProxyStyle::polish;
+
+  // Metrics (LookStyle.cpp)
+  int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* result) const override;
+  QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
+                         const QWidget* widget) const override;
+  QRect subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const override;
+  QIcon standardIcon(StandardPixmap icon, const QStyleOption* option, const QWidget* widget) const override;
+
+  // Drawing (LookPrimitives.cpp, LookControls.cpp, LookComplexControls.cpp)
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
+  void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                   const QWidget* widget) const override;
+  void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                          const QWidget* widget) const override;
+  QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
+                       const QWidget* widget) const override;
+
+ private:
+  struct ButtonColors;
+
+  void drawPushButtonPanel(const QStyleOption& option, QPainter& painter, const QWidget* widget) const;
+  void drawToolButtonPanel(const QStyleOption& option, QPainter& painter) const;
+  void drawField(const QStyleOption& option, QPainter& painter) const;
+  void drawCheckIndicator(const QStyleOption& option, QPainter& painter, bool round) const;
+  void drawRow(const QStyleOption& option, QPainter& painter) const;
+
+  void drawPushButtonLabel(const QStyleOption& option, QPainter& painter, const QWidget* widget) const;
+  void drawMenuItem(const QStyleOption& option, QPainter& painter, const QWidget* widget) const;
+  void drawMenuSeparator(const QStyleOption& option, QPainter& painter) const;
+  void drawMenuBarItem(const QStyleOption& option, QPainter& painter, const QWidget* widget) const;
+  void drawTab(const QStyleOption& option, QPainter& painter) const;
+  void drawProgress(const QStyleOption& option, QPainter& painter) const;
+  void drawHeaderSection(const QStyleOption& option, QPainter& painter) const;
+
+  void drawScrollBar(const QStyleOptionComplex& option, QPainter& painter, const QWidget* widget) const;
+  void drawSlider(const QStyleOptionComplex& option, QPainter& painter, const QWidget* widget) const;
+  void drawComboBox(const QStyleOptionComplex& option, QPainter& painter, const QWidget* widget) const;
+  void drawSpinBox(const QStyleOptionComplex& option, QPainter& painter, const QWidget* widget) const;
+  void drawGroupBox(const QStyleOptionComplex& option, QPainter& painter, const QWidget* widget) const;
+
+  std::shared_ptr<const Tokens> m_tokens;
+};
+
+// Whether the focus came by the keyboard, which is when it is shown.
+bool showsKeyboardFocus(const QStyleOption& option);
+
+}  // namespace quilmora

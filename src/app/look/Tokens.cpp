@@ -1,0 +1,98 @@
+#include "app/look/Tokens.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace quilmora {
+
+namespace {
+
+QColor translucent(QColor color, double opacity) {
+  color.setAlphaF(static_cast<float>(opacity));
+  return color;
+}
+
+double linear(double component) {
+  return component <= 0.04045 ? component / 12.92 : std::pow((component + 0.055) / 1.055, 2.4);
+}
+
+double relativeLuminance(const QColor& color) {
+  return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+Tokens makeLight() {
+  Tokens tokens;
+  tokens.window = QColor(0xF5, 0xF5, 0xF7);
+  tokens.panel = QColor(0xFB, 0xFB, 0xFD);
+  tokens.raised = QColor(0xFF, 0xFF, 0xFF);
+  tokens.hairline = QColor(0xDE, 0xDE, 0xE3);
+  tokens.text = QColor(0x1D, 0x1D, 0x1F);
+  tokens.secondary = QColor(0x6A, 0x6A, 0x70);
+  tokens.accent = QColor(0x0A, 0x6C, 0xFF);
+  tokens.onAccent = QColor(0xFF, 0xFF, 0xFF);
+  tokens.tint = translucent(tokens.accent, 0.12);
+  tokens.danger = QColor(0xD7, 0x00, 0x15);
+  tokens.warning = QColor(0xB2, 0x50, 0x00);
+  tokens.success = QColor(0x1E, 0x7F, 0x37);
+  tokens.shadow = translucent(Qt::black, 0.14);
+  tokens.accentFill = tokens.accent;
+  tokens.isDark = false;
+  return tokens;
+}
+
+Tokens makeDark() {
+  Tokens tokens;
+  tokens.window = QColor(0x1C, 0x1C, 0x1E);
+  tokens.panel = QColor(0x24, 0x24, 0x26);
+  tokens.raised = QColor(0x2C, 0x2C, 0x2E);
+  tokens.hairline = QColor(0x3A, 0x3A, 0x3C);
+  tokens.text = QColor(0xF2, 0xF2, 0xF5);
+  tokens.secondary = QColor(0xA5, 0xA5, 0xAB);
+  tokens.accent = QColor(0x3D, 0x94, 0xFF);
+  tokens.onAccent = QColor(0xFF, 0xFF, 0xFF);
+  tokens.tint = translucent(tokens.accent, 0.20);
+  tokens.danger = QColor(0xFF, 0x69, 0x61);
+  tokens.warning = QColor(0xFF, 0xB3, 0x40);
+  tokens.success = QColor(0x4C, 0xD0, 0x7D);
+  tokens.shadow = translucent(Qt::black, 0.45);
+  // White text on the dark accent would be too faint, so what carries text takes the deeper accent of the light table.
+  tokens.accentFill = lightTokens().accent;
+  tokens.isDark = true;
+  return tokens;
+}
+
+Tokens withDerived(Tokens tokens) {
+  tokens.hover = translucent(tokens.accent, tokens.tint.alphaF() / 2);
+  tokens.pressed = translucent(tokens.accent, tokens.tint.alphaF() * 1.5);
+  tokens.disabledText = translucent(tokens.secondary, 0.55);
+  tokens.groove = tokens.isDark ? QColor(0x48, 0x48, 0x4C) : QColor(0xD5, 0xD5, 0xDB);
+  tokens.thumb = translucent(tokens.secondary, 0.45);
+  return tokens;
+}
+
+}  // namespace
+
+const Tokens& lightTokens() {
+  static const Tokens tokens = withDerived(makeLight());
+  return tokens;
+}
+
+const Tokens& darkTokens() {
+  static const Tokens tokens = withDerived(makeDark());
+  return tokens;
+}
+
+double contrastRatio(const QColor& first, const QColor& second) {
+  const double a = relativeLuminance(first);
+  const double b = relativeLuminance(second);
+  return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
+}
+
+QColor blended(const QColor& above, const QColor& ground) {
+  const float opacity = above.alphaF();
+  const auto mix = [opacity](float a, float b) { return a * opacity + b * (1.0F - opacity); };
+  return QColor::fromRgbF(mix(above.redF(), ground.redF()), mix(above.greenF(), ground.greenF()),
+                          mix(above.blueF(), ground.blueF()));
+}
+
+}  // namespace quilmora
