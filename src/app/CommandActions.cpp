@@ -100,7 +100,7 @@ bool CommandActions::isPossible(Notification notification) const {
 }
 
 void CommandActions::refresh() {
-  const QString& themeId = m_editor.mindMap().canvas.themeId;
+  const QString themeId = m_editor.mindMap().canvas.themeId.value_or(QString());
   for (const Command& command : commandTable()) {
     QAction* entry = action(command.id);
     if (entry == nullptr) continue;

@@ -1,0 +1,81 @@
+#include "app/Application.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QKeyEvent>
+#include <QSessionManager>
+#include <QUrl>
+
+#include "app/MainWindow.h"
+#include "app/look/Look.h"
+
+namespace quilmora {
+
+namespace {
+
+bool isMinimizeKey(const QKeyEvent& event) {
+  return event.key() == Qt::Key_W && event.modifiers() == Qt::ControlModifier;
+}
+
+// A dialog goes with the window that it belongs to.
+QWidget* activeTopLevelWindow() {
+  QWidget* window = QApplication::activeWindow();
+  while (window != nullptr && window->parentWidget() != nullptr) window = window->parentWidget()->window();
+  return window;
+}
+
+}  // namespace
+
+Application::Application(QApplication& toolkit, Machine machine)
+    : m_toolkit(toolkit), m_machine(std::move(machine)), m_recentFiles(m_machine.settings, m_machine.bookmarks) {
+  toolkit.setQuitOnLastWindowClosed(false);
+  toolkit.installEventFilter(this);
+  connect(&toolkit, &QGuiApplication::commitDataRequest, this, &Application::sessionEnds, Qt::DirectConnection);
+  // The session starts the program again without words: it reopens its document by itself.
+  connect(&toolkit, &QGuiApplication::saveStateRequest, this, [](QSessionManager& manager) {
+    manager.setRestartCommand({QCoreApplication::applicationFilePath()});
+  });
+}
+
+Application::~Application() { m_toolkit.removeEventFilter(this); }
+
+void Application::start(const QStringList& documents) {
+  m_machine.look.install(m_toolkit);
+  m_window = std::make_unique<MainWindow>(m_machine, m_notifications, m_recentFiles, documents, [this] { quit(); });
+  m_window->show();
+}
+
+void Application::documentsReceived(const QStringList& paths) { m_window->openHandedOver(paths); }
+
+void Application::quit() {
+  m_notifications.post(Notification::autoSaveBeforeQuit);
+  m_machine.terminate();
+}
+
+void Application::sessionEnds(QSessionManager&) { m_notifications.post(Notification::autoSaveBeforeQuit); }
+
+bool Application::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::KeyPress && isMinimizeKey(*static_cast<QKeyEvent*>(event))) {
+    if (QWidget* window = activeTopLevelWindow()) window->showMinimized();
+    return true;
+  }
+  // The desktop asks to quit; the toolkit would first try to close the windows, which refuse.
+  if (event->type() == QEvent::Quit && watched == &m_toolkit) {
+    quit();
+    return true;
+  }
+  return QObject::eventFilter(watched, event);
+}
+
+QStringList documentsOf(const QStringList& arguments) {
+  QStringList documents;
+  for (const QString& argument : arguments) {
+    const QUrl url(argument);
+    const QString path = url.isLocalFile() ? url.toLocalFile() : argument;
+    if (!path.isEmpty()) documents.append(QDir::cleanPath(QFileInfo(path).absoluteFilePath()));
+  }
+  return documents;
+}
+
+}  // namespace quilmora

@@ -1,0 +1,116 @@
+#include "app/DocumentFileDialog.h"
+
+#include <QDir>
+#include <QLineEdit>
+#include <QStandardPaths>
+#include <QUrl>
+
+#include "app/AlertDialog.h"
+#include "app/look/Look.h"
+#include "editor/DocumentFileName.h"
+
+namespace quilmora {
+
+namespace {
+
+constexpr QSize dialogSize(780, 520);
+
+}  // namespace
+
+QIcon SymbolFileIcons::icon(IconType type) const {
+  const bool isFolder = type == Folder || type == Drive || type == Computer || type == Network || type == Desktop;
+  return m_look.icon(isFolder ? QStringLiteral("folder") : QStringLiteral("doc"));
+}
+
+QIcon SymbolFileIcons::icon(const QFileInfo& info) const {
+  const bool isDocument = info.suffix().compare(QLatin1String("mindmap"), Qt::CaseInsensitive) == 0;
+  if (isDocument) return m_look.icon(QStringLiteral("doc.text"));
+  return icon(info.isDir() ? Folder : File);
+}
+
+DocumentFileDialog::DocumentFileDialog(const Look& look, const FilePanels::SaveRequest& request, QWidget* parent)
+    : QFileDialog(parent), m_look(look), m_icons(look) {
+  setAcceptMode(AcceptSave);
+  setFileMode(AnyFile);
+  setWindowTitle(tr("Save"));
+  prepare({request.extension});
+  setDefaultSuffix(request.extension);
+  setOption(DontConfirmOverwrite);
+  setDirectory(request.folder);
+  selectFile(request.suggestedName);
+}
+
+DocumentFileDialog::DocumentFileDialog(const Look& look, const FilePanels::OpenRequest& request, QWidget* parent)
+    : QFileDialog(parent), m_look(look), m_icons(look), m_allowsFolders(request.allowsFolders) {
+  setAcceptMode(AcceptOpen);
+  setFileMode(ExistingFile);
+  setWindowTitle(tr("Open"));
+  prepare(request.extensions);
+  // Going into a package is choosing it.
+  connect(this, &QFileDialog::directoryEntered, this, [this](const QString& folder) {
+    if (isPackage(folder)) choose(folder);
+  });
+}
+
+DocumentFileDialog::~DocumentFileDialog() { setIconProvider(nullptr); }
+
+void DocumentFileDialog::prepare(const QStringList& extensions) {
+  m_extensions = extensions;
+  setOption(DontUseNativeDialog);
+  setOption(DontUseCustomDirectoryIcons);
+  setIconProvider(&m_icons);
+  setViewMode(Detail);
+  QStringList patterns;
+  for (const QString& extension : extensions) patterns.append(QStringLiteral("*.") + extension);
+  setNameFilter(tr("Mind maps (%1)").arg(patterns.join(QLatin1Char(' '))));
+  QList<QUrl> places;
+  for (const auto place : {QStandardPaths::HomeLocation, QStandardPaths::DocumentsLocation,
+                           QStandardPaths::DesktopLocation, QStandardPaths::DownloadLocation}) {
+    const QString path = QStandardPaths::writableLocation(place);
+    if (QDir(path).exists() && !places.contains(QUrl::fromLocalFile(path))) places.append(QUrl::fromLocalFile(path));
+  }
+  setSidebarUrls(places);
+  resize(dialogSize);
+}
+
+bool DocumentFileDialog::isPackage(const QString& path) const {
+  const QFileInfo info(path);
+  return m_allowsFolders && info.isDir() && m_extensions.contains(info.suffix(), Qt::CaseInsensitive);
+}
+
+void DocumentFileDialog::choose(const QString& path) {
+  m_chosenPath = path;
+  done(Accepted);
+}
+
+void DocumentFileDialog::accept() {
+  const QStringList files = selectedFiles();
+  if (files.size() != 1 || files.constFirst().isEmpty()) return;
+  const QString path = files.constFirst();
+  if (acceptMode() == AcceptOpen) {
+    if (isPackage(path)) {
+      choose(path);
+      return;
+    }
+    m_chosenPath = path;
+    QFileDialog::accept();
+    return;
+  }
+  if (QFileInfo(path).isDir()) {
+    setDirectory(path);
+    return;
+  }
+  if (mayReplace(path)) choose(path);
+}
+
+bool DocumentFileDialog::mayReplace(const QString& path) {
+  // The file that will be written may have another extension than the name that was typed.
+  const bool isDocument = m_extensions.contains(QStringLiteral("mindmap"));
+  const QFileInfo target(isDocument ? withDocumentExtension(path) : path);
+  if (!target.exists()) return true;
+  return askToProceed(m_look, tr("Replace “%1”?").arg(target.fileName()),
+                      tr("A file with this name is in the folder already. Its content will be lost."), tr("Replace"),
+                      this);
+}
+
+}  // namespace quilmora

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QFileDialog>
+#include <QFileIconProvider>
+
+#include "platform/FilePanels.h"
+
+namespace quilmora {
+
+class Look;
+
+// Symbols of the application for files and folders.
+class SymbolFileIcons final : public QFileIconProvider {
+ public:
+  explicit SymbolFileIcons(const Look& look) : m_look(look) {}
+  QIcon icon(IconType type) const override;
+  QIcon icon(const QFileInfo& info) const override;
+
+ private:
+  const Look& m_look;
+};
+
+// Chooses a document: a file, or a package, which is a folder that counts as one item. Before a file is replaced it asks.
+class DocumentFileDialog final : public QFileDialog {
+  Q_OBJECT
+
+ public:
+  DocumentFileDialog(const Look& look, const FilePanels::SaveRequest& request, QWidget* parent);
+  DocumentFileDialog(const Look& look, const FilePanels::OpenRequest& request, QWidget* parent);
+  ~DocumentFileDialog() override;
+
+  // After the dialog was accepted.
+  QString chosenPath() const { return m_chosenPath; }
+
+ public Q_SLOTS:
+  void accept() override;
+
+ private:
+  void prepare(const QStringList& extensions);
+  bool isPackage(const QString& path) const;
+  void choose(const QString& path);
+  bool mayReplace(const QString& path);
+
+  const Look& m_look;
+  SymbolFileIcons m_icons;
+  QStringList m_extensions;
+  bool m_allowsFolders = false;
+  QString m_chosenPath;
+};
+
+}  // namespace quilmora

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <functional>
+
+#include <QString>
+
+#include "editor/MindMapViewModel.h"
+
+namespace quilmora {
+
+class Alerts;
+class DesktopAppearance;
+class FilePanels;
+class FileWriter;
+class Look;
+class Scheduler;
+
+// Everything of the machine that the application touches. All outlive it. Tests put in-memory twins here, and the
+// application cannot tell.
+struct Machine {
+  const Clock& clock;
+  SettingsStore& settings;
+  Bookmarks& bookmarks;
+  Log& log;
+  FileWriter& writer;
+  Scheduler& scheduler;
+  FilePanels& panels;
+  Alerts& alerts;
+  Look& look;
+  QString defaultFolder;            // Documents/Quilmora of the user
+  std::function<void()> terminate;  // ends the process's event loop
+
+  EditorServices editorServices() const { return {clock, settings, bookmarks, log}; }
+};
+
+}  // namespace quilmora

@@ -1,0 +1,223 @@
+#include "app/MainWindow.h"
+
+#include <QCloseEvent>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QMenuBar>
+#include <QScreen>
+
+#include "app/AlertDialog.h"
+#include "app/Alerts.h"
+#include "app/CommandActions.h"
+#include "app/InspectorPanel.h"
+#include "app/Menus.h"
+#include "app/Sidebar.h"
+#include "app/StatusLine.h"
+#include "app/Toolbar.h"
+#include "app/look/Look.h"
+#include "canvas/view/CanvasView.h"
+#include "editor/RecentFiles.h"
+#include "platform/SettingsStore.h"
+#include "themes/SettingsKeys.h"
+
+namespace quilmora {
+
+namespace {
+
+constexpr QSize defaultWindowSize(1280, 800);
+
+// "[*]" stands for the mark of unsaved changes in a window title.
+QString withoutPlaceholder(QString text) { return text.replace(QLatin1String("[*]"), QLatin1String("[*][*]")); }
+
+}  // namespace
+
+MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, RecentFiles& recentFiles,
+                       QStringList documents, std::function<void()> quit)
+    : m_machine(machine),
+      m_notifications(notifications),
+      m_recentFiles(recentFiles),
+      m_documents(std::move(documents)),
+      m_quit(std::move(quit)),
+      m_editor(MindMap::blankMap(machine.clock), machine.editorServices()),
+      m_commands(m_editor),
+      m_beforeQuit(notifications.observe(Notification::autoSaveBeforeQuit,
+                                         [this](const QVariant&) { m_canvas->commitTitleEdit(); })),
+      m_session(m_editor, {machine.editorServices(), machine.writer, machine.panels, machine.scheduler, notifications,
+                           recentFiles, machine.defaultFolder}) {
+  CommandActions::Handlers handlers;
+  handlers.quit = [this] { m_quit(); };
+  handlers.about = [this] { showAbout(); };
+  m_actions = new CommandActions(m_editor, notifications, std::move(handlers), this);
+  buildContent();
+  buildMenus(*menuBar(), *m_actions, notifications, recentFiles);
+  receiveNotifications();
+  placeOnScreen();
+
+  connect(&m_session, &DocumentSession::errorRaised, this,
+          [this](const QString& message) { m_machine.alerts.showError(this, message); });
+  connect(&m_editor, &MindMapViewModel::mindMapChanged, this, &MainWindow::refreshTitle);
+  connect(&m_editor, &MindMapViewModel::isDirtyChanged, this, &MainWindow::refreshTitle);
+  // The flag is cleared a moment before the new place of the file is known.
+  connect(&m_editor, &MindMapViewModel::isDirtyChanged, this, &MainWindow::refreshTitle, Qt::QueuedConnection);
+  refreshTitle();
+  refreshPanels();
+  m_canvas->setFocus();
+}
+
+MainWindow::~MainWindow() {
+  // They look at the editor, which ends before the base class would delete them.
+  delete takeCentralWidget();
+  delete m_actions;
+}
+
+void MainWindow::buildContent() {
+  const Look& look = m_machine.look;
+  auto* content = new Ground(look, &Tokens::window, {}, this);
+  m_toolbar = new Toolbar(look, *m_actions, content);
+  m_sidebar = new Sidebar(look, content);
+  m_canvas = new CanvasView(m_editor, m_commands, m_notifications, m_machine.scheduler, m_machine.clock, content);
+  m_canvas->setMinimumWidth(metrics::canvasMinWidth);
+  m_canvas->setAccessibleName(tr("Canvas"));
+  m_statusLine = new StatusLine(look, m_editor, content);
+  m_inspector = new InspectorPanel(look, content);
+
+  auto* middle = new QVBoxLayout;
+  middle->setSpacing(0);
+  middle->addWidget(m_canvas, 1);
+  middle->addWidget(m_statusLine);
+  auto* columns = new QHBoxLayout;
+  columns->setSpacing(0);
+  columns->addWidget(m_sidebar);
+  columns->addLayout(middle, 1);
+  columns->addWidget(m_inspector);
+  auto* rows = new QVBoxLayout(content);
+  rows->setContentsMargins(0, 0, 0, 0);
+  rows->setSpacing(0);
+  rows->addWidget(m_toolbar);
+  rows->addLayout(columns, 1);
+  setCentralWidget(content);
+  connect(m_sidebar, &Sidebar::tabChosen, this, [this](SidebarTab tab) {
+    m_sidebar->setActiveTab(tab);
+    refreshPanels();
+  });
+}
+
+void MainWindow::placeOnScreen() {
+  const QScreen* screen = QGuiApplication::primaryScreen();
+  if (screen == nullptr) return;
+  const QRect room = screen->availableGeometry();
+  QRect place(QPoint(), defaultWindowSize.boundedTo(room.size()));
+  place.moveCenter(room.center());
+  setGeometry(place);
+}
+
+void MainWindow::receiveNotifications() {
+  const auto receive = [this](Notification notification, auto action) {
+    m_subscriptions.push_back(
+        m_notifications.observe(notification, [action](const QVariant& object) { action(object); }));
+  };
+  using enum Notification;
+  receive(createNode, [this](const QVariant&) { m_commands.createNode(); });
+  receive(openDocument, [this](const QVariant&) { m_session.openDocument(); });
+  receive(saveDocument, [this](const QVariant&) {
+    m_canvas->commitTitleEdit();
+    m_session.saveDocument();
+  });
+  receive(saveDocumentAs, [this](const QVariant&) {
+    m_canvas->commitTitleEdit();
+    m_session.saveDocumentAs();
+  });
+  receive(openRecentFile, [this](const QVariant& path) { m_session.open(path.toString()); });
+  receive(undo, [this](const QVariant&) { m_editor.undo(); });
+  receive(redo, [this](const QVariant&) { m_editor.redo(); });
+  receive(collapseNode, [this](const QVariant&) { m_commands.collapseNode(); });
+  receive(expandNode, [this](const QVariant&) { m_commands.expandNode(); });
+  receive(toggleOutline, [this](const QVariant&) { toggleTab(SidebarTab::outline); });
+  receive(toggleAIChat, [this](const QVariant&) { toggleTab(SidebarTab::aiChat); });
+  receive(toggleSidebar, [this](const QVariant&) { setShowsSidebar(!showsSidebar()); });
+  receive(toggleInspector, [this](const QVariant&) { setShowsInspector(!showsInspector()); });
+}
+
+bool MainWindow::showsSidebar() const { return m_machine.settings.flag(settings::showSidebar).value_or(true); }
+
+bool MainWindow::showsInspector() const { return m_machine.settings.flag(settings::showInspector).value_or(true); }
+
+SidebarTab MainWindow::sidebarTab() const { return m_sidebar->activeTab(); }
+
+void MainWindow::setShowsSidebar(bool shows) {
+  m_machine.settings.setFlag(settings::showSidebar, shows);
+  refreshPanels();
+}
+
+void MainWindow::setShowsInspector(bool shows) {
+  m_machine.settings.setFlag(settings::showInspector, shows);
+  refreshPanels();
+}
+
+void MainWindow::toggleTab(SidebarTab tab) {
+  if (showsSidebar() && sidebarTab() == tab) {
+    setShowsSidebar(false);
+    return;
+  }
+  m_sidebar->setActiveTab(tab);
+  setShowsSidebar(true);
+}
+
+void MainWindow::refreshPanels() {
+  const bool hadFocus = m_sidebar->isAncestorOf(focusWidget()) || m_inspector->isAncestorOf(focusWidget());
+  m_sidebar->setVisible(showsSidebar());
+  m_inspector->setVisible(showsInspector());
+  if (hadFocus && (focusWidget() == nullptr || !focusWidget()->isVisible())) m_canvas->setFocus();
+  m_toolbar->setOn(QStringLiteral("toggleSidebar"), showsSidebar());
+  m_toolbar->setOn(QStringLiteral("toggleAIChat"), showsSidebar() && sidebarTab() == SidebarTab::aiChat);
+  m_toolbar->setOn(QStringLiteral("toggleInspector"), showsInspector());
+}
+
+void MainWindow::refreshTitle() {
+  const QString& title = m_editor.mindMap().title;
+  QString shown = withoutPlaceholder(title.isEmpty() ? QStringLiteral("Untitled") : title.simplified());
+  shown += QLatin1String("[*]");
+  if (const auto& path = m_editor.lastSavedFilePath()) {
+    setWindowFilePath(*path);
+    shown += QStringLiteral(" — ") + withoutPlaceholder(QFileInfo(*path).fileName());
+  }
+  setWindowTitle(shown);
+  setWindowModified(m_editor.isDirty());
+}
+
+void MainWindow::showAbout() {
+  AlertDialog* dialog = makeAboutDialog(m_machine.look, this);
+  dialog->setAttribute(Qt::WA_DeleteOnClose);
+  dialog->open();
+}
+
+void MainWindow::openHandedOver(const QStringList& paths) {
+  bringToFront();
+  for (const QString& path : paths) {
+    m_canvas->commitTitleEdit();
+    m_session.autoSave();
+    m_session.open(path);
+  }
+}
+
+void MainWindow::bringToFront() {
+  setWindowState((windowState() & ~Qt::WindowMinimized) | Qt::WindowActive);
+  show();
+  raise();
+  activateWindow();
+}
+
+void MainWindow::showEvent(QShowEvent* event) {
+  QMainWindow::showEvent(event);
+  if (std::exchange(m_hasAppeared, true)) return;
+  if (m_documents.isEmpty()) m_session.reopenLastDocument();
+  for (const QString& path : std::exchange(m_documents, {})) m_session.open(path);
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  showMinimized();
+}
+
+}  // namespace quilmora

@@ -1,0 +1,90 @@
+#pragma once
+
+#include <vector>
+
+#include <QMainWindow>
+
+#include "app/Machine.h"
+#include "app/SidebarTab.h"
+#include "editor/DocumentSession.h"
+#include "editor/WindowCommands.h"
+#include "platform/Notifications.h"
+
+namespace quilmora {
+
+class CanvasView;
+class CommandActions;
+class InspectorPanel;
+class RecentFiles;
+class Sidebar;
+class StatusLine;
+class Toolbar;
+
+// The window of one map: owns the editor and the document's session, lays out canvas and panels, and receives the
+// requests that are meant for the window. Closing it only minimises it.
+class MainWindow : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  // `documents` are opened when the window first appears; with none it reopens the last document. `quit` ends the
+  // application.
+  MainWindow(Machine& machine, NotificationCenter& notifications, RecentFiles& recentFiles, QStringList documents,
+             std::function<void()> quit);
+  ~MainWindow() override;
+
+  MindMapViewModel& editor() { return m_editor; }
+  DocumentSession& session() { return m_session; }
+  const CommandActions& actions() const { return *m_actions; }
+  CanvasView& canvas() const { return *m_canvas; }
+  Toolbar& toolbar() const { return *m_toolbar; }
+  Sidebar& sidebar() const { return *m_sidebar; }
+  InspectorPanel& inspector() const { return *m_inspector; }
+  StatusLine& statusLine() const { return *m_statusLine; }
+
+  bool showsSidebar() const;
+  bool showsInspector() const;
+  SidebarTab sidebarTab() const;
+
+  // Takes documents that were handed to the running program: what is open is saved first.
+  void openHandedOver(const QStringList& paths);
+  // Restores, raises and activates.
+  void bringToFront();
+
+ protected:
+  void showEvent(QShowEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  void buildContent();
+  void placeOnScreen();
+  void receiveNotifications();
+  void setShowsSidebar(bool shows);
+  void setShowsInspector(bool shows);
+  void toggleTab(SidebarTab tab);
+  void refreshPanels();
+  void refreshTitle();
+  void showAbout();
+
+  Machine& m_machine;
+  NotificationCenter& m_notifications;
+  RecentFiles& m_recentFiles;
+  QStringList m_documents;
+  std::function<void()> m_quit;
+  bool m_hasAppeared = false;
+
+  MindMapViewModel m_editor;
+  WindowCommands m_commands;
+  // Before the session, so that a title that is being edited is in the map when the session saves it on quitting.
+  NotificationCenter::Subscription m_beforeQuit;
+  DocumentSession m_session;
+  std::vector<NotificationCenter::Subscription> m_subscriptions;
+
+  CommandActions* m_actions = nullptr;
+  Toolbar* m_toolbar = nullptr;
+  Sidebar* m_sidebar = nullptr;
+  CanvasView* m_canvas = nullptr;
+  StatusLine* m_statusLine = nullptr;
+  InspectorPanel* m_inspector = nullptr;
+};
+
+}  // namespace quilmora

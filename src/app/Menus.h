@@ -1,0 +1,15 @@
+#pragma once
+
+class QMenuBar;
+
+namespace quilmora {
+
+class CommandActions;
+class NotificationCenter;
+class RecentFiles;
+
+// Fills the menu bar from the table of commands. The list of recent files follows `recentFiles`, which outlives the bar.
+void buildMenus(QMenuBar& bar, const CommandActions& actions, NotificationCenter& notifications,
+                RecentFiles& recentFiles);
+
+}  // namespace quilmora

@@ -1,0 +1,72 @@
+#include <cstdio>
+
+#include <QApplication>
+#include <QStandardPaths>
+
+#include "app/Alerts.h"
+#include "app/Application.h"
+#include "app/FileDialogPanels.h"
+#include "app/look/DesktopAppearance.h"
+#include "app/look/Look.h"
+#include "platform/Bookmarks.h"
+#include "platform/FileWriter.h"
+#include "platform/Log.h"
+#include "platform/Scheduler.h"
+#include "platform/SettingsStore.h"
+#include "platform/SingleInstance.h"
+#include "platform/TerminationSignals.h"
+
+using namespace quilmora;
+
+namespace {
+
+QStringList argumentsOf(int argc, char** argv) {
+  QStringList arguments;
+  for (int index = 1; index < argc; ++index) arguments.append(QString::fromLocal8Bit(argv[index]));
+  return arguments;
+}
+
+QString defaultFolder() {
+  return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) + QStringLiteral("/Quilmora");
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const QStringList documents = documentsOf(argumentsOf(argc, argv));
+  // The toolkit sees no arguments: every one of them is a document.
+  int toolkitArgumentCount = 1;
+  QApplication toolkit(toolkitArgumentCount, argv);
+  QCoreApplication::setApplicationName(QStringLiteral("quilmora"));
+  QCoreApplication::setOrganizationName(QStringLiteral("quilmora"));
+  QCoreApplication::setApplicationVersion(QStringLiteral(QUILMORA_VERSION));
+  QGuiApplication::setApplicationDisplayName(QStringLiteral("Quilmora"));
+  QGuiApplication::setDesktopFileName(QStringLiteral("quilmora"));
+
+  const std::unique_ptr<SingleInstance> instance(SingleInstance::forUser());
+  switch (instance->start(documents)) {
+    case SingleInstance::Result::first: break;
+    case SingleInstance::Result::handedOver: return 0;
+    case SingleInstance::Result::failed:
+      std::fprintf(stderr, "Quilmora: %s\n", qPrintable(instance->error()));
+      return 1;
+  }
+
+  const TerminationSignals signalsCaught;
+  const SystemClock clock;
+  DesktopSettingsStore settings;
+  PathBookmarks bookmarks;
+  SystemLog log;
+  DiskFileWriter writer;
+  TimerScheduler scheduler;
+  const SystemDesktopAppearance desktop;
+  Look look(settings, desktop);
+  FileDialogPanels panels(look);
+  DialogAlerts alerts(look);
+  Application application(toolkit, {clock, settings, bookmarks, log, writer, scheduler, panels, alerts, look,
+                                    defaultFolder(), [] { QCoreApplication::exit(0); }});
+  QObject::connect(&signalsCaught, &TerminationSignals::received, &application, [&application] { application.quit(); });
+  QObject::connect(instance.get(), &SingleInstance::documentsReceived, &application, &Application::documentsReceived);
+  application.start(documents);
+  return QApplication::exec();
+}
