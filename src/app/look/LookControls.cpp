@@ -95,7 +95,7 @@ void LookStyle::drawMenuSeparator(const QStyleOption& option, QPainter& painter)
   }
   painter.save();
   QFont font = item.font;
-  font.setPixelSize(qRound(QFontInfo(font).pixelSize() * metrics::sectionHeaderText / metrics::baseText));
+  font.setPixelSize(QFontInfo(font).pixelSize() * metrics::sectionHeaderText / metrics::baseText);
   font.setWeight(QFont::DemiBold);
   painter.setFont(font);
   painter.setPen(m_tokens->secondary);
