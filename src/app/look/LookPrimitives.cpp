@@ -126,8 +126,6 @@ void LookStyle::drawToolButtonPanel(const QStyleOption& option, QPainter& painte
   const bool enabled = option.state.testFlag(State_Enabled);
   if (enabled && option.state.testFlag(State_Sunken)) {
     paint::fillRounded(painter, option.rect, metrics::controlRadius, tokens.pressed);
-  } else if (enabled && option.state.testFlag(State_On)) {
-    paint::fillRounded(painter, option.rect, metrics::controlRadius, tokens.tint);
   } else if (isHovered(option)) {
     paint::fillRounded(painter, option.rect, metrics::controlRadius, tokens.hover);
   }
