@@ -33,12 +33,13 @@ Application::Application(QApplication& toolkit, Machine machine)
   toolkit.installEventFilter(this);
   connect(&toolkit, &QGuiApplication::commitDataRequest, this, &Application::sessionEnds, Qt::DirectConnection);
   // The session starts the program again without words: it reopens its document by itself.
-  connect(&toolkit, &QGuiApplication::saveStateRequest, this, [](QSessionManager& manager) {
-    manager.setRestartCommand({QCoreApplication::applicationFilePath()});
-  });
+  connect(&toolkit, &QGuiApplication::saveStateRequest, this,
+          [](QSessionManager& manager) { manager.setRestartCommand({QCoreApplication::applicationFilePath()}); });
 }
 
-Application::~Application() { m_toolkit.removeEventFilter(this); }
+Application::~Application() {
+  m_toolkit.removeEventFilter(this);
+}
 
 void Application::start(const QStringList& documents) {
   m_machine.look.install(m_toolkit);
@@ -46,14 +47,18 @@ void Application::start(const QStringList& documents) {
   m_window->show();
 }
 
-void Application::documentsReceived(const QStringList& paths) { m_window->openHandedOver(paths); }
+void Application::documentsReceived(const QStringList& paths) {
+  m_window->openHandedOver(paths);
+}
 
 void Application::quit() {
   m_notifications.post(Notification::autoSaveBeforeQuit);
   m_machine.terminate();
 }
 
-void Application::sessionEnds(QSessionManager&) { m_notifications.post(Notification::autoSaveBeforeQuit); }
+void Application::sessionEnds(QSessionManager&) {
+  m_notifications.post(Notification::autoSaveBeforeQuit);
+}
 
 bool Application::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::KeyPress && isMinimizeKey(*static_cast<QKeyEvent*>(event))) {

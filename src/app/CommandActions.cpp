@@ -65,18 +65,24 @@ bool CommandActions::isEnabled(const Command& command) const {
   switch (command.action) {
     case Command::Action::post:
       return m_notifications.hasReceiver(*command.notification) && isPossible(*command.notification);
-    case Command::Action::submenu: return true;
+    case Command::Action::submenu:
+      return true;
     case Command::Action::deleteSelection:
       return !m_editor.selectedNodeIDs().empty() || !m_editor.selectedEdgeIDs().empty() ||
              m_editor.selectedRegionID().has_value();
     case Command::Action::cut:
     case Command::Action::copy:
     case Command::Action::paste:
-    case Command::Action::selectAll: return m_textField != nullptr;
-    case Command::Action::applyTheme: return true;
-    case Command::Action::settings: return m_handlers.settings != nullptr;
-    case Command::Action::about: return m_handlers.about != nullptr;
-    case Command::Action::quit: return m_handlers.quit != nullptr;
+    case Command::Action::selectAll:
+      return m_textField != nullptr;
+    case Command::Action::applyTheme:
+      return true;
+    case Command::Action::settings:
+      return m_handlers.settings != nullptr;
+    case Command::Action::about:
+      return m_handlers.about != nullptr;
+    case Command::Action::quit:
+      return m_handlers.quit != nullptr;
   }
   return false;
 }
@@ -84,9 +90,12 @@ bool CommandActions::isEnabled(const Command& command) const {
 bool CommandActions::isPossible(Notification notification) const {
   const auto isCollapsed = [this](const QUuid& id) { return m_editor.collapsedNodeIDs().contains(id); };
   switch (notification) {
-    case Notification::undo: return m_editor.undoCount() > 0;
-    case Notification::redo: return m_editor.redoCount() > 0;
-    case Notification::duplicateSelection: return !m_editor.selectedNodeIDs().empty();
+    case Notification::undo:
+      return m_editor.undoCount() > 0;
+    case Notification::redo:
+      return m_editor.redoCount() > 0;
+    case Notification::duplicateSelection:
+      return !m_editor.selectedNodeIDs().empty();
     case Notification::collapseNode: {
       const auto first = m_editor.firstSelectedNode();
       return first && !isCollapsed(*first) && m_editor.treeInfo().childCount(*first) > 0;
@@ -95,7 +104,8 @@ bool CommandActions::isPossible(Notification notification) const {
       const auto first = m_editor.firstSelectedNode();
       return first && isCollapsed(*first);
     }
-    default: return true;
+    default:
+      return true;
   }
 }
 
@@ -114,17 +124,38 @@ void CommandActions::trigger(const Command& command) {
     if (m_textField != nullptr) QMetaObject::invokeMethod(m_textField, slot);
   };
   switch (command.action) {
-    case Command::Action::post: m_notifications.post(*command.notification, command.object); break;
-    case Command::Action::submenu: break;
-    case Command::Action::deleteSelection: m_editor.deleteSelection(); break;
-    case Command::Action::cut: callOnTextField("cut"); break;
-    case Command::Action::copy: callOnTextField("copy"); break;
-    case Command::Action::paste: callOnTextField("paste"); break;
-    case Command::Action::selectAll: callOnTextField("selectAll"); break;
-    case Command::Action::applyTheme: applyTheme(command.object.toString()); break;
-    case Command::Action::settings: m_handlers.settings(); break;
-    case Command::Action::about: m_handlers.about(); break;
-    case Command::Action::quit: m_handlers.quit(); break;
+    case Command::Action::post:
+      m_notifications.post(*command.notification, command.object);
+      break;
+    case Command::Action::submenu:
+      break;
+    case Command::Action::deleteSelection:
+      m_editor.deleteSelection();
+      break;
+    case Command::Action::cut:
+      callOnTextField("cut");
+      break;
+    case Command::Action::copy:
+      callOnTextField("copy");
+      break;
+    case Command::Action::paste:
+      callOnTextField("paste");
+      break;
+    case Command::Action::selectAll:
+      callOnTextField("selectAll");
+      break;
+    case Command::Action::applyTheme:
+      applyTheme(command.object.toString());
+      break;
+    case Command::Action::settings:
+      m_handlers.settings();
+      break;
+    case Command::Action::about:
+      m_handlers.about();
+      break;
+    case Command::Action::quit:
+      m_handlers.quit();
+      break;
   }
 }
 

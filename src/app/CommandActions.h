@@ -15,8 +15,8 @@ namespace quilmora {
 
 class MindMapViewModel;
 
-// The commands of one window as actions. An entry posts its notification and can be chosen only while somebody receives it
-// and the editor's state gives it something to do.
+// The commands of one window as actions. An entry posts its notification and can be chosen only while somebody receives
+// it and the editor's state gives it something to do.
 class CommandActions : public QObject {
   Q_OBJECT
 

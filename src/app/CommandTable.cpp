@@ -65,8 +65,7 @@ void addFileMenu(std::vector<Command>& table) {
 
 void addTemplateMenu(std::vector<Command>& table) {
   for (const char16_t* name : {u"Brainstorm", u"Project Plan", u"Meeting Notes", u"Research", u"Personal Goals"}) {
-    table.push_back(
-        entry(MenuId::newFromTemplate, name, u"", Notification::newFromTemplate, QString::fromUtf16(name)));
+    table.push_back(entry(MenuId::newFromTemplate, name, u"", Notification::newFromTemplate, QString::fromUtf16(name)));
   }
 }
 

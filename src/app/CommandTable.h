@@ -16,10 +16,10 @@ enum class MenuId { file, newFromTemplate, openRecent, exportDocument, edit, vie
 // One entry of the menus: a row of data from which menus and toolbar are made.
 struct Command {
   enum class Action {
-    post,        // posts `notification` with `object`
-    submenu,     // opens `submenu`
+    post,     // posts `notification` with `object`
+    submenu,  // opens `submenu`
     deleteSelection,
-    cut,         // these four act on the text field that has the keyboard
+    cut,  // these four act on the text field that has the keyboard
     copy,
     paste,
     selectAll,
@@ -29,7 +29,7 @@ struct Command {
     quit,
   };
 
-  QString id;  // unique; for entries with the same notification it tells them apart
+  QString id;                  // unique; for entries with the same notification it tells them apart
   std::optional<MenuId> menu;  // nothing: stands in the toolbar only
   QString text;
   QString key;  // as the product's data tells keys, such as "⇧⌘S"
@@ -57,7 +57,7 @@ const std::vector<MenuTitle>& menuBarTable();
 // A button of the toolbar: a command with a symbol.
 struct ToolbarButton {
   QString commandId;
-  QString name;     // the accessible name, and the tooltip with the key behind it
+  QString name;  // the accessible name, and the tooltip with the key behind it
   QString symbol;
   bool gapBefore = false;
   bool stretchBefore = false;

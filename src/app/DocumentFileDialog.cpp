@@ -1,8 +1,10 @@
 #include "app/DocumentFileDialog.h"
 
 #include <QDir>
-#include <QLineEdit>
+#include <QHeaderView>
+#include <QSplitter>
 #include <QStandardPaths>
+#include <QTreeView>
 #include <QUrl>
 
 #include "app/AlertDialog.h"
@@ -14,6 +16,10 @@ namespace quilmora {
 namespace {
 
 constexpr QSize dialogSize(780, 520);
+constexpr int placesWidth = 150;
+constexpr int nameColumn = 0;
+constexpr int typeColumn = 2;
+constexpr int nameColumnWidth = 300;
 
 }  // namespace
 
@@ -28,37 +34,37 @@ QIcon SymbolFileIcons::icon(const QFileInfo& info) const {
   return icon(info.isDir() ? Folder : File);
 }
 
-DocumentFileDialog::DocumentFileDialog(const Look& look, const FilePanels::SaveRequest& request, QWidget* parent)
-    : QFileDialog(parent), m_look(look), m_icons(look) {
+DocumentFileDialog::DocumentFileDialog(const Look& look, SymbolFileIcons& icons, const FilePanels::SaveRequest& request,
+                                       QWidget* parent)
+    : QFileDialog(parent), m_look(look) {
   setAcceptMode(AcceptSave);
   setFileMode(AnyFile);
   setWindowTitle(tr("Save"));
-  prepare({request.extension});
+  prepare(icons, {request.extension});
   setDefaultSuffix(request.extension);
   setOption(DontConfirmOverwrite);
   setDirectory(request.folder);
   selectFile(request.suggestedName);
 }
 
-DocumentFileDialog::DocumentFileDialog(const Look& look, const FilePanels::OpenRequest& request, QWidget* parent)
-    : QFileDialog(parent), m_look(look), m_icons(look), m_allowsFolders(request.allowsFolders) {
+DocumentFileDialog::DocumentFileDialog(const Look& look, SymbolFileIcons& icons, const FilePanels::OpenRequest& request,
+                                       QWidget* parent)
+    : QFileDialog(parent), m_look(look), m_allowsFolders(request.allowsFolders) {
   setAcceptMode(AcceptOpen);
   setFileMode(ExistingFile);
   setWindowTitle(tr("Open"));
-  prepare(request.extensions);
+  prepare(icons, request.extensions);
   // Going into a package is choosing it.
   connect(this, &QFileDialog::directoryEntered, this, [this](const QString& folder) {
     if (isPackage(folder)) choose(folder);
   });
 }
 
-DocumentFileDialog::~DocumentFileDialog() { setIconProvider(nullptr); }
-
-void DocumentFileDialog::prepare(const QStringList& extensions) {
+void DocumentFileDialog::prepare(SymbolFileIcons& icons, const QStringList& extensions) {
   m_extensions = extensions;
   setOption(DontUseNativeDialog);
   setOption(DontUseCustomDirectoryIcons);
-  setIconProvider(&m_icons);
+  setIconProvider(&icons);
   setViewMode(Detail);
   QStringList patterns;
   for (const QString& extension : extensions) patterns.append(QStringLiteral("*.") + extension);
@@ -71,6 +77,17 @@ void DocumentFileDialog::prepare(const QStringList& extensions) {
   }
   setSidebarUrls(places);
   resize(dialogSize);
+  arrangeList();
+}
+
+void DocumentFileDialog::arrangeList() {
+  if (auto* splitter = findChild<QSplitter*>()) splitter->setSizes({placesWidth, dialogSize.width() - placesWidth});
+  auto* list = findChild<QTreeView*>();
+  if (list == nullptr) return;
+  list->setColumnHidden(typeColumn, true);
+  list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+  list->header()->setSectionResizeMode(nameColumn, QHeaderView::Interactive);
+  list->header()->resizeSection(nameColumn, nameColumnWidth);
 }
 
 bool DocumentFileDialog::isPackage(const QString& path) const {

@@ -20,14 +20,14 @@ class SymbolFileIcons final : public QFileIconProvider {
   const Look& m_look;
 };
 
-// Chooses a document: a file, or a package, which is a folder that counts as one item. Before a file is replaced it asks.
+// Chooses a document: a file, or a package, which is a folder that counts as one item. Before a file is replaced it
+// asks. `icons` outlives the dialog.
 class DocumentFileDialog final : public QFileDialog {
   Q_OBJECT
 
  public:
-  DocumentFileDialog(const Look& look, const FilePanels::SaveRequest& request, QWidget* parent);
-  DocumentFileDialog(const Look& look, const FilePanels::OpenRequest& request, QWidget* parent);
-  ~DocumentFileDialog() override;
+  DocumentFileDialog(const Look& look, SymbolFileIcons& icons, const FilePanels::SaveRequest& request, QWidget* parent);
+  DocumentFileDialog(const Look& look, SymbolFileIcons& icons, const FilePanels::OpenRequest& request, QWidget* parent);
 
   // After the dialog was accepted.
   QString chosenPath() const { return m_chosenPath; }
@@ -36,13 +36,13 @@ class DocumentFileDialog final : public QFileDialog {
   void accept() override;
 
  private:
-  void prepare(const QStringList& extensions);
+  void prepare(SymbolFileIcons& icons, const QStringList& extensions);
+  void arrangeList();
   bool isPackage(const QString& path) const;
   void choose(const QString& path);
   bool mayReplace(const QString& path);
 
   const Look& m_look;
-  SymbolFileIcons m_icons;
   QStringList m_extensions;
   bool m_allowsFolders = false;
   QString m_chosenPath;

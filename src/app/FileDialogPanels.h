@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/FilePanels.h"
+#include "app/DocumentFileDialog.h"
 
 namespace quilmora {
 
@@ -9,13 +9,17 @@ class Look;
 // File dialogs of the toolkit in the application's look, above the active window.
 class FileDialogPanels final : public FilePanels {
  public:
-  explicit FileDialogPanels(const Look& look) : m_look(look) {}
+  // Opening starts in `openFolder`, later where the last document was chosen.
+  FileDialogPanels(const Look& look, QString openFolder)
+      : m_look(look), m_icons(look), m_openFolder(std::move(openFolder)) {}
 
   std::optional<QString> askSavePath(const SaveRequest& request) override;
   std::optional<QString> askOpenPath(const OpenRequest& request) override;
 
  private:
   const Look& m_look;
+  SymbolFileIcons m_icons;
+  QString m_openFolder;
 };
 
 }  // namespace quilmora

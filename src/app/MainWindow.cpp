@@ -28,7 +28,9 @@ namespace {
 constexpr QSize defaultWindowSize(1280, 800);
 
 // "[*]" stands for the mark of unsaved changes in a window title.
-QString withoutPlaceholder(QString text) { return text.replace(QLatin1String("[*]"), QLatin1String("[*][*]")); }
+QString withoutPlaceholder(QString text) {
+  return text.replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
+}
 
 }  // namespace
 
@@ -139,11 +141,17 @@ void MainWindow::receiveNotifications() {
   receive(toggleInspector, [this](const QVariant&) { setShowsInspector(!showsInspector()); });
 }
 
-bool MainWindow::showsSidebar() const { return m_machine.settings.flag(settings::showSidebar).value_or(true); }
+bool MainWindow::showsSidebar() const {
+  return m_machine.settings.flag(settings::showSidebar).value_or(true);
+}
 
-bool MainWindow::showsInspector() const { return m_machine.settings.flag(settings::showInspector).value_or(true); }
+bool MainWindow::showsInspector() const {
+  return m_machine.settings.flag(settings::showInspector).value_or(true);
+}
 
-SidebarTab MainWindow::sidebarTab() const { return m_sidebar->activeTab(); }
+SidebarTab MainWindow::sidebarTab() const {
+  return m_sidebar->activeTab();
+}
 
 void MainWindow::setShowsSidebar(bool shows) {
   m_machine.settings.setFlag(settings::showSidebar, shows);

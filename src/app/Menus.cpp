@@ -19,8 +19,10 @@ class MenuBuilder {
       if (command.menu != id) continue;
       if (command.dividerBefore) menu.addSeparator();
       if (!command.sectionBefore.isEmpty()) menu.addSection(command.sectionBefore);
-      if (command.submenu) menu.addMenu(makeSubmenu(command, menu));
-      else menu.addAction(m_actions.action(command.id));
+      if (command.submenu)
+        menu.addMenu(makeSubmenu(command, menu));
+      else
+        menu.addAction(m_actions.action(command.id));
     }
   }
 

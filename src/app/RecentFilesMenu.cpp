@@ -22,7 +22,8 @@ void RecentFilesMenu::rebuild() {
     QString name = QFileInfo(path).fileName();
     QAction* entry = addAction(name.replace(QLatin1Char('&'), QLatin1String("&&")));
     entry->setToolTip(path);
-    connect(entry, &QAction::triggered, this, [this, path] { m_notifications.post(Notification::openRecentFile, path); });
+    connect(entry, &QAction::triggered, this,
+            [this, path] { m_notifications.post(Notification::openRecentFile, path); });
   }
   if (m_files.urls().isEmpty()) {
     addAction(QStringLiteral("No Recent Documents"))->setEnabled(false);

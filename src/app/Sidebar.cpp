@@ -42,10 +42,12 @@ class TabButton final : public QAbstractButton {
   void paintEvent(QPaintEvent*) override {
     QPainter painter(this);
     const Tokens& tokens = m_look.tokens();
-    const QRectF inner = QRectF(rect()).adjusted(metrics::gapSmall, metrics::gapSmall, -metrics::gapSmall,
-                                                 -metrics::gapSmall);
-    if (isDown()) paint::fillRounded(painter, inner, metrics::controlRadius, tokens.pressed);
-    else if (underMouse() && !isChecked()) paint::fillRounded(painter, inner, metrics::controlRadius, tokens.hover);
+    const QRectF inner =
+        QRectF(rect()).adjusted(metrics::gapSmall, metrics::gapSmall, -metrics::gapSmall, -metrics::gapSmall);
+    if (isDown())
+      paint::fillRounded(painter, inner, metrics::controlRadius, tokens.pressed);
+    else if (underMouse() && !isChecked())
+      paint::fillRounded(painter, inner, metrics::controlRadius, tokens.hover);
     QStyleOption option;
     option.initFrom(this);
     if (showsKeyboardFocus(option)) {

@@ -19,6 +19,8 @@ StatusLine::StatusLine(const Look& look, const MindMapViewModel& editor, QWidget
   refresh();
 }
 
-void StatusLine::refresh() { m_count->setText(QStringLiteral("%1 topics").arg(m_editor.mindMap().nodes.size())); }
+void StatusLine::refresh() {
+  m_count->setText(QStringLiteral("%1 topics").arg(m_editor.mindMap().nodes.size()));
+}
 
 }  // namespace quilmora

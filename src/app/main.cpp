@@ -45,8 +45,10 @@ int main(int argc, char** argv) {
 
   const std::unique_ptr<SingleInstance> instance(SingleInstance::forUser());
   switch (instance->start(documents)) {
-    case SingleInstance::Result::first: break;
-    case SingleInstance::Result::handedOver: return 0;
+    case SingleInstance::Result::first:
+      break;
+    case SingleInstance::Result::handedOver:
+      return 0;
     case SingleInstance::Result::failed:
       std::fprintf(stderr, "Quilmora: %s\n", qPrintable(instance->error()));
       return 1;
@@ -61,7 +63,7 @@ int main(int argc, char** argv) {
   TimerScheduler scheduler;
   const SystemDesktopAppearance desktop;
   Look look(settings, desktop);
-  FileDialogPanels panels(look);
+  FileDialogPanels panels(look, defaultFolder());
   DialogAlerts alerts(look);
   Application application(toolkit, {clock, settings, bookmarks, log, writer, scheduler, panels, alerts, look,
                                     defaultFolder(), [] { QCoreApplication::exit(0); }});

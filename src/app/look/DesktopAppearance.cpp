@@ -22,9 +22,12 @@ constexpr int portalTimeoutMilliseconds = 150;
 std::optional<bool> darknessOf(QVariant value) {
   while (value.canConvert<QDBusVariant>()) value = value.value<QDBusVariant>().variant();
   switch (value.toUInt()) {
-    case 1: return true;
-    case 2: return false;
-    default: return std::nullopt;
+    case 1:
+      return true;
+    case 2:
+      return false;
+    default:
+      return std::nullopt;
   }
 }
 
@@ -50,11 +53,12 @@ SystemDesktopAppearance::SystemDesktopAppearance() {
 
   m_portalPrefersDark = askPortal();
   if (qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS")) return;
-  QDBusConnection::sessionBus().connect(portalService, portalPath, portalInterface, QStringLiteral("SettingChanged"), this,
-                                        SLOT(portalSettingChanged(QString, QString, QDBusVariant)));
+  QDBusConnection::sessionBus().connect(portalService, portalPath, portalInterface, QStringLiteral("SettingChanged"),
+                                        this, SLOT(portalSettingChanged(QString, QString, QDBusVariant)));
 }
 
-void SystemDesktopAppearance::portalSettingChanged(const QString& group, const QString& key, const QDBusVariant& value) {
+void SystemDesktopAppearance::portalSettingChanged(const QString& group, const QString& key,
+                                                   const QDBusVariant& value) {
   if (group != appearanceGroup || key != colorSchemeKey) return;
   m_portalPrefersDark = darknessOf(value.variant());
   Q_EMIT changed();

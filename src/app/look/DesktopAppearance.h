@@ -21,8 +21,8 @@ class DesktopAppearance : public QObject {
   void changed();
 };
 
-// Asks the settings portal of the session, and judges by the toolkit's own palette where there is none. Must be made before
-// a palette or font of ours is set on the application.
+// Asks the settings portal of the session, and judges by the toolkit's own palette where there is none. Must be made
+// before a palette or font of ours is set on the application.
 class SystemDesktopAppearance final : public DesktopAppearance {
   Q_OBJECT
 

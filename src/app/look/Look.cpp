@@ -45,8 +45,11 @@ QFont Look::font(TextStyle style) const {
   const double unit = QFontInfo(m_baseFont).pixelSize() / static_cast<double>(metrics::baseText);
   const auto resize = [&](int size) { font.setPixelSize(qRound(size * unit)); };
   switch (style) {
-    case TextStyle::base: break;
-    case TextStyle::baseSemibold: font.setWeight(QFont::DemiBold); break;
+    case TextStyle::base:
+      break;
+    case TextStyle::baseSemibold:
+      font.setWeight(QFont::DemiBold);
+      break;
     case TextStyle::sectionHeader:
       resize(metrics::sectionHeaderText);
       font.setWeight(QFont::DemiBold);
@@ -89,9 +92,13 @@ QPalette paletteFor(const Tokens& tokens) {
   return palette;
 }
 
-QPalette Look::palette() const { return paletteFor(*m_tokens); }
+QPalette Look::palette() const {
+  return paletteFor(*m_tokens);
+}
 
-QIcon Look::icon(const QString& symbol) const { return symbolIcon(m_tokens, symbol); }
+QIcon Look::icon(const QString& symbol) const {
+  return symbolIcon(m_tokens, symbol);
+}
 
 void Look::install(QApplication& application) const {
   m_isInstalled = true;

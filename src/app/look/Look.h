@@ -16,8 +16,8 @@ namespace quilmora {
 class DesktopAppearance;
 class SettingsStore;
 
-// The look in force: light or dark by the setting `appearance`, else by the desktop. Every view takes its colours and fonts
-// from here and repaints at changed().
+// The look in force: light or dark by the setting `appearance`, else by the desktop. Every view takes its colours and
+// fonts from here and repaints at changed().
 class Look : public QObject {
   Q_OBJECT
 

@@ -20,11 +20,21 @@ bool isHovered(const QStyleOption& option) {
 void LookStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
                                    const QWidget* widget) const {
   switch (control) {
-    case CC_ScrollBar: drawScrollBar(*option, *painter, widget); return;
-    case CC_Slider: drawSlider(*option, *painter, widget); return;
-    case CC_ComboBox: drawComboBox(*option, *painter, widget); return;
-    case CC_SpinBox: drawSpinBox(*option, *painter, widget); return;
-    case CC_GroupBox: drawGroupBox(*option, *painter, widget); return;
+    case CC_ScrollBar:
+      drawScrollBar(*option, *painter, widget);
+      return;
+    case CC_Slider:
+      drawSlider(*option, *painter, widget);
+      return;
+    case CC_ComboBox:
+      drawComboBox(*option, *painter, widget);
+      return;
+    case CC_SpinBox:
+      drawSpinBox(*option, *painter, widget);
+      return;
+    case CC_GroupBox:
+      drawGroupBox(*option, *painter, widget);
+      return;
     case CC_ToolButton:
       if (const auto* button = qstyleoption_cast<const QStyleOptionToolButton*>(option)) {
         // The panel shows the focus itself, and an icon tells its menu without a corner arrow.
@@ -35,7 +45,8 @@ void LookStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
         proxy()->drawControl(CE_ToolButtonLabel, &copy, painter, widget);
       }
       return;
-    default: QProxyStyle::drawComplexControl(control, option, painter, widget);
+    default:
+      QProxyStyle::drawComplexControl(control, option, painter, widget);
   }
 }
 
@@ -65,10 +76,14 @@ QRect LookStyle::subControlRect(ComplexControl control, const QStyleOptionComple
                         : QRect(rect.left(), rect.top() + from, rect.width(), size);
     };
     switch (part) {
-      case SC_ScrollBarSlider: return along(start, thumb);
-      case SC_ScrollBarSubPage: return along(0, start);
-      case SC_ScrollBarAddPage: return along(start + thumb, length - start - thumb);
-      default: return rect;
+      case SC_ScrollBarSlider:
+        return along(start, thumb);
+      case SC_ScrollBarSubPage:
+        return along(0, start);
+      case SC_ScrollBarAddPage:
+        return along(start + thumb, length - start - thumb);
+      default:
+        return rect;
     }
   }
   if (control == CC_ComboBox) {
@@ -114,11 +129,15 @@ void LookStyle::drawSlider(const QStyleOptionComplex& option, QPainter& painter,
                                   : QRectF(rect.center().x() - 2, rect.top() + 2, 4, rect.height() - 4);
   QRectF done = track;
   if (horizontal) {
-    if (slider->upsideDown) done.setLeft(handle.center().x());
-    else done.setRight(handle.center().x());
+    if (slider->upsideDown)
+      done.setLeft(handle.center().x());
+    else
+      done.setRight(handle.center().x());
   } else {
-    if (slider->upsideDown) done.setTop(handle.center().y());
-    else done.setBottom(handle.center().y());
+    if (slider->upsideDown)
+      done.setTop(handle.center().y());
+    else
+      done.setBottom(handle.center().y());
   }
   paint::fillRounded(painter, track, 2, tokens.groove);
   paint::fillRounded(painter, done, 2, enabled ? tokens.accent : tokens.disabledText);

@@ -21,19 +21,32 @@ void LookStyle::drawControl(ControlElement element, const QStyleOption* option, 
                             const QWidget* widget) const {
   const Tokens& tokens = *m_tokens;
   switch (element) {
-    case CE_PushButtonBevel: drawPushButtonPanel(*option, *painter, widget); return;
-    case CE_PushButtonLabel: drawPushButtonLabel(*option, *painter, widget); return;
-    case CE_MenuItem: drawMenuItem(*option, *painter, widget); return;
-    case CE_MenuBarItem: drawMenuBarItem(*option, *painter, widget); return;
+    case CE_PushButtonBevel:
+      drawPushButtonPanel(*option, *painter, widget);
+      return;
+    case CE_PushButtonLabel:
+      drawPushButtonLabel(*option, *painter, widget);
+      return;
+    case CE_MenuItem:
+      drawMenuItem(*option, *painter, widget);
+      return;
+    case CE_MenuBarItem:
+      drawMenuBarItem(*option, *painter, widget);
+      return;
     case CE_MenuBarEmptyArea:
-    case CE_ToolBar: painter->fillRect(option->rect, tokens.window); return;
+    case CE_ToolBar:
+      painter->fillRect(option->rect, tokens.window);
+      return;
     case CE_MenuEmptyArea:
     case CE_MenuHMargin:
     case CE_MenuVMargin:
     case CE_MenuTearoff:
-    case CE_SizeGrip: return;
-    case CE_Splitter: painter->fillRect(option->rect, tokens.hairline); return;
-    case CE_TabBarTabShape: drawTab(*option, *painter); return;
+    case CE_Splitter:
+    case CE_SizeGrip:
+      return;
+    case CE_TabBarTabShape:
+      drawTab(*option, *painter);
+      return;
     case CE_TabBarTabLabel:
       if (const auto* tab = qstyleoption_cast<const QStyleOptionTab*>(option)) {
         QStyleOptionTab copy = *tab;
@@ -45,11 +58,20 @@ void LookStyle::drawControl(ControlElement element, const QStyleOption* option, 
         QProxyStyle::drawControl(element, &copy, painter, widget);
       }
       return;
-    case CE_ProgressBarGroove: paint::fillRounded(*painter, option->rect, 3, tokens.groove); return;
-    case CE_ProgressBarContents: drawProgress(*option, *painter); return;
-    case CE_ProgressBarLabel: return;
-    case CE_HeaderSection: drawHeaderSection(*option, *painter); return;
-    case CE_HeaderEmptyArea: painter->fillRect(option->rect, tokens.panel); return;
+    case CE_ProgressBarGroove:
+      paint::fillRounded(*painter, option->rect, 3, tokens.groove);
+      return;
+    case CE_ProgressBarContents:
+      drawProgress(*option, *painter);
+      return;
+    case CE_ProgressBarLabel:
+      return;
+    case CE_HeaderSection:
+      drawHeaderSection(*option, *painter);
+      return;
+    case CE_HeaderEmptyArea:
+      painter->fillRect(option->rect, tokens.panel);
+      return;
     case CE_RubberBand:
       paint::fillBordered(*painter, option->rect, 2, tokens.tint, tokens.accent);
       return;
@@ -59,10 +81,12 @@ void LookStyle::drawControl(ControlElement element, const QStyleOption* option, 
         QStyleOptionViewItem copy = *item;
         copy.palette.setColor(QPalette::HighlightedText, item->palette.color(QPalette::Text));
         copy.showDecorationSelected = true;
+        if (copy.state.testFlag(State_Selected)) copy.state.setFlag(State_HasFocus, false);
         QProxyStyle::drawControl(element, &copy, painter, widget);
       }
       return;
-    default: QProxyStyle::drawControl(element, option, painter, widget);
+    default:
+      QProxyStyle::drawControl(element, option, painter, widget);
   }
 }
 
@@ -139,8 +163,9 @@ void LookStyle::drawMenuItem(const QStyleOption& option, QPainter& painter, cons
   painter.save();
   painter.setFont(item->font);
   const qsizetype tab = item->text.indexOf(QLatin1Char('\t'));
-  const int flags = Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextDontClip |
-                    (styleHint(SH_UnderlineShortcut, item, widget, nullptr) ? Qt::TextShowMnemonic : Qt::TextHideMnemonic);
+  const int flags =
+      Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextDontClip |
+      (styleHint(SH_UnderlineShortcut, item, widget, nullptr) ? Qt::TextShowMnemonic : Qt::TextHideMnemonic);
   painter.setPen(enabled ? tokens.text : tokens.disabledText);
   painter.drawText(placed(rest), flags | (rightToLeft ? Qt::AlignRight : Qt::AlignLeft), item->text.left(tab));
   if (tab >= 0) {

@@ -23,17 +23,26 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
                               const QWidget* widget) const {
   const Tokens& tokens = *m_tokens;
   switch (element) {
-    case PE_PanelButtonCommand: drawPushButtonPanel(*option, *painter, widget); return;
-    case PE_PanelButtonTool: drawToolButtonPanel(*option, *painter); return;
+    case PE_PanelButtonCommand:
+      drawPushButtonPanel(*option, *painter, widget);
+      return;
+    case PE_PanelButtonTool:
+      drawToolButtonPanel(*option, *painter);
+      return;
     case PE_PanelLineEdit:
       if (const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option); frame && frame->lineWidth > 0) {
         drawField(*option, *painter);
       }
       return;
-    case PE_FrameLineEdit: return;
+    case PE_FrameLineEdit:
+      return;
     case PE_IndicatorCheckBox:
-    case PE_IndicatorItemViewItemCheck: drawCheckIndicator(*option, *painter, false); return;
-    case PE_IndicatorRadioButton: drawCheckIndicator(*option, *painter, true); return;
+    case PE_IndicatorItemViewItemCheck:
+      drawCheckIndicator(*option, *painter, false);
+      return;
+    case PE_IndicatorRadioButton:
+      drawCheckIndicator(*option, *painter, true);
+      return;
     case PE_Frame:
     case PE_FrameTabWidget:
       paint::drawBorder(*painter, option->rect, metrics::controlRadius, tokens.hairline);
@@ -45,9 +54,12 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
     case PE_FrameButtonTool:
     case PE_FrameButtonBevel:
     case PE_FrameMenu:
-    case PE_PanelScrollAreaCorner: return;
+    case PE_PanelScrollAreaCorner:
+      return;
     case PE_PanelMenuBar:
-    case PE_PanelStatusBar: painter->fillRect(option->rect, tokens.window); return;
+    case PE_PanelStatusBar:
+      painter->fillRect(option->rect, tokens.window);
+      return;
     case PE_PanelMenu:
     case PE_PanelTipLabel:
       painter->fillRect(option->rect, tokens.raised);
@@ -58,14 +70,19 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
         paint::drawBorder(*painter, option->rect, metrics::gapSmall, tokens.accent, metrics::focusRingWidth);
       }
       return;
-    case PE_PanelItemViewRow: return;
-    case PE_PanelItemViewItem: drawRow(*option, *painter); return;
+    case PE_PanelItemViewRow:
+      return;
+    case PE_PanelItemViewItem:
+      drawRow(*option, *painter);
+      return;
     case PE_IndicatorArrowDown:
     case PE_IndicatorSpinDown:
       paint::drawChevron(*painter, option->rect, Qt::DownArrow, textColor(*option, tokens));
       return;
     case PE_IndicatorArrowUp:
-    case PE_IndicatorSpinUp: paint::drawChevron(*painter, option->rect, Qt::UpArrow, textColor(*option, tokens)); return;
+    case PE_IndicatorSpinUp:
+      paint::drawChevron(*painter, option->rect, Qt::UpArrow, textColor(*option, tokens));
+      return;
     case PE_IndicatorArrowLeft:
       paint::drawChevron(*painter, option->rect, Qt::LeftArrow, textColor(*option, tokens));
       return;
@@ -84,8 +101,11 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
         paint::drawChevron(*painter, option->rect, open ? Qt::DownArrow : Qt::RightArrow, tokens.secondary, 7);
       }
       return;
-    case PE_IndicatorToolBarSeparator: paint::drawHairline(*painter, option->rect, Qt::LeftEdge, tokens.hairline); return;
-    default: QProxyStyle::drawPrimitive(element, option, painter, widget);
+    case PE_IndicatorToolBarSeparator:
+      paint::drawHairline(*painter, option->rect, Qt::LeftEdge, tokens.hairline);
+      return;
+    default:
+      QProxyStyle::drawPrimitive(element, option, painter, widget);
   }
 }
 
@@ -108,16 +128,20 @@ void LookStyle::drawPushButtonPanel(const QStyleOption& option, QPainter& painte
       rect.adjust(3, 3, -3, -3);
     }
     QColor fill = accent;
-    if (down) fill = fill.darker(118);
-    else if (isHovered(option)) fill = fill.darker(107);
+    if (down)
+      fill = fill.darker(118);
+    else if (isHovered(option))
+      fill = fill.darker(107);
     paint::fillRounded(painter, rect, focused ? metrics::controlRadius - 3 : metrics::controlRadius, fill);
     return;
   }
   if (!flat) {
     paint::fillBordered(painter, rect, metrics::controlRadius, enabled ? tokens.raised : tokens.panel, tokens.hairline);
   }
-  if (enabled && down) paint::fillRounded(painter, rect, metrics::controlRadius, tokens.pressed);
-  else if (isHovered(option)) paint::fillRounded(painter, rect, metrics::controlRadius, tokens.hover);
+  if (enabled && down)
+    paint::fillRounded(painter, rect, metrics::controlRadius, tokens.pressed);
+  else if (isHovered(option))
+    paint::fillRounded(painter, rect, metrics::controlRadius, tokens.hover);
   if (focused) paint::drawBorder(painter, rect, metrics::controlRadius, tokens.accent, metrics::focusRingWidth);
 }
 
@@ -155,9 +179,12 @@ void LookStyle::drawCheckIndicator(const QStyleOption& option, QPainter& painter
   if (on || partly) {
     paint::fillRounded(painter, rect, radius, enabled ? tokens.accentFill : tokens.groove);
     const QColor mark = enabled ? tokens.onAccent : tokens.disabledText;
-    if (round) paint::fillRounded(painter, rect.adjusted(5, 5, -5, -5), 3, mark);
-    else if (partly) paint::fillRounded(painter, rect.adjusted(4, 7, -4, -7), 1, mark);
-    else paint::drawCheckMark(painter, rect, mark);
+    if (round)
+      paint::fillRounded(painter, rect.adjusted(5, 5, -5, -5), 3, mark);
+    else if (partly)
+      paint::fillRounded(painter, rect.adjusted(4, 7, -4, -7), 1, mark);
+    else
+      paint::drawCheckMark(painter, rect, mark);
   } else {
     const QColor border = isHovered(option) ? tokens.accent : tokens.secondary;
     paint::fillBordered(painter, rect, radius, enabled ? tokens.raised : tokens.panel,
@@ -169,12 +196,23 @@ void LookStyle::drawCheckIndicator(const QStyleOption& option, QPainter& painter
 }
 
 void LookStyle::drawRow(const QStyleOption& option, QPainter& painter) const {
-  const QRectF rect = QRectF(option.rect).adjusted(2, 1, -2, -1);
-  if (option.state.testFlag(State_Selected)) {
-    paint::fillRounded(painter, rect, metrics::controlRadius, m_tokens->tint);
-  } else if (isHovered(option)) {
-    paint::fillRounded(painter, rect, metrics::controlRadius, m_tokens->hover);
-  }
+  const bool selected = option.state.testFlag(State_Selected);
+  if (!selected && !isHovered(option)) return;
+  const auto* item = qstyleoption_cast<const QStyleOptionViewItem*>(&option);
+  const auto position = item != nullptr ? item->viewItemPosition : QStyleOptionViewItem::OnlyOne;
+  const bool rightToLeft = option.direction == Qt::RightToLeft;
+  const bool begins = position != QStyleOptionViewItem::Middle && position != QStyleOptionViewItem::End;
+  const bool ends = position != QStyleOptionViewItem::Middle && position != QStyleOptionViewItem::Beginning;
+  // The cells of one row make one shape: an inner end reaches out of its cell and is cut off there.
+  const int beyond = metrics::controlRadius;
+  QRectF rect = QRectF(option.rect).adjusted(0, 1, 0, -1);
+  const bool isLeftEnd = rightToLeft ? ends : begins;
+  const bool isRightEnd = rightToLeft ? begins : ends;
+  rect.adjust(isLeftEnd ? 2 : -beyond, 0, isRightEnd ? -2 : beyond, 0);
+  painter.save();
+  painter.setClipRect(option.rect, Qt::IntersectClip);
+  paint::fillRounded(painter, rect, metrics::controlRadius, selected ? m_tokens->tint : m_tokens->hover);
+  painter.restore();
 }
 
 }  // namespace quilmora

@@ -8,8 +8,8 @@
 
 namespace quilmora {
 
-// Draws every standard control from the tokens, on top of the toolkit's Fusion style, whose geometry it keeps where it says
-// nothing else. A dynamic property "destructive" set to true colours a push button as one that destroys.
+// Draws every standard control from the tokens, on top of the toolkit's Fusion style, whose geometry it keeps where it
+// says nothing else. A dynamic property "destructive" set to true colours a push button as one that destroys.
 class LookStyle final : public QProxyStyle {
   Q_OBJECT
 

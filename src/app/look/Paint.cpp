@@ -57,10 +57,18 @@ void drawHairline(QPainter& painter, const QRectF& rect, Qt::Edge edge, const QC
   const double pixel = devicePixel(painter);
   QRectF line = snapped(painter, rect);
   switch (edge) {
-    case Qt::TopEdge: line.setHeight(pixel); break;
-    case Qt::LeftEdge: line.setWidth(pixel); break;
-    case Qt::RightEdge: line.setLeft(line.right() - pixel); break;
-    case Qt::BottomEdge: line.setTop(line.bottom() - pixel); break;
+    case Qt::TopEdge:
+      line.setHeight(pixel);
+      break;
+    case Qt::LeftEdge:
+      line.setWidth(pixel);
+      break;
+    case Qt::RightEdge:
+      line.setLeft(line.right() - pixel);
+      break;
+    case Qt::BottomEdge:
+      line.setTop(line.bottom() - pixel);
+      break;
   }
   painter.fillRect(line, color);
 }
@@ -77,10 +85,17 @@ void drawChevron(QPainter& painter, const QRectF& rect, Qt::ArrowType direction,
   const Scope scope(&painter);
   painter.translate(rect.center());
   switch (direction) {
-    case Qt::UpArrow: painter.rotate(180); break;
-    case Qt::LeftArrow: painter.rotate(90); break;
-    case Qt::RightArrow: painter.rotate(-90); break;
-    default: break;
+    case Qt::UpArrow:
+      painter.rotate(180);
+      break;
+    case Qt::LeftArrow:
+      painter.rotate(90);
+      break;
+    case Qt::RightArrow:
+      painter.rotate(-90);
+      break;
+    default:
+      break;
   }
   const double half = size / 2;
   painter.setPen(strokePen(color, 1.5));

@@ -77,7 +77,9 @@ QSize TextLabel::sizeHint() const {
   return {fontMetrics().horizontalAdvance(m_text) + 1, fontMetrics().height()};
 }
 
-QSize TextLabel::minimumSizeHint() const { return {fontMetrics().averageCharWidth() * 4, fontMetrics().height()}; }
+QSize TextLabel::minimumSizeHint() const {
+  return {fontMetrics().averageCharWidth() * 4, fontMetrics().height()};
+}
 
 int TextLabel::heightForWidth(int width) const {
   return fontMetrics().boundingRect(QRect(0, 0, width, 10'000), int(m_alignment) | Qt::TextWordWrap, m_text).height();
@@ -94,7 +96,9 @@ void TextLabel::paintEvent(QPaintEvent*) {
   }
 }
 
-void TextLabel::resizeEvent(QResizeEvent*) { updateToolTip(); }
+void TextLabel::resizeEvent(QResizeEvent*) {
+  updateToolTip();
+}
 
 void TextLabel::updateToolTip() {
   const bool isCut = m_overflow == Overflow::elides && fontMetrics().horizontalAdvance(m_text) > width();
@@ -107,7 +111,8 @@ EmptyState::EmptyState(const Look& look, const QString& symbol, const QString& t
   label->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
   label->setFixedWidth(emptyStateWidth);
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(metrics::panelPadding, metrics::panelPadding, metrics::panelPadding, metrics::panelPadding);
+  column->setContentsMargins(metrics::panelPadding, metrics::panelPadding, metrics::panelPadding,
+                             metrics::panelPadding);
   column->setSpacing(metrics::gapMedium);
   column->addStretch(2);
   column->addWidget(new SymbolLabel(look, symbol, emptyStateSymbol, &Tokens::secondary, this), 0, Qt::AlignHCenter);

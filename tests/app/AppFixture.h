@@ -1,0 +1,83 @@
+#pragma once
+
+#include <memory>
+
+#include <QApplication>
+#include <QTemporaryDir>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include "app/Alerts.h"
+#include "app/Application.h"
+#include "app/CommandActions.h"
+#include "app/MainWindow.h"
+#include "app/look/DesktopAppearance.h"
+#include "app/look/Look.h"
+#include "canvas/view/CanvasView.h"
+#include "platform/Bookmarks.h"
+#include "platform/FilePanels.h"
+#include "platform/FileWriter.h"
+#include "platform/Log.h"
+#include "platform/Scheduler.h"
+#include "platform/SettingsStore.h"
+#include "themes/SettingsKeys.h"
+
+namespace quilmora {
+
+// A whole application on a machine of twins. Files are real, in a folder that goes with the test.
+class AppTest : public ::testing::Test {
+ protected:
+  // Dresses the application and shows the window.
+  void start(const QStringList& documents = {}) {
+    m_look = std::make_unique<Look>(m_settings, m_desktop);
+    m_application = std::make_unique<Application>(*qApp, machine());
+    m_application->start(documents);
+  }
+  void startActive(const QStringList& documents = {}) {
+    start(documents);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
+  }
+
+  Machine machine() {
+    return {m_clock,
+            m_settings,
+            m_bookmarks,
+            m_log,
+            m_writer,
+            m_scheduler,
+            m_panels,
+            m_alerts,
+            *m_look,
+            defaultFolder(),
+            [this] { ++m_terminations; }};
+  }
+  MainWindow& window() { return m_application->window(); }
+  MindMapViewModel& editor() { return window().editor(); }
+  NotificationCenter& notifications() { return m_application->notifications(); }
+  QAction* action(const char* id) { return window().actions().action(QLatin1String(id)); }
+  QString path(const char* name) const { return m_folder.filePath(QLatin1String(name)); }
+  QString defaultFolder() const { return path("Documents/Quilmora"); }
+  QString writtenMap(const char* name, const char* title) const {
+    MindMap map = MindMap::blankMap(m_clock);
+    map.title = QLatin1String(title);
+    EXPECT_TRUE(DiskFileWriter().write(path(name), encodeDocument(map)).isEmpty());
+    return path(name);
+  }
+  QString titleIn(const QString& file) const { return decodeDocumentAt(file).title; }
+
+  QTemporaryDir m_folder;
+  ManualClock m_clock;
+  MemorySettingsStore m_settings;
+  PathBookmarks m_bookmarks;
+  MemoryLog m_log;
+  DiskFileWriter m_writer;
+  ManualScheduler m_scheduler;
+  QueuedFilePanels m_panels;
+  RecordedAlerts m_alerts;
+  FixedDesktopAppearance m_desktop;
+  std::unique_ptr<Look> m_look;
+  int m_terminations = 0;
+  std::unique_ptr<Application> m_application;  // ends first
+};
+
+}  // namespace quilmora

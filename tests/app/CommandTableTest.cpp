@@ -1,0 +1,169 @@
+#include <set>
+
+#include <gtest/gtest.h>
+
+#include "app/CommandTable.h"
+
+namespace quilmora {
+namespace {
+
+// "Text | key | notification | object", with a line of dashes where a divider stands and brackets around a section.
+QStringList rowsOf(MenuId menu) {
+  QStringList rows;
+  for (const Command& command : commandTable()) {
+    if (command.menu != menu) continue;
+    if (command.dividerBefore) rows.append(QStringLiteral("---"));
+    if (!command.sectionBefore.isEmpty()) rows.append(QLatin1Char('[') + command.sectionBefore + QLatin1Char(']'));
+    QStringList parts{command.text};
+    parts.append(command.keySequence().toString(QKeySequence::PortableText));
+    parts.append(command.notification ? notificationName(*command.notification) : QString());
+    parts.append(command.object.toString());
+    while (parts.size() > 1 && parts.constLast().isEmpty()) parts.removeLast();
+    rows.append(parts.join(QStringLiteral(" | ")));
+  }
+  return rows;
+}
+
+QStringList lines(std::initializer_list<const char*> texts) {
+  QStringList list;
+  for (const char* text : texts) list.append(QString::fromUtf8(text));
+  return list;
+}
+
+TEST(CommandTable, FileMenu) {
+  EXPECT_EQ(rowsOf(MenuId::file), lines({
+                                      "New Topic | Ctrl+N | createNode",
+                                      "New from Template",
+                                      "New Branch | Ctrl+E | createEdge",
+                                      "---",
+                                      "Open... | Ctrl+O | openDocument",
+                                      "Open Recent",
+                                      "Save... | Ctrl+S | saveDocument",
+                                      "Save As... | Ctrl+Shift+S | saveDocumentAs",
+                                      "---",
+                                      "Import... |  | importDocument",
+                                      "Export",
+                                      "---",
+                                      "Quit | Ctrl+Q",
+                                  }));
+}
+
+TEST(CommandTable, TemplatesCarryTheirNames) {
+  EXPECT_EQ(rowsOf(MenuId::newFromTemplate), lines({
+                                                 "Brainstorm |  | newFromTemplate | Brainstorm",
+                                                 "Project Plan |  | newFromTemplate | Project Plan",
+                                                 "Meeting Notes |  | newFromTemplate | Meeting Notes",
+                                                 "Research |  | newFromTemplate | Research",
+                                                 "Personal Goals |  | newFromTemplate | Personal Goals",
+                                             }));
+}
+
+TEST(CommandTable, ExportsCarryTheRawTextOfTheFormat) {
+  EXPECT_EQ(rowsOf(MenuId::exportDocument), lines({
+                                                "JSON |  | exportDocument | json",
+                                                "PNG Image |  | exportDocument | png",
+                                                "PDF |  | exportDocument | pdf",
+                                                "SVG |  | exportDocument | svg",
+                                                "---",
+                                                "OPML |  | exportDocument | opml",
+                                                "Markdown |  | exportDocument | md",
+                                            }));
+}
+
+TEST(CommandTable, EditMenu) {
+  EXPECT_EQ(rowsOf(MenuId::edit), lines({
+                                      "Undo | Ctrl+Z | undo",
+                                      "Redo | Ctrl+Shift+Z | redo",
+                                      "---",
+                                      "Cut | Ctrl+X",
+                                      "Copy | Ctrl+C",
+                                      "Paste | Ctrl+V",
+                                      "Select All | Ctrl+A",
+                                      "Duplicate | Ctrl+D | duplicateSelection",
+                                      "---",
+                                      "Settings… | Ctrl+,",
+                                  }));
+}
+
+TEST(CommandTable, ViewMenu) {
+  EXPECT_EQ(rowsOf(MenuId::view), lines({
+                                      "Collapse | Ctrl+[ | collapseNode",
+                                      "Expand | Ctrl+] | expandNode",
+                                      "AI Generate... | Ctrl+Shift+G | aiGenerate",
+                                      "AI Chat | Ctrl+Shift+L | toggleAIChat",
+                                      "Command Palette | Ctrl+K | toggleCommandPalette",
+                                      "Find... | Ctrl+F | toggleSearch",
+                                      "Toggle Outline | Ctrl+Shift+O | toggleOutline",
+                                      "Toggle Left Sidebar | Ctrl+Alt+S | toggleSidebar",
+                                      "Toggle Inspector | Ctrl+Shift+I | toggleInspector",
+                                      "Presentation Mode | Ctrl+Shift+P | togglePresentation",
+                                      "Recolor by Branch |  | recolorByBranch",
+                                      "Recolor by Theme |  | recolorByTheme",
+                                      "---",
+                                      "Zoom to Fit | Ctrl+0 | zoomToFit",
+                                      "Zoom In | Ctrl+= | zoomIn",
+                                      "Zoom Out | Ctrl+- | zoomOut",
+                                      "---",
+                                      "Layout",
+                                      "Theme",
+                                  }));
+}
+
+TEST(CommandTable, LayoutMenu) {
+  EXPECT_EQ(rowsOf(MenuId::layout), lines({
+                                        "Tree |  | applyTreeLayout",
+                                        "Vertical Tree |  | applyVerticalTreeLayout",
+                                        "Radial |  | applyRadialLayout",
+                                        "Left/Right Tree |  | applyLeftRightLayout",
+                                        "Org Chart |  | applyOrgChartLayout",
+                                    }));
+}
+
+TEST(CommandTable, ThemesStandInTwoGroups) {
+  const QStringList rows = rowsOf(MenuId::theme);
+  EXPECT_EQ(rows.first(), QStringLiteral("[Classic]"));
+  EXPECT_EQ(rows.filter(QStringLiteral("[")), lines({"[Classic]", "[Vibrant]"}));
+  EXPECT_TRUE(rows.contains(QStringLiteral("Lavender |  |  | purple")));
+}
+
+TEST(CommandTable, HelpMenu) {
+  EXPECT_EQ(rowsOf(MenuId::help), lines({"Quilmora Quick Start |  | showOnboarding", "---", "About Quilmora"}));
+}
+
+TEST(CommandTable, MenuBar) {
+  QStringList titles;
+  for (const MenuTitle& title : menuBarTable()) titles.append(title.title);
+  EXPECT_EQ(titles, lines({"&File", "&Edit", "&View", "&Help"}));
+}
+
+TEST(CommandTable, IdsAndKeysAreUnique) {
+  std::set<QString> ids;
+  std::set<QString> keys;
+  for (const Command& command : commandTable()) {
+    EXPECT_TRUE(ids.insert(command.id).second) << command.id.toStdString();
+    if (!command.key.isEmpty()) {
+      EXPECT_TRUE(keys.insert(command.keySequence().toString()).second) << command.key.toStdString();
+      EXPECT_FALSE(command.keySequence().isEmpty()) << command.key.toStdString();
+    }
+  }
+}
+
+TEST(CommandTable, Toolbar) {
+  QStringList rows;
+  for (const ToolbarButton& button : toolbarTable()) {
+    rows.append(QStringLiteral("%1 | %2 | %3").arg(button.name, button.symbol, toolbarToolTip(button)));
+    EXPECT_NE(findCommand(button.commandId), nullptr) << button.name.toStdString();
+  }
+  EXPECT_EQ(rows, lines({
+                      "Toggle Left Sidebar | sidebar.leading | Toggle Left Sidebar (Ctrl+Alt+S)",
+                      "AI Generate | sparkles | AI Generate (Ctrl+Shift+G)",
+                      "AI Chat | bubble.left.and.text.bubble.right | AI Chat (Ctrl+Shift+L)",
+                      "New Topic | plus.circle.fill | New Topic (Ctrl+N)",
+                      "New Branch | arrow.right | New Branch (Ctrl+E)",
+                      "Delete | trash | Delete (Delete)",
+                      "Toggle Inspector | sidebar.trailing | Toggle Inspector (Ctrl+Shift+I)",
+                  }));
+}
+
+}  // namespace
+}  // namespace quilmora

@@ -1,0 +1,269 @@
+#include <QFile>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QToolButton>
+
+#include "app/AppFixture.h"
+#include "app/InspectorPanel.h"
+#include "app/Sidebar.h"
+#include "app/StatusLine.h"
+#include "app/Toolbar.h"
+#include "canvas/view/TitleEditor.h"
+
+namespace quilmora {
+namespace {
+
+using namespace std::chrono_literals;
+
+class MainWindowTest : public AppTest {
+ protected:
+  QMenu* menu(const char* title) {
+    for (QAction* entry : window().menuBar()->actions()) {
+      if (entry->text() == QLatin1String(title)) return entry->menu();
+    }
+    return nullptr;
+  }
+  static QMenu* submenu(QMenu* menu, const char* title) {
+    for (QAction* entry : menu->actions()) {
+      if (entry->text() == QLatin1String(title)) return entry->menu();
+    }
+    return nullptr;
+  }
+  // Texts in order; a divider is "---", what cannot be chosen now stands in parentheses.
+  static QStringList entriesOf(QMenu* menu) {
+    QStringList entries;
+    for (QAction* entry : menu->actions()) {
+      const QString text = entry->isSeparator() ? QStringLiteral("---") : entry->text();
+      entries.append(entry->isEnabled() ? text : QLatin1Char('(') + text + QLatin1Char(')'));
+    }
+    return entries;
+  }
+  static QStringList lines(std::initializer_list<const char*> texts) {
+    QStringList list;
+    for (const char* text : texts) list.append(QString::fromUtf8(text));
+    return list;
+  }
+};
+
+TEST_F(MainWindowTest, MenusOfANewWindow) {
+  start();
+  EXPECT_EQ(entriesOf(menu("&File")),
+            lines({"New Topic", "New from Template", "(New Branch)", "---", "Open...", "Open Recent", "Save...",
+                   "Save As...", "---", "(Import...)", "Export", "---", "Quit"}));
+  EXPECT_EQ(entriesOf(submenu(menu("&File"), "New from Template")),
+            lines({"(Brainstorm)", "(Project Plan)", "(Meeting Notes)", "(Research)", "(Personal Goals)"}));
+  EXPECT_EQ(entriesOf(submenu(menu("&File"), "Export")),
+            lines({"(JSON)", "(PNG Image)", "(PDF)", "(SVG)", "---", "(OPML)", "(Markdown)"}));
+  EXPECT_EQ(entriesOf(menu("&Edit")), lines({"(Undo)", "(Redo)", "---", "(Cut)", "(Copy)", "(Paste)", "(Select All)",
+                                             "(Duplicate)", "---", "(Settings…)"}));
+  EXPECT_EQ(
+      entriesOf(menu("&View")),
+      lines({"(Collapse)", "(Expand)", "(AI Generate...)", "AI Chat", "(Command Palette)", "(Find...)",
+             "Toggle Outline", "Toggle Left Sidebar", "Toggle Inspector", "(Presentation Mode)", "Recolor by Branch",
+             "Recolor by Theme", "---", "Zoom to Fit", "Zoom In", "Zoom Out", "---", "Layout", "Theme"}));
+  EXPECT_EQ(entriesOf(menu("&Help")), lines({"(Quilmora Quick Start)", "---", "About Quilmora"}));
+}
+
+TEST_F(MainWindowTest, RecentFilesMenuFollowsTheList) {
+  start();
+  QMenu* recent = submenu(menu("&File"), "Open Recent");
+  EXPECT_EQ(entriesOf(recent), lines({"(No Recent Documents)"}));
+  m_application->recentFiles().add(writtenMap("Older.mindmap", "Older"));
+  m_application->recentFiles().add(writtenMap("Plans & more.mindmap", "Newer"));
+  QCoreApplication::processEvents();
+  EXPECT_EQ(entriesOf(recent), lines({"Plans && more.mindmap", "Older.mindmap", "---", "Clear Menu"}));
+  recent->actions().at(1)->trigger();
+  EXPECT_EQ(editor().mindMap().title, QStringLiteral("Older"));
+  recent->actions().at(3)->trigger();
+  QCoreApplication::processEvents();
+  EXPECT_EQ(entriesOf(recent), lines({"(No Recent Documents)"}));
+}
+
+TEST_F(MainWindowTest, PanelsShowAtFirstAndNothingIsStored) {
+  start();
+  EXPECT_TRUE(window().sidebar().isVisible());
+  EXPECT_TRUE(window().inspector().isVisible());
+  EXPECT_EQ(window().sidebar().width(), 260);
+  EXPECT_EQ(window().inspector().width(), 320);
+  EXPECT_GE(window().canvas().minimumWidth(), 400);
+  EXPECT_EQ(window().toolbar().height(), 44);
+  EXPECT_EQ(window().sidebarTab(), SidebarTab::aiChat);
+  EXPECT_TRUE(m_settings.isEmpty());
+}
+
+TEST_F(MainWindowTest, TogglingAPanelStoresIt) {
+  start();
+  action("toggleSidebar")->trigger();
+  EXPECT_FALSE(window().sidebar().isVisible());
+  EXPECT_EQ(m_settings.flag(settings::showSidebar), false);
+  window().toolbar().button(QStringLiteral("toggleInspector"))->click();
+  EXPECT_FALSE(window().inspector().isVisible());
+  EXPECT_EQ(m_settings.flag(settings::showInspector), false);
+  m_application.reset();
+  start();
+  EXPECT_FALSE(window().sidebar().isVisible());
+  EXPECT_FALSE(window().inspector().isVisible());
+  action("toggleSidebar")->trigger();
+  EXPECT_TRUE(window().sidebar().isVisible());
+  EXPECT_EQ(m_settings.flag(settings::showSidebar), true);
+}
+
+TEST_F(MainWindowTest, TheOutlineKeyTwiceHidesTheSidebar) {
+  startActive();
+  const auto press = [this] {
+    QTest::keyClick(&window().canvas(), Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier);
+  };
+  // The chat shows: the first press only changes the tab.
+  press();
+  EXPECT_TRUE(window().sidebar().isVisible());
+  EXPECT_EQ(window().sidebarTab(), SidebarTab::outline);
+  press();
+  EXPECT_FALSE(window().sidebar().isVisible());
+  press();
+  EXPECT_TRUE(window().sidebar().isVisible());
+  EXPECT_EQ(window().sidebarTab(), SidebarTab::outline);
+  notifications().post(Notification::toggleAIChat);
+  EXPECT_TRUE(window().sidebar().isVisible());
+  EXPECT_EQ(window().sidebarTab(), SidebarTab::aiChat);
+  notifications().post(Notification::toggleAIChat);
+  EXPECT_FALSE(window().sidebar().isVisible());
+}
+
+TEST_F(MainWindowTest, ToolbarButtonsShowWhatIsOpen) {
+  start();
+  const auto isOn = [this](const char* id) { return window().toolbar().button(QLatin1String(id))->isChecked(); };
+  EXPECT_TRUE(isOn("toggleSidebar"));
+  EXPECT_TRUE(isOn("toggleAIChat"));
+  notifications().post(Notification::toggleOutline);
+  EXPECT_TRUE(isOn("toggleSidebar"));
+  EXPECT_FALSE(isOn("toggleAIChat"));
+  window().toolbar().button(QStringLiteral("toggleSidebar"))->click();
+  EXPECT_FALSE(isOn("toggleSidebar"));
+}
+
+TEST_F(MainWindowTest, EveryIconButtonSaysItsNameAndItsKey) {
+  start();
+  const auto buttons = window().toolbar().findChildren<QToolButton*>();
+  int count = 0;
+  for (const QToolButton* button : buttons) {
+    EXPECT_FALSE(button->accessibleName().isEmpty());
+    EXPECT_TRUE(button->toolTip().startsWith(button->accessibleName()));
+    EXPECT_EQ(button->size(), QSize(30, 30));
+    ++count;
+  }
+  EXPECT_EQ(count, 7);
+}
+
+TEST_F(MainWindowTest, NewTopicByKeyButtonAndMenu) {
+  startActive();
+  QTest::keyClick(&window().canvas(), Qt::Key_N, Qt::ControlModifier);
+  EXPECT_EQ(editor().mindMap().nodes.size(), 2U);
+  window().toolbar().button(QStringLiteral("createNode"))->click();
+  EXPECT_EQ(editor().mindMap().nodes.size(), 3U);
+  action("createNode")->trigger();
+  EXPECT_EQ(editor().mindMap().nodes.size(), 4U);
+  EXPECT_EQ(window().statusLine().text(), QStringLiteral("4 topics"));
+  QTest::keyClick(&window().canvas(), Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(editor().mindMap().nodes.size(), 3U);
+  QTest::keyClick(&window().canvas(), Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_EQ(editor().mindMap().nodes.size(), 4U);
+}
+
+TEST_F(MainWindowTest, KeysOfMenusActOnTheTitleThatIsBeingEdited) {
+  startActive();
+  editor().createFreeNode(400, 400);
+  const std::size_t count = editor().mindMap().nodes.size();
+  QTest::keyClick(&window().canvas(), Qt::Key_Return);
+  TitleEditor* field = window().canvas().titleEditor();
+  ASSERT_NE(field, nullptr);
+  m_scheduler.advance(TitleEditor::focusDelay);
+  field->setFocus();
+  field->setPlainText(QStringLiteral("abc"));
+  QTest::keyClick(field, Qt::Key_A, Qt::ControlModifier);
+  EXPECT_EQ(field->textCursor().selectedText(), QStringLiteral("abc"));
+  QTest::keyClick(field, Qt::Key_C, Qt::ControlModifier);
+  QTest::keyClick(field, Qt::Key_V, Qt::ControlModifier);
+  QTest::keyClick(field, Qt::Key_V, Qt::ControlModifier);
+  EXPECT_EQ(field->toPlainText(), QStringLiteral("abcabc"));
+  QTest::keyClick(field, Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(field->toPlainText(), QStringLiteral("abc"));
+  EXPECT_EQ(editor().mindMap().nodes.size(), count);
+  EXPECT_EQ(window().canvas().titleEditor(), field);
+  // A new topic is not made while a title is edited.
+  QTest::keyClick(field, Qt::Key_N, Qt::ControlModifier);
+  EXPECT_EQ(editor().mindMap().nodes.size(), count);
+}
+
+TEST_F(MainWindowTest, KeysReachTheTextFieldBeforeTheMenus) {
+  startActive();
+  editor().createFreeNode(400, 400);
+  auto* field = new QLineEdit(&window().sidebar());
+  field->show();
+  field->setFocus();
+  QTest::keyClicks(field, QStringLiteral("word"));
+  QTest::keyClick(field, Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(field->text(), QString());
+  EXPECT_EQ(editor().mindMap().nodes.size(), 2U);
+}
+
+TEST_F(MainWindowTest, TitleTellsMapFileAndUnsavedChanges) {
+  start();
+  EXPECT_EQ(window().windowTitle(), QStringLiteral("Untitled Map[*]"));
+  EXPECT_FALSE(window().isWindowModified());
+  window().session().open(writtenMap("tour.mindmap", "The [*] tour"));
+  QCoreApplication::processEvents();
+  EXPECT_EQ(window().windowTitle(), QStringLiteral("The [*][*] tour[*] — tour.mindmap"));
+  EXPECT_FALSE(window().isWindowModified());
+  editor().createFreeNode(0, 0);
+  EXPECT_TRUE(window().isWindowModified());
+  notifications().post(Notification::saveDocument);
+  EXPECT_FALSE(window().isWindowModified());
+}
+
+TEST_F(MainWindowTest, ErrorsShowInTheAlert) {
+  start();
+  notifications().post(Notification::openRecentFile, path("gone.mindmap"));
+  EXPECT_EQ(m_alerts.messages, QStringList{QStringLiteral("File not found: gone.mindmap")});
+  QFile file(path("bad.mindmap"));
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write("{");
+  file.close();
+  notifications().post(Notification::openRecentFile, path("bad.mindmap"));
+  ASSERT_EQ(m_alerts.messages.size(), 2);
+  EXPECT_TRUE(m_alerts.messages.at(1).startsWith(QStringLiteral("Failed to open document: ")));
+}
+
+TEST_F(MainWindowTest, SaveAsksForAPlaceAndShowsFailures) {
+  start();
+  m_panels.savePaths.append(path("kept.mindmap"));
+  action("saveDocument")->trigger();
+  ASSERT_EQ(m_panels.saveRequests.size(), 1);
+  EXPECT_EQ(m_panels.saveRequests.at(0).suggestedName, QStringLiteral("Untitled Map.mindmap"));
+  EXPECT_TRUE(QFile::exists(path("kept.mindmap")));
+  m_panels.savePaths.append(path("no/such/folder.mindmap"));
+  action("saveDocumentAs")->trigger();
+  ASSERT_EQ(m_alerts.messages.size(), 1);
+  EXPECT_TRUE(m_alerts.messages.at(0).startsWith(QStringLiteral("Failed to save document: ")));
+}
+
+TEST_F(MainWindowTest, OpensWithTheSizeOfTheScreenAtMost) {
+  start();
+  const QSize room = window().screen()->availableGeometry().size();
+  EXPECT_LE(window().width(), std::max(room.width(), window().minimumSizeHint().width()));
+  EXPECT_LE(window().height(), std::max(room.height(), window().minimumSizeHint().height()));
+}
+
+TEST_F(MainWindowTest, CollapseAndExpandKeys) {
+  startActive();
+  const QUuid root = editor().mindMap().nodes[0].id;
+  editor().createChild(root);
+  editor().selectNode(root, false);
+  QTest::keyClick(&window().canvas(), Qt::Key_BracketLeft, Qt::ControlModifier);
+  EXPECT_TRUE(editor().collapsedNodeIDs().contains(root));
+  QTest::keyClick(&window().canvas(), Qt::Key_BracketRight, Qt::ControlModifier);
+  EXPECT_FALSE(editor().collapsedNodeIDs().contains(root));
+}
+
+}  // namespace
+}  // namespace quilmora
