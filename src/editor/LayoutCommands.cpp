@@ -34,6 +34,7 @@ void MindMapViewModel::applyLayout(MindMap::Layout layout, QSizeF canvasSize) {
   edit([&](MindMap& map) {
     std::size_t position = 0;
     map.nodes.updateAll([&](Node& node) { node.position = positions[position++]; });
+    m_index.adopt(map.nodes, std::move(positions));
     map.layout = layout;
     map.updatedAt = m_services.clock.now();
   });

@@ -271,6 +271,14 @@ class MindMapViewModel : public QObject {
     change(m_mindMap);
     mapWasReplaced();
   }
+  // The same for a change of styles and texts alone, after which the index stands as it is.
+  template <class Change>
+  void restyle(Change&& change) {
+    mapIndex();
+    change(m_mindMap);
+    m_index.adopt(m_mindMap.nodes, m_mindMap.edges);
+    mapWasReplaced();
+  }
   void mapWasReplaced();
   void setIsDirty(bool dirty);
   void pushHistory(std::vector<MindMap>& stack);

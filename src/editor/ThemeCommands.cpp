@@ -84,7 +84,7 @@ EdgeStyle MindMapViewModel::newEdgeStyle() const {
 void MindMapViewModel::applyTheme(const Theme& theme) {
   captureSnapshot(false);
   const TreeInfo tree = treeInfo();
-  edit([&](MindMap& map) {
+  restyle([&](MindMap& map) {
     map.canvas.background = theme.background;
     map.canvas.themeId = theme.id;
     takeTheme(map, theme, tree, m_index);
@@ -95,7 +95,7 @@ void MindMapViewModel::applyTheme(const Theme& theme) {
 void MindMapViewModel::recolorByBranch() {
   captureSnapshot(false);
   const auto rows = branchRows(treeInfo());
-  edit([&](MindMap& map) {
+  restyle([&](MindMap& map) {
     const auto& numbers = m_index.numberOfNode();
     std::size_t position = 0;
     map.nodes.updateIf([&](const Node&) { return rows[numbers[position++]] != nullptr; },
@@ -112,7 +112,7 @@ void MindMapViewModel::recolorByTheme() {
   const Theme* found = builtInTheme(m_services.settings.text(settings::selectedTheme).value_or(fallbackTheme));
   const Theme& theme = found ? *found : allThemes().front();
   const TreeInfo tree = treeInfo();
-  edit([&](MindMap& map) { takeTheme(map, theme, tree, m_index); });
+  restyle([&](MindMap& map) { takeTheme(map, theme, tree, m_index); });
 }
 
 }  // namespace quilmora

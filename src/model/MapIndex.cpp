@@ -76,6 +76,13 @@ std::uint32_t MapIndex::find(const QUuid& id) const {
   return number == npos ? npos : m_nodeOfNumber[number];
 }
 
+// Most changed records keep their ids: the number that stood in the same place spares the search.
+std::uint32_t MapIndex::numberOf(const QUuid& id, std::uint32_t likely) {
+  if (likely != npos && (*m_ids)[likely] == id) return likely;
+  const std::uint32_t number = m_ids->find(id);
+  return number == npos ? m_ids->insert(id) : number;
+}
+
 bool MapIndex::updateNodes(const SharedArray<Node>& nodes, bool& positionsChanged) {
   if (nodes.sharesStorageWith(m_nodes)) return false;
   const Difference difference = differenceOf(m_nodes, nodes);
@@ -87,9 +94,8 @@ bool MapIndex::updateNodes(const SharedArray<Node>& nodes, bool& positionsChange
   if (m_ids->size() == 0) m_ids->reserve(nodes.size());
   for (std::size_t k = difference.firstBlock; k < difference.newEndBlock; ++k)
     for (const Node& node : nodes.block(k)) {
-      std::uint32_t number = m_ids->find(node.id);
-      if (number == npos) number = m_ids->insert(node.id);
-      numbers.push_back(number);
+      const std::size_t place = difference.oldStart + numbers.size();
+      numbers.push_back(numberOf(node.id, place < m_numberOfNode.size() ? m_numberOfNode[place] : npos));
       positions.push_back(node.position);
     }
   const bool sameStructure = isSameRange(m_numberOfNode, difference.oldStart, difference.oldEnd, numbers);
@@ -129,14 +135,12 @@ bool MapIndex::updateEdges(const SharedArray<Edge>& edges) {
   std::vector<std::uint32_t> to;
   from.reserve(difference.newEnd - difference.oldStart);
   to.reserve(from.capacity());
-  const auto numberOf = [this](const QUuid& id) {
-    const std::uint32_t number = m_ids->find(id);
-    return number == npos ? m_ids->insert(id) : number;
-  };
   for (std::size_t k = difference.firstBlock; k < difference.newEndBlock; ++k)
     for (const Edge& edge : edges.block(k)) {
-      from.push_back(numberOf(edge.from));
-      to.push_back(numberOf(edge.to));
+      const std::size_t place = difference.oldStart + from.size();
+      const bool hadOne = place < m_edgeFrom.size();
+      from.push_back(numberOf(edge.from, hadOne ? m_edgeFrom[place] : npos));
+      to.push_back(numberOf(edge.to, hadOne ? m_edgeTo[place] : npos));
     }
   const bool isSame = isSameRange(m_edgeFrom, difference.oldStart, difference.oldEnd, from) &&
                       isSameRange(m_edgeTo, difference.oldStart, difference.oldEnd, to);

@@ -27,6 +27,17 @@ class MapIndex {
 
   Change update(const SharedArray<Node>& nodes, const SharedArray<Edge>& edges);
 
+  // Takes arrays that differ from the last ones in texts and styles only, without looking into them.
+  void adopt(const SharedArray<Node>& nodes, const SharedArray<Edge>& edges) {
+    m_nodes = nodes;
+    m_edges = edges;
+  }
+  // The same for topics that were moved too; `positions` are theirs, by position in `nodes`.
+  void adopt(const SharedArray<Node>& nodes, std::vector<QPointF> positions) {
+    m_nodes = nodes;
+    m_positions = std::move(positions);
+  }
+
   // Shared with those who keep it. Later updates only add to it, so that numbers once given stay; a reader who made
   // arrays by number treats a higher number as unknown.
   const std::shared_ptr<IdTable>& ids() const { return m_ids; }
@@ -49,6 +60,7 @@ class MapIndex {
  private:
   bool updateNodes(const SharedArray<Node>& nodes, bool& positionsChanged);
   bool updateEdges(const SharedArray<Edge>& edges);
+  std::uint32_t numberOf(const QUuid& id, std::uint32_t likely);
   void renumber();
 
   SharedArray<Node> m_nodes;
