@@ -1,15 +1,16 @@
 #include "model/PaddedText.h"
 
 #include <cstdint>
-#include <new>
 
 #include <sys/mman.h>
+
+#include "model/MindMapDocument.h"
 
 namespace quilmora {
 
 PaddedText PaddedText::withCapacity(std::size_t capacity) {
   PaddedText text{std::unique_ptr<char[], Free>(static_cast<char*>(std::malloc(capacity + padding))), 0};
-  if (!text.bytes) throw std::bad_alloc();
+  if (!text.bytes) throw DocumentError(QStringLiteral("the file is too large for the memory of this machine"));
   adviseLargePages(text.bytes.get(), capacity + padding);
   return text;
 }

@@ -20,7 +20,8 @@ struct PaddedText {
   std::unique_ptr<char[], Free> bytes;
   std::size_t size = 0;
 
-  // Room for `capacity` bytes and the padding; nothing is set to zero. Throws std::bad_alloc.
+  // Room for `capacity` bytes and the padding; nothing is set to zero. Throws DocumentError
+  // where there is none.
   static PaddedText withCapacity(std::size_t capacity);
   std::string_view view() const { return {bytes.get(), size}; }
 };

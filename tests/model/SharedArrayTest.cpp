@@ -11,9 +11,12 @@ namespace {
 
 // Small blocks, so that few records fill several.
 using Array = SharedArray<std::string, 4>;
+// Blocks in which a few records are so few that they are joined with their neighbours.
+using WideArray = SharedArray<std::string, 12>;
 using Strings = std::vector<std::string>;
 
-Strings contents(const Array& array) {
+template <class Records>
+Strings contents(const Records& array) {
   return Strings(array.begin(), array.end());
 }
 
@@ -155,7 +158,8 @@ TEST(SharedArray, TakesASharedBlockAsEqualWithoutLookingInside) {
 }
 
 // One random step on an array and on a vector that says what must come out.
-void step(Array& array, Strings& model) {
+template <class Records>
+void step(Records& array, Strings& model) {
   const int kind = *rc::gen::inRange(0, 6);
   const auto modulus = *rc::gen::inRange<std::size_t>(1, 6);
   const auto matches = [&](const std::string& text) { return text.size() % modulus == 0; };
@@ -185,36 +189,60 @@ void step(Array& array, Strings& model) {
   }
 }
 
-TEST(SharedArray, BehavesLikeAVectorAndLeavesCopiesAlone) {
-  EXPECT_TRUE(rc::check("random steps", [] {
-    Array array;
-    Strings model;
-    std::vector<std::pair<Array, Strings>> copies;
-    for (int steps = *rc::gen::inRange(0, 60); steps > 0; --steps) {
-      step(array, model);
-      RC_ASSERT(contents(array) == model);
-      RC_ASSERT(array.size() == model.size());
-      for (std::size_t i = 0; i < model.size(); ++i) RC_ASSERT(array[i] == model[i]);
-      if (*rc::gen::inRange(0, 4) == 0) copies.emplace_back(array, model);
-    }
-    for (const auto& [copy, expected] : copies) RC_ASSERT(contents(copy) == expected);
-  }));
+template <class Records>
+void requireVectorBehaviour() {
+  Records array;
+  Strings model;
+  std::vector<std::pair<Records, Strings>> copies;
+  for (int steps = *rc::gen::inRange(0, 60); steps > 0; --steps) {
+    step(array, model);
+    RC_ASSERT(contents(array) == model);
+    RC_ASSERT(array.size() == model.size());
+    for (std::size_t i = 0; i < model.size(); ++i) RC_ASSERT(array[i] == model[i]);
+    if (*rc::gen::inRange(0, 4) == 0) copies.emplace_back(array, model);
+  }
+  for (const auto& [copy, expected] : copies) RC_ASSERT(contents(copy) == expected);
 }
 
-TEST(SharedArray, KeepsItsBlockRecordsInOrderAndNeverEmpty) {
-  EXPECT_TRUE(rc::check("blocks add up", [] {
-    Array array;
-    Strings model;
-    for (int steps = *rc::gen::inRange(0, 40); steps > 0; --steps) step(array, model);
-    std::size_t start = 0;
-    for (std::size_t k = 0; k < array.blockCount(); ++k) {
-      RC_ASSERT(!array.block(k).empty());
-      RC_ASSERT(array.block(k).size() <= 4u);
-      RC_ASSERT(array.blockStart(k) == start);
-      start += array.block(k).size();
-    }
-    RC_ASSERT(start == array.size());
-  }));
+TEST(SharedArray, BehavesLikeAVectorAndLeavesCopiesAlone) {
+  EXPECT_TRUE(rc::check("random steps", requireVectorBehaviour<Array>));
+  EXPECT_TRUE(rc::check("random steps, wide blocks", requireVectorBehaviour<WideArray>));
+}
+
+template <class Records>
+void requireOrderlyBlocks(std::size_t capacity) {
+  Records array;
+  Strings model;
+  for (int steps = *rc::gen::inRange(0, 60); steps > 0; --steps) step(array, model);
+  std::size_t start = 0;
+  for (std::size_t k = 0; k < array.blockCount(); ++k) {
+    RC_ASSERT(!array.block(k).empty());
+    RC_ASSERT(array.block(k).size() <= capacity);
+    RC_ASSERT(array.blockStart(k) == start);
+    start += array.block(k).size();
+  }
+  RC_ASSERT(start == array.size());
+}
+
+TEST(SharedArray, KeepsItsBlocksInOrderAndNeverEmpty) {
+  EXPECT_TRUE(rc::check("blocks add up", [] { requireOrderlyBlocks<Array>(4); }));
+  EXPECT_TRUE(rc::check("wide blocks add up", [] { requireOrderlyBlocks<WideArray>(12); }));
+}
+
+TEST(SharedArray, JoinsBlocksThatARemovalLeftSmall) {
+  WideArray original;
+  for (int i = 0; i < 36; ++i) original.append(std::to_string(i));
+  WideArray copy = original;
+  ASSERT_EQ(copy.blockCount(), 3u);
+  copy.eraseIf([](const std::string& text) {
+    const int number = std::stoi(text);
+    return number < 24 && number % 12 >= 2;
+  });
+  EXPECT_EQ(copy.blockCount(), 2u);
+  EXPECT_EQ(copy.block(0), (Strings{"0", "1", "12", "13"}));
+  EXPECT_EQ(&copy.block(1), &original.block(2));
+  EXPECT_EQ(copy.blockStart(1), 4u);
+  EXPECT_EQ(original.size(), 36u);
 }
 
 TEST(SharedArray, UpdateSharesEveryOtherBlock) {
