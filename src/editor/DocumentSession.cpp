@@ -40,8 +40,8 @@ DocumentSession::DocumentSession(MindMapViewModel& editor, Services services)
     : m_editor(editor),
       m_services(std::move(services)),
       m_document(m_services.editor.clock),
-      m_quitSubscription(
-          m_services.notifications.observe(Notification::autoSaveBeforeQuit, [this](const QVariant&) { autoSave(); })) {
+      m_quitSubscription(m_services.notifications.observe(Notification::autoSaveBeforeQuit,
+                                                          [this](const QVariant&) { saveForQuit(); })) {
   m_document.mindMap = m_editor.mindMap();
   connect(&m_editor, &MindMapViewModel::mindMapChanged, this, &DocumentSession::documentFollowsEditor);
   connect(&m_editor, &MindMapViewModel::isDirtyChanged, this, &DocumentSession::dirtyFlagWasSet);
@@ -131,7 +131,17 @@ void DocumentSession::open(const QString& givenPath) {
 
 void DocumentSession::loadChosen(const QString& path) {
   try {
-    install(decodeDocumentAt(path), path);
+    MindMap map = decodeDocumentAt(path);
+    if (m_editor.isDirty()) {
+      // Edits of the last seconds still wait for auto-save; the map that they belong to goes only once they are kept.
+      // They may be the chosen file's own.
+      if (const QString error = writePendingChanges(); !error.isEmpty()) {
+        Q_EMIT errorRaised(QStringLiteral("Failed to save document: ") + error);
+        return;
+      }
+      map = decodeDocumentAt(path);
+    }
+    install(map, path);
   } catch (const DocumentError& error) {
     Q_EMIT errorRaised(QStringLiteral("Failed to open document: ") + error.message());
     return;
@@ -155,27 +165,40 @@ void DocumentSession::zoomToFitAfter(std::chrono::milliseconds delay) {
 }
 
 void DocumentSession::autoSave() {
-  if (!m_editor.isDirty()) return;
+  writePendingChanges();
+}
+
+QString DocumentSession::writePendingChanges() {
+  if (!m_editor.isDirty()) return {};
   const std::optional<QString> path = m_editor.lastSavedFilePath();
-  if (!path) {
-    autoSaveToDefaultFolder();
-    return;
-  }
+  if (!path) return writeIntoDefaultFolder();
   const QString error = writeTo(*path);
   if (!error.isEmpty()) {
     log(QStringLiteral("Quilmora: auto-save FAILED for %1: %2").arg(*path, error));
-    return;
+    return error;
   }
   m_editor.recordSaveLocation(path, false);
   log(QStringLiteral("Quilmora: auto-saved to ") + *path);
+  return {};
 }
 
-void DocumentSession::autoSaveToDefaultFolder() {
+QString DocumentSession::writeIntoDefaultFolder() {
   const QDir folder(createdDefaultFolder());
   const QString title = m_document.mindMap.title.isEmpty() ? QStringLiteral("Untitled") : m_document.mindMap.title;
   QString path = folder.filePath(documentFileName(title));
   for (int number = 1; fileExists(path); ++number) path = folder.filePath(documentFileName(title, number));
-  if (writeTo(path).isEmpty()) m_editor.recordSaveLocation(path, false);
+  const QString error = writeTo(path);
+  if (error.isEmpty()) m_editor.recordSaveLocation(path, false);
+  return error;
+}
+
+// There is no later chance: changes that the map's own place does not take, such as a disk that was pulled out, go into
+// the default folder, where the next start finds them.
+void DocumentSession::saveForQuit() {
+  if (writePendingChanges().isEmpty() || !m_editor.lastSavedFilePath()) return;
+  const QString error = writeIntoDefaultFolder();
+  log(error.isEmpty() ? QStringLiteral("Quilmora: saved a rescue copy to ") + *m_editor.lastSavedFilePath()
+                      : QStringLiteral("Quilmora: rescue copy FAILED: ") + error);
 }
 
 void DocumentSession::reopenLastDocument() {

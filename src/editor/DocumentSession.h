@@ -46,7 +46,7 @@ class DocumentSession : public QObject {
   void saveDocumentAs();
   void openDocument();
   void open(const QString& path);
-  // Writes when there are changes since the last write. Also what quitting runs.
+  // Writes when there are changes since the last write. Quitting and opening another document do the same first.
   void autoSave();
   void reopenLastDocument();
 
@@ -64,7 +64,10 @@ class DocumentSession : public QObject {
   void dirtyFlagWasSet();
   QString createdDefaultFolder() const;
   QString writeTo(const QString& path) const;
-  void autoSaveToDefaultFolder();
+  // Each answers with an empty text or why nothing was written.
+  QString writePendingChanges();
+  QString writeIntoDefaultFolder();
+  void saveForQuit();
   void loadChosen(const QString& path);
   void install(const MindMap& map, const QString& path);
   void zoomToFitAfter(std::chrono::milliseconds delay);

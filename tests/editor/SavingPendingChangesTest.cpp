@@ -1,0 +1,87 @@
+#include "editor/SavingFixture.h"
+
+namespace quilmora {
+namespace {
+
+using namespace std::chrono_literals;
+
+class PendingChanges : public SavingFixture {
+ protected:
+  QString makeFile(const QString& name) {
+    const QString file = path(name);
+    put(file, encodeDocument(mapWithTitle(name)));
+    return file;
+  }
+};
+
+TEST_F(PendingChanges, AreWrittenBeforeAnotherDocumentOpens) {
+  const QString first = makeFile(QStringLiteral("first.mindmap"));
+  session->open(first);
+  edit();
+  const QByteArray edited = encodeDocument(editor->mindMap());
+  session->open(makeFile(QStringLiteral("second.mindmap")));
+  EXPECT_EQ(content(first), edited);
+  EXPECT_EQ(editor->mindMap().title, QStringLiteral("second.mindmap"));
+  EXPECT_FALSE(editor->isDirty());
+}
+
+TEST_F(PendingChanges, OfAMapWithoutAFileGoToTheDefaultFolderBeforeAnotherOpens) {
+  setTitle(QStringLiteral("Ideas"));
+  edit();
+  const QByteArray edited = encodeDocument(editor->mindMap());
+  session->open(makeFile(QStringLiteral("second.mindmap")));
+  EXPECT_EQ(content(inDefaultFolder(QStringLiteral("Ideas.mindmap"))), edited);
+}
+
+TEST_F(PendingChanges, SurviveOpeningTheirOwnFileAgain) {
+  const QString file = makeFile(QStringLiteral("first.mindmap"));
+  session->open(file);
+  edit();
+  const MindMap edited = editor->mindMap();
+  session->open(file);
+  EXPECT_EQ(editor->mindMap(), edited);
+}
+
+TEST_F(PendingChanges, KeepTheirMapOpenWhenTheyCannotBeWritten) {
+  const QString file = makeFile(QStringLiteral("gone/first.mindmap"));
+  session->open(file);
+  edit();
+  const MindMap edited = editor->mindMap();
+  ASSERT_TRUE(QDir(path(QStringLiteral("gone"))).removeRecursively());
+  session->open(makeFile(QStringLiteral("second.mindmap")));
+  EXPECT_EQ(editor->mindMap(), edited);
+  EXPECT_TRUE(editor->isDirty());
+  ASSERT_EQ(errors.size(), 1);
+  EXPECT_TRUE(errors.first().startsWith(QStringLiteral("Failed to save document: "))) << errors.first().toStdString();
+}
+
+TEST_F(PendingChanges, GoToTheDefaultFolderOnQuitWhenTheirOwnFolderIsGone) {
+  const QString file = makeFile(QStringLiteral("gone/first.mindmap"));
+  session->open(file);
+  setTitle(QStringLiteral("Plan"));
+  edit();
+  ASSERT_TRUE(QDir(path(QStringLiteral("gone"))).removeRecursively());
+  notifications.post(Notification::autoSaveBeforeQuit);
+
+  const QString rescued = inDefaultFolder(QStringLiteral("Plan.mindmap"));
+  EXPECT_EQ(content(rescued), encodeDocument(editor->mindMap()));
+  EXPECT_EQ(log.lines().last(), QStringLiteral("Quilmora: saved a rescue copy to ") + rescued);
+
+  const MindMap edited = editor->mindMap();
+  start();
+  session->reopenLastDocument();
+  EXPECT_EQ(editor->mindMap(), edited);
+}
+
+TEST_F(PendingChanges, StayWhereTheyAreWhileTheProgramRuns) {
+  const QString file = makeFile(QStringLiteral("gone/first.mindmap"));
+  session->open(file);
+  edit();
+  ASSERT_TRUE(QDir(path(QStringLiteral("gone"))).removeRecursively());
+  scheduler.advance(5s);
+  EXPECT_FALSE(QFileInfo::exists(defaultFolder()));
+  EXPECT_TRUE(editor->isDirty());
+}
+
+}  // namespace
+}  // namespace quilmora
