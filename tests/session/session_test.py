@@ -162,10 +162,6 @@ class Session:
                             if not key.startswith(("XDG_", "QT_", "WAYLAND_", "DBUS_"))}
         self.environment |= {"HOME": str(self.home), "DISPLAY": self.display.name,
                              "XDG_RUNTIME_DIR": str(self.home / "runtime"), "QT_QPA_PLATFORM": "xcb", "LC_ALL": "C.UTF-8"}
-        settings = self.home / ".config" / "Quilmora"
-        settings.mkdir(parents=True)
-        # The first run's welcome would lie over the canvas.
-        (settings / "Quilmora.conf").write_text("[General]\nonboardingShown=true\n")
 
     def document(self):
         return json.loads(self.file.read_text())
