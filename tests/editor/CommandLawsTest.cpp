@@ -98,9 +98,10 @@ void checkCommands(const MindMap& map, std::uint64_t seed, const std::function<v
     const bool isHistory = name == "undo" || name == "redo";
     if (!isHistory && !isThrottled(name) && captures == 0) RC_ASSERT(isVeryMap(rig.map(), before));
     const MindMap after = rig.map();
-    for (int i = 0; i < std::min(captures, 50); ++i) rig.editor.undo();
-    if (captures > 0 && captures <= 50) RC_ASSERT(isVeryMap(rig.map(), before));
-    for (int i = 0; i < std::min(captures, 50); ++i) rig.editor.redo();
+    for (int i = 0; i < captures; ++i) rig.editor.undo();
+    // A drag of more topics than the history holds snapshots takes that many, and cannot be undone whole.
+    if (captures > 0 && captures < MindMapViewModel::maxHistorySize) RC_ASSERT(isVeryMap(rig.map(), before));
+    for (int i = 0; i < captures; ++i) rig.editor.redo();
     RC_ASSERT(isVeryMap(rig.map(), after));
     checkMap(rig.map());
   }
