@@ -21,8 +21,9 @@ constexpr char usage[] =
     "       quilmora-cli layout LAYOUT INPUT OUTPUT [--size WxH]\n"
     "       quilmora-cli script\n"
     "\n"
-    "convert reads a map and writes it, each by its extension: .mindmap and .json, read as a plain document or a\n"
-    "package, written as a plain document. An OUTPUT that ends in \"/\" or is a package already becomes a package.\n"
+    "convert reads a map, a plain document or a package, and writes it by its extension: .mindmap and .json as a "
+    "plain\n"
+    "document. An OUTPUT that ends in \"/\" or is a package already becomes a package.\n"
     "layout arranges all topics on a canvas of this size, 1200x800 unless told, then writes. LAYOUT is tree,\n"
     "verticalTree, radial, leftRightTree or orgChart.\n"
     "script answers JSON lines on standard input with JSON lines on standard output.\n";

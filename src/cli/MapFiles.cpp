@@ -15,18 +15,29 @@ QString withoutTrailingSlashes(QString path) {
   return path;
 }
 
-void checkExtension(const QString& path, const QString& verb) {
-  const QString extension = QFileInfo(path).suffix().toLower();
+QString extensionOf(const QString& path) {
+  return QFileInfo(path).suffix().toLower();
+}
+
+// A document opens whatever its name; only what is certainly of another kind is refused by it.
+void checkReadable(const QString& path) {
+  const QString extension = extensionOf(path);
+  for (const auto* other : {"opml", "mm", "md"})
+    if (extension == QLatin1String(other)) throw FileError(QStringLiteral("cannot read .%1 files").arg(extension));
+}
+
+void checkWritable(const QString& path) {
+  const QString extension = extensionOf(path);
   if (extension == QLatin1String("mindmap") || extension == QLatin1String("json")) return;
-  if (extension.isEmpty()) throw FileError(QStringLiteral("cannot %1 a file without an extension").arg(verb));
-  throw FileError(QStringLiteral("cannot %1 .%2 files").arg(verb, extension));
+  if (extension.isEmpty()) throw FileError(QStringLiteral("cannot write a file without an extension"));
+  throw FileError(QStringLiteral("cannot write .%1 files").arg(extension));
 }
 
 }  // namespace
 
 MindMap readMap(const QString& path) {
   const QString plain = withoutTrailingSlashes(path);
-  if (!QFileInfo(plain).isDir()) checkExtension(plain, QStringLiteral("read"));
+  if (!QFileInfo(plain).isDir()) checkReadable(plain);
   try {
     return decodeDocumentAt(plain);
   } catch (const DocumentError& error) {
@@ -41,7 +52,7 @@ void writePlainDocument(const MindMap& map, const QString& path) {
 
 void writeMap(const MindMap& map, const QString& path) {
   const QString plain = withoutTrailingSlashes(path);
-  checkExtension(plain, QStringLiteral("write"));
+  checkWritable(plain);
   if (!path.endsWith(u'/') && !QFileInfo(plain).isDir()) return writePlainDocument(map, plain);
   try {
     writePackage(map, plain);

@@ -15,7 +15,7 @@ class FileError : public std::runtime_error {
   QString reason() const { return QString::fromUtf8(what()); }
 };
 
-// Reads a map by the extension of `path`: .mindmap and .json, each a plain document or a package. Throws FileError.
+// Reads a map, a plain document or a package, whatever its name; .opml, .mm and .md are refused. Throws FileError.
 MindMap readMap(const QString& path);
 
 // Writes a map by the extension of `path`: .mindmap and .json as the plain document. A path that ends in "/" or names a

@@ -138,9 +138,19 @@ TEST_F(CommandLine, AnExtensionThatIsNotKnownIsRefused) {
   const auto outcome = cli::run({QStringLiteral("convert"), input, output});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.error.toStdString(), "quilmora-cli: " + output.toStdString() + ": cannot write .docx files\n");
-  const auto backwards = cli::run({QStringLiteral("convert"), write("in", "x"), path("out.mindmap")});
+  const auto backwards = cli::run({QStringLiteral("convert"), write("in.opml", cli::smallMap()), path("out.mindmap")});
+  EXPECT_EQ(backwards.status, 1);
   EXPECT_EQ(backwards.error.toStdString(),
-            "quilmora-cli: " + path("in").toStdString() + ": cannot read a file without an extension\n");
+            "quilmora-cli: " + path("in.opml").toStdString() + ": cannot read .opml files\n");
+}
+
+TEST_F(CommandLine, ADocumentOpensWhateverItsName) {
+  for (const char* name : {"in", "in.txt", "in.MINDMAP"}) {
+    const QString output = path("out.mindmap");
+    QFile::remove(output);
+    EXPECT_EQ(cli::run({QStringLiteral("convert"), write(name, cli::smallMap()), output}).status, 0) << name;
+    EXPECT_EQ(decodeDocumentAt(output), decodeDocument(cli::smallMap())) << name;
+  }
 }
 
 TEST_F(CommandLine, AReasonStaysOnOneLineWhateverTheNameHolds) {
