@@ -24,6 +24,8 @@ constexpr double imageCornerRadius = 4.0;
 constexpr double minShadowScale = 0.4;
 constexpr double minMarkerScale = 0.35;
 constexpr double minDotSide = 1.4;  // device pixels
+// Up to this many topics are measured truly even where their titles cannot be read.
+constexpr std::size_t maxMeasuredCount = 3000;
 
 QColor withOpacity(QColor color, double opacity) {
   color.setAlphaF(static_cast<float>(std::clamp(opacity, 0.0, 1.0)));
@@ -127,12 +129,14 @@ class NodeLayer {
     const std::uint32_t number = scene.index->numberOfNode()[i];
     const bool isEditing = scene.editingNodeID == node.id;
     const bool isBar = m_context.detail == PaintContext::Detail::bars;
+    const bool isSketched = isBar && !node.imageData && scene.map->nodes.size() > maxMeasuredCount;
     const NodeMetrics metrics =
-        isBar ? sketchedMetrics(i, node)
+        isSketched
+            ? sketchedMetrics(i, node)
               : m_context.measurer.measure(node, m_context.depthFraction(number), m_context.sizing(),
                                            isEditing ? std::optional(scene.editingTitle.value_or(node.title))
                                                      : std::nullopt);
-    if (!isBar && !isEditing) m_context.sketch.rememberBox(i, metrics.box);
+    if (!isSketched && !isEditing) m_context.sketch.rememberBox(i, metrics.box);
     const double margin = 30.0;
     if (!metrics.box.translated(position).adjusted(-margin, -margin, margin, margin).intersects(m_context.exposed)) return;
 
@@ -144,7 +148,7 @@ class NodeLayer {
     m_painter.translate(position);
     paintBox(node, metrics.box, borderOf(node, isSelected), opacity);
     if (isBar) {
-      paintBar(node, metrics);
+      paintBars(node, metrics);
     } else {
       paintContent(node, metrics, isEditing);
       paintMarkers(node, number, metrics);
@@ -157,7 +161,10 @@ class NodeLayer {
   NodeMetrics sketchedMetrics(std::size_t i, const Node& node) const {
     const auto& sketch = m_context.sketch.nodes()[i];
     NodeMetrics metrics;
+    metrics.sizing = NodeSizing(node.style, std::nullopt, nullptr);
     metrics.box = QRectF(-sketch.halfWidth, -sketch.halfHeight, 2.0 * sketch.halfWidth, 2.0 * sketch.halfHeight);
+    metrics.title = metrics.box.adjusted(metrics.sizing.horizontalPadding, metrics.sizing.verticalPadding,
+                                         -metrics.sizing.horizontalPadding, -metrics.sizing.verticalPadding);
     if (node.badge) metrics.badge = QRectF(metrics.box.left() - 6, metrics.box.top() - 6, 16, 16);
     return metrics;
   }
@@ -194,17 +201,20 @@ class NodeLayer {
     m_painter.drawRoundedRect(inner, innerRadius, innerRadius);
   }
 
-  // A title too small to be read, and a badge too small to show its symbol.
-  void paintBar(const Node& node, const NodeMetrics& metrics) {
-    const double height = 4.0;
-    const double width = metrics.box.width() - 24.0;
-    if (width > 0)
-      m_painter.fillRect(QRectF(-width / 2, -height / 2, width, height),
-                         withOpacity(colorFromHex(node.style.textColor), 0.45));
-    if (!metrics.badge.isEmpty()) {
-      m_painter.setBrush(badgeLook(*node.badge).color);
-      m_painter.drawEllipse(metrics.badge);
+  // Lines of a title too small to be read, and a badge too small to show its symbol.
+  void paintBars(const Node& node, const NodeMetrics& metrics) {
+    if (!metrics.image.isEmpty()) paintImage(*node.imageData, metrics.image);
+    const QColor color = withOpacity(colorFromHex(node.style.textColor), 0.5);
+    const QRectF& title = metrics.title;
+    const double lineHeight = 1.25 * metrics.sizing.fontSize;
+    const int lines = std::clamp(static_cast<int>(std::lround(title.height() / lineHeight)), 1, 100);
+    const double height = 0.32 * metrics.sizing.fontSize;
+    for (int line = 0; line < lines && title.width() > 0; ++line) {
+      const double middle = title.top() + title.height() * (line + 0.5) / lines;
+      const double width = line > 0 && line == lines - 1 ? title.width() * 0.6 : title.width();
+      m_painter.fillRect(QRectF(title.left(), middle - height / 2, width, height), color);
     }
+    if (!metrics.badge.isEmpty()) paintDisc(metrics.badge, badgeLook(*node.badge).color);
   }
 
   void paintContent(const Node& node, const NodeMetrics& metrics, bool isEditing) {
@@ -247,7 +257,9 @@ class NodeLayer {
     if (!metrics.badge.isEmpty()) {
       const BadgeLook& look = badgeLook(*node.badge);
       paintDisc(metrics.badge, look.color);
-      paintSymbol(m_painter, look.symbol, metrics.badge.adjusted(3, 3, -3, -3), Qt::white, 0.6);
+      // Thicker lines would close the holes of a filled symbol.
+      const double boldness = look.symbol.endsWith(QLatin1String(".fill")) ? 0.0 : 0.6;
+      paintSymbol(m_painter, look.symbol, metrics.badge.adjusted(3, 3, -3, -3), Qt::white, boldness);
     }
     if (hasChildren(node, number)) {
       paintDisc(metrics.collapseToggle, withOpacity(colorFromHex(node.style.fill), 0.8));
