@@ -70,7 +70,7 @@ void BoxShadow::prepare(double scale) {
     for (int x = 0; x < side; ++x)
       line[x] = qRgba(0, 0, 0, static_cast<int>(std::lround(values[static_cast<std::size_t>(y * side + x)] * opacity)));
   }
-  m_picture = QPixmap::fromImage(picture);
+  m_picture = picture;
 }
 
 void BoxShadow::paint(QPainter& painter, const QRectF& deviceBox) const {
@@ -87,21 +87,21 @@ void BoxShadow::paint(QPainter& painter, const QRectF& deviceBox) const {
   const int upper = down < 0 ? height / 2 : corner;
   const int lower = down < 0 ? height - upper : corner;
   const int side = 2 * corner + 1;
-  painter.drawPixmap(left, top, m_picture, 0, 0, corner, upper);
-  painter.drawPixmap(left + corner + across, top, m_picture, far, 0, corner, upper);
-  painter.drawPixmap(left, top + height - lower, m_picture, 0, side - lower, corner, lower);
-  painter.drawPixmap(left + corner + across, top + height - lower, m_picture, far, side - lower, corner, lower);
+  painter.drawImage(left, top, m_picture, 0, 0, corner, upper);
+  painter.drawImage(left + corner + across, top, m_picture, far, 0, corner, upper);
+  painter.drawImage(left, top + height - lower, m_picture, 0, side - lower, corner, lower);
+  painter.drawImage(left + corner + across, top + height - lower, m_picture, far, side - lower, corner, lower);
   // Only the rims of the stretched pieces show beside the box.
   const int rim = std::min(m_reach + m_drop + 2, upper);
   if (across > 0) {
-    painter.drawPixmap(QRect(left + corner, top, across, std::min(rim, upper)), m_picture, QRect(corner, 0, 1, std::min(rim, upper)));
-    painter.drawPixmap(QRect(left + corner, top + height - std::min(rim, lower), across, std::min(rim, lower)), m_picture,
+    painter.drawImage(QRect(left + corner, top, across, std::min(rim, upper)), m_picture, QRect(corner, 0, 1, std::min(rim, upper)));
+    painter.drawImage(QRect(left + corner, top + height - std::min(rim, lower), across, std::min(rim, lower)), m_picture,
                        QRect(corner, side - std::min(rim, lower), 1, std::min(rim, lower)));
   }
   if (down > 0) {
-    painter.drawPixmap(QRect(left, top + corner, std::min(rim, corner), down), m_picture,
+    painter.drawImage(QRect(left, top + corner, std::min(rim, corner), down), m_picture,
                        QRect(0, corner, std::min(rim, corner), 1));
-    painter.drawPixmap(QRect(left + width - std::min(rim, corner), top + corner, std::min(rim, corner), down), m_picture,
+    painter.drawImage(QRect(left + width - std::min(rim, corner), top + corner, std::min(rim, corner), down), m_picture,
                        QRect(side - std::min(rim, corner), corner, std::min(rim, corner), 1));
   }
 }

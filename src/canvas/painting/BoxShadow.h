@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QPixmap>
+#include <QImage>
 #include <QRectF>
 
 class QPainter;
@@ -21,7 +21,7 @@ class BoxShadow {
   int m_reach = 0;    // how far the shadow goes beyond the box
   int m_corner = 0;   // side of a corner piece
   int m_drop = 0;     // how far it is moved down
-  QPixmap m_picture;  // two by two corners, with one stretchable pixel between them
+  QImage m_picture;   // two by two corners, with one stretchable pixel between them
 };
 
 }  // namespace quilmora

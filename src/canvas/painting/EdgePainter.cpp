@@ -121,6 +121,9 @@ class EdgeLayer {
     const QRgb color = qRgba(qRed(rgb), qGreen(rgb), qBlue(rgb), static_cast<int>(std::lround(fade * 255)));
     LineBatch& batch = batchOf(color, static_cast<float>(std::clamp(deviceWidth, 1.0, minRibbonWidth)));
     const auto add = [&](QPointF from, QPointF to) {
+      if (!isSeen(QRectF(QPointF(std::min(from.x(), to.x()), std::min(from.y(), to.y())),
+                         QPointF(std::max(from.x(), to.x()), std::max(from.y(), to.y())))))
+        return;
       if (clipSegment(from, to, m_context.drawable)) batch.lines.emplace_back(from, to);
     };
     const double length = std::hypot(b.x() - a.x(), b.y() - a.y()) * m_context.scale;
@@ -179,48 +182,113 @@ class EdgeLayer {
     return std::min(wanted, static_cast<int>(enough));
   }
 
-  void paintRibbon(std::size_t i, QPointF a, QPointF b) {
+  TaperedConnector connectorOf(std::size_t i, QPointF a, QPointF b) const {
     const Edge& edge = m_context.scene.map->edges[i];
-    std::optional<EdgeStyle::TaperConfig> effective;
     const HierarchicalConfig* sizing = m_context.sizing();
-    if (sizing && sizing->edgeSizing && m_context.scene.tree && m_context.scene.tree->maxDepth() >= 1)
-      effective = widths(i);
-    TaperedConnector connector(edge, a, b, effective);
+    const bool isSized = sizing && sizing->edgeSizing && m_context.scene.tree && m_context.scene.tree->maxDepth() >= 1;
+    TaperedConnector connector(edge, a, b, isSized ? std::optional(widths(i)) : std::nullopt);
     if (!m_context.options.bends) {
       const auto controls = edgeControlPoints(a, b, std::nullopt);
       connector.controlPoint1 = controls[0];
       connector.controlPoint2 = controls[1];
     }
-    std::vector<QPointF> ribbon = connector.outline(samplesFor(connector));
+    return connector;
+  }
+
+  // Whether a piece of an edge can be seen at all: not outside, not below opaque topics.
+  bool isSeen(const QRectF& piece) const {
+    const QRectF& seen = m_context.exposed;
+    if (!(piece.left() <= seen.right() && piece.right() >= seen.left() && piece.top() <= seen.bottom() &&
+          piece.bottom() >= seen.top()))
+      return false;
+    const CoverageGrid& coverage = m_context.pictures.coverage;
+    if (!coverage.isActive()) return true;
+    const QTransform& device = m_context.toDevice;
+    const QRectF pixels(QPointF(piece.left() * device.m11() + device.dx(), piece.top() * device.m22() + device.dy()),
+                        piece.size() * device.m11());
+    return !coverage.isCovered(pixels.adjusted(-1, -1, 1, 1));
+  }
+
+  // A ribbon without the stretches that nobody sees: pieces of the outline, each closed on its own.
+  std::vector<std::vector<QPointF>> seenPieces(const std::vector<QPointF>& outline) const {
+    const std::size_t samples = outline.size() / 2;
+    const auto left = [&](std::size_t k) { return outline[k]; };
+    const auto right = [&](std::size_t k) { return outline[outline.size() - 1 - k]; };
+    std::vector<std::vector<QPointF>> pieces;
+    std::size_t start = 0;
+    bool isOpen = false;
+    const auto close = [&](std::size_t end) {
+      std::vector<QPointF> piece;
+      piece.reserve(2 * (end - start + 1));
+      for (std::size_t k = start; k <= end; ++k) piece.push_back(left(k));
+      for (std::size_t k = end + 1; k-- > start;) piece.push_back(right(k));
+      pieces.push_back(std::move(piece));
+      isOpen = false;
+    };
+    for (std::size_t k = 0; k + 1 < samples; ++k) {
+      const auto [minX, maxX] = std::minmax({left(k).x(), left(k + 1).x(), right(k).x(), right(k + 1).x()});
+      const auto [minY, maxY] = std::minmax({left(k).y(), left(k + 1).y(), right(k).y(), right(k + 1).y()});
+      if (isSeen(QRectF(QPointF(minX, minY), QPointF(maxX, maxY)))) {
+        if (!isOpen) start = k;
+        isOpen = true;
+      } else if (isOpen) {
+        close(k);
+      }
+    }
+    if (isOpen) close(samples - 1);
+    return pieces;
+  }
+
+  std::vector<QPointF> seenHead(const TaperedConnector& connector) const {
     std::vector<QPointF> head = connector.arrowHead();
+    if (head.empty()) return head;
+    const auto [minX, maxX] = std::minmax({head[0].x(), head[1].x(), head[2].x()});
+    const auto [minY, maxY] = std::minmax({head[0].y(), head[1].y(), head[2].y()});
+    if (!isSeen(QRectF(QPointF(minX, minY), QPointF(maxX, maxY)))) return {};
     // Turned the way of the ribbon, so that the non-zero rule fills both where they lie upon each other.
     std::reverse(head.begin(), head.end());
-    const QRectF bounds = connector.bounds();
-    if (!m_context.drawable.contains(bounds)) {
-      ribbon = clippedPolygon(ribbon, m_context.drawable);
-      head = clippedPolygon(head, m_context.drawable);
-      if (ribbon.size() < 3) return;
-    }
+    return head;
+  }
+
+  void clip(std::vector<QPointF>& polygon) const {
+    const QRectF& drawable = m_context.drawable;
+    if (std::all_of(polygon.begin(), polygon.end(), [&](QPointF point) { return drawable.contains(point); })) return;
+    polygon = clippedPolygon(polygon, drawable);
+  }
+
+  void paintRibbon(std::size_t i, QPointF a, QPointF b) {
+    const TaperedConnector connector = connectorOf(i, a, b);
+    std::vector<std::vector<QPointF>> polygons = seenPieces(connector.outline(samplesFor(connector)));
+    if (std::vector<QPointF> head = seenHead(connector); !head.empty()) polygons.push_back(std::move(head));
+    for (std::vector<QPointF>& polygon : polygons) clip(polygon);
+    std::erase_if(polygons, [](const std::vector<QPointF>& polygon) { return polygon.size() < 3; });
+    if (polygons.empty()) return;
+
     const QRgb rgb = m_context.sketch.edges()[i].color;
     const double shown = opacity(i);
     m_painter.setPen(Qt::NoPen);
     m_painter.setBrush(withOpacity(rgb, shown));
-    if (head.size() < 3) {
-      m_painter.drawPolygon(ribbon.data(), static_cast<int>(ribbon.size()), Qt::WindingFill);
+    if (polygons.size() == 1) {
+      m_painter.drawPolygon(polygons[0].data(), static_cast<int>(polygons[0].size()), Qt::WindingFill);
     } else {
+      // In one path, so that ribbon and head don't show through each other.
       QPainterPath path;
       path.setFillRule(Qt::WindingFill);
-      addPolygon(path, ribbon);
-      addPolygon(path, head);
+      for (const std::vector<QPointF>& polygon : polygons) addPolygon(path, polygon);
       m_painter.drawPath(path);
     }
-    if (!edge.style.dashed || m_context.scale < minDashScale) return;
+    if (connector.style.dashed && m_context.scale >= minDashScale) paintDashes(connector, rgb, shown);
+  }
+
+  void paintDashes(const TaperedConnector& connector, QRgb rgb, double shown) {
+    std::vector<QPointF> outline = connector.outline(samplesFor(connector));
+    clip(outline);
     QPen pen(withOpacity(rgb, 0.5 * shown), 1.0);
     pen.setCapStyle(Qt::FlatCap);
     pen.setDashPattern({5.0, 5.0});
     m_painter.setPen(pen);
     m_painter.setBrush(Qt::NoBrush);
-    m_painter.drawPolygon(ribbon.data(), static_cast<int>(ribbon.size()));
+    m_painter.drawPolygon(outline.data(), static_cast<int>(outline.size()));
   }
 
   static void addPolygon(QPainterPath& path, const std::vector<QPointF>& points) {

@@ -1,7 +1,9 @@
 #include <algorithm>
+#include <cmath>
+#include <vector>
 
+#include <QLineF>
 #include <QPainter>
-#include <QPainterPath>
 
 #include "canvas/geometry/Handles.h"
 #include "canvas/geometry/Polygons.h"
@@ -50,23 +52,53 @@ void paintBendHandle(QPainter& painter, const PaintContext& context, QPointF pos
   painter.restore();
 }
 
-void paintCurve(QPainter& painter, const PaintContext& context, const RelationshipCurve& curve) {
-  if (context.drawable.contains(curve.bounds())) {
-    QPainterPath path(curve.from);
-    path.quadTo(curve.control, curve.to);
-    painter.drawPath(path);
-    return;
+constexpr double curveWidth = 1.5;
+constexpr double dashLength = 8.0;
+constexpr double gapLength = 4.0;
+// In device pixels a canvas unit: from farther away dashes run together anyway.
+constexpr double minDashScale = 0.15;
+
+// Adds the dashes of one straight stretch that begins at `phase` of the pattern.
+void addDashes(std::vector<QLineF>& dashes, QPointF from, QPointF to, double phase) {
+  constexpr double period = dashLength + gapLength;
+  const double length = QLineF(from, to).length();
+  if (!(length > 0)) return;
+  const QPointF direction = (to - from) / length;
+  double start = -std::fmod(phase, period);
+  for (; start < length; start += period) {
+    const double low = std::max(start, 0.0);
+    const double high = std::min(start + dashLength, length);
+    if (high > low) dashes.emplace_back(from + direction * low, from + direction * high);
   }
-  // The part in sight of a curve that leaves it far behind, in pieces.
-  constexpr int steps = 512;
+}
+
+// Draws what is in sight of a curve, however far it goes: dashes are made for that part alone, because stroking a dashed path
+// costs by its whole length.
+void paintCurve(QPainter& painter, const PaintContext& context, const RelationshipCurve& curve, const QColor& color) {
+  const bool isDashed = context.scale >= minDashScale || !context.options.levelsOfDetail;
+  const QRectF seen = context.exposed.adjusted(-10, -10, 10, 10);
+  const double reach = QLineF(curve.from, curve.control).length() + QLineF(curve.control, curve.to).length();
+  const int steps = static_cast<int>(std::clamp(std::isfinite(reach) ? reach * context.scale / 8.0 : 512.0, 8.0, 512.0));
+  std::vector<QLineF> lines;
   QPointF previous = curve.from;
+  double passed = 0.0;
   for (int i = 1; i <= steps; ++i) {
     const QPointF next = curve.pointAt(static_cast<double>(i) / steps);
     QPointF from = previous;
     QPointF to = next;
-    if (clipSegment(from, to, context.drawable)) painter.drawLine(from, to);
+    if (clipSegment(from, to, seen)) {
+      if (isDashed)
+        addDashes(lines, from, to, passed + QLineF(previous, from).length());
+      else
+        lines.emplace_back(from, to);
+    }
+    passed += QLineF(previous, next).length();
     previous = next;
   }
+  QPen pen(color, curveWidth);
+  pen.setCapStyle(Qt::FlatCap);
+  painter.setPen(pen);
+  painter.drawLines(lines.data(), static_cast<int>(lines.size()));
 }
 
 void paintRelationshipHandles(QPainter& painter, const PaintContext& context, const Relationship& relationship,
@@ -94,12 +126,9 @@ void paintRelationships(QPainter& painter, const PaintContext& context) {
     const RelationshipCurve curve(context.shownPosition(*from), context.shownPosition(*to),
                                   relationship.controlPointOffset);
     const QRectF bounds = curve.bounds().adjusted(-20, -40, 20, 20);
-    if (!bounds.intersects(context.exposed)) continue;
+    if (!isFinite(bounds) || !bounds.intersects(context.exposed)) continue;
     const QColor color = withOpacity(colorFromHex(relationship.color), 0.6);
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(context.scale < 0.15 && context.options.levelsOfDetail ? QPen(color, 1.5)
-                                                                          : dashedPen(color, 1.5, 8.0, 4.0));
-    paintCurve(painter, context, curve);
+    paintCurve(painter, context, curve, color);
     if (context.options.selection && context.scene.selectedRelationshipID == relationship.id)
       paintRelationshipHandles(painter, context, relationship, curve);
   }

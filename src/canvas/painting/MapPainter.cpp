@@ -4,10 +4,13 @@
 #include <cmath>
 
 #include <QPainter>
+#include <QSemaphore>
+#include <QThreadPool>
 
 #include "canvas/geometry/Polygons.h"
 #include "canvas/geometry/RelationshipCurve.h"
 #include "canvas/geometry/TaperedConnector.h"
+#include "canvas/painting/NodeLayer.h"
 #include "canvas/painting/PaintContext.h"
 #include "themes/Color.h"
 
@@ -32,6 +35,21 @@ PaintContext::Detail detailAt(double scale, const MapScene& scene, const PaintOp
   if (scale * typicalBoxHeight * fontScale < minBoxHeight) return PaintContext::Detail::dots;
   if (scale * typicalFontSize * fontScale < minFontSize) return PaintContext::Detail::bars;
   return PaintContext::Detail::full;
+}
+
+// Runs the work in a thread of the global pool, and waits. Qt divides every fill of some hundred spans among that pool's
+// threads, unless it is asked by one of them; for many small fills the waking and waiting costs several times the filling. For
+// work without texts only: fonts belong to the thread that loaded them.
+void runUndivided(const std::function<void()>& work) {
+  QSemaphore done;
+  const bool isStarted = QThreadPool::globalInstance()->tryStart([&] {
+    work();
+    done.release();
+  });
+  if (isStarted)
+    done.acquire();
+  else
+    work();
 }
 
 std::vector<char> selectedNumbers(const MapScene& scene) {
@@ -60,7 +78,7 @@ PaintOptions PaintOptions::forExport() {
   return options;
 }
 
-MapPainter::MapPainter() : m_sketch(std::make_unique<SceneSketch>()), m_shadow(std::make_unique<BoxShadow>()) {}
+MapPainter::MapPainter() : m_sketch(std::make_unique<SceneSketch>()), m_pictures(std::make_unique<PictureStore>()) {}
 
 MapPainter::~MapPainter() = default;
 
@@ -84,19 +102,25 @@ void MapPainter::paint(QPainter& painter, const MapScene& scene, const PaintOpti
                              options,
                              m_measurer,
                              *m_sketch,
-                             *m_shadow,
+                             *m_pictures,
                              CanvasColors::onBackground(background),
                              scale,
+                             painter.deviceTransform(),
+                             painter.deviceTransform().type() <= QTransform::TxScale,
                              detailAt(scale, scene, options),
                              exposed,
                              exposed.adjusted(-margin, -margin, margin, margin),
                              options.selection ? selectedNumbers(scene) : std::vector<char>()};
+  NodeLayer nodes(painter, context);
+  nodes.collect();
   if (options.regions) paintRegions(painter, context);
-  paintEdges(painter, context);
-  if (options.relationships) paintRelationships(painter, context);
+  runUndivided([&] {
+    paintEdges(painter, context);
+    if (options.relationships) paintRelationships(painter, context);
+  });
   if (options.selection && !options.handlesAboveNodes) paintEdgeHandles(painter, context);
   if (options.selection) paintConnectionDrag(painter, context);
-  paintNodes(painter, context);
+  nodes.paint();
   if (options.selection && options.handlesAboveNodes) paintEdgeHandles(painter, context);
   painter.restore();
 }

@@ -9,8 +9,8 @@ class QPainter;
 
 namespace quilmora {
 
-class BoxShadow;
 class SceneSketch;
+struct PictureStore;
 
 // Draws maps on a painter of any device, in view coordinates: the painter's own transform and device pixel ratio are
 // respected. Keeps only what can be made again; keep one painter for one view, so that it has something to keep.
@@ -34,7 +34,7 @@ class MapPainter {
  private:
   NodeMeasurer m_measurer;
   std::unique_ptr<SceneSketch> m_sketch;
-  std::unique_ptr<BoxShadow> m_shadow;
+  std::unique_ptr<PictureStore> m_pictures;
 };
 
 // Draws a map once, keeping nothing.

@@ -32,7 +32,7 @@ constexpr double cornerMarkerGap = 3.0;
 constexpr QPointF cornerMarkerInset(5.0, 3.0);
 constexpr QPointF aiMarkerOffset(4.0, -4.0);
 
-constexpr int keptTextCost = 6000;
+constexpr int keptTextCost = 12000;
 constexpr int keptImageKilobytes = 96 * 1024;
 // A grapheme may be made of any number of combining marks.
 constexpr qsizetype maxTitleUnits = 8000;

@@ -2,8 +2,10 @@
 
 #include <vector>
 
+#include "canvas/painting/BoxPicture.h"
 #include "canvas/painting/BoxShadow.h"
 #include "canvas/painting/CanvasColors.h"
+#include "canvas/painting/CoverageGrid.h"
 #include "canvas/painting/MapScene.h"
 #include "canvas/painting/NodeMetrics.h"
 #include "canvas/painting/SceneSketch.h"
@@ -11,6 +13,13 @@
 class QPainter;
 
 namespace quilmora {
+
+// What is kept from frame to frame besides texts and images.
+struct PictureStore {
+  BoxShadow shadow;
+  BoxPicture box;
+  CoverageGrid coverage;
+};
 
 // What the parts of one painting share.
 struct PaintContext {
@@ -21,11 +30,13 @@ struct PaintContext {
   const PaintOptions& options;
   NodeMeasurer& measurer;
   SceneSketch& sketch;
-  BoxShadow& shadow;
+  PictureStore& pictures;
   const CanvasColors& colors;
-  double scale;         // device pixels a canvas unit
+  double scale;          // device pixels a canvas unit
+  QTransform toDevice;   // from canvas units to device pixels
+  bool standsUpright;    // whether that transform only scales and moves
   Detail detail;
-  QRectF exposed;       // canvas units
+  QRectF exposed;        // canvas units
   // Shapes that reach beyond this rectangle (canvas units) are clipped to it first: rasterisers keep device coordinates in
   // narrow integers.
   QRectF drawable;
@@ -53,7 +64,6 @@ void paintEdges(QPainter& painter, const PaintContext& context);
 void paintRelationships(QPainter& painter, const PaintContext& context);
 void paintEdgeHandles(QPainter& painter, const PaintContext& context);
 void paintConnectionDrag(QPainter& painter, const PaintContext& context);
-void paintNodes(QPainter& painter, const PaintContext& context);
 
 // A disc with an optional contour inside its edge and a soft shadow below it.
 struct HandleLook {

@@ -1,0 +1,88 @@
+#include "canvas/painting/BoxPicture.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include <QPainter>
+
+#include "canvas/painting/NodeMetrics.h"
+
+namespace quilmora {
+
+namespace {
+
+constexpr std::size_t keptCornerCount = 512;
+
+// `a` where the weight is 1, `b` where it is 0.
+QRgb mixed(QRgb a, QRgb b, double weight) {
+  const auto mix = [weight](int x, int y) { return static_cast<int>(std::lround(x * weight + y * (1.0 - weight))); };
+  return qRgb(mix(qRed(a), qRed(b)), mix(qGreen(a), qGreen(b)), mix(qBlue(a), qBlue(b)));
+}
+
+}  // namespace
+
+void BoxPicture::prepare(double scale) {
+  if (scale == m_scale) return;
+  m_scale = scale;
+  m_corners.clear();
+  m_last = nullptr;
+}
+
+const BoxPicture::Corners& BoxPicture::cornersFor(QRgb fill, QRgb border, double borderWidth) {
+  // Border widths are few and known to a half.
+  const quint64 key = (quint64{fill & 0xFFFFFF} << 32 | quint64{border & 0xFFFFFF} << 8) |
+                      static_cast<quint64>(std::lround(borderWidth * 2.0));
+  if (m_last && key == m_lastKey) return *m_last;
+  if (m_corners.size() >= keptCornerCount) m_corners.clear();
+  Corners& corners = m_corners[key];
+  if (corners.picture.isNull()) {
+    const double radius = NodeMetrics::cornerRadius * m_scale;
+    const double width = borderWidth * m_scale;
+    corners.side = static_cast<int>(std::ceil(std::max(radius, width))) + 1;
+    corners.picture = QImage(2 * corners.side, 2 * corners.side, QImage::Format_ARGB32_Premultiplied);
+    corners.picture.fill(Qt::transparent);
+    QPainter painter(&corners.picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    const QRectF box(corners.picture.rect());
+    painter.setBrush(QColor(border));
+    painter.drawRoundedRect(box, radius, radius);
+    painter.setBrush(QColor(fill));
+    painter.drawRoundedRect(box.adjusted(width, width, -width, -width), std::max(0.0, radius - width),
+                            std::max(0.0, radius - width));
+  }
+  m_lastKey = key;
+  m_last = &corners;
+  return corners;
+}
+
+bool BoxPicture::paint(QPainter& painter, const QRect& box, QRgb fill, QRgb border, double borderWidth) {
+  const Corners& corners = cornersFor(fill, border, borderWidth);
+  const int side = corners.side;
+  if (box.width() < 2 * side || box.height() < 2 * side) return false;
+  const int right = box.x() + box.width();
+  const int bottom = box.y() + box.height();
+  painter.drawImage(box.x(), box.y(), corners.picture, 0, 0, side, side);
+  painter.drawImage(right - side, box.y(), corners.picture, side, 0, side, side);
+  painter.drawImage(box.x(), bottom - side, corners.picture, 0, side, side, side);
+  painter.drawImage(right - side, bottom - side, corners.picture, side, side, side, side);
+  const int across = box.width() - 2 * side;
+  const int down = box.height() - 2 * side;
+  painter.fillRect(box.x() + side, box.y(), across, box.height(), QColor(fill));
+  painter.fillRect(box.x(), box.y() + side, side, down, QColor(fill));
+  painter.fillRect(right - side, box.y() + side, side, down, QColor(fill));
+  // The border, its innermost pixel mixed with the fill where the width is no whole number.
+  const double width = borderWidth * m_scale;
+  const int whole = static_cast<int>(width);
+  const auto frame = [&](int inset, int thickness, QRgb color) {
+    painter.fillRect(box.x() + side, box.y() + inset, across, thickness, QColor(color));
+    painter.fillRect(box.x() + side, bottom - inset - thickness, across, thickness, QColor(color));
+    painter.fillRect(box.x() + inset, box.y() + side, thickness, down, QColor(color));
+    painter.fillRect(right - inset - thickness, box.y() + side, thickness, down, QColor(color));
+  };
+  if (whole > 0) frame(0, whole, border);
+  if (width > whole) frame(whole, 1, mixed(border, fill, width - whole));
+  return true;
+}
+
+}  // namespace quilmora

@@ -1,0 +1,348 @@
+#include "canvas/painting/NodeLayer.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include <QLinearGradient>
+#include <QPainter>
+#include <QPainterPath>
+
+#include "canvas/geometry/Handles.h"
+#include "canvas/geometry/Polygons.h"
+#include "canvas/painting/BadgeLook.h"
+#include "canvas/painting/Symbols.h"
+#include "themes/Color.h"
+
+namespace quilmora {
+
+namespace {
+
+constexpr double borderWidth = 1.5;
+constexpr double selectedBorderWidth = 2.5;
+constexpr double dropBorderWidth = 3.0;
+constexpr double imageCornerRadius = 4.0;
+constexpr double minShadowScale = 0.4;
+constexpr double minMarkerScale = 0.35;
+constexpr double minDotSide = 1.4;  // device pixels
+// Up to this many topics are measured truly even where their titles cannot be read.
+constexpr std::size_t maxMeasuredCount = 3000;
+// How far shadow and markers reach beyond a box, in canvas units.
+constexpr double surroundings = 9.0;
+constexpr double handleReach = 30.0;
+
+QColor withOpacity(QColor color, double opacity) {
+  color.setAlphaF(static_cast<float>(std::clamp(opacity, 0.0, 1.0)));
+  return color;
+}
+
+}  // namespace
+
+NodeLayer::NodeLayer(QPainter& painter, const PaintContext& context) : m_painter(painter), m_context(context) {
+  m_canvasTransform = painter.transform();
+  m_devicePixels = context.toDevice.inverted() * m_canvasTransform;
+  m_hasShadows =
+      context.scale >= minShadowScale && context.standsUpright && context.detail == PaintContext::Detail::full;
+  if (m_hasShadows) context.pictures.shadow.prepare(context.scale);
+  context.pictures.box.prepare(context.scale);
+}
+
+void NodeLayer::collect() {
+  const MapIndex& index = *m_context.scene.index;
+  const std::size_t count = std::min(index.positions().size(), m_context.sketch.nodes().size());
+  const QRectF& seen = m_context.exposed;
+  const double reachX = m_context.sketch.maxHalfWidth();
+  const bool isDragging = m_context.isDragging();
+  for (std::size_t i = 0; i < count; ++i) {
+    const QPointF position = isDragging ? m_context.shownPosition(i) : index.positions()[i];
+    const double reachY = m_context.sketch.nodes()[i].boundHalfHeight;
+    if (!(position.x() + reachX >= seen.left() && position.x() - reachX <= seen.right() &&
+          position.y() + reachY >= seen.top() && position.y() - reachY <= seen.bottom()))
+      continue;
+    if (m_context.isHidden(i)) continue;
+    if (m_context.detail == PaintContext::Detail::dots)
+      collectDot(i, position);
+    else
+      collectNode(i, position);
+  }
+  findHidden();
+}
+
+void NodeLayer::findHidden() {
+  CoverageGrid& coverage = m_context.pictures.coverage;
+  const QRect pixels = m_context.toDevice.mapRect(m_context.exposed).toAlignedRect();
+  // Of few topics nothing worth while is hidden, and a picture of absurd size has no grid.
+  const bool isWorthWhile = m_context.standsUpright && m_context.options.levelsOfDetail && pixels.width() < 20000 &&
+                            pixels.height() < 20000;
+  coverage.reset(isWorthWhile ? pixels : QRect(), m_context.detail == PaintContext::Detail::dots ? 2 : 4);
+  if (!coverage.isActive()) return;
+  for (const auto& [color, rects] : m_dots) {
+    if (qAlpha(color) < 255) continue;
+    // A dot's edge pixels may be left out by rounding.
+    for (const QRectF& rect : rects) coverage.cover(m_context.toDevice.mapRect(rect).adjusted(0.5, 0.5, -0.5, -0.5));
+  }
+  const double radius = NodeMetrics::cornerRadius * m_context.scale;
+  std::vector<SeenNode> kept;
+  kept.reserve(m_seen.size());
+  for (std::size_t k = m_seen.size(); k-- > 0;) {
+    SeenNode& node = m_seen[k];
+    const QRectF box = m_context.toDevice.mapRect(node.metrics.box.translated(node.position));
+    const double margin = surroundings * m_context.scale;
+    if (!node.isSelected && coverage.isCovered(box.adjusted(-margin, -margin, margin, margin))) continue;
+    const QRectF content = node.metrics.title | node.metrics.emoji | node.metrics.icon | node.metrics.image;
+    node.isContentCovered = coverage.isCovered(m_context.toDevice.mapRect(content.translated(node.position)));
+    if (node.opacity >= 1.0) {
+      const QRectF opaque = box.adjusted(0.5, 0.5, -0.5, -0.5);
+      coverage.cover(opaque.adjusted(radius, 0, -radius, 0));
+      coverage.cover(opaque.adjusted(0, radius, 0, -radius));
+    }
+    kept.push_back(std::move(node));
+  }
+  std::reverse(kept.begin(), kept.end());
+  m_seen = std::move(kept);
+}
+
+void NodeLayer::paint() {
+  if (!m_dots.empty()) paintDots();
+  for (const SeenNode& seen : m_seen) paintNode(seen);
+}
+
+double NodeLayer::opacityOf(std::size_t index) const {
+  if (!m_context.scene.nodeOpacity) return 1.0;
+  return std::clamp(m_context.scene.nodeOpacity(m_context.scene.map->nodes[index]), 0.0, 1.0);
+}
+
+bool NodeLayer::isDropTarget(const QUuid& id) const {
+  return m_context.options.selection && m_context.scene.dropTargetID == id;
+}
+
+QColor NodeLayer::dropColor() const {
+  return m_context.scene.dropTarget == MapScene::DropTarget::reparent ? m_context.colors.reparentTarget
+                                                                      : m_context.colors.connectionTarget;
+}
+
+NodeLayer::Border NodeLayer::borderOf(const Node& node, bool isSelected) const {
+  if (isDropTarget(node.id)) return {dropColor(), dropBorderWidth};
+  if (isSelected) return {m_context.colors.selection, selectedBorderWidth};
+  return {colorFromHex(node.style.stroke), borderWidth};
+}
+
+void NodeLayer::collectDot(std::size_t index, QPointF position) {
+  const auto& sketch = m_context.sketch.nodes()[index];
+  const std::uint32_t number = m_context.scene.index->numberOfNode()[index];
+  QRgb color = sketch.fill;
+  if (m_context.scene.dropTargetID && isDropTarget(m_context.scene.map->nodes[index].id))
+    color = dropColor().rgb();
+  else if (m_context.isNodeSelected(number))
+    color = m_context.colors.selection.rgb();
+  const double opacity = opacityOf(index);
+  if (opacity < 1.0) color = withOpacity(QColor(color), opacity).rgba();
+  const double smallest = minDotSide / 2 / m_context.scale;
+  const double halfWidth = std::max<double>(sketch.halfWidth, smallest);
+  const double halfHeight = std::max<double>(sketch.halfHeight, smallest);
+  m_dots[color].emplace_back(position.x() - halfWidth, position.y() - halfHeight, 2 * halfWidth, 2 * halfHeight);
+}
+
+void NodeLayer::collectNode(std::size_t index, QPointF position) {
+  const MapScene& scene = m_context.scene;
+  const Node& node = scene.map->nodes[index];
+  const std::uint32_t number = scene.index->numberOfNode()[index];
+  const bool isEditing = scene.editingNodeID == node.id;
+  const bool isSketched = m_context.detail == PaintContext::Detail::bars && !node.imageData &&
+                          scene.map->nodes.size() > maxMeasuredCount;
+  SeenNode seen{index, position, {}, {}, opacityOf(index), isEditing, m_context.isNodeSelected(number)};
+  if (seen.opacity <= 0.0) return;
+  seen.metrics = isSketched ? sketchedMetrics(index, node)
+                            : m_context.measurer.measure(node, m_context.depthFraction(number), m_context.sizing(),
+                                                         isEditing ? std::optional(scene.editingTitle.value_or(node.title))
+                                                                   : std::nullopt);
+  if (!isSketched && !isEditing) m_context.sketch.rememberBox(index, seen.metrics.box);
+  const QRectF box = seen.metrics.box.translated(position);
+  if (!box.adjusted(-handleReach, -handleReach, handleReach, handleReach).intersects(m_context.exposed)) return;
+  if (m_context.standsUpright) {
+    // The whole topic moves with its box to whole pixels, by less than one.
+    const QRectF device = m_context.toDevice.mapRect(box);
+    const QPoint corner = device.topLeft().toPoint();
+    seen.pixels = QRect(corner, QSize(std::max(1, static_cast<int>(std::lround(device.width()))),
+                                      std::max(1, static_cast<int>(std::lround(device.height())))));
+    seen.position += (QPointF(corner) - device.topLeft()) / m_context.scale;
+  }
+  m_seen.push_back(std::move(seen));
+}
+
+NodeMetrics NodeLayer::sketchedMetrics(std::size_t index, const Node& node) const {
+  const auto& sketch = m_context.sketch.nodes()[index];
+  NodeMetrics metrics;
+  metrics.box = QRectF(-sketch.halfWidth, -sketch.halfHeight, 2.0 * sketch.halfWidth, 2.0 * sketch.halfHeight);
+  metrics.title = metrics.box.adjusted(metrics.sizing.horizontalPadding, metrics.sizing.verticalPadding,
+                                       -metrics.sizing.horizontalPadding, -metrics.sizing.verticalPadding);
+  if (node.badge) metrics.badge = QRectF(metrics.box.left() - 6, metrics.box.top() - 6, 16, 16);
+  return metrics;
+}
+
+void NodeLayer::paintDots() {
+  m_painter.setRenderHint(QPainter::Antialiasing, false);
+  m_painter.setPen(Qt::NoPen);
+  for (const auto& [color, rects] : m_dots) {
+    m_painter.setBrush(QColor::fromRgba(color));
+    m_painter.drawRects(rects.data(), static_cast<int>(rects.size()));
+  }
+  m_painter.setRenderHint(QPainter::Antialiasing, true);
+}
+
+void NodeLayer::paintNode(const SeenNode& seen) {
+  const Node& node = m_context.scene.map->nodes[seen.index];
+  const std::uint32_t number = m_context.scene.index->numberOfNode()[seen.index];
+  if (seen.opacity < 1.0) m_painter.setOpacity(seen.opacity);
+  paintBox(seen, node);
+  m_painter.translate(seen.position);
+  if (m_context.detail == PaintContext::Detail::bars) {
+    paintBars(node, seen.metrics);
+  } else {
+    if (!seen.isContentCovered) paintContent(node, seen.metrics, seen.isEditing);
+    paintMarkers(node, number, seen.metrics);
+    if (seen.isSelected && !seen.isEditing) paintConnectionHandle(node, seen.metrics.connectionHandle);
+  }
+  m_painter.setTransform(m_canvasTransform);
+  if (seen.opacity < 1.0) m_painter.setOpacity(1.0);
+}
+
+void NodeLayer::paintBox(const SeenNode& seen, const Node& node) {
+  const Border border = borderOf(node, seen.isSelected);
+  if (m_context.standsUpright) {
+    m_painter.setTransform(m_devicePixels);
+    if (m_hasShadows) m_context.pictures.shadow.paint(m_painter, seen.pixels);
+    const bool isPlain = seen.opacity >= 1.0 && !node.style.fillGradient;
+    const bool isDone = isPlain && m_context.pictures.box.paint(m_painter, seen.pixels, colorFromHex(node.style.fill).rgb(),
+                                                                border.color.rgb(), border.width);
+    m_painter.setTransform(m_canvasTransform);
+    if (isDone) return;
+  }
+  paintRoundedBox(seen.metrics.box.translated(seen.position), node, border, seen.opacity);
+}
+
+void NodeLayer::paintRoundedBox(const QRectF& box, const Node& node, const Border& border, double opacity) {
+  constexpr double radius = NodeMetrics::cornerRadius;
+  const QRectF inner = box.adjusted(border.width, border.width, -border.width, -border.width);
+  const double innerRadius = std::max(0.0, radius - border.width);
+  m_painter.setPen(Qt::NoPen);
+  m_painter.setBrush(border.color);
+  if (opacity < 1.0) {
+    // Under a see-through fill the border must be a ring.
+    QPainterPath ring;
+    ring.addRoundedRect(box, radius, radius);
+    ring.addRoundedRect(inner, innerRadius, innerRadius);
+    m_painter.drawPath(ring);
+  } else {
+    m_painter.drawRoundedRect(box, radius, radius);
+  }
+  if (node.style.fillGradient) {
+    QLinearGradient gradient(box.topLeft(), box.bottomRight());
+    gradient.setColorAt(0.0, colorFromHex(node.style.fill));
+    gradient.setColorAt(1.0, colorFromHex(*node.style.fillGradient));
+    m_painter.setBrush(gradient);
+  } else {
+    m_painter.setBrush(colorFromHex(node.style.fill));
+  }
+  m_painter.drawRoundedRect(inner, innerRadius, innerRadius);
+}
+
+// Lines of a title too small to be read, and a badge too small to show its symbol.
+void NodeLayer::paintBars(const Node& node, const NodeMetrics& metrics) {
+  if (!metrics.image.isEmpty()) paintImage(*node.imageData, metrics.image);
+  const QColor color = withOpacity(colorFromHex(node.style.textColor), 0.5);
+  const QRectF& title = metrics.title;
+  const double lineHeight = 1.25 * metrics.sizing.fontSize;
+  const int lines = std::clamp(static_cast<int>(std::lround(title.height() / lineHeight)), 1, 100);
+  const double height = 0.32 * metrics.sizing.fontSize;
+  for (int line = 0; line < lines && title.width() > 0; ++line) {
+    const double middle = title.top() + title.height() * (line + 0.5) / lines;
+    const double width = line > 0 && line == lines - 1 ? title.width() * 0.6 : title.width();
+    m_painter.fillRect(QRectF(title.left(), middle - height / 2, width, height), color);
+  }
+  if (!metrics.badge.isEmpty()) paintDisc(metrics.badge, badgeLook(*node.badge).color);
+}
+
+void NodeLayer::paintContent(const Node& node, const NodeMetrics& metrics, bool isEditing) {
+  if (!metrics.image.isEmpty()) paintImage(*node.imageData, metrics.image);
+  const QColor textColor = colorFromHex(node.style.textColor);
+  if (!metrics.icon.isEmpty())
+    paintSymbol(m_painter, node.icon->type == IconRef::IconType::embedded ? QStringLiteral("photo") : node.icon->value,
+                metrics.icon, textColor);
+  m_painter.setPen(textColor);
+  if (!metrics.emoji.isEmpty())
+    m_context.measurer.shapedEmoji(*node.emoji, metrics.sizing).draw(m_painter, metrics.emoji.topLeft());
+  if (!isEditing && !node.title.isEmpty())
+    m_context.measurer.shapedTitle(node.title, metrics.sizing).draw(m_painter, metrics.title.topLeft());
+}
+
+void NodeLayer::paintImage(const QString& imageData, const QRectF& rect) {
+  ShownImage* shown = m_context.measurer.image(imageData);
+  if (!shown) return;
+  const QImage& picture = shown->forWidth(rect.width() * m_context.scale);
+  QBrush brush(picture);
+  brush.setTransform(QTransform::fromScale(rect.width() / picture.width(), rect.height() / picture.height()) *
+                     QTransform::fromTranslate(rect.left(), rect.top()));
+  m_painter.setPen(Qt::NoPen);
+  m_painter.setBrush(brush);
+  m_painter.drawRoundedRect(rect, imageCornerRadius, imageCornerRadius);
+}
+
+void NodeLayer::paintMarkers(const Node& node, std::uint32_t number, const NodeMetrics& metrics) {
+  if (m_context.options.levelsOfDetail && m_context.scale < minMarkerScale) {
+    if (!metrics.badge.isEmpty()) paintDisc(metrics.badge, badgeLook(*node.badge).color);
+    return;
+  }
+  const QColor textColor = colorFromHex(node.style.textColor);
+  if (!metrics.linkMarker.isEmpty())
+    paintSymbol(m_painter, QStringLiteral("link"), metrics.linkMarker, withOpacity(textColor, 0.5));
+  if (!metrics.noteMarker.isEmpty())
+    paintSymbol(m_painter, QStringLiteral("note.text"), metrics.noteMarker, withOpacity(textColor, 0.5));
+  if (!metrics.aiMarker.isEmpty())
+    paintSymbol(m_painter, QStringLiteral("sparkles"), metrics.aiMarker, withOpacity(m_context.colors.aiMarker, 0.7));
+  if (!metrics.badge.isEmpty()) {
+    const BadgeLook& look = badgeLook(*node.badge);
+    paintDisc(metrics.badge, look.color);
+    // Thicker lines would close the holes of a filled symbol.
+    const double boldness = look.symbol.endsWith(QLatin1String(".fill")) ? 0.0 : 0.6;
+    paintSymbol(m_painter, look.symbol, metrics.badge.adjusted(3, 3, -3, -3), Qt::white, boldness);
+  }
+  if (hasChildren(node, number)) {
+    paintDisc(metrics.collapseToggle, withOpacity(colorFromHex(node.style.fill), 0.8));
+    const IdSet* collapsed = m_context.scene.collapsedNodeIDs;
+    const bool isCollapsed = collapsed && collapsed->contains(node.id);
+    const double inset = (metrics.collapseToggle.width() - 9.0) / 2;
+    paintSymbol(m_painter, isCollapsed ? QStringLiteral("chevron.right") : QStringLiteral("chevron.down"),
+                metrics.collapseToggle.adjusted(inset, inset, -inset, -inset), withOpacity(textColor, 0.5), 1.2);
+  }
+}
+
+bool NodeLayer::hasChildren(const Node& node, std::uint32_t number) const {
+  if (!m_context.options.collapseToggles || !m_context.scene.tree) return false;
+  if (number < m_context.scene.tree->numberCount()) return !m_context.scene.tree->childNumbers(number).empty();
+  return m_context.scene.tree->childCount(node.id) > 0;
+}
+
+void NodeLayer::paintDisc(const QRectF& rect, const QColor& color) {
+  m_painter.setPen(Qt::NoPen);
+  m_painter.setBrush(color);
+  m_painter.drawEllipse(rect);
+}
+
+void NodeLayer::paintConnectionHandle(const Node& node, const QRectF& rect) {
+  const auto& drag = m_context.scene.connectionDrag;
+  const bool isDragged = drag && drag->sourceID == node.id;
+  QPointF center = rect.center();
+  if (isDragged) {
+    const auto source = m_context.shownNode(node.id);
+    if (source) center += drag->end - m_context.shownPosition(*source);
+  }
+  constexpr double farthest = 20000.0;
+  if (!(std::abs(center.x()) < farthest && std::abs(center.y()) < farthest)) return;
+  paintHandle(m_painter, center,
+              {HandleMetrics::connectionHandleDiameter, m_context.colors.selection, Qt::transparent, 0.0,
+               withOpacity(m_context.colors.selection, 0.3), 2.0});
+  if (!isDragged)
+    paintSymbol(m_painter, QStringLiteral("plus"), QRectF(center.x() - 6.5, center.y() - 6.5, 13, 13), Qt::white, 0.8);
+}
+
+}  // namespace quilmora

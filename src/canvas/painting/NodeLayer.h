@@ -1,0 +1,67 @@
+#pragma once
+
+#include <unordered_map>
+#include <vector>
+
+#include "canvas/painting/PaintContext.h"
+
+namespace quilmora {
+
+// Paints the topics of one frame. First it collects what can be seen, which also tells what the topics will hide of all that
+// lies below them; then it paints.
+class NodeLayer {
+ public:
+  NodeLayer(QPainter& painter, const PaintContext& context);
+
+  void collect();
+  void paint();
+
+ private:
+  struct SeenNode {
+    std::size_t index;
+    QPointF position;
+    NodeMetrics metrics;
+    QRect pixels;  // the box in device pixels, where the transform allows whole ones
+    double opacity;
+    bool isEditing;
+    bool isSelected;
+    bool isContentCovered = false;  // later topics hide image, emoji, icon and title
+  };
+  struct Border {
+    QColor color;
+    double width;
+  };
+
+  double opacityOf(std::size_t index) const;
+  bool isDropTarget(const QUuid& id) const;
+  QColor dropColor() const;
+  Border borderOf(const Node& node, bool isSelected) const;
+  bool hasChildren(const Node& node, std::uint32_t number) const;
+
+  void collectDot(std::size_t index, QPointF position);
+  void collectNode(std::size_t index, QPointF position);
+  NodeMetrics sketchedMetrics(std::size_t index, const Node& node) const;
+  // Leaves out topics that later ones hide, and marks what topics hide.
+  void findHidden();
+
+  void paintDots();
+  void paintNode(const SeenNode& seen);
+  void paintBox(const SeenNode& seen, const Node& node);
+  void paintRoundedBox(const QRectF& box, const Node& node, const Border& border, double opacity);
+  void paintBars(const Node& node, const NodeMetrics& metrics);
+  void paintContent(const Node& node, const NodeMetrics& metrics, bool isEditing);
+  void paintImage(const QString& imageData, const QRectF& rect);
+  void paintMarkers(const Node& node, std::uint32_t number, const NodeMetrics& metrics);
+  void paintDisc(const QRectF& rect, const QColor& color);
+  void paintConnectionHandle(const Node& node, const QRectF& rect);
+
+  QPainter& m_painter;
+  const PaintContext& m_context;
+  QTransform m_canvasTransform;
+  QTransform m_devicePixels;  // lets the painter speak device pixels
+  bool m_hasShadows = false;
+  std::vector<SeenNode> m_seen;
+  std::unordered_map<QRgb, std::vector<QRectF>> m_dots;
+};
+
+}  // namespace quilmora
