@@ -26,6 +26,8 @@ namespace quilmora {
 namespace {
 
 constexpr QSize defaultWindowSize(1280, 800);
+// Of a screen that is smaller, so that the frame and title stay in sight.
+constexpr double largestShareOfScreen = 0.92;
 
 // "[*]" stands for the mark of unsaved changes in a window title.
 QString withoutPlaceholder(QString text) {
@@ -109,7 +111,7 @@ void MainWindow::placeOnScreen() {
   const QScreen* screen = QGuiApplication::primaryScreen();
   if (screen == nullptr) return;
   const QRect room = screen->availableGeometry();
-  QRect place(QPoint(), defaultWindowSize.boundedTo(room.size()));
+  QRect place(QPoint(), defaultWindowSize.boundedTo(room.size() * largestShareOfScreen));
   place.moveCenter(room.center());
   setGeometry(place);
 }

@@ -1,7 +1,9 @@
 #include <cstdio>
 
 #include <QApplication>
+#include <QPainter>
 #include <QStandardPaths>
+#include <QSvgRenderer>
 
 #include "app/Alerts.h"
 #include "app/Application.h"
@@ -24,6 +26,20 @@ QStringList argumentsOf(int argc, char** argv) {
   QStringList arguments;
   for (int index = 1; index < argc; ++index) arguments.append(QString::fromLocal8Bit(argv[index]));
   return arguments;
+}
+
+QIcon applicationIcon() {
+  QSvgRenderer drawing(QStringLiteral(":/icons/quilmora.svg"));
+  QIcon icon;
+  for (const int size : {32, 64, 128}) {
+    QPixmap picture(size, size);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    drawing.render(&painter);
+    painter.end();
+    icon.addPixmap(picture);
+  }
+  return icon;
 }
 
 QString defaultFolder() {
@@ -53,6 +69,8 @@ int main(int argc, char** argv) {
       std::fprintf(stderr, "Quilmora: %s\n", qPrintable(instance->error()));
       return 1;
   }
+
+  QGuiApplication::setWindowIcon(applicationIcon());
 
   const TerminationSignals signalsCaught;
   const SystemClock clock;

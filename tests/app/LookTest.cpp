@@ -1,5 +1,8 @@
 #include <QApplication>
+#include <QLineEdit>
+#include <QPainter>
 #include <QPushButton>
+#include <QTest>
 #include <gtest/gtest.h>
 
 #include "app/look/DesktopAppearance.h"
@@ -167,6 +170,50 @@ TEST_F(LookTest, ButtonsTakeTheirGroundFromTheTable) {
   EXPECT_EQ(plain.sizeHint().height(), 28);
   EXPECT_EQ(hex(groundOf(plain)), QStringLiteral("#2C2C2E"));
   EXPECT_EQ(hex(groundOf(primary)), QStringLiteral("#0A6CFF"));
+}
+
+TEST_F(LookTest, BordersAreOneDevicePixelAtEveryScale) {
+  m_settings.setText(settings::appearance, QStringLiteral("light"));
+  const Look look(m_settings, m_desktop);
+  look.install(*qApp);
+  QLineEdit field;
+  field.resize(120, 28);
+  for (const double scale : {1.0, 1.5, 2.25}) {
+    QImage picture((QSizeF(field.size()) * scale).toSize(), QImage::Format_RGB32);
+    picture.setDevicePixelRatio(scale);
+    picture.fill(Qt::black);
+    QPainter painter(&picture);
+    field.render(&painter);
+    painter.end();
+    const int middle = picture.width() / 2;
+    EXPECT_EQ(hex(picture.pixelColor(middle, 0)), QStringLiteral("#DEDEE3")) << scale;
+    EXPECT_EQ(hex(picture.pixelColor(middle, 1)), QStringLiteral("#FFFFFF")) << scale;
+    EXPECT_EQ(hex(picture.pixelColor(0, picture.height() / 2)), QStringLiteral("#DEDEE3")) << scale;
+    EXPECT_EQ(hex(picture.pixelColor(1, picture.height() / 2)), QStringLiteral("#FFFFFF")) << scale;
+  }
+}
+
+TEST_F(LookTest, TheFocusRingIsForTheKeyboardOnly) {
+  m_settings.setText(settings::appearance, QStringLiteral("light"));
+  const Look look(m_settings, m_desktop);
+  look.install(*qApp);
+  QWidget window;
+  auto* button = new QPushButton(QStringLiteral("Press"), &window);
+  auto* other = new QPushButton(QStringLiteral("Other"), &window);
+  button->setAutoDefault(false);
+  other->setAutoDefault(false);
+  button->setGeometry(10, 10, 100, 28);
+  other->setGeometry(10, 50, 100, 28);
+  window.show();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+  const auto edge = [button] { return hex(button->grab().toImage().pixelColor(50, 1)); };
+  QTest::mouseClick(button, Qt::LeftButton);
+  ASSERT_TRUE(button->hasFocus());
+  EXPECT_NE(edge(), QStringLiteral("#0A6CFF"));
+  other->setFocus();
+  QTest::keyClick(&window, Qt::Key_Backtab, Qt::ShiftModifier);
+  ASSERT_TRUE(button->hasFocus());
+  EXPECT_EQ(edge(), QStringLiteral("#0A6CFF"));
 }
 
 }  // namespace

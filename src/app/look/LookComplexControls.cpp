@@ -90,7 +90,12 @@ QRect LookStyle::subControlRect(ComplexControl control, const QStyleOptionComple
     if (part == SC_ComboBoxArrow) {
       return placed(QRect(rect.right() - comboArrowColumn + 1, rect.top(), comboArrowColumn, rect.height()));
     }
-    if (part == SC_ComboBoxEditField) return placed(rect.adjusted(metrics::gap, 1, -comboArrowColumn, -1));
+    if (part == SC_ComboBoxEditField) {
+      const auto* combo = qstyleoption_cast<const QStyleOptionComboBox*>(option);
+      // A field inside brings a margin of its own.
+      const int margin = combo != nullptr && combo->editable ? 2 : metrics::gap;
+      return placed(rect.adjusted(margin, 1, -comboArrowColumn, -1));
+    }
     if (part == SC_ComboBoxListBoxPopup) return rect;
   }
   if (control == CC_SpinBox) {
@@ -107,7 +112,9 @@ QRect LookStyle::subControlRect(ComplexControl control, const QStyleOptionComple
 
 void LookStyle::drawScrollBar(const QStyleOptionComplex& option, QPainter& painter, const QWidget* widget) const {
   const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(&option);
-  if (bar == nullptr || bar->maximum <= bar->minimum) return;
+  if (bar == nullptr) return;
+  if (const auto ground = scrollGround(widget)) painter.fillRect(option.rect, *ground);
+  if (bar->maximum <= bar->minimum) return;
   const bool active = option.state.testFlag(State_Sunken) || isHovered(option);
   QColor color = m_tokens->thumb;
   if (active) color.setAlphaF(option.state.testFlag(State_Sunken) ? 0.9F : 0.7F);
@@ -143,7 +150,7 @@ void LookStyle::drawSlider(const QStyleOptionComplex& option, QPainter& painter,
   paint::fillRounded(painter, done, 2, enabled ? tokens.accent : tokens.disabledText);
   QRectF knob(0, 0, 16, 16);
   knob.moveCenter(handle.center());
-  const QColor fill = enabled ? QColor(Qt::white) : tokens.panel;
+  const QColor fill = enabled ? QColor(Qt::white) : tokens.groove;
   const bool held = slider->activeSubControls.testFlag(SC_SliderHandle) && option.state.testFlag(State_Sunken);
   const QColor border = held || isHovered(option) ? tokens.accent : tokens.isDark ? tokens.window : tokens.groove;
   paint::fillBordered(painter, knob, 8, fill, border);

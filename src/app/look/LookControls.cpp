@@ -10,6 +10,11 @@ namespace {
 constexpr int menuItemPadding = 12;
 constexpr int menuCheckColumn = 20;
 
+QRectF progressTrack(const QStyleOption& option) {
+  const QRectF rect = option.rect;
+  return {rect.left(), rect.center().y() - 3, rect.width(), 6};
+}
+
 QPalette withRole(QPalette palette, QPalette::ColorRole role, const QColor& color) {
   palette.setColor(role, color);
   return palette;
@@ -59,7 +64,7 @@ void LookStyle::drawControl(ControlElement element, const QStyleOption* option, 
       }
       return;
     case CE_ProgressBarGroove:
-      paint::fillRounded(*painter, option->rect, 3, tokens.groove);
+      paint::fillRounded(*painter, progressTrack(*option), 3, tokens.groove);
       return;
     case CE_ProgressBarContents:
       drawProgress(*option, *painter);
@@ -218,7 +223,7 @@ void LookStyle::drawProgress(const QStyleOption& option, QPainter& painter) cons
   if (bar == nullptr) return;
   const qint64 span = qint64(bar->maximum) - bar->minimum;
   const double share = span > 0 ? (qint64(bar->progress) - bar->minimum) / static_cast<double>(span) : 1.0;
-  QRectF rect = option.rect;
+  QRectF rect = progressTrack(option);
   rect.setWidth(rect.width() * qBound(0.0, share, 1.0));
   if (rect.width() > 0) paint::fillRounded(painter, rect, 3, m_tokens->accent);
 }

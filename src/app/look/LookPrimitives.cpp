@@ -1,3 +1,4 @@
+#include <QAbstractScrollArea>
 #include <QPushButton>
 #include <QStyleOption>
 #include <QVariant>
@@ -44,8 +45,13 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
       drawCheckIndicator(*option, *painter, true);
       return;
     case PE_Frame:
-    case PE_FrameTabWidget:
+      if (qobject_cast<const QAbstractScrollArea*>(widget)) {
+        paint::fillRounded(*painter, option->rect, metrics::controlRadius, *scrollGround(widget));
+      }
       paint::drawBorder(*painter, option->rect, metrics::controlRadius, tokens.hairline);
+      return;
+    case PE_FrameTabWidget:
+      paint::drawHairline(*painter, option->rect, Qt::TopEdge, tokens.hairline);
       return;
     case PE_FrameGroupBox:
     case PE_FrameStatusBarItem:

@@ -1,7 +1,7 @@
 #include "app/look/LookStyle.h"
 
 #include <QAbstractButton>
-#include <QAbstractItemView>
+#include <QAbstractScrollArea>
 #include <QAbstractSpinBox>
 #include <QComboBox>
 #include <QLineEdit>
@@ -103,6 +103,16 @@ bool showsKeyboardFocus(const QStyleOption& option) {
   return option.state.testFlag(QStyle::State_HasFocus) && option.state.testFlag(QStyle::State_KeyboardFocusChange);
 }
 
+std::optional<QColor> scrollGround(const QWidget* widget) {
+  for (; widget != nullptr && !widget->isWindow(); widget = widget->parentWidget()) {
+    if (const auto* area = qobject_cast<const QAbstractScrollArea*>(widget)) {
+      const QWidget* viewport = area->viewport();
+      return viewport->palette().color(viewport->backgroundRole());
+    }
+  }
+  return std::nullopt;
+}
+
 void LookStyle::polish(QWidget* widget) {
   QProxyStyle::polish(widget);
   const bool reactsToHover = qobject_cast<QAbstractButton*>(widget) || qobject_cast<QComboBox*>(widget) ||
@@ -115,7 +125,9 @@ void LookStyle::polish(QWidget* widget) {
 int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
   switch (metric) {
     case PM_DefaultFrameWidth:
-      return qobject_cast<const QMenu*>(widget) ? 0 : 1;
+      if (qobject_cast<const QMenu*>(widget)) return 0;
+      // So that the corners of what scrolls stay inside the round corners of the frame.
+      return qobject_cast<const QAbstractScrollArea*>(widget) ? 2 : 1;
     case PM_ButtonMargin:
       return 2 * metrics::gapMedium;
     case PM_ButtonShiftHorizontal:
@@ -288,7 +300,9 @@ QRect LookStyle::subElementRect(SubElement element, const QStyleOption* option, 
 
 QIcon LookStyle::standardIcon(StandardPixmap icon, const QStyleOption* option, const QWidget* widget) const {
   const QString symbol = standardSymbol(icon);
-  return symbol.isEmpty() ? QProxyStyle::standardIcon(icon, option, widget) : symbolIcon(m_tokens, symbol);
+  if (symbol.isEmpty()) return QProxyStyle::standardIcon(icon, option, widget);
+  const bool isQuiet = icon == SP_LineEditClearButton;
+  return symbolIcon(m_tokens, symbol, isQuiet ? &Tokens::secondary : &Tokens::text);
 }
 
 }  // namespace quilmora

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
 #include <QProxyStyle>
 
@@ -63,6 +64,9 @@ class LookStyle final : public QProxyStyle {
 
   std::shared_ptr<const Tokens> m_tokens;
 };
+
+// The ground of what scrolls in a widget: of its viewport if it is a scroll area or part of one, else nothing.
+std::optional<QColor> scrollGround(const QWidget* widget);
 
 // Whether the focus came by the keyboard, which is when it is shown.
 bool showsKeyboardFocus(const QStyleOption& option);
