@@ -18,6 +18,8 @@ namespace {
 // Room for the text cursor behind the last letter, and against rounding to whole pixels.
 constexpr int cursorRoom = 3;
 
+constexpr double farthest = 1e6;
+
 bool isReturn(int key) {
   return key == Qt::Key_Return || key == Qt::Key_Enter;
 }
@@ -108,17 +110,25 @@ QFont TitleEditor::fontAt(double zoom) const {
 void TitleEditor::place(const QRectF& field, double zoom) {
   const QFont scaled = fontAt(zoom);
   if (scaled != font()) setFont(scaled);
+  setCursorWidth(std::max(1, qRound(zoom)));
 
-  // The text stands in the middle of the field, as the title in its topic, but is aligned as its language is.
+  // Far outside the view there are no whole pixels to count.
+  if (!(std::abs(field.x()) < farthest && std::abs(field.y()) < farthest)) {
+    setGeometry(QRect(QPoint(-1000, -1000), QSize(1, 1)));
+    return;
+  }
+  // The text stands in the middle of the field, as the title in its topic, but is aligned as its language is: the room
+  // for the text cursor is at the end of the line.
   const QSizeF text = sizeOf(shownLines(*document()), scaled, NodeMetrics::titleMaxWidth * zoom);
-  const int left = std::max(0, qRound((field.width() - text.width()) / 2.0));
-  const int top = std::max(0, qRound((field.height() - text.height()) / 2.0));
+  const double left = field.center().x() - text.width() / 2.0;
   const int width = static_cast<int>(std::ceil(text.width())) + cursorRoom;
-  const int height = static_cast<int>(std::ceil(text.height()));
-  const QPoint origin(qRound(field.x()), qRound(field.y()));
-  const QSize outer(std::max(qRound(field.width()), left + width), std::max(qRound(field.height()), top + height));
-  setViewportMargins(left, top, outer.width() - left - width, 0);
-  setGeometry(QRect(origin, outer));
+  const int x = document()->toRawText().isRightToLeft() ? qRound(left + text.width()) - width : qRound(left);
+  const int y = qRound(field.center().y() - text.height() / 2.0);
+  const QRect area(x, y, width, static_cast<int>(std::ceil(text.height())));
+  const QRect outer = field.toRect().united(area);
+  setViewportMargins(area.left() - outer.left(), area.top() - outer.top(), outer.right() - area.right(),
+                     outer.bottom() - area.bottom());
+  setGeometry(outer);
 }
 
 QString TitleEditor::shownTitle() const {

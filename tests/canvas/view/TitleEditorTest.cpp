@@ -24,6 +24,28 @@ struct TitleEditing : testing::Test {
   }
 };
 
+// The rectangle of the black pixels around the middle of a topic.
+QRect inkAround(WindowRig& rig, QPoint center) {
+  const QImage picture = rig.view.grab().toImage();
+  QRect ink;
+  for (int y = std::max(0, center.y() - 60); y < std::min(picture.height(), center.y() + 60); ++y)
+    for (int x = std::max(0, center.x() - 220); x < std::min(picture.width(), center.x() + 220); ++x)
+      if (qGray(picture.pixel(x, y)) < 80) ink |= QRect(x, y, 1, 1);
+  return ink;
+}
+
+MindMap blackOnWhite(const QString& title) {
+  MindMap map = mapWith({topic(1, 0, 0)});
+  map.canvas.background = QStringLiteral("#FFFFFF");
+  map.nodes.update(0, [&](Node& node) {
+    node.title = title;
+    node.style.fill = QStringLiteral("#FFFFFF");
+    node.style.stroke = QStringLiteral("#FFFFFF");
+    node.style.textColor = QStringLiteral("#000000");
+  });
+  return map;
+}
+
 }  // namespace
 
 TEST_F(TitleEditing, DoubleClickOpensTheFieldWithTheTitleSelected) {
@@ -265,4 +287,39 @@ TEST_F(TitleEditing, FieldGrowsWithItsTextAndWrapsAtTwoHundred) {
   EXPECT_NEAR(textArea().center().y(), rig.at(1).y(), 2);
   EXPECT_EQ(rig.view.titleEditor()->verticalScrollBar()->value(), 0);
   EXPECT_LE(rig.view.titleEditor()->document()->size().height(), textArea().height() + 1);
+}
+
+TEST(TitleField, BearsATopicBeyondAnyScreen) {
+  WindowRig rig(mapWith({topic(1, 0, 0), topic(2, 1e300, -1e300)}));
+  rig.editor.setSelectedNodeIDs({topicId(2)});
+  rig.key(Qt::Key_F2);
+  rig.type(QStringLiteral("far"));
+  rig.key(Qt::Key_Return);
+  EXPECT_EQ(rig.titleOf(2), QStringLiteral("far"));
+}
+
+// Lines of text have whole heights at each size, so that they may drift by a pixel for each that a unit is large.
+TEST(TitleField, MovesNoLetterByMoreThanAUnit) {
+  for (const QString& title : {QStringLiteral("Hg"), QStringLiteral("Ten days in Portugal"),
+                               QStringLiteral("A longer title that runs over more than a single line"),
+                               QStringLiteral("שלום עולם"), QStringLiteral("two\nlines")})
+    for (const double zoom : {0.6, 1.0, 1.3, 2.0}) {
+      WindowRig rig(blackOnWhite(title));
+      rig.editor.setCanvasZoom(zoom);
+      const QRect before = inkAround(rig, rig.at(1));
+      ASSERT_GT(before.width(), 5);
+      // The field has no text cursor yet, as it has no keyboard.
+      QTest::mouseDClick(rig.handle(), Qt::LeftButton, {}, rig.at(1));
+      TitleEditor* field = rig.view.titleEditor();
+      ASSERT_NE(field, nullptr);
+      QTextCursor cursor = field->textCursor();
+      cursor.clearSelection();
+      field->setTextCursor(cursor);
+      const QRect during = inkAround(rig, rig.at(1));
+      const double allowed = std::max(1.0, zoom);
+      EXPECT_NEAR(during.left(), before.left(), allowed) << title.toStdString() << " at " << zoom;
+      EXPECT_NEAR(during.right(), before.right(), allowed) << title.toStdString() << " at " << zoom;
+      EXPECT_NEAR(during.top(), before.top(), allowed) << title.toStdString() << " at " << zoom;
+      EXPECT_NEAR(during.bottom(), before.bottom(), allowed) << title.toStdString() << " at " << zoom;
+    }
 }
