@@ -18,6 +18,8 @@ namespace {
 // Room for the text cursor behind the last letter, and against rounding to whole pixels.
 constexpr int cursorRoom = 3;
 
+constexpr double roundingRoom = 2.0;
+
 constexpr double farthest = 1e6;
 
 bool isReturn(int key) {
@@ -101,9 +103,14 @@ void TitleEditor::setTitleLook(const TitleLook& look) {
   setPalette(colors);
 }
 
+// Fonts come in whole pixels only; the spacing makes up for what is rounded, so that a line is as long as in the
+// painted title at any zoom.
 QFont TitleEditor::fontAt(double zoom) const {
   QFont scaled = m_look.font;
-  scaled.setPointSizeF(std::max(m_look.pixelSize * zoom * 72.0 / logicalDpiY(), 0.1));
+  const double wanted = m_look.pixelSize * zoom;
+  const int whole = std::max(1, qRound(wanted));
+  scaled.setPixelSize(whole);
+  scaled.setLetterSpacing(QFont::PercentageSpacing, 100.0 * wanted / whole);
   return scaled;
 }
 
@@ -119,7 +126,9 @@ void TitleEditor::place(const QRectF& field, double zoom) {
   }
   // The text stands in the middle of the field, as the title in its topic, but is aligned as its language is: the room
   // for the text cursor is at the end of the line.
-  const QSizeF text = sizeOf(shownLines(*document()), scaled, NodeMetrics::titleMaxWidth * zoom);
+  // The title breaks its lines at zoom 1; in a field as wide as they came out, they break at the same words at any
+  // zoom.
+  const QSizeF text = sizeOf(shownLines(*document()), scaled, field.width() + roundingRoom);
   const double left = field.center().x() - text.width() / 2.0;
   const int width = static_cast<int>(std::ceil(text.width())) + cursorRoom;
   const int x = document()->toRawText().isRightToLeft() ? qRound(left + text.width()) - width : qRound(left);
