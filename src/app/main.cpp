@@ -5,6 +5,7 @@
 #include <QStandardPaths>
 #include <QSvgRenderer>
 
+#include "app/AlertDialog.h"
 #include "app/Alerts.h"
 #include "app/Application.h"
 #include "app/FileDialogPanels.h"
@@ -46,6 +47,17 @@ QString defaultFolder() {
   return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) + QStringLiteral("/Quilmora");
 }
 
+// Another editor holds the documents and does not answer. Whoever started this one from the desktop sees no terminal.
+int tellWhyNotStarted(QApplication& toolkit, const QString& reason) {
+  std::fprintf(stderr, "Quilmora: %s\n", qPrintable(reason));
+  DesktopSettingsStore settings;
+  const SystemDesktopAppearance desktop;
+  Look look(settings, desktop);
+  look.install(toolkit);
+  AlertDialog(look, AlertDialog::Kind::error, QStringLiteral("Error"), reason, nullptr).exec();
+  return 1;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -66,8 +78,7 @@ int main(int argc, char** argv) {
     case SingleInstance::Result::handedOver:
       return 0;
     case SingleInstance::Result::failed:
-      std::fprintf(stderr, "Quilmora: %s\n", qPrintable(instance->error()));
-      return 1;
+      return tellWhyNotStarted(toolkit, instance->error());
   }
 
   QGuiApplication::setWindowIcon(applicationIcon());
@@ -77,6 +88,8 @@ int main(int argc, char** argv) {
   DesktopSettingsStore settings;
   PathBookmarks bookmarks;
   SystemLog log;
+  // It runs all the same, but later starts cannot reach it.
+  if (!instance->error().isEmpty()) log.write(QStringLiteral("Quilmora: ") + instance->error());
   DiskFileWriter writer;
   TimerScheduler scheduler;
   const SystemDesktopAppearance desktop;
