@@ -103,7 +103,7 @@ void DocumentFileDialog::choose(const QString& path) {
 void DocumentFileDialog::accept() {
   const QStringList files = selectedFiles();
   if (files.size() != 1 || files.constFirst().isEmpty()) return;
-  const QString path = files.constFirst();
+  const QString& path = files.constFirst();
   if (acceptMode() == AcceptOpen) {
     if (isPackage(path)) {
       choose(path);
