@@ -1,25 +1,14 @@
 #include "app/CommandActions.h"
 
 #include <QApplication>
-#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
-#include <QPlainTextEdit>
-#include <QTextEdit>
 
+#include "app/TextField.h"
 #include "editor/MindMapViewModel.h"
 #include "themes/Theme.h"
 
 namespace quilmora {
-
-namespace {
-
-bool isTextField(const QWidget* widget) {
-  return qobject_cast<const QLineEdit*>(widget) != nullptr || qobject_cast<const QTextEdit*>(widget) != nullptr ||
-         qobject_cast<const QPlainTextEdit*>(widget) != nullptr;
-}
-
-}  // namespace
 
 CommandActions::CommandActions(MindMapViewModel& editor, NotificationCenter& notifications, Handlers handlers,
                                QWidget* window)

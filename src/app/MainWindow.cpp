@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QMenuBar>
 #include <QScreen>
 
@@ -14,6 +15,7 @@
 #include "app/Menus.h"
 #include "app/Sidebar.h"
 #include "app/StatusLine.h"
+#include "app/TextField.h"
 #include "app/Toolbar.h"
 #include "app/look/Look.h"
 #include "canvas/view/CanvasView.h"
@@ -45,6 +47,7 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
       m_quit(std::move(quit)),
       m_editor(MindMap::blankMap(machine.clock), machine.editorServices()),
       m_commands(m_editor),
+      m_keys(m_editor, m_commands, machine.scheduler),
       m_beforeQuit(notifications.observe(Notification::autoSaveBeforeQuit,
                                          [this](const QVariant&) { m_canvas->commitTitleEdit(); })),
       m_session(m_editor, {machine.editorServices(), machine.writer, machine.panels, machine.scheduler, notifications,
@@ -223,6 +226,10 @@ void MainWindow::showEvent(QShowEvent* event) {
   if (std::exchange(m_hasAppeared, true)) return;
   if (m_documents.isEmpty()) m_session.reopenLastDocument();
   for (const QString& path : std::exchange(m_documents, {})) m_session.open(path);
+}
+
+void MainWindow::keyPressEvent(QKeyEvent* event) {
+  if (!m_keys.press(event->key(), event->modifiers(), isTextField(focusWidget()))) QMainWindow::keyPressEvent(event);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

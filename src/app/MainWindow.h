@@ -7,6 +7,7 @@
 #include "app/Machine.h"
 #include "app/SidebarTab.h"
 #include "editor/DocumentSession.h"
+#include "editor/KeyCommands.h"
 #include "editor/WindowCommands.h"
 #include "platform/Notifications.h"
 
@@ -53,6 +54,8 @@ class MainWindow : public QMainWindow {
  protected:
   void showEvent(QShowEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
+  // The window's own keys, wherever the keyboard is, unless what has it uses the key itself.
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   void buildContent();
@@ -74,6 +77,7 @@ class MainWindow : public QMainWindow {
 
   MindMapViewModel m_editor;
   WindowCommands m_commands;
+  KeyCommands m_keys;
   // Before the session, so that a title that is being edited is in the map when the session saves it on quitting.
   NotificationCenter::Subscription m_beforeQuit;
   DocumentSession m_session;

@@ -195,6 +195,65 @@ TEST_F(MainWindowTest, KeysOfMenusActOnTheTitleThatIsBeingEdited) {
   EXPECT_EQ(editor().mindMap().nodes.size(), count);
 }
 
+TEST_F(MainWindowTest, KeysOfTheWindowWorkWhereverTheKeyboardIs) {
+  startActive();
+  editor().createFreeNode(900, 300);
+  const QUuid first = editor().mindMap().nodes[0].id;
+  const QUuid second = editor().mindMap().nodes[1].id;
+  editor().setSelectedNodeIDs({first});
+  QToolButton* button = window().toolbar().button(QStringLiteral("toggleInspector"));
+  button->setFocusPolicy(Qt::StrongFocus);
+  for (QWidget* owner : {static_cast<QWidget*>(&window()), static_cast<QWidget*>(button)}) {
+    window().setFocusPolicy(Qt::StrongFocus);
+    owner->setFocus();
+    ASSERT_TRUE(owner->hasFocus());
+    editor().clearSelection();
+    QTest::keyClick(owner, Qt::Key_A, Qt::ControlModifier);
+    m_scheduler.advance(0ms);
+    EXPECT_EQ(editor().selectedNodeIDs().size(), 2U);
+    QTest::keyClick(owner, Qt::Key_Escape);
+    EXPECT_TRUE(editor().selectedNodeIDs().empty());
+  }
+  window().setFocus();
+  editor().setSelectedNodeIDs({first});
+  QTest::keyClick(&window(), Qt::Key_Right);
+  EXPECT_EQ(editor().selectedNodeIDs(), IdSet({second}));
+  QTest::keyClick(&window(), Qt::Key_Space);
+  m_scheduler.advance(0ms);
+  EXPECT_EQ(editor().quickLookNodeID(), second);
+  QTest::keyClick(&window(), Qt::Key_Delete);
+  EXPECT_FALSE(editor().hasNode(second));
+}
+
+TEST_F(MainWindowTest, ControlThatUsesAKeyKeepsIt) {
+  startActive();
+  editor().setSelectedNodeIDs({editor().mindMap().nodes[0].id});
+  QToolButton* button = window().toolbar().button(QStringLiteral("toggleInspector"));
+  button->setFocusPolicy(Qt::StrongFocus);
+  button->setFocus();
+  QTest::keyClick(button, Qt::Key_Space);
+  m_scheduler.advance(0ms);
+  EXPECT_FALSE(window().inspector().isVisible());
+  EXPECT_FALSE(editor().quickLookNodeID());
+}
+
+TEST_F(MainWindowTest, KeysInATextFieldStayTheFields) {
+  startActive();
+  editor().setSelectedNodeIDs({editor().mindMap().nodes[0].id});
+  auto* field = new QLineEdit(QStringLiteral("ab"), &window().sidebar());
+  field->show();
+  field->setFocus();
+  // Also those that the field has no use for.
+  for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_Left, Qt::Key_Space, Qt::Key_Delete, Qt::Key_Escape})
+    QTest::keyClick(field, key);
+  QTest::keyClick(field, Qt::Key_A, Qt::ControlModifier);
+  m_scheduler.advance(0ms);
+  EXPECT_EQ(field->selectedText(), QStringLiteral("a "));
+  EXPECT_EQ(editor().mindMap().nodes.size(), 1U);
+  EXPECT_EQ(editor().selectedNodeIDs().size(), 1U);
+  EXPECT_FALSE(editor().quickLookNodeID());
+}
+
 TEST_F(MainWindowTest, KeysReachTheTextFieldBeforeTheMenus) {
   startActive();
   editor().createFreeNode(400, 400);

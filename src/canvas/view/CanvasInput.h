@@ -27,8 +27,6 @@ struct WheelInput {
   InputModifiers modifiers;
 };
 
-enum class CanvasKey { other, left, right, up, down, tab, deleteKey, escape, selectAll, editTitle };
-
 enum class CanvasCursor { arrow, openHand, closedHand };
 
 }  // namespace quilmora

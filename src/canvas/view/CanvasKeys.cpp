@@ -1,51 +1,24 @@
 #include "canvas/view/CanvasKeys.h"
 
 #include "canvas/view/CanvasGestures.h"
-#include "editor/WindowCommands.h"
-#include "platform/Scheduler.h"
 
 namespace quilmora {
 
-namespace {
-
-using Direction = MindMapViewModel::Direction;
-
-}  // namespace
-
-bool CanvasKeys::press(CanvasKey key) {
+bool CanvasKeys::press(int key, Qt::KeyboardModifiers modifiers) {
   if (m_editor.isEditingInline()) return false;
+  const bool isPlain = (modifiers & ~Qt::KeypadModifier) == Qt::NoModifier;
   switch (key) {
-    case CanvasKey::tab:
-      return m_commands.tabKey();
-    case CanvasKey::deleteKey:
-      return m_commands.deleteKey();
-    case CanvasKey::escape:
-      return m_gestures.cancel() || m_editor.escape();
-    case CanvasKey::editTitle:
-      return editTitle();
-    case CanvasKey::selectAll:
-      // State changes after the event, never inside it. The editor outlives the scheduler's work.
-      m_scheduler.after(std::chrono::milliseconds(0), [&editor = m_editor] { editor.selectAll(); });
-      return true;
-    case CanvasKey::left:
-      return arrow(Direction::left);
-    case CanvasKey::right:
-      return arrow(Direction::right);
-    case CanvasKey::up:
-      return arrow(Direction::up);
-    case CanvasKey::down:
-      return arrow(Direction::down);
-    case CanvasKey::other:
-      return false;
+    case Qt::Key_Escape:
+      if (m_gestures.cancel()) return true;
+      break;
+    case Qt::Key_F2:
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      return isPlain && editTitle();
+    default:
+      break;
   }
-  Q_UNREACHABLE();
-}
-
-bool CanvasKeys::arrow(Direction direction) {
-  if (!m_editor.isPresentationMode()) return m_editor.moveSelection(direction);
-  const bool isBackward = direction == Direction::left || direction == Direction::up;
-  isBackward ? m_editor.previousPresentationStep() : m_editor.nextPresentationStep();
-  return true;
+  return m_windowKeys.press(key, modifiers, false);
 }
 
 bool CanvasKeys::editTitle() {

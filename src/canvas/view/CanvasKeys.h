@@ -1,31 +1,27 @@
 #pragma once
 
-#include "canvas/view/CanvasInput.h"
+#include "editor/KeyCommands.h"
 #include "editor/MindMapViewModel.h"
 
 namespace quilmora {
 
 class CanvasGestures;
-class Scheduler;
-class WindowCommands;
 
-// What the keys do while the canvas has the keyboard.
+// What the keys do while the canvas has the keyboard: its own few, then those of the window.
 class CanvasKeys {
  public:
   CanvasKeys(MindMapViewModel& editor, WindowCommands& commands, Scheduler& scheduler, CanvasGestures& gestures)
-      : m_editor(editor), m_commands(commands), m_scheduler(scheduler), m_gestures(gestures) {}
+      : m_editor(editor), m_gestures(gestures), m_windowKeys(editor, commands, scheduler) {}
 
-  // Returns whether the key counts as handled. While a title is being edited none does.
-  bool press(CanvasKey key);
+  // A Qt::Key with its modifiers. Returns whether the key counts as handled. While a title is being edited none does.
+  bool press(int key, Qt::KeyboardModifiers modifiers = {});
 
  private:
-  bool arrow(MindMapViewModel::Direction direction);
   bool editTitle();
 
   MindMapViewModel& m_editor;
-  WindowCommands& m_commands;
-  Scheduler& m_scheduler;
   CanvasGestures& m_gestures;
+  KeyCommands m_windowKeys;
 };
 
 }  // namespace quilmora

@@ -188,7 +188,7 @@ bool CanvasView::event(QEvent* event) {
   switch (event->type()) {
     case QEvent::ShortcutOverride:
       // The canvas's own keys come before menu entries.
-      if (canvasKey(*static_cast<QKeyEvent*>(event)) != CanvasKey::other) {
+      if (isCanvasKey(*static_cast<QKeyEvent*>(event))) {
         event->accept();
         return true;
       }
@@ -283,7 +283,7 @@ bool CanvasView::pressKey(const QKeyEvent& event) {
     m_titleEditor->takeKey(event);
     return true;
   }
-  return m_keys.press(canvasKey(event));
+  return m_keys.press(event.key(), event.modifiers());
 }
 
 void CanvasView::keyReleaseEvent(QKeyEvent* event) {

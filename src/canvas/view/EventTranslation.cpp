@@ -37,29 +37,23 @@ bool isPrecise(const QWheelEvent& event) {
   return event.phase() != Qt::NoScrollPhase || (device && device->type() == QInputDevice::DeviceType::TouchPad);
 }
 
-CanvasKey plainKey(int key) {
+bool isPlainCanvasKey(int key) {
   switch (key) {
     case Qt::Key_Left:
-      return CanvasKey::left;
     case Qt::Key_Right:
-      return CanvasKey::right;
     case Qt::Key_Up:
-      return CanvasKey::up;
     case Qt::Key_Down:
-      return CanvasKey::down;
     case Qt::Key_Tab:
-      return CanvasKey::tab;
     case Qt::Key_Delete:
     case Qt::Key_Backspace:
-      return CanvasKey::deleteKey;
+    case Qt::Key_Space:
     case Qt::Key_Escape:
-      return CanvasKey::escape;
     case Qt::Key_F2:
     case Qt::Key_Return:
     case Qt::Key_Enter:
-      return CanvasKey::editTitle;
+      return true;
     default:
-      return CanvasKey::other;
+      return false;
   }
 }
 
@@ -76,10 +70,10 @@ WheelInput wheelInput(const QWheelEvent& event) {
   return {delta, precise, inputModifiers(event.modifiers())};
 }
 
-CanvasKey canvasKey(const QKeyEvent& event) {
+bool isCanvasKey(const QKeyEvent& event) {
   const Qt::KeyboardModifiers modifiers = event.modifiers() & ~Qt::KeypadModifier;
-  if (event.key() == Qt::Key_A && modifiers == Qt::ControlModifier) return CanvasKey::selectAll;
-  return modifiers == Qt::NoModifier ? plainKey(event.key()) : CanvasKey::other;
+  if (event.key() == Qt::Key_A && modifiers == Qt::ControlModifier) return true;
+  return modifiers == Qt::NoModifier && isPlainCanvasKey(event.key());
 }
 
 bool isModifierKey(int key) {

@@ -16,7 +16,8 @@ PointerInput pointerInput(const QMouseEvent& event);
 // a wheel of high resolution gives parts of them.
 WheelInput wheelInput(const QWheelEvent& event);
 
-CanvasKey canvasKey(const QKeyEvent& event);
+// Whether the canvas wants the key before any menu entry with the same shortcut.
+bool isCanvasKey(const QKeyEvent& event);
 
 bool isModifierKey(int key);
 

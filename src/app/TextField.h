@@ -1,0 +1,10 @@
+#pragma once
+
+class QWidget;
+
+namespace quilmora {
+
+// Whether the widget, which may be nullptr, is a field of text with an edit menu of its own.
+bool isTextField(const QWidget* widget);
+
+}  // namespace quilmora
