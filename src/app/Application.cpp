@@ -9,6 +9,7 @@
 
 #include "app/MainWindow.h"
 #include "app/look/Look.h"
+#include "platform/Paths.h"
 
 namespace quilmora {
 
@@ -78,7 +79,7 @@ QStringList documentsOf(const QStringList& arguments) {
   for (const QString& argument : arguments) {
     const QUrl url(argument);
     const QString path = url.isLocalFile() ? url.toLocalFile() : argument;
-    if (!path.isEmpty()) documents.append(QDir::cleanPath(QFileInfo(path).absoluteFilePath()));
+    if (!path.isEmpty()) documents.append(absolutePath(path));
   }
   return documents;
 }

@@ -126,7 +126,10 @@ void MainWindow::receiveNotifications() {
   };
   using enum Notification;
   receive(createNode, [this](const QVariant&) { m_commands.createNode(); });
-  receive(openDocument, [this](const QVariant&) { m_session.openDocument(); });
+  receive(openDocument, [this](const QVariant&) {
+    m_canvas->commitTitleEdit();
+    m_session.openDocument();
+  });
   receive(saveDocument, [this](const QVariant&) {
     m_canvas->commitTitleEdit();
     m_session.saveDocument();
@@ -135,7 +138,10 @@ void MainWindow::receiveNotifications() {
     m_canvas->commitTitleEdit();
     m_session.saveDocumentAs();
   });
-  receive(openRecentFile, [this](const QVariant& path) { m_session.open(path.toString()); });
+  receive(openRecentFile, [this](const QVariant& path) {
+    m_canvas->commitTitleEdit();
+    m_session.open(path.toString());
+  });
   receive(undo, [this](const QVariant&) { m_editor.undo(); });
   receive(redo, [this](const QVariant&) { m_editor.redo(); });
   receive(collapseNode, [this](const QVariant&) { m_commands.collapseNode(); });
@@ -209,7 +215,6 @@ void MainWindow::openHandedOver(const QStringList& paths) {
   bringToFront();
   for (const QString& path : paths) {
     m_canvas->commitTitleEdit();
-    m_session.autoSave();
     m_session.open(path);
   }
 }

@@ -92,8 +92,9 @@ int layout(QStringList arguments) {
 
 int script(const QStringList& arguments) {
   if (!arguments.isEmpty()) return wrong();
-  runScript();
-  return succeeded;
+  if (runScript()) return succeeded;
+  std::fputs("quilmora-cli: standard output: the answers cannot be written\n", stderr);
+  return failed;
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 
 #include <simdjson.h>
 
+#include "model/JsonRecord.h"
 #include "model/StoredText.h"
 
 namespace quilmora {
@@ -15,7 +16,7 @@ namespace {
 using simdjson::dom::element;
 
 QString textOf(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+  return json::textFromUtf8(text);
 }
 
 bool isNumber(const element& value) {

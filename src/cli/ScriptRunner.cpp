@@ -41,16 +41,17 @@ QByteArray ScriptRunner::answer(const QByteArray& line) {
   }
 }
 
-void runScript() {
+bool runScript() {
   ScriptRunner runner;
   LineReader reader(stdin);
   while (const auto line = reader.next()) {
     QByteArray answer =
         line->isTooLong ? refusal(QStringLiteral("the line is longer than 256 MB")) : runner.answer(line->text);
     answer.append('\n');
-    std::fwrite(answer.constData(), 1, static_cast<std::size_t>(answer.size()), stdout);
-    std::fflush(stdout);
+    const auto size = static_cast<std::size_t>(answer.size());
+    if (std::fwrite(answer.constData(), 1, size, stdout) != size || std::fflush(stdout) != 0) return false;
   }
+  return true;
 }
 
 }  // namespace quilmora

@@ -20,7 +20,8 @@ class ScriptRunner {
   std::map<QString, Operation> m_operations;
 };
 
-// Answers every line of standard input on standard output, each at once, until the input ends.
-void runScript();
+// Answers every line of standard input on standard output, each at once, until the input ends. Returns whether all
+// answers could be written.
+bool runScript();
 
 }  // namespace quilmora

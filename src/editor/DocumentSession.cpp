@@ -10,6 +10,7 @@
 #include "platform/FilePanels.h"
 #include "platform/FileWriter.h"
 #include "platform/Log.h"
+#include "platform/Paths.h"
 #include "platform/SettingsStore.h"
 #include "themes/SettingsKeys.h"
 
@@ -21,10 +22,6 @@ using namespace std::chrono_literals;
 
 constexpr auto zoomDelayAfterOpen = 200ms;
 constexpr auto zoomDelayAfterReopen = 300ms;
-
-QString absolutePath(const QString& path) {
-  return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
-}
 
 QString lastComponent(const QString& path) {
   return path.mid(path.lastIndexOf(u'/') + 1);
@@ -43,6 +40,7 @@ DocumentSession::DocumentSession(MindMapViewModel& editor, Services services)
       m_quitSubscription(m_services.notifications.observe(Notification::autoSaveBeforeQuit,
                                                           [this](const QVariant&) { saveForQuit(); })) {
   m_document.mindMap = m_editor.mindMap();
+  m_keptMap = m_editor.mindMap();
   connect(&m_editor, &MindMapViewModel::mindMapChanged, this, &DocumentSession::documentFollowsEditor);
   connect(&m_editor, &MindMapViewModel::isDirtyChanged, this, &DocumentSession::dirtyFlagWasSet);
   dirtyFlagWasSet();
@@ -73,9 +71,11 @@ QString DocumentSession::createdDefaultFolder() const {
   return m_services.defaultFolder;
 }
 
-QString DocumentSession::writeTo(const QString& path) const {
+QString DocumentSession::writeTo(const QString& path) {
   try {
-    return m_services.writer.write(path, encodeDocument(m_editor.mindMap()));
+    const QString error = m_services.writer.write(path, encodeDocument(m_editor.mindMap()));
+    if (error.isEmpty()) m_keptMap = m_editor.mindMap();
+    return error;
   } catch (const DocumentError& error) {
     return error.message();
   }
@@ -93,10 +93,12 @@ void DocumentSession::saveDocument() {
 
 void DocumentSession::saveDocumentAs() {
   const QPointer<DocumentSession> guard(this);
+  const quint64 installCount = m_installCount;
   const std::optional<QString> chosen = m_services.panels.askSavePath(
       {createdDefaultFolder(), documentFileName(m_editor.mindMap().title), QStringLiteral("mindmap")});
-  // The program may end while the panel is open.
-  if (!guard || !chosen) return;
+  // While the panel is open the program may end, or another start may hand its document over: the chosen place was for
+  // the map that the user saw.
+  if (!guard || !chosen || installCount != m_installCount) return;
   const QString path = withDocumentExtension(absolutePath(*chosen));
   const QString error = writeTo(path);
   if (!error.isEmpty()) {
@@ -132,9 +134,8 @@ void DocumentSession::open(const QString& givenPath) {
 void DocumentSession::loadChosen(const QString& path) {
   try {
     MindMap map = decodeDocumentAt(path);
-    if (m_editor.isDirty()) {
-      // Edits of the last seconds still wait for auto-save; the map that they belong to goes only once they are kept.
-      // They may be the chosen file's own.
+    if (hasUnkeptChanges()) {
+      // They may be the chosen file's own, and the open map goes only once they are kept.
       if (const QString error = writePendingChanges(); !error.isEmpty()) {
         Q_EMIT errorRaised(QStringLiteral("Failed to save document: ") + error);
         return;
@@ -152,7 +153,9 @@ void DocumentSession::loadChosen(const QString& path) {
 }
 
 void DocumentSession::install(const MindMap& map, const QString& path) {
+  ++m_installCount;
   m_document.mindMap = map;
+  m_keptMap = map;
   m_editor.setMindMap(map);
   m_editor.clearHistory();
   m_editor.recordSaveLocation(path, true);
@@ -165,13 +168,22 @@ void DocumentSession::zoomToFitAfter(std::chrono::milliseconds delay) {
 }
 
 void DocumentSession::autoSave() {
-  writePendingChanges();
+  if (m_editor.isDirty()) writePendingChanges();
+}
+
+// More than the dirty flag tells: an undo after a save, and typing that goes on after one, change the map without it.
+bool DocumentSession::hasUnkeptChanges() const {
+  return m_editor.isDirty() || m_editor.mindMap() != m_keptMap;
 }
 
 QString DocumentSession::writePendingChanges() {
-  if (!m_editor.isDirty()) return {};
   const std::optional<QString> path = m_editor.lastSavedFilePath();
-  if (!path) return writeIntoDefaultFolder();
+  if (!path) {
+    const QString place = freePathInDefaultFolder();
+    const QString error = writeTo(place);
+    if (error.isEmpty()) m_editor.recordSaveLocation(place, false);
+    return error;
+  }
   const QString error = writeTo(*path);
   if (!error.isEmpty()) {
     log(QStringLiteral("Quilmora: auto-save FAILED for %1: %2").arg(*path, error));
@@ -182,23 +194,32 @@ QString DocumentSession::writePendingChanges() {
   return {};
 }
 
-QString DocumentSession::writeIntoDefaultFolder() {
+QString DocumentSession::freePathInDefaultFolder() const {
   const QDir folder(createdDefaultFolder());
   const QString title = m_document.mindMap.title.isEmpty() ? QStringLiteral("Untitled") : m_document.mindMap.title;
   QString path = folder.filePath(documentFileName(title));
   for (int number = 1; fileExists(path); ++number) path = folder.filePath(documentFileName(title, number));
-  const QString error = writeTo(path);
-  if (error.isEmpty()) m_editor.recordSaveLocation(path, false);
-  return error;
+  return path;
 }
 
 // There is no later chance: changes that the map's own place does not take, such as a disk that was pulled out, go into
-// the default folder, where the next start finds them.
+// the default folder, where the next start finds them. The session may go on after all, so the editor keeps its own
+// place.
 void DocumentSession::saveForQuit() {
-  if (writePendingChanges().isEmpty() || !m_editor.lastSavedFilePath()) return;
-  const QString error = writeIntoDefaultFolder();
-  log(error.isEmpty() ? QStringLiteral("Quilmora: saved a rescue copy to ") + *m_editor.lastSavedFilePath()
-                      : QStringLiteral("Quilmora: rescue copy FAILED: ") + error);
+  if (!hasUnkeptChanges() || writePendingChanges().isEmpty() || !m_editor.lastSavedFilePath()) return;
+  const QString place = freePathInDefaultFolder();
+  if (const QString error = writeTo(place); !error.isEmpty()) {
+    log(QStringLiteral("Quilmora: rescue copy FAILED: ") + error);
+    return;
+  }
+  SettingsStore& settings = m_services.editor.settings;
+  settings.setText(settings::lastSavedFilePath, place);
+  if (const auto made = m_services.editor.bookmarks.make(place, Bookmarks::Kind::plain); !made.data.isEmpty()) {
+    settings.setBytes(settings::lastSavedFileBookmark, made.data);
+  } else {
+    settings.remove(settings::lastSavedFileBookmark);
+  }
+  log(QStringLiteral("Quilmora: saved a rescue copy to ") + place);
 }
 
 void DocumentSession::reopenLastDocument() {

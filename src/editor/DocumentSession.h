@@ -63,10 +63,11 @@ class DocumentSession : public QObject {
   void documentFollowsEditor();
   void dirtyFlagWasSet();
   QString createdDefaultFolder() const;
-  QString writeTo(const QString& path) const;
-  // Each answers with an empty text or why nothing was written.
+  QString writeTo(const QString& path);
+  bool hasUnkeptChanges() const;
+  QString freePathInDefaultFolder() const;
+  // An empty text, or why nothing was written.
   QString writePendingChanges();
-  QString writeIntoDefaultFolder();
   void saveForQuit();
   void loadChosen(const QString& path);
   void install(const MindMap& map, const QString& path);
@@ -77,6 +78,8 @@ class DocumentSession : public QObject {
   MindMapViewModel& m_editor;
   Services m_services;
   MindMapDocument m_document;
+  MindMap m_keptMap;  // as last read or written
+  quint64 m_installCount = 0;
   NotificationCenter::Subscription m_quitSubscription;
   Scheduler::Task m_autoSaveTimer = 0;
   bool m_wasDirty = false;

@@ -8,7 +8,6 @@ namespace quilmora {
 
 namespace {
 
-constexpr QSizeF assumedCanvasSize(800.0, 600.0);
 constexpr double contentMargin = 200.0;
 constexpr double minFitZoom = 0.2;
 constexpr double maxFitZoom = 1.5;

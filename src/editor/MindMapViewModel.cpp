@@ -29,17 +29,11 @@ const MapIndex& MindMapViewModel::mapIndex() {
     const MapIndex::Change change = m_index.update(m_mindMap.nodes, m_mindMap.edges);
     m_indexStale = false;
     if (change.structure) {
-      ++m_structureGeneration;
       m_treeInfo.reset();
       m_hiddenStale = true;
     }
   }
   return m_index;
-}
-
-quint64 MindMapViewModel::structureGeneration() {
-  mapIndex();
-  return m_structureGeneration;
 }
 
 const TreeInfo& MindMapViewModel::treeInfo() {

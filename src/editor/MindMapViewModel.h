@@ -41,6 +41,8 @@ class MindMapViewModel : public QObject {
   Q_ENUM(FocusLens)
 
   static constexpr int maxHistorySize = 50;
+  // Where none is known.
+  static constexpr QSizeF assumedCanvasSize{800.0, 600.0};
   static constexpr std::chrono::milliseconds captureThrottleInterval{500};
 
   MindMapViewModel(MindMap map, EditorServices services);
@@ -108,8 +110,6 @@ class MindMapViewModel : public QObject {
   const TreeInfo& treeInfo();
   // Flat arrays over the map as it stands; for code that walks all of it.
   const MapIndex& mapIndex();
-  // Grows with every change of topic ids or of the ends of edges; titles, styles and positions leave it alone.
-  quint64 structureGeneration();
   // A copy of the topic, or nothing.
   std::optional<Node> nodeByID(const QUuid& id);
   bool hasNode(const QUuid& id);
@@ -332,7 +332,6 @@ class MindMapViewModel : public QObject {
   std::optional<QString> m_heldScopedPath;
 
   quint64 m_treeGeneration = 0;
-  quint64 m_structureGeneration = 0;
   MapIndex m_index;
   bool m_indexStale = true;
   std::optional<TreeInfo> m_treeInfo;  // of the structure as last indexed

@@ -146,6 +146,7 @@ void MindMapViewModel::clearNodeImage(const QUuid& id) {
 
 void MindMapViewModel::moveSelectedNodes(QPointF translation) {
   if (!(std::hypot(translation.x(), translation.y()) > minMoveLength)) return;
+  // An id that outlived its topic moves nothing, and a snapshot belongs to a move.
   std::vector<QUuid> moved;
   for (const QUuid& id : m_selectedNodeIDs)
     if (hasNode(id)) moved.push_back(id);

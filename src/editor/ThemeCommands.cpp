@@ -62,7 +62,8 @@ std::vector<const Theme::NodeColorSet*> branchRows(const TreeInfo& tree) {
 const Theme& MindMapViewModel::currentTheme() const {
   const QString wanted = m_mindMap.canvas.themeId
                              ? *m_mindMap.canvas.themeId
-                             : m_services.settings.text(settings::defaultTheme).value_or(fallbackTheme);
+                             : m_services.settings.text(settings::defaultTheme)
+                                   .value_or(settings::settingDefault(settings::defaultTheme).toString());
   if (const Theme* theme = builtInTheme(wanted)) return *theme;
   if (const Theme* theme = builtInTheme(fallbackTheme)) return *theme;
   return allThemes().front();

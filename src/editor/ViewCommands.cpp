@@ -10,7 +10,6 @@ namespace {
 constexpr double minZoom = 0.1;
 constexpr double maxZoom = 5.0;
 constexpr double arrowMinDistance = 10.0;
-constexpr QSizeF assumedCanvasSize(800.0, 600.0);
 
 }  // namespace
 

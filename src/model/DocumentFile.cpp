@@ -12,6 +12,7 @@
 
 #include "model/MindMapDocument.h"
 #include "model/PaddedText.h"
+#include "platform/Paths.h"
 #include "platform/FileWriter.h"
 
 namespace quilmora {
@@ -121,7 +122,7 @@ MindMap decodeDocumentAt(const QString& path) {
 }
 
 void writePackage(const MindMap& map, const QString& path) {
-  const QString target = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+  const QString target = absolutePath(path);
   const QFileInfo existing(target);
   const QByteArray json = encodeDocument(map);
   if (existing.exists() || existing.isSymLink()) {

@@ -10,8 +10,9 @@ namespace quilmora {
 // Bytes that the JSON parser may read a little beyond the end of.
 struct PaddedText {
   static constexpr std::size_t padding = 64;
-  // What the parser can take: its offsets have 32 bits.
-  static constexpr std::size_t maxSize = 0xFFFFFFFFu - padding;
+  // A document of 500,000 topics has about as much. Reading a hostile text takes up to 13 times its size in memory, so
+  // that what the parser itself could take (4 GB) would take the whole machine.
+  static constexpr std::size_t maxSize = std::size_t{512} << 20;
 
   struct Free {
     void operator()(char* block) const { std::free(block); }

@@ -16,7 +16,9 @@ class Clock {
 
 class SystemClock final : public Clock {
  public:
-  TimePoint now() const override { return std::chrono::floor<std::chrono::microseconds>(std::chrono::system_clock::now()); }
+  TimePoint now() const override {
+    return std::chrono::floor<std::chrono::microseconds>(std::chrono::system_clock::now());
+  }
 };
 
 // Stands still until it is moved.

@@ -10,6 +10,7 @@
 #include <QRandomGenerator>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 namespace quilmora {
@@ -167,7 +168,20 @@ class WholeFileWrite {
     if (::fchown(m_descriptor, m_existing->st_uid, m_existing->st_gid) != 0) {
       [[maybe_unused]] const int ignored = ::fchown(m_descriptor, static_cast<uid_t>(-1), m_existing->st_gid);
     }
-    return ::fchmod(m_descriptor, m_existing->st_mode & 07777) == 0 || errno == EPERM || errno == ENOTSUP;
+    if (::fchmod(m_descriptor, m_existing->st_mode & 07777) != 0 && errno != EPERM && errno != ENOTSUP) return false;
+    return keepAccessList();
+  }
+
+  // With an access list, the mode's group bits are the list's mask and more than the group itself may do: without the
+  // list, they must not be given to the group.
+  bool keepAccessList() {
+    constexpr const char* attribute = "system.posix_acl_access";
+    QByteArray list(64 * 1024, '\0');
+    const ssize_t length =
+        ::getxattr(m_path.constData(), attribute, list.data(), static_cast<std::size_t>(list.size()));
+    if (length <= 0) return true;
+    if (::fsetxattr(m_descriptor, attribute, list.constData(), static_cast<std::size_t>(length), 0) == 0) return true;
+    return ::fchmod(m_descriptor, m_existing->st_mode & 07707) == 0;
   }
 
   bool writeAll(const QByteArray& data) {

@@ -11,6 +11,7 @@ Scheduler::Task TimerScheduler::after(std::chrono::milliseconds delay, std::func
   const Task task = ++m_last;
   auto* timer = new QTimer(&m_owner);
   timer->setSingleShot(true);
+  timer->setTimerType(Qt::PreciseTimer);
   QObject::connect(timer, &QTimer::timeout, &m_owner, [this, task, timer, work = std::move(work)] {
     m_timers.erase(task);
     timer->deleteLater();

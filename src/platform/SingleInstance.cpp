@@ -109,7 +109,8 @@ SingleInstance::Result SingleInstance::start(const QStringList& documents, int p
     if (deadline.hasExpired()) break;
     QThread::msleep(static_cast<unsigned long>(std::clamp<qint64>(deadline.remainingTime(), 0, retryMilliseconds)));
   }
-  m_error = QStringLiteral("Quilmora is already running but does not answer. Wait a moment or end that process, then start again.");
+  m_error = QStringLiteral(
+      "Quilmora is already running but does not answer. Wait a moment or end that process, then start again.");
   return Result::failed;
 }
 

@@ -57,7 +57,9 @@ TEST_F(KilledProcess, LeavesTheOldMapOrTheNewOneWhole) {
     ASSERT_EQ(decodeDocumentAt(target), maps[which]);
     ++found[which];
   }
-  EXPECT_EQ(found[0] + found[1], rounds);
+  // Both are found, or the loop did not save at all.
+  EXPECT_GT(found[0], 0);
+  EXPECT_GT(found[1], 0);
   // A temporary file has a name only for the moment between its last byte and the renaming.
   const qsizetype leftBehind = namesIn(home()).filter(QStringLiteral(".quilmora-")).size();
   if (hasUnnamedFiles()) {

@@ -73,6 +73,49 @@ TEST_F(PendingChanges, GoToTheDefaultFolderOnQuitWhenTheirOwnFolderIsGone) {
   EXPECT_EQ(editor->mindMap(), edited);
 }
 
+TEST_F(PendingChanges, RescuedWhileTheSessionGoesOnStillBelongToTheirOwnFile) {
+  const QString file = makeFile(QStringLiteral("gone/first.mindmap"));
+  session->open(file);
+  edit();
+  const QString folder = path(QStringLiteral("gone"));
+  ASSERT_TRUE(QDir(folder).removeRecursively());
+  notifications.post(Notification::autoSaveBeforeQuit);
+  ASSERT_TRUE(QDir().mkpath(folder));
+  edit();
+  session->saveDocument();
+  EXPECT_EQ(content(file), encodeDocument(editor->mindMap()));
+  EXPECT_EQ(editor->lastSavedFilePath(), file);
+  EXPECT_EQ(panels.saveRequests.size(), 0);
+}
+
+TEST_F(PendingChanges, OfAnUndoAfterASaveAreKeptOnQuit) {
+  const QString file = makeFile(QStringLiteral("first.mindmap"));
+  session->open(file);
+  edit();
+  session->saveDocument();
+  editor->undo();
+  EXPECT_FALSE(editor->isDirty());
+  notifications.post(Notification::autoSaveBeforeQuit);
+  EXPECT_EQ(content(file), encodeDocument(editor->mindMap()));
+}
+
+TEST_F(PendingChanges, OfTypingThatGoesOnAfterASaveAreKeptOnQuit) {
+  const QString file = makeFile(QStringLiteral("first.mindmap"));
+  session->open(file);
+  const QUuid id = editor->mindMap().nodes.front().id;
+  editor->setNodeTitle(id, QStringLiteral("Fir"));
+  session->saveDocument();
+  editor->setNodeTitle(id, QStringLiteral("First"));
+  EXPECT_FALSE(editor->isDirty());
+  notifications.post(Notification::autoSaveBeforeQuit);
+  EXPECT_EQ(content(file), encodeDocument(editor->mindMap()));
+}
+
+TEST_F(PendingChanges, OfAnUntouchedMapAreNone) {
+  notifications.post(Notification::autoSaveBeforeQuit);
+  EXPECT_FALSE(QFileInfo::exists(defaultFolder()));
+}
+
 TEST_F(PendingChanges, StayWhereTheyAreWhileTheProgramRuns) {
   const QString file = makeFile(QStringLiteral("gone/first.mindmap"));
   session->open(file);

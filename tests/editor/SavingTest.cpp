@@ -93,6 +93,29 @@ TEST_F(Saving, FailingAtTheKnownPlaceAsksWithoutAWord) {
   EXPECT_EQ(content(path(QStringLiteral("Other.mindmap"))), encodeDocument(editor->mindMap()));
 }
 
+TEST_F(Saving, AsDropsThePlaceWhenAnotherDocumentCameWhileThePanelWasOpen) {
+  struct InterruptedPanels final : FilePanels {
+    std::optional<QString> askSavePath(const SaveRequest&) override {
+      interrupt();
+      return chosen;
+    }
+    std::optional<QString> askOpenPath(const OpenRequest&) override { return std::nullopt; }
+    std::function<void()> interrupt;
+    QString chosen;
+  } interrupted;
+  const QString other = path(QStringLiteral("Other.mindmap"));
+  put(other, encodeDocument(mapWithTitle(QStringLiteral("Other"))));
+  interrupted.chosen = path(QStringLiteral("Chosen.mindmap"));
+  interrupted.interrupt = [&] { session->open(other); };
+  const EditorServices services{clock, settings, bookmarks, log};
+  session = std::make_unique<DocumentSession>(
+      *editor, DocumentSession::Services{services, writer, interrupted, scheduler, notifications, *recentFiles,
+                                         defaultFolder()});
+  session->saveDocumentAs();
+  EXPECT_FALSE(QFileInfo::exists(interrupted.chosen));
+  EXPECT_EQ(editor->lastSavedFilePath(), other);
+}
+
 TEST_F(Saving, AsMayEndTheProgramWhileThePanelIsOpen) {
   struct EndingPanels final : FilePanels {
     std::optional<QString> askSavePath(const SaveRequest&) override {

@@ -171,9 +171,9 @@ TEST_F(DocumentFile, RefusesDevicesAndSockets) {
   close(socketNumber);
 }
 
-TEST_F(DocumentFile, RefusesAFileBeyondTheParsersReach) {
+TEST_F(DocumentFile, RefusesAFileThatReadingWouldNeedTheWholeMemoryFor) {
   write("huge.mindmap", "{");
-  if (truncate(QFile::encodeName(path("huge.mindmap")).constData(), 5'000'000'000) != 0)
+  if (truncate(QFile::encodeName(path("huge.mindmap")).constData(), 600'000'000) != 0)
     GTEST_SKIP() << "this file system holds no sparse files";
   EXPECT_EQ(refusalAt("huge.mindmap"), "the file is too large");
 }

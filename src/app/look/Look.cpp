@@ -16,7 +16,7 @@ namespace quilmora {
 namespace {
 
 const Tokens& tokensFor(const SettingsStore& settings, const DesktopAppearance& desktop) {
-  const QString appearance = settings.text(settings::appearance).value_or(QStringLiteral("system"));
+  const QString appearance = settings.text(settings::appearance).value_or(settings::settingDefault(settings::appearance).toString());
   if (appearance == QLatin1String("light")) return lightTokens();
   if (appearance == QLatin1String("dark")) return darkTokens();
   return desktop.prefersDark() ? darkTokens() : lightTokens();
