@@ -61,20 +61,24 @@ QPointF TaperedConnector::tangentAt(double t) const {
          (endPoint - controlPoint2) * (3 * t * t);
 }
 
+std::array<QPointF, 2> TaperedConnector::sidesAt(double t) const {
+  const EdgeStyle::TaperConfig& widths = taper();
+  const QPointF tangent = tangentAt(t);
+  const double size = length(tangent);
+  const QPointF normal = size > minTangentLength ? QPointF(-tangent.y() / size, tangent.x() / size) : QPointF(0, 1);
+  const double width = widths.startWidth + (widths.endWidth - widths.startWidth) * eased(t, widths.easing);
+  const QPointF side = normal * (width / 2.0);
+  const QPointF point = pointAt(t);
+  return {point + side, point - side};
+}
+
 std::vector<QPointF> TaperedConnector::outline(int samples) const {
   const int count = std::clamp(samples, 1, maxSampleCount);
-  const EdgeStyle::TaperConfig widths = taper();
   std::vector<QPointF> points(static_cast<std::size_t>(2 * (count + 1)));
   for (int i = 0; i <= count; ++i) {
-    const double t = static_cast<double>(i) / count;
-    const QPointF tangent = tangentAt(t);
-    const double size = length(tangent);
-    const QPointF normal = size > minTangentLength ? QPointF(-tangent.y() / size, tangent.x() / size) : QPointF(0, 1);
-    const double width = widths.startWidth + (widths.endWidth - widths.startWidth) * eased(t, widths.easing);
-    const QPointF side = normal * (width / 2.0);
-    const QPointF point = pointAt(t);
-    points[static_cast<std::size_t>(i)] = point + side;
-    points[points.size() - 1 - static_cast<std::size_t>(i)] = point - side;
+    const auto [left, right] = sidesAt(static_cast<double>(i) / count);
+    points[static_cast<std::size_t>(i)] = left;
+    points[points.size() - 1 - static_cast<std::size_t>(i)] = right;
   }
   return points;
 }

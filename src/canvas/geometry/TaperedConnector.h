@@ -38,6 +38,8 @@ struct TaperedConnector {
   int sampleCount() const;
   QPointF pointAt(double t) const;
   QPointF tangentAt(double t) const;
+  // The left and the right point of the outline at a place of the curve.
+  std::array<QPointF, 2> sidesAt(double t) const;
   // The closed outline to be filled by the non-zero rule: the left side forwards, then the right side backwards.
   std::vector<QPointF> outline() const { return outline(sampleCount()); }
   // The same with another number of samples, for a ribbon that is drawn small.

@@ -73,7 +73,10 @@ void NodeLayer::findHidden() {
   // Of few topics nothing worth while is hidden, and a picture of absurd size has no grid.
   const bool isWorthWhile = m_context.standsUpright && m_context.options.levelsOfDetail && pixels.width() < 20000 &&
                             pixels.height() < 20000;
-  coverage.reset(isWorthWhile ? pixels : QRect(), m_context.detail == PaintContext::Detail::dots ? 2 : 4);
+  const int cellSide = m_context.detail == PaintContext::Detail::dots ? 2 : 4;
+  const QPoint anchor(static_cast<int>(std::lround(std::fmod(m_context.toDevice.dx(), cellSide))),
+                      static_cast<int>(std::lround(std::fmod(m_context.toDevice.dy(), cellSide))));
+  coverage.reset(isWorthWhile ? pixels : QRect(), cellSide, anchor);
   if (!coverage.isActive()) return;
   for (const auto& [color, rects] : m_dots) {
     if (qAlpha(color) < 255) continue;

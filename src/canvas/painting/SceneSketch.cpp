@@ -88,6 +88,8 @@ void SceneSketch::updateEdges(const MindMap& map) {
     sketch.startWidth = narrowed(edge.style.taper.startWidth);
     sketch.endWidth = narrowed(edge.style.taper.endWidth);
     sketch.hasHead = edge.style.arrowHead == EdgeStyle::ArrowHead::triangle;
+    sketch.isDashed = edge.style.dashed;
+    sketch.easing = edge.style.taper.easing;
     sketch.isBent = edge.controlPointOffset.has_value();
     sketch.bend = edge.controlPointOffset.value_or(QPointF());
   });

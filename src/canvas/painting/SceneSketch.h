@@ -27,6 +27,8 @@ class SceneSketch {
     float endWidth;
     bool isBent;
     bool hasHead;
+    bool isDashed;
+    EdgeStyle::TaperEasing easing;
     QPointF bend;
   };
 

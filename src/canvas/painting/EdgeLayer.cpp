@@ -1,0 +1,343 @@
+#include "canvas/painting/EdgeLayer.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include <QPainter>
+#include <QPainterPath>
+
+#include "canvas/geometry/Polygons.h"
+
+namespace quilmora {
+
+namespace {
+
+constexpr double unselectedOpacity = 0.8;
+constexpr double previewOpacity = 0.6;
+constexpr double previewWidth = 2.0;
+// In device pixels: thinner ribbons are drawn as lines, and curves are sampled this densely.
+constexpr double minRibbonWidth = 1.3;
+constexpr double sampleStep = 7.0;
+constexpr double straightLength = 14.0;
+// Lines from afar are smooth as long as there are not too many of them. The map's size decides and not the number in sight, so
+// that neighbouring parts of a picture look alike.
+constexpr std::size_t maxSmoothLineCount = 2500;
+constexpr double minSmoothLineScale = 0.25;
+constexpr double minDashScale = 0.3;
+
+QColor withOpacity(QRgb rgb, double opacity) {
+  QColor color(rgb);
+  color.setAlphaF(static_cast<float>(std::clamp(opacity, 0.0, 1.0)));
+  return color;
+}
+
+QRectF hullOf(QPointF a, QPointF b) {
+  return QRectF(QPointF(std::min(a.x(), b.x()), std::min(a.y(), b.y())),
+                QPointF(std::max(a.x(), b.x()), std::max(a.y(), b.y())));
+}
+
+// Compared by hand: an intersection test of QRectF calls flat rectangles empty, and fails on numbers beyond range.
+bool touches(const QRectF& a, const QRectF& b) {
+  return a.left() <= b.right() && a.right() >= b.left() && a.top() <= b.bottom() && a.bottom() >= b.top();
+}
+
+void addPolygon(QPainterPath& path, const std::vector<QPointF>& points) {
+  path.moveTo(points.front());
+  for (std::size_t i = 1; i < points.size(); ++i) path.lineTo(points[i]);
+  path.closeSubpath();
+}
+
+}  // namespace
+
+// --- Collecting ---
+
+void EdgeLayer::collect() {
+  const MapIndex& index = *m_context.scene.index;
+  const std::vector<std::uint32_t>& nodeOfNumber = index.nodeOfNumber();
+  const CoverageGrid& coverage = m_context.pictures.coverage;
+  const std::size_t count = std::min(index.edgeFrom().size(), m_context.sketch.edges().size());
+  for (std::size_t i = count; i-- > 0;) {
+    if (coverage.isActive() && coverage.isAllCovered()) break;
+    const std::uint32_t from = nodeOfNumber[index.edgeFrom()[i]];
+    const std::uint32_t to = nodeOfNumber[index.edgeTo()[i]];
+    if (from == MapIndex::npos || to == MapIndex::npos) continue;
+    if (m_context.isHidden(from) || m_context.isHidden(to)) continue;
+    collectEdge(i, from, to);
+  }
+}
+
+EdgeStyle::TaperConfig EdgeLayer::widths(std::size_t edge) const {
+  const HierarchicalConfig* sizing = m_context.sizing();
+  if (sizing && sizing->edgeSizing && m_context.scene.tree && m_context.scene.tree->maxDepth() >= 1) {
+    const MapIndex& index = *m_context.scene.index;
+    return {edgeWidthAtDepth(m_context.depth(index.edgeFrom()[edge]), *sizing),
+            edgeWidthAtDepth(m_context.depth(index.edgeTo()[edge]), *sizing), EdgeStyle::TaperEasing::linear};
+  }
+  const auto& sketch = m_context.sketch.edges()[edge];
+  return {sketch.startWidth, sketch.endWidth, sketch.easing};
+}
+
+bool EdgeLayer::isEdgeSelected(std::size_t edge) const {
+  const IdSet* selected = m_context.options.selection ? m_context.scene.selectedEdgeIDs : nullptr;
+  return selected && !selected->empty() && selected->contains(m_context.scene.map->edges[edge].id);
+}
+
+double EdgeLayer::opacity(std::size_t edge) const {
+  return m_context.options.fullEdgeOpacity || isEdgeSelected(edge) ? 1.0 : unselectedOpacity;
+}
+
+QPointF EdgeLayer::toDevice(QPointF point) const { return m_context.toDevice.map(point); }
+
+// Whether a piece of an edge can be seen at all: not outside, not below what is painted later.
+bool EdgeLayer::isSeen(const QRectF& piece) const {
+  const CoverageGrid& coverage = m_context.pictures.coverage;
+  if (!coverage.isActive()) return touches(piece, m_context.exposed);
+  const QTransform& device = m_context.toDevice;
+  const QRectF pixels(QPointF(piece.left() * device.m11() + device.dx(), piece.top() * device.m22() + device.dy()),
+                      piece.size() * device.m11());
+  return !coverage.isCovered(pixels.adjusted(-1, -1, 1, 1));
+}
+
+void EdgeLayer::collectEdge(std::size_t edge, std::uint32_t from, std::uint32_t to) {
+  const MapIndex& index = *m_context.scene.index;
+  const auto& sketch = m_context.sketch.edges()[edge];
+  const bool isPreview = m_context.isDragging() && (m_context.isNodeSelected(index.edgeFrom()[edge]) ||
+                                                    m_context.isNodeSelected(index.edgeTo()[edge]));
+  if (isPreview) {
+    QPointF a = m_context.shownPosition(from);
+    QPointF b = m_context.shownPosition(to);
+    if (!clipSegment(a, b, m_context.drawable)) return;
+    m_previews.emplace_back(a, b);
+    m_previewColors.push_back(sketch.color);
+    return;
+  }
+  const QPointF a = index.positions()[from];
+  const QPointF b = index.positions()[to];
+  const EdgeStyle::TaperConfig taper = widths(edge);
+  const double width = std::max(std::abs(taper.startWidth), std::abs(taper.endWidth));
+  const double reach = std::max(width / 2, sketch.hasHead ? 2.5 * std::abs(double{sketch.endWidth}) : 0.0) + 1.0;
+  QRectF hull = hullOf(a, b);
+  const bool isBent = sketch.isBent && m_context.options.bends;
+  if (isBent) hull = hull.united(hull.translated(sketch.bend));
+  hull.adjust(-reach, -reach, reach, reach);
+  if (!isSeen(hull) || !isFinite(a) || !isFinite(b)) return;
+  if (m_context.options.levelsOfDetail && width * m_context.scale < minRibbonWidth)
+    collectLine(edge, a, b, isBent ? sketch.bend : QPointF(), width * m_context.scale);
+  else
+    collectRibbon(edge, connectorOf(edge, a, b), width / 2);
+}
+
+void EdgeLayer::collectLine(std::size_t edge, QPointF a, QPointF b, QPointF bend, double deviceWidth) {
+  // Below one pixel an edge fades instead of thinning.
+  const double fade = std::clamp(deviceWidth, 0.35, 1.0) * opacity(edge);
+  const QRgb rgb = m_context.sketch.edges()[edge].color;
+  const QRgb color = qRgba(qRed(rgb), qGreen(rgb), qBlue(rgb), static_cast<int>(std::lround(fade * 255)));
+  const double shownWidth = std::clamp(deviceWidth, 1.0, minRibbonWidth);
+  LineBatch& batch = batchOf(color, static_cast<float>(shownWidth));
+  CoverageGrid& coverage = m_context.pictures.coverage;
+  const auto add = [&](QPointF from, QPointF to) {
+    if (!isSeen(hullOf(from, to)) || !clipSegment(from, to, m_context.drawable)) return;
+    batch.lines.emplace_back(from, to);
+    if (coverage.isActive()) coverage.shadeLine(toDevice(from), toDevice(to), shownWidth);
+  };
+  const double length = std::hypot(b.x() - a.x(), b.y() - a.y()) * m_context.scale;
+  const bool isStraight = bend.isNull() && (a.x() == b.x() || a.y() == b.y());
+  if (isStraight || (length < straightLength && bend.isNull())) {
+    add(a, b);
+  } else {
+    const auto controls = edgeControlPoints(a, b, bend);
+    const double extent = std::min(length + std::hypot(bend.x(), bend.y()) * m_context.scale, 2000.0);
+    const int steps = std::clamp(static_cast<int>(extent / (2 * sampleStep)), 4, 40);
+    QPointF previous = a;
+    for (int step = 1; step <= steps; ++step) {
+      const double t = static_cast<double>(step) / steps;
+      const double u = 1.0 - t;
+      const QPointF next = a * (u * u * u) + controls[0] * (3 * u * u * t) + controls[1] * (3 * u * t * t) + b * (t * t * t);
+      add(previous, next);
+      previous = next;
+    }
+  }
+  if (coverage.isActive()) coverage.finishShape(fade);
+}
+
+EdgeLayer::LineBatch& EdgeLayer::batchOf(QRgb color, float width) {
+  if (m_lastBatch < m_batches.size() && m_batches[m_lastBatch].color == color && m_batches[m_lastBatch].width == width)
+    return m_batches[m_lastBatch];
+  const quint64 key = quint64{color} << 32 | static_cast<quint32>(std::lround(width * 100));
+  const auto [place, isNew] = m_batchOfKey.try_emplace(key, m_batches.size());
+  if (isNew) m_batches.push_back({color, width, {}});
+  m_lastBatch = place->second;
+  return m_batches[m_lastBatch];
+}
+
+TaperedConnector EdgeLayer::connectorOf(std::size_t edge, QPointF a, QPointF b) const {
+  const auto& sketch = m_context.sketch.edges()[edge];
+  TaperedConnector connector;
+  connector.startPoint = a;
+  connector.endPoint = b;
+  const auto controls = edgeControlPoints(
+      a, b, sketch.isBent && m_context.options.bends ? std::optional(sketch.bend) : std::nullopt);
+  connector.controlPoint1 = controls[0];
+  connector.controlPoint2 = controls[1];
+  connector.style.arrowHead = sketch.hasHead ? EdgeStyle::ArrowHead::triangle : EdgeStyle::ArrowHead::none;
+  connector.style.taper.endWidth = double{sketch.endWidth};
+  connector.effectiveTaper = widths(edge);
+  return connector;
+}
+
+// Which samples of a curve can lie in sight. An unbent curve runs evenly from one x to the other.
+EdgeLayer::Samples EdgeLayer::samplesInSight(const TaperedConnector& connector, double reach) const {
+  const QPointF a = connector.startPoint;
+  const QPointF b = connector.endPoint;
+  int count = connector.sampleCount();
+  if (m_context.options.levelsOfDetail) {
+    const double way = std::hypot(connector.controlPoint1.x() - a.x(), connector.controlPoint1.y() - a.y()) +
+                       std::hypot(b.x() - a.x(), b.y() - a.y());
+    count = std::min(count, static_cast<int>(std::clamp(way * m_context.scale / sampleStep, 6.0, 100.0)));
+  }
+  const double dx = b.x() - a.x();
+  const bool isEven = connector.controlPoint1.x() == a.x() + dx / 3.0;
+  if (!isEven || std::abs(dx) < 1e-9) return {0, count, count};
+  const CoverageGrid& coverage = m_context.pictures.coverage;
+  const QRectF seen = coverage.isActive() ? m_context.toDevice.inverted().mapRect(coverage.pixels()) : m_context.exposed;
+  double low = (seen.left() - reach - a.x()) / dx;
+  double high = (seen.right() + reach - a.x()) / dx;
+  if (low > high) std::swap(low, high);
+  return {static_cast<int>(std::floor(std::clamp(low, 0.0, 1.0) * count)),
+          static_cast<int>(std::ceil(std::clamp(high, 0.0, 1.0) * count)), count};
+}
+
+void EdgeLayer::collectRibbon(std::size_t edge, const TaperedConnector& connector, double halfWidth) {
+  const Samples samples = samplesInSight(connector, halfWidth + 2.0 / m_context.scale);
+  int start = -1;
+  bool reachesEnd = false;
+  QPointF previous = connector.pointAt(static_cast<double>(samples.first) / samples.count);
+  for (int k = samples.first; k < samples.last; ++k) {
+    const QPointF next = connector.pointAt(static_cast<double>(k + 1) / samples.count);
+    if (isSeen(hullOf(previous, next).adjusted(-halfWidth, -halfWidth, halfWidth, halfWidth))) {
+      if (start < 0) start = k;
+    } else if (start >= 0) {
+      addStretch(edge, connector, start, k, samples.count);
+      start = -1;
+    }
+    previous = next;
+  }
+  if (start >= 0) {
+    addStretch(edge, connector, start, samples.last, samples.count);
+    reachesEnd = samples.last == samples.count;
+  }
+  addHead(edge, connector, reachesEnd);
+  if (m_context.pictures.coverage.isActive()) m_context.pictures.coverage.finishShape(opacity(edge));
+}
+
+void EdgeLayer::addStretch(std::size_t edge, const TaperedConnector& connector, int first, int last, int count) {
+  const std::size_t begin = m_points.size();
+  const auto length = static_cast<std::size_t>(last - first + 1);
+  m_points.resize(begin + 2 * length);
+  CoverageGrid& coverage = m_context.pictures.coverage;
+  for (std::size_t k = 0; k < length; ++k) {
+    const auto [left, right] = connector.sidesAt((static_cast<double>(first) + static_cast<double>(k)) / count);
+    QPointF* points = m_points.data() + begin;
+    points[k] = left;
+    points[2 * length - 1 - k] = right;
+    if (k > 0 && coverage.isActive())
+      coverage.shadeQuadrilateral({toDevice(points[k - 1]), toDevice(left), toDevice(right), toDevice(points[2 * length - k])});
+  }
+  m_pieces.push_back({edge, begin, 2 * length});
+}
+
+void EdgeLayer::addHead(std::size_t edge, const TaperedConnector& connector, bool isBehindStretch) {
+  const std::vector<QPointF> head = connector.arrowHead();
+  if (head.empty()) return;
+  const auto [minX, maxX] = std::minmax({head[0].x(), head[1].x(), head[2].x()});
+  const auto [minY, maxY] = std::minmax({head[0].y(), head[1].y(), head[2].y()});
+  if (!isSeen(QRectF(QPointF(minX, minY), QPointF(maxX, maxY)))) return;
+  if (!isBehindStretch) m_pieces.push_back({edge, m_points.size(), 0});
+  m_pieces.back().headCount = head.size();
+  // Turned the way of the ribbon, so that the non-zero rule fills both where they lie upon each other.
+  m_points.insert(m_points.end(), head.rbegin(), head.rend());
+}
+
+// --- Painting ---
+
+void EdgeLayer::paint() {
+  m_painter.setPen(Qt::NoPen);
+  for (std::size_t k = m_pieces.size(); k-- > 0;) {
+    const Piece& piece = m_pieces[k];
+    paintPiece(piece);
+    const bool isLastOfEdge = k == 0 || m_pieces[k - 1].edge != piece.edge;
+    if (isLastOfEdge && m_context.sketch.edges()[piece.edge].isDashed && m_context.scale >= minDashScale)
+      paintDashes(piece.edge);
+  }
+  paintLines();
+  paintPreviews();
+}
+
+std::vector<QPointF> EdgeLayer::clipped(const QPointF* points, std::size_t count) const {
+  const QRectF& drawable = m_context.drawable;
+  if (std::all_of(points, points + count, [&](QPointF point) { return drawable.contains(point); }))
+    return std::vector<QPointF>(points, points + count);
+  return clippedPolygon(std::span(points, count), drawable);
+}
+
+void EdgeLayer::paintPiece(const Piece& piece) {
+  const std::vector<QPointF> stretch = clipped(m_points.data() + piece.first, piece.count);
+  const std::vector<QPointF> head = clipped(m_points.data() + piece.first + piece.count, piece.headCount);
+  m_painter.setBrush(withOpacity(m_context.sketch.edges()[piece.edge].color, opacity(piece.edge)));
+  if (stretch.size() >= 3 && head.size() >= 3) {
+    // In one path, so that ribbon and head don't show through each other.
+    QPainterPath path;
+    path.setFillRule(Qt::WindingFill);
+    addPolygon(path, stretch);
+    addPolygon(path, head);
+    m_painter.drawPath(path);
+  } else if (stretch.size() >= 3) {
+    m_painter.drawPolygon(stretch.data(), static_cast<int>(stretch.size()), Qt::WindingFill);
+  } else if (head.size() >= 3) {
+    m_painter.drawPolygon(head.data(), static_cast<int>(head.size()), Qt::WindingFill);
+  }
+}
+
+void EdgeLayer::paintLines() {
+  const bool isSmooth = m_context.sketch.edges().size() <= maxSmoothLineCount || m_context.scale >= minSmoothLineScale;
+  m_painter.setRenderHint(QPainter::Antialiasing, isSmooth);
+  for (const LineBatch& batch : m_batches) {
+    if (batch.lines.empty()) continue;
+    QPen pen(QColor::fromRgba(batch.color), isSmooth ? static_cast<double>(batch.width) : 1.0);
+    pen.setCosmetic(true);
+    pen.setCapStyle(Qt::FlatCap);
+    m_painter.setPen(pen);
+    m_painter.drawLines(batch.lines.data(), static_cast<int>(batch.lines.size()));
+  }
+  m_painter.setRenderHint(QPainter::Antialiasing, true);
+}
+
+void EdgeLayer::paintPreviews() {
+  for (std::size_t k = m_previews.size(); k-- > 0;) {
+    m_painter.setPen(QPen(withOpacity(m_previewColors[k], previewOpacity), previewWidth));
+    m_painter.drawLine(m_previews[k]);
+  }
+}
+
+void EdgeLayer::paintDashes(std::size_t edge) {
+  const MapIndex& index = *m_context.scene.index;
+  const TaperedConnector connector = connectorOf(edge, index.positions()[index.nodeOfNumber()[index.edgeFrom()[edge]]],
+                                                 index.positions()[index.nodeOfNumber()[index.edgeTo()[edge]]]);
+  const std::vector<QPointF> whole = connector.outline(samplesInSight(connector, 0.0).count);
+  const std::vector<QPointF> outline = clipped(whole.data(), whole.size());
+  QPen pen(withOpacity(m_context.sketch.edges()[edge].color, 0.5 * opacity(edge)), 1.0);
+  pen.setCapStyle(Qt::FlatCap);
+  pen.setDashPattern({5.0, 5.0});
+  m_painter.setPen(pen);
+  m_painter.setBrush(Qt::NoBrush);
+  m_painter.drawPolygon(outline.data(), static_cast<int>(outline.size()));
+  m_painter.setPen(Qt::NoPen);
+}
+
+void paintEdges(QPainter& painter, const PaintContext& context) {
+  EdgeLayer layer(painter, context);
+  layer.collect();
+  layer.paint();
+}
+
+}  // namespace quilmora

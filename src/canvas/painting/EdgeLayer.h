@@ -1,0 +1,75 @@
+#pragma once
+
+#include <unordered_map>
+#include <vector>
+
+#include <QLineF>
+#include <QRgb>
+
+#include "canvas/geometry/TaperedConnector.h"
+#include "canvas/painting/PaintContext.h"
+
+namespace quilmora {
+
+// Paints the edges of one frame. First it walks them from the topmost down and collects what can be seen of each: where many
+// see-through ribbons lie upon each other, those below add nothing. Then it paints from the bottom up.
+class EdgeLayer {
+ public:
+  EdgeLayer(QPainter& painter, const PaintContext& context) : m_painter(painter), m_context(context) {}
+
+  void collect();
+  void paint();
+
+ private:
+  // Thin edges of one colour and width, drawn together.
+  struct LineBatch {
+    QRgb color;
+    float width;  // device pixels
+    std::vector<QLineF> lines;
+  };
+  // A stretch of a ribbon: a closed polygon in m_points. With a head it is the ribbon's last one.
+  struct Piece {
+    std::size_t edge;
+    std::size_t first;
+    std::size_t count;
+    std::size_t headCount = 0;  // points of the head, behind those of the stretch
+  };
+  struct Samples {
+    int first;
+    int last;
+    int count;  // of the whole curve
+  };
+
+  EdgeStyle::TaperConfig widths(std::size_t edge) const;
+  bool isEdgeSelected(std::size_t edge) const;
+  double opacity(std::size_t edge) const;
+  bool isSeen(const QRectF& piece) const;
+  QPointF toDevice(QPointF point) const;
+
+  void collectEdge(std::size_t edge, std::uint32_t from, std::uint32_t to);
+  void collectLine(std::size_t edge, QPointF a, QPointF b, QPointF bend, double deviceWidth);
+  void collectRibbon(std::size_t edge, const TaperedConnector& connector, double halfWidth);
+  TaperedConnector connectorOf(std::size_t edge, QPointF a, QPointF b) const;
+  Samples samplesInSight(const TaperedConnector& connector, double reach) const;
+  void addStretch(std::size_t edge, const TaperedConnector& connector, int first, int last, int count);
+  void addHead(std::size_t edge, const TaperedConnector& connector, bool isBehindStretch);
+  LineBatch& batchOf(QRgb color, float width);
+
+  void paintPiece(const Piece& piece);
+  void paintLines();
+  void paintPreviews();
+  void paintDashes(std::size_t edge);
+  std::vector<QPointF> clipped(const QPointF* points, std::size_t count) const;
+
+  QPainter& m_painter;
+  const PaintContext& m_context;
+  std::vector<QPointF> m_points;
+  std::vector<Piece> m_pieces;  // of the topmost edge first
+  std::vector<QLineF> m_previews;
+  std::vector<QRgb> m_previewColors;
+  std::vector<LineBatch> m_batches;
+  std::unordered_map<quint64, std::size_t> m_batchOfKey;
+  std::size_t m_lastBatch = 0;
+};
+
+}  // namespace quilmora
