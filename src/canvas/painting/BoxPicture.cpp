@@ -56,29 +56,35 @@ const BoxPicture::Corners& BoxPicture::cornersFor(QRgb fill, QRgb border, double
   return corners;
 }
 
-bool BoxPicture::paint(QPainter& painter, const QRect& box, QRgb fill, QRgb border, double borderWidth) {
+bool BoxPicture::paint(QPainter& painter, const QRect& box, QRgb fill, QRgb border, double borderWidth,
+                       const SeenPatches& seen) {
   const Corners& corners = cornersFor(fill, border, borderWidth);
   const int side = corners.side;
   if (box.width() < 2 * side || box.height() < 2 * side) return false;
   const int right = box.x() + box.width();
   const int bottom = box.y() + box.height();
-  painter.drawImage(box.x(), box.y(), corners.picture, 0, 0, side, side);
-  painter.drawImage(right - side, box.y(), corners.picture, side, 0, side, side);
-  painter.drawImage(box.x(), bottom - side, corners.picture, 0, side, side, side);
-  painter.drawImage(right - side, bottom - side, corners.picture, side, side, side, side);
+  if (seen.has(SeenPatches::topLeft)) painter.drawImage(box.x(), box.y(), corners.picture, 0, 0, side, side);
+  if (seen.has(SeenPatches::topRight)) painter.drawImage(right - side, box.y(), corners.picture, side, 0, side, side);
+  if (seen.has(SeenPatches::bottomLeft)) painter.drawImage(box.x(), bottom - side, corners.picture, 0, side, side, side);
+  if (seen.has(SeenPatches::bottomRight))
+    painter.drawImage(right - side, bottom - side, corners.picture, side, side, side, side);
   const int across = box.width() - 2 * side;
   const int down = box.height() - 2 * side;
-  painter.fillRect(box.x() + side, box.y(), across, box.height(), QColor(fill));
-  painter.fillRect(box.x(), box.y() + side, side, down, QColor(fill));
-  painter.fillRect(right - side, box.y() + side, side, down, QColor(fill));
+  const auto paintPart = [&](int x, int y, int width, int height, QRgb color) {
+    const QRect part = QRect(x, y, width, height) & seen.pixels;
+    if (!part.isEmpty()) painter.fillRect(part, QColor(color));
+  };
+  paintPart(box.x() + side, box.y(), across, box.height(), fill);
+  paintPart(box.x(), box.y() + side, side, down, fill);
+  paintPart(right - side, box.y() + side, side, down, fill);
   // The border, its innermost pixel mixed with the fill where the width is no whole number.
   const double width = borderWidth * m_scale;
   const int whole = static_cast<int>(width);
   const auto frame = [&](int inset, int thickness, QRgb color) {
-    painter.fillRect(box.x() + side, box.y() + inset, across, thickness, QColor(color));
-    painter.fillRect(box.x() + side, bottom - inset - thickness, across, thickness, QColor(color));
-    painter.fillRect(box.x() + inset, box.y() + side, thickness, down, QColor(color));
-    painter.fillRect(right - inset - thickness, box.y() + side, thickness, down, QColor(color));
+    if (seen.has(SeenPatches::top)) paintPart(box.x() + side, box.y() + inset, across, thickness, color);
+    if (seen.has(SeenPatches::bottom)) paintPart(box.x() + side, bottom - inset - thickness, across, thickness, color);
+    if (seen.has(SeenPatches::left)) paintPart(box.x() + inset, box.y() + side, thickness, down, color);
+    if (seen.has(SeenPatches::right)) paintPart(right - inset - thickness, box.y() + side, thickness, down, color);
   };
   if (whole > 0) frame(0, whole, border);
   if (width > whole) frame(whole, 1, mixed(border, fill, width - whole));

@@ -5,6 +5,8 @@
 #include <QImage>
 #include <QRect>
 
+#include "canvas/painting/BoxShadow.h"
+
 class QPainter;
 
 namespace quilmora {
@@ -17,7 +19,8 @@ class BoxPicture {
   void prepare(double scale);
   // Paints an opaque box of one fill with a border of `borderWidth` canvas units inside its edge. The painter's coordinates
   // must be device pixels. False where the box is too small to be put together.
-  bool paint(QPainter& painter, const QRect& deviceBox, QRgb fill, QRgb border, double borderWidth);
+  bool paint(QPainter& painter, const QRect& deviceBox, QRgb fill, QRgb border, double borderWidth,
+             const SeenPatches& seen);
 
  private:
   struct Corners {

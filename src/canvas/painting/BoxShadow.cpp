@@ -16,6 +16,7 @@ namespace {
 constexpr double blurRadius = 3.0;
 constexpr double drop = 1.0;
 constexpr double opacity = 0.15;
+constexpr int stretchLength = 256;  // device pixels
 
 // Three box blurs in a row come close to a Gaussian one.
 void blur(std::vector<float>& values, int side, int radius) {
@@ -71,38 +72,51 @@ void BoxShadow::prepare(double scale) {
       line[x] = qRgba(0, 0, 0, static_cast<int>(std::lround(values[static_cast<std::size_t>(y * side + x)] * opacity)));
   }
   m_picture = picture;
+  m_across = picture.copy(m_corner, 0, 1, side).scaled(stretchLength, side);
+  m_down = picture.copy(0, m_corner, side, 1).scaled(side, stretchLength);
 }
 
-void BoxShadow::paint(QPainter& painter, const QRectF& deviceBox) const {
+void BoxShadow::paint(QPainter& painter, const QRectF& deviceBox, const SeenPatches& seen) const {
   const int left = static_cast<int>(std::lround(deviceBox.left())) - m_reach;
   const int top = static_cast<int>(std::lround(deviceBox.top())) - m_reach + m_drop;
   const int width = static_cast<int>(std::lround(deviceBox.width())) + 2 * m_reach;
   const int height = static_cast<int>(std::lround(deviceBox.height())) + 2 * m_reach;
   const int across = width - 2 * m_corner;
   const int down = height - 2 * m_corner;
-  const int corner = m_corner;
   const int far = m_corner + 1;
   if (across < 0) return;
   // A box too low for two whole corners takes the outer parts of them.
-  const int upper = down < 0 ? height / 2 : corner;
-  const int lower = down < 0 ? height - upper : corner;
-  const int side = 2 * corner + 1;
-  painter.drawImage(left, top, m_picture, 0, 0, corner, upper);
-  painter.drawImage(left + corner + across, top, m_picture, far, 0, corner, upper);
-  painter.drawImage(left, top + height - lower, m_picture, 0, side - lower, corner, lower);
-  painter.drawImage(left + corner + across, top + height - lower, m_picture, far, side - lower, corner, lower);
+  const int upper = down < 0 ? height / 2 : m_corner;
+  const int lower = down < 0 ? height - upper : m_corner;
+  const int side = 2 * m_corner + 1;
+  const int right = left + m_corner + across;
+  const int bottom = top + height;
+  if (seen.has(SeenPatches::topLeft)) painter.drawImage(left, top, m_picture, 0, 0, m_corner, upper);
+  if (seen.has(SeenPatches::topRight)) painter.drawImage(right, top, m_picture, far, 0, m_corner, upper);
+  if (seen.has(SeenPatches::bottomLeft))
+    painter.drawImage(left, bottom - lower, m_picture, 0, side - lower, m_corner, lower);
+  if (seen.has(SeenPatches::bottomRight))
+    painter.drawImage(right, bottom - lower, m_picture, far, side - lower, m_corner, lower);
   // Only the rims of the stretched pieces show beside the box.
-  const int rim = std::min(m_reach + m_drop + 2, upper);
-  if (across > 0) {
-    painter.drawImage(QRect(left + corner, top, across, std::min(rim, upper)), m_picture, QRect(corner, 0, 1, std::min(rim, upper)));
-    painter.drawImage(QRect(left + corner, top + height - std::min(rim, lower), across, std::min(rim, lower)), m_picture,
-                       QRect(corner, side - std::min(rim, lower), 1, std::min(rim, lower)));
+  const int rim = m_reach + m_drop + 2;
+  const int start = std::max(left + m_corner, seen.pixels.left());
+  const int end = std::min(right, seen.pixels.right() + 1);
+  for (int x = start; x < end; x += stretchLength) {
+    const int length = std::min(stretchLength, end - x);
+    const int upperRim = std::min(rim, upper);
+    const int lowerRim = std::min(rim, lower);
+    if (seen.has(SeenPatches::top)) painter.drawImage(x, top, m_across, 0, 0, length, upperRim);
+    if (seen.has(SeenPatches::bottom))
+      painter.drawImage(x, bottom - lowerRim, m_across, 0, side - lowerRim, length, lowerRim);
   }
-  if (down > 0) {
-    painter.drawImage(QRect(left, top + corner, std::min(rim, corner), down), m_picture,
-                       QRect(0, corner, std::min(rim, corner), 1));
-    painter.drawImage(QRect(left + width - std::min(rim, corner), top + corner, std::min(rim, corner), down), m_picture,
-                       QRect(side - std::min(rim, corner), corner, std::min(rim, corner), 1));
+  const int first = std::max(top + m_corner, seen.pixels.top());
+  const int last = std::min(top + m_corner + down, seen.pixels.bottom() + 1);
+  const int sideRim = std::min(rim, m_corner);
+  for (int y = first; y < last; y += stretchLength) {
+    const int length = std::min(stretchLength, last - y);
+    if (seen.has(SeenPatches::left)) painter.drawImage(left, y, m_down, 0, 0, sideRim, length);
+    if (seen.has(SeenPatches::right))
+      painter.drawImage(left + width - sideRim, y, m_down, side - sideRim, 0, sideRim, length);
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 namespace quilmora {
 
@@ -48,21 +49,42 @@ void CoverageGrid::cover(const QRectF& opaque) {
     }
 }
 
-bool CoverageGrid::isCovered(const QRectF& rect) const {
-  if (!isActive()) return false;
+QRect CoverageGrid::cellsOf(const QRectF& rect) const {
   const double left = std::max(rect.left(), m_pixels.left()) - m_pixels.left();
   const double top = std::max(rect.top(), m_pixels.top()) - m_pixels.top();
   const double right = std::min(rect.right(), m_pixels.right()) - m_pixels.left();
   const double bottom = std::min(rect.bottom(), m_pixels.bottom()) - m_pixels.top();
-  if (!(left <= right) || !(top <= bottom)) return true;
-  const int firstColumn = std::min(static_cast<int>(left / m_cellSide), m_columns - 1);
-  const int lastColumn = std::min(static_cast<int>(right / m_cellSide), m_columns - 1);
-  const int firstRow = std::min(static_cast<int>(top / m_cellSide), m_rows - 1);
-  const int lastRow = std::min(static_cast<int>(bottom / m_cellSide), m_rows - 1);
-  for (int row = firstRow; row <= lastRow; ++row)
-    for (int column = firstColumn; column <= lastColumn; ++column)
-      if (!m_covered[static_cast<std::size_t>(row * m_columns + column)]) return false;
+  if (!(left <= right) || !(top <= bottom)) return {};
+  const auto cell = [this](double pixel, int count) { return std::min(static_cast<int>(pixel / m_cellSide), count - 1); };
+  return QRect(QPoint(cell(left, m_columns), cell(top, m_rows)), QPoint(cell(right, m_columns), cell(bottom, m_rows)));
+}
+
+bool CoverageGrid::isCovered(const QRectF& rect) const {
+  if (!isActive()) return false;
+  const QRect cells = cellsOf(rect);
+  for (int row = cells.top(); row <= cells.bottom(); ++row)
+    if (std::memchr(m_covered.data() + row * m_columns + cells.left(), 0, static_cast<std::size_t>(cells.width())))
+      return false;
   return true;
+}
+
+QRect CoverageGrid::uncoveredPart(const QRectF& rect) const {
+  if (!isActive()) return rect.toAlignedRect();
+  const QRect cells = cellsOf(rect);
+  QRect open;
+  for (int row = cells.top(); row <= cells.bottom(); ++row) {
+    const char* start = m_covered.data() + row * m_columns + cells.left();
+    const char* end = start + cells.width();
+    const char* first = std::find(start, end, 0);
+    if (first == end) continue;
+    const char* last = end - 1;
+    while (*last) --last;
+    open |= QRect(QPoint(cells.left() + static_cast<int>(first - start), row),
+                  QPoint(cells.left() + static_cast<int>(last - start), row));
+  }
+  const int side = static_cast<int>(m_cellSide);
+  return open.isEmpty() ? QRect()
+                        : QRect(open.topLeft() * side + m_pixels.topLeft().toPoint(), open.size() * side);
 }
 
 void CoverageGrid::add(std::size_t cell, float share) {

@@ -30,6 +30,8 @@ class CoverageGrid {
   void cover(const QRectF& opaque);
   // Whether all of the rectangle that lies in the picture is covered. What lies outside counts as covered.
   bool isCovered(const QRectF& rect) const;
+  // The smallest rectangle of device pixels that holds all of `rect` that is not covered; empty where all of it is.
+  QRect uncoveredPart(const QRectF& rect) const;
 
   // A shape is shaded by its parts, which don't overlap, and then finished with its opacity. Parts are convex
   // quadrilaterals, or lines that are thinner than a cell; in device pixels.
@@ -38,6 +40,8 @@ class CoverageGrid {
   void finishShape(double opacity);
 
  private:
+  // The cells that a rectangle touches, limited to the grid; empty where it lies outside.
+  QRect cellsOf(const QRectF& rect) const;
   void shadeRow(int row, double left, double right, float weight);
   void add(std::size_t cell, float share);
 

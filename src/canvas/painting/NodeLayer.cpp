@@ -1,6 +1,7 @@
 #include "canvas/painting/NodeLayer.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include <QLinearGradient>
@@ -27,8 +28,13 @@ constexpr double minDotSide = 1.4;  // device pixels
 // Up to this many topics are measured truly even where their titles cannot be read.
 constexpr std::size_t maxMeasuredCount = 3000;
 // How far shadow and markers reach beyond a box, in canvas units.
-constexpr double surroundings = 9.0;
+constexpr double shadowReach = 9.0;
+constexpr double markerReach = 8.5;
+// The corners of box and shadow, in canvas units into the box.
+constexpr double cornerInset = 9.5;
 constexpr double handleReach = 30.0;
+// In device pixels a canvas unit: smaller topics need a finer grid to hide anything.
+constexpr double minFineScale = 0.6;
 
 QColor withOpacity(QColor color, double opacity) {
   color.setAlphaF(static_cast<float>(std::clamp(opacity, 0.0, 1.0)));
@@ -52,7 +58,8 @@ void NodeLayer::collect() {
   const QRectF& seen = m_context.exposed;
   const double reachX = m_context.sketch.maxHalfWidth();
   const bool isDragging = m_context.isDragging();
-  for (std::size_t i = 0; i < count; ++i) {
+  prepareCoverage();
+  for (std::size_t i = count; i-- > 0;) {
     const QPointF position = isDragging ? m_context.shownPosition(i) : index.positions()[i];
     const double reachY = m_context.sketch.nodes()[i].boundHalfHeight;
     if (!(position.x() + reachX >= seen.left() && position.x() - reachX <= seen.right() &&
@@ -61,52 +68,101 @@ void NodeLayer::collect() {
     if (m_context.isHidden(i)) continue;
     if (m_context.detail == PaintContext::Detail::dots)
       collectDot(i, position);
-    else
+    else if (!isKnownToBeCovered(i, position))
       collectNode(i, position);
   }
-  findHidden();
 }
 
-void NodeLayer::findHidden() {
-  CoverageGrid& coverage = m_context.pictures.coverage;
+void NodeLayer::prepareCoverage() {
   const QRect pixels = m_context.toDevice.mapRect(m_context.exposed).toAlignedRect();
-  // Of few topics nothing worth while is hidden, and a picture of absurd size has no grid.
+  // A picture of absurd size has no grid.
   const bool isWorthWhile = m_context.standsUpright && m_context.options.levelsOfDetail && pixels.width() < 20000 &&
                             pixels.height() < 20000;
-  const int cellSide = m_context.detail == PaintContext::Detail::dots ? 2 : 4;
+  const int cellSide = m_context.detail == PaintContext::Detail::dots || m_context.scale < minFineScale ? 2 : 4;
   const QPoint anchor(static_cast<int>(std::lround(std::fmod(m_context.toDevice.dx(), cellSide))),
                       static_cast<int>(std::lround(std::fmod(m_context.toDevice.dy(), cellSide))));
-  coverage.reset(isWorthWhile ? pixels : QRect(), cellSide, anchor);
-  if (!coverage.isActive()) return;
-  for (const auto& [color, rects] : m_dots) {
-    if (qAlpha(color) < 255) continue;
-    // A dot's edge pixels may be left out by rounding.
-    for (const QRectF& rect : rects) coverage.cover(m_context.toDevice.mapRect(rect).adjusted(0.5, 0.5, -0.5, -0.5));
+  m_context.pictures.coverage.reset(isWorthWhile ? pixels : QRect(), cellSide, anchor);
+}
+
+double NodeLayer::surroundings(bool isSelected) const {
+  return isSelected ? handleReach : m_hasShadows ? shadowReach : markerReach;
+}
+
+bool NodeLayer::isSizeKnown(std::size_t index) const {
+  const bool isSized = m_context.sizing() && m_context.sizing()->nodeSizing;
+  if (!m_context.sketch.nodes()[index].isMeasured || isSized) return false;
+  return !m_context.scene.editingNodeID || m_context.scene.map->nodes[index].id != m_context.scene.editingNodeID;
+}
+
+bool NodeLayer::isKnownToBeCovered(std::size_t index, QPointF position) const {
+  const CoverageGrid& coverage = m_context.pictures.coverage;
+  if (!coverage.isActive()) return false;
+  const auto& sketch = m_context.sketch.nodes()[index];
+  const bool isKnown = isSizeKnown(index);
+  const bool isSelected = m_context.isNodeSelected(m_context.scene.index->numberOfNode()[index]);
+  // A pixel more on all sides, by which a box may move to whole pixels.
+  const double margin = surroundings(isSelected) + 1.0 / m_context.scale;
+  const double halfWidth = (isKnown ? double{sketch.halfWidth} : m_context.sketch.maxHalfWidth()) + margin;
+  const double halfHeight = double{isKnown ? sketch.halfHeight : sketch.boundHalfHeight} + margin;
+  return coverage.isCovered(m_context.toDevice.mapRect(
+      QRectF(position.x() - halfWidth, position.y() - halfHeight, 2 * halfWidth, 2 * halfHeight)));
+}
+
+bool NodeLayer::isContentKnownToBeCovered(std::size_t index, QPointF position) const {
+  const CoverageGrid& coverage = m_context.pictures.coverage;
+  if (!coverage.isActive() || !isSizeKnown(index)) return false;
+  const auto& sketch = m_context.sketch.nodes()[index];
+  const NodeSizing sizing;
+  const double halfWidth = sketch.halfWidth - sizing.horizontalPadding + 1.0 / m_context.scale;
+  const double halfHeight = sketch.halfHeight - sizing.verticalPadding + 1.0 / m_context.scale;
+  return coverage.isCovered(m_context.toDevice.mapRect(
+      QRectF(position.x() - halfWidth, position.y() - halfHeight, 2 * halfWidth, 2 * halfHeight)));
+}
+
+bool NodeLayer::findSeenPart(SeenNode& seen) {
+  CoverageGrid& coverage = m_context.pictures.coverage;
+  const QRectF box = m_context.toDevice.mapRect(seen.metrics.box.translated(seen.position));
+  const double margin = surroundings(seen.isSelected) * m_context.scale;
+  const QRectF outer = box.adjusted(-margin, -margin, margin, margin);
+  seen.patches.pixels = outer.toAlignedRect();
+  if (!coverage.isActive()) return true;
+  seen.patches.pixels = coverage.uncoveredPart(outer);
+  if (seen.patches.pixels.isEmpty()) return false;
+  const double inset = cornerInset * m_context.scale + 2.0;
+  const std::array<double, 4> xs{outer.left(), std::min(box.left() + inset, box.center().x()),
+                                 std::max(box.right() - inset, box.center().x()), outer.right()};
+  const std::array<double, 4> ys{outer.top(), std::min(box.top() + inset, box.center().y()),
+                                 std::max(box.bottom() - inset, box.center().y()), outer.bottom()};
+  seen.patches.patches = 0;
+  for (std::size_t k = 0; k < 9; ++k) {
+    const QRectF patch(QPointF(xs[k % 3], ys[k / 3]), QPointF(xs[k % 3 + 1], ys[k / 3 + 1]));
+    if (!coverage.isCovered(patch)) seen.patches.patches |= 1U << k;
   }
-  const double radius = NodeMetrics::cornerRadius * m_context.scale;
-  std::vector<SeenNode> kept;
-  kept.reserve(m_seen.size());
-  for (std::size_t k = m_seen.size(); k-- > 0;) {
-    SeenNode& node = m_seen[k];
-    const QRectF box = m_context.toDevice.mapRect(node.metrics.box.translated(node.position));
-    const double margin = surroundings * m_context.scale;
-    if (!node.isSelected && coverage.isCovered(box.adjusted(-margin, -margin, margin, margin))) continue;
-    const QRectF content = node.metrics.title | node.metrics.emoji | node.metrics.icon | node.metrics.image;
-    node.isContentCovered = coverage.isCovered(m_context.toDevice.mapRect(content.translated(node.position)));
-    if (node.opacity >= 1.0) {
-      const QRectF opaque = box.adjusted(0.5, 0.5, -0.5, -0.5);
-      coverage.cover(opaque.adjusted(radius, 0, -radius, 0));
-      coverage.cover(opaque.adjusted(0, radius, 0, -radius));
-    }
-    kept.push_back(std::move(node));
+  const QRectF content = seen.metrics.title | seen.metrics.emoji | seen.metrics.icon | seen.metrics.image;
+  seen.isContentCovered = coverage.isCovered(m_context.toDevice.mapRect(content.translated(seen.position)));
+  seen.isToggleCovered =
+      coverage.isCovered(m_context.toDevice.mapRect(seen.metrics.collapseToggle.translated(seen.position)));
+  const NodeMetrics& metrics = seen.metrics;
+  seen.isEveryMarkerCovered = true;
+  for (const QRectF& marker : {metrics.badge, metrics.aiMarker, metrics.linkMarker, metrics.noteMarker})
+    if (!marker.isEmpty() && !coverage.isCovered(m_context.toDevice.mapRect(marker.translated(seen.position))))
+      seen.isEveryMarkerCovered = false;
+  if (seen.opacity >= 1.0) {
+    const double radius = NodeMetrics::cornerRadius * m_context.scale;
+    // Only boxes put together on whole pixels hide all that is below their rim.
+    const int smallest = 2 * static_cast<int>(std::ceil(radius)) + 2;
+    const bool isSharp = m_context.standsUpright && seen.pixels.width() >= smallest && seen.pixels.height() >= smallest &&
+                         !m_context.scene.map->nodes[seen.index].style.fillGradient;
+    const QRectF opaque = isSharp ? QRectF(seen.pixels) : box.adjusted(0.5, 0.5, -0.5, -0.5);
+    coverage.cover(opaque.adjusted(radius, 0, -radius, 0));
+    coverage.cover(opaque.adjusted(0, radius, 0, -radius));
   }
-  std::reverse(kept.begin(), kept.end());
-  m_seen = std::move(kept);
+  return true;
 }
 
 void NodeLayer::paint() {
   if (!m_dots.empty()) paintDots();
-  for (const SeenNode& seen : m_seen) paintNode(seen);
+  for (std::size_t k = m_seen.size(); k-- > 0;) paintNode(m_seen[k]);
 }
 
 double NodeLayer::opacityOf(std::size_t index) const {
@@ -142,7 +198,15 @@ void NodeLayer::collectDot(std::size_t index, QPointF position) {
   const double smallest = minDotSide / 2 / m_context.scale;
   const double halfWidth = std::max<double>(sketch.halfWidth, smallest);
   const double halfHeight = std::max<double>(sketch.halfHeight, smallest);
-  m_dots[color].emplace_back(position.x() - halfWidth, position.y() - halfHeight, 2 * halfWidth, 2 * halfHeight);
+  const QRectF dot(position.x() - halfWidth, position.y() - halfHeight, 2 * halfWidth, 2 * halfHeight);
+  CoverageGrid& coverage = m_context.pictures.coverage;
+  if (coverage.isActive()) {
+    const QRectF pixels = m_context.toDevice.mapRect(dot);
+    if (coverage.isCovered(pixels.adjusted(-0.5, -0.5, 0.5, 0.5))) return;
+    // A dot's edge pixels may be left out by rounding.
+    if (opacity >= 1.0) coverage.cover(pixels.adjusted(0.5, 0.5, -0.5, -0.5));
+  }
+  m_dots[color].push_back(dot);
 }
 
 void NodeLayer::collectNode(std::size_t index, QPointF position) {
@@ -150,9 +214,10 @@ void NodeLayer::collectNode(std::size_t index, QPointF position) {
   const Node& node = scene.map->nodes[index];
   const std::uint32_t number = scene.index->numberOfNode()[index];
   const bool isEditing = scene.editingNodeID == node.id;
-  const bool isSketched = m_context.detail == PaintContext::Detail::bars && !node.imageData &&
-                          scene.map->nodes.size() > maxMeasuredCount;
-  SeenNode seen{index, position, {}, {}, opacityOf(index), isEditing, m_context.isNodeSelected(number)};
+  const bool isSketched = (m_context.detail == PaintContext::Detail::bars && !node.imageData &&
+                           scene.map->nodes.size() > maxMeasuredCount) ||
+                          isContentKnownToBeCovered(index, position);
+  SeenNode seen{index, position, {}, {}, opacityOf(index), isEditing, m_context.isNodeSelected(number), {}};
   if (seen.opacity <= 0.0) return;
   seen.metrics = isSketched ? sketchedMetrics(index, node)
                             : m_context.measurer.measure(node, m_context.depthFraction(number), m_context.sizing(),
@@ -169,7 +234,7 @@ void NodeLayer::collectNode(std::size_t index, QPointF position) {
                                       std::max(1, static_cast<int>(std::lround(device.height())))));
     seen.position += (QPointF(corner) - device.topLeft()) / m_context.scale;
   }
-  m_seen.push_back(std::move(seen));
+  if (findSeenPart(seen)) m_seen.push_back(std::move(seen));
 }
 
 NodeMetrics NodeLayer::sketchedMetrics(std::size_t index, const Node& node) const {
@@ -178,7 +243,7 @@ NodeMetrics NodeLayer::sketchedMetrics(std::size_t index, const Node& node) cons
   metrics.box = QRectF(-sketch.halfWidth, -sketch.halfHeight, 2.0 * sketch.halfWidth, 2.0 * sketch.halfHeight);
   metrics.title = metrics.box.adjusted(metrics.sizing.horizontalPadding, metrics.sizing.verticalPadding,
                                        -metrics.sizing.horizontalPadding, -metrics.sizing.verticalPadding);
-  if (node.badge) metrics.badge = QRectF(metrics.box.left() - 6, metrics.box.top() - 6, 16, 16);
+  metrics.placeMarkers(node);
   return metrics;
 }
 
@@ -202,7 +267,7 @@ void NodeLayer::paintNode(const SeenNode& seen) {
     paintBars(node, seen.metrics);
   } else {
     if (!seen.isContentCovered) paintContent(node, seen.metrics, seen.isEditing);
-    paintMarkers(node, number, seen.metrics);
+    paintMarkers(node, number, seen);
     if (seen.isSelected && !seen.isEditing) paintConnectionHandle(node, seen.metrics.connectionHandle);
   }
   m_painter.setTransform(m_canvasTransform);
@@ -213,10 +278,10 @@ void NodeLayer::paintBox(const SeenNode& seen, const Node& node) {
   const Border border = borderOf(node, seen.isSelected);
   if (m_context.standsUpright) {
     m_painter.setTransform(m_devicePixels);
-    if (m_hasShadows) m_context.pictures.shadow.paint(m_painter, seen.pixels);
+    if (m_hasShadows) m_context.pictures.shadow.paint(m_painter, seen.pixels, seen.patches);
     const bool isPlain = seen.opacity >= 1.0 && !node.style.fillGradient;
     const bool isDone = isPlain && m_context.pictures.box.paint(m_painter, seen.pixels, colorFromHex(node.style.fill).rgb(),
-                                                                border.color.rgb(), border.width);
+                                                                border.color.rgb(), border.width, seen.patches);
     m_painter.setTransform(m_canvasTransform);
     if (isDone) return;
   }
@@ -290,11 +355,25 @@ void NodeLayer::paintImage(const QString& imageData, const QRectF& rect) {
   m_painter.drawRoundedRect(rect, imageCornerRadius, imageCornerRadius);
 }
 
-void NodeLayer::paintMarkers(const Node& node, std::uint32_t number, const NodeMetrics& metrics) {
+void NodeLayer::paintMarkers(const Node& node, std::uint32_t number, const SeenNode& seen) {
+  const NodeMetrics& metrics = seen.metrics;
   if (m_context.options.levelsOfDetail && m_context.scale < minMarkerScale) {
     if (!metrics.badge.isEmpty()) paintDisc(metrics.badge, badgeLook(*node.badge).color);
     return;
   }
+  if (!seen.isEveryMarkerCovered) paintCornerMarkers(node, metrics);
+  if (!seen.isToggleCovered && hasChildren(node, number)) {
+    const QColor textColor = colorFromHex(node.style.textColor);
+    paintDisc(metrics.collapseToggle, withOpacity(colorFromHex(node.style.fill), 0.8));
+    const IdSet* collapsed = m_context.scene.collapsedNodeIDs;
+    const bool isCollapsed = collapsed && collapsed->contains(node.id);
+    const double inset = (metrics.collapseToggle.width() - 9.0) / 2;
+    paintSymbol(m_painter, isCollapsed ? QStringLiteral("chevron.right") : QStringLiteral("chevron.down"),
+                metrics.collapseToggle.adjusted(inset, inset, -inset, -inset), withOpacity(textColor, 0.5), 1.2);
+  }
+}
+
+void NodeLayer::paintCornerMarkers(const Node& node, const NodeMetrics& metrics) {
   const QColor textColor = colorFromHex(node.style.textColor);
   if (!metrics.linkMarker.isEmpty())
     paintSymbol(m_painter, QStringLiteral("link"), metrics.linkMarker, withOpacity(textColor, 0.5));
@@ -308,14 +387,6 @@ void NodeLayer::paintMarkers(const Node& node, std::uint32_t number, const NodeM
     // Thicker lines would close the holes of a filled symbol.
     const double boldness = look.symbol.endsWith(QLatin1String(".fill")) ? 0.0 : 0.6;
     paintSymbol(m_painter, look.symbol, metrics.badge.adjusted(3, 3, -3, -3), Qt::white, boldness);
-  }
-  if (hasChildren(node, number)) {
-    paintDisc(metrics.collapseToggle, withOpacity(colorFromHex(node.style.fill), 0.8));
-    const IdSet* collapsed = m_context.scene.collapsedNodeIDs;
-    const bool isCollapsed = collapsed && collapsed->contains(node.id);
-    const double inset = (metrics.collapseToggle.width() - 9.0) / 2;
-    paintSymbol(m_painter, isCollapsed ? QStringLiteral("chevron.right") : QStringLiteral("chevron.down"),
-                metrics.collapseToggle.adjusted(inset, inset, -inset, -inset), withOpacity(textColor, 0.5), 1.2);
   }
 }
 

@@ -7,8 +7,8 @@
 
 namespace quilmora {
 
-// Paints the topics of one frame. First it collects what can be seen, which also tells what the topics will hide of all that
-// lies below them; then it paints.
+// Paints the topics of one frame. First it walks them from the topmost down and collects what can be seen of each, which also
+// tells what the topics hide of all that lies below them; then it paints from the bottom up.
 class NodeLayer {
  public:
   NodeLayer(QPainter& painter, const PaintContext& context);
@@ -25,7 +25,10 @@ class NodeLayer {
     double opacity;
     bool isEditing;
     bool isSelected;
+    SeenPatches patches;            // what later topics leave of the box and of its surroundings
     bool isContentCovered = false;  // later topics hide image, emoji, icon and title
+    bool isToggleCovered = false;
+    bool isEveryMarkerCovered = false;  // but for the toggle
   };
   struct Border {
     QColor color;
@@ -41,8 +44,17 @@ class NodeLayer {
   void collectDot(std::size_t index, QPointF position);
   void collectNode(std::size_t index, QPointF position);
   NodeMetrics sketchedMetrics(std::size_t index, const Node& node) const;
-  // Leaves out topics that later ones hide, and marks what topics hide.
-  void findHidden();
+  void prepareCoverage();
+  // Whether a topic's sketch holds the size at which its box is painted.
+  bool isSizeKnown(std::size_t index) const;
+  // Whether the topic with all around it lies below later ones; told without measuring it.
+  bool isKnownToBeCovered(std::size_t index, QPointF position) const;
+  // The same of what the topic holds inside its paddings.
+  bool isContentKnownToBeCovered(std::size_t index, QPointF position) const;
+  // Finds what later topics hide of this one, and marks what it hides itself. False where nothing is left.
+  bool findSeenPart(SeenNode& seen);
+  // How far shadow, markers and handle reach beyond the box, in canvas units.
+  double surroundings(bool isSelected) const;
 
   void paintDots();
   void paintNode(const SeenNode& seen);
@@ -51,7 +63,8 @@ class NodeLayer {
   void paintBars(const Node& node, const NodeMetrics& metrics);
   void paintContent(const Node& node, const NodeMetrics& metrics, bool isEditing);
   void paintImage(const QString& imageData, const QRectF& rect);
-  void paintMarkers(const Node& node, std::uint32_t number, const NodeMetrics& metrics);
+  void paintMarkers(const Node& node, std::uint32_t number, const SeenNode& seen);
+  void paintCornerMarkers(const Node& node, const NodeMetrics& metrics);
   void paintDisc(const QRectF& rect, const QColor& color);
   void paintConnectionHandle(const Node& node, const QRectF& rect);
 
@@ -60,7 +73,7 @@ class NodeLayer {
   QTransform m_canvasTransform;
   QTransform m_devicePixels;  // lets the painter speak device pixels
   bool m_hasShadows = false;
-  std::vector<SeenNode> m_seen;
+  std::vector<SeenNode> m_seen;  // the topmost first
   std::unordered_map<QRgb, std::vector<QRectF>> m_dots;
 };
 

@@ -243,8 +243,10 @@ void placeRow(NodeMetrics& metrics, QSizeF emoji, QSizeF icon, QSizeF title, dou
   metrics.title = place(title);
 }
 
-void placeMarkers(NodeMetrics& metrics, const Node& node) {
-  const QRectF& box = metrics.box;
+}  // namespace
+
+void NodeMetrics::placeMarkers(const Node& node) {
+  NodeMetrics& metrics = *this;
   if (node.aiGenerated.value_or(false))
     metrics.aiMarker = QRectF(box.right() - aiMarkerSize, box.top(), aiMarkerSize, aiMarkerSize)
                            .translated(aiMarkerOffset);
@@ -266,8 +268,6 @@ void placeMarkers(NodeMetrics& metrics, const Node& node) {
   metrics.connectionHandle =
       QRectF(box.right() + HandleMetrics::connectionHandleGap - handle / 2, -handle / 2, handle, handle);
 }
-
-}  // namespace
 
 NodeMetrics NodeMeasurer::measure(const Node& node, std::optional<double> depthFraction,
                                   const HierarchicalConfig* config, const std::optional<QString>& editedTitle) {
@@ -299,7 +299,7 @@ NodeMetrics NodeMeasurer::measure(const Node& node, std::optional<double> depthF
     top += shown.height() + stackSpacing;
   }
   placeRow(metrics, emoji, icon, title, -rowWidth / 2, top, rowHeight);
-  placeMarkers(metrics, node);
+  metrics.placeMarkers(node);
   return metrics;
 }
 

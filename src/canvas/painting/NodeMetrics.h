@@ -59,6 +59,8 @@ struct NodeMetrics {
   QRectF noteMarker;
   QRectF connectionHandle;  // shown on a selected topic
 
+  // Places the markers and the handle around the box.
+  void placeMarkers(const Node& node);
   // Box and markers together.
   QRectF bounds() const;
 };

@@ -48,6 +48,7 @@ SceneSketch::NodeSketch sketchOf(const Node& node, double fontScale) {
       1.0 + static_cast<double>(breaks) + static_cast<double>(length) / 4.0 + static_cast<double>(emojiLength) / 4.0;
   const double extra = padding + (hasImage ? 404.0 : 0.0);
   SceneSketch::NodeSketch sketch;
+  sketch.isMeasured = false;
   sketch.fill = colorFromHex(node.style.fill).rgb();
   if (node.style.fillGradient) sketch.fill = averaged(sketch.fill, colorFromHex(*node.style.fillGradient).rgb());
   sketch.halfWidth = narrowed(likelyWidth / 2);
@@ -100,6 +101,7 @@ void SceneSketch::rememberBox(std::size_t nodeIndex, const QRectF& box) {
   NodeSketch& sketch = m_nodeSketches[nodeIndex];
   sketch.halfWidth = narrowed(box.width() / 2);
   sketch.halfHeight = narrowed(box.height() / 2);
+  sketch.isMeasured = true;
 }
 
 double SceneSketch::maxHalfWidth() const {

@@ -20,6 +20,7 @@ class SceneSketch {
     float boundHalfHeight;
     float halfWidth;
     float halfHeight;
+    bool isMeasured;  // whether the halves are those of the box as last painted
   };
   struct EdgeSketch {
     QRgb color;
