@@ -17,6 +17,7 @@
 #include "app/StatusLine.h"
 #include "app/TextField.h"
 #include "app/Toolbar.h"
+#include "app/companions/CanvasCompanions.h"
 #include "app/look/Look.h"
 #include "canvas/view/CanvasView.h"
 #include "editor/RecentFiles.h"
@@ -67,6 +68,9 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
   connect(&m_editor, &MindMapViewModel::isDirtyChanged, this, &MainWindow::refreshTitle);
   // The flag is cleared a moment before the new place of the file is known.
   connect(&m_editor, &MindMapViewModel::isDirtyChanged, this, &MainWindow::refreshTitle, Qt::QueuedConnection);
+  connect(&m_editor, &MindMapViewModel::isEdgeCreationModeChanged, this, [this] {
+    m_toolbar->setOn(QStringLiteral("createEdge"), m_editor.isEdgeCreationMode());
+  });
   refreshTitle();
   refreshPanels();
   m_canvas->setFocus();
@@ -86,6 +90,7 @@ void MainWindow::buildContent() {
   m_canvas = new CanvasView(m_editor, m_commands, m_notifications, m_machine.scheduler, m_machine.clock, content);
   m_canvas->setMinimumWidth(metrics::canvasMinWidth);
   m_canvas->setAccessibleName(tr("Canvas"));
+  m_companions = new CanvasCompanions(look, m_editor, m_machine.scheduler, m_canvas);
   m_statusLine = new StatusLine(look, m_editor, content);
   m_inspector = new InspectorPanel(look, content);
 
@@ -126,6 +131,7 @@ void MainWindow::receiveNotifications() {
   };
   using enum Notification;
   receive(createNode, [this](const QVariant&) { m_commands.createNode(); });
+  receive(createEdge, [this](const QVariant&) { m_commands.toggleEdgeCreation(); });
   receive(openDocument, [this](const QVariant&) {
     m_canvas->commitTitleEdit();
     m_session.openDocument();
@@ -144,6 +150,9 @@ void MainWindow::receiveNotifications() {
   });
   receive(undo, [this](const QVariant&) { m_editor.undo(); });
   receive(redo, [this](const QVariant&) { m_editor.redo(); });
+  receive(duplicateSelection, [this](const QVariant&) { m_commands.duplicateSelection(); });
+  receive(toggleSearch, [this](const QVariant&) { m_editor.toggleSearch(); });
+  receive(togglePresentation, [this](const QVariant&) { m_editor.togglePresentation(); });
   receive(collapseNode, [this](const QVariant&) { m_commands.collapseNode(); });
   receive(expandNode, [this](const QVariant&) { m_commands.expandNode(); });
   receive(toggleOutline, [this](const QVariant&) { toggleTab(SidebarTab::outline); });

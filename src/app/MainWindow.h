@@ -13,6 +13,7 @@
 
 namespace quilmora {
 
+class CanvasCompanions;
 class CanvasView;
 class CommandActions;
 class InspectorPanel;
@@ -37,6 +38,7 @@ class MainWindow : public QMainWindow {
   DocumentSession& session() { return m_session; }
   const CommandActions& actions() const { return *m_actions; }
   CanvasView& canvas() const { return *m_canvas; }
+  CanvasCompanions& companions() const { return *m_companions; }
   Toolbar& toolbar() const { return *m_toolbar; }
   Sidebar& sidebar() const { return *m_sidebar; }
   InspectorPanel& inspector() const { return *m_inspector; }
@@ -87,6 +89,7 @@ class MainWindow : public QMainWindow {
   Toolbar* m_toolbar = nullptr;
   Sidebar* m_sidebar = nullptr;
   CanvasView* m_canvas = nullptr;
+  CanvasCompanions* m_companions = nullptr;
   StatusLine* m_statusLine = nullptr;
   InspectorPanel* m_inspector = nullptr;
 };

@@ -9,6 +9,10 @@
 #include "app/Sidebar.h"
 #include "app/StatusLine.h"
 #include "app/Toolbar.h"
+#include "app/companions/BranchModeBanner.h"
+#include "app/companions/CanvasCompanions.h"
+#include "app/companions/NodeQuickLook.h"
+#include "app/companions/SearchBar.h"
 #include "canvas/view/TitleEditor.h"
 
 namespace quilmora {
@@ -49,7 +53,7 @@ class MainWindowTest : public AppTest {
 TEST_F(MainWindowTest, MenusOfANewWindow) {
   start();
   EXPECT_EQ(entriesOf(menu("&File")),
-            lines({"New Topic", "New from Template", "(New Branch)", "---", "Open...", "Open Recent", "Save...",
+            lines({"New Topic", "New from Template", "New Branch", "---", "Open...", "Open Recent", "Save...",
                    "Save As...", "---", "(Import...)", "Export", "---", "Quit"}));
   EXPECT_EQ(entriesOf(submenu(menu("&File"), "New from Template")),
             lines({"(Brainstorm)", "(Project Plan)", "(Meeting Notes)", "(Research)", "(Personal Goals)"}));
@@ -59,8 +63,8 @@ TEST_F(MainWindowTest, MenusOfANewWindow) {
                                              "(Duplicate)", "---", "(Settings…)"}));
   EXPECT_EQ(
       entriesOf(menu("&View")),
-      lines({"(Collapse)", "(Expand)", "(AI Generate...)", "AI Chat", "(Command Palette)", "(Find...)",
-             "Toggle Outline", "Toggle Left Sidebar", "Toggle Inspector", "(Presentation Mode)", "Recolor by Branch",
+      lines({"(Collapse)", "(Expand)", "(AI Generate...)", "AI Chat", "(Command Palette)", "Find...",
+             "Toggle Outline", "Toggle Left Sidebar", "Toggle Inspector", "Presentation Mode", "Recolor by Branch",
              "Recolor by Theme", "---", "Zoom to Fit", "Zoom In", "Zoom Out", "---", "Layout", "Theme"}));
   EXPECT_EQ(entriesOf(menu("&Help")), lines({"(Quilmora Quick Start)", "---", "About Quilmora"}));
 }
@@ -322,6 +326,49 @@ TEST_F(MainWindowTest, CollapseAndExpandKeys) {
   EXPECT_TRUE(editor().collapsedNodeIDs().contains(root));
   QTest::keyClick(&window().canvas(), Qt::Key_BracketRight, Qt::ControlModifier);
   EXPECT_FALSE(editor().collapsedNodeIDs().contains(root));
+}
+
+TEST_F(MainWindowTest, FindOpensTheSearchBarAndEscapeReturnsToTheCanvas) {
+  startActive();
+  QTest::keyClick(&window().canvas(), Qt::Key_F, Qt::ControlModifier);
+  SearchBar& bar = window().companions().searchBar();
+  ASSERT_TRUE(bar.isFocused());
+  QTest::keyClicks(&bar.field(), QStringLiteral("start"));
+  EXPECT_EQ(bar.countText(), QStringLiteral("1/1"));
+  EXPECT_EQ(editor().firstSelectedNode(), editor().mindMap().nodes[0].id);
+  QTest::keyClick(&bar.field(), Qt::Key_Escape);
+  EXPECT_FALSE(bar.isVisible());
+  EXPECT_TRUE(window().canvas().hasFocus());
+  QTest::keyClick(&window().canvas(), Qt::Key_Tab);
+  EXPECT_EQ(editor().mindMap().nodes.size(), 2U);
+}
+
+TEST_F(MainWindowTest, BranchModeTogglesByItsKeyAndShowsOnItsButton) {
+  startActive();
+  const QToolButton* button = window().toolbar().button(QStringLiteral("createEdge"));
+  QTest::keyClick(&window().canvas(), Qt::Key_E, Qt::ControlModifier);
+  EXPECT_TRUE(editor().isEdgeCreationMode());
+  EXPECT_TRUE(window().companions().branchModeBanner().isVisible());
+  EXPECT_TRUE(button->isChecked());
+  QTest::keyClick(&window().canvas(), Qt::Key_E, Qt::ControlModifier);
+  EXPECT_FALSE(editor().isEdgeCreationMode());
+  EXPECT_FALSE(button->isChecked());
+}
+
+TEST_F(MainWindowTest, PresentationDuplicateAndQuickLookByTheirKeys) {
+  startActive();
+  editor().selectNode(editor().mindMap().nodes[0].id, false);
+  QTest::keyClick(&window().canvas(), Qt::Key_D, Qt::ControlModifier);
+  EXPECT_EQ(editor().mindMap().nodes.size(), 2U);
+  QTest::keyClick(&window().canvas(), Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_TRUE(editor().isPresentationMode());
+  QTest::keyClick(&window().canvas(), Qt::Key_Space);
+  m_scheduler.advance(0ms);
+  EXPECT_TRUE(window().companions().quickLook().isVisible());
+  QTest::keyClick(&window().canvas(), Qt::Key_Escape);
+  EXPECT_FALSE(editor().isPresentationMode());
+  QTest::keyClick(&window().canvas(), Qt::Key_Escape);
+  EXPECT_FALSE(window().companions().quickLook().isVisible());
 }
 
 }  // namespace

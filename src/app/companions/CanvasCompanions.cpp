@@ -1,0 +1,143 @@
+#include "app/companions/CanvasCompanions.h"
+
+#include <array>
+
+#include <QEvent>
+#include <QVariantAnimation>
+#include <QWidget>
+
+#include "app/companions/BranchModeBanner.h"
+#include "app/companions/BreadcrumbBar.h"
+#include "app/companions/MiniMapView.h"
+#include "app/companions/NodeQuickLook.h"
+#include "app/companions/SearchBar.h"
+#include "editor/MindMapViewModel.h"
+
+namespace quilmora {
+
+namespace {
+
+constexpr int settleMilliseconds = 200;
+// Most topics lie within this box around their position at zoom 1.
+constexpr QSizeF usualTopic(220, 60);
+// Below this the path takes the whole width and other cards make way.
+constexpr int leastPathWidth = 240;
+
+}  // namespace
+
+CanvasCompanions::CanvasCompanions(const Look& look, MindMapViewModel& editor, Scheduler& scheduler, QWidget* canvas)
+    : QObject(canvas),
+      m_editor(editor),
+      m_canvas(canvas),
+      m_searchBar(new SearchBar(look, editor, canvas)),
+      m_miniMap(new MiniMapView(look, editor, scheduler, canvas)),
+      m_breadcrumbs(new BreadcrumbBar(look, editor, canvas)),
+      m_quickLook(new NodeQuickLook(look, editor, canvas)),
+      m_banner(new BranchModeBanner(look, editor, canvas)),
+      m_animation(new QVariantAnimation(this)) {
+  for (Card* card : std::initializer_list<Card*>{m_searchBar, m_miniMap, m_breadcrumbs, m_quickLook, m_banner})
+    observe(*card);
+  m_animation->setDuration(settleMilliseconds);
+  m_animation->setEasingCurve(QEasingCurve::InOutQuad);
+  connect(m_animation, &QVariantAnimation::valueChanged, this, [this](const QVariant& position) {
+    if (m_settling != nullptr) m_settling->move(position.toPoint());
+  });
+  connect(m_animation, &QVariantAnimation::finished, this, [this] {
+    m_settling = nullptr;
+    place();
+  });
+  // The card itself heard of it before and holds its new content.
+  connect(&editor, &MindMapViewModel::quickLookNodeIDChanged, this, &CanvasCompanions::chooseQuickLookCorner);
+  canvas->installEventFilter(this);
+  m_miniMap->setShown(true);
+  place();
+}
+
+void CanvasCompanions::observe(Card& card) {
+  connect(&card, &Card::placementWanted, this, &CanvasCompanions::place);
+  connect(&card, &Card::dropped, this, [this, &card] { settle(card); });
+}
+
+bool CanvasCompanions::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == m_canvas && event->type() == QEvent::Resize) place();
+  return QObject::eventFilter(watched, event);
+}
+
+std::vector<CanvasCompanions::Place> CanvasCompanions::places() const {
+  const QSize canvas = m_canvas->size();
+  const QSize room = canvas - 2 * QSize(cardMargin, cardMargin);
+  const bool isMiniMapLow = m_miniMapCorner == CardAnchor::bottomLeft || m_miniMapCorner == CardAnchor::bottomRight;
+  const int beside = room.width() - m_miniMap->wantedSize(room).width() - cardGap;
+  const QSize pathRoom(isMiniMapLow && beside >= leastPathWidth ? beside : room.width(), room.height());
+  // Away from the mini-map, so that neither jumps when the other comes or goes.
+  const CardAnchor pathCorner =
+      m_miniMapCorner == CardAnchor::bottomLeft ? CardAnchor::bottomRight : CardAnchor::bottomLeft;
+
+  std::vector<Place> places;
+  std::vector<CardRequest> requests;
+  const auto add = [&](Card* card, CardAnchor anchor, QSize cardRoom) {
+    if (!card->isShown()) return;
+    requests.push_back({anchor, card->wantedSize(cardRoom)});
+    places.push_back({card, QRect()});
+  };
+  add(m_searchBar, CardAnchor::topRight, room);
+  add(m_miniMap, m_miniMapCorner, room);
+  add(m_breadcrumbs, pathCorner, pathRoom);
+  add(m_quickLook, m_quickLookCorner, room);
+  add(m_banner, CardAnchor::top, room);
+  const std::vector<QRect> rects = placeCards(canvas, requests);
+  for (std::size_t i = 0; i < places.size(); ++i) places[i].rect = rects[i];
+  return places;
+}
+
+void CanvasCompanions::place() {
+  m_miniMap->setCanvasSize(m_canvas->size());
+  for (const Place& entry : places()) {
+    const bool isElsewhere = entry.card->isDragged() || entry.card == m_settling;
+    entry.card->setGeometry(isElsewhere ? QRect(entry.card->pos(), entry.rect.size()) : entry.rect);
+  }
+}
+
+void CanvasCompanions::settle(Card& card) {
+  const CardAnchor corner = nearestCorner(m_canvas->size(), card.geometry().center());
+  if (&card == m_miniMap) m_miniMapCorner = corner;
+  if (&card == m_quickLook) m_quickLookHome = m_quickLookCorner = corner;
+  m_animation->stop();
+  m_settling = &card;
+  for (const Place& entry : places()) {
+    if (entry.card != &card) continue;
+    m_animation->setStartValue(card.pos());
+    m_animation->setEndValue(entry.rect.topLeft());
+  }
+  m_animation->start();
+  place();
+}
+
+QRectF CanvasCompanions::lookedAtTopic() const {
+  const auto id = m_editor.quickLookNodeID();
+  const auto node = id ? m_editor.nodeByID(*id) : std::nullopt;
+  if (!node) return {};
+  QRectF topic(QPointF(), usualTopic * m_editor.canvasZoom());
+  topic.moveCenter(node->position * m_editor.canvasZoom() + m_editor.canvasOffset());
+  return topic;
+}
+
+// The corner that the user chose, unless the card would cover there what it tells about.
+void CanvasCompanions::chooseQuickLookCorner() {
+  m_quickLookCorner = m_quickLookHome;
+  if (!m_quickLook->isShown()) return;
+  const QRectF topic = lookedAtTopic();
+  for (const CardAnchor corner :
+       {m_quickLookHome, CardAnchor::topLeft, CardAnchor::topRight, CardAnchor::bottomLeft, CardAnchor::bottomRight}) {
+    m_quickLookCorner = corner;
+    for (const Place& entry : places())
+      if (entry.card == m_quickLook && !topic.intersects(entry.rect)) {
+        place();
+        return;
+      }
+  }
+  m_quickLookCorner = m_quickLookHome;
+  place();
+}
+
+}  // namespace quilmora

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+
+#include <QColor>
+#include <QWidget>
+
+namespace quilmora {
+
+class Look;
+
+// A piece of interface that lies above the canvas: raised ground, round corners and a shadow. Its parent is the canvas.
+// Takes the pointer wherever its own parts leave it, so that nothing below is hit through it; the wheel passes on.
+class Card : public QWidget {
+  Q_OBJECT
+
+ public:
+  Card(const Look& look, QWidget* canvas);
+
+  // The size that suits the content within the room that the canvas has for it.
+  virtual QSize wantedSize(QSize room) = 0;
+  // Shows or hides the card and asks for a new placement.
+  void setShown(bool shown);
+  bool isShown() const { return !isHidden(); }
+
+  bool isDragged() const { return m_dragStart.has_value(); }
+  void bringToFront();
+
+ Q_SIGNALS:
+  // The card appeared, disappeared or wants another size.
+  void placementWanted();
+  // The user let the card go after moving it by hand.
+  void dropped();
+
+ protected:
+  const Look& look() const { return m_look; }
+  // A movable card is dragged by its ground and shows a grip at its top.
+  void setMovable();
+  void setShadowColor(const QColor& color);
+  void setGroundOpacity(double opacity) { m_groundOpacity = opacity; }
+  // Instead of the hairline.
+  void setContour(const QColor& color) { m_contour = color; }
+  // Runs the work once after the events at hand, however often they ask for it.
+  void runSoon(bool& isPending, std::function<void()> work);
+
+  void paintEvent(QPaintEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
+  void enterEvent(QEnterEvent* event) override;
+  void leaveEvent(QEvent* event) override;
+  void moveEvent(QMoveEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
+
+ private:
+  class Shadow;
+
+  const Look& m_look;
+  Shadow* m_shadow;
+  double m_groundOpacity = 1.0;
+  std::optional<QColor> m_contour;
+  bool m_isMovable = false;
+  std::optional<QPoint> m_dragStart;  // where the pointer holds the card, in its own coordinates
+};
+
+}  // namespace quilmora

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include <QWidget>
+
+class QAbstractButton;
+
+namespace quilmora {
+
+class Look;
+
+// A row of plain buttons with chevrons between them, which scrolls sideways when it is longer than its place and shows
+// its end at first. Buttons come into being as they come into sight, so that a path of any length costs little.
+class CrumbStrip : public QWidget {
+  Q_OBJECT
+
+ public:
+  CrumbStrip(const Look& look, QWidget* parent);
+
+  // A path of `count` places, whose titles are asked for as they are needed. What is the same as before stays.
+  void setPath(std::size_t count, std::function<QString(std::size_t)> title);
+  QAbstractButton* button(std::size_t place);
+
+  int wantedHeight() const;
+  // Of the whole path, or `most` if that is less.
+  int wantedWidth(int most);
+  // How far the path is scrolled away from its end, in pixels.
+  int scrolled() const { return m_scrolled; }
+  void scrollTo(int distance);
+  void scrollToShow(const QWidget& button);
+
+ Q_SIGNALS:
+  void chosen(std::size_t place);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  class Crumb;
+  class Fades;
+
+  // A place of the path with its distance from the path's end to its right edge.
+  struct Item {
+    Crumb* crumb;
+    QString title;
+    int right;
+  };
+
+  std::size_t placeOf(std::size_t itemIndex) const { return m_count - 1 - itemIndex; }
+  bool isSame(std::size_t count, const std::function<QString(std::size_t)>& title) const;
+  void clear();
+  void extendBy(std::size_t itemCount);
+  void extendTo(int distance);
+  int builtWidth() const;
+  int endX() const;
+  void placeButtons();
+
+  const Look& m_look;
+  std::size_t m_count = 0;
+  std::function<QString(std::size_t)> m_title;
+  std::vector<Item> m_items;  // from the end of the path
+  Fades* m_fades;
+  int m_scrolled = 0;
+};
+
+}  // namespace quilmora

@@ -1,0 +1,187 @@
+#include "app/companions/MiniMapView.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPainterPath>
+
+#include "app/look/Look.h"
+#include "app/look/Paint.h"
+#include "editor/MindMapViewModel.h"
+
+namespace quilmora {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr QSize overviewSize(180, 120);
+constexpr int stripHeight = 14;
+constexpr double groundOpacity = 0.85;
+// Topics and edges that are drawn in one go, which takes a few milliseconds at most.
+constexpr std::size_t countAtOnce = 1500;
+constexpr auto quietTime = 150ms;
+constexpr auto pause = 4ms;
+
+QColor translucent(QColor color, double opacity) {
+  color.setAlphaF(static_cast<float>(opacity));
+  return color;
+}
+
+const QColor gray(0x8E, 0x8E, 0x93);
+
+}  // namespace
+
+MiniMapView::MiniMapView(const Look& look, MindMapViewModel& editor, Scheduler& scheduler, QWidget* canvas)
+    : Card(look, canvas), m_editor(editor), m_scheduler(scheduler) {
+  setAccessibleName(tr("Mini-map"));
+  setMovable();
+  setMouseTracking(true);
+  setGroundOpacity(groundOpacity);
+  setContour(translucent(gray, 0.3));
+  connect(&editor, &MindMapViewModel::mindMapChanged, this, &MiniMapView::mapChanged);
+  connect(&editor, &MindMapViewModel::canvasOffsetChanged, this, [this] { update(); });
+  connect(&editor, &MindMapViewModel::canvasZoomChanged, this, [this] { update(); });
+  connect(&look, &Look::changed, this, &MiniMapView::mapChanged);
+  mapChanged();
+}
+
+MiniMapView::~MiniMapView() {
+  m_scheduler.cancel(m_task);
+}
+
+void MiniMapView::setCanvasSize(QSizeF size) {
+  m_canvasSize = size;
+  update();
+}
+
+QSizeF MiniMapView::miniMapSize() const {
+  return overviewSize;
+}
+
+QRectF MiniMapView::mapRect() const {
+  return QRectF(QPointF(0, stripHeight), QSizeF(overviewSize));
+}
+
+QSize MiniMapView::wantedSize(QSize) {
+  return overviewSize + QSize(0, stripHeight);
+}
+
+std::optional<MiniMapGeometry> MiniMapView::geometry() const {
+  const MiniMapPicture* picture = shownPicture();
+  return picture ? std::optional(picture->geometry()) : std::nullopt;
+}
+
+void MiniMapView::mapChanged() {
+  m_drawnGeneration.reset();
+  const MindMap& map = m_editor.mindMap();
+  const bool isLarge = map.nodes.size() + map.edges.size() > countAtOnce;
+  if (isLarge) {
+    schedule(quietTime, &MiniMapView::begin);
+    return;
+  }
+  m_scheduler.cancel(std::exchange(m_task, 0));
+  runSoon(m_isRefreshPending, [this] {
+    if (!isCurrent()) begin();
+  });
+}
+
+void MiniMapView::schedule(std::chrono::milliseconds delay, void (MiniMapView::*work)()) {
+  m_scheduler.cancel(m_task);
+  m_task = m_scheduler.after(delay, [this, work] {
+    m_task = 0;
+    (this->*work)();
+  });
+}
+
+void MiniMapView::begin() {
+  const auto geometry = MiniMapGeometry::of(m_editor.mapIndex().positions(), miniMapSize());
+  m_growing.reset();
+  m_growingGeneration = m_editor.treeGeneration();
+  if (!geometry) {
+    m_picture.reset();
+    m_drawnGeneration = m_growingGeneration;
+    update();
+    return;
+  }
+  m_growing = std::make_unique<MiniMapPicture>(*geometry, miniMapSize(), devicePixelRatioF(), translucent(gray, 0.3),
+                                               look().tokens().accent);
+  advance();
+}
+
+void MiniMapView::advance() {
+  // Another change started the count anew.
+  if (!m_growing || m_growingGeneration != m_editor.treeGeneration()) return;
+  if (m_growing->advance(m_editor.mapIndex(), countAtOnce)) {
+    m_picture = std::move(m_growing);
+    m_drawnGeneration = m_growingGeneration;
+    update();
+    return;
+  }
+  if (!m_picture) update();
+  schedule(pause, &MiniMapView::advance);
+}
+
+void MiniMapView::paintEvent(QPaintEvent* event) {
+  Card::paintEvent(event);
+  const MiniMapPicture* picture = shownPicture();
+  if (!picture) return;
+  if (picture->image().devicePixelRatio() != devicePixelRatioF() && isCurrent()) mapChanged();
+  QPainter painter(this);
+  const paint::Scope scope(&painter);
+  QPainterPath inside;
+  inside.addRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), metrics::cardRadius - 1, metrics::cardRadius - 1);
+  painter.setClipPath(inside);
+  painter.setClipRect(mapRect(), Qt::IntersectClip);
+  painter.drawImage(mapRect().topLeft(), picture->image());
+  const MiniMapGeometry& geometry = picture->geometry();
+  const QRectF viewport = geometry.viewport(m_editor.canvasOffset(), m_editor.canvasZoom(), m_canvasSize)
+                              .translated(geometry.inset() + mapRect().topLeft());
+  // Lines far outside would only cost time.
+  const QRectF shown = viewport.intersected(mapRect().adjusted(-10, -10, 10, 10));
+  const QColor blue = look().tokens().accent;
+  painter.fillRect(shown, translucent(blue, 0.05));
+  // A pale line below the blue one keeps it in sight where topics lie close together.
+  painter.setPen(QPen(translucent(look().tokens().raised, 0.9), 3.0));
+  painter.drawRect(shown);
+  painter.setPen(QPen(translucent(blue, 0.6), 1.0));
+  painter.drawRect(shown);
+}
+
+QPointF MiniMapView::toMiniMap(QPointF point, const MiniMapGeometry& geometry) const {
+  return point - mapRect().topLeft() - geometry.inset();
+}
+
+void MiniMapView::moveCanvasTo(QPointF point) {
+  if (const auto shown = geometry())
+    m_editor.setCanvasOffset(shown->offsetCentring(toMiniMap(point, *shown), m_editor.canvasZoom(), m_canvasSize));
+}
+
+void MiniMapView::mousePressEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton || !mapRect().contains(event->position())) {
+    Card::mousePressEvent(event);
+    return;
+  }
+  event->accept();
+  m_isPanning = true;
+  moveCanvasTo(event->position());
+}
+
+void MiniMapView::mouseMoveEvent(QMouseEvent* event) {
+  if (event->buttons() == Qt::NoButton) {
+    m_isPanning = false;
+    setCursor(mapRect().contains(event->position()) ? Qt::ArrowCursor : Qt::OpenHandCursor);
+  }
+  if (!m_isPanning) {
+    Card::mouseMoveEvent(event);
+    return;
+  }
+  event->accept();
+  moveCanvasTo(event->position());
+}
+
+void MiniMapView::mouseReleaseEvent(QMouseEvent* event) {
+  if (event->button() == Qt::LeftButton) m_isPanning = false;
+  Card::mouseReleaseEvent(event);
+}
+
+}  // namespace quilmora

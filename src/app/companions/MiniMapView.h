@@ -1,0 +1,66 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include "app/companions/Card.h"
+#include "app/companions/MiniMapPicture.h"
+#include "platform/Scheduler.h"
+
+namespace quilmora {
+
+class MindMapViewModel;
+
+// An overview of the map with a rectangle for what the canvas shows. A click or drag in it moves the canvas there.
+// Redrawn when the map changes: a small map at once, a large one a little later and piece by piece, while the old
+// picture stays.
+class MiniMapView : public Card {
+  Q_OBJECT
+
+ public:
+  // The scheduler outlives the view.
+  MiniMapView(const Look& look, MindMapViewModel& editor, Scheduler& scheduler, QWidget* canvas);
+  ~MiniMapView() override;
+
+  QSizeF canvasSize() const { return m_canvasSize; }
+  void setCanvasSize(QSizeF size);
+  QSizeF miniMapSize() const;
+  // Of the picture on show; nothing when there is none.
+  std::optional<MiniMapGeometry> geometry() const;
+  // Where the overview lies in the card, below the strip by which the card is moved.
+  QRectF mapRect() const;
+  // Whether the picture on show is that of the map as it stands.
+  bool isCurrent() const { return m_drawnGeneration.has_value(); }
+
+  QSize wantedSize(QSize room) override;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }
+
+ private:
+  void mapChanged();
+  void schedule(std::chrono::milliseconds delay, void (MiniMapView::*work)());
+  void begin();
+  void advance();
+  void moveCanvasTo(QPointF point);
+  QPointF toMiniMap(QPointF point, const MiniMapGeometry& geometry) const;
+  // The finished picture, or the very first one while it grows.
+  const MiniMapPicture* shownPicture() const { return m_picture ? m_picture.get() : m_growing.get(); }
+
+  MindMapViewModel& m_editor;
+  Scheduler& m_scheduler;
+  QSizeF m_canvasSize;
+  std::unique_ptr<MiniMapPicture> m_picture;
+  std::unique_ptr<MiniMapPicture> m_growing;
+  quint64 m_growingGeneration = 0;
+  std::optional<quint64> m_drawnGeneration;
+  Scheduler::Task m_task = 0;
+  bool m_isRefreshPending = false;
+  bool m_isPanning = false;
+};
+
+}  // namespace quilmora

@@ -1,0 +1,128 @@
+#include "app/companions/SearchBar.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+
+#include "app/look/Look.h"
+#include "app/look/Widgets.h"
+#include "editor/MindMapViewModel.h"
+
+namespace quilmora {
+
+namespace {
+
+constexpr int barWidth = 340;
+constexpr int symbolSize = 14;
+constexpr int countMinWidth = 40;
+constexpr QSize buttonSize(26, 26);
+constexpr QSize buttonIcon(12, 12);
+
+IconButton* stepButton(const Look& look, const QString& symbol, const QString& name, const QString& key,
+                       QWidget* parent) {
+  auto* button = new IconButton(look, symbol, name, parent);
+  button->setToolTip(QStringLiteral("%1 (%2)").arg(name, key));
+  button->setFixedSize(buttonSize);
+  button->setIconSize(buttonIcon);
+  return button;
+}
+
+}  // namespace
+
+SearchBar::SearchBar(const Look& look, MindMapViewModel& editor, QWidget* canvas)
+    : Card(look, canvas),
+      m_editor(editor),
+      m_field(new QLineEdit(this)),
+      m_count(new TextLabel(look, QString(), &Tokens::secondary, look.font(), TextLabel::Overflow::elides, this)),
+      m_previous(
+          stepButton(look, QStringLiteral("chevron.up"), tr("Previous Result"), QStringLiteral("Shift+Return"), this)),
+      m_next(stepButton(look, QStringLiteral("chevron.down"), tr("Next Result"), QStringLiteral("Return"), this)) {
+  m_field->setPlaceholderText(QStringLiteral("Search nodes..."));
+  m_field->setAccessibleName(tr("Search"));
+  m_field->setFrame(false);
+  m_field->setClearButtonEnabled(true);
+  // Opaque, so that a blinking cursor does not have the canvas repainted below it.
+  m_field->setBackgroundRole(QPalette::Base);
+  m_field->setAutoFillBackground(true);
+  m_count->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  m_count->setMinimumWidth(countMinWidth);
+
+  auto* row = new QHBoxLayout(this);
+  row->setContentsMargins(metrics::gapMedium, metrics::labelGap, metrics::labelGap, metrics::labelGap);
+  row->setSpacing(metrics::gapSmall);
+  row->addWidget(new SymbolLabel(look, QStringLiteral("magnifyingglass"), symbolSize, &Tokens::secondary, this));
+  row->addWidget(m_field, 1);
+  row->addWidget(m_count);
+  row->addSpacing(metrics::gapSmall);
+  row->addWidget(m_previous);
+  row->addWidget(m_next);
+  row->setSpacing(metrics::gapSmall);
+
+  connect(m_field, &QLineEdit::textChanged, this, [this](const QString& text) {
+    if (text == m_editor.searchQuery()) return;
+    m_editor.setSearchQuery(text);
+    m_editor.runSearch();
+  });
+  connect(m_previous, &QToolButton::clicked, this, [this] { m_editor.previousSearchResult(); });
+  connect(m_next, &QToolButton::clicked, this, [this] { m_editor.nextSearchResult(); });
+  connect(&editor, &MindMapViewModel::isSearchingChanged, this, &SearchBar::followSearching);
+  connect(&editor, &MindMapViewModel::searchQueryChanged, this, &SearchBar::followQuery);
+  connect(&editor, &MindMapViewModel::searchResultIDsChanged, this, &SearchBar::followResults);
+  connect(&editor, &MindMapViewModel::searchResultIndexChanged, this, &SearchBar::followResults);
+  followResults();
+  followSearching();
+}
+
+QSize SearchBar::wantedSize(QSize room) {
+  return QSize(barWidth, sizeHint().height()).boundedTo(room);
+}
+
+QString SearchBar::countText() const {
+  return m_count->text();
+}
+
+void SearchBar::followSearching() {
+  const bool isSearching = m_editor.isSearching();
+  if (isSearching == isShown()) return;
+  if (isSearching) {
+    setShown(true);
+    m_field->setFocus(Qt::ShortcutFocusReason);
+    m_field->selectAll();
+    return;
+  }
+  // Before the bar hides: the toolkit would give the keyboard to whatever comes next.
+  const QWidget* owner = window()->focusWidget();
+  if (owner == nullptr || isAncestorOf(owner)) parentWidget()->setFocus(Qt::OtherFocusReason);
+  setShown(false);
+}
+
+void SearchBar::followQuery() {
+  if (m_field->text() != m_editor.searchQuery()) m_field->setText(m_editor.searchQuery());
+}
+
+void SearchBar::followResults() {
+  const std::size_t count = m_editor.searchResultIDs().size();
+  m_count->setText(count == 0 ? QString() : QStringLiteral("%1/%2").arg(m_editor.searchResultIndex() + 1).arg(count));
+  m_previous->setEnabled(count > 0);
+  m_next->setEnabled(count > 0);
+}
+
+// Keys that no part of the bar used. None of them is for the canvas below.
+void SearchBar::keyPressEvent(QKeyEvent* event) {
+  event->accept();
+  switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      if (event->modifiers().testFlag(Qt::ShiftModifier))
+        m_editor.previousSearchResult();
+      else
+        m_editor.nextSearchResult();
+      break;
+    case Qt::Key_Escape:
+      m_editor.escape();
+      break;
+    default:
+      break;
+  }
+}
+
+}  // namespace quilmora

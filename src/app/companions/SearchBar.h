@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QLineEdit>
+
+#include "app/companions/Card.h"
+
+namespace quilmora {
+
+class IconButton;
+class MindMapViewModel;
+class TextLabel;
+
+// The find field: searches at each change of its text, and steps through what was found. Has the keyboard when it
+// opens, and gives it back to the canvas when it closes.
+class SearchBar : public Card {
+  Q_OBJECT
+
+ public:
+  SearchBar(const Look& look, MindMapViewModel& editor, QWidget* canvas);
+
+  QLineEdit& field() const { return *m_field; }
+  bool isFocused() const { return m_field->hasFocus(); }
+  // "2/7"; empty without results.
+  QString countText() const;
+  IconButton& previousButton() const { return *m_previous; }
+  IconButton& nextButton() const { return *m_next; }
+
+  QSize wantedSize(QSize room) override;
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  void followSearching();
+  void followQuery();
+  void followResults();
+
+  MindMapViewModel& m_editor;
+  QLineEdit* m_field;
+  TextLabel* m_count;
+  IconButton* m_previous;
+  IconButton* m_next;
+};
+
+}  // namespace quilmora

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QColor>
+#include <QMargins>
+#include <QPixmap>
+
+namespace quilmora {
+
+// How far the shadow of a card reaches beyond it on each side, in logical pixels.
+QMargins cardShadowMargins();
+
+// The soft shadow of a card of this size, with the card's own shape cut out of it, so that it suits a translucent card
+// too. The picture is as large as the card with the margins around it.
+QPixmap cardShadow(QSize cardSize, const QColor& color, qreal devicePixelRatio);
+
+}  // namespace quilmora

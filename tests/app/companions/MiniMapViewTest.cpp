@@ -1,0 +1,171 @@
+#include "app/companions/CompanionsFixture.h"
+#include "app/companions/MiniMapView.h"
+
+namespace quilmora::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+// Topics 100 apart in a grid of 50 columns, all below the first.
+MindMap wideStar(int count) {
+  MindMap map;
+  for (int i = 0; i < count; ++i) {
+    map.nodes.append(topic(i, 100.0 * (i % 50), 100.0 * (i / 50)));
+    if (i > 0) map.edges.append(edgeBetween(i, 0, i));
+  }
+  return map;
+}
+
+class MiniMapViewTest : public CompanionsTest {
+ protected:
+  MiniMapView& view() { return companions().miniMap(); }
+  void startWithTwoTopics() {
+    MindMap map;
+    map.nodes = {topic(1, 0, 0), topic(2, 300, 50)};
+    map.edges = {edgeBetween(1, 1, 2)};
+    start(std::move(map));
+  }
+  // The middle of the overview in the card's coordinates.
+  QPoint centre() { return view().mapRect().center().toPoint(); }
+};
+
+TEST_F(MiniMapViewTest, StandsAtTheBottomRightWithASmallMapDrawnAtOnce) {
+  startWithTwoTopics();
+  EXPECT_TRUE(view().isVisible());
+  EXPECT_TRUE(view().isCurrent());
+  EXPECT_EQ(view().miniMapSize(), QSizeF(180, 120));
+  EXPECT_EQ(view().canvasSize(), QSizeF(800, 600));
+  EXPECT_EQ(view().geometry()->world(), QRectF(-50, -50, 400, 150));
+  EXPECT_EQ(view().QWidget::geometry(), QRect(608, 454, 180, 134));
+}
+
+TEST_F(MiniMapViewTest, AClickBringsThatPlaceToTheMiddleOfTheCanvas) {
+  startWithTwoTopics();
+  editor().setCanvasZoom(2.0);
+  QTest::mouseClick(&view(), Qt::LeftButton, {}, centre());
+  EXPECT_EQ(editor().canvasOffset(), QPointF(100, 250));
+  EXPECT_EQ(editor().canvasZoom(), 2.0);
+}
+
+TEST_F(MiniMapViewTest, ADragGoesOnMovingTheCanvas) {
+  startWithTwoTopics();
+  QTest::mousePress(&view(), Qt::LeftButton, {}, centre());
+  EXPECT_EQ(editor().canvasOffset(), QPointF(250, 275));
+  QTest::mouseMove(&view(), centre() + QPoint(45, 9));
+  EXPECT_EQ(editor().canvasOffset(), QPointF(150, 255));
+  QTest::mouseRelease(&view(), Qt::LeftButton, {}, centre() + QPoint(45, 9));
+  QTest::mouseMove(&view(), centre());
+  EXPECT_EQ(editor().canvasOffset(), QPointF(150, 255));
+  EXPECT_EQ(view().pos(), QPoint(608, 454));
+}
+
+TEST_F(MiniMapViewTest, WithoutTopicsItDrawsOnlyItsFrame) {
+  start(MindMap());
+  EXPECT_TRUE(view().isVisible());
+  EXPECT_FALSE(view().geometry());
+  editor().setCanvasOffset({7, 8});
+  QTest::mouseClick(&view(), Qt::LeftButton, {}, centre());
+  EXPECT_EQ(editor().canvasOffset(), QPointF(7, 8));
+}
+
+TEST_F(MiniMapViewTest, FollowsTheMap) {
+  startWithTwoTopics();
+  editor().createFreeNode(800, 50);
+  settle();
+  EXPECT_TRUE(view().isCurrent());
+  EXPECT_EQ(view().geometry()->world().right(), 850);
+}
+
+TEST_F(MiniMapViewTest, ALargeMapIsDrawnLaterAndPieceByPiece) {
+  start(wideStar(4000));
+  EXPECT_FALSE(view().isCurrent());
+  m_scheduler.advance(149ms);
+  EXPECT_FALSE(view().geometry());
+  m_scheduler.advance(1ms);
+  EXPECT_TRUE(view().geometry());
+  EXPECT_FALSE(view().isCurrent());
+  m_scheduler.advance(1s);
+  EXPECT_TRUE(view().isCurrent());
+  EXPECT_EQ(m_scheduler.waitingCount(), 0U);
+}
+
+TEST_F(MiniMapViewTest, TheOldPictureStaysUntilTheNewOneIsComplete) {
+  start(wideStar(4000));
+  m_scheduler.advance(1s);
+  const double before = view().geometry()->world().bottom();
+  EXPECT_EQ(before, 7950);
+  editor().createFreeNode(0, 9000);
+  m_scheduler.advance(150ms);
+  EXPECT_EQ(view().geometry()->world().bottom(), before);
+  // A change in the middle starts anew.
+  editor().createFreeNode(0, 19000);
+  m_scheduler.advance(149ms);
+  EXPECT_EQ(view().geometry()->world().bottom(), before);
+  m_scheduler.advance(1s);
+  EXPECT_GT(view().geometry()->world().bottom(), 19000);
+}
+
+TEST_F(MiniMapViewTest, ALargeMapThatBecomesSmallLeavesNoWorkBehind) {
+  start(wideStar(4000));
+  editor().setMindMap(wideStar(10));
+  settle();
+  EXPECT_TRUE(view().isCurrent());
+  EXPECT_EQ(m_scheduler.waitingCount(), 0U);
+}
+
+TEST_F(MiniMapViewTest, IsDraggedByItsStripToAnotherCorner) {
+  startWithTwoTopics();
+  const QPoint strip(40, 5);
+  QTest::mousePress(&view(), Qt::LeftButton, {}, strip);
+  QTest::mouseMove(&view(), strip + QPoint(-500, -400));
+  EXPECT_EQ(view().pos(), QPoint(108, 54));
+  // Changes of the map do not pull it out of the hand.
+  editor().createFreeNode(5, 5);
+  canvas().resize(801, 600);
+  settle();
+  EXPECT_EQ(view().pos(), QPoint(108, 54));
+  QTest::mouseRelease(&view(), Qt::LeftButton, {}, strip);
+  EXPECT_TRUE(QTest::qWaitFor([this] { return view().pos() == QPoint(12, 12); }));
+  EXPECT_EQ(editor().canvasOffset(), QPointF(0, 0));
+  canvas().resize(900, 700);
+  EXPECT_EQ(view().pos(), QPoint(12, 12));
+}
+
+TEST(MiniMapPicture, EdgesLieBehindTopics) {
+  const MindMap map = mapOf({1}, {{1, 9}});
+  const MapIndex index(map.nodes, map.edges);
+  const auto geometry = MiniMapGeometry::of(index.positions(), {100, 100});
+  MiniMapPicture picture(*geometry, {100, 100}, 1.0, Qt::gray, Qt::blue);
+  EXPECT_TRUE(picture.advance(index, 100));
+  EXPECT_EQ(picture.image().pixelColor(50, 50), QColor(Qt::blue));
+  EXPECT_EQ(picture.image().pixelColor(51, 51), QColor(Qt::blue));
+  EXPECT_EQ(picture.image().pixelColor(53, 50).alpha(), 0);
+}
+
+TEST(MiniMapPicture, DrawnInPiecesItIsTheSame) {
+  const MindMap map = wideStar(300);
+  const MapIndex index(map.nodes, map.edges);
+  const auto geometry = MiniMapGeometry::of(index.positions(), {180, 120});
+  MiniMapPicture whole(*geometry, {180, 120}, 2.0, QColor(128, 128, 128, 77), Qt::blue);
+  MiniMapPicture pieces(*geometry, {180, 120}, 2.0, QColor(128, 128, 128, 77), Qt::blue);
+  EXPECT_TRUE(whole.advance(index, 10'000));
+  int calls = 1;
+  while (!pieces.advance(index, 7)) ++calls;
+  EXPECT_GE(calls, 599 / 7);
+  EXPECT_EQ(whole.image(), pieces.image());
+}
+
+TEST(MiniMapPicture, TopicsOnOnePointAreDrawnOnce) {
+  MindMap map;
+  for (int i = 0; i < 5000; ++i) {
+    map.nodes.append(topic(i));
+    map.edges.append(edgeBetween(i, 0, i));
+  }
+  const MapIndex index(map.nodes, map.edges);
+  const auto geometry = MiniMapGeometry::of(index.positions(), {180, 120});
+  MiniMapPicture picture(*geometry, {180, 120}, 1.0, Qt::gray, Qt::blue);
+  EXPECT_TRUE(picture.advance(index, 1000));
+}
+
+}  // namespace
+}  // namespace quilmora::test
