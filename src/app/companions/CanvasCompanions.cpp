@@ -21,7 +21,7 @@ constexpr int settleMilliseconds = 200;
 // Most topics lie within this box around their position at zoom 1.
 constexpr QSizeF usualTopic(220, 60);
 // Below this the path takes the whole width and other cards make way.
-constexpr int leastPathWidth = 240;
+constexpr int leastPathWidth = 120;
 
 }  // namespace
 

@@ -29,6 +29,7 @@ class MiniMapPicture {
   bool advanceEdges(QPainter& painter, const MapIndex& index, std::size_t& drawn, std::size_t& seen, std::size_t count);
   bool advanceTopics(QPainter& painter, const MapIndex& index, std::size_t& drawn, std::size_t& seen,
                      std::size_t count);
+  void drawSteps(std::uint32_t from, std::uint32_t to);
   std::uint32_t pixelOf(QPointF miniMapPoint) const;
 
   MiniMapGeometry m_geometry;

@@ -18,7 +18,7 @@ constexpr QSize overviewSize(180, 120);
 constexpr int stripHeight = 14;
 constexpr double groundOpacity = 0.85;
 // Topics and edges that are drawn in one go, which takes a few milliseconds at most.
-constexpr std::size_t countAtOnce = 1500;
+constexpr std::size_t countAtOnce = 1200;
 constexpr auto quietTime = 150ms;
 constexpr auto pause = 4ms;
 

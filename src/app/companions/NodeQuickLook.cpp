@@ -28,6 +28,26 @@ constexpr int metricSymbol = 12;
 constexpr int notesMaxHeight = 220;
 // Longer texts fill the room for notes however they wrap.
 constexpr int measuredNotes = 4'000;
+// More than a quick look shows; a paragraph of a million letters would take minutes to lay out.
+constexpr int longestNotes = 10'000;
+// Words beyond this may be broken.
+constexpr int longestWord = 24;
+
+QString shownNotes(const Node& node) {
+  if (node.notes.size() <= longestNotes) return node.notes;
+  return node.notes.left(longestNotes) + QChar(0x2026);
+}
+
+QString withBreaks(const QString& text) {
+  QString broken;
+  int wordLength = 0;
+  for (const QChar letter : text) {
+    wordLength = letter.isSpace() ? 0 : wordLength + 1;
+    broken.append(letter);
+    if (wordLength % longestWord == longestWord - 1 && !letter.isSurrogate()) broken.append(QChar(0x200B));
+  }
+  return broken;
+}
 
 QFont smallFont(const Look& look) {
   QFont font = look.font(Look::TextStyle::sectionHeader);
@@ -108,7 +128,7 @@ NodeQuickLook::NodeQuickLook(const Look& look, MindMapViewModel& editor, QWidget
   metricsRow->addWidget(m_depth);
   metricsRow->addStretch(1);
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(padding, padding + metrics::gap, padding, padding);
+  column->setContentsMargins(padding, padding + metrics::gapSmall, padding, padding);
   column->setSpacing(spacing);
   column->addLayout(head);
   column->addWidget(m_notes);
@@ -128,9 +148,9 @@ void NodeQuickLook::refresh() {
   const auto id = m_editor.quickLookNodeID();
   m_node = id ? m_editor.nodeByID(*id) : std::nullopt;
   if (m_node) {
-    m_title->setText(shownTitle(*m_node));
+    m_title->setText(withBreaks(shownTitle(*m_node)));
     m_badge->setBadge(m_node->badge);
-    if (m_notes->toPlainText() != m_node->notes) m_notes->setPlainText(m_node->notes);
+    if (const QString notes = shownNotes(*m_node); m_notes->toPlainText() != notes) m_notes->setPlainText(notes);
     m_notes->setVisible(!m_node->notes.isEmpty());
     m_children->setText(QStringLiteral("%1 children").arg(m_editor.treeInfo().childCount(*id)));
     m_depth->setText(QStringLiteral("Depth %1").arg(m_editor.treeInfo().depth(*id).value_or(0)));
@@ -147,7 +167,7 @@ QString NodeQuickLook::titleText() const {
 }
 
 QString NodeQuickLook::notesText() const {
-  return m_node ? m_node->notes : QString();
+  return m_node ? m_notes->toPlainText() : QString();
 }
 
 QString NodeQuickLook::childrenText() const {

@@ -39,6 +39,9 @@ SearchBar::SearchBar(const Look& look, MindMapViewModel& editor, QWidget* canvas
   m_field->setPlaceholderText(QStringLiteral("Search nodes..."));
   m_field->setAccessibleName(tr("Search"));
   m_field->setFrame(false);
+  // Clicks beside the field leave the keyboard there.
+  setFocusPolicy(Qt::ClickFocus);
+  setFocusProxy(m_field);
   m_field->setClearButtonEnabled(true);
   // Opaque, so that a blinking cursor does not have the canvas repainted below it.
   m_field->setBackgroundRole(QPalette::Base);

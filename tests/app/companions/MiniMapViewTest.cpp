@@ -131,15 +131,24 @@ TEST_F(MiniMapViewTest, IsDraggedByItsStripToAnotherCorner) {
   EXPECT_EQ(view().pos(), QPoint(12, 12));
 }
 
-TEST(MiniMapPicture, EdgesLieBehindTopics) {
-  const MindMap map = mapOf({1}, {{1, 9}});
+TEST(MiniMapPicture, EdgesLieBehindDotsOfDiameter4) {
+  MindMap map;
+  map.nodes = {topic(1, 0, 0), topic(2, 100, 0), topic(3, 50, 100)};
+  // The last edge leads to no topic.
+  map.edges = {edgeBetween(1, 1, 2), edgeBetween(2, 3, 9)};
   const MapIndex index(map.nodes, map.edges);
-  const auto geometry = MiniMapGeometry::of(index.positions(), {100, 100});
-  MiniMapPicture picture(*geometry, {100, 100}, 1.0, Qt::gray, Qt::blue);
+  const auto geometry = MiniMapGeometry::of(index.positions(), {200, 200});
+  MiniMapPicture picture(*geometry, {200, 200}, 1.0, Qt::red, Qt::blue);
   EXPECT_TRUE(picture.advance(index, 100));
-  EXPECT_EQ(picture.image().pixelColor(50, 50), QColor(Qt::blue));
-  EXPECT_EQ(picture.image().pixelColor(51, 51), QColor(Qt::blue));
-  EXPECT_EQ(picture.image().pixelColor(53, 50).alpha(), 0);
+  const QImage& image = picture.image();
+  for (const QPoint dot : {QPoint(50, 50), QPoint(150, 50), QPoint(100, 150)}) {
+    EXPECT_EQ(image.pixelColor(dot), QColor(Qt::blue));
+    EXPECT_EQ(image.pixelColor(dot - QPoint(1, 1)), QColor(Qt::blue));
+    EXPECT_EQ(image.pixelColor(dot + QPoint(0, 3)).alpha(), 0);
+    EXPECT_EQ(image.pixelColor(dot - QPoint(0, 4)).alpha(), 0);
+  }
+  EXPECT_GT(image.pixelColor(100, 50).alpha() + image.pixelColor(100, 49).alpha(), 100);
+  EXPECT_EQ(image.pixelColor(100, 140).alpha(), 0);
 }
 
 TEST(MiniMapPicture, DrawnInPiecesItIsTheSame) {
@@ -153,6 +162,21 @@ TEST(MiniMapPicture, DrawnInPiecesItIsTheSame) {
   while (!pieces.advance(index, 7)) ++calls;
   EXPECT_GE(calls, 599 / 7);
   EXPECT_EQ(whole.image(), pieces.image());
+}
+
+TEST(MiniMapPicture, ManyEdgesAreAsStrongAsFew) {
+  MindMap map;
+  map.nodes = {topic(1, 0, 0), topic(2, 100, 0), topic(3, 50, 100)};
+  map.edges = {edgeBetween(1, 1, 2)};
+  for (int i = 0; i < 3000; ++i) map.edges.append(edgeBetween(10 + i, 1, 2));
+  const MapIndex index(map.nodes, map.edges);
+  const auto geometry = MiniMapGeometry::of(index.positions(), {200, 200});
+  MiniMapPicture picture(*geometry, {200, 200}, 1.0, QColor(128, 128, 128, 80), Qt::blue);
+  EXPECT_TRUE(picture.advance(index, 100'000));
+  // Half a pixel's width, drawn once.
+  for (const int x : {60, 100, 140}) EXPECT_EQ(picture.image().pixelColor(x, 50).alpha(), 40);
+  EXPECT_EQ(picture.image().pixelColor(100, 52).alpha(), 0);
+  EXPECT_EQ(picture.image().pixelColor(50, 50), QColor(Qt::blue));
 }
 
 TEST(MiniMapPicture, TopicsOnOnePointAreDrawnOnce) {

@@ -58,6 +58,7 @@ TEST_F(NodeQuickLookTest, StaysInsideItsWidthAndTheCanvasWhateverTheTextsAre) {
   editor().setNodeTitle(topicId(1), QString(100'000, QLatin1Char('W')));
   editor().setNodeNotes(topicId(1), QString(1'000'000, QLatin1Char('m')));
   editor().toggleQuickLook(topicId(1));
+  EXPECT_EQ(card().notesText().size(), 10'001);
   EXPECT_EQ(card().width(), 350);
   EXPECT_LE(card().geometry().bottom(), 600);
   canvas().resize(300, 300);
@@ -93,7 +94,7 @@ TEST_F(NodeQuickLookTest, IsDraggedToAnotherCornerAndStaysThere) {
   EXPECT_TRUE(QTest::qWaitFor([this] { return card().geometry().topRight() == QPoint(787, 12); }));
   // The search bar takes the corner, and the card makes way.
   editor().toggleSearch();
-  EXPECT_EQ(card().y(), companions().searchBar().geometry().bottom() + 1 + 8);
+  EXPECT_TRUE(QTest::qWaitFor([this] { return card().y() == companions().searchBar().geometry().bottom() + 1 + 8; }));
   editor().toggleSearch();
   EXPECT_EQ(card().geometry().topRight(), QPoint(787, 12));
 }
