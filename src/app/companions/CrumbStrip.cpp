@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include <QAbstractButton>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QStyleOption>
 #include <QWheelEvent>
@@ -64,6 +65,12 @@ class CrumbStrip::Crumb final : public QAbstractButton {
     painter.setPen(m_isLast ? tokens.text : tokens.secondary);
     const QRect inner = rect().adjusted(crumbPadding, 0, -crumbPadding, 0);
     painter.drawText(inner, Qt::AlignCenter, fontMetrics().elidedText(text(), Qt::ElideRight, inner.width()));
+  }
+  void keyPressEvent(QKeyEvent* event) override {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+      click();
+    else
+      QAbstractButton::keyPressEvent(event);
   }
   void focusInEvent(QFocusEvent* event) override {
     m_strip->scrollToShow(*this);

@@ -1,6 +1,7 @@
 #include "app/companions/NodeQuickLook.h"
 
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QTextDocument>
@@ -193,6 +194,12 @@ QSize NodeQuickLook::wantedSize(QSize room) {
   const int width = std::min(std::clamp(natural, minWidth, maxWidth), room.width());
   m_notes->setFixedHeight(notesHeight(width - 2 * padding, std::min(notesMaxHeight, room.height() / 2)));
   return QSize(width, layout()->totalHeightForWidth(width)).boundedTo(room);
+}
+
+// Keys for which the notes had no use. Among them are some that would change the map.
+void NodeQuickLook::keyPressEvent(QKeyEvent* event) {
+  event->accept();
+  if (event->key() == Qt::Key_Escape) m_editor.escape();
 }
 
 // The canvas does not move where the notes end.

@@ -31,6 +31,7 @@ class NodeQuickLook : public Card {
   QSize wantedSize(QSize room) override;
 
  protected:
+  void keyPressEvent(QKeyEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
 
  private:

@@ -99,6 +99,27 @@ TEST_F(NodeQuickLookTest, IsDraggedToAnotherCornerAndStaysThere) {
   EXPECT_EQ(card().geometry().topRight(), QPoint(787, 12));
 }
 
+TEST_F(NodeQuickLookTest, KeysInTheNotesDoNotReachTheCanvasAndEscapeCloses) {
+  startActive();
+  editor().setNodeNotes(topicId(1), QStringLiteral("What is known"));
+  editor().toggleQuickLook(topicId(1));
+  QPlainTextEdit* notes = card().findChild<QPlainTextEdit*>();
+  notes->setFocus(Qt::TabFocusReason);
+  struct KeyCounter : QObject {
+    bool eventFilter(QObject*, QEvent* event) override {
+      if (event->type() == QEvent::KeyPress) ++count;
+      return false;
+    }
+    int count = 0;
+  } counter;
+  canvas().installEventFilter(&counter);
+  for (const auto key : {Qt::Key_Delete, Qt::Key_Up, Qt::Key_Space, Qt::Key_F2}) QTest::keyClick(notes, key);
+  EXPECT_EQ(counter.count, 0);
+  QTest::keyClick(notes, Qt::Key_Escape);
+  EXPECT_FALSE(card().isVisible());
+  EXPECT_TRUE(canvas().hasFocus());
+}
+
 TEST_F(NodeQuickLookTest, ClicksOnACardDoNotReachTheCanvas) {
   start();
   struct PressCounter : QObject {
