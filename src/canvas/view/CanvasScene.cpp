@@ -72,13 +72,13 @@ MapScene CanvasScene::describe(const CanvasState& state) {
   return scene;
 }
 
-void CanvasScene::paint(QPainter& painter, const QRectF& exposed, const CanvasState& state,
-                        const std::optional<QString>& editedTitle) {
+void CanvasScene::paint(QPainter& painter, const QRectF& exposed, const ViewTransform& view,
+                        const CanvasState& state, const std::optional<QString>& editedTitle) {
   MapScene scene = describe(state);
+  scene.view = view;
   scene.exposed = exposed;
   scene.editingTitle = editedTitle;
   m_painter.paint(painter, scene, canvasOptions());
-  paintSelectionBox(painter, state);
 }
 
 void CanvasScene::paintSelectionBox(QPainter& painter, const CanvasState& state) const {

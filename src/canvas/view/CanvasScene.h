@@ -32,10 +32,12 @@ class CanvasScene {
  public:
   explicit CanvasScene(MindMapViewModel& editor) : m_editor(editor) {}
 
-  // Paints the part of the view that `exposed` covers (view coordinates). `editedTitle` is the text in the open title
-  // field.
-  void paint(QPainter& painter, const QRectF& exposed, const CanvasState& state,
+  // Paints the part of the view that `exposed` covers, in the coordinates of the view given. `editedTitle` is the text in
+  // the open title field.
+  void paint(QPainter& painter, const QRectF& exposed, const ViewTransform& view, const CanvasState& state,
              const std::optional<QString>& editedTitle);
+  // Paints the selection box, which lies above all else (view coordinates).
+  void paintSelectionBox(QPainter& painter, const CanvasState& state) const;
   CanvasTarget targetAt(QPointF canvasPoint, const CanvasState& state);
   // Of an existing topic.
   TitleLook titleLook(const QUuid& nodeID);
@@ -44,7 +46,6 @@ class CanvasScene {
 
  private:
   MapScene describe(const CanvasState& state);
-  void paintSelectionBox(QPainter& painter, const CanvasState& state) const;
   std::optional<CanvasTarget> edgeHandleAt(QPointF point);
   std::optional<CanvasTarget> relationshipHandleAt(QPointF point, const CanvasState& state);
   std::optional<CanvasTarget> nodePartAt(const MapScene& scene, QPointF point);

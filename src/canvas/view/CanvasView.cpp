@@ -36,6 +36,22 @@ Qt::CursorShape shapeOf(CanvasCursor cursor) {
   Q_UNREACHABLE();
 }
 
+// The gestures' state without what only moves the view or lies above the picture.
+CanvasState picturedState(CanvasState state) {
+  const CanvasState none;
+  state.initialZoom = none.initialZoom;
+  state.hasAppearedOnce = none.hasAppearedOnce;
+  state.selectionBoxStart.reset();
+  state.selectionBoxCurrent.reset();
+  state.isPanning = none.isPanning;
+  state.panStartOffset = none.panStartOffset;
+  state.isOptionHeld = none.isOptionHeld;
+  state.canvasSize = none.canvasSize;
+  state.lastTapNodeID.reset();
+  state.lastTapTime = none.lastTapTime;
+  return state;
+}
+
 }  // namespace
 
 CanvasView::CanvasView(MindMapViewModel& editor, WindowCommands& commands, NotificationCenter& notifications,
@@ -49,6 +65,7 @@ CanvasView::CanvasView(MindMapViewModel& editor, WindowCommands& commands, Notif
       m_commands(commands),
       m_scheduler(scheduler),
       m_scene(editor),
+      m_picture(scheduler, [this] { update(); }),
       m_gestures(editor, clock, [this](QPointF point) { return m_scene.targetAt(point, m_gestures.state()); }),
       m_keys(editor, commands, scheduler, m_gestures),
       m_layoutReceivers(editor, m_gestures, notifications),
@@ -69,7 +86,7 @@ CanvasView::~CanvasView() {
 }
 
 void CanvasView::observeEditor() {
-  const auto repaint = [this] { update(); };
+  const auto repaint = [this] { sceneChanged(); };
   const auto move = [this] { viewMoved(); };
   connect(&m_editor, &MindMapViewModel::mindMapChanged, this, &CanvasView::mapChanged);
   connect(&m_editor, &MindMapViewModel::collapsedNodeIDsChanged, this, &CanvasView::mapChanged);
@@ -113,10 +130,23 @@ void CanvasView::zoomToFit() {
 
 // --- What is shown ---
 
-void CanvasView::paintEvent(QPaintEvent* event) {
+void CanvasView::paintEvent(QPaintEvent*) {
+  Pictured pictured{picturedState(m_gestures.state()),
+                    m_titleEditor ? std::optional(m_titleEditor->shownTitle()) : std::nullopt, m_editor.treeGeneration()};
+  if (pictured != m_pictured) m_picture.invalidate();
+  m_pictured = std::move(pictured);
   QPainter painter(this);
-  m_scene.paint(painter, event->rect(), m_gestures.state(),
-                m_titleEditor ? std::optional(m_titleEditor->shownTitle()) : std::nullopt);
+  m_picture.show(painter, size(), devicePixelRatioF(), {m_editor.canvasOffset(), m_editor.canvasZoom()},
+                 colorFromHex(m_editor.mindMap().canvas.background),
+                 [this](QPainter& part, const ViewTransform& view, const QRect& exposed) {
+                   m_scene.paint(part, exposed, view, m_gestures.state(), m_pictured.editedTitle);
+                 });
+  m_scene.paintSelectionBox(painter, m_gestures.state());
+}
+
+void CanvasView::sceneChanged() {
+  m_picture.invalidate();
+  update();
 }
 
 void CanvasView::gesturesChanged() {
@@ -138,7 +168,7 @@ void CanvasView::mapChanged() {
   // A topic that went out of sight takes its field with it.
   if (m_titleEditor && m_titleEditorNodeID && m_editor.isHidden(*m_titleEditorNodeID)) m_titleEditor->commit();
   placeTitleEditor();
-  update();
+  sceneChanged();
 }
 
 // --- Title field ---

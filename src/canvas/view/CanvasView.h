@@ -9,6 +9,7 @@
 #include "canvas/view/CanvasKeys.h"
 #include "canvas/view/CanvasScene.h"
 #include "canvas/view/LayoutNotificationReceivers.h"
+#include "canvas/view/ScenePicture.h"
 #include "canvas/view/ViewAnimation.h"
 #include "platform/Clock.h"
 #include "platform/Notifications.h"
@@ -70,6 +71,7 @@ class CanvasView : public QWidget {
   bool pressKey(const QKeyEvent& event);
   void gesturesChanged();
   void viewMoved();
+  void sceneChanged();
   void mapChanged();
   void openTitleEditor(const QUuid& nodeID);
   void closeTitleEditor();
@@ -79,6 +81,15 @@ class CanvasView : public QWidget {
   WindowCommands& m_commands;
   Scheduler& m_scheduler;
   CanvasScene m_scene;
+  ScenePicture m_picture;
+  // What of the gestures and of the map is in the picture.
+  struct Pictured {
+    CanvasState state;
+    std::optional<QString> editedTitle;
+    quint64 treeGeneration = 0;
+
+    bool operator==(const Pictured&) const = default;
+  } m_pictured;
   CanvasGestures m_gestures;
   CanvasKeys m_keys;
   LayoutNotificationReceivers m_layoutReceivers;
