@@ -62,8 +62,9 @@ bool CommandActions::isEnabled(const Command& command) const {
     case Command::Action::cut:
     case Command::Action::copy:
     case Command::Action::paste:
-    case Command::Action::selectAll:
       return m_textField != nullptr;
+    case Command::Action::selectAll:
+      return true;
     case Command::Action::applyTheme:
       return true;
     case Command::Action::settings:
@@ -131,7 +132,10 @@ void CommandActions::trigger(const Command& command) {
       callOnTextField("paste");
       break;
     case Command::Action::selectAll:
-      callOnTextField("selectAll");
+      if (m_textField != nullptr)
+        callOnTextField("selectAll");
+      else
+        m_editor.selectAll();
       break;
     case Command::Action::applyTheme:
       applyTheme(command.object.toString());

@@ -1,5 +1,6 @@
 #include "app/look/Widgets.h"
 
+#include <QHBoxLayout>
 #include <QPainter>
 #include <QVBoxLayout>
 
@@ -116,7 +117,13 @@ EmptyState::EmptyState(const Look& look, const QString& symbol, const QString& t
   column->setSpacing(metrics::gapMedium);
   column->addStretch(2);
   column->addWidget(new SymbolLabel(look, symbol, emptyStateSymbol, &Tokens::secondary, this), 0, Qt::AlignHCenter);
-  column->addWidget(label, 0, Qt::AlignHCenter);
+  // In a row of its own the label is asked for its height at its own width; beside an alignment it would be asked at
+  // the panel's.
+  auto* row = new QHBoxLayout;
+  row->addStretch();
+  row->addWidget(label);
+  row->addStretch();
+  column->addLayout(row);
   column->addStretch(3);
 }
 

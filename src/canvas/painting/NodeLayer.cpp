@@ -23,7 +23,6 @@ constexpr double selectedBorderWidth = 2.5;
 constexpr double dropBorderWidth = 3.0;
 constexpr double imageCornerRadius = 4.0;
 constexpr double minShadowScale = 0.4;
-constexpr double minMarkerScale = 0.35;
 constexpr double minDotSide = 1.4;  // device pixels
 // Up to this many topics are measured truly even where their titles cannot be read.
 constexpr std::size_t maxMeasuredCount = 3000;
@@ -357,7 +356,7 @@ void NodeLayer::paintImage(const QString& imageData, const QRectF& rect) {
 
 void NodeLayer::paintMarkers(const Node& node, std::uint32_t number, const SeenNode& seen) {
   const NodeMetrics& metrics = seen.metrics;
-  if (m_context.options.levelsOfDetail && m_context.scale < minMarkerScale) {
+  if (m_context.options.levelsOfDetail && m_context.scale < NodeMetrics::minPartScale) {
     if (!metrics.badge.isEmpty()) paintDisc(metrics.badge, badgeLook(*node.badge).color);
     return;
   }

@@ -180,6 +180,8 @@ const ShapedText& NodeMeasurer::shaped(const QString& text, double fontSize, int
   QTextLayout layout(withLineSeparators(shortened(text)), font);
   QTextOption option;
   option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+  // The layout itself does not turn round for text that runs from the right.
+  if (layout.text().isRightToLeft()) option.setAlignment(Qt::AlignRight);
   layout.setTextOption(option);
   QSizeF size = breakLines(layout, maxWidth);
   // Lines that run from the right stand at the right end of the width that they were given.
@@ -248,16 +250,15 @@ void placeRow(NodeMetrics& metrics, QSizeF emoji, QSizeF icon, QSizeF title, dou
 void NodeMetrics::placeMarkers(const Node& node) {
   NodeMetrics& metrics = *this;
   if (node.aiGenerated.value_or(false))
-    metrics.aiMarker = QRectF(box.right() - aiMarkerSize, box.top(), aiMarkerSize, aiMarkerSize)
-                           .translated(aiMarkerOffset);
+    metrics.aiMarker =
+        QRectF(box.right() - aiMarkerSize, box.top(), aiMarkerSize, aiMarkerSize).translated(aiMarkerOffset);
   if (node.badge)
     metrics.badge = QRectF(box.left() - badgeOffset, box.top() - badgeOffset, badgeDiameter, badgeDiameter);
-  metrics.collapseToggle =
-      QRectF(box.left() - toggleDiameter / 2, -toggleDiameter / 2, toggleDiameter, toggleDiameter);
+  metrics.collapseToggle = QRectF(box.left() - toggleDiameter / 2, -toggleDiameter / 2, toggleDiameter, toggleDiameter);
   double right = box.right() - cornerMarkerInset.x();
   const auto placeMarker = [&]() {
-    const QRectF rect(right - cornerMarkerSize, box.bottom() - cornerMarkerInset.y() - cornerMarkerSize, cornerMarkerSize,
-                      cornerMarkerSize);
+    const QRectF rect(right - cornerMarkerSize, box.bottom() - cornerMarkerInset.y() - cornerMarkerSize,
+                      cornerMarkerSize, cornerMarkerSize);
     right -= cornerMarkerSize + cornerMarkerGap;
     return rect;
   };
@@ -288,8 +289,7 @@ NodeMetrics NodeMeasurer::measure(const Node& node, std::optional<double> depthF
   if (!emoji.isEmpty()) rowWidth += emoji.width() + rowSpacing;
   if (!icon.isEmpty()) rowWidth += icon.width() + rowSpacing;
   const double rowHeight = std::max({title.height(), emoji.height(), icon.height()});
-  const QSizeF content(std::max(rowWidth, shown.width()),
-                       rowHeight + (picture ? shown.height() + stackSpacing : 0.0));
+  const QSizeF content(std::max(rowWidth, shown.width()), rowHeight + (picture ? shown.height() + stackSpacing : 0.0));
   const QSizeF size = content + QSizeF(2 * metrics.sizing.horizontalPadding, 2 * metrics.sizing.verticalPadding);
   metrics.box = QRectF(QPointF(-size.width() / 2, -size.height() / 2), size);
 

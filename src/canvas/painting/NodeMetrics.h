@@ -44,6 +44,8 @@ struct NodeSizing {
 // topic doesn't have is an empty rectangle.
 struct NodeMetrics {
   static constexpr double cornerRadius = 6.0;
+  // Device pixels a canvas unit, below which markers, toggle and handle are left out and cannot be hit.
+  static constexpr double minPartScale = 0.35;
   static constexpr double titleMaxWidth = 200.0;
 
   NodeSizing sizing;

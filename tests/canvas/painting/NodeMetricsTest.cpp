@@ -1,7 +1,6 @@
-#include "canvas/painting/NodeMetrics.h"
-
 #include <gtest/gtest.h>
 
+#include "canvas/painting/NodeMetrics.h"
 #include "canvas/painting/PaintedMap.h"
 #include "support/QtPrinters.h"
 
@@ -275,6 +274,15 @@ TEST(NodeMeasurer, AlignsTextFromTheRightWithItsOwnWidth) {
   ASSERT_FALSE(text.runs.isEmpty());
   EXPECT_LT(text.size.width(), 100.0);
   EXPECT_LE(text.runs.first().boundingRect().right(), text.size.width() + 2.0);
+}
+
+TEST(NodeMeasurer, EndsEveryLineThatRunsFromTheRightAtTheRightEdge) {
+  Measured measured(QStringLiteral("שלום לכולם ולכל מי שבא\nכן"));
+  const ShapedText& text = measured.measurer.shapedTitle(measured.node.title, NodeSizing());
+  ASSERT_GE(text.runs.size(), 2);
+  EXPECT_GT(text.size.width(), 100.0);
+  // The short last line too.
+  for (const QGlyphRun& run : text.runs) EXPECT_NEAR(run.boundingRect().right(), text.size.width(), 4.0);
 }
 
 }  // namespace
