@@ -53,14 +53,15 @@ DocumentFileDialog::DocumentFileDialog(const Look& look, SymbolFileIcons& icons,
   setAcceptMode(AcceptOpen);
   setFileMode(ExistingFile);
   setWindowTitle(tr("Open"));
-  prepare(icons, request.extensions);
+  prepare(icons, request.extensions, request.content);
   // Going into a package is choosing it.
   connect(this, &QFileDialog::directoryEntered, this, [this](const QString& folder) {
     if (isPackage(folder)) choose(folder);
   });
 }
 
-void DocumentFileDialog::prepare(SymbolFileIcons& icons, const QStringList& extensions) {
+void DocumentFileDialog::prepare(SymbolFileIcons& icons, const QStringList& extensions,
+                                 FilePanels::Content content) {
   m_extensions = extensions;
   setOption(DontUseNativeDialog);
   setOption(DontUseCustomDirectoryIcons);
@@ -68,7 +69,8 @@ void DocumentFileDialog::prepare(SymbolFileIcons& icons, const QStringList& exte
   setViewMode(Detail);
   QStringList patterns;
   for (const QString& extension : extensions) patterns.append(QStringLiteral("*.") + extension);
-  setNameFilter(tr("Mind maps (%1)").arg(patterns.join(QLatin1Char(' '))));
+  const QString label = content == FilePanels::Content::images ? tr("Images (%1)") : tr("Mind maps (%1)");
+  setNameFilter(label.arg(patterns.join(QLatin1Char(' '))));
   QList<QUrl> places;
   for (const auto place : {QStandardPaths::HomeLocation, QStandardPaths::DocumentsLocation,
                            QStandardPaths::DesktopLocation, QStandardPaths::DownloadLocation}) {

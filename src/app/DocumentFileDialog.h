@@ -36,7 +36,8 @@ class DocumentFileDialog final : public QFileDialog {
   void accept() override;
 
  private:
-  void prepare(SymbolFileIcons& icons, const QStringList& extensions);
+  void prepare(SymbolFileIcons& icons, const QStringList& extensions,
+               FilePanels::Content content = FilePanels::Content::documents);
   void arrangeList();
   bool isPackage(const QString& path) const;
   void choose(const QString& path);

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QPointer>
+#include <QStandardPaths>
 
 namespace quilmora {
 
@@ -18,15 +19,22 @@ std::optional<QString> ask(const QPointer<DocumentFileDialog>& dialog) {
 
 }  // namespace
 
+FileDialogPanels::FileDialogPanels(const Look& look, QString openFolder)
+    : m_look(look),
+      m_icons(look),
+      m_openFolder(std::move(openFolder)),
+      m_imageFolder(QStandardPaths::writableLocation(QStandardPaths::PicturesLocation)) {}
+
 std::optional<QString> FileDialogPanels::askSavePath(const SaveRequest& request) {
   return ask(new DocumentFileDialog(m_look, m_icons, request, QApplication::activeWindow()));
 }
 
 std::optional<QString> FileDialogPanels::askOpenPath(const OpenRequest& request) {
   auto* dialog = new DocumentFileDialog(m_look, m_icons, request, QApplication::activeWindow());
-  if (QDir(m_openFolder).exists()) dialog->setDirectory(m_openFolder);
+  QString& folder = request.content == Content::images ? m_imageFolder : m_openFolder;
+  if (QDir(folder).exists()) dialog->setDirectory(folder);
   const std::optional<QString> path = ask(dialog);
-  if (path) m_openFolder = QFileInfo(*path).absolutePath();
+  if (path) folder = QFileInfo(*path).absolutePath();
   return path;
 }
 

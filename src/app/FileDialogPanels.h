@@ -9,9 +9,8 @@ class Look;
 // File dialogs of the toolkit in the application's look, above the active window.
 class FileDialogPanels final : public FilePanels {
  public:
-  // Opening starts in `openFolder`, later where the last document was chosen.
-  FileDialogPanels(const Look& look, QString openFolder)
-      : m_look(look), m_icons(look), m_openFolder(std::move(openFolder)) {}
+  // Opening starts in `openFolder`, later where the last document was chosen; images have a folder of their own.
+  FileDialogPanels(const Look& look, QString openFolder);
 
   std::optional<QString> askSavePath(const SaveRequest& request) override;
   std::optional<QString> askOpenPath(const OpenRequest& request) override;
@@ -20,6 +19,7 @@ class FileDialogPanels final : public FilePanels {
   const Look& m_look;
   SymbolFileIcons m_icons;
   QString m_openFolder;
+  QString m_imageFolder;
 };
 
 }  // namespace quilmora

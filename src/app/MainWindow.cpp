@@ -49,6 +49,7 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
       m_editor(MindMap::blankMap(machine.clock), machine.editorServices()),
       m_commands(m_editor),
       m_keys(m_editor, m_commands, machine.scheduler),
+      m_images(m_editor, machine.panels),
       m_beforeQuit(notifications.observe(Notification::autoSaveBeforeQuit,
                                          [this](const QVariant&) { m_canvas->commitTitleEdit(); })),
       m_session(m_editor, {machine.editorServices(), machine.writer, machine.panels, machine.scheduler, notifications,
@@ -62,8 +63,12 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
   receiveNotifications();
   placeOnScreen();
 
-  connect(&m_session, &DocumentSession::errorRaised, this,
-          [this](const QString& message) { m_machine.alerts.showError(this, message); });
+  const auto showError = [this](const QString& message) { m_machine.alerts.showError(this, message); };
+  connect(&m_session, &DocumentSession::errorRaised, this, showError);
+  connect(&m_images, &NodeImages::errorRaised, this, showError);
+  // The panel opens once the menu that asked for it has gone.
+  connect(m_canvas, &CanvasView::imageWanted, &m_images, &NodeImages::ask, Qt::QueuedConnection);
+  connect(m_canvas, &CanvasView::imageDropped, &m_images, &NodeImages::setFromFile);
   connect(&m_editor, &MindMapViewModel::mindMapChanged, this, &MainWindow::refreshTitle);
   connect(&m_editor, &MindMapViewModel::isDirtyChanged, this, &MainWindow::refreshTitle);
   // The flag is cleared a moment before the new place of the file is known.

@@ -8,6 +8,7 @@
 #include "app/SidebarTab.h"
 #include "editor/DocumentSession.h"
 #include "editor/KeyCommands.h"
+#include "editor/NodeImages.h"
 #include "editor/WindowCommands.h"
 #include "platform/Notifications.h"
 
@@ -80,6 +81,7 @@ class MainWindow : public QMainWindow {
   MindMapViewModel m_editor;
   WindowCommands m_commands;
   KeyCommands m_keys;
+  NodeImages m_images;
   // Before the session, so that a title that is being edited is in the map when the session saves it on quitting.
   NotificationCenter::Subscription m_beforeQuit;
   DocumentSession m_session;

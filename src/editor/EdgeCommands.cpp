@@ -1,23 +1,10 @@
 #include <algorithm>
-#include <array>
 
 #include "editor/MindMapViewModel.h"
 
 namespace quilmora {
 
 namespace {
-
-constexpr double regionMargin = 80.0;
-constexpr double regionLabelRoom = 20.0;
-constexpr QSizeF newRegionSize(300.0, 200.0);
-constexpr QPointF newRegionOrigin(250.0, 200.0);
-
-const QString& newRegionColor(std::size_t regionCount) {
-  static const std::array colors{QStringLiteral("#7C4DFF"), QStringLiteral("#FF7043"), QStringLiteral("#26A69A"),
-                                 QStringLiteral("#FFCA28"), QStringLiteral("#EC407A"), QStringLiteral("#42A5F5"),
-                                 QStringLiteral("#9CCC65")};
-  return colors[regionCount % colors.size()];
-}
 
 // Position of the first record with this id, or the size of the array.
 template <class Record>
@@ -137,43 +124,6 @@ void MindMapViewModel::deleteEdge(const QUuid& edgeID) {
   IdSet selected = m_selectedEdgeIDs;
   selected.remove(edgeID);
   setSelectedEdgeIDs(std::move(selected));
-}
-
-QRectF MindMapViewModel::newRegionRect(std::optional<QPointF> point) {
-  std::optional<QPointF> low;
-  QPointF high;
-  for (const QUuid& id : m_selectedNodeIDs) {
-    const std::uint32_t position = mapIndex().find(id);
-    if (position == MapIndex::npos) continue;
-    const QPointF center = m_index.positions()[position];
-    if (!low) low = high = center;
-    *low = QPointF(std::min(low->x(), center.x()), std::min(low->y(), center.y()));
-    high = QPointF(std::max(high.x(), center.x()), std::max(high.y(), center.y()));
-  }
-  if (low)
-    return QRectF(low->x() - regionMargin, low->y() - regionMargin - regionLabelRoom,
-                  high.x() - low->x() + 2 * regionMargin, high.y() - low->y() + 2 * regionMargin + regionLabelRoom);
-  if (point)
-    return QRectF(QPointF(point->x() - newRegionSize.width() * 0.5, point->y() - newRegionSize.height() * 0.5),
-                  newRegionSize);
-  return QRectF(newRegionOrigin, newRegionSize);
-}
-
-void MindMapViewModel::createRegion(std::optional<QPointF> point) {
-  captureSnapshot(false);
-  const Region region{QUuid::createUuid(), QStringLiteral("Region"), newRegionColor(m_mindMap.regions.size()),
-                      newRegionRect(point)};
-  // updatedAt stays as it is.
-  edit([&](MindMap& map) { map.regions.append(region); });
-  setSelectedRegionID(region.id);
-  setSelectedNodeIDs({});
-  setSelectedEdgeIDs({});
-}
-
-void MindMapViewModel::deleteRegion(const QUuid& id) {
-  captureSnapshot(false);
-  edit([&](MindMap& map) { map.regions.eraseIf([&](const Region& region) { return region.id == id; }); });
-  if (m_selectedRegionID == id) setSelectedRegionID(std::nullopt);
 }
 
 }  // namespace quilmora

@@ -154,7 +154,7 @@ class MindMapViewModel : public QObject {
   // A free point at or near (x, y): no topic's centre lies closer than 90. `direction` is 1 or -1.
   QPointF findFreeSpot(double x, double y, double direction, double step);
 
-  // --- Edges, relationships and regions (EdgeCommands.cpp) ---
+  // --- Edges and relationships (EdgeCommands.cpp) ---
 
   // Branch mode, with the first selected topic as its source.
   void startEdgeCreation();
@@ -170,9 +170,23 @@ class MindMapViewModel : public QObject {
   void setRelationshipBend(const QUuid& id, std::optional<QPointF> offset);
   void setEdgeStyle(const QUuid& edgeID, const EdgeStyle& style);
   void deleteEdge(const QUuid& edgeID);
+
+  // --- Regions (RegionCommands.cpp) ---
+
+  static constexpr QSizeF minRegionSize{80.0, 60.0};
+
   // Around the selected topics, else around the point (canvas units), else at a fixed place.
   void createRegion(std::optional<QPointF> point);
   void deleteRegion(const QUuid& id);
+  // A copy of the region, or nothing.
+  std::optional<Region> regionByID(const QUuid& id) const;
+  // The size that a region takes when it is pulled to the wanted one.
+  static QSizeF regionSize(QSizeF wanted);
+  // These four do nothing without such a region. Moving and recolouring set updatedAt.
+  void moveRegion(const QUuid& id, QPointF translation);
+  void resizeRegion(const QUuid& id, QSizeF delta);
+  void setRegionLabel(const QUuid& id, const QString& label);
+  void setRegionColor(const QUuid& id, const QString& color);
 
   // --- Duplication (Clipboard.cpp) ---
 
@@ -288,6 +302,7 @@ class MindMapViewModel : public QObject {
   template <class Record>
   void editRecord(SharedArray<Record> MindMap::*records, const QUuid& id, const std::function<void(Record&)>& change);
   bool hasEdge(const QUuid& fromID, const QUuid& toID);
+  void editRegion(const QUuid& id, bool stamps, const std::function<void(Region&)>& change);
   QRectF newRegionRect(std::optional<QPointF> point);
   const std::vector<char>& hiddenNumbers();
   // Makes the topic the only selected one and centres the canvas on it.

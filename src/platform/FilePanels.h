@@ -13,6 +13,8 @@ class FilePanels {
  public:
   virtual ~FilePanels() = default;
 
+  enum class Content { documents, images };
+
   struct SaveRequest {
     QString folder;         // where the panel opens
     QString suggestedName;  // with its extension
@@ -21,6 +23,7 @@ class FilePanels {
   struct OpenRequest {
     QStringList extensions;
     bool allowsFolders = false;
+    Content content = Content::documents;
   };
 
   virtual std::optional<QString> askSavePath(const SaveRequest& request) = 0;

@@ -258,6 +258,26 @@ TEST_F(MainWindowTest, KeysInATextFieldStayTheFields) {
   EXPECT_FALSE(editor().quickLookNodeID());
 }
 
+TEST_F(MainWindowTest, ImagesComeFromThePanelAndFromDrops) {
+  start();
+  const QUuid topic = editor().mindMap().nodes[0].id;
+  QImage picture(20, 10, QImage::Format_RGB32);
+  picture.fill(Qt::blue);
+  ASSERT_TRUE(picture.save(path("blue.png")));
+  m_panels.openPaths = {path("blue.png")};
+  Q_EMIT window().canvas().imageWanted(topic);
+  EXPECT_TRUE(m_panels.openRequests.isEmpty());
+  QCoreApplication::processEvents();
+  ASSERT_EQ(m_panels.openRequests.size(), 1);
+  EXPECT_TRUE(editor().nodeByID(topic)->imageData);
+  editor().undo();
+  Q_EMIT window().canvas().imageDropped(topic, path("blue.png"));
+  EXPECT_TRUE(editor().nodeByID(topic)->imageData);
+  EXPECT_TRUE(m_alerts.messages.isEmpty());
+  Q_EMIT window().canvas().imageDropped(topic, path("missing.png"));
+  EXPECT_EQ(m_alerts.messages, QStringList{QStringLiteral("Failed to add image: missing.png: Not a file")});
+}
+
 TEST_F(MainWindowTest, KeysReachTheTextFieldBeforeTheMenus) {
   startActive();
   editor().createFreeNode(400, 400);

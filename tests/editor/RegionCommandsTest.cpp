@@ -119,3 +119,79 @@ TEST(DeleteRegion, ClearsTheSelectionOfThatRegionOnly) {
   EXPECT_TRUE(rig.map().regions.empty());
   rig.expectChange(1, false);
 }
+
+// --- What a hand and a menu do to a region ---
+
+namespace {
+
+QUuid regionId(int number) {
+  return topicId(5000 + number);
+}
+
+struct RegionEdits : testing::Test {
+  RegionEdits() { rig.settle(); }
+  static MindMap map() {
+    MindMap map = mapOf({0});
+    map.regions.append(Region{regionId(0), QStringLiteral("First"), QStringLiteral("#7C4DFF"), {10, 20, 300, 200}});
+    map.regions.append(Region{regionId(1), QStringLiteral("Second"), QStringLiteral("#FF7043"), {500, 20, 100, 90}});
+    return map;
+  }
+  CommandRig rig{map()};
+  const Region& region(int number) const { return rig.map().regions[number]; }
+};
+
+}  // namespace
+
+TEST_F(RegionEdits, MoveTranslatesTheRectangleAndSetsTheTimeStamp) {
+  rig.editor.moveRegion(regionId(1), {-30.5, 12});
+  EXPECT_EQ(rig.log.take(), QStringLiteral("history dirty mindMap"));
+  expectRect(region(1).rect, 469.5, 32.0, 100.0, 90.0);
+  expectRect(region(0).rect, 10.0, 20.0, 300.0, 200.0);
+  EXPECT_EQ(rig.map().nodes[0].position, QPointF());
+  rig.expectChange(1, true);
+}
+
+TEST_F(RegionEdits, ResizeKeepsTheOriginAndStopsAt80By60) {
+  rig.editor.resizeRegion(regionId(0), {50, -40});
+  expectRect(region(0).rect, 10.0, 20.0, 350.0, 160.0);
+  rig.expectChange(1, false);
+  rig.editor.resizeRegion(regionId(0), {-270.5, -100.5});
+  expectRect(region(0).rect, 10.0, 20.0, 80.0, 60.0);
+  rig.editor.resizeRegion(regionId(0), {-1e9, 0.5});
+  expectRect(region(0).rect, 10.0, 20.0, 80.0, 60.5);
+}
+
+TEST_F(RegionEdits, LabelIsStoredAsItIsAndLeavesTheTimeStamp) {
+  rig.editor.setRegionLabel(regionId(0), QStringLiteral("  Neu \n"));
+  EXPECT_EQ(region(0).label, QStringLiteral("  Neu \n"));
+  EXPECT_EQ(region(1).label, QStringLiteral("Second"));
+  rig.expectChange(1, false);
+  rig.settle();
+  // The same text again is an edit as well.
+  rig.editor.setRegionLabel(regionId(0), QStringLiteral("  Neu \n"));
+  EXPECT_EQ(rig.editor.undoCount(), rig.undoBefore + 1);
+}
+
+TEST_F(RegionEdits, ColourIsStoredAndSetsTheTimeStamp) {
+  rig.editor.setRegionColor(regionId(1), QStringLiteral("#AB47BC"));
+  EXPECT_EQ(region(1).color, QStringLiteral("#AB47BC"));
+  EXPECT_EQ(region(0).color, QStringLiteral("#7C4DFF"));
+  rig.expectChange(1, true);
+}
+
+TEST_F(RegionEdits, DoNothingWithoutTheRegion) {
+  rig.editor.moveRegion(regionId(7), {5, 5});
+  rig.editor.resizeRegion(regionId(7), {5, 5});
+  rig.editor.setRegionLabel(regionId(7), QStringLiteral("x"));
+  rig.editor.setRegionColor(regionId(7), QStringLiteral("#AB47BC"));
+  rig.expectNothing();
+}
+
+TEST_F(RegionEdits, OfTwoWithTheSameIdTheFirstIsMeant) {
+  MindMap twice = map();
+  twice.regions.append(Region{regionId(0), QStringLiteral("Twin"), QStringLiteral("#42A5F5"), {0, 0, 90, 90}});
+  CommandRig twins(twice);
+  twins.editor.setRegionLabel(regionId(0), QStringLiteral("One"));
+  EXPECT_EQ(twins.map().regions[0].label, QStringLiteral("One"));
+  EXPECT_EQ(twins.map().regions[2].label, QStringLiteral("Twin"));
+}

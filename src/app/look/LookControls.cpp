@@ -1,3 +1,4 @@
+#include <QMenu>
 #include <QStyleOption>
 
 #include "app/look/LookStyle.h"
@@ -9,6 +10,13 @@ namespace {
 
 constexpr int menuItemPadding = 12;
 constexpr int menuCheckColumn = 20;
+
+// The option does not name its entry, but tells where it stands.
+bool isDestructive(const QWidget* widget, const QRect& place) {
+  const auto* menu = qobject_cast<const QMenu*>(widget);
+  const QAction* entry = menu ? menu->actionAt(place.center()) : nullptr;
+  return entry && entry->property("isDestructive").toBool();
+}
 
 QRectF progressTrack(const QStyleOption& option) {
   const QRectF rect = option.rect;
@@ -171,7 +179,8 @@ void LookStyle::drawMenuItem(const QStyleOption& option, QPainter& painter, cons
   const int flags =
       Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextDontClip |
       (styleHint(SH_UnderlineShortcut, item, widget, nullptr) ? Qt::TextShowMnemonic : Qt::TextHideMnemonic);
-  painter.setPen(enabled ? tokens.text : tokens.disabledText);
+  const QColor color = isDestructive(widget, option.rect) ? tokens.danger : tokens.text;
+  painter.setPen(enabled ? color : tokens.disabledText);
   painter.drawText(placed(rest), flags | (rightToLeft ? Qt::AlignRight : Qt::AlignLeft), item->text.left(tab));
   if (tab >= 0) {
     painter.setPen(enabled ? tokens.secondary : tokens.disabledText);

@@ -4,17 +4,14 @@
 #include "canvas/geometry/Handles.h"
 #include "canvas/geometry/Polygons.h"
 #include "canvas/painting/PaintContext.h"
+#include "canvas/painting/RegionLabel.h"
 #include "themes/Color.h"
 
 namespace quilmora {
 
 namespace {
 
-constexpr double cornerRadius = 8.0;
 constexpr double contourWidth = 1.5;
-constexpr double labelFontSize = 11.0;
-constexpr double labelPaddingX = 8.0;
-constexpr double labelPaddingY = 3.0;
 constexpr qsizetype maxLabelLength = 200;
 
 QColor withOpacity(QColor color, double opacity) {
@@ -23,23 +20,28 @@ QColor withOpacity(QColor color, double opacity) {
 }
 
 void paintLabel(QPainter& painter, const QString& label, const QRectF& rect, const QColor& color) {
-  QFont font = interfaceFont();
-  font.setPixelSize(static_cast<int>(labelFontSize));
-  font.setWeight(QFont::DemiBold);
+  const QFont font = RegionLabel::font(static_cast<int>(RegionLabel::fontSize));
   const QFontMetricsF metrics(font);
-  const double room = std::max(rect.width() - 2 * labelPaddingX, 2 * labelFontSize);
+  const double room = std::max(rect.width() - 2 * RegionLabel::paddingX, 2 * RegionLabel::fontSize);
   const QString text = metrics.elidedText(label.left(maxLabelLength).simplified(), Qt::ElideRight, room);
-  const QRectF plate(rect.left(), rect.top(), metrics.horizontalAdvance(text) + 2 * labelPaddingX,
-                     metrics.height() + 2 * labelPaddingY);
+  const QRectF plate(rect.left(), rect.top(), metrics.horizontalAdvance(text) + 2 * RegionLabel::paddingX,
+                     metrics.height() + 2 * RegionLabel::paddingY);
   painter.setPen(Qt::NoPen);
-  painter.setBrush(withOpacity(color, 0.95));
-  painter.drawRoundedRect(plate, cornerRadius, cornerRadius);
+  painter.setBrush(withOpacity(color, RegionLabel::plateOpacity));
+  painter.drawRoundedRect(plate, RegionLabel::cornerRadius, RegionLabel::cornerRadius);
   painter.setPen(Qt::white);
   painter.setFont(font);
-  painter.drawText(QPointF(plate.left() + labelPaddingX, plate.top() + labelPaddingY + metrics.ascent()), text);
+  painter.drawText(QPointF(plate.left() + RegionLabel::paddingX, plate.top() + RegionLabel::paddingY + metrics.ascent()), text);
 }
 
 }  // namespace
+
+QFont RegionLabel::font(int pixelSize) {
+  QFont font = interfaceFont();
+  font.setPixelSize(pixelSize);
+  font.setWeight(QFont::DemiBold);
+  return font;
+}
 
 void paintRegions(QPainter& painter, const PaintContext& context) {
   const MapScene& scene = context.scene;
@@ -53,8 +55,8 @@ void paintRegions(QPainter& painter, const PaintContext& context) {
     const QRectF shown = context.drawable.contains(rect) ? rect : rect.intersected(context.drawable);
     painter.setBrush(withOpacity(color, 0.12));
     painter.setPen(QPen(withOpacity(color, isSelected ? 0.9 : 0.55), contourWidth));
-    painter.drawRoundedRect(shown, cornerRadius, cornerRadius);
-    const bool isReadable = context.scale * labelFontSize >= 4.0 || !context.options.levelsOfDetail;
+    painter.drawRoundedRect(shown, RegionLabel::cornerRadius, RegionLabel::cornerRadius);
+    const bool isReadable = context.scale * RegionLabel::fontSize >= 4.0 || !context.options.levelsOfDetail;
     if (isReadable && scene.editingRegionID != region.id && context.drawable.contains(rect.topLeft()))
       paintLabel(painter, region.label, rect, color);
     if (isSelected && context.drawable.contains(rect.bottomRight()))

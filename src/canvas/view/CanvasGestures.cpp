@@ -6,6 +6,7 @@
 #include "canvas/view/gestures/ConnectionDrag.h"
 #include "canvas/view/gestures/HandleDrags.h"
 #include "canvas/view/gestures/NodeDrag.h"
+#include "canvas/view/gestures/RegionDrags.h"
 
 namespace quilmora {
 
@@ -26,6 +27,7 @@ CanvasGestures::CanvasGestures(MindMapViewModel& editor, const Clock& clock, Can
   });
   QObject::connect(&m_editor, &MindMapViewModel::mindMapChanged, &m_connections, [this] {
     if (m_state.editingNodeID && !m_editor.hasNode(*m_state.editingNodeID)) endEditing();
+    forgetVanishedRegion();
   });
 }
 
@@ -94,9 +96,19 @@ double minimumDragDistance(CanvasTarget::Kind kind) {
     case CanvasTarget::Kind::edgeBendHandle:
     case CanvasTarget::Kind::relationshipBendHandle:
       return BendDrag::minimumDistance;
+    case CanvasTarget::Kind::region:
+      return RegionMoveDrag::minimumDistance;
+    case CanvasTarget::Kind::regionResizeHandle:
+      return RegionResizeDrag::minimumDistance;
     default:
       return BackgroundDrag::minimumDistance;
   }
+}
+
+bool measuresInPixels(CanvasTarget::Kind kind) {
+  using Kind = CanvasTarget::Kind;
+  return kind == Kind::background || kind == Kind::edge || kind == Kind::relationship || kind == Kind::region ||
+         kind == Kind::regionResizeHandle;
 }
 
 }  // namespace
@@ -105,10 +117,8 @@ std::unique_ptr<CanvasGesture> CanvasGestures::recognize(const PointerInput& inp
   using Kind = CanvasTarget::Kind;
   const Press& press = *m_press;
   const QUuid& id = press.target.id;
-  const bool isOnBackground = press.target.kind == Kind::background || press.target.kind == Kind::edge ||
-                              press.target.kind == Kind::relationship;
-  // What lies on the canvas measures in canvas units, the background in view pixels.
-  const double distance = isOnBackground ? length(input.position - press.viewStart)
+  // Topics and handles measure in canvas units, the background and its regions in view pixels.
+  const double distance = measuresInPixels(press.target.kind) ? length(input.position - press.viewStart)
                                          : length(context().canvasPoint(input.position) - press.canvasStart);
   if (distance < minimumDragDistance(press.target.kind)) return nullptr;
   switch (press.target.kind) {
@@ -128,6 +138,10 @@ std::unique_ptr<CanvasGesture> CanvasGestures::recognize(const PointerInput& inp
       return std::make_unique<BendDrag>(context(), CanvasState::Bend{false, id, {}}, press.canvasStart);
     case Kind::relationshipBendHandle:
       return std::make_unique<BendDrag>(context(), CanvasState::Bend{true, id, {}}, press.canvasStart);
+    case Kind::region:
+      return std::make_unique<RegionMoveDrag>(context(), id, press.viewStart);
+    case Kind::regionResizeHandle:
+      return std::make_unique<RegionResizeDrag>(context(), id, press.viewStart);
     case Kind::collapseToggle:
     case Kind::relationshipDeleteButton:
       return nullptr;
@@ -183,10 +197,14 @@ void CanvasGestures::tap(const CanvasTarget& target, const PointerInput& input) 
     case Kind::relationshipDeleteButton:
       if (isStillThere()) deleteRelationship(target.id);
       return;
+    case Kind::region:
+      if (m_editor.regionByID(target.id)) m_editor.setSelectedRegionID(target.id);
+      return;
     case Kind::edgeSourceHandle:
     case Kind::edgeTargetHandle:
     case Kind::edgeBendHandle:
     case Kind::relationshipBendHandle:
+    case Kind::regionResizeHandle:
       return;
   }
 }
@@ -283,6 +301,47 @@ void CanvasGestures::endEditing() {
   if (!m_state.editingNodeID) return;
   m_state.editingNodeID.reset();
   m_editor.setIsEditingInline(false);
+  notify();
+}
+
+// --- Regions ---
+
+void CanvasGestures::beginLabelEditing(const QUuid& regionID) {
+  const std::optional<Region> region = m_editor.regionByID(regionID);
+  if (!region) return;
+  m_state.regions.editingLabelID = regionID;
+  m_state.regions.editingLabelText = region->label;
+  notify();
+}
+
+void CanvasGestures::setEditingLabelText(const QString& text) {
+  if (!m_state.regions.editingLabelID) return;
+  m_state.regions.editingLabelText = text;
+  notify();
+}
+
+void CanvasGestures::submitLabel() {
+  const std::optional<QUuid> id = m_state.regions.editingLabelID;
+  const QString text = m_state.regions.editingLabelText;
+  endLabelEditing();
+  if (id) m_editor.setRegionLabel(*id, text);
+}
+
+void CanvasGestures::endLabelEditing() {
+  m_state.regions.editingLabelID.reset();
+  m_state.regions.editingLabelText.clear();
+  notify();
+}
+
+void CanvasGestures::forgetVanishedRegion() {
+  const RegionLayerState& regions = m_state.regions;
+  const auto hasGone = [this](const std::optional<QUuid>& id) { return id && !m_editor.regionByID(*id); };
+  if (hasGone(regions.editingLabelID)) endLabelEditing();
+  if (hasGone(regions.draggingRegionID) || hasGone(regions.resizingRegionID)) cancel();
+}
+
+void CanvasGestures::setImageDropTarget(std::optional<QUuid> nodeID) {
+  m_state.imageDropTargetID = nodeID;
   notify();
 }
 

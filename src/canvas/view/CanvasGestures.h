@@ -56,6 +56,16 @@ class CanvasGestures {
   // Ends the edit and leaves the title as it was.
   void endEditing();
 
+  // Opens the label of an existing region for editing.
+  void beginLabelEditing(const QUuid& regionID);
+  void setEditingLabelText(const QString& text);
+  // Stores the text as the label of the region, and ends the edit.
+  void submitLabel();
+  void endLabelEditing();
+
+  // The topic that would take the image file under the pointer.
+  void setImageDropTarget(std::optional<QUuid> nodeID);
+
   // The first call also brings the first topic to the middle.
   void appear(QSizeF canvasSize);
   void resize(QSizeF canvasSize);
@@ -79,6 +89,7 @@ class CanvasGestures {
   void tapRelationship(const QUuid& id);
   void deleteRelationship(const QUuid& id);
   void tapBackground();
+  void forgetVanishedRegion();
 
   MindMapViewModel& m_editor;
   const Clock& m_clock;

@@ -15,8 +15,6 @@ namespace quilmora {
 
 namespace {
 
-// Below this zoom a topic is drawn without its small parts, and has no small parts to hit.
-constexpr double minZoomOfParts = 0.3;
 // How far from a topic's centre its small parts can lie: they sit in the middle of its left and right edge.
 constexpr double maxPartDistanceX = 2500.0;
 constexpr double maxPartDistanceY = HandleMetrics::connectionHandleDiameter / 2.0;
@@ -67,15 +65,29 @@ MapScene CanvasScene::describe(const CanvasState& state) {
     scene.draggedHandle = {
         bend->isRelationship ? MapScene::HandleKind::relationshipBend : MapScene::HandleKind::edgeBend, bend->ownerID,
         bend->translation};
+  if (state.imageDropTargetID) {
+    scene.dropTargetID = state.imageDropTargetID;
+    scene.dropTarget = MapScene::DropTarget::connection;
+  }
+  describeRegions(scene, state.regions);
   if (m_editor.activeLens() != MindMapViewModel::FocusLens::none)
     scene.nodeOpacity = [this](const Node& node) { return m_editor.nodeOpacity(node); };
   return scene;
+}
+
+void CanvasScene::describeRegions(MapScene& scene, const RegionLayerState& state) const {
+  scene.editingRegionID = state.editingLabelID;
+  const std::optional<QUuid> dragged = state.draggingRegionID ? state.draggingRegionID : state.resizingRegionID;
+  if (!dragged) return;
+  if (const auto region = m_editor.regionByID(*dragged))
+    scene.regionDrag = MapScene::RegionDrag{*dragged, displayRect(*region, state)};
 }
 
 void CanvasScene::paint(QPainter& painter, const QRectF& exposed, const ViewTransform& view,
                         const CanvasState& state, const std::optional<QString>& editedTitle) {
   MapScene scene = describe(state);
   scene.view = view;
+  m_pixelRatio = view.zoom / m_editor.canvasZoom();
   scene.exposed = exposed;
   scene.editingTitle = editedTitle;
   m_painter.paint(painter, scene, canvasOptions());
@@ -103,7 +115,27 @@ CanvasTarget CanvasScene::targetAt(QPointF point, const CanvasState& state) {
     return {CanvasTarget::Kind::relationship, scene.map->relationships[*index].id};
   if (const auto index = m_painter.edgeAt(scene, point, canvasOptions()))
     return {CanvasTarget::Kind::edge, scene.map->edges[*index].id};
-  return {};
+  return regionAt(point).value_or(CanvasTarget());
+}
+
+std::optional<QUuid> CanvasScene::topicAt(QPointF point) {
+  const auto part = nodePartAt(describe({}), point);
+  return part ? std::optional(part->id) : std::nullopt;
+}
+
+// From the topmost down, each with its handle in front of it.
+std::optional<CanvasTarget> CanvasScene::regionAt(QPointF point) const {
+  const auto& regions = m_editor.mindMap().regions;
+  const std::optional<QUuid> selected = m_editor.selectedRegionID();
+  for (std::size_t i = regions.size(); i-- > 0;) {
+    const Region& region = regions[i];
+    const QRectF rect = region.rect.normalized();
+    if (region.id == selected &&
+        handleContains(resizeHandleCenter(rect), HandleMetrics::resizeHandleDiameter, point))
+      return CanvasTarget{CanvasTarget::Kind::regionResizeHandle, region.id};
+    if (rect.contains(point)) return CanvasTarget{CanvasTarget::Kind::region, region.id};
+  }
+  return std::nullopt;
 }
 
 std::optional<QPointF> CanvasScene::shownPosition(const QUuid& nodeID) {
@@ -158,7 +190,7 @@ std::optional<CanvasTarget> CanvasScene::nodePartAt(const MapScene& scene, QPoin
   const auto boxed = m_painter.nodeAt(scene, point, canvasOptions());
   const auto& positions = scene.index->positions();
   const std::size_t last = boxed.value_or(0);
-  if (scene.view.zoom >= minZoomOfParts)
+  if (scene.view.zoom * m_pixelRatio >= NodeMetrics::minPartScale)
     for (std::size_t i = positions.size(); i-- > last;) {
       const QPointF offset = point - positions[i];
       if (!(std::abs(offset.y()) <= maxPartDistanceY && std::abs(offset.x()) <= maxPartDistanceX)) continue;

@@ -39,6 +39,8 @@ class CanvasScene {
   // Paints the selection box, which lies above all else (view coordinates).
   void paintSelectionBox(QPainter& painter, const CanvasState& state) const;
   CanvasTarget targetAt(QPointF canvasPoint, const CanvasState& state);
+  // The topic whose box or small parts hold the point, whatever handles lie above it.
+  std::optional<QUuid> topicAt(QPointF canvasPoint);
   // Of an existing topic.
   TitleLook titleLook(const QUuid& nodeID);
   // Where the title field of an existing topic lies when it holds this text, in canvas units.
@@ -46,12 +48,15 @@ class CanvasScene {
 
  private:
   MapScene describe(const CanvasState& state);
+  void describeRegions(MapScene& scene, const RegionLayerState& state) const;
   std::optional<CanvasTarget> edgeHandleAt(QPointF point);
   std::optional<CanvasTarget> relationshipHandleAt(QPointF point, const CanvasState& state);
   std::optional<CanvasTarget> nodePartAt(const MapScene& scene, QPointF point);
+  std::optional<CanvasTarget> regionAt(QPointF point) const;
   std::optional<QPointF> shownPosition(const QUuid& nodeID);
 
   MindMapViewModel& m_editor;
+  double m_pixelRatio = 1.0;  // of the last painting
   MapPainter m_painter;
 };
 

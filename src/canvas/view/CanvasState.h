@@ -6,6 +6,7 @@
 #include <QSizeF>
 #include <QUuid>
 
+#include "canvas/view/RegionLayer.h"
 #include "platform/Clock.h"
 
 namespace quilmora {
@@ -47,6 +48,8 @@ struct CanvasState {
   std::optional<QPointF> edgeDragPosition;     // canvas units
   std::optional<QPointF> edgeDragTranslation;  // from the endpoint's own place
   std::optional<Bend> draggedBend;
+  std::optional<QUuid> imageDropTargetID;  // the topic that an image file is held over
+  RegionLayerState regions;
 
   bool operator==(const CanvasState&) const = default;
 };

@@ -20,11 +20,13 @@ struct CanvasTarget {
     edgeBendHandle,
     relationship,
     relationshipBendHandle,
-    relationshipDeleteButton
+    relationshipDeleteButton,
+    region,
+    regionResizeHandle
   };
 
   Kind kind = Kind::background;
-  QUuid id;  // of the topic, connector or relationship
+  QUuid id;  // of the topic, connector, relationship or region
 
   bool operator==(const CanvasTarget&) const = default;
 };

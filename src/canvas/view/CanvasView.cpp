@@ -7,6 +7,7 @@
 #include <QPinchGesture>
 
 #include "canvas/view/EventTranslation.h"
+#include "canvas/view/RegionLabelField.h"
 #include "canvas/view/TitleEditor.h"
 #include "editor/MindMapViewModel.h"
 #include "editor/WindowCommands.h"
@@ -69,10 +70,12 @@ CanvasView::CanvasView(MindMapViewModel& editor, WindowCommands& commands, Notif
       m_gestures(editor, clock, [this](QPointF point) { return m_scene.targetAt(point, m_gestures.state()); }),
       m_keys(editor, commands, scheduler, m_gestures),
       m_layoutReceivers(editor, m_gestures, notifications),
-      m_animation(editor, scheduler, clock) {
+      m_animation(editor, scheduler, clock),
+      m_menus(editor, m_gestures, [this](const QUuid& nodeID) { Q_EMIT imageWanted(nodeID); }) {
   setFocusPolicy(Qt::StrongFocus);
   setMouseTracking(true);
   setAttribute(Qt::WA_OpaquePaintEvent);
+  setAcceptDrops(true);
   grabGesture(Qt::PinchGesture);
   observeEditor();
   receiveNotifications(notifications);
@@ -83,6 +86,7 @@ CanvasView::~CanvasView() {
   m_gestures.setStateObserver({});
   // Its loss of the keyboard must not reach a view that is half gone.
   if (m_titleEditor) m_titleEditor->disconnect(this);
+  if (m_labelField) m_labelField->disconnect(this);
 }
 
 void CanvasView::observeEditor() {
@@ -156,11 +160,13 @@ void CanvasView::gesturesChanged() {
     closeTitleEditor();
     if (editing) openTitleEditor(*editing);
   }
+  followLabelEditing();
   update();
 }
 
 void CanvasView::viewMoved() {
   placeTitleEditor();
+  placeLabelField();
   update();
 }
 
@@ -168,6 +174,7 @@ void CanvasView::mapChanged() {
   // A topic that went out of sight takes its field with it.
   if (m_titleEditor && m_titleEditorNodeID && m_editor.isHidden(*m_titleEditorNodeID)) m_titleEditor->commit();
   placeTitleEditor();
+  placeLabelField();
   sceneChanged();
 }
 
@@ -191,9 +198,7 @@ void CanvasView::closeTitleEditor() {
   if (!m_titleEditor) return;
   TitleEditor* editor = std::exchange(m_titleEditor, nullptr);
   editor->disconnect(this);
-  // The next key belongs to the canvas, unless the user has taken the keyboard elsewhere.
-  const QWidget* owner = window()->focusWidget();
-  if (!owner || owner == editor) setFocus(Qt::OtherFocusReason);
+  takeKeyboardFrom(*editor);
   editor->hide();
   editor->deleteLater();
 }
@@ -210,6 +215,7 @@ void CanvasView::placeTitleEditor() {
 
 void CanvasView::commitTitleEdit() {
   if (m_titleEditor) m_titleEditor->commit();
+  if (m_labelField) m_labelField->finish();
 }
 
 // --- Events ---
@@ -313,6 +319,7 @@ bool CanvasView::pressKey(const QKeyEvent& event) {
     m_titleEditor->takeKey(event);
     return true;
   }
+  if (event.key() == Qt::Key_F10 && event.modifiers() == Qt::ShiftModifier) return openMenuOfSelection();
   return m_keys.press(event.key(), event.modifiers());
 }
 

@@ -7,6 +7,7 @@
 
 #include "canvas/view/CanvasGestures.h"
 #include "canvas/view/CanvasKeys.h"
+#include "canvas/view/CanvasMenus.h"
 #include "canvas/view/CanvasScene.h"
 #include "canvas/view/LayoutNotificationReceivers.h"
 #include "canvas/view/ScenePicture.h"
@@ -20,6 +21,7 @@ class QPinchGesture;
 namespace quilmora {
 
 class MindMapViewModel;
+class RegionLabelField;
 class Scheduler;
 class TitleEditor;
 class WindowCommands;
@@ -42,9 +44,17 @@ class CanvasView : public QWidget {
   bool isAnimating() const { return m_animation.isRunning(); }
   // The open title field, or nullptr.
   TitleEditor* titleEditor() const { return m_titleEditor; }
-  // Stores the title that is being edited, as leaving the field does. For those who are about to save or to quit.
+  // The open field of a region's label, or nullptr.
+  RegionLabelField* labelField() const { return m_labelField; }
+  // Stores the title or label that is being edited, as leaving the field does. For those who are about to save or quit.
   void commitTitleEdit();
   QSize minimumSizeHint() const override { return {400, 300}; }
+
+ Q_SIGNALS:
+  // The user wants to choose an image for the topic.
+  void imageWanted(const QUuid& nodeID);
+  // A file was dropped on the topic, which may or may not be an image.
+  void imageDropped(const QUuid& nodeID, const QString& path);
 
  protected:
   bool event(QEvent* event) override;
@@ -54,6 +64,11 @@ class CanvasView : public QWidget {
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dragMoveEvent(QDragMoveEvent* event) override;
+  void dragLeaveEvent(QDragLeaveEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
   void keyReleaseEvent(QKeyEvent* event) override;
   void enterEvent(QEnterEvent* event) override;
   void leaveEvent(QEvent* event) override;
@@ -77,6 +92,21 @@ class CanvasView : public QWidget {
   void closeTitleEditor();
   void placeTitleEditor();
 
+  // --- Menus, image files, labels of regions (CanvasViewMenus.cpp) ---
+
+  // For what lies at the point, in view coordinates. Returns whether there is a menu.
+  bool openMenuAt(QPoint position);
+  // For what is selected.
+  bool openMenuOfSelection();
+  bool popUp(QMenu* menu, QPoint position);
+  CanvasTarget targetAt(QPointF position);
+  std::optional<QUuid> topicAt(QPointF position);
+  void followLabelEditing();
+  void openLabelField(const QUuid& regionID);
+  void closeLabelField();
+  void placeLabelField();
+  void takeKeyboardFrom(QWidget& field);
+
   MindMapViewModel& m_editor;
   WindowCommands& m_commands;
   Scheduler& m_scheduler;
@@ -97,6 +127,9 @@ class CanvasView : public QWidget {
   std::vector<NotificationCenter::Subscription> m_subscriptions;
   TitleEditor* m_titleEditor = nullptr;
   std::optional<QUuid> m_titleEditorNodeID;
+  CanvasMenus m_menus;
+  RegionLabelField* m_labelField = nullptr;
+  std::optional<QUuid> m_labelFieldRegionID;
   double m_nativeMagnification = 1.0;
 };
 
