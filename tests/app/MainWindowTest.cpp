@@ -50,6 +50,14 @@ class MainWindowTest : public AppTest {
   }
 };
 
+TEST_F(MainWindowTest, TheCornerRadiusInTheSettingsChangesNothingOnTheCanvas) {
+  start();
+  const QImage before = window().canvas().grab().toImage();
+  m_settings.setReal(settings::nodeCornerRadius, 20.0);
+  start();
+  EXPECT_EQ(window().canvas().grab().toImage(), before);
+}
+
 TEST_F(MainWindowTest, MenusOfANewWindow) {
   start();
   EXPECT_EQ(entriesOf(menu("&File")),
