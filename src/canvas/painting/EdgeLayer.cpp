@@ -19,8 +19,8 @@ constexpr double previewWidth = 2.0;
 constexpr double minRibbonWidth = 1.3;
 constexpr double sampleStep = 7.0;
 constexpr double straightLength = 14.0;
-// Lines from afar are smooth as long as there are not too many of them. The map's size decides and not the number in sight, so
-// that neighbouring parts of a picture look alike.
+// Lines from afar are smooth as long as there are not too many of them. The map's size decides and not the number in
+// sight, so that neighbouring parts of a picture look alike.
 constexpr std::size_t maxSmoothLineCount = 2500;
 constexpr double minSmoothLineScale = 0.25;
 constexpr double minDashScale = 0.3;
@@ -86,7 +86,9 @@ double EdgeLayer::opacity(std::size_t edge) const {
   return m_context.options.fullEdgeOpacity || isEdgeSelected(edge) ? 1.0 : unselectedOpacity;
 }
 
-QPointF EdgeLayer::toDevice(QPointF point) const { return m_context.toDevice.map(point); }
+QPointF EdgeLayer::toDevice(QPointF point) const {
+  return m_context.toDevice.map(point);
+}
 
 // Whether a piece of an edge can be seen at all: not outside, not below what is painted later.
 bool EdgeLayer::isSeen(const QRectF& piece) const {
@@ -118,8 +120,9 @@ void EdgeLayer::collectEdge(std::size_t edge, std::uint32_t from, std::uint32_t 
   const double reach = std::max(width / 2, sketch.hasHead ? 2.5 * std::abs(double{sketch.endWidth}) : 0.0) + 1.0;
   QRectF hull = hullOf(a, b);
   const bool isBent = sketch.isBent && m_context.options.bends;
-  if (isBent) hull = hull.united(hull.translated(sketch.bend));
+  // Widened first: of two topics on one point the bare hull is empty, and a union leaves empty ones out.
   hull.adjust(-reach, -reach, reach, reach);
+  if (isBent) hull = hull.united(hull.translated(sketch.bend));
   if (!isSeen(hull) || !isFinite(a) || !isFinite(b)) return;
   if (m_context.options.levelsOfDetail && width * m_context.scale < minRibbonWidth)
     collectLine(edge, a, b, isBent ? sketch.bend : QPointF(), width * m_context.scale);
@@ -152,7 +155,8 @@ void EdgeLayer::collectLine(std::size_t edge, QPointF a, QPointF b, QPointF bend
     for (int step = 1; step <= steps; ++step) {
       const double t = static_cast<double>(step) / steps;
       const double u = 1.0 - t;
-      const QPointF next = a * (u * u * u) + controls[0] * (3 * u * u * t) + controls[1] * (3 * u * t * t) + b * (t * t * t);
+      const QPointF next =
+          a * (u * u * u) + controls[0] * (3 * u * u * t) + controls[1] * (3 * u * t * t) + b * (t * t * t);
       add(previous, next);
       previous = next;
     }
@@ -175,8 +179,8 @@ TaperedConnector EdgeLayer::connectorOf(std::size_t edge, QPointF a, QPointF b) 
   TaperedConnector connector;
   connector.startPoint = a;
   connector.endPoint = b;
-  const auto controls = edgeControlPoints(
-      a, b, sketch.isBent && m_context.options.bends ? std::optional(sketch.bend) : std::nullopt);
+  const auto controls =
+      edgeControlPoints(a, b, sketch.isBent && m_context.options.bends ? std::optional(sketch.bend) : std::nullopt);
   connector.controlPoint1 = controls[0];
   connector.controlPoint2 = controls[1];
   connector.style.arrowHead = sketch.hasHead ? EdgeStyle::ArrowHead::triangle : EdgeStyle::ArrowHead::none;
@@ -199,7 +203,8 @@ EdgeLayer::Samples EdgeLayer::samplesInSight(const TaperedConnector& connector, 
   const bool isEven = connector.controlPoint1.x() == a.x() + dx / 3.0;
   if (!isEven || std::abs(dx) < 1e-9) return {0, count, count};
   const CoverageGrid& coverage = m_context.pictures.coverage;
-  const QRectF seen = coverage.isActive() ? m_context.toDevice.inverted().mapRect(coverage.pixels()) : m_context.exposed;
+  const QRectF seen =
+      coverage.isActive() ? m_context.toDevice.inverted().mapRect(coverage.pixels()) : m_context.exposed;
   double low = (seen.left() - reach - a.x()) / dx;
   double high = (seen.right() + reach - a.x()) / dx;
   if (low > high) std::swap(low, high);
@@ -241,7 +246,8 @@ void EdgeLayer::addStretch(std::size_t edge, const TaperedConnector& connector, 
     points[k] = left;
     points[2 * length - 1 - k] = right;
     if (k > 0 && coverage.isActive())
-      coverage.shadeQuadrilateral({toDevice(points[k - 1]), toDevice(left), toDevice(right), toDevice(points[2 * length - k])});
+      coverage.shadeQuadrilateral(
+          {toDevice(points[k - 1]), toDevice(left), toDevice(right), toDevice(points[2 * length - k])});
   }
   m_pieces.push_back({edge, begin, 2 * length});
 }

@@ -1,10 +1,9 @@
-#include "canvas/painting/MapPainter.h"
-
 #include <cmath>
 
 #include <gtest/gtest.h>
 
 #include "canvas/painting/BadgeLook.h"
+#include "canvas/painting/MapPainter.h"
 #include "canvas/painting/PaintedMap.h"
 
 namespace quilmora {
@@ -30,8 +29,8 @@ class NodeLook : public testing::TestWithParam<double> {
   // A point `inset` canvas units inside the middle of the box's bottom edge.
   QPointF insideBottom(double inset) { return QPointF(0, painted.metrics(0).box.bottom() - inset); }
 
-  // The width in canvas units of the border at the box's bottom edge: mixed pixels count by their share. Boxes stand on whole
-  // pixels, so the edge itself may be half a pixel away from its place.
+  // The width in canvas units of the border at the box's bottom edge: mixed pixels count by their share. Boxes stand on
+  // whole pixels, so the edge itself may be half a pixel away from its place.
   double borderWidthAt(const QImage& image, const QColor& border) {
     const double ratio = GetParam();
     const int x = static_cast<int>(200 * ratio);
@@ -95,8 +94,8 @@ TEST_P(NodeLook, RunsItsGradientFromTopLeftToBottomRight) {
 
 TEST_P(NodeLook, HasABadgeOnADiscOfItsColour) {
   painted.addNode(QPointF(0, 0));
-  for (const Badge badge : {Badge::priority1, Badge::priority2, Badge::priority3, Badge::done, Badge::inProgress,
-                            Badge::blocked}) {
+  for (const Badge badge :
+       {Badge::priority1, Badge::priority2, Badge::priority3, Badge::done, Badge::inProgress, Badge::blocked}) {
     painted.changeNode(0, [&](Node& node) { node.badge = badge; });
     const QImage image = paint();
     const QRectF disc = painted.metrics(0).badge;
@@ -220,7 +219,7 @@ TEST(MapPainter, FillsRibbonAndHeadAsOneShape) {
   const QUuid b = painted.addNode(QPointF(150, 0), QString(), "#FFFFFF");
   painted.addEdge(a, b, "#FF0000", 16.0);  // a head of 40 by 24, larger than the topic
   const QImage image = painted.paint();
-  EXPECT_LE(colorDistance(painted.at(image, QPointF(120, 3)), QColor(255, 51, 51)), 1);   // in both
+  EXPECT_LE(colorDistance(painted.at(image, QPointF(120, 3)), QColor(255, 51, 51)), 1);    // in both
   EXPECT_LE(colorDistance(painted.at(image, QPointF(112, 8.5)), QColor(255, 51, 51)), 1);  // in the head alone
   EXPECT_EQ(painted.at(image, QPointF(100, 9.5)), white);
 }
@@ -320,7 +319,8 @@ TEST(MapPainter, ThePictureOfAnExportLeavesOutWhatOnlyTheCanvasShows) {
     return painted.paint();
   }();
   painted.changeEdge(0, [](Edge& edge) { edge.controlPointOffset = QPointF(0, 90); });
-  painted.map.regions.append(Region{QUuid::createUuid(), QString(), QStringLiteral("#FF0000"), QRectF(-50, -50, 100, 99)});
+  painted.map.regions.append(
+      Region{QUuid::createUuid(), QString(), QStringLiteral("#FF0000"), QRectF(-50, -50, 100, 99)});
   painted.map.relationships.append(
       Relationship{QUuid::createUuid(), a, b, QString(), QStringLiteral("#FF0000"), QPointF(0, 60)});
   painted.selectedNodes.insert(a);
@@ -344,7 +344,8 @@ TEST(MapPainter, HidesNothingThatOpaqueTopicsDoNotCover) {
   PaintedMap painted;
   std::vector<QUuid> ids;
   for (int i = 0; i < 60; ++i) {
-    ids.push_back(painted.addNode(QPointF((i * 37) % 300 - 150, (i * 61) % 220 - 110), QStringLiteral("Topic %1").arg(i)));
+    ids.push_back(
+        painted.addNode(QPointF((i * 37) % 300 - 150, (i * 61) % 220 - 110), QStringLiteral("Topic %1").arg(i)));
     if (i > 0) painted.addEdge(ids[static_cast<std::size_t>(i / 2)], ids.back());
   }
   const QImage quick = painted.paint();
@@ -429,6 +430,18 @@ TEST(MapPainter, FindsEdgesAndRelationshipsUnderAPoint) {
   EXPECT_EQ(painted.painter.edgeAt(painted.scene, QPointF(0, 6)), std::nullopt);
   EXPECT_EQ(painted.painter.relationshipAt(painted.scene, QPointF(0, 36)), 0u);
   EXPECT_EQ(painted.painter.relationshipAt(painted.scene, QPointF(0, 45)), std::nullopt);
+}
+
+TEST(MapPainter, DrawsAFarBentEdgeBetweenTopicsOnOnePoint) {
+  PaintedMap painted;
+  const QUuid a = painted.addNode(QPointF(0, 0));
+  const QUuid b = painted.addNode(QPointF(0, 0));
+  painted.addEdge(a, b, "#FF0000", 10.0);
+  // Its tip lies far below the picture, its start in the middle.
+  painted.changeEdge(0, [](Edge& edge) { edge.controlPointOffset = QPointF(0, 4000); });
+  const QImage image = painted.paint();
+  // It goes down and comes back over itself.
+  EXPECT_LT(colorDistance(painted.at(image, QPointF(0, 100)), QColor(Qt::red)), 60);
 }
 
 }  // namespace
