@@ -4,7 +4,6 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <cstring>
 #include <limits>
 
 namespace quilmora::json {
@@ -26,52 +25,22 @@ constexpr auto escapes = [] {
   return table;
 }();
 
-char* putCodePoint(char* at, char32_t c) {
-  const auto tail = [&](int shift) { return static_cast<char>(0x80 | (c >> shift & 0x3F)); };
-  if (c < 0x800) {
-    *at++ = static_cast<char>(0xC0 | c >> 6);
-  } else if (c < 0x10000) {
-    *at++ = static_cast<char>(0xE0 | c >> 12);
-    *at++ = tail(6);
-  } else {
-    *at++ = static_cast<char>(0xF0 | c >> 18);
-    *at++ = tail(12);
-    *at++ = tail(6);
-  }
-  *at++ = tail(0);
-  return at;
-}
-
 }  // namespace
-
-void JsonWriter::grow(qsizetype count) {
-  const qsizetype size = m_at ? m_at - m_buffer.constData() : 0;
-  m_buffer.resize(std::max<qsizetype>({4096, 2 * m_buffer.size(), size + count}));
-  m_at = m_buffer.data() + size;
-  m_end = m_buffer.data() + m_buffer.size();
-}
-
-void JsonWriter::put(std::string_view text) {
-  std::memcpy(room(static_cast<qsizetype>(text.size())), text.data(), text.size());
-  m_at += text.size();
-}
 
 void JsonWriter::newLine() {
   if (!m_isPretty) return;
-  const qsizetype indent = 2 * m_depth;
-  char* at = room(1 + indent);
-  *at++ = '\n';
-  m_at = std::fill_n(at, indent, ' ');
+  m_buffer.put('\n');
+  m_buffer.putBlanks(2 * m_depth);
 }
 
 void JsonWriter::separate() {
-  if (!m_isFirst) put(',');
+  if (!m_isFirst) m_buffer.put(',');
   m_isFirst = false;
   newLine();
 }
 
 void JsonWriter::open(char bracket) {
-  put(bracket);
+  m_buffer.put(bracket);
   ++m_depth;
   m_isFirst = true;
 }
@@ -80,39 +49,39 @@ void JsonWriter::close(char bracket) {
   --m_depth;
   if (!m_isFirst) newLine();
   m_isFirst = false;
-  put(bracket);
+  m_buffer.put(bracket);
 }
 
 void JsonWriter::key(std::string_view name) {
   separate();
   plainText(name);
-  put(m_isPretty ? std::string_view(": ") : std::string_view(":"));
+  m_buffer.put(m_isPretty ? std::string_view(": ") : std::string_view(":"));
 }
 
 void JsonWriter::plainText(std::string_view text) {
-  char* at = room(static_cast<qsizetype>(text.size()) + 2);
+  char* at = m_buffer.room(static_cast<qsizetype>(text.size()) + 2);
   *at++ = '"';
   at = std::copy(text.begin(), text.end(), at);
   *at++ = '"';
-  m_at = at;
+  m_buffer.setEnd(at);
 }
 
 void JsonWriter::text(const QString& text) {
   // By pieces, because room is made for the longest escapes.
   constexpr qsizetype pieceLength = 4096;
   const auto* units = reinterpret_cast<const char16_t*>(text.utf16());
-  put('"');
+  m_buffer.put('"');
   for (qsizetype start = 0; start < text.size();) {
     qsizetype end = std::min(start + pieceLength, text.size());
     if (end < text.size() && QChar::isHighSurrogate(units[end - 1])) ++end;
     putText(units + start, end - start);
     start = end;
   }
-  put('"');
+  m_buffer.put('"');
 }
 
 void JsonWriter::putText(const char16_t* units, qsizetype count) {
-  char* at = room(6 * count);
+  char* at = m_buffer.room(6 * count);
   for (qsizetype i = 0; i < count; ++i) {
     const char16_t unit = units[i];
     if (unit < 0x80) {
@@ -136,7 +105,7 @@ void JsonWriter::putText(const char16_t* units, qsizetype count) {
       at = putCodePoint(at, QChar::ReplacementCharacter);
     }
   }
-  m_at = at;
+  m_buffer.setEnd(at);
 }
 
 void JsonWriter::number(double value) {
@@ -150,36 +119,36 @@ void JsonWriter::number(double value) {
     integer(static_cast<std::int64_t>(value));
     return;
   }
-  char* const at = room(32);
+  char* const at = m_buffer.room(32);
   const auto result = std::abs(value) > greatestWhole ? std::to_chars(at, at + 32, value, std::chars_format::scientific)
                                                       : std::to_chars(at, at + 32, value);
-  m_at = result.ptr;
+  m_buffer.setEnd(result.ptr);
 }
 
 void JsonWriter::integer(std::int64_t value) {
-  char* const at = room(24);
-  m_at = std::to_chars(at, at + 24, value).ptr;
+  char* const at = m_buffer.room(24);
+  m_buffer.setEnd(std::to_chars(at, at + 24, value).ptr);
 }
 
 void JsonWriter::boolean(bool value) {
-  put(value ? std::string_view("true") : std::string_view("false"));
+  m_buffer.put(value ? std::string_view("true") : std::string_view("false"));
 }
 
-void JsonWriter::null() { put(std::string_view("null")); }
+void JsonWriter::null() {
+  m_buffer.put(std::string_view("null"));
+}
 
 void JsonWriter::pair(double x, double y) {
-  put('[');
+  m_buffer.put('[');
   number(x);
-  put(m_isPretty ? std::string_view(", ") : std::string_view(","));
+  m_buffer.put(m_isPretty ? std::string_view(", ") : std::string_view(","));
   number(y);
-  put(']');
+  m_buffer.put(']');
 }
 
 QByteArray JsonWriter::take() {
-  if (m_isPretty) put('\n');
-  m_buffer.resize(m_at - m_buffer.constData());
-  m_buffer.squeeze();
-  return std::move(m_buffer);
+  if (m_isPretty) m_buffer.put('\n');
+  return m_buffer.take();
 }
 
 }  // namespace quilmora::json

@@ -7,6 +7,7 @@
 #include <QPointF>
 #include <QString>
 
+#include "model/ByteBuffer.h"
 #include "model/MindMapDocument.h"
 
 namespace quilmora::json {
@@ -46,22 +47,9 @@ class JsonWriter {
   void close(char bracket);
   void separate();
   void newLine();
-  void put(char c) {
-    *room(1) = c;
-    ++m_at;
-  }
-  void put(std::string_view text);
   void putText(const char16_t* units, qsizetype count);
-  // Makes room for `count` more bytes and answers where they go; the caller then advances m_at.
-  char* room(qsizetype count) {
-    if (m_end - m_at < count) grow(count);
-    return m_at;
-  }
-  void grow(qsizetype count);
 
-  QByteArray m_buffer;
-  char* m_at = nullptr;  // where the next byte goes in the buffer
-  char* m_end = nullptr;
+  ByteBuffer m_buffer;
   int m_depth = 0;
   bool m_isPretty;
   bool m_isFirst = true;  // nothing stands yet in the innermost array or object

@@ -1,0 +1,37 @@
+#include "exchange/ExportWriter.h"
+
+#include "exchange/TextExports.h"
+#include "platform/FileWriter.h"
+
+namespace quilmora {
+
+std::optional<QByteArray> exportedText(const MindMap& map, ExportFormat format) {
+  switch (format) {
+    case ExportFormat::json:
+      return exportJSON(map);
+    case ExportFormat::svg:
+      return exportSVG(map);
+    case ExportFormat::opml:
+      return exportOPML(map);
+    case ExportFormat::markdown:
+      return exportMarkdown(map);
+    case ExportFormat::png:
+    case ExportFormat::pdf:
+      break;
+  }
+  return std::nullopt;
+}
+
+ExportOutcome writeExport(const MindMap& map, ExportFormat format, const QString& path, FileWriter& writer,
+                          const ExportProgress&) {
+  try {
+    const std::optional<QByteArray> text = exportedText(map, format);
+    if (!text) return {ExportOutcome::State::notRendered, {}};
+    const QString problem = writer.write(path, *text);
+    return problem.isEmpty() ? ExportOutcome{} : ExportOutcome::failure(problem);
+  } catch (const ExportError& error) {
+    return ExportOutcome::failure(error.message());
+  }
+}
+
+}  // namespace quilmora

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <functional>
+
+#include <QString>
+
+#include "exchange/ExportFormat.h"
+#include "model/MindMap.h"
+
+namespace quilmora {
+
+class FileWriter;
+
+// Hears, now and then, which share of a long export is done, from 0 to 1. Whoever shows a window lets it paint here.
+using ExportProgress = std::function<void(double share)>;
+
+struct ExportOutcome {
+  enum class State {
+    written,
+    failed,       // `reason` tells why
+    notRendered,  // there is no picture of this map to write
+  };
+
+  State state = State::written;
+  QString reason;  // fit to be shown
+
+  static ExportOutcome failure(const QString& reason) { return {State::failed, reason}; }
+};
+
+// Writes a map in a format, whatever the extension of `path`. Unless it is written whole, the path stays as it was.
+ExportOutcome writeExport(const MindMap& map, ExportFormat format, const QString& path, FileWriter& writer,
+                          const ExportProgress& progress = {});
+
+// A text format in UTF-8; nothing for a picture. Throws ExportError.
+std::optional<QByteArray> exportedText(const MindMap& map, ExportFormat format);
+
+}  // namespace quilmora

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <optional>
+#include <stdexcept>
+#include <vector>
+
+#include <QByteArray>
+#include <QRectF>
+
+#include "model/MindMap.h"
+
+namespace quilmora {
+
+// Why a map could not be exported, fit to be shown.
+class ExportError : public std::runtime_error {
+ public:
+  explicit ExportError(const QString& message) : std::runtime_error(message.toStdString()) {}
+  QString message() const { return QString::fromUtf8(what()); }
+};
+
+// A map as text in UTF-8. Half a surrogate pair becomes U+FFFD, and in OPML and SVG so does every character that XML
+// cannot hold. Linear time, and no depth or damage of the map is too much, except as told.
+
+// The plain document, pictures included.
+QByteArray exportJSON(const MindMap& map);
+
+// OPML 2.0: the forest with titles and notes. Where the indentation of a very deep map would take more than 512 MiB, it
+// stops at level 100.
+QByteArray exportOPML(const MindMap& map);
+
+// A nested list of bold titles, each with its note below. Throws ExportError where the indentation, which holds the
+// structure here, would take more than 512 MiB.
+QByteArray exportMarkdown(const MindMap& map);
+
+// A simple drawing: topics as boxes of one size, edges as straight lines. The picture has the size of `area`, otherwise
+// that of the map plus 200, and always starts at 0, 0; nothing is moved to fit.
+QByteArray exportSVG(const MindMap& map, const std::optional<QRectF>& area = {});
+
+// The topics to which no edge leads, in their order.
+std::vector<Node> rootNodes(const MindMap& map);
+// The topics to which the topic's edges lead, in the order of the edges; of topics with one id always the first.
+std::vector<Node> childNodes(const Node& node, const MindMap& map);
+
+// The trimmed text where it is "#" and six hexadecimal digits, else "#808080".
+QString safeColor(const QString& text);
+
+}  // namespace quilmora

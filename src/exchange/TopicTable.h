@@ -1,0 +1,37 @@
+#pragma once
+
+#include <vector>
+
+#include "model/MapIndex.h"
+
+namespace quilmora {
+
+// The topics of a map under the dense numbers of its ids; of topics with one id the first counts. The map outlives it.
+class TopicTable {
+ public:
+  explicit TopicTable(const MindMap& map);
+
+  const MapIndex& index() const { return m_index; }
+  // In the map's order, repeated ids included.
+  const std::vector<const Node*>& topics() const { return m_topics; }
+  // nullptr where the number names no topic.
+  const Node* find(std::uint32_t number) const { return m_firstOfNumber[number]; }
+
+ private:
+  MapIndex m_index;
+  std::vector<const Node*> m_topics;
+  std::vector<const Node*> m_firstOfNumber;
+};
+
+// A topic in an outline.
+struct OutlineTopic {
+  const Node* node;
+  std::uint32_t depth;
+  bool hasChildren;  // an edge leads to some topic, which may stand elsewhere in the outline
+};
+
+// The forest from its roots, depth first, each id once and under the first of its parents. What no root reaches is
+// left out. Points into the map.
+std::vector<OutlineTopic> outlineOf(const MindMap& map);
+
+}  // namespace quilmora
