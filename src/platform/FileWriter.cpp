@@ -59,7 +59,7 @@ QString causeOf(int error, const QByteArray& folder) {
   }
 }
 
-// One write of one file. What was not put in the file's place goes with the object.
+// One write of one file: begin, append as often as needed, finish. What was not put in the file's place goes with the object.
 class WholeFileWrite {
  public:
   explicit WholeFileWrite(const QByteArray& path) : m_path(path), m_folder(folderOf(path)) {}
@@ -67,13 +67,21 @@ class WholeFileWrite {
   WholeFileWrite& operator=(const WholeFileWrite&) = delete;
   ~WholeFileWrite() { drop(); }
 
-  // Returns an empty text or the cause of the failure.
-  QString run(const QByteArray& data) {
+  // These three return an empty text or the cause of the failure.
+  QString begin() {
     const QString refusal = followLinks();
     if (!refusal.isEmpty()) return refusal;
     // A file without a name leaves no trace when the process is killed while it writes, but not every disk has them.
-    const bool isReady = prepare(data, &WholeFileWrite::createUnnamed) || prepare(data, &WholeFileWrite::createNamed);
-    if (!isReady || !replace()) return causeOf(errno, m_folder);
+    const bool isReady = create(&WholeFileWrite::createUnnamed) || create(&WholeFileWrite::createNamed);
+    return isReady ? QString() : causeOf(errno, m_folder);
+  }
+
+  QString append(const char* data, qsizetype size) {
+    return writeAll(m_descriptor, data, size) ? QString() : causeOf(errno, m_folder);
+  }
+
+  QString finish() {
+    if (!flush() || !(giveName() || copyToNamed()) || !closeFile() || !replace()) return causeOf(errno, m_folder);
     flushFolder();
     return {};
   }
@@ -115,19 +123,16 @@ class WholeFileWrite {
     return {};
   }
 
-  // Leaves the whole content on the disk, beside the file that it is to replace.
-  bool prepare(const QByteArray& data, bool (WholeFileWrite::*create)(mode_t)) {
+  // Opens an empty file beside the one that it is to replace.
+  bool create(bool (WholeFileWrite::*open)(mode_t)) {
     // A file that others must not read stays so from the first byte on; a new one gets what the user's mask leaves.
-    if ((this->*create)(m_existing ? 0600 : 0666) && keepAttributes() && writeAll(data) && flush() && giveName() &&
-        closeFile()) {
-      return true;
-    }
+    if ((this->*open)(m_existing ? 0600 : 0666) && keepAttributes()) return true;
     drop();
     return false;
   }
 
   bool createUnnamed(mode_t mode) {
-    m_descriptor = ::open(m_folder.constData(), O_WRONLY | O_TMPFILE | O_CLOEXEC, mode);
+    m_descriptor = ::open(m_folder.constData(), O_RDWR | O_TMPFILE | O_CLOEXEC, mode);
     return m_descriptor >= 0;
   }
 
@@ -144,6 +149,27 @@ class WholeFileWrite {
     return tryNames([&](const QByteArray& path) {
       return ::linkat(AT_FDCWD, unnamed.constData(), AT_FDCWD, path.constData(), AT_SYMLINK_FOLLOW) == 0;
     });
+  }
+
+  // For disks that have files without a name and don't let them get one.
+  bool copyToNamed() {
+    const int source = std::exchange(m_descriptor, -1);
+    const bool isCopied = create(&WholeFileWrite::createNamed) && copyAll(source) && flush();
+    const int error = errno;
+    ::close(source);
+    errno = error;
+    return isCopied;
+  }
+
+  bool copyAll(int source) {
+    QByteArray piece(1 << 20, '\0');
+    if (::lseek(source, 0, SEEK_SET) != 0) return false;
+    for (;;) {
+      const ssize_t length = ::read(source, piece.data(), static_cast<std::size_t>(piece.size()));
+      if (length < 0 && errno == EINTR) continue;
+      if (length <= 0) return length == 0;
+      if (!writeAll(m_descriptor, piece.constData(), length)) return false;
+    }
   }
 
   // Takes the first name in the folder with which `attempt` succeeds.
@@ -184,11 +210,10 @@ class WholeFileWrite {
     return ::fchmod(m_descriptor, m_existing->st_mode & 07707) == 0;
   }
 
-  bool writeAll(const QByteArray& data) {
+  static bool writeAll(int descriptor, const char* data, qsizetype size) {
     qsizetype done = 0;
-    while (done < data.size()) {
-      const ssize_t written =
-          ::write(m_descriptor, data.constData() + done, static_cast<std::size_t>(data.size() - done));
+    while (done < size) {
+      const ssize_t written = ::write(descriptor, data + done, static_cast<std::size_t>(size - done));
       if (written < 0 && errno == EINTR) continue;
       if (written < 0) return false;
       done += written;
@@ -223,16 +248,67 @@ class WholeFileWrite {
   int m_descriptor = -1;
 };
 
+class DiskFileStream final : public FileStream {
+ public:
+  explicit DiskFileStream(const QString& path)
+      : m_name(path.mid(path.lastIndexOf(u'/') + 1)), m_write(std::in_place, QFile::encodeName(path)) {
+    note(m_name.isEmpty() || path.contains(QChar(u'\0')) ? QStringLiteral("This is not a file name.") : m_write->begin());
+  }
+
+  bool append(const char* data, qsizetype size) override {
+    if (m_write) note(m_write->append(data, size));
+    return m_write.has_value();
+  }
+
+  QString commit() override {
+    if (m_write) note(m_write->finish());
+    m_write.reset();
+    return m_cause.isEmpty() ? QString() : QStringLiteral("“%1” could not be written. %2").arg(m_name, m_cause);
+  }
+
+ private:
+  void note(const QString& cause) {
+    if (cause.isEmpty()) return;
+    m_cause = cause;
+    m_write.reset();
+  }
+
+  QString m_name;
+  QString m_cause;
+  std::optional<WholeFileWrite> m_write;
+};
+
+// Keeps the pieces for a writer that only knows whole files.
+class HeldFileStream final : public FileStream {
+ public:
+  HeldFileStream(FileWriter& writer, const QString& path) : m_writer(writer), m_path(path) {}
+
+  bool append(const char* data, qsizetype size) override {
+    m_data.append(data, size);
+    return true;
+  }
+  QString commit() override { return m_writer.write(m_path, m_data); }
+
+ private:
+  FileWriter& m_writer;
+  QString m_path;
+  QByteArray m_data;
+};
+
 }  // namespace
 
+std::unique_ptr<FileStream> FileWriter::stream(const QString& path) {
+  return std::make_unique<HeldFileStream>(*this, path);
+}
+
+std::unique_ptr<FileStream> DiskFileWriter::stream(const QString& path) {
+  return std::make_unique<DiskFileStream>(path);
+}
+
 QString DiskFileWriter::write(const QString& path, const QByteArray& data) {
-  const QString name = path.mid(path.lastIndexOf(u'/') + 1);
-  const auto failure = [&](const QString& cause) {
-    return QStringLiteral("“%1” could not be written. %2").arg(name, cause);
-  };
-  if (name.isEmpty() || path.contains(QChar(u'\0'))) return failure(QStringLiteral("This is not a file name."));
-  const QString cause = WholeFileWrite(QFile::encodeName(path)).run(data);
-  return cause.isEmpty() ? QString() : failure(cause);
+  DiskFileStream stream(path);
+  stream.append(data.constData(), data.size());
+  return stream.commit();
 }
 
 }  // namespace quilmora

@@ -258,5 +258,97 @@ TEST_F(FileWriterTest, LeavesTheOldFileOnADiskThatCanOnlyBeRead) {
   EXPECT_EQ(content(file), QByteArrayLiteral("old"));
 }
 
+// --- Streams ---
+
+TEST(FileStream, PiecesBecomeOneFile) {
+  QTemporaryDir folder;
+  DiskFileWriter writer;
+  const QString path = folder.filePath(QStringLiteral("picture"));
+  const auto stream = writer.stream(path);
+  EXPECT_TRUE(stream->append("one ", 4));
+  EXPECT_TRUE(stream->append("two", 3));
+  EXPECT_FALSE(QFile::exists(path));
+  EXPECT_EQ(stream->commit(), QString());
+  EXPECT_EQ(content(path), QByteArray("one two"));
+  EXPECT_EQ(namesIn(folder.path()), QStringList{QStringLiteral("picture")});
+}
+
+TEST(FileStream, WithoutCommitTheOldFileStandsAlone) {
+  QTemporaryDir folder;
+  DiskFileWriter writer;
+  const QString path = folder.filePath(QStringLiteral("picture"));
+  put(path, "old");
+  {
+    const auto stream = writer.stream(path);
+    EXPECT_TRUE(stream->append("new", 3));
+  }
+  EXPECT_EQ(content(path), QByteArray("old"));
+  EXPECT_EQ(namesIn(folder.path()), QStringList{QStringLiteral("picture")});
+}
+
+TEST(FileStream, KeepsModeAndLink) {
+  QTemporaryDir folder;
+  DiskFileWriter writer;
+  const QString target = folder.filePath(QStringLiteral("target"));
+  const QString link = folder.filePath(QStringLiteral("link"));
+  put(target, "old");
+  ASSERT_EQ(::chmod(QFile::encodeName(target).constData(), 0640), 0);
+  ASSERT_TRUE(QFile::link(target, link));
+  const auto stream = writer.stream(link);
+  EXPECT_TRUE(stream->append("new", 3));
+  EXPECT_EQ(stream->commit(), QString());
+  EXPECT_TRUE(QFileInfo(link).isSymLink());
+  EXPECT_EQ(content(target), QByteArray("new"));
+  EXPECT_EQ(modeOf(target), mode_t{0640});
+}
+
+TEST(FileStream, AFullDiskIsToldAndLeavesTheOldFile) {
+  TemporaryDisk disk(QByteArrayLiteral("256k"));
+  if (!disk.isMounted()) GTEST_SKIP() << "only root can mount a disk";
+  DiskFileWriter writer;
+  const QString path = disk.path(QStringLiteral("picture"));
+  put(path, "old");
+  disk.fill(64 * 1024);
+  const auto stream = writer.stream(path);
+  const QByteArray piece(16 * 1024, 'x');
+  bool isTaken = true;
+  for (int count = 0; count < 16; ++count) isTaken = stream->append(piece.constData(), piece.size());
+  EXPECT_FALSE(isTaken);
+  EXPECT_EQ(stream->commit(), QStringLiteral("“picture” could not be written. The disk is full."));
+  EXPECT_EQ(content(path), QByteArray("old"));
+  EXPECT_EQ(namesIn(QFileInfo(path).path()), (QStringList{QStringLiteral("filler"), QStringLiteral("picture")}));
+}
+
+TEST(FileStream, AMissingFolderIsToldAtTheEnd) {
+  QTemporaryDir folder;
+  DiskFileWriter writer;
+  const auto stream = writer.stream(folder.filePath(QStringLiteral("absent/picture")));
+  EXPECT_FALSE(stream->append("new", 3));
+  EXPECT_EQ(stream->commit(), QStringLiteral("“picture” could not be written. The folder “%1/absent” does not exist.")
+                                  .arg(folder.path()));
+}
+
+// Knows whole files only.
+class KeepingWriter final : public FileWriter {
+ public:
+  QString write(const QString& path, const QByteArray& data) override {
+    m_path = path;
+    m_data = data;
+    return {};
+  }
+  QString m_path;
+  QByteArray m_data;
+};
+
+TEST(FileStream, AWriterOfWholeFilesGetsThePiecesTogether) {
+  KeepingWriter writer;
+  const auto stream = writer.stream(QStringLiteral("/somewhere/picture"));
+  EXPECT_TRUE(stream->append("one ", 4));
+  EXPECT_TRUE(stream->append("two", 3));
+  EXPECT_EQ(stream->commit(), QString());
+  EXPECT_EQ(writer.m_path, QStringLiteral("/somewhere/picture"));
+  EXPECT_EQ(writer.m_data, QByteArray("one two"));
+}
+
 }  // namespace
 }  // namespace quilmora
