@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include <QPainter>
-#include <QPainterPath>
 
 #include "canvas/geometry/Polygons.h"
 
@@ -56,13 +55,18 @@ void EdgeLayer::collect() {
   const std::vector<std::uint32_t>& nodeOfNumber = index.nodeOfNumber();
   const CoverageGrid& coverage = m_context.pictures.coverage;
   const std::size_t count = std::min(index.edgeFrom().size(), m_context.sketch.edges().size());
-  for (std::size_t i = count; i-- > 0;) {
-    if (coverage.isActive() && coverage.isAllCovered()) break;
+  const auto look = [&](std::size_t i) {
     const std::uint32_t from = nodeOfNumber[index.edgeFrom()[i]];
     const std::uint32_t to = nodeOfNumber[index.edgeTo()[i]];
-    if (from == MapIndex::npos || to == MapIndex::npos) continue;
-    if (m_context.isHidden(from) || m_context.isHidden(to)) continue;
+    if (from == MapIndex::npos || to == MapIndex::npos) return;
+    if (m_context.isHidden(from) || m_context.isHidden(to)) return;
     collectEdge(i, from, to);
+  };
+  const auto isDone = [&] { return coverage.isActive() && coverage.isAllCovered(); };
+  if (const auto* inSight = m_context.scene.edgesInSight) {
+    for (std::size_t k = inSight->size(); k-- > 0 && !isDone();) look((*inSight)[k]);
+  } else {
+    for (std::size_t i = count; i-- > 0 && !isDone();) look(i);
   }
 }
 
@@ -189,6 +193,12 @@ TaperedConnector EdgeLayer::connectorOf(std::size_t edge, QPointF a, QPointF b) 
   return connector;
 }
 
+TaperedConnector EdgeLayer::connectorOf(std::size_t edge) const {
+  const MapIndex& index = *m_context.scene.index;
+  return connectorOf(edge, index.positions()[index.nodeOfNumber()[index.edgeFrom()[edge]]],
+                     index.positions()[index.nodeOfNumber()[index.edgeTo()[edge]]]);
+}
+
 // Which samples of a curve can lie in sight. An unbent curve runs evenly from one x to the other.
 EdgeLayer::Samples EdgeLayer::samplesInSight(const TaperedConnector& connector, double reach) const {
   const QPointF a = connector.startPoint;
@@ -214,12 +224,14 @@ EdgeLayer::Samples EdgeLayer::samplesInSight(const TaperedConnector& connector, 
 
 void EdgeLayer::collectRibbon(std::size_t edge, const TaperedConnector& connector, double halfWidth) {
   const Samples samples = samplesInSight(connector, halfWidth + 2.0 / m_context.scale);
+  // A pixel more than the ribbon takes, by which it may move to the rasteriser's grid.
+  const double reach = halfWidth + 1.0 / m_context.scale;
   int start = -1;
   bool reachesEnd = false;
   QPointF previous = connector.pointAt(static_cast<double>(samples.first) / samples.count);
   for (int k = samples.first; k < samples.last; ++k) {
     const QPointF next = connector.pointAt(static_cast<double>(k + 1) / samples.count);
-    if (isSeen(hullOf(previous, next).adjusted(-halfWidth, -halfWidth, halfWidth, halfWidth))) {
+    if (isSeen(hullOf(previous, next).adjusted(-reach, -reach, reach, reach))) {
       if (start < 0) start = k;
     } else if (start >= 0) {
       addStretch(edge, connector, start, k, samples.count);
@@ -268,6 +280,10 @@ void EdgeLayer::addHead(std::size_t edge, const TaperedConnector& connector, boo
 
 void EdgeLayer::paint() {
   m_painter.setPen(Qt::NoPen);
+  if (m_context.options.exactPixels) {
+    paintExactly();
+    return;
+  }
   for (std::size_t k = m_pieces.size(); k-- > 0;) {
     const Piece& piece = m_pieces[k];
     paintPiece(piece);
@@ -326,9 +342,7 @@ void EdgeLayer::paintPreviews() {
 }
 
 void EdgeLayer::paintDashes(std::size_t edge) {
-  const MapIndex& index = *m_context.scene.index;
-  const TaperedConnector connector = connectorOf(edge, index.positions()[index.nodeOfNumber()[index.edgeFrom()[edge]]],
-                                                 index.positions()[index.nodeOfNumber()[index.edgeTo()[edge]]]);
+  const TaperedConnector connector = connectorOf(edge);
   const std::vector<QPointF> whole = connector.outline(samplesInSight(connector, 0.0).count);
   const std::vector<QPointF> outline = clipped(whole.data(), whole.size());
   QPen pen(withOpacity(m_context.sketch.edges()[edge].color, 0.5 * opacity(edge)), 1.0);

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include <QLineF>
+#include <QPainterPath>
 #include <QRgb>
 
 #include "canvas/geometry/TaperedConnector.h"
@@ -45,6 +46,9 @@ class EdgeLayer {
   double opacity(std::size_t edge) const;
   bool isSeen(const QRectF& piece) const;
   QPointF toDevice(QPointF point) const;
+  // On the grid that rasterisers round to, and rounded alike wherever the painted part lies.
+  QPointF toExactDevice(QPointF point) const;
+  TaperedConnector connectorOf(std::size_t edge) const;
 
   void collectEdge(std::size_t edge, std::uint32_t from, std::uint32_t to);
   void collectLine(std::size_t edge, QPointF a, QPointF b, QPointF bend, double deviceWidth);
@@ -56,6 +60,9 @@ class EdgeLayer {
   LineBatch& batchOf(QRgb color, float width);
 
   void paintPiece(const Piece& piece);
+  void paintExactly();
+  void addExactly(QPainterPath& path, const QPointF* points, std::size_t count) const;
+  QPainterPath exactDashes(std::size_t edge) const;
   void paintLines();
   void paintPreviews();
   void paintDashes(std::size_t edge);

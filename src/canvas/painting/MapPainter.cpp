@@ -25,6 +25,8 @@ constexpr double typicalFontSize = 15.0;
 constexpr double minBoxHeight = 5.0;
 constexpr double minFontSize = 4.5;
 constexpr double drawableMargin = 4000.0;
+// As far as the rasteriser allows beside a part of some thousand pixels: clipping moves lines a little.
+constexpr double exactDrawableMargin = 65536.0;
 
 PaintContext::Detail detailAt(double scale, const MapScene& scene, const PaintOptions& options) {
   if (!options.levelsOfDetail) return PaintContext::Detail::full;
@@ -75,6 +77,7 @@ PaintOptions PaintOptions::forExport() {
   options.collapseToggles = false;
   options.fullEdgeOpacity = true;
   options.levelsOfDetail = false;
+  options.exactPixels = true;
   return options;
 }
 
@@ -90,12 +93,14 @@ void MapPainter::paint(QPainter& painter, const MapScene& scene, const PaintOpti
   const QColor background = colorFromHex(scene.map->canvas.background);
 
   painter.save();
+  const QTransform toPicture = scene.view.transform() * painter.deviceTransform();
+  painter.translate(-scene.pixelOrigin);
   if (options.background) painter.fillRect(scene.exposed, background);
   painter.setClipRect(scene.exposed, Qt::IntersectClip);
   painter.setTransform(scene.view.transform(), true);
   painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing | QPainter::SmoothPixmapTransform);
   const double scale = std::sqrt(std::abs(painter.deviceTransform().determinant()));
-  const double margin = drawableMargin / std::max(scale, 1e-6);
+  const double margin = (options.exactPixels ? exactDrawableMargin : drawableMargin) / std::max(scale, 1e-6);
   const QRectF exposed = scene.view.toCanvas(scene.exposed);
 
   const PaintContext context{scene,
@@ -106,6 +111,7 @@ void MapPainter::paint(QPainter& painter, const MapScene& scene, const PaintOpti
                              CanvasColors::onBackground(background),
                              scale,
                              painter.deviceTransform(),
+                             toPicture,
                              painter.deviceTransform().type() <= QTransform::TxScale,
                              detailAt(scale, scene, options),
                              exposed,

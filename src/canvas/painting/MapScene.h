@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <vector>
@@ -48,6 +49,11 @@ struct MapScene {
   ViewTransform view;
   // What has to be painted, in view coordinates.
   QRectF exposed;
+  // Which device pixel of a larger picture the painter's first one is: its painting moves by as much up and left.
+  QPoint pixelOrigin;
+  // Where set, only these positions in `nodes` and `edges` are looked at, in ascending order.
+  const std::vector<std::uint32_t>* nodesInSight = nullptr;
+  const std::vector<std::uint32_t>* edgesInSight = nullptr;
 
   const IdSet* selectedNodeIDs = nullptr;
   const IdSet* selectedEdgeIDs = nullptr;
@@ -82,6 +88,9 @@ struct PaintOptions {
   bool collapseToggles = true;
   bool fullEdgeOpacity = false; // unselected edges at opacity 1 instead of 0.8
   bool levelsOfDetail = true;   // leave out what is too small to be seen
+  // Paints every pixel alike whatever part of a picture is painted, so that parts fit together without a seam. For
+  // upright views without levels of detail, sizing by depth and selection.
+  bool exactPixels = false;
   // Draws the handles of selected edges above the topics instead of below.
   bool handlesAboveNodes = false;
 

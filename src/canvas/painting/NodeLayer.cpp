@@ -58,17 +58,22 @@ void NodeLayer::collect() {
   const double reachX = m_context.sketch.maxHalfWidth();
   const bool isDragging = m_context.isDragging();
   prepareCoverage();
-  for (std::size_t i = count; i-- > 0;) {
+  const auto look = [&](std::size_t i) {
     const QPointF position = isDragging ? m_context.shownPosition(i) : index.positions()[i];
     const double reachY = m_context.sketch.nodes()[i].boundHalfHeight;
     if (!(position.x() + reachX >= seen.left() && position.x() - reachX <= seen.right() &&
           position.y() + reachY >= seen.top() && position.y() - reachY <= seen.bottom()))
-      continue;
-    if (m_context.isHidden(i)) continue;
+      return;
+    if (m_context.isHidden(i)) return;
     if (m_context.detail == PaintContext::Detail::dots)
       collectDot(i, position);
     else if (!isKnownToBeCovered(i, position))
       collectNode(i, position);
+  };
+  if (const auto* inSight = m_context.scene.nodesInSight) {
+    for (std::size_t k = inSight->size(); k-- > 0;) look((*inSight)[k]);
+  } else {
+    for (std::size_t i = count; i-- > 0;) look(i);
   }
 }
 
@@ -161,7 +166,12 @@ bool NodeLayer::findSeenPart(SeenNode& seen) {
 
 void NodeLayer::paint() {
   if (!m_dots.empty()) paintDots();
-  for (std::size_t k = m_seen.size(); k-- > 0;) paintNode(m_seen[k]);
+  for (std::size_t k = m_seen.size(); k-- > 0;) {
+    if (m_context.options.exactPixels && m_context.standsUpright)
+      paintApart(m_seen[k]);
+    else
+      paintNode(m_seen[k]);
+  }
 }
 
 double NodeLayer::opacityOf(std::size_t index) const {
@@ -227,9 +237,9 @@ void NodeLayer::collectNode(std::size_t index, QPointF position) {
   if (!box.adjusted(-handleReach, -handleReach, handleReach, handleReach).intersects(m_context.exposed)) return;
   if (m_context.standsUpright) {
     // The whole topic moves with its box to whole pixels, by less than one.
-    const QRectF device = m_context.toDevice.mapRect(box);
-    const QPoint corner = device.topLeft().toPoint();
-    seen.pixels = QRect(corner, QSize(std::max(1, static_cast<int>(std::lround(device.width()))),
+    const QRectF device = m_context.toPicture.mapRect(box);
+    const QPoint corner(static_cast<int>(std::floor(device.left() + 0.5)), static_cast<int>(std::floor(device.top() + 0.5)));
+    seen.pixels = QRect(corner - scene.pixelOrigin, QSize(std::max(1, static_cast<int>(std::lround(device.width()))),
                                       std::max(1, static_cast<int>(std::lround(device.height())))));
     seen.position += (QPointF(corner) - device.topLeft()) / m_context.scale;
   }
@@ -271,6 +281,38 @@ void NodeLayer::paintNode(const SeenNode& seen) {
   }
   m_painter.setTransform(m_canvasTransform);
   if (seen.opacity < 1.0) m_painter.setOpacity(1.0);
+}
+
+// Paints the topic on a picture of its own, where it always lies alike, and puts that in its place: rasterising depends on
+// where a shape lies, if only a little. A very high topic is painted in slices.
+void NodeLayer::paintApart(const SeenNode& seen) {
+  constexpr int sliceHeight = 4096;
+  const int margin = static_cast<int>(std::ceil(surroundings(false) * m_context.scale)) + 1;
+  const QRect whole = seen.pixels.adjusted(-margin, -margin, margin, margin);
+  const QRect shown = m_context.toDevice.mapRect(m_context.exposed).toAlignedRect();
+  for (int top = 0; top < whole.height(); top += sliceHeight) {
+    const QRect slice(whole.x(), whole.y() + top, whole.width(), std::min(sliceHeight, whole.height() - top));
+    if (!slice.intersects(shown)) continue;
+    QImage picture(slice.size(), QImage::Format_ARGB32_Premultiplied);
+    if (picture.isNull()) return;
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing | QPainter::SmoothPixmapTransform);
+    const QPointF corner = QPointF(margin, margin - top) - seen.metrics.box.topLeft() * m_context.scale;
+    painter.setTransform(QTransform(m_context.scale, 0, 0, m_context.scale, corner.x(), corner.y()));
+    PaintContext context = m_context;
+    context.toDevice = context.toPicture = painter.transform();
+    SeenNode apart = seen;
+    apart.position = QPointF(0, 0);
+    apart.pixels.moveTo(margin, margin - top);
+    apart.patches = {};
+    apart.patches.pixels = apart.pixels.adjusted(-margin, -margin, margin, margin);
+    NodeLayer(painter, context).paintNode(apart);
+    painter.end();
+    m_painter.setTransform(m_devicePixels);
+    m_painter.drawImage(slice.topLeft(), picture);
+    m_painter.setTransform(m_canvasTransform);
+  }
 }
 
 void NodeLayer::paintBox(const SeenNode& seen, const Node& node) {

@@ -58,6 +58,7 @@ class NodeLayer {
 
   void paintDots();
   void paintNode(const SeenNode& seen);
+  void paintApart(const SeenNode& seen);
   void paintBox(const SeenNode& seen, const Node& node);
   void paintRoundedBox(const QRectF& box, const Node& node, const Border& border, double opacity);
   void paintBars(const Node& node, const NodeMetrics& metrics);

@@ -95,6 +95,9 @@ class NodeMeasurer {
 
   NodeMeasurer();
 
+  // How much of decoded images is kept.
+  void setKeptImageSize(int kilobytes) { m_images.setMaxCost(kilobytes); }
+
   // `editedTitle` stands for the title while it is being edited: then the title's place is at least 80 wide and 20 high.
   NodeMetrics measure(const Node& node, std::optional<double> depthFraction, const HierarchicalConfig* config,
                       const std::optional<QString>& editedTitle = std::nullopt);

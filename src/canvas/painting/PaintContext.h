@@ -34,6 +34,7 @@ struct PaintContext {
   const CanvasColors& colors;
   double scale;          // device pixels a canvas unit
   QTransform toDevice;   // from canvas units to device pixels
+  QTransform toPicture;  // the same to the pixels of the larger picture that the scene's pixel origin tells of
   bool standsUpright;    // whether that transform only scales and moves
   Detail detail;
   QRectF exposed;        // canvas units

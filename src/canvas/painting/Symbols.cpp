@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <mutex>
 #include <unordered_map>
 
 #include <QCache>
@@ -117,6 +118,7 @@ class SymbolTable {
   const QPainterPath& path(const QString& name) {
     const auto icon = m_icons.constFind(name);
     if (icon == m_icons.constEnd()) return m_placeholder;
+    const std::lock_guard lock(m_mutex);
     std::unique_ptr<QPainterPath>& path = m_paths[name];
     if (!path) path = std::make_unique<QPainterPath>(readOutline(QStringLiteral(":/symbols/%1.svg").arg(*icon)));
     return *path;
@@ -125,6 +127,7 @@ class SymbolTable {
  private:
   QPainterPath m_placeholder;
   QHash<QString, QString> m_icons;
+  std::mutex m_mutex;
   std::unordered_map<QString, std::unique_ptr<QPainterPath>> m_paths;
 };
 

@@ -1,0 +1,106 @@
+#include <algorithm>
+#include <cmath>
+
+#include <QPainter>
+
+#include "canvas/geometry/Polygons.h"
+#include "canvas/painting/EdgeLayer.h"
+
+// How edges are painted where parts of a picture must fit together without a seam.
+
+namespace quilmora {
+
+namespace {
+
+// In canvas units.
+constexpr double dashLength = 5.0;
+constexpr double dashPeriod = 10.0;
+constexpr double dashWidth = 1.0;
+constexpr double dashOpacity = 0.5;
+
+// A device pixel has this many steps in each direction.
+constexpr double rasterSteps = 64.0;
+
+}  // namespace
+
+QPointF EdgeLayer::toExactDevice(QPointF point) const {
+  const QPointF pixel = m_context.toPicture.map(point);
+  const QPointF rounded(std::floor(pixel.x() * rasterSteps + 0.5) / rasterSteps,
+                        std::floor(pixel.y() * rasterSteps + 0.5) / rasterSteps);
+  return rounded - m_context.scene.pixelOrigin;
+}
+
+void EdgeLayer::addExactly(QPainterPath& path, const QPointF* points, std::size_t count) const {
+  if (count == 0) return;
+  std::vector<QPointF> polygon(count);
+  std::transform(points, points + count, polygon.begin(), [this](QPointF point) { return toExactDevice(point); });
+  const QRectF drawable = m_context.toDevice.mapRect(m_context.drawable);
+  if (!std::all_of(polygon.begin(), polygon.end(), [&](QPointF point) { return drawable.contains(point); }))
+    polygon = clippedPolygon(polygon, drawable);
+  if (polygon.size() < 3) return;
+  path.moveTo(polygon.front());
+  for (std::size_t i = 1; i < polygon.size(); ++i) path.lineTo(polygon[i]);
+  path.closeSubpath();
+}
+
+void EdgeLayer::paintExactly() {
+  const QTransform transform = m_painter.transform();
+  m_painter.setTransform(m_context.toDevice.inverted() * transform);
+  const auto colored = [&](std::size_t edge, double share) {
+    QColor color(m_context.sketch.edges()[edge].color);
+    color.setAlphaF(static_cast<float>(share * opacity(edge)));
+    return color;
+  };
+  for (std::size_t end = m_pieces.size(); end > 0;) {
+    const std::size_t edge = m_pieces[end - 1].edge;
+    // All of an edge in one path: where it crosses itself, its rim must not be blended twice here and once there.
+    QPainterPath path;
+    path.setFillRule(Qt::WindingFill);
+    for (; end > 0 && m_pieces[end - 1].edge == edge; --end) {
+      const Piece& piece = m_pieces[end - 1];
+      addExactly(path, m_points.data() + piece.first, piece.count);
+      addExactly(path, m_points.data() + piece.first + piece.count, piece.headCount);
+    }
+    m_painter.fillPath(path, colored(edge, 1.0));
+    if (m_context.sketch.edges()[edge].isDashed) m_painter.fillPath(exactDashes(edge), colored(edge, dashOpacity));
+  }
+  m_painter.setTransform(transform);
+}
+
+// The dashes along a ribbon's contour that touch what is exposed. Each is whole and lies where it would lie if the contour
+// were dashed from its start.
+QPainterPath EdgeLayer::exactDashes(std::size_t edge) const {
+  const std::vector<QPointF> outline = connectorOf(edge).outline();
+  const double margin = dashPeriod;
+  const QRectF window = m_context.exposed.adjusted(-margin, -margin, margin, margin);
+  QPainterPath path;
+  path.setFillRule(Qt::WindingFill);
+  double start = 0.0;
+  for (std::size_t i = 0; i < outline.size(); ++i) {
+    const QPointF a = outline[i];
+    const QPointF b = outline[(i + 1) % outline.size()];
+    const double length = std::hypot(b.x() - a.x(), b.y() - a.y());
+    if (!(length > 0.0) || !std::isfinite(length)) continue;
+    const QPointF direction = (b - a) / length;
+    const QPointF side(-direction.y() * dashWidth / 2, direction.x() * dashWidth / 2);
+    QPointF from = a;
+    QPointF to = b;
+    if (clipSegment(from, to, window)) {
+      const double first = std::floor((start + std::hypot(from.x() - a.x(), from.y() - a.y())) / dashPeriod);
+      const double last = std::floor((start + std::hypot(to.x() - a.x(), to.y() - a.y())) / dashPeriod);
+      for (double dash = first; dash <= last; ++dash) {
+        const double begin = std::max(dash * dashPeriod - start, 0.0);
+        const double end = std::min(dash * dashPeriod + dashLength - start, length);
+        if (!(begin < end)) continue;
+        const QPointF p = a + direction * begin;
+        const QPointF q = a + direction * end;
+        const QPointF quad[] = {p + side, q + side, q - side, p - side};
+        addExactly(path, quad, 4);
+      }
+    }
+    start += length;
+  }
+  return path;
+}
+
+}  // namespace quilmora
