@@ -1,5 +1,7 @@
 #include "editor/TreeInfo.h"
 
+#include <utility>
+
 namespace quilmora {
 
 TreeInfo::TreeInfo() : TreeInfo(MapIndex()) {}
@@ -11,7 +13,6 @@ TreeInfo::TreeInfo(const MapIndex& index) {
   data->ids = index.ids();
   data->parents.assign(count, npos);
   data->depths.assign(count, -1);
-  data->isTopic.assign(count, 0);
 
   const auto& from = index.edgeFrom();
   const auto& to = index.edgeTo();
@@ -20,9 +21,9 @@ TreeInfo::TreeInfo(const MapIndex& index) {
   // Breadth first, so that a topic with several parents takes its shortest distance from a root.
   std::vector<std::uint32_t> queue;
   queue.reserve(count);
+  std::vector<char> isTopic(count, 0);
   for (const std::uint32_t number : index.numberOfNode()) {
-    if (data->isTopic[number]) continue;
-    data->isTopic[number] = 1;
+    if (std::exchange(isTopic[number], 1)) continue;
     if (children.isTarget[number]) continue;
     data->roots.push_back((*data->ids)[number]);
     data->depths[number] = 0;
@@ -43,7 +44,6 @@ TreeInfo::TreeInfo(const MapIndex& index) {
 
   data->childStart = std::move(children.start);
   data->children = std::move(children.numbers);
-  data->isTarget = std::move(children.isTarget);
   m_data = std::move(data);
 }
 
@@ -57,11 +57,6 @@ std::optional<QUuid> TreeInfo::parent(const QUuid& id) const {
   const std::uint32_t n = number(id);
   if (n >= numberCount() || m_data->parents[n] == npos) return std::nullopt;
   return idOf(m_data->parents[n]);
-}
-
-bool TreeInfo::isRoot(const QUuid& id) const {
-  const std::uint32_t n = number(id);
-  return n < numberCount() && m_data->isTopic[n] && !m_data->isTarget[n];
 }
 
 std::span<const std::uint32_t> TreeInfo::childNumbers(std::uint32_t number) const {

@@ -33,7 +33,6 @@ class TreeInfo {
   std::size_t childCount(const QUuid& id) const { return childNumbers(number(id)).size(); }
   // Topics that no edge leads to, in the order of the map's topics.
   const std::vector<QUuid>& roots() const { return m_data->roots; }
-  bool isRoot(const QUuid& id) const;
   // The largest depth that a root reaches.
   int maxDepth() const { return m_data->maxDepth; }
 
@@ -54,8 +53,6 @@ class TreeInfo {
     std::vector<std::uint32_t> parents;
     std::vector<int> depths;
     std::vector<QUuid> roots;
-    std::vector<char> isTarget;
-    std::vector<char> isTopic;
     int maxDepth = 0;
   };
   std::shared_ptr<const Data> m_data;
