@@ -1,6 +1,9 @@
 #include "app/CommandActions.h"
 
+#include <algorithm>
+
 #include <QApplication>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QMenuBar>
 
@@ -34,6 +37,7 @@ CommandActions::CommandActions(MindMapViewModel& editor, NotificationCenter& not
   connect(&editor, &MindMapViewModel::selectedEdgeIDsChanged, this, &CommandActions::refresh);
   connect(&editor, &MindMapViewModel::selectedRegionIDChanged, this, &CommandActions::refresh);
   connect(&editor, &MindMapViewModel::collapsedNodeIDsChanged, this, &CommandActions::refresh);
+  connect(&editor, &MindMapViewModel::isEditingInlineChanged, this, &CommandActions::refresh);
   connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { focusChanged(now); });
   refresh();
 }
@@ -46,8 +50,49 @@ QAction* CommandActions::action(const QString& id) const {
 void CommandActions::focusChanged(QWidget* now) {
   if (qobject_cast<QMenuBar*>(now) != nullptr || qobject_cast<QMenu*>(now) != nullptr) return;
   const bool isOurs = now != nullptr && now->window() == m_window;
+  if (m_textField) m_textField->removeEventFilter(this);
   m_textField = isOurs && isTextField(now) ? now : nullptr;
+  if (m_textField) m_textField->installEventFilter(this);
   refresh();
+}
+
+namespace {
+
+// What a text field does itself when its key is pressed there.
+bool worksOnText(const Command& command, const QWidget& field) {
+  switch (command.action) {
+    case Command::Action::cut:
+    case Command::Action::copy:
+    case Command::Action::paste:
+    case Command::Action::selectAll:
+      return true;
+    case Command::Action::post:
+      return (command.notification == Notification::undo || command.notification == Notification::redo) &&
+             !field.property("readOnly").toBool();
+    default:
+      return false;
+  }
+}
+
+}  // namespace
+
+bool CommandActions::isKeyOfTheWindow(const QKeyEvent& event) const {
+  const QKeySequence pressed(event.keyCombination());
+  return std::ranges::any_of(commandTable(), [&](const Command& command) {
+    const QAction* entry = action(command.id);
+    return entry && entry->shortcut() == pressed && !worksOnText(command, *m_textField);
+  });
+}
+
+// Toolkits give fields keys of their own that menu entries have here too, such as Ctrl+E for the end of the line.
+bool CommandActions::eventFilter(QObject* watched, QEvent* event) {
+  if (watched != m_textField) return false;
+  const bool isAsked = event->type() == QEvent::ShortcutOverride;
+  if (!isAsked && event->type() != QEvent::KeyPress) return false;
+  if (!isKeyOfTheWindow(*static_cast<QKeyEvent*>(event))) return false;
+  // A key press comes only where the entry cannot be chosen now: then it does nothing at all.
+  event->setAccepted(!isAsked);
+  return true;
 }
 
 bool CommandActions::isEnabled(const Command& command) const {
@@ -57,6 +102,7 @@ bool CommandActions::isEnabled(const Command& command) const {
     case Command::Action::submenu:
       return true;
     case Command::Action::deleteSelection:
+      if (m_editor.isEditingInline()) return false;
       return !m_editor.selectedNodeIDs().empty() || !m_editor.selectedEdgeIDs().empty() ||
              m_editor.selectedRegionID().has_value();
     case Command::Action::cut:
@@ -84,8 +130,11 @@ bool CommandActions::isPossible(Notification notification) const {
       return m_editor.undoCount() > 0;
     case Notification::redo:
       return m_editor.redoCount() > 0;
+    case Notification::createNode:
+    case Notification::createEdge:
+      return !m_editor.isEditingInline();
     case Notification::duplicateSelection:
-      return !m_editor.selectedNodeIDs().empty();
+      return !m_editor.isEditingInline() && !m_editor.selectedNodeIDs().empty();
     case Notification::collapseNode: {
       const auto first = m_editor.firstSelectedNode();
       return first && !isCollapsed(*first) && m_editor.treeInfo().childCount(*first) > 0;

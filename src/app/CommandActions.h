@@ -11,6 +11,8 @@
 
 class QWidget;
 
+class QKeyEvent;
+
 namespace quilmora {
 
 class MindMapViewModel;
@@ -36,9 +38,14 @@ class CommandActions : public QObject {
   // Brings every action up to the state of things.
   void refresh();
 
+ protected:
+  // Watches the text field that has the keyboard: a key of a menu entry is never taken for one of the field's own.
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
   void trigger(const Command& command);
   void focusChanged(QWidget* now);
+  bool isKeyOfTheWindow(const QKeyEvent& event) const;
   bool isPossible(Notification notification) const;
   void applyTheme(const QString& id);
 

@@ -199,8 +199,15 @@ void MainWindow::toggleTab(SidebarTab tab) {
 
 void MainWindow::refreshPanels() {
   const bool hadFocus = m_sidebar->isAncestorOf(focusWidget()) || m_inspector->isAncestorOf(focusWidget());
+  const int before = m_canvas->mapTo(this, QPoint()).x();
   m_sidebar->setVisible(showsSidebar());
   m_inspector->setVisible(showsInspector());
+  if (m_hasAppeared) {
+    // The map stays where it is on the screen when a panel comes or goes beside it.
+    centralWidget()->layout()->activate();
+    const int moved = m_canvas->mapTo(this, QPoint()).x() - before;
+    if (moved != 0) m_editor.setCanvasOffset(m_editor.canvasOffset() - QPointF(moved, 0));
+  }
   if (hadFocus && (focusWidget() == nullptr || !focusWidget()->isVisible())) m_canvas->setFocus();
   m_toolbar->setOn(QStringLiteral("toggleSidebar"), showsSidebar());
   m_toolbar->setOn(QStringLiteral("toggleAIChat"), showsSidebar() && sidebarTab() == SidebarTab::aiChat);

@@ -156,15 +156,104 @@ TEST_F(MainWindowTest, ToolbarButtonsShowWhatIsOpen) {
 
 TEST_F(MainWindowTest, EveryIconButtonSaysItsNameAndItsKey) {
   start();
-  const auto buttons = window().toolbar().findChildren<QToolButton*>();
-  int count = 0;
-  for (const QToolButton* button : buttons) {
-    EXPECT_FALSE(button->accessibleName().isEmpty());
-    EXPECT_TRUE(button->toolTip().startsWith(button->accessibleName()));
+  QStringList toolTips;
+  QStringList names;
+  for (const QToolButton* button : window().toolbar().findChildren<QToolButton*>()) {
+    names.append(button->accessibleName());
+    toolTips.append(button->toolTip());
     EXPECT_EQ(button->size(), QSize(30, 30));
-    ++count;
   }
-  EXPECT_EQ(count, 7);
+  EXPECT_EQ(names, lines({"Toggle Left Sidebar", "AI Generate", "AI Chat", "New Topic", "New Branch", "Delete",
+                          "Toggle Inspector"}));
+  EXPECT_EQ(toolTips, lines({"Toggle Left Sidebar (Ctrl+Alt+S)", "AI Generate (Ctrl+Shift+G)", "AI Chat (Ctrl+Shift+L)",
+                             "New Topic (Ctrl+N)", "New Branch (Ctrl+E)", "Delete (Delete)",
+                             "Toggle Inspector (Ctrl+Shift+I)"}));
+}
+
+TEST_F(MainWindowTest, TogglingAPanelLeavesTheMapInItsPlace) {
+  startActive();
+  const auto shown = [this] {
+    return QPointF(window().canvas().mapTo(&window(), QPoint())) + editor().canvasOffset();
+  };
+  const QPointF before = shown();
+  const int left = window().canvas().mapTo(&window(), QPoint()).x();
+  action("toggleSidebar")->trigger();
+  EXPECT_EQ(window().canvas().mapTo(&window(), QPoint()).x(), left - 260);
+  EXPECT_EQ(shown(), before);
+  action("toggleInspector")->trigger();
+  EXPECT_EQ(shown(), before);
+  action("toggleSidebar")->trigger();
+  EXPECT_EQ(window().canvas().mapTo(&window(), QPoint()).x(), left);
+  EXPECT_EQ(shown(), before);
+}
+
+TEST_F(MainWindowTest, WhatMakesOrRemovesTopicsRestsWhileATitleIsEdited) {
+  startActive();
+  editor().selectNode(editor().mindMap().nodes[0].id, false);
+  const auto enabled = [this] {
+    QStringList ids;
+    for (const char* id : {"createNode", "createEdge", "delete", "duplicateSelection"})
+      if (action(id)->isEnabled()) ids.append(QLatin1String(id));
+    return ids;
+  };
+  EXPECT_EQ(enabled(), lines({"createNode", "createEdge", "delete", "duplicateSelection"}));
+  QTest::keyClick(&window().canvas(), Qt::Key_F2);
+  ASSERT_TRUE(editor().isEditingInline());
+  EXPECT_EQ(enabled(), QStringList());
+  EXPECT_FALSE(window().toolbar().button(QStringLiteral("createNode"))->isEnabled());
+  EXPECT_FALSE(window().toolbar().button(QStringLiteral("delete"))->isEnabled());
+  m_scheduler.advance(TitleEditor::focusDelay);
+  QTest::keyClick(window().canvas().titleEditor(), Qt::Key_Escape);
+  EXPECT_EQ(enabled(), lines({"createNode", "createEdge", "delete", "duplicateSelection"}));
+}
+
+TEST_F(MainWindowTest, KeysOfTheWindowComeBeforeThoseThatATextFieldHasOfItsOwn) {
+  startActive();
+  notifications().post(Notification::toggleSearch);
+  QLineEdit& field = window().companions().searchBar().field();
+  ASSERT_TRUE(field.hasFocus());
+  field.setText(QStringLiteral("abc"));
+  field.setCursorPosition(1);
+  QTest::keyClick(&field, Qt::Key_E, Qt::ControlModifier);
+  EXPECT_TRUE(editor().isEdgeCreationMode());
+  EXPECT_EQ(field.cursorPosition(), 1);
+  QTest::keyClick(&field, Qt::Key_E, Qt::ControlModifier);
+  EXPECT_FALSE(editor().isEdgeCreationMode());
+  // An entry that cannot be chosen now leaves the text alone too.
+  action("toggleCommandPalette")->setEnabled(false);
+  QTest::keyClick(&field, Qt::Key_K, Qt::ControlModifier);
+  EXPECT_EQ(field.text(), QStringLiteral("abc"));
+  // What works on the text stays the field's.
+  const std::size_t topics = editor().mindMap().nodes.size();
+  QTest::keyClick(&field, Qt::Key_A, Qt::ControlModifier);
+  EXPECT_EQ(field.selectedText(), QStringLiteral("abc"));
+  QTest::keyClicks(&field, QStringLiteral("x"));
+  QTest::keyClick(&field, Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(field.text(), QStringLiteral("abc"));
+  QTest::keyClick(&field, Qt::Key_Left);
+  QTest::keyClick(&field, Qt::Key_Space);
+  QTest::keyClick(&field, Qt::Key_Delete);
+  EXPECT_EQ(editor().mindMap().nodes.size(), topics);
+  EXPECT_FALSE(editor().quickLookNodeID());
+  QTest::keyClick(&field, Qt::Key_N, Qt::ControlModifier);
+  EXPECT_EQ(editor().mindMap().nodes.size(), topics + 1);
+  EXPECT_TRUE(field.hasFocus());
+}
+
+TEST_F(MainWindowTest, TitleThatIsBeingEditedKeepsTheKeysThatRestMeanwhile) {
+  startActive();
+  editor().selectNode(editor().mindMap().nodes[0].id, false);
+  QTest::keyClick(&window().canvas(), Qt::Key_F2);
+  m_scheduler.advance(TitleEditor::focusDelay);
+  TitleEditor* field = window().canvas().titleEditor();
+  ASSERT_NE(field, nullptr);
+  QTest::keyClicks(field, QStringLiteral("abc"));
+  QTest::keyClick(field, Qt::Key_Home);
+  for (const Qt::Key key : {Qt::Key_E, Qt::Key_D, Qt::Key_N}) QTest::keyClick(field, key, Qt::ControlModifier);
+  EXPECT_EQ(field->textCursor().position(), 0);
+  EXPECT_EQ(field->editableTitle(), QStringLiteral("abc"));
+  EXPECT_FALSE(editor().isEdgeCreationMode());
+  EXPECT_EQ(editor().mindMap().nodes.size(), 1U);
 }
 
 TEST_F(MainWindowTest, NewTopicByKeyButtonAndMenu) {
