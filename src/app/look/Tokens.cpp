@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "canvas/painting/CanvasColors.h"
+
 namespace quilmora {
 
 namespace {
@@ -28,7 +30,7 @@ Tokens makeLight() {
   tokens.hairline = QColor(0xDE, 0xDE, 0xE3);
   tokens.text = QColor(0x1D, 0x1D, 0x1F);
   tokens.secondary = QColor(0x6A, 0x6A, 0x70);
-  tokens.accent = QColor(0x0A, 0x6C, 0xFF);
+  tokens.accent = QColor(accentOnLight);
   tokens.onAccent = QColor(0xFF, 0xFF, 0xFF);
   tokens.tint = translucent(tokens.accent, 0.12);
   tokens.danger = QColor(0xD7, 0x00, 0x15);
@@ -48,7 +50,7 @@ Tokens makeDark() {
   tokens.hairline = QColor(0x3A, 0x3A, 0x3C);
   tokens.text = QColor(0xF2, 0xF2, 0xF5);
   tokens.secondary = QColor(0xA5, 0xA5, 0xAB);
-  tokens.accent = QColor(0x3D, 0x94, 0xFF);
+  tokens.accent = QColor(accentOnDark);
   tokens.onAccent = QColor(0xFF, 0xFF, 0xFF);
   tokens.tint = translucent(tokens.accent, 0.20);
   tokens.danger = QColor(0xFF, 0x69, 0x61);

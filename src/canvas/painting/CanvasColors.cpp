@@ -3,9 +3,9 @@
 namespace quilmora {
 
 const CanvasColors& CanvasColors::onBackground(const QColor& background) {
-  static const CanvasColors light{QColor(0x0A6CFF), QColor(0x34C759), QColor(0x0A6CFF), QColor(0xFF9500),
+  static const CanvasColors light{QColor(accentOnLight), QColor(0x34C759), QColor(accentOnLight), QColor(0xFF9500),
                                   QColor(0xAF52DE), QColor(0xFF3B30), QColor(0xAF52DE)};
-  static const CanvasColors dark{QColor(0x3D94FF), QColor(0x30D158), QColor(0x3D94FF), QColor(0xFF9F0A),
+  static const CanvasColors dark{QColor(accentOnDark), QColor(0x30D158), QColor(accentOnDark), QColor(0xFF9F0A),
                                  QColor(0xBF5AF2), QColor(0xFF453A), QColor(0xBF5AF2)};
   return qGray(background.rgb()) < 128 ? dark : light;
 }

@@ -4,6 +4,10 @@
 
 namespace quilmora {
 
+// The colour of what is selected or active, on light and on dark grounds, in canvas and windows alike.
+inline constexpr QRgb accentOnLight = 0xFF0A6CFF;
+inline constexpr QRgb accentOnDark = 0xFF3D94FF;
+
 // The colours on the canvas that no map stores. They follow the map's background, not the appearance of the windows.
 struct CanvasColors {
   QColor selection;         // borders of what is selected, the connection handle and its preview
