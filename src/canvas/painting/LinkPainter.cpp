@@ -101,11 +101,7 @@ void paintCurve(QPainter& painter, const PaintContext& context, const Relationsh
   painter.drawLines(lines.data(), static_cast<int>(lines.size()));
 }
 
-void paintRelationshipHandles(QPainter& painter, const PaintContext& context, const Relationship& relationship,
-                              const RelationshipCurve& curve) {
-  if (!context.drawable.contains(curve.midpoint())) return;
-  paintBendHandle(painter, context, curve.midpoint(), HandleKind::relationshipBend, relationship.id);
-  const QPointF center = deleteButtonCenter(curve.midpoint());
+void paintDeleteButton(QPainter& painter, const PaintContext& context, QPointF center) {
   const double disc = HandleMetrics::deleteButtonDiameter;
   painter.setPen(Qt::NoPen);
   painter.setBrush(Qt::white);
@@ -129,10 +125,10 @@ void paintRelationships(QPainter& painter, const PaintContext& context) {
     if (!isFinite(bounds) || !bounds.intersects(context.exposed)) continue;
     const QColor color = withOpacity(colorFromHex(relationship.color), 0.6);
     paintCurve(painter, context, curve, color);
-    if (context.options.selection && context.scene.selectedRelationshipID == relationship.id)
-      paintRelationshipHandles(painter, context, relationship, curve);
   }
 }
+
+namespace {
 
 void paintEdgeHandles(QPainter& painter, const PaintContext& context) {
   const IdSet* selected = context.scene.selectedEdgeIDs;
@@ -154,6 +150,29 @@ void paintEdgeHandles(QPainter& painter, const PaintContext& context) {
     const QPointF bend = TaperedConnector(edge, a, b).bendHandlePosition();
     if (seen.contains(bend)) paintBendHandle(painter, context, bend, HandleKind::edgeBend, edge.id);
   }
+}
+
+void paintRelationshipHandles(QPainter& painter, const PaintContext& context) {
+  if (!context.scene.selectedRelationshipID) return;
+  for (const Relationship& relationship : context.scene.map->relationships) {
+    if (relationship.id != context.scene.selectedRelationshipID) continue;
+    const auto from = context.shownNode(relationship.from);
+    const auto to = context.shownNode(relationship.to);
+    if (!from || !to) continue;
+    const RelationshipCurve curve(context.shownPosition(*from), context.shownPosition(*to),
+                                  relationship.controlPointOffset);
+    const QPointF middle = curve.midpoint();
+    if (!context.exposed.adjusted(-20, -20, 20, 40).contains(middle)) continue;
+    paintBendHandle(painter, context, middle, HandleKind::relationshipBend, relationship.id);
+    paintDeleteButton(painter, context, deleteButtonCenter(middle));
+  }
+}
+
+}  // namespace
+
+void paintConnectorHandles(QPainter& painter, const PaintContext& context) {
+  paintEdgeHandles(painter, context);
+  paintRelationshipHandles(painter, context);
 }
 
 void paintConnectionDrag(QPainter& painter, const PaintContext& context) {

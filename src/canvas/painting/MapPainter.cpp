@@ -124,10 +124,10 @@ void MapPainter::paint(QPainter& painter, const MapScene& scene, const PaintOpti
     paintEdges(painter, context);
     if (options.relationships) paintRelationships(painter, context);
   });
-  if (options.selection && !options.handlesAboveNodes) paintEdgeHandles(painter, context);
+  if (options.selection && !options.handlesAboveNodes) paintConnectorHandles(painter, context);
   if (options.selection) paintConnectionDrag(painter, context);
   nodes.paint();
-  if (options.selection && options.handlesAboveNodes) paintEdgeHandles(painter, context);
+  if (options.selection && options.handlesAboveNodes) paintConnectorHandles(painter, context);
   painter.restore();
 }
 

@@ -91,7 +91,7 @@ struct PaintOptions {
   // Paints every pixel alike whatever part of a picture is painted, so that parts fit together without a seam. For
   // upright views without levels of detail, sizing by depth and selection.
   bool exactPixels = false;
-  // Draws the handles of selected edges above the topics instead of below.
+  // Draws the handles of selected edges and relationships above the topics instead of below.
   bool handlesAboveNodes = false;
 
   // A picture of the whole map as an image file holds it.

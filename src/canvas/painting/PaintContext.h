@@ -63,7 +63,8 @@ std::optional<double> depthFraction(const MapScene& scene, std::uint32_t number)
 void paintRegions(QPainter& painter, const PaintContext& context);
 void paintEdges(QPainter& painter, const PaintContext& context);
 void paintRelationships(QPainter& painter, const PaintContext& context);
-void paintEdgeHandles(QPainter& painter, const PaintContext& context);
+// Those of the selected edges, and above them those of the selected relationship.
+void paintConnectorHandles(QPainter& painter, const PaintContext& context);
 void paintConnectionDrag(QPainter& painter, const PaintContext& context);
 
 // A disc with an optional contour inside its edge and a soft shadow below it.
