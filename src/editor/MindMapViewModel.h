@@ -44,6 +44,8 @@ class MindMapViewModel : public QObject {
   // Where none is known.
   static constexpr QSizeF assumedCanvasSize{800.0, 600.0};
   static constexpr std::chrono::milliseconds captureThrottleInterval{500};
+  // Of every view that is fitted to the whole map, in screen pixels.
+  static constexpr double fitPadding = 80.0;
 
   MindMapViewModel(MindMap map, EditorServices services);
   ~MindMapViewModel() override;

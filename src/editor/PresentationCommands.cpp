@@ -8,7 +8,6 @@ namespace quilmora {
 namespace {
 
 constexpr double presentationZoom = 1.8;
-constexpr double fitPadding = 80.0;
 
 }  // namespace
 

@@ -18,8 +18,9 @@ double length(QPointF vector) {
 
 }  // namespace
 
-CanvasGestures::CanvasGestures(MindMapViewModel& editor, const Clock& clock, CanvasHitTest hitTest)
-    : m_editor(editor), m_clock(clock), m_hitTest(std::move(hitTest)) {
+CanvasGestures::CanvasGestures(MindMapViewModel& editor, const Clock& clock, CanvasHitTest hitTest,
+                               CanvasHitTest partTest)
+    : m_editor(editor), m_clock(clock), m_hitTest(std::move(hitTest)), m_partTest(std::move(partTest)) {
   // Any command that sets a title ends the edit, whoever gave it.
   QObject::connect(&m_editor, &MindMapViewModel::isEditingInlineChanged, &m_connections, [this] {
     if (!m_editor.isEditingInline()) m_state.editingNodeID.reset();
@@ -54,6 +55,7 @@ void CanvasGestures::press(const PointerInput& input) {
   m_lastInput = input;
   m_press = Press{input.button, target, input.position, canvasStart};
   if (input.button == PointerButton::middle) m_gesture = std::make_unique<PanDrag>(context(), input.position);
+  followParts(input.position);
   notify();
 }
 
@@ -63,6 +65,7 @@ void CanvasGestures::move(const PointerInput& input) {
   m_lastInput = input;
   if (m_press && !m_gesture) m_gesture = recognize(input);
   if (m_gesture) m_gesture->change(input);
+  followParts(input.position);
   notify();
 }
 
@@ -79,7 +82,18 @@ void CanvasGestures::release(const PointerInput& input) {
   } else if (press.button == PointerButton::left) {
     tap(press.target, input);
   }
+  followParts(input.position);
   notify();
+}
+
+// A button or handle shows that it is under the pointer, or held down; a drag under way shows itself.
+void CanvasGestures::followParts(QPointF position) {
+  m_state.hoveredPart.reset();
+  m_state.pressedPart.reset();
+  if (m_gesture || (m_press && !m_press->target.isPart())) return;
+  const CanvasTarget target = m_partTest(context().canvasPoint(position));
+  if (!target.isPart() || (m_press && m_press->target != target)) return;
+  (m_press ? m_state.pressedPart : m_state.hoveredPart) = target;
 }
 
 namespace {
@@ -153,6 +167,7 @@ bool CanvasGestures::cancel() {
   const bool wasDragging = isDragging();
   m_press.reset();
   m_gesture.reset();
+  m_state.pressedPart.reset();
   notify();
   return wasDragging;
 }
@@ -165,6 +180,7 @@ void CanvasGestures::hover(QPointF position) {
 void CanvasGestures::leave() {
   m_editor.isCanvasHovered = false;
   m_state.isOptionHeld = false;
+  m_state.hoveredPart.reset();
   notify();
 }
 
@@ -260,6 +276,7 @@ bool CanvasGestures::wheel(const WheelInput& input) {
   }
   // What is being dragged stays under the pointer while the canvas moves away below it.
   if (m_gesture && !m_state.isPanning) m_gesture->change(m_lastInput);
+  followParts(m_editor.cursorLocation);
   notify();
   return true;
 }

@@ -23,7 +23,8 @@ class CanvasGestures {
   static constexpr std::chrono::milliseconds doubleTapInterval{350};
   static constexpr double minimumPinchDelta = 0.01;
 
-  CanvasGestures(MindMapViewModel& editor, const Clock& clock, CanvasHitTest hitTest);
+  // `partTest` answers like `hitTest` where there is a button or handle; it is asked at each move of the pointer.
+  CanvasGestures(MindMapViewModel& editor, const Clock& clock, CanvasHitTest hitTest, CanvasHitTest partTest);
   ~CanvasGestures();
 
   const CanvasState& state() const { return m_state; }
@@ -90,10 +91,12 @@ class CanvasGestures {
   void deleteRelationship(const QUuid& id);
   void tapBackground();
   void forgetVanishedRegion();
+  void followParts(QPointF position);
 
   MindMapViewModel& m_editor;
   const Clock& m_clock;
   CanvasHitTest m_hitTest;
+  CanvasHitTest m_partTest;
   CanvasState m_state;
   CanvasState m_notifiedState;
   std::function<void()> m_stateObserver;

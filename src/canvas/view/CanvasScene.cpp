@@ -8,6 +8,7 @@
 #include "canvas/geometry/RelationshipCurve.h"
 #include "canvas/geometry/TaperedConnector.h"
 #include "canvas/painting/CanvasColors.h"
+#include "canvas/view/CanvasParts.h"
 #include "editor/MindMapViewModel.h"
 #include "themes/Color.h"
 
@@ -22,7 +23,8 @@ constexpr double maxPartDistanceY = HandleMetrics::connectionHandleDiameter / 2.
 const PaintOptions& canvasOptions() {
   static const PaintOptions options = [] {
     PaintOptions canvas;
-    // The ends of a selected edge lie on the centres of its topics, where nobody could reach them from below.
+    // The ends of a selected edge lie on the centres of its topics, where nobody could reach them from below, and the
+    // middle of a relationship lies anywhere.
     canvas.handlesAboveNodes = true;
     return canvas;
   }();
@@ -104,18 +106,114 @@ void CanvasScene::paintSelectionBox(QPainter& painter, const CanvasState& state)
   painter.drawRect(QRectF(*state.selectionBoxStart, *state.selectionBoxCurrent).normalized());
 }
 
+void CanvasScene::paintPartState(QPainter& painter, const CanvasState& state) {
+  const auto& part = state.pressedPart ? state.pressedPart : state.hoveredPart;
+  if (!part) return;
+  const auto disc = partRect(*part, state);
+  if (!disc) return;
+  const ViewTransform view{m_editor.canvasOffset(), m_editor.canvasZoom()};
+  const auto topic = m_editor.nodeByID(part->id);
+  quilmora::paintPartState(painter, view.toView(*disc), part->kind,
+                           state.pressedPart ? PartState::pressed : PartState::hovered,
+                           topic ? colorFromHex(topic->style.textColor) : QColor());
+}
+
 // --- What lies where ---
 
 CanvasTarget CanvasScene::targetAt(QPointF point, const CanvasState& state) {
+  if (const auto handle = relationshipHandleAt(point, state)) return *handle;
   if (const auto handle = edgeHandleAt(point)) return *handle;
   const MapScene scene = describe(state);
   if (const auto part = nodePartAt(scene, point)) return *part;
-  if (const auto handle = relationshipHandleAt(point, state)) return *handle;
   if (const auto index = m_painter.relationshipAt(scene, point))
     return {CanvasTarget::Kind::relationship, scene.map->relationships[*index].id};
   if (const auto index = m_painter.edgeAt(scene, point, canvasOptions()))
     return {CanvasTarget::Kind::edge, scene.map->edges[*index].id};
   return regionAt(point).value_or(CanvasTarget());
+}
+
+CanvasTarget CanvasScene::partAt(QPointF point, const CanvasState& state) {
+  if (const auto handle = relationshipHandleAt(point, state)) return *handle;
+  if (const auto handle = edgeHandleAt(point)) return *handle;
+  const auto part = nodePartAt(describe(state), point);
+  if (part) return part->isPart() ? *part : CanvasTarget();
+  const auto region = regionAt(point);
+  if (!region || !region->isPart()) return {};
+  // Connectors lie above regions.
+  const CanvasTarget target = targetAt(point, state);
+  return target.isPart() ? target : CanvasTarget();
+}
+
+namespace {
+
+QRectF discAt(QPointF center, double diameter) {
+  return {center.x() - diameter / 2, center.y() - diameter / 2, diameter, diameter};
+}
+
+template <class Record>
+std::optional<Record> recordWith(const SharedArray<Record>& records, const QUuid& id) {
+  for (const Record& record : records)
+    if (record.id == id) return record;
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<QRectF> CanvasScene::partRect(const CanvasTarget& part, const CanvasState& state) {
+  using Kind = CanvasTarget::Kind;
+  switch (part.kind) {
+    case Kind::collapseToggle:
+    case Kind::connectionHandle:
+      return nodePartRect(part, state);
+    case Kind::edgeSourceHandle:
+    case Kind::edgeTargetHandle:
+    case Kind::edgeBendHandle:
+      return edgeHandleRect(part);
+    case Kind::relationshipBendHandle:
+    case Kind::relationshipDeleteButton:
+      return state.selectedRelationshipID == part.id ? relationshipHandleRect(part) : std::nullopt;
+    case Kind::regionResizeHandle: {
+      const auto region = m_editor.regionByID(part.id);
+      if (!region || m_editor.selectedRegionID() != part.id) return std::nullopt;
+      return discAt(resizeHandleCenter(region->rect.normalized()), HandleMetrics::resizeHandleDiameter);
+    }
+    default:
+      return std::nullopt;
+  }
+}
+
+std::optional<QRectF> CanvasScene::nodePartRect(const CanvasTarget& part, const CanvasState& state) {
+  const auto position = shownPosition(part.id);
+  if (!position) return std::nullopt;
+  const bool isHandle = part.kind == CanvasTarget::Kind::connectionHandle;
+  if (isHandle ? !m_editor.selectedNodeIDs().contains(part.id) || state.editingNodeID == part.id
+               : m_editor.treeInfo().childCount(part.id) == 0)
+    return std::nullopt;
+  const NodeMetrics metrics = m_painter.measure(describe(state), m_editor.mapIndex().find(part.id), canvasOptions());
+  return (isHandle ? metrics.connectionHandle : metrics.collapseToggle).translated(*position);
+}
+
+std::optional<QRectF> CanvasScene::edgeHandleRect(const CanvasTarget& part) {
+  const auto edge = recordWith(m_editor.mindMap().edges, part.id);
+  if (!edge || !m_editor.selectedEdgeIDs().contains(part.id)) return std::nullopt;
+  const auto from = shownPosition(edge->from);
+  const auto to = shownPosition(edge->to);
+  if (!from || !to) return std::nullopt;
+  const QPointF center = part.kind == CanvasTarget::Kind::edgeSourceHandle   ? *from
+                         : part.kind == CanvasTarget::Kind::edgeTargetHandle ? *to
+                                                                             : TaperedConnector(*edge, *from, *to)
+                                                                                   .bendHandlePosition();
+  return discAt(center, HandleMetrics::edgeHandleDiameter);
+}
+
+std::optional<QRectF> CanvasScene::relationshipHandleRect(const CanvasTarget& part) {
+  const auto link = recordWith(m_editor.mindMap().relationships, part.id);
+  const auto from = link ? shownPosition(link->from) : std::nullopt;
+  const auto to = link ? shownPosition(link->to) : std::nullopt;
+  if (!from || !to) return std::nullopt;
+  const QPointF middle = RelationshipCurve(*from, *to, link->controlPointOffset).midpoint();
+  if (part.kind == CanvasTarget::Kind::relationshipBendHandle) return discAt(middle, HandleMetrics::edgeHandleDiameter);
+  return discAt(deleteButtonCenter(middle), HandleMetrics::deleteButtonDiameter);
 }
 
 std::optional<QUuid> CanvasScene::topicAt(QPointF point) {

@@ -38,7 +38,13 @@ class CanvasScene {
              const std::optional<QString>& editedTitle);
   // Paints the selection box, which lies above all else (view coordinates).
   void paintSelectionBox(QPainter& painter, const CanvasState& state) const;
+  // Paints the answer of the button or handle under the pointer, above the picture of the map (view coordinates).
+  void paintPartState(QPainter& painter, const CanvasState& state);
   CanvasTarget targetAt(QPointF canvasPoint, const CanvasState& state);
+  // The same, but the background where there is no button or handle. Asks less of a large map.
+  CanvasTarget partAt(QPointF canvasPoint, const CanvasState& state);
+  // The disc of a button or handle in canvas units; nothing where it does not show.
+  std::optional<QRectF> partRect(const CanvasTarget& part, const CanvasState& state);
   // The topic whose box or small parts hold the point, whatever handles lie above it.
   std::optional<QUuid> topicAt(QPointF canvasPoint);
   // Of an existing topic.
@@ -54,6 +60,9 @@ class CanvasScene {
   std::optional<CanvasTarget> nodePartAt(const MapScene& scene, QPointF point);
   std::optional<CanvasTarget> regionAt(QPointF point) const;
   std::optional<QPointF> shownPosition(const QUuid& nodeID);
+  std::optional<QRectF> nodePartRect(const CanvasTarget& part, const CanvasState& state);
+  std::optional<QRectF> edgeHandleRect(const CanvasTarget& part);
+  std::optional<QRectF> relationshipHandleRect(const CanvasTarget& part);
 
   MindMapViewModel& m_editor;
   double m_pixelRatio = 1.0;  // of the last painting

@@ -6,6 +6,7 @@
 #include <QSizeF>
 #include <QUuid>
 
+#include "canvas/view/CanvasTarget.h"
 #include "canvas/view/RegionLayer.h"
 #include "platform/Clock.h"
 
@@ -49,6 +50,8 @@ struct CanvasState {
   std::optional<QPointF> edgeDragTranslation;  // from the endpoint's own place
   std::optional<Bend> draggedBend;
   std::optional<QUuid> imageDropTargetID;  // the topic that an image file is held over
+  std::optional<CanvasTarget> hoveredPart;  // the button or handle under the pointer while nothing is pressed
+  std::optional<CanvasTarget> pressedPart;  // the one that is held down with the pointer still on it
   RegionLayerState regions;
 
   bool operator==(const CanvasState&) const = default;

@@ -29,6 +29,12 @@ struct CanvasTarget {
   QUuid id;  // of the topic, connector, relationship or region
 
   bool operator==(const CanvasTarget&) const = default;
+
+  // Whether it is a button or handle: what answers to the pointer before it is pressed.
+  bool isPart() const {
+    return kind != Kind::background && kind != Kind::node && kind != Kind::edge && kind != Kind::relationship &&
+           kind != Kind::region;
+  }
 };
 
 // Answers for a point in canvas units.

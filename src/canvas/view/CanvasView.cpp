@@ -1,11 +1,14 @@
 #include "canvas/view/CanvasView.h"
 
 #include <QGestureEvent>
+#include <QHelpEvent>
 #include <QMouseEvent>
 #include <QNativeGestureEvent>
 #include <QPainter>
 #include <QPinchGesture>
+#include <QToolTip>
 
+#include "canvas/view/CanvasParts.h"
 #include "canvas/view/EventTranslation.h"
 #include "canvas/view/RegionLabelField.h"
 #include "canvas/view/TitleEditor.h"
@@ -17,8 +20,6 @@
 namespace quilmora {
 
 namespace {
-
-constexpr double fitPadding = 80.0;
 
 const Clock& systemClock() {
   static const SystemClock clock;
@@ -50,6 +51,8 @@ CanvasState picturedState(CanvasState state) {
   state.canvasSize = none.canvasSize;
   state.lastTapNodeID.reset();
   state.lastTapTime = none.lastTapTime;
+  state.hoveredPart.reset();
+  state.pressedPart.reset();
   return state;
 }
 
@@ -67,7 +70,9 @@ CanvasView::CanvasView(MindMapViewModel& editor, WindowCommands& commands, Notif
       m_scheduler(scheduler),
       m_scene(editor),
       m_picture(scheduler, [this] { update(); }),
-      m_gestures(editor, clock, [this](QPointF point) { return m_scene.targetAt(point, m_gestures.state()); }),
+      m_gestures(
+          editor, clock, [this](QPointF point) { return m_scene.targetAt(point, m_gestures.state()); },
+          [this](QPointF point) { return m_scene.partAt(point, m_gestures.state()); }),
       m_keys(editor, commands, scheduler, m_gestures),
       m_layoutReceivers(editor, m_gestures, notifications),
       m_animation(editor, scheduler, clock),
@@ -121,7 +126,7 @@ void CanvasView::createRegion() {
 void CanvasView::zoomToFit() {
   m_animation.stop();
   const ViewAnimation::View before{m_editor.canvasZoom(), m_editor.canvasOffset()};
-  m_editor.fitToContent(width(), height(), fitPadding);
+  m_editor.fitToContent(width(), height(), MindMapViewModel::fitPadding);
   if (!isVisible()) {
     m_gestures.refreshInitialZoom();
     return;
@@ -145,6 +150,7 @@ void CanvasView::paintEvent(QPaintEvent*) {
                  [this](QPainter& part, const ViewTransform& view, const QRect& exposed) {
                    m_scene.paint(part, exposed, view, m_gestures.state(), m_pictured.editedTitle);
                  });
+  m_scene.paintPartState(painter, m_gestures.state());
   m_scene.paintSelectionBox(painter, m_gestures.state());
 }
 
@@ -249,6 +255,9 @@ bool CanvasView::event(QEvent* event) {
         return true;
       }
       break;
+    case QEvent::ToolTip:
+      showPartToolTip(*static_cast<QHelpEvent*>(event));
+      return true;
     case QEvent::WindowDeactivate:
       // The release will go elsewhere.
       m_gestures.cancel();
@@ -258,6 +267,18 @@ bool CanvasView::event(QEvent* event) {
       break;
   }
   return QWidget::event(event);
+}
+
+void CanvasView::showPartToolTip(const QHelpEvent& event) {
+  const auto& part = m_gestures.state().hoveredPart;
+  const auto disc = part ? m_scene.partRect(*part, m_gestures.state()) : std::nullopt;
+  if (!disc) {
+    QToolTip::hideText();
+    return;
+  }
+  const ViewTransform view{m_editor.canvasOffset(), m_editor.canvasZoom()};
+  QToolTip::showText(event.globalPos(), partToolTip(part->kind, m_editor.collapsedNodeIDs().contains(part->id)), this,
+                     view.toView(*disc).toAlignedRect());
 }
 
 void CanvasView::mousePressEvent(QMouseEvent* event) {

@@ -15,6 +15,7 @@
 #include "platform/Clock.h"
 #include "platform/Notifications.h"
 
+class QHelpEvent;
 class QNativeGestureEvent;
 class QPinchGesture;
 
@@ -84,6 +85,7 @@ class CanvasView : public QWidget {
   bool nativeGesture(const QNativeGestureEvent& event);
   void pinchGesture(const QPinchGesture& pinch);
   bool pressKey(const QKeyEvent& event);
+  void showPartToolTip(const QHelpEvent& event);
   void gesturesChanged();
   void viewMoved();
   void sceneChanged();

@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "canvas/view/CanvasGestures.h"
-#include "layout/LayoutAlgorithm.h"
 
 namespace quilmora {
 
@@ -22,12 +21,9 @@ constexpr std::pair<Notification, MindMap::Layout> layoutRequests[] = {
 LayoutNotificationReceivers::LayoutNotificationReceivers(MindMapViewModel& editor, CanvasGestures& gestures,
                                                          NotificationCenter& notifications)
     : m_editor(editor), m_gestures(gestures) {
-  for (const auto& [notification, layout] : layoutRequests) {
-    // Without a receiver the menu entry stays disabled.
-    if (!makeLayout(layout)) continue;
+  for (const auto& [notification, layout] : layoutRequests)
     m_subscriptions.push_back(
         notifications.observe(notification, [this, wanted = layout](const QVariant&) { apply(wanted); }));
-  }
   m_subscriptions.push_back(
       notifications.observe(Notification::recolorByBranch, [this](const QVariant&) { m_editor.recolorByBranch(); }));
   m_subscriptions.push_back(
@@ -37,7 +33,7 @@ LayoutNotificationReceivers::LayoutNotificationReceivers(MindMapViewModel& edito
 void LayoutNotificationReceivers::apply(MindMap::Layout layout) {
   const QSizeF size = m_gestures.state().canvasSize;
   m_editor.applyLayout(layout, size);
-  m_editor.fitToContent(size.width(), size.height(), fitPadding);
+  m_editor.fitToContent(size.width(), size.height(), MindMapViewModel::fitPadding);
   m_gestures.refreshInitialZoom();
 }
 

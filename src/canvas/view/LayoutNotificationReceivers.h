@@ -12,8 +12,6 @@ class CanvasGestures;
 // Receives, for as long as the canvas exists, the requests that arrange or recolour the whole map.
 class LayoutNotificationReceivers {
  public:
-  static constexpr double fitPadding = 80.0;
-
   LayoutNotificationReceivers(MindMapViewModel& editor, CanvasGestures& gestures, NotificationCenter& notifications);
 
  private:

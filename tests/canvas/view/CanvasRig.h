@@ -20,7 +20,9 @@ class CanvasRig {
   explicit CanvasRig(MindMap map)
       : editor(std::move(map), EditorServices{clock, settings, bookmarks, log}),
         commands(editor),
-        gestures(editor, clock, [this](QPointF point) { return targetAt(point); }),
+        gestures(
+            editor, clock, [this](QPointF point) { return targetAt(point); },
+            [this](QPointF point) { return targetAt(point); }),
         keys(editor, commands, scheduler, gestures) {}
 
   ManualClock clock;

@@ -166,6 +166,63 @@ TEST_F(CanvasTap, TellsItsObserverOfAChangeOnlyOnce) {
   EXPECT_EQ(notices, 1);
 }
 
+// --- Buttons and handles under the pointer ---
+
+TEST_F(CanvasTap, PartUnderThePointerIsKnown) {
+  const CanvasTarget toggle{CanvasTarget::Kind::collapseToggle, topicId(1)};
+  rig.extraTargets = {{{50, 100}, toggle}, {{250, 50}, {CanvasTarget::Kind::edge, edgeId(0)}}};
+  rig.move({50, 100});
+  EXPECT_EQ(rig.state().hoveredPart, toggle);
+  rig.move({100, 100});
+  EXPECT_FALSE(rig.state().hoveredPart);
+  rig.move({250, 50});
+  EXPECT_FALSE(rig.state().hoveredPart);
+  rig.move({50, 100});
+  rig.gestures.wheel({{20, 0}, true, {}});
+  EXPECT_FALSE(rig.state().hoveredPart);
+  rig.move({70, 100});
+  EXPECT_EQ(rig.state().hoveredPart, toggle);
+  rig.gestures.leave();
+  EXPECT_FALSE(rig.state().hoveredPart);
+}
+
+TEST_F(CanvasTap, PartIsPressedWhileThePointerIsOnIt) {
+  const CanvasTarget toggle{CanvasTarget::Kind::collapseToggle, topicId(1)};
+  rig.extraTargets = {{{50, 100}, toggle}, {{200, 200}, {CanvasTarget::Kind::collapseToggle, topicId(2)}}};
+  rig.move({50, 100});
+  rig.press({50, 100});
+  EXPECT_EQ(rig.state().pressedPart, toggle);
+  EXPECT_FALSE(rig.state().hoveredPart);
+  rig.move({100, 180});
+  EXPECT_FALSE(rig.state().pressedPart);
+  rig.move({200, 200});
+  EXPECT_FALSE(rig.state().pressedPart);
+  EXPECT_FALSE(rig.state().hoveredPart);
+  rig.move({52, 100});
+  EXPECT_EQ(rig.state().pressedPart, toggle);
+  rig.release({52, 100});
+  EXPECT_FALSE(rig.state().pressedPart);
+  EXPECT_EQ(rig.state().hoveredPart, toggle);
+}
+
+TEST_F(CanvasTap, PartUnderADragShowsNothing) {
+  const CanvasTarget handle{CanvasTarget::Kind::connectionHandle, topicId(1)};
+  rig.extraTargets = {{{158, 100}, handle}, {{250, 300}, {CanvasTarget::Kind::collapseToggle, topicId(2)}}};
+  rig.press({158, 100});
+  EXPECT_EQ(rig.state().pressedPart, handle);
+  rig.move({250, 300});
+  EXPECT_FALSE(rig.state().pressedPart);
+  EXPECT_FALSE(rig.state().hoveredPart);
+  rig.gestures.cancel();
+  rig.press({100, 100});
+  rig.move({250, 300});
+  EXPECT_FALSE(rig.state().hoveredPart);
+  rig.gestures.cancel();
+  rig.press({158, 100});
+  rig.gestures.cancel();
+  EXPECT_FALSE(rig.state().pressedPart);
+}
+
 // --- Title editing ---
 
 TEST_F(CanvasTap, CommitOfATitleStoresItAndEndsTheEdit) {

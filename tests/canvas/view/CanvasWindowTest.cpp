@@ -1,5 +1,6 @@
 #include <QNativeGestureEvent>
 #include <QPushButton>
+#include <QToolTip>
 
 #include "canvas/view/WindowRig.h"
 
@@ -117,29 +118,71 @@ TEST_F(CanvasWindow, AltShowsAnOpenHand) {
 
 TEST_F(CanvasWindow, HandleOfTheSelectedTopicMakesAChildOnAClick) {
   rig.click(rig.at(3));
-  const auto handleAt = [&](QPoint point) {
-    rig.click(point);
-    return rig.editor.mindMap().nodes.size() == 4;
-  };
-  // The handle stands 8 beyond the right edge of the box, wherever the font puts that.
-  bool found = false;
-  for (int x = 30; x < 120 && !found; ++x) {
-    rig.click(rig.at(3));
-    rig.clock.advance(1s);
-    found = handleAt(rig.at(3, {x, 0}));
-  }
-  ASSERT_TRUE(found);
+  const auto handle = rig.partBeside(3, CanvasTarget::Kind::connectionHandle);
+  ASSERT_TRUE(handle);
+  rig.click(rig.at(3, {*handle + 3, 0}));
+  ASSERT_EQ(rig.editor.mindMap().nodes.size(), 4u);
   EXPECT_EQ(rig.editor.treeInfo().parent(rig.editor.mindMap().nodes.back().id), topicId(3));
 }
 
 TEST_F(CanvasWindow, CollapseToggleHidesTheBranch) {
-  for (int x = -90; x < -20 && rig.editor.collapsedNodeIDs().empty(); ++x) {
-    rig.click(rig.at(1, {x, 0}));
-    rig.clock.advance(1s);
-  }
+  const auto toggle = rig.partBeside(1, CanvasTarget::Kind::collapseToggle);
+  ASSERT_TRUE(toggle);
+  rig.click(rig.at(1, {*toggle + 3, 0}));
   EXPECT_EQ(rig.editor.collapsedNodeIDs(), IdSet({topicId(1)}));
   rig.click(rig.at(2));
   EXPECT_FALSE(rig.editor.selectedNodeIDs().contains(topicId(2)));
+}
+
+TEST_F(CanvasWindow, ButtonsAndHandlesAnswerToThePointer) {
+  rig.editor.selectNode(topicId(1), false);
+  const auto colorAt = [&](QPoint point) { return rig.view.grab().toImage().pixelColor(point); };
+  for (const auto kind : {CanvasTarget::Kind::collapseToggle, CanvasTarget::Kind::connectionHandle}) {
+    const auto x = rig.partBeside(1, kind);
+    ASSERT_TRUE(x);
+    // Near the rim, where there is no symbol.
+    const QPoint probe = rig.at(1, {*x + 2, 0});
+    rig.mouse(QTest::MouseMove, {20, 20});
+    const QColor rest = colorAt(probe);
+    rig.mouse(QTest::MouseMove, probe);
+    const QColor hovered = colorAt(probe);
+    EXPECT_NE(hovered, rest);
+    rig.mouse(QTest::MousePress, probe);
+    EXPECT_NE(colorAt(probe), hovered);
+    EXPECT_NE(colorAt(probe), rest);
+    // Escape ends the press, and with nothing else to do the selection.
+    rig.key(Qt::Key_Escape);
+    rig.mouse(QTest::MouseRelease, probe);
+    rig.editor.selectNode(topicId(1), false);
+    rig.mouse(QTest::MouseMove, {20, 20});
+    EXPECT_EQ(colorAt(probe), rest);
+  }
+  EXPECT_EQ(rig.editor.mindMap().nodes.size(), 3u);
+  EXPECT_TRUE(rig.editor.collapsedNodeIDs().empty());
+}
+
+TEST_F(CanvasWindow, ButtonsAndHandlesSayWhatTheyDo) {
+  using Kind = CanvasTarget::Kind;
+  const auto toolTipAt = [&](QPoint point) {
+    rig.mouse(QTest::MouseMove, point);
+    QHelpEvent event(QEvent::ToolTip, point, rig.view.mapToGlobal(point));
+    QCoreApplication::sendEvent(&rig.view, &event);
+    return QToolTip::text();
+  };
+  const QPoint toggle = rig.at(1, {rig.partBeside(1, Kind::collapseToggle).value(), 0});
+  EXPECT_EQ(toolTipAt(toggle), QStringLiteral("Collapse Branch (Ctrl+[)"));
+  rig.editor.toggleCollapsed(topicId(1));
+  EXPECT_EQ(toolTipAt(toggle), QStringLiteral("Expand Branch (Ctrl+])"));
+  rig.editor.toggleCollapsed(topicId(1));
+  EXPECT_FALSE(rig.partBeside(3, Kind::connectionHandle));
+  rig.editor.selectNode(topicId(3), false);
+  EXPECT_EQ(toolTipAt(rig.at(3, {rig.partBeside(3, Kind::connectionHandle).value(), 0})),
+            QStringLiteral("Add Sub-topic (Tab)\nDrag to connect"));
+  rig.editor.selectEdge(edgeId(0), false);
+  EXPECT_EQ(toolTipAt(rig.at(1)), QStringLiteral("Drag to another topic"));
+  EXPECT_EQ(toolTipAt({500, 300}), QStringLiteral("Drag to bend"));
+  toolTipAt({500, 400});
+  EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }));
 }
 
 // --- Wheel and pinch ---

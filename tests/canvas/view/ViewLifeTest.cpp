@@ -75,14 +75,21 @@ TEST_F(ViewLife, LayoutRequestArrangesFramesAndRefreshesTheZoomOfThePinch) {
   EXPECT_EQ(rig.positionOf(2), QPointF(500, 425));
 }
 
-TEST_F(ViewLife, LayoutRequestsHaveAReceiverWhereThereIsAnAlgorithm) {
+TEST_F(ViewLife, EveryLayoutRequestHasAReceiver) {
   NotificationCenter notifications;
   const LayoutNotificationReceivers receivers(rig.editor, rig.gestures, notifications);
-  EXPECT_TRUE(notifications.hasReceiver(Notification::applyTreeLayout));
-  EXPECT_TRUE(notifications.hasReceiver(Notification::applyVerticalTreeLayout));
-  EXPECT_EQ(notifications.hasReceiver(Notification::applyRadialLayout), makeLayout(MindMap::Layout::radial) != nullptr);
-  EXPECT_EQ(notifications.hasReceiver(Notification::applyOrgChartLayout),
-            makeLayout(MindMap::Layout::orgChart) != nullptr);
+  const std::pair<Notification, MindMap::Layout> requests[] = {
+      {Notification::applyTreeLayout, MindMap::Layout::tree},
+      {Notification::applyVerticalTreeLayout, MindMap::Layout::verticalTree},
+      {Notification::applyRadialLayout, MindMap::Layout::radial},
+      {Notification::applyLeftRightLayout, MindMap::Layout::leftRightTree},
+      {Notification::applyOrgChartLayout, MindMap::Layout::orgChart},
+  };
+  for (const auto& [request, layout] : requests) {
+    EXPECT_TRUE(notifications.hasReceiver(request));
+    notifications.post(request);
+    EXPECT_EQ(rig.editor.mindMap().layout, layout);
+  }
 }
 
 TEST_F(ViewLife, RecolouringRequestsReachTheEditor) {

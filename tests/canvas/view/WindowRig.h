@@ -14,6 +14,7 @@
 #include "platform/Log.h"
 #include "platform/Scheduler.h"
 #include "platform/SettingsStore.h"
+#include "support/QtPrinters.h"
 
 namespace quilmora::test {
 
@@ -64,6 +65,14 @@ class WindowRig {
   }
   void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(handle(), key, modifiers); }
   void type(const QString& text) { QTest::keyClicks(QApplication::focusWidget(), text); }
+  // How far right of a topic's centre, in view pixels, the pointer first finds this button or handle of it.
+  std::optional<int> partBeside(int number, CanvasTarget::Kind kind) {
+    for (int x = -120; x <= 120; ++x) {
+      mouse(QTest::MouseMove, at(number, {x, 0}));
+      if (view.gestures().state().hoveredPart == CanvasTarget{kind, topicId(number)}) return x;
+    }
+    return std::nullopt;
+  }
   void wheel(QPoint to, QPoint pixelDelta, QPoint angleDelta, Qt::KeyboardModifiers modifiers = {},
              Qt::ScrollPhase phase = Qt::NoScrollPhase) {
     QWheelEvent event(to, view.mapToGlobal(to), pixelDelta, angleDelta, Qt::NoButton, modifiers, phase, false);
