@@ -29,7 +29,7 @@ MindMapViewModel::Direction directionOf(int arrowKey) {
 
 bool KeyCommands::press(int key, Qt::KeyboardModifiers modifiers, bool textHasKeyboard) {
   if (textHasKeyboard || m_editor.isEditingInline()) return false;
-  // The keypad's keys are like the others. But for the two below, modifiers make no difference to a key.
+  // The keypad's keys are like the others. But for the letters and Tab below, modifiers make no difference to a key.
   const Qt::KeyboardModifiers held = modifiers & ~Qt::KeypadModifier;
   switch (key) {
     case Qt::Key_Left:
@@ -52,6 +52,8 @@ bool KeyCommands::press(int key, Qt::KeyboardModifiers modifiers, bool textHasKe
         if (editor) editor->selectAll();
       });
       return true;
+    case Qt::Key_V:
+      return held == Qt::ControlModifier && paste();
     default:
       return false;
   }
@@ -72,6 +74,18 @@ bool KeyCommands::quickLook() {
   if (!selected) return false;
   m_scheduler.after(nextTurn, [editor = QPointer(&m_editor), id = *selected] {
     if (editor) editor->toggleQuickLook(id);
+  });
+  return true;
+}
+
+// The sheet opens once the key has done its work, so that it doesn't receive the rest of it.
+bool KeyCommands::paste() {
+  const std::optional<QString> text = m_commands.textForSmartPaste();
+  if (!text) return false;
+  m_scheduler.after(nextTurn, [editor = QPointer(&m_editor), text = *text] {
+    if (!editor) return;
+    editor->setSmartPasteText(text);
+    editor->setShowSmartPaste(true);
   });
   return true;
 }

@@ -21,6 +21,7 @@ class KeyCommands {
  private:
   bool arrow(int key);
   bool quickLook();
+  bool paste();
 
   MindMapViewModel& m_editor;
   WindowCommands& m_commands;

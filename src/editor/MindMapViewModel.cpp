@@ -182,6 +182,16 @@ void MindMapViewModel::setQuickLookNodeID(std::optional<QUuid> id) {
   Q_EMIT quickLookNodeIDChanged();
 }
 
+void MindMapViewModel::setShowSmartPaste(bool shows) {
+  m_showSmartPaste = shows;
+  Q_EMIT showSmartPasteChanged();
+}
+
+void MindMapViewModel::setSmartPasteText(const QString& text) {
+  m_smartPasteText = text;
+  Q_EMIT smartPasteTextChanged();
+}
+
 void MindMapViewModel::setActiveLens(FocusLens lens) {
   m_activeLens = lens;
   Q_EMIT activeLensChanged();

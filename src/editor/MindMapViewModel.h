@@ -10,6 +10,7 @@
 #include <QSizeF>
 #include <QString>
 
+#include "editor/SmartPaste.h"
 #include "editor/TreeInfo.h"
 #include "model/IdSet.h"
 #include "model/MapIndex.h"
@@ -77,6 +78,11 @@ class MindMapViewModel : public QObject {
   void setIsEditingInline(bool editing);
   std::optional<QUuid> quickLookNodeID() const { return m_quickLookNodeID; }
   void setQuickLookNodeID(std::optional<QUuid> id);
+  // The sheet that asks how to paste is open, and the text that it is about; the text stays until the next one.
+  bool showSmartPaste() const { return m_showSmartPaste; }
+  void setShowSmartPaste(bool shows);
+  const QString& smartPasteText() const { return m_smartPasteText; }
+  void setSmartPasteText(const QString& text);
   FocusLens activeLens() const { return m_activeLens; }
   void setActiveLens(FocusLens lens);
   bool isPresentationMode() const { return m_isPresentationMode; }
@@ -196,6 +202,12 @@ class MindMapViewModel : public QObject {
   void pasteClipboard();
   void duplicateSelection();
 
+  // --- Pasting lines of text (SmartPasteCommands.cpp) ---
+
+  // Adds topics made of the lines, below `parentID`, else below the first selected topic, else free, and selects them. A
+  // blank text does nothing. Only a single topic sets updatedAt.
+  void smartPaste(const QString& text, SmartPasteMode mode, const std::optional<QUuid>& parentID);
+
   // --- Styles and themes (ThemeCommands.cpp) ---
 
   // The built-in theme that new content takes its colours from.
@@ -268,6 +280,8 @@ class MindMapViewModel : public QObject {
   void collapsedNodeIDsChanged();
   void isEditingInlineChanged();
   void quickLookNodeIDChanged();
+  void showSmartPasteChanged();
+  void smartPasteTextChanged();
   void activeLensChanged();
   void isPresentationModeChanged();
   void presentationNodeIndexChanged();
@@ -306,6 +320,11 @@ class MindMapViewModel : public QObject {
   bool hasEdge(const QUuid& fromID, const QUuid& toID);
   void editRegion(const QUuid& id, bool stamps, const std::function<void(Region&)>& change);
   QRectF newRegionRect(std::optional<QPointF> point);
+  struct Pasted;
+  std::optional<QPointF> positionOf(const std::optional<QUuid>& id);
+  Pasted pastedTopic(const QString& text, const std::optional<QUuid>& anchor);
+  Pasted pastedSiblings(const std::vector<QStringView>& lines, const std::optional<QUuid>& anchor);
+  Pasted pastedOutline(const std::vector<QStringView>& lines, const std::optional<QUuid>& anchor);
   const std::vector<char>& hiddenNumbers();
   // Makes the topic the only selected one and centres the canvas on it.
   void lookAt(const QUuid& id);
@@ -327,6 +346,8 @@ class MindMapViewModel : public QObject {
   IdSet m_collapsedNodeIDs;
   bool m_isEditingInline = false;
   std::optional<QUuid> m_quickLookNodeID;
+  bool m_showSmartPaste = false;
+  QString m_smartPasteText;
   FocusLens m_activeLens = FocusLens::none;
   bool m_isPresentationMode = false;
   int m_presentationNodeIndex = 0;

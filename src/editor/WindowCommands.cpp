@@ -1,5 +1,7 @@
 #include "editor/WindowCommands.h"
 
+#include "platform/Clipboard.h"
+
 namespace quilmora {
 
 namespace {
@@ -58,6 +60,12 @@ void WindowCommands::toggleEdgeCreation() {
 
 void WindowCommands::duplicateSelection() {
   if (!m_editor.isEditingInline()) m_editor.duplicateSelection();
+}
+
+std::optional<QString> WindowCommands::textForSmartPaste() const {
+  std::optional<QString> text = m_clipboard ? m_clipboard->text() : std::nullopt;
+  if (text && !suitsSmartPaste(*text)) text.reset();
+  return text;
 }
 
 void WindowCommands::collapseNode() {

@@ -4,11 +4,15 @@
 
 namespace quilmora {
 
+class Clipboard;
+
 // The commands that menus and keys of a window bind, above the editor object: they choose what the editor's own
 // commands act on. Those that a person gives while a title is being edited are ignored.
 class WindowCommands {
  public:
-  explicit WindowCommands(MindMapViewModel& editor) : m_editor(editor) {}
+  // Without a clipboard there is nothing to paste. Both outlive the object.
+  explicit WindowCommands(MindMapViewModel& editor, const Clipboard* clipboard = nullptr)
+      : m_editor(editor), m_clipboard(clipboard) {}
 
   // A free topic at a fixed spot that moves on by 40 each time and never comes back.
   void createFreeTopic();
@@ -23,6 +27,8 @@ class WindowCommands {
   void toggleEdgeCreation();
   // The editor's own command, but for a title being edited.
   void duplicateSelection();
+  // The clipboard's text where pasting it onto the canvas asks how, or nothing.
+  std::optional<QString> textForSmartPaste() const;
   void collapseNode();
   void expandNode();
   void zoomIn(QSizeF canvasSize);
@@ -32,6 +38,7 @@ class WindowCommands {
 
  private:
   MindMapViewModel& m_editor;
+  const Clipboard* m_clipboard;
   double m_newNodeOffset = 0.0;
 };
 
