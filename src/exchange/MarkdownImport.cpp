@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include <QStringDecoder>
 #include <simdjson.h>
 
 #include "exchange/ImportError.h"
@@ -55,6 +56,13 @@ qsizetype countLeading(QByteArrayView text, char wanted) {
   return std::find_if(text.begin(), text.end(), [wanted](char byte) { return byte != wanted; }) - text.begin();
 }
 
+// A mark of byte order inside the file is text.
+QString textOf(QByteArrayView utf8) {
+  QStringDecoder decoder(QStringDecoder::Utf8,
+                         QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
+  return decoder.decode(utf8);
+}
+
 QString withoutBoldMarks(QByteArrayView text) {
   QByteArray kept;
   kept.reserve(text.size());
@@ -65,7 +73,7 @@ QString withoutBoldMarks(QByteArrayView text) {
     }
     kept.append(text[at++]);
   }
-  return QString::fromUtf8(kept);
+  return textOf(kept);
 }
 
 class MarkdownReader {
@@ -76,7 +84,7 @@ class MarkdownReader {
     const QByteArrayView trimmed = withoutBlanksAndTabs(line);
     if (trimmed.startsWith('#')) {
       const qsizetype level = countLeading(trimmed, '#');
-      const QString text = QString::fromUtf8(withoutBlanksAndTabs(trimmed.sliced(level)));
+      const QString text = textOf(withoutBlanksAndTabs(trimmed.sliced(level)));
       if (level == 1)
         m_map.title = text;
       else
