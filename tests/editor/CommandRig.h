@@ -23,6 +23,8 @@ class SignalLog {
     note(editor, &Editor::collapsedNodeIDsChanged, "collapsed");
     note(editor, &Editor::isEditingInlineChanged, "editing");
     note(editor, &Editor::quickLookNodeIDChanged, "quickLook");
+    note(editor, &Editor::showSmartPasteChanged, "showSmartPaste");
+    note(editor, &Editor::smartPasteTextChanged, "smartPasteText");
     note(editor, &Editor::activeLensChanged, "lens");
     note(editor, &Editor::isPresentationModeChanged, "presentation");
     note(editor, &Editor::presentationNodeIndexChanged, "presentationIndex");

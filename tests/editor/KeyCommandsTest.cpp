@@ -1,6 +1,7 @@
 #include "editor/CommandRig.h"
 #include "editor/KeyCommands.h"
 #include "editor/WindowCommands.h"
+#include "platform/Clipboard.h"
 #include "platform/Scheduler.h"
 
 using namespace quilmora;
@@ -19,7 +20,8 @@ struct Keyboard : CommandRig {
   bool press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) { return keys.press(key, modifiers, false); }
   void turn() { scheduler.advance(std::chrono::milliseconds(0)); }
 
-  WindowCommands commands{editor};
+  MemoryClipboard clipboard;
+  WindowCommands commands{editor, &clipboard};
   ManualScheduler scheduler;
   KeyCommands keys{editor, commands, scheduler};
 };
@@ -121,6 +123,52 @@ TEST(KeyCommands, OtherKeysPassOn) {
   rig.expectNothing();
 }
 
+TEST(KeyCommands, ControlVWithLinesOfTextAsksHowToPasteOnTheNextTurn) {
+  Keyboard rig;
+  rig.clipboard.setText(QStringLiteral(" a\n\tb\n"));
+  EXPECT_TRUE(rig.press(Qt::Key_V, Qt::ControlModifier));
+  rig.expectNothing();
+  EXPECT_FALSE(rig.editor.showSmartPaste());
+  EXPECT_EQ(rig.editor.smartPasteText(), QString());
+  rig.turn();
+  EXPECT_TRUE(rig.editor.showSmartPaste());
+  EXPECT_EQ(rig.editor.smartPasteText(), QStringLiteral(" a\n\tb\n"));
+  EXPECT_EQ(rig.log.take(), QStringLiteral("smartPasteText showSmartPaste"));
+  rig.expectMapUntouched();
+}
+
+TEST(KeyCommands, ControlVTakesTheClipboardOfTheMomentOfTheKey) {
+  Keyboard rig;
+  rig.clipboard.setText(QStringLiteral("a\nb"));
+  EXPECT_TRUE(rig.press(Qt::Key_V, Qt::ControlModifier));
+  rig.clipboard.setText(QStringLiteral("c\nd"));
+  rig.turn();
+  EXPECT_EQ(rig.editor.smartPasteText(), QStringLiteral("a\nb"));
+}
+
+TEST(KeyCommands, ControlVPassesOnWithAnyOtherClipboard) {
+  Keyboard rig;
+  for (const QString& text : {QString(), QStringLiteral("one line"), QStringLiteral("x\n"), QStringLiteral(" \n \n")}) {
+    rig.clipboard.setText(text);
+    EXPECT_FALSE(rig.press(Qt::Key_V, Qt::ControlModifier)) << text.toStdString();
+  }
+  rig.clipboard.setText(std::nullopt);
+  EXPECT_FALSE(rig.press(Qt::Key_V, Qt::ControlModifier));
+  EXPECT_EQ(rig.scheduler.waitingCount(), 0u);
+  rig.expectNothing();
+}
+
+TEST(KeyCommands, PastingPassesOnWithOtherModifiersAndWhereTextIsTyped) {
+  Keyboard rig;
+  rig.clipboard.setText(QStringLiteral("a\nb"));
+  EXPECT_FALSE(rig.press(Qt::Key_V));
+  EXPECT_FALSE(rig.press(Qt::Key_V, Qt::ControlModifier | Qt::ShiftModifier));
+  EXPECT_FALSE(rig.keys.press(Qt::Key_V, Qt::ControlModifier, true));
+  rig.editor.setIsEditingInline(true);
+  EXPECT_FALSE(rig.press(Qt::Key_V, Qt::ControlModifier));
+  EXPECT_EQ(rig.scheduler.waitingCount(), 0u);
+}
+
 TEST(KeyCommands, KeypadKeysAreLikeTheOthers) {
   Keyboard rig;
   EXPECT_TRUE(rig.press(Qt::Key_Right, Qt::KeypadModifier));
@@ -173,13 +221,16 @@ TEST(KeyCommands, DeferredWorkOfAnEndedEditorIsDropped) {
   ManualScheduler scheduler;
   {
     CommandRig rig(mapOf({0}));
-    WindowCommands commands(rig.editor);
+    MemoryClipboard clipboard;
+    clipboard.setText(QStringLiteral("a\nb"));
+    WindowCommands commands(rig.editor, &clipboard);
     KeyCommands keys(rig.editor, commands, scheduler);
     rig.select({0});
     EXPECT_TRUE(keys.press(Qt::Key_Space, Qt::NoModifier, false));
     EXPECT_TRUE(keys.press(Qt::Key_A, Qt::ControlModifier, false));
+    EXPECT_TRUE(keys.press(Qt::Key_V, Qt::ControlModifier, false));
   }
-  EXPECT_EQ(scheduler.waitingCount(), 2u);
+  EXPECT_EQ(scheduler.waitingCount(), 3u);
   scheduler.advance(std::chrono::milliseconds(1));
   EXPECT_EQ(scheduler.waitingCount(), 0u);
 }
