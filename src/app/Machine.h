@@ -9,6 +9,7 @@
 namespace quilmora {
 
 class Alerts;
+class Clipboard;
 class DesktopAppearance;
 class FilePanels;
 class FileWriter;
@@ -25,6 +26,7 @@ struct Machine {
   FileWriter& writer;
   Scheduler& scheduler;
   FilePanels& panels;
+  const Clipboard& clipboard;
   Alerts& alerts;
   Look& look;
   QString defaultFolder;            // Documents/Quilmora of the user

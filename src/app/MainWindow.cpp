@@ -14,6 +14,7 @@
 #include "app/InspectorPanel.h"
 #include "app/Menus.h"
 #include "app/Sidebar.h"
+#include "app/SmartPasteView.h"
 #include "app/StatusLine.h"
 #include "app/TextField.h"
 #include "app/Toolbar.h"
@@ -47,7 +48,7 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
       m_documents(std::move(documents)),
       m_quit(std::move(quit)),
       m_editor(MindMap::blankMap(machine.clock), machine.editorServices()),
-      m_commands(m_editor),
+      m_commands(m_editor, &machine.clipboard),
       m_keys(m_editor, m_commands, machine.scheduler),
       m_images(m_editor, machine.panels),
       m_beforeQuit(notifications.observe(Notification::autoSaveBeforeQuit,
@@ -76,6 +77,7 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
   connect(&m_editor, &MindMapViewModel::isEdgeCreationModeChanged, this, [this] {
     m_toolbar->setOn(QStringLiteral("createEdge"), m_editor.isEdgeCreationMode());
   });
+  connect(&m_editor, &MindMapViewModel::showSmartPasteChanged, this, &MainWindow::followSmartPaste);
   refreshTitle();
   refreshPanels();
   m_canvas->setFocus();
@@ -83,6 +85,7 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
 
 MainWindow::~MainWindow() {
   // They look at the editor, which ends before the base class would delete them.
+  delete m_smartPaste;
   delete takeCentralWidget();
   delete m_actions;
 }
@@ -230,6 +233,13 @@ void MainWindow::showAbout() {
   AlertDialog* dialog = makeAboutDialog(m_machine.look, this);
   dialog->setAttribute(Qt::WA_DeleteOnClose);
   dialog->open();
+}
+
+void MainWindow::followSmartPaste() {
+  if (m_smartPaste != nullptr) std::exchange(m_smartPaste, nullptr)->finish(*m_canvas);
+  if (!m_editor.showSmartPaste()) return;
+  m_smartPaste = new SmartPasteView(m_machine.look, m_editor, this);
+  m_smartPaste->open();
 }
 
 void MainWindow::openHandedOver(const QStringList& paths) {

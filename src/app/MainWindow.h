@@ -20,6 +20,7 @@ class CommandActions;
 class InspectorPanel;
 class RecentFiles;
 class Sidebar;
+class SmartPasteView;
 class StatusLine;
 class Toolbar;
 
@@ -43,6 +44,8 @@ class MainWindow : public QMainWindow {
   Toolbar& toolbar() const { return *m_toolbar; }
   Sidebar& sidebar() const { return *m_sidebar; }
   InspectorPanel& inspector() const { return *m_inspector; }
+  // The sheet while it is open, else nullptr.
+  SmartPasteView* smartPaste() const { return m_smartPaste; }
   StatusLine& statusLine() const { return *m_statusLine; }
 
   bool showsSidebar() const;
@@ -70,6 +73,7 @@ class MainWindow : public QMainWindow {
   void refreshPanels();
   void refreshTitle();
   void showAbout();
+  void followSmartPaste();
 
   Machine& m_machine;
   NotificationCenter& m_notifications;
@@ -94,6 +98,7 @@ class MainWindow : public QMainWindow {
   CanvasCompanions* m_companions = nullptr;
   StatusLine* m_statusLine = nullptr;
   InspectorPanel* m_inspector = nullptr;
+  SmartPasteView* m_smartPaste = nullptr;
 };
 
 }  // namespace quilmora

@@ -9,6 +9,7 @@
 #include "app/Alerts.h"
 #include "app/Application.h"
 #include "app/FileDialogPanels.h"
+#include "app/SystemClipboard.h"
 #include "app/look/DesktopAppearance.h"
 #include "app/look/Look.h"
 #include "platform/Bookmarks.h"
@@ -95,8 +96,9 @@ int main(int argc, char** argv) {
   const SystemDesktopAppearance desktop;
   Look look(settings, desktop);
   FileDialogPanels panels(look, defaultFolder());
+  const SystemClipboard clipboard;
   DialogAlerts alerts(look);
-  Application application(toolkit, {clock, settings, bookmarks, log, writer, scheduler, panels, alerts, look,
+  Application application(toolkit, {clock, settings, bookmarks, log, writer, scheduler, panels, clipboard, alerts, look,
                                     defaultFolder(), [] { QCoreApplication::exit(0); }});
   QObject::connect(&signalsCaught, &TerminationSignals::received, &application, [&application] { application.quit(); });
   QObject::connect(instance.get(), &SingleInstance::documentsReceived, &application, &Application::documentsReceived);

@@ -15,6 +15,7 @@
 #include "app/look/Look.h"
 #include "canvas/view/CanvasView.h"
 #include "platform/Bookmarks.h"
+#include "platform/Clipboard.h"
 #include "platform/FilePanels.h"
 #include "platform/FileWriter.h"
 #include "platform/Log.h"
@@ -46,6 +47,7 @@ class AppTest : public ::testing::Test {
             m_writer,
             m_scheduler,
             m_panels,
+            m_clipboard,
             m_alerts,
             *m_look,
             defaultFolder(),
@@ -73,6 +75,7 @@ class AppTest : public ::testing::Test {
   DiskFileWriter m_writer;
   ManualScheduler m_scheduler;
   QueuedFilePanels m_panels;
+  MemoryClipboard m_clipboard;
   RecordedAlerts m_alerts;
   FixedDesktopAppearance m_desktop;
   std::unique_ptr<Look> m_look;

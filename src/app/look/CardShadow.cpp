@@ -33,7 +33,7 @@ QMargins cardShadowMargins() {
   return {reach, reach - metrics::shadowOffset, reach, reach + metrics::shadowOffset};
 }
 
-QPixmap cardShadow(QSize cardSize, const QColor& color, qreal devicePixelRatio) {
+QPixmap cardShadow(QSize cardSize, const QColor& color, qreal devicePixelRatio, double radius) {
   const QMargins margins = cardShadowMargins();
   const QSize size = (QSizeF(cardSize.grownBy(margins)) * devicePixelRatio).toSize();
   QImage image(size, QImage::Format_ARGB32_Premultiplied);
@@ -57,7 +57,7 @@ QPixmap cardShadow(QSize cardSize, const QColor& color, qreal devicePixelRatio) 
     painter.setBrush(Qt::black);
     // Half a pixel smaller, so that no light seam shows at the card's edge.
     const QRectF card(margins.left(), margins.top(), cardSize.width(), cardSize.height());
-    painter.drawRoundedRect(card.adjusted(0.5, 0.5, -0.5, -0.5), metrics::cardRadius, metrics::cardRadius);
+    painter.drawRoundedRect(card.adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
   }
   return QPixmap::fromImage(image);
 }

@@ -4,6 +4,8 @@
 #include <QMargins>
 #include <QPixmap>
 
+#include "app/look/Tokens.h"
+
 namespace quilmora {
 
 // How far the shadow of a card reaches beyond it on each side, in logical pixels.
@@ -11,6 +13,6 @@ QMargins cardShadowMargins();
 
 // The soft shadow of a card of this size, with the card's own shape cut out of it, so that it suits a translucent card
 // too. The picture is as large as the card with the margins around it.
-QPixmap cardShadow(QSize cardSize, const QColor& color, qreal devicePixelRatio);
+QPixmap cardShadow(QSize cardSize, const QColor& color, qreal devicePixelRatio, double radius = metrics::cardRadius);
 
 }  // namespace quilmora

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <vector>
+
+#include <QPixmap>
+#include <QWidget>
+
+class QVBoxLayout;
+
+namespace quilmora {
+
+class Look;
+
+// A question that comes before anything else in a window: a raised panel in its middle, above a veil that takes every
+// click. While it is open the keyboard stays in it, and no key reaches what lies below or the menus. The window is its
+// parent.
+class Sheet : public QWidget {
+  Q_OBJECT
+
+ public:
+  Sheet(const Look& look, QWidget* window);
+
+  // Covers the window and takes the keyboard.
+  void open();
+  // Goes, and hands the keyboard to `next`. The sheet deletes itself.
+  void finish(QWidget& next);
+  QWidget& panel() const;
+
+ Q_SIGNALS:
+  // Escape was pressed.
+  void cancelled();
+
+ protected:
+  const Look& look() const { return m_look; }
+  // Where the pieces of the sheet go. The panel is as wide as they want, at least `minWidth`, and as high as they then
+  // need, as far as the window has room.
+  QVBoxLayout& content() const { return *m_content; }
+  void setMinPanelWidth(int width);
+  // The pieces that take the keyboard, in the order of Tab.
+  std::vector<QWidget*> controls() const;
+  // Moves the keyboard by `step` among the controls, around the ends.
+  void stepFocus(int step, Qt::FocusReason reason);
+
+  bool event(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void keyReleaseEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  bool focusNextPrevChild(bool next) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  class Panel;
+
+  void place();
+  bool pressMnemonic(const QKeyEvent& event);
+  void keepFocus(const QWidget* now);
+
+  const Look& m_look;
+  Panel* m_panel;
+  QVBoxLayout* m_content;
+  int m_minPanelWidth = 0;
+  bool m_isOpen = false;
+  QPixmap m_shadow;
+};
+
+}  // namespace quilmora

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QAbstractButton>
+#include <QFont>
+
+namespace quilmora {
+
+class Look;
+
+// One of the choices of a sheet: a symbol, a title with a description below, and a chevron at its end. The texts wrap
+// where there is no room for them in one line.
+class SheetRow final : public QAbstractButton {
+  Q_OBJECT
+
+ public:
+  // `title` may hold a mnemonic.
+  SheetRow(const Look& look, QString symbol, const QString& title, QString description, QWidget* parent = nullptr);
+
+  QString title() const;
+  const QString& description() const { return m_description; }
+
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override;
+  bool hasHeightForWidth() const override { return true; }
+  int heightForWidth(int width) const override;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  struct Texts {
+    QRect title;
+    QRect description;
+  };
+  Texts textsFor(int width) const;
+
+  const Look& m_look;
+  QString m_symbol;
+  QString m_description;
+  QFont m_titleFont;
+};
+
+}  // namespace quilmora

@@ -1,0 +1,22 @@
+#include "app/SystemClipboard.h"
+
+#include <algorithm>
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMimeData>
+
+namespace quilmora {
+
+std::optional<QString> SystemClipboard::text() const {
+  const QMimeData* content = QGuiApplication::clipboard()->mimeData();
+  if (content == nullptr) return std::nullopt;
+  // The toolkit would make a text of the addresses of files, which nobody copied as one.
+  const QStringList formats = content->formats();
+  const bool hasText = std::any_of(formats.begin(), formats.end(), [](const QString& format) {
+    return format.startsWith(QLatin1String("text/plain"), Qt::CaseInsensitive);
+  });
+  return hasText ? std::optional(content->text()) : std::nullopt;
+}
+
+}  // namespace quilmora
