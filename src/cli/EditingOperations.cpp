@@ -96,6 +96,12 @@ void findFreeSpot(ScriptEditor& script, const Arguments& arguments, JsonText& re
                                             arguments.number("step")));
 }
 
+void smartPaste(ScriptEditor& script, const Arguments& arguments, JsonText&) {
+  const int mode = arguments.integer("mode");
+  if (mode < 0 || mode > 2) throw ScriptError(QStringLiteral("mode: not one of 0, 1, 2"));
+  script.editor().smartPaste(arguments.text("text"), static_cast<SmartPasteMode>(mode), arguments.optionalId("parent"));
+}
+
 }  // namespace
 
 std::vector<Operation> editingOperations() {
@@ -117,6 +123,7 @@ std::vector<Operation> editingOperations() {
       {"reparentNode", {id, {"parent", Kind::id}}, reparentNode},
       {"deleteNode", {id}, deleteNode},
       {"deleteSelection", {}, deleteSelection},
+      {"smartPaste", {text, {"mode", Kind::integer}, {"parent", Kind::id, true}}, smartPaste},
       {"toggleCollapsed", {id}, toggleCollapsed},
       {"isHidden", {id}, isHidden},
       {"isDescendant", {id, {"root", Kind::id}}, isDescendant},
