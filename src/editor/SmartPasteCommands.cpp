@@ -118,7 +118,8 @@ MindMapViewModel::Pasted MindMapViewModel::pastedOutline(const std::vector<QStri
   std::vector<Parent> open;  // from the outermost to the innermost; the first stays
   if (anchor) {
     const int depth = treeInfo().depth(*anchor).value_or(0);
-    open.push_back({*anchor, positionOf(anchor), depth, depth > 0 || treeInfo().isRoot(*anchor), -1});
+    const bool isRoot = hasNode(*anchor) && !treeInfo().parent(*anchor);
+    open.push_back({*anchor, positionOf(anchor), depth, depth > 0 || isRoot, -1});
   }
   const EdgeStyle edgeStyle = newEdgeStyle();
   std::vector<NodeStyle> styles;  // by depth; all deeper ones are like the last

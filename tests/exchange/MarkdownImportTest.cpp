@@ -30,7 +30,7 @@ QString treeOf(QByteArrayView text) {
   const TreeInfo tree{MapIndex(map.nodes, map.edges)};
   QStringList roots;
   for (const Node& node : map.nodes)
-    if (tree.isRoot(node.id)) roots.append(write(write, node));
+    if (!tree.parent(node.id)) roots.append(write(write, node));
   return roots.join(QLatin1Char(' '));
 }
 
