@@ -23,7 +23,9 @@ constexpr char usage[] =
     "\n"
     "convert reads a map, a plain document or a package, and writes it by its extension: .mindmap and .json as a "
     "plain\n"
-    "document. An OUTPUT that ends in \"/\" or is a package already becomes a package.\n"
+    "document, .opml, .md, .svg, .png and .pdf as the export of that name. A document that ends in \"/\" or is a "
+    "package\n"
+    "already becomes a package.\n"
     "layout arranges all topics on a canvas of this size, 1200x800 unless told, then writes. LAYOUT is tree,\n"
     "verticalTree, radial, leftRightTree or orgChart.\n"
     "script answers JSON lines on standard input with JSON lines on standard output.\n";

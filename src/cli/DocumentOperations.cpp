@@ -3,6 +3,8 @@
 
 #include "cli/MapFiles.h"
 #include "cli/Operations.h"
+#include "exchange/ExportWriter.h"
+#include "exchange/TextExports.h"
 #include "model/MindMapDocument.h"
 
 namespace quilmora {
@@ -48,6 +50,30 @@ void save(ScriptEditor& script, const Arguments& arguments, JsonText&) {
     throw ScriptError(error.reason());
   }
   script.editor().recordSaveLocation(path, true);
+}
+
+ExportFormat formatArgument(const Arguments& arguments) {
+  const auto format = exportFormatFromRawValue(arguments.text("format"));
+  if (!format) throw ScriptError(QStringLiteral("format: unknown"));
+  return *format;
+}
+
+void exportAsText(ScriptEditor& script, const Arguments& arguments, JsonText& result) {
+  try {
+    const auto text = exportedText(script.editor().mindMap(), formatArgument(arguments));
+    if (!text) throw ScriptError(QStringLiteral("format: a picture is no text"));
+    result.text(QString::fromUtf8(*text));
+  } catch (const ExportError& error) {
+    throw ScriptError(error.message());
+  }
+}
+
+void exportFile(ScriptEditor& script, const Arguments& arguments, JsonText&) {
+  try {
+    exportMap(script.editor().mindMap(), formatArgument(arguments), arguments.text("path"));
+  } catch (const FileError& error) {
+    throw ScriptError(error.reason());
+  }
 }
 
 void map(ScriptEditor& script, const Arguments&, JsonText& result) {
@@ -133,6 +159,8 @@ std::vector<Operation> documentOperations() {
       {"load", {{"map", Kind::object}}, load},
       {"open", {{"path", Kind::text}}, open},
       {"save", {{"path", Kind::text}}, save},
+      {"export", {{"format", Kind::text}}, exportAsText},
+      {"exportFile", {{"format", Kind::text}, {"path", Kind::text}}, exportFile},
       {"map", {}, map},
       {"state", {}, state},
       {"treeInfo", {}, treeInfo},

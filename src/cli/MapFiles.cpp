@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 
+#include "exchange/ExportWriter.h"
 #include "model/MindMapDocument.h"
 #include "platform/FileWriter.h"
 
@@ -26,11 +27,15 @@ void checkReadable(const QString& path) {
     if (extension == QLatin1String(other)) throw FileError(QStringLiteral("cannot read .%1 files").arg(extension));
 }
 
-void checkWritable(const QString& path) {
-  const QString extension = extensionOf(path);
-  if (extension == QLatin1String("mindmap") || extension == QLatin1String("json")) return;
+bool isDocument(const QString& extension) {
+  return extension == QLatin1String("mindmap") || extension == QLatin1String("json");
+}
+
+ExportFormat exportFormatOf(const QString& extension) {
   if (extension.isEmpty()) throw FileError(QStringLiteral("cannot write a file without an extension"));
-  throw FileError(QStringLiteral("cannot write .%1 files").arg(extension));
+  const auto format = exportFormatFromRawValue(extension);
+  if (!format) throw FileError(QStringLiteral("cannot write .%1 files").arg(extension));
+  return *format;
 }
 
 }  // namespace
@@ -50,10 +55,24 @@ void writePlainDocument(const MindMap& map, const QString& path) {
   if (!problem.isEmpty()) throw FileError(problem);
 }
 
+void exportMap(const MindMap& map, ExportFormat format, const QString& path) {
+  DiskFileWriter writer;
+  const ExportOutcome outcome = writeExport(map, format, path, writer);
+  if (outcome.state == ExportOutcome::State::failed) throw FileError(outcome.reason);
+  if (outcome.state == ExportOutcome::State::notRendered)
+    throw FileError(QStringLiteral("no picture of this map can be made"));
+}
+
 void writeMap(const MindMap& map, const QString& path) {
   const QString plain = withoutTrailingSlashes(path);
-  checkWritable(plain);
-  if (!path.endsWith(u'/') && !QFileInfo(plain).isDir()) return writePlainDocument(map, plain);
+  const QString extension = extensionOf(plain);
+  const bool asksForFolder = path.endsWith(u'/') || QFileInfo(plain).isDir();
+  if (!isDocument(extension)) {
+    const ExportFormat format = exportFormatOf(extension);
+    if (asksForFolder) throw FileError(QStringLiteral("a .%1 file cannot be a folder").arg(extension));
+    return exportMap(map, format, plain);
+  }
+  if (!asksForFolder) return writePlainDocument(map, plain);
   try {
     writePackage(map, plain);
   } catch (const DocumentError& error) {

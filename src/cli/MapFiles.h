@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include "exchange/ExportFormat.h"
 #include "model/MindMap.h"
 
 namespace quilmora {
@@ -18,9 +19,13 @@ class FileError : public std::runtime_error {
 // Reads a map, a plain document or a package, whatever its name; .opml, .mm and .md are refused. Throws FileError.
 MindMap readMap(const QString& path);
 
-// Writes a map by the extension of `path`: .mindmap and .json as the plain document. A path that ends in "/" or names a
-// package that is there asks for a package. On failure what was there stays as it was. Throws FileError.
+// Writes a map by the extension of `path`: .mindmap and .json as the plain document, where a path that ends in "/" or
+// names a package that is there asks for a package; any other extension as the export of that name. On failure what was
+// there stays as it was. Throws FileError.
 void writeMap(const MindMap& map, const QString& path);
+
+// Writes the export, whatever the extension. Throws FileError.
+void exportMap(const MindMap& map, ExportFormat format, const QString& path);
 
 // Writes the plain document, whatever the extension. Throws FileError.
 void writePlainDocument(const MindMap& map, const QString& path);
