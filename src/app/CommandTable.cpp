@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "exchange/ExportFormat.h"
 #include "platform/PlatformText.h"
 #include "themes/Theme.h"
 
@@ -70,15 +71,11 @@ void addTemplateMenu(std::vector<Command>& table) {
 }
 
 void addExportMenu(std::vector<Command>& table) {
-  const auto format = [](const char16_t* label, const char16_t* rawValue) {
-    return entry(MenuId::exportDocument, label, u"", Notification::exportDocument, QString::fromUtf16(rawValue));
-  };
-  table.push_back(format(u"JSON", u"json"));
-  table.push_back(format(u"PNG Image", u"png"));
-  table.push_back(format(u"PDF", u"pdf"));
-  table.push_back(format(u"SVG", u"svg"));
-  table.push_back(divided(format(u"OPML", u"opml")));
-  table.push_back(format(u"Markdown", u"md"));
+  for (const ExportFormat format : allExportFormats()) {
+    Command command = entry(MenuId::exportDocument, u"", u"", Notification::exportDocument, rawValue(format));
+    command.text = menuEntry(format);
+    table.push_back(format == ExportFormat::opml ? divided(std::move(command)) : std::move(command));
+  }
 }
 
 void addEditMenu(std::vector<Command>& table) {

@@ -10,6 +10,7 @@
 #include "app/AlertDialog.h"
 #include "app/look/Look.h"
 #include "editor/DocumentFileName.h"
+#include "exchange/ExportFormat.h"
 
 namespace quilmora {
 
@@ -39,8 +40,10 @@ DocumentFileDialog::DocumentFileDialog(const Look& look, SymbolFileIcons& icons,
     : QFileDialog(parent), m_look(look) {
   setAcceptMode(AcceptSave);
   setFileMode(AnyFile);
-  setWindowTitle(tr("Save"));
+  const auto exported = exportFormatFromRawValue(request.extension);
+  setWindowTitle(exported ? tr("Export") : tr("Save"));
   prepare(icons, {request.extension});
+  if (exported) setNameFilter(QStringLiteral("%1 (*.%2)").arg(label(*exported), request.extension));
   setDefaultSuffix(request.extension);
   setOption(DontConfirmOverwrite);
   setDirectory(request.folder);
@@ -125,7 +128,7 @@ void DocumentFileDialog::accept() {
 bool DocumentFileDialog::mayReplace(const QString& path) {
   // The file that will be written may have another extension than the name that was typed.
   const bool isDocument = m_extensions.contains(QStringLiteral("mindmap"));
-  const QFileInfo target(isDocument ? withDocumentExtension(path) : path);
+  const QFileInfo target(isDocument ? withDocumentExtension(path) : withExtension(path, m_extensions.constFirst()));
   if (!target.exists()) return true;
   return askToProceed(m_look, tr("Replace “%1”?").arg(target.fileName()),
                       tr("A file with this name is in the folder already. Its content will be lost."), tr("Replace"),

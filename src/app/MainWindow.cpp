@@ -11,6 +11,7 @@
 #include "app/AlertDialog.h"
 #include "app/Alerts.h"
 #include "app/CommandActions.h"
+#include "app/ExportFlow.h"
 #include "app/InspectorPanel.h"
 #include "app/Menus.h"
 #include "app/Sidebar.h"
@@ -19,6 +20,7 @@
 #include "app/TextField.h"
 #include "app/Toolbar.h"
 #include "app/companions/CanvasCompanions.h"
+#include "app/companions/ExportOverlay.h"
 #include "app/look/Look.h"
 #include "canvas/view/CanvasView.h"
 #include "editor/RecentFiles.h"
@@ -60,6 +62,7 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
   handlers.about = [this] { showAbout(); };
   m_actions = new CommandActions(m_editor, notifications, std::move(handlers), this);
   buildContent();
+  buildExportFlow();
   buildMenus(*menuBar(), *m_actions, notifications, recentFiles);
   receiveNotifications();
   placeOnScreen();
@@ -67,6 +70,7 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
   const auto showError = [this](const QString& message) { m_machine.alerts.showError(this, message); };
   connect(&m_session, &DocumentSession::errorRaised, this, showError);
   connect(&m_images, &NodeImages::errorRaised, this, showError);
+  connect(m_exportFlow, &ExportFlow::errorRaised, this, showError);
   // The panel opens once the menu that asked for it has gone.
   connect(m_canvas, &CanvasView::imageWanted, &m_images, &NodeImages::ask, Qt::QueuedConnection);
   connect(m_canvas, &CanvasView::imageDropped, &m_images, &NodeImages::setFromFile);
@@ -86,6 +90,7 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
 MainWindow::~MainWindow() {
   // They look at the editor, which ends before the base class would delete them.
   delete m_smartPaste;
+  delete m_exportFlow;
   delete takeCentralWidget();
   delete m_actions;
 }
@@ -123,6 +128,18 @@ void MainWindow::buildContent() {
   });
 }
 
+void MainWindow::buildExportFlow() {
+  m_exportFlow = new ExportFlow(
+      m_editor, {m_machine.panels, m_machine.writer, m_machine.scheduler, m_machine.defaultFolder}, this);
+  ExportOverlay& overlay = m_companions->exportOverlay();
+  connect(m_exportFlow, &ExportFlow::isExportingChanged, &overlay,
+          [this, &overlay] { overlay.setExporting(m_exportFlow->isExporting()); });
+  connect(m_exportFlow, &ExportFlow::exportProgressMessageChanged, &overlay,
+          [this, &overlay] { overlay.setMessage(m_exportFlow->exportProgressMessage()); });
+  connect(m_exportFlow, &ExportFlow::shareDoneChanged, &overlay, &ExportOverlay::setShareDone);
+  connect(m_exportFlow, &ExportFlow::workBegins, &overlay, &ExportOverlay::showAtOnce);
+}
+
 void MainWindow::placeOnScreen() {
   const QScreen* screen = QGuiApplication::primaryScreen();
   if (screen == nullptr) return;
@@ -151,6 +168,10 @@ void MainWindow::receiveNotifications() {
   receive(saveDocumentAs, [this](const QVariant&) {
     m_canvas->commitTitleEdit();
     m_session.saveDocumentAs();
+  });
+  receive(exportDocument, [this](const QVariant& format) {
+    m_canvas->commitTitleEdit();
+    m_exportFlow->start(format.toString());
   });
   receive(openRecentFile, [this](const QVariant& path) {
     m_canvas->commitTitleEdit();

@@ -17,6 +17,7 @@ namespace quilmora {
 class CanvasCompanions;
 class CanvasView;
 class CommandActions;
+class ExportFlow;
 class InspectorPanel;
 class RecentFiles;
 class Sidebar;
@@ -41,6 +42,7 @@ class MainWindow : public QMainWindow {
   const CommandActions& actions() const { return *m_actions; }
   CanvasView& canvas() const { return *m_canvas; }
   CanvasCompanions& companions() const { return *m_companions; }
+  ExportFlow& exportFlow() const { return *m_exportFlow; }
   Toolbar& toolbar() const { return *m_toolbar; }
   Sidebar& sidebar() const { return *m_sidebar; }
   InspectorPanel& inspector() const { return *m_inspector; }
@@ -66,6 +68,7 @@ class MainWindow : public QMainWindow {
  private:
   void buildContent();
   void placeOnScreen();
+  void buildExportFlow();
   void receiveNotifications();
   void setShowsSidebar(bool shows);
   void setShowsInspector(bool shows);
@@ -96,6 +99,7 @@ class MainWindow : public QMainWindow {
   Sidebar* m_sidebar = nullptr;
   CanvasView* m_canvas = nullptr;
   CanvasCompanions* m_companions = nullptr;
+  ExportFlow* m_exportFlow = nullptr;
   StatusLine* m_statusLine = nullptr;
   InspectorPanel* m_inspector = nullptr;
   SmartPasteView* m_smartPaste = nullptr;

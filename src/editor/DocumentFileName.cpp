@@ -39,13 +39,19 @@ QString cutToBytes(const QString& text, qsizetype maxBytes) {
   return text.left(end);
 }
 
+QString fileName(QString title, const QString& ending) {
+  for (QChar& character : title) character = legalCharacter(character);
+  return cutToBytes(title, maxFileNameBytes - ending.toUtf8().size()) + ending;
+}
+
 }  // namespace
 
 QString documentFileName(const QString& title, int number) {
-  QString name = title;
-  for (QChar& character : name) character = legalCharacter(character);
-  const QString ending = (number > 0 ? u' ' + QString::number(number) : QString()) + u'.' + documentExtension;
-  return cutToBytes(name, maxFileNameBytes - ending.size()) + ending;
+  return fileName(title, (number > 0 ? u' ' + QString::number(number) : QString()) + u'.' + documentExtension);
+}
+
+QString exportFileName(const QString& title, const QString& extension) {
+  return fileName(title, u'.' + extension);
 }
 
 QString withDocumentExtension(const QString& path) {
@@ -55,6 +61,11 @@ QString withDocumentExtension(const QString& path) {
   // A dot at the start hides a file, and a dot before a space ends a sentence ("1. Plan"): neither begins an extension.
   const bool hasExtension = dot > nameStart && !extension.isEmpty() && !extension.contains(u' ');
   return (hasExtension ? path.left(dot) : path) + u'.' + documentExtension;
+}
+
+QString withExtension(const QString& path, const QString& extension) {
+  const QString ending = u'.' + extension;
+  return path.endsWith(ending, Qt::CaseInsensitive) ? path : path + ending;
 }
 
 }  // namespace quilmora

@@ -9,7 +9,13 @@ namespace quilmora {
 // line and within the 255 bytes that file systems allow.
 QString documentFileName(const QString& title, int number = 0);
 
+// The same for an export: the title, a dot and the extension.
+QString exportFileName(const QString& title, const QString& extension);
+
 // The path with the extension "mindmap" in place of its own, or behind it when it has none.
 QString withDocumentExtension(const QString& path);
+
+// The path with the extension behind it, unless it has it already, in either case.
+QString withExtension(const QString& path, const QString& extension);
 
 }  // namespace quilmora

@@ -66,7 +66,7 @@ TEST_F(MainWindowTest, MenusOfANewWindow) {
   EXPECT_EQ(entriesOf(submenu(menu("&File"), "New from Template")),
             lines({"(Brainstorm)", "(Project Plan)", "(Meeting Notes)", "(Research)", "(Personal Goals)"}));
   EXPECT_EQ(entriesOf(submenu(menu("&File"), "Export")),
-            lines({"(JSON)", "(PNG Image)", "(PDF)", "(SVG)", "---", "(OPML)", "(Markdown)"}));
+            lines({"JSON", "PNG Image", "PDF", "SVG", "---", "OPML", "Markdown"}));
   EXPECT_EQ(entriesOf(menu("&Edit")), lines({"(Undo)", "(Redo)", "---", "(Cut)", "(Copy)", "(Paste)", "Select All",
                                              "(Duplicate)", "---", "(Settings…)"}));
   EXPECT_EQ(

@@ -261,6 +261,21 @@ TEST(DocumentFileName, CutsBetweenCharacters) {
   EXPECT_EQ(documentFileName(QStringLiteral("Plan"), 12), QStringLiteral("Plan 12.mindmap"));
 }
 
+TEST(ExportFileName, IsTheTitleWithTheExtension) {
+  EXPECT_EQ(exportFileName(QStringLiteral("Plan v1.2"), QStringLiteral("md")), QStringLiteral("Plan v1.2.md"));
+  EXPECT_EQ(exportFileName(QString(), QStringLiteral("md")), QStringLiteral(".md"));
+  EXPECT_EQ(exportFileName(QStringLiteral("a/b\nc"), QStringLiteral("opml")), QStringLiteral("a-b c.opml"));
+  EXPECT_EQ(exportFileName(QString(300, u'a'), QStringLiteral("svg")), QString(251, u'a') + QStringLiteral(".svg"));
+}
+
+TEST(WithExtension, AppendsWhatIsNotThereInEitherCase) {
+  const QString md = QStringLiteral("md");
+  EXPECT_EQ(withExtension(QStringLiteral("/a/Plan"), md), QStringLiteral("/a/Plan.md"));
+  EXPECT_EQ(withExtension(QStringLiteral("/a/Plan v1.2"), md), QStringLiteral("/a/Plan v1.2.md"));
+  EXPECT_EQ(withExtension(QStringLiteral("/a/Plan.MD"), md), QStringLiteral("/a/Plan.MD"));
+  EXPECT_EQ(withExtension(QStringLiteral("/a/Planmd"), md), QStringLiteral("/a/Planmd.md"));
+}
+
 TEST(DocumentFileName, ReplacesTheExtensionOnly) {
   const auto replaced = [](const char* path) { return withDocumentExtension(QString::fromUtf8(path)).toStdString(); };
   EXPECT_EQ(replaced("/a/Plan.mindmap"), "/a/Plan.mindmap");

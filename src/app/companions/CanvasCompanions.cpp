@@ -8,6 +8,7 @@
 
 #include "app/companions/BranchModeBanner.h"
 #include "app/companions/BreadcrumbBar.h"
+#include "app/companions/ExportOverlay.h"
 #include "app/companions/MiniMapView.h"
 #include "app/companions/NodeQuickLook.h"
 #include "app/companions/SearchBar.h"
@@ -34,8 +35,10 @@ CanvasCompanions::CanvasCompanions(const Look& look, MindMapViewModel& editor, S
       m_breadcrumbs(new BreadcrumbBar(look, editor, canvas)),
       m_quickLook(new NodeQuickLook(look, editor, canvas)),
       m_banner(new BranchModeBanner(look, editor, canvas)),
+      m_exportOverlay(new ExportOverlay(look, canvas)),
       m_animation(new QVariantAnimation(this)) {
-  for (Card* card : std::initializer_list<Card*>{m_searchBar, m_miniMap, m_breadcrumbs, m_quickLook, m_banner})
+  for (Card* card :
+       std::initializer_list<Card*>{m_searchBar, m_miniMap, m_breadcrumbs, m_quickLook, m_banner, m_exportOverlay})
     observe(*card);
   m_animation->setDuration(settleMilliseconds);
   m_animation->setEasingCurve(QEasingCurve::InOutQuad);
@@ -85,6 +88,7 @@ std::vector<CanvasCompanions::Place> CanvasCompanions::places() const {
   add(m_breadcrumbs, pathCorner, pathRoom);
   add(m_quickLook, m_quickLookCorner, room);
   add(m_banner, CardAnchor::top, room);
+  add(m_exportOverlay, CardAnchor::top, room);
   const std::vector<QRect> rects = placeCards(canvas, requests);
   for (std::size_t i = 0; i < places.size(); ++i) places[i].rect = rects[i];
   return places;

@@ -15,6 +15,7 @@ namespace quilmora {
 class BranchModeBanner;
 class BreadcrumbBar;
 class Card;
+class ExportOverlay;
 class Look;
 class MiniMapView;
 class MindMapViewModel;
@@ -36,6 +37,7 @@ class CanvasCompanions : public QObject {
   NodeQuickLook& quickLook() const { return *m_quickLook; }
   SearchBar& searchBar() const { return *m_searchBar; }
   BranchModeBanner& branchModeBanner() const { return *m_banner; }
+  ExportOverlay& exportOverlay() const { return *m_exportOverlay; }
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -60,6 +62,7 @@ class CanvasCompanions : public QObject {
   BreadcrumbBar* m_breadcrumbs;
   NodeQuickLook* m_quickLook;
   BranchModeBanner* m_banner;
+  ExportOverlay* m_exportOverlay;
   CardAnchor m_miniMapCorner = CardAnchor::bottomRight;
   CardAnchor m_quickLookHome = CardAnchor::topLeft;    // where the user wants it
   CardAnchor m_quickLookCorner = CardAnchor::topLeft;  // where it does not cover its topic

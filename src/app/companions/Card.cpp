@@ -1,6 +1,7 @@
 #include "app/companions/Card.h"
 
 #include <QContextMenuEvent>
+#include <QGraphicsOpacityEffect>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPointer>
@@ -69,6 +70,18 @@ void Card::bringToFront() {
 void Card::setMovable() {
   m_isMovable = true;
   setCursor(Qt::OpenHandCursor);
+}
+
+void Card::setOpacity(double opacity) {
+  for (QWidget* part : {static_cast<QWidget*>(this), static_cast<QWidget*>(m_shadow)}) {
+    if (opacity >= 1) {
+      part->setGraphicsEffect(nullptr);
+      continue;
+    }
+    auto* effect = qobject_cast<QGraphicsOpacityEffect*>(part->graphicsEffect());
+    if (effect == nullptr) part->setGraphicsEffect(effect = new QGraphicsOpacityEffect(part));
+    effect->setOpacity(opacity);
+  }
 }
 
 void Card::setShadowColor(const QColor& color) {

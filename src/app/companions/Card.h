@@ -39,6 +39,8 @@ class Card : public QWidget {
   void setMovable();
   void setShadowColor(const QColor& color);
   void setGroundOpacity(double opacity) { m_groundOpacity = opacity; }
+  // Of the card as a whole, with its shadow.
+  void setOpacity(double opacity);
   // Instead of the hairline.
   void setContour(const QColor& color) { m_contour = color; }
   // Runs the work once after the events at hand, however often they ask for it.

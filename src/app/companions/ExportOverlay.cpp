@@ -1,0 +1,123 @@
+#include "app/companions/ExportOverlay.h"
+
+#include <QHBoxLayout>
+#include <QPainter>
+#include <QVariantAnimation>
+
+#include "app/look/CardShadow.h"
+#include "app/look/Look.h"
+#include "app/look/Paint.h"
+#include "app/look/Widgets.h"
+
+namespace quilmora {
+
+namespace {
+
+constexpr double ringWidth = 2.5;
+constexpr int fullCircle = 360 * 16;
+constexpr int topOfCircle = 90 * 16;
+// Of the ring as long as nothing is known.
+constexpr double restingShare = 0.25;
+
+}  // namespace
+
+// A circle that fills clockwise.
+class ExportOverlay::Ring final : public QWidget {
+ public:
+  Ring(const Look& look, QWidget* parent) : QWidget(parent), m_look(look) {
+    setFixedSize(metrics::rowIcon, metrics::rowIcon);
+    connect(&look, &Look::changed, this, [this] { update(); });
+  }
+
+  void setShare(std::optional<double> share) {
+    m_share = share;
+    update();
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    const paint::Scope scope(&painter);
+    const double inset = ringWidth / 2;
+    const QRectF circle = QRectF(rect()).adjusted(inset, inset, -inset, -inset);
+    painter.setPen(QPen(m_look.tokens().groove, ringWidth));
+    painter.drawEllipse(circle);
+    painter.setPen(QPen(m_look.tokens().accent, ringWidth, Qt::SolidLine, Qt::RoundCap));
+    painter.drawArc(circle, topOfCircle, -qRound(m_share.value_or(restingShare) * fullCircle));
+  }
+
+ private:
+  const Look& m_look;
+  std::optional<double> m_share;
+};
+
+ExportOverlay::ExportOverlay(const Look& look, QWidget* canvas)
+    : Card(look, canvas),
+      m_ring(new Ring(look, this)),
+      m_text(new TextLabel(look, QStringLiteral("Exporting…"), &Tokens::text,
+                           look.font(Look::TextStyle::baseSemibold), TextLabel::Overflow::elides, this)),
+      m_fade(new QVariantAnimation(this)) {
+  setAccessibleName(m_text->text());
+  auto* row = new QHBoxLayout(this);
+  row->setContentsMargins(metrics::gapLarge, metrics::gapMedium, metrics::gapLarge, metrics::gapMedium);
+  row->setSpacing(metrics::gapMedium);
+  row->addWidget(m_ring);
+  row->addWidget(m_text, 1);
+
+  m_fade->setEasingCurve(QEasingCurve::InOutQuad);
+  connect(m_fade, &QVariantAnimation::valueChanged, this, [this](const QVariant& opacity) {
+    m_opacity = opacity.toDouble();
+    setOpacity(m_opacity);
+  });
+  connect(m_fade, &QVariantAnimation::finished, this, [this] {
+    if (m_opacity == 0.0) setShown(false);
+  });
+}
+
+QString ExportOverlay::message() const {
+  return m_text->text();
+}
+
+void ExportOverlay::setMessage(const QString& message) {
+  m_text->setText(message);
+  setAccessibleName(message);
+  Q_EMIT placementWanted();
+}
+
+void ExportOverlay::setExporting(bool isExporting) {
+  if (!isExporting) {
+    fadeTo(0.0);
+    return;
+  }
+  m_ring->setShare({});
+  setOpacity(m_opacity);
+  setShown(true);
+  bringToFront();
+  fadeTo(1.0);
+}
+
+void ExportOverlay::setShareDone(double share) {
+  m_ring->setShare(std::clamp(share, 0.0, 1.0));
+}
+
+void ExportOverlay::showAtOnce() {
+  if (!isShown()) return;
+  m_fade->stop();
+  m_opacity = 1.0;
+  setOpacity(m_opacity);
+  parentWidget()->repaint(geometry().marginsAdded(cardShadowMargins()));
+}
+
+QSize ExportOverlay::wantedSize(QSize room) {
+  return sizeHint().boundedTo(room);
+}
+
+void ExportOverlay::fadeTo(double opacity) {
+  m_fade->stop();
+  m_fade->setStartValue(m_opacity);
+  m_fade->setEndValue(opacity);
+  m_fade->setDuration(fadeMilliseconds);
+  m_fade->start();
+}
+
+}  // namespace quilmora

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <optional>
+
+#include "app/companions/Card.h"
+
+class QVariantAnimation;
+
+namespace quilmora {
+
+class TextLabel;
+
+// Tells that an export is under way, and how far it is where that is known. Fades in and out.
+class ExportOverlay : public Card {
+  Q_OBJECT
+
+ public:
+  static constexpr int fadeMilliseconds = 150;
+
+  ExportOverlay(const Look& look, QWidget* canvas);
+
+  QString message() const;
+  void setMessage(const QString& message);
+  void setExporting(bool isExporting);
+  // From 0 to 1.
+  void setShareDone(double share);
+  // Ends the fading in and paints, for work that leaves no time to do so.
+  void showAtOnce();
+
+  QSize wantedSize(QSize room) override;
+
+ private:
+  class Ring;
+
+  void fadeTo(double opacity);
+
+  Ring* m_ring;
+  TextLabel* m_text;
+  QVariantAnimation* m_fade;
+  double m_opacity = 0.0;
+};
+
+}  // namespace quilmora

@@ -1,0 +1,229 @@
+#include "app/ExportFlow.h"
+
+#include <QFile>
+#include <QLayout>
+
+#include "app/AppFixture.h"
+#include "app/companions/CanvasCompanions.h"
+#include "app/companions/ExportOverlay.h"
+#include "exchange/TextExports.h"
+#include "support/QtPrinters.h"
+#include "support/TemporaryDisk.h"
+
+namespace quilmora {
+namespace {
+
+using namespace std::chrono_literals;
+
+class ExportFlowTest : public AppTest {
+ protected:
+  void SetUp() override {
+    start();
+    MindMap map = MindMap::blankMap(m_clock);
+    map.title = QStringLiteral("Trip");
+    editor().setMindMap(map);
+  }
+  ExportFlow& flow() { return window().exportFlow(); }
+  ExportOverlay& overlay() { return window().companions().exportOverlay(); }
+  // Asks for an export as the menu does; the panel answers with `answer`.
+  void request(const char* format, std::optional<QString> answer) {
+    m_panels.savePaths.append(std::move(answer));
+    notifications().post(Notification::exportDocument, QString::fromLatin1(format));
+  }
+  void nextTurn() { m_scheduler.advance(0ms); }
+  static QByteArray read(const QString& path) {
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+    return file.readAll();
+  }
+  static bool waitUntilHidden(const QWidget& widget) {
+    return QTest::qWaitFor([&] { return !widget.isVisible(); }, 3000);
+  }
+};
+
+TEST_F(ExportFlowTest, ThePanelProposesTheTitleWithTheExtension) {
+  for (const char* format : {"json", "svg", "opml", "md", "png", "pdf"}) {
+    request(format, std::nullopt);
+    EXPECT_EQ(m_panels.saveRequests.back().suggestedName, QStringLiteral("Trip.") + QLatin1String(format));
+    EXPECT_EQ(m_panels.saveRequests.back().extension, QLatin1String(format));
+    EXPECT_EQ(m_panels.saveRequests.back().folder, defaultFolder());
+  }
+}
+
+TEST_F(ExportFlowTest, AnUnknownFormatIsJson) {
+  request("docx", path("out.json"));
+  EXPECT_EQ(m_panels.saveRequests.back().suggestedName, QStringLiteral("Trip.json"));
+  nextTurn();
+  EXPECT_EQ(read(path("out.json")), exportJSON(editor().mindMap()));
+}
+
+TEST_F(ExportFlowTest, EachTextFormatWritesItsBytes) {
+  request("json", path("out.json"));
+  request("svg", path("out.svg"));
+  request("opml", path("out.opml"));
+  request("md", path("out.md"));
+  for (int i = 0; i < 4; ++i) nextTurn();
+  const MindMap& map = editor().mindMap();
+  EXPECT_EQ(read(path("out.json")), exportJSON(map));
+  EXPECT_EQ(read(path("out.svg")), exportSVG(map));
+  EXPECT_EQ(read(path("out.opml")), exportOPML(map));
+  EXPECT_EQ(read(path("out.md")), "# Trip\n\n- **Start Here**\n");
+  EXPECT_EQ(m_alerts.messages, QStringList());
+}
+
+TEST_F(ExportFlowTest, ATitleThatIsNoFileNameIsMadeOne) {
+  MindMap map = editor().mindMap();
+  map.title = QStringLiteral("a/b\nc");
+  editor().setMindMap(map);
+  request("md", std::nullopt);
+  EXPECT_EQ(m_panels.saveRequests.back().suggestedName, QStringLiteral("a-b c.md"));
+}
+
+TEST_F(ExportFlowTest, TheFileGetsTheExtensionThatItLacks) {
+  request("md", path("Plan v1.2"));
+  request("md", path("Upper.MD"));
+  nextTurn();
+  nextTurn();
+  EXPECT_TRUE(QFile::exists(path("Plan v1.2.md")));
+  EXPECT_TRUE(QFile::exists(path("Upper.MD")));
+}
+
+TEST_F(ExportFlowTest, ThePanelOpensWhereTheLastExportWent) {
+  QDir().mkpath(path("exports"));
+  request("md", path("exports/a.md"));
+  request("svg", std::nullopt);
+  EXPECT_EQ(m_panels.saveRequests.back().folder, path("exports"));
+  QDir(path("exports")).removeRecursively();
+  request("svg", std::nullopt);
+  EXPECT_EQ(m_panels.saveRequests.back().folder, defaultFolder());
+}
+
+TEST_F(ExportFlowTest, ThePanelOfASavedMapOpensInItsFolder) {
+  QDir().mkpath(path("maps"));
+  window().session().open(writtenMap("maps/Saved.mindmap", "Saved"));
+  request("md", std::nullopt);
+  EXPECT_EQ(m_panels.saveRequests.back().folder, path("maps"));
+}
+
+TEST_F(ExportFlowTest, ACancelledPanelShowsAndWritesNothing) {
+  int changes = 0;
+  QObject::connect(&flow(), &ExportFlow::isExportingChanged, &flow(), [&] { ++changes; });
+  request("md", std::nullopt);
+  EXPECT_EQ(m_scheduler.waitingCount(), 0u);
+  EXPECT_EQ(changes, 0);
+  EXPECT_FALSE(overlay().isShown());
+  EXPECT_EQ(flow().exportProgressMessage(), QStringLiteral("Exporting…"));
+}
+
+TEST_F(ExportFlowTest, TheOverlayShowsFromThePanelsEndUntilTheFileIsWritten) {
+  EXPECT_EQ(overlay().message(), QStringLiteral("Exporting…"));
+  EXPECT_FALSE(overlay().isVisible());
+  request("md", path("out.md"));
+  EXPECT_TRUE(flow().isExporting());
+  EXPECT_EQ(flow().exportProgressMessage(), QStringLiteral("Exporting MD…"));
+  EXPECT_TRUE(overlay().isVisible());
+  EXPECT_EQ(overlay().message(), QStringLiteral("Exporting MD…"));
+  EXPECT_FALSE(QFile::exists(path("out.md")));
+  nextTurn();
+  EXPECT_TRUE(QFile::exists(path("out.md")));
+  EXPECT_FALSE(flow().isExporting());
+  EXPECT_TRUE(overlay().isVisible());
+  EXPECT_TRUE(waitUntilHidden(overlay()));
+}
+
+TEST_F(ExportFlowTest, TheOverlayHoldsItsTextAndStandsOnTheCanvas) {
+  request("opml", path("out.opml"));
+  EXPECT_TRUE(window().canvas().rect().contains(overlay().geometry()));
+  EXPECT_GE(overlay().width(), overlay().layout()->minimumSize().width());
+  EXPECT_EQ(overlay().size(), overlay().sizeHint());
+}
+
+TEST_F(ExportFlowTest, TheWorkBeginsWithTheOverlayFullyDrawn) {
+  request("svg", path("out.svg"));
+  bool isOpaque = false;
+  QObject::connect(&flow(), &ExportFlow::workBegins, &flow(), [&] { isOpaque = overlay().graphicsEffect() == nullptr; });
+  EXPECT_NE(overlay().graphicsEffect(), nullptr);
+  nextTurn();
+  EXPECT_TRUE(isOpaque);
+}
+
+TEST_F(ExportFlowTest, TheMapIsTakenWhenThePanelCloses) {
+  const MindMap before = editor().mindMap();
+  request("opml", path("out.opml"));
+  editor().setNodeTitle(before.nodes[0].id, QStringLiteral("Later"));
+  nextTurn();
+  EXPECT_EQ(read(path("out.opml")), exportOPML(before));
+}
+
+TEST_F(ExportFlowTest, MapSelectionAndHistoryStayUntouched) {
+  editor().createChild(editor().mindMap().nodes[0].id);
+  const MindMap map = editor().mindMap();
+  const IdSet selection = editor().selectedNodeIDs();
+  const auto undoCount = editor().undoCount();
+  const bool isDirty = editor().isDirty();
+  const auto generation = editor().treeGeneration();
+  for (const char* format : {"json", "svg", "opml", "md"}) {
+    request(format, path("out"));
+    nextTurn();
+  }
+  EXPECT_EQ(editor().mindMap(), map);
+  EXPECT_EQ(editor().mindMap().updatedAt, map.updatedAt);
+  EXPECT_EQ(editor().selectedNodeIDs(), selection);
+  EXPECT_EQ(editor().undoCount(), undoCount);
+  EXPECT_EQ(editor().isDirty(), isDirty);
+  EXPECT_EQ(editor().treeGeneration(), generation);
+  EXPECT_EQ(editor().lastSavedFilePath(), std::nullopt);
+  EXPECT_TRUE(m_application->recentFiles().urls().isEmpty());
+}
+
+TEST_F(ExportFlowTest, AFailureIsToldAndTheOverlayGoes) {
+  request("md", path("none/out.md"));
+  nextTurn();
+  EXPECT_EQ(m_alerts.messages,
+            QStringList{QStringLiteral("Export failed: “out.md” could not be written. The folder “%1” does not exist.")
+                            .arg(path("none"))});
+  EXPECT_FALSE(flow().isExporting());
+  EXPECT_TRUE(waitUntilHidden(overlay()));
+}
+
+TEST_F(ExportFlowTest, AFullDiskLeavesAnExistingFileAsItWas) {
+  const TemporaryDisk disk;
+  if (!disk.isMounted()) GTEST_SKIP() << "mounting a small disk needs root";
+  const QString file = disk.path(QStringLiteral("out.md"));
+  ASSERT_TRUE(m_writer.write(file, "precious").isEmpty());
+  MindMap map = editor().mindMap();
+  map.title = QString(100'000, u'x');
+  editor().setMindMap(map);
+  request("md", file);
+  nextTurn();
+  EXPECT_EQ(m_alerts.messages,
+            QStringList{QStringLiteral("Export failed: “out.md” could not be written. The disk is full.")});
+  EXPECT_EQ(read(file), "precious");
+}
+
+TEST_F(ExportFlowTest, ExportsThatMeetRunOneAfterTheOther) {
+  request("md", path("a.md"));
+  request("opml", path("b.opml"));
+  EXPECT_EQ(flow().exportProgressMessage(), QStringLiteral("Exporting MD…"));
+  bool wasExportingBetween = false;
+  QObject::connect(&flow(), &ExportFlow::exportProgressMessageChanged, &flow(), [&] {
+    EXPECT_EQ(flow().exportProgressMessage(), QStringLiteral("Exporting OPML…"));
+    EXPECT_TRUE(QFile::exists(path("a.md")));
+    EXPECT_FALSE(QFile::exists(path("b.opml")));
+    wasExportingBetween = flow().isExporting();
+  });
+  nextTurn();
+  EXPECT_TRUE(QFile::exists(path("b.opml")));
+  EXPECT_TRUE(wasExportingBetween);
+  EXPECT_FALSE(flow().isExporting());
+}
+
+TEST_F(ExportFlowTest, AWindowThatEndsDropsWhatIsQueued) {
+  request("md", path("out.md"));
+  m_application.reset();
+  nextTurn();
+  EXPECT_FALSE(QFile::exists(path("out.md")));
+}
+
+}  // namespace
+}  // namespace quilmora
