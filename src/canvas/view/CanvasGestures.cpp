@@ -217,12 +217,20 @@ void CanvasGestures::tap(const CanvasTarget& target, const PointerInput& input) 
       if (m_editor.regionByID(target.id)) m_editor.setSelectedRegionID(target.id);
       return;
     case Kind::edgeSourceHandle:
+      return tapEndpointHandle(target.id, &Edge::from, input.modifiers);
     case Kind::edgeTargetHandle:
+      return tapEndpointHandle(target.id, &Edge::to, input.modifiers);
     case Kind::edgeBendHandle:
     case Kind::relationshipBendHandle:
     case Kind::regionResizeHandle:
       return;
   }
+}
+
+// The handle lies on the middle of a topic, which is what a tap there is meant for.
+void CanvasGestures::tapEndpointHandle(const QUuid& edgeID, QUuid Edge::*end, const InputModifiers& modifiers) {
+  for (const Edge& edge : m_editor.mindMap().edges)
+    if (edge.id == edgeID) return tapNode(QUuid(edge.*end), modifiers);
 }
 
 void CanvasGestures::tapNode(const QUuid& id, const InputModifiers& modifiers) {

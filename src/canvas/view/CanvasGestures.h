@@ -87,6 +87,7 @@ class CanvasGestures {
   void tap(const CanvasTarget& target, const PointerInput& input);
   void tapNode(const QUuid& id, const InputModifiers& modifiers);
   void tapNodeInBranchMode(const QUuid& id);
+  void tapEndpointHandle(const QUuid& edgeID, QUuid Edge::*end, const InputModifiers& modifiers);
   void tapRelationship(const QUuid& id);
   void deleteRelationship(const QUuid& id);
   void tapBackground();

@@ -144,6 +144,23 @@ TEST_F(EdgeHandleDrag, FiftyAwayFindsNothing) {
   EXPECT_EQ(edge(0).to, topicId(2));
 }
 
+TEST_F(EdgeHandleDrag, ToTheOtherEndFindsNothing) {
+  rig.drag({400, 100}, {110, 100});
+  EXPECT_EQ(edge(0).to, topicId(2));
+  EXPECT_EQ(rig.editor.undoCount(), 0);
+}
+
+TEST_F(EdgeHandleDrag, TapOnAnEndIsATapOnItsTopic) {
+  rig.editor.setSelectedEdgeIDs({edgeId(0)});
+  rig.tap({100, 100});
+  EXPECT_EQ(rig.editor.selectedNodeIDs(), IdSet({topicId(1)}));
+  EXPECT_TRUE(rig.editor.selectedEdgeIDs().empty());
+  rig.tap({400, 100}, shift);
+  EXPECT_EQ(rig.editor.selectedNodeIDs(), IdSet({topicId(1), topicId(2)}));
+  rig.tap({400, 100});
+  EXPECT_EQ(rig.state().editingNodeID, topicId(2));
+}
+
 TEST_F(EdgeHandleDrag, OfABendAddsToItAtTheEnd) {
   rig.press({250, 100});
   rig.move({251.9, 100});

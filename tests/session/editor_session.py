@@ -1,0 +1,179 @@
+"""The real program in a virtual display of its own, with a temporary home, and a person's hands on it."""
+
+import json
+import os
+import pathlib
+import shutil
+import subprocess
+import tempfile
+import time
+
+WINDOW_SIZE = (1280, 800)
+
+
+def wait_until(what, condition, seconds=20.0):
+    """The first true value of condition(); fails loudly when it never comes."""
+    end = time.monotonic() + seconds
+    while time.monotonic() < end:
+        value = condition()
+        if value:
+            return value
+        time.sleep(0.05)
+    raise AssertionError(f"gave up waiting: {what}")
+
+
+def differences(before, after):
+    """Whether two documents hold the same map, the time of the last change aside."""
+    return {key for key in before.keys() | after.keys()
+            if key != "updatedAt" and before.get(key) != after.get(key)}
+
+
+class Display:
+    def __init__(self):
+        read_end, write_end = os.pipe()
+        self.server = subprocess.Popen(
+            ["Xvfb", "-displayfd", str(write_end), "-screen", "0", "1400x900x24", "-nolisten", "tcp"],
+            pass_fds=[write_end], stderr=subprocess.DEVNULL)
+        os.close(write_end)
+        with os.fdopen(read_end) as pipe:
+            self.name = ":" + pipe.readline().strip()
+
+    def close(self):
+        self.server.terminate()
+        self.server.wait()
+
+
+class Editor:
+    """One running editor and the hands on it."""
+
+    def __init__(self, session, arguments):
+        self.session = session
+        self.log_path = session.home / "log.txt"
+        with open(self.log_path, "wb") as log:
+            self.process = subprocess.Popen([str(session.programs / "quilmora"), *arguments], env=session.environment,
+                                            stdout=log, stderr=log)
+        self.window = wait_until("the window", self.find_window)
+        self.xdo("windowmove", self.window, "0", "0")
+        self.xdo("windowsize", self.window, *map(str, WINDOW_SIZE))
+        self.xdo("windowfocus", self.window)
+        self.canvas = wait_until("a settled canvas", self.settled_canvas)
+
+    def find_window(self):
+        if self.process.poll() is not None:
+            raise AssertionError("the editor ended early:\n" + self.log())
+        found = self.xdo("search", "--onlyvisible", "--pid", str(self.process.pid), check=False).split()
+        return found[-1] if found else None
+
+    def log(self):
+        return self.log_path.read_text(errors="replace")
+
+    def xdo(self, *arguments, check=True):
+        done = subprocess.run(["xdotool", *arguments], env=self.session.environment, capture_output=True, text=True)
+        if check and done.returncode != 0:
+            raise AssertionError(f"xdotool {arguments}: {done.stderr}")
+        return done.stdout
+
+    def picture(self, path):
+        subprocess.run(["import", "-window", "root", str(path)], env=self.session.environment, check=True)
+
+    def settled_canvas(self):
+        """The canvas' place on the screen (x, y, width, height), found by its ground colour, once it stands still."""
+        areas = []
+        for _ in range(2):
+            path = self.session.home / "canvas.png"
+            self.picture(path)
+            ground = self.session.document()["canvas"]["background"]
+            found = subprocess.run(["convert", str(path), "-alpha", "off", "-fill", "black", "+opaque", ground, "-fill", "white",
+                                    "-opaque", ground, "-trim", "-format", "%X %Y %w %h", "info:"],
+                                   capture_output=True, text=True)
+            areas.append([int(part) for part in found.stdout.replace("+", " ").split()] if found.returncode == 0 else None)
+            time.sleep(0.6)
+        steady = areas[0] == areas[1] and areas[0] and areas[0][2] >= 400 and areas[0][3] >= 300
+        return tuple(areas[0]) if steady else None
+
+    def fit(self):
+        """Zooms to fit and answers the view that results: zoom and offset."""
+        self.xdo("key", "ctrl+0")
+        time.sleep(0.8)
+        answers = self.session.ask({"do": "open", "path": str(self.session.file)},
+                                   {"do": "fitToContent", "width": self.canvas[2], "height": self.canvas[3], "padding": 80},
+                                   {"do": "state"})
+        state = answers[-1]["result"]
+        return state["canvasZoom"], state["canvasOffset"]
+
+    def click(self, view, point, count=1):
+        self.point_at(view, point)
+        self.xdo("click", "--repeat", str(count), "--delay", "80", "1")
+        time.sleep(0.6)
+
+    def point_at(self, view, point):
+        zoom, offset = view
+        x = round(self.canvas[0] + point[0] * zoom + offset[0])
+        y = round(self.canvas[1] + point[1] * zoom + offset[1])
+        self.xdo("mousemove", str(x), str(y))
+
+    def drag(self, view, start, steps):
+        self.point_at(view, start)
+        self.xdo("mousedown", "1")
+        for step in steps:
+            self.xdo("mousemove_relative", "--", str(step[0]), str(step[1]))
+            time.sleep(0.05)
+        self.xdo("mouseup", "1")
+        time.sleep(0.3)
+
+    def key(self, *keys):
+        for key in keys:
+            self.xdo("key", key)
+            time.sleep(0.25)
+
+    def save(self):
+        before = self.session.file.stat().st_mtime_ns
+        self.key("ctrl+s")
+        wait_until("the save", lambda: self.session.file.stat().st_mtime_ns != before)
+        return self.session.document()
+
+    def wait_for_end(self):
+        status = self.process.wait(timeout=20)
+        assert status == 0, f"the editor ended with status {status}:\n{self.log()}"
+
+
+class Session:
+    """A temporary home on a display of its own. Without a sample the caller writes the document itself."""
+
+    def __init__(self, programs, sample, pictures, settings=None):
+        self.programs = pathlib.Path(programs)
+        self.pictures = pictures and pathlib.Path(pictures)
+        self.folder = tempfile.TemporaryDirectory(prefix="quilmora-session-")
+        self.home = pathlib.Path(self.folder.name)
+        (self.home / "Documents").mkdir()
+        (self.home / "runtime").mkdir(mode=0o700)
+        self.file = self.home / "Documents" / "trip.mindmap"
+        if sample:
+            shutil.copy(sample, self.file)
+        if settings:
+            folder = self.home / ".config" / "Quilmora"
+            folder.mkdir(parents=True)
+            (folder / "Quilmora.json").write_text(json.dumps(settings))
+        self.display = Display()
+        self.environment = {key: value for key, value in os.environ.items()
+                            if not key.startswith(("XDG_", "QT_", "WAYLAND_", "DBUS_"))}
+        self.environment |= {"HOME": str(self.home), "DISPLAY": self.display.name,
+                             "XDG_RUNTIME_DIR": str(self.home / "runtime"), "QT_QPA_PLATFORM": "xcb", "LC_ALL": "C.UTF-8"}
+
+    def document(self):
+        return json.loads(self.file.read_text())
+
+    def ask(self, *operations):
+        text = "".join(json.dumps(operation) + "\n" for operation in operations)
+        done = subprocess.run([str(self.programs / "quilmora-cli"), "script"], input=text, capture_output=True, text=True,
+                              check=True)
+        return [json.loads(line) for line in done.stdout.splitlines()]
+
+    def keep_picture(self, editor, name):
+        if self.pictures:
+            self.pictures.mkdir(parents=True, exist_ok=True)
+            editor.picture(self.pictures / f"session-{name}.png")
+
+    def close(self):
+        self.display.close()
+        self.folder.cleanup()
