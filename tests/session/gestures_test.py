@@ -13,6 +13,7 @@ import subprocess
 import sys
 import time
 
+sys.dont_write_bytecode = True
 from editor_session import Editor, Session, differences
 
 DOUBLE_CLICK_SECONDS = 0.45

@@ -11,6 +11,7 @@ writes lands in a temporary home. With PICTURE_FOLDER, screenshots of the steps 
 import signal
 import sys
 
+sys.dont_write_bytecode = True
 from editor_session import Editor, Session, differences
 
 

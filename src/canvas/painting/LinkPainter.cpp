@@ -44,12 +44,9 @@ bool isDragged(const PaintContext& context, HandleKind kind, const QUuid& ownerI
 
 void paintBendHandle(QPainter& painter, const PaintContext& context, QPointF position, HandleKind kind,
                      const QUuid& ownerID) {
-  painter.save();
-  painter.setOpacity(isDragged(context, kind, ownerID) ? 1.0 : 0.7);
+  const QColor fill = withOpacity(context.colors.bendHandle, isDragged(context, kind, ownerID) ? 1.0 : 0.7);
   paintHandle(painter, position + dragged(context, kind, ownerID),
-              {HandleMetrics::edgeHandleDiameter, context.colors.bendHandle, Qt::white, 1.5, withOpacity(Qt::black, 0.2),
-               2.0});
-  painter.restore();
+              {HandleMetrics::edgeHandleDiameter, fill, Qt::white, 1.5, withOpacity(Qt::black, 0.2), 2.0});
 }
 
 constexpr double curveWidth = 1.5;

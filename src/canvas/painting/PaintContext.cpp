@@ -47,13 +47,14 @@ void paintHandle(QPainter& painter, QPointF center, const HandleLook& look) {
     const double radius = look.diameter / 2 + look.shadowBlur * (2.0 * ring / rings - 1.0);
     painter.drawEllipse(center, radius, radius);
   }
-  const double radius = look.diameter / 2;
-  if (look.contourWidth > 0) {
-    painter.setBrush(look.contour);
-    painter.drawEllipse(center, radius, radius);
-  }
+  // The contour covers the edge of the fill, and nothing of it shows through a fill that lets light through.
+  const double radius = (look.diameter - look.contourWidth) / 2;
   painter.setBrush(look.fill);
-  painter.drawEllipse(center, radius - look.contourWidth, radius - look.contourWidth);
+  painter.drawEllipse(center, radius, radius);
+  if (!(look.contourWidth > 0)) return;
+  painter.setBrush(Qt::NoBrush);
+  painter.setPen(QPen(look.contour, look.contourWidth));
+  painter.drawEllipse(center, radius, radius);
 }
 
 }  // namespace quilmora

@@ -372,9 +372,17 @@ TEST(MapPainter, BearsCoordinatesBeyondReason) {
     painted.map.relationships.append(Relationship{QUuid::createUuid(), a, c, QString(), QStringLiteral("#00FF00"), {}});
     painted.map.regions.append(
         Region{QUuid::createUuid(), QString(), QStringLiteral("#00FF00"), QRectF(-far, -far, far, far * 0.5)});
-    for (const double zoom : {0.1, 1.0, 5.0}) painted.paint(QSize(400, 300), 1.0, zoom);
+    for (const double zoom : {0.1, 1.0, 5.0}) {
+      const QImage image = painted.paint(QSize(400, 300), 1.0, zoom);
+      // What is near is drawn as ever.
+      const QPointF insideBottom(0, painted.metrics(2).box.bottom() - 3.2);
+      if (zoom < 1.0) continue;
+      EXPECT_EQ(painted.at(image, insideBottom), fill) << far << " at " << zoom;
+    }
     painted.refresh();
-    painted.painter.nodeAt(painted.scene, QPointF(0, 0));
+    EXPECT_EQ(painted.painter.nodeAt(painted.scene, QPointF(0, 0)), 2u);
+    EXPECT_EQ(painted.painter.nodeAt(painted.scene, QPointF(0, 100)), std::nullopt);
+    // Any answer will do where the shapes are that large, as long as there is one.
     painted.painter.edgeAt(painted.scene, QPointF(50, 50));
     painted.painter.relationshipAt(painted.scene, QPointF(50, 50));
   }
