@@ -48,10 +48,13 @@ struct MindMapViewModel::Pasted {
   std::vector<Node> nodes;
   std::vector<Edge> edges;
 
-  const Node& add(Node node, const std::optional<QUuid>& parentID, const EdgeStyle& edgeStyle) {
+  void reserve(std::size_t count) {
+    nodes.reserve(count);
+    edges.reserve(count);
+  }
+  void add(Node node, const std::optional<QUuid>& parentID, const EdgeStyle& edgeStyle) {
     if (parentID) edges.push_back(Edge{QUuid::createUuid(), *parentID, node.id, QString(), edgeStyle, std::nullopt});
     nodes.push_back(std::move(node));
-    return nodes.back();
   }
 };
 
@@ -106,6 +109,7 @@ MindMapViewModel::Pasted MindMapViewModel::pastedSiblings(const std::vector<QStr
   const NodeStyle style = styleForDepth(depth + 1);
   const EdgeStyle edgeStyle = newEdgeStyle();
   Pasted pasted;
+  pasted.reserve(lines.size());
   for (const QStringView line : lines) {
     const QPointF position = placeBeside(beside, pasted.nodes.size());
     pasted.add(makeTopic(withoutBlanksAndTabs(line).toString(), position, style), anchor, edgeStyle);
@@ -127,6 +131,7 @@ MindMapViewModel::Pasted MindMapViewModel::pastedOutline(const std::vector<QStri
     styles.push_back(styleForDepth(static_cast<int>(depth)));
 
   Pasted pasted;
+  pasted.reserve(lines.size());
   for (const QStringView line : lines) {
     const qsizetype indent = indentOf(line);
     QStringView title = withoutBlanksAndTabs(line);
