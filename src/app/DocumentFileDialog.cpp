@@ -43,7 +43,10 @@ DocumentFileDialog::DocumentFileDialog(const Look& look, SymbolFileIcons& icons,
   const auto exported = exportFormatFromRawValue(request.extension);
   setWindowTitle(exported ? tr("Export") : tr("Save"));
   prepare(icons, {request.extension});
-  if (exported) setNameFilter(QStringLiteral("%1 (*.%2)").arg(label(*exported), request.extension));
+  if (exported) {
+    setNameFilter(QStringLiteral("%1 (*.%2)").arg(label(*exported), request.extension));
+    setLabelText(Accept, tr("Export"));
+  }
   setDefaultSuffix(request.extension);
   setOption(DontConfirmOverwrite);
   setDirectory(request.folder);
