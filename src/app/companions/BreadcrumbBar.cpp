@@ -45,6 +45,7 @@ std::vector<QUuid> pathToTopic(MindMapViewModel& editor, const QUuid& id) {
 BreadcrumbBar::BreadcrumbBar(const Look& look, MindMapViewModel& editor, QWidget* canvas)
     : Card(look, canvas), m_editor(editor), m_strip(new CrumbStrip(look, this)) {
   setAccessibleName(tr("Path"));
+  setMovable(Grip::none);
   connect(m_strip, &CrumbStrip::chosen, this, [this](std::size_t place) {
     if (place < m_path.size()) choose(m_path[place]);
   });

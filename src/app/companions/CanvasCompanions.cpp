@@ -49,6 +49,7 @@ CanvasCompanions::CanvasCompanions(const Look& look, MindMapViewModel& editor, S
     m_settling = nullptr;
     place();
   });
+  connect(m_breadcrumbs, &Card::placementWanted, this, &CanvasCompanions::choosePathCorner);
   // The card itself heard of it before and holds its new content.
   connect(&editor, &MindMapViewModel::quickLookNodeIDChanged, this, &CanvasCompanions::chooseQuickLookCorner);
   canvas->installEventFilter(this);
@@ -72,9 +73,6 @@ std::vector<CanvasCompanions::Place> CanvasCompanions::places() const {
   const bool isMiniMapLow = m_miniMapCorner == CardAnchor::bottomLeft || m_miniMapCorner == CardAnchor::bottomRight;
   const int beside = room.width() - m_miniMap->wantedSize(room).width() - cardGap;
   const QSize pathRoom(isMiniMapLow && beside >= leastPathWidth ? beside : room.width(), room.height());
-  // Away from the mini-map, so that neither jumps when the other comes or goes.
-  const CardAnchor pathCorner =
-      m_miniMapCorner == CardAnchor::bottomLeft ? CardAnchor::bottomRight : CardAnchor::bottomLeft;
 
   std::vector<Place> places;
   std::vector<CardRequest> requests;
@@ -83,9 +81,9 @@ std::vector<CanvasCompanions::Place> CanvasCompanions::places() const {
     requests.push_back({anchor, card->wantedSize(cardRoom)});
     places.push_back({card, QRect()});
   };
-  add(m_searchBar, CardAnchor::topRight, room);
+  add(m_searchBar, m_searchCorner, room);
   add(m_miniMap, m_miniMapCorner, room);
-  add(m_breadcrumbs, pathCorner, pathRoom);
+  add(m_breadcrumbs, m_pathCorner, pathRoom);
   add(m_quickLook, m_quickLookCorner, room);
   add(m_banner, CardAnchor::top, room);
   add(m_exportOverlay, CardAnchor::top, room);
@@ -106,6 +104,9 @@ void CanvasCompanions::settle(Card& card) {
   const CardAnchor corner = nearestCorner(m_canvas->size(), card.geometry().center());
   if (&card == m_miniMap) m_miniMapCorner = corner;
   if (&card == m_quickLook) m_quickLookHome = m_quickLookCorner = corner;
+  if (&card == m_searchBar) m_searchCorner = corner;
+  if (&card == m_breadcrumbs) m_pathHome = corner;
+  m_pathCorner = pathHome();
   m_animation->stop();
   m_settling = &card;
   for (const Place& entry : places()) {
@@ -117,8 +118,7 @@ void CanvasCompanions::settle(Card& card) {
   place();
 }
 
-QRectF CanvasCompanions::lookedAtTopic() const {
-  const auto id = m_editor.quickLookNodeID();
+QRectF CanvasCompanions::shownArea(const std::optional<QUuid>& id) const {
   const auto node = id ? m_editor.nodeByID(*id) : std::nullopt;
   if (!node) return {};
   QRectF topic(QPointF(), usualTopic * m_editor.canvasZoom());
@@ -126,21 +126,39 @@ QRectF CanvasCompanions::lookedAtTopic() const {
   return topic;
 }
 
+CardAnchor CanvasCompanions::cornerBeside(const QRectF& topic, const Card* card, CardAnchor& corner,
+                                          std::initializer_list<CardAnchor> corners) const {
+  for (const CardAnchor candidate : corners) {
+    corner = candidate;
+    for (const Place& entry : places())
+      if (entry.card == card && !topic.intersects(entry.rect)) return candidate;
+  }
+  return *corners.begin();
+}
+
 // The corner that the user chose, unless the card would cover there what it tells about.
 void CanvasCompanions::chooseQuickLookCorner() {
   m_quickLookCorner = m_quickLookHome;
   if (!m_quickLook->isShown()) return;
-  const QRectF topic = lookedAtTopic();
-  for (const CardAnchor corner :
-       {m_quickLookHome, CardAnchor::topLeft, CardAnchor::topRight, CardAnchor::bottomLeft, CardAnchor::bottomRight}) {
-    m_quickLookCorner = corner;
-    for (const Place& entry : places())
-      if (entry.card == m_quickLook && !topic.intersects(entry.rect)) {
-        place();
-        return;
-      }
-  }
-  m_quickLookCorner = m_quickLookHome;
+  m_quickLookCorner =
+      cornerBeside(shownArea(m_editor.quickLookNodeID()), m_quickLook, m_quickLookCorner,
+                   {m_quickLookHome, CardAnchor::topLeft, CardAnchor::topRight, CardAnchor::bottomLeft, CardAnchor::bottomRight});
+  place();
+}
+
+// Away from the mini-map, so that neither jumps when the other comes or goes.
+CardAnchor CanvasCompanions::pathHome() const {
+  if (m_pathHome) return *m_pathHome;
+  return m_miniMapCorner == CardAnchor::bottomLeft ? CardAnchor::bottomRight : CardAnchor::bottomLeft;
+}
+
+// The path appears as a topic is selected, so it must not appear on that topic.
+void CanvasCompanions::choosePathCorner() {
+  m_pathCorner = pathHome();
+  if (!m_breadcrumbs->isShown()) return;
+  m_pathCorner =
+      cornerBeside(shownArea(m_editor.firstSelectedNode()), m_breadcrumbs, m_pathCorner,
+                   {pathHome(), CardAnchor::bottomLeft, CardAnchor::bottomRight, CardAnchor::topLeft, CardAnchor::topRight});
   place();
 }
 

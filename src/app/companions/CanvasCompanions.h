@@ -1,9 +1,11 @@
 #pragma once
 
 #include <map>
+#include <optional>
 #include <vector>
 
 #include <QObject>
+#include <QUuid>
 
 #include "app/companions/CardPlacement.h"
 
@@ -23,8 +25,9 @@ class NodeQuickLook;
 class Scheduler;
 class SearchBar;
 
-// The cards above a canvas: makes them and keeps each in its place, also as the canvas changes its size. Mini-map and
-// quick look stay in the corner into which the user drags them.
+// The cards above a canvas: makes them and keeps each in its place, also as the canvas changes its size. Mini-map, quick
+// look, path and search bar stay in the corner into which the user drags them; path and quick look also make way for the
+// topic that they tell about.
 class CanvasCompanions : public QObject {
   Q_OBJECT
 
@@ -52,8 +55,14 @@ class CanvasCompanions : public QObject {
   std::vector<Place> places() const;
   void place();
   void settle(Card& card);
-  QRectF lookedAtTopic() const;
+  // Where most of a topic shows on the canvas; empty without one.
+  QRectF shownArea(const std::optional<QUuid>& id) const;
   void chooseQuickLookCorner();
+  void choosePathCorner();
+  // The first of the corners where the card does not lie on the topic; the first of all where it always would.
+  CardAnchor cornerBeside(const QRectF& topic, const Card* card, CardAnchor& corner,
+                          std::initializer_list<CardAnchor> corners) const;
+  CardAnchor pathHome() const;
 
   MindMapViewModel& m_editor;
   QWidget* m_canvas;
@@ -64,6 +73,9 @@ class CanvasCompanions : public QObject {
   BranchModeBanner* m_banner;
   ExportOverlay* m_exportOverlay;
   CardAnchor m_miniMapCorner = CardAnchor::bottomRight;
+  CardAnchor m_searchCorner = CardAnchor::topRight;
+  std::optional<CardAnchor> m_pathHome;  // where the user wants it, if anywhere
+  CardAnchor m_pathCorner = CardAnchor::bottomLeft;
   CardAnchor m_quickLookHome = CardAnchor::topLeft;    // where the user wants it
   CardAnchor m_quickLookCorner = CardAnchor::topLeft;  // where it does not cover its topic
   Card* m_settling = nullptr;

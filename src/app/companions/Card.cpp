@@ -67,8 +67,9 @@ void Card::bringToFront() {
   m_shadow->stackUnder(this);
 }
 
-void Card::setMovable() {
+void Card::setMovable(Grip grip) {
   m_isMovable = true;
+  m_showsGrip = grip == Grip::shown;
   setCursor(Qt::OpenHandCursor);
 }
 
@@ -109,7 +110,7 @@ void Card::paintEvent(QPaintEvent*) {
     paint::drawBorder(painter, rect(), metrics::cardRadius, *m_contour, 1.0);
   else
     paint::drawBorder(painter, rect(), metrics::cardRadius, tokens.hairline);
-  if (!m_isMovable) return;
+  if (!m_showsGrip) return;
   QRectF grip(QPointF(), gripSize);
   grip.moveCenter(QPointF(width() / 2.0, metrics::gap - 1));
   paint::fillRounded(painter, grip, gripSize.height() / 2, underMouse() ? tokens.secondary : tokens.thumb);
@@ -144,11 +145,11 @@ void Card::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 void Card::enterEvent(QEnterEvent*) {
-  if (m_isMovable) update();
+  if (m_showsGrip) update();
 }
 
 void Card::leaveEvent(QEvent*) {
-  if (m_isMovable) update();
+  if (m_showsGrip) update();
 }
 
 void Card::moveEvent(QMoveEvent*) {

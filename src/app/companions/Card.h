@@ -35,8 +35,9 @@ class Card : public QWidget {
 
  protected:
   const Look& look() const { return m_look; }
-  // A movable card is dragged by its ground and shows a grip at its top.
-  void setMovable();
+  enum class Grip { shown, none };
+  // A movable card is dragged by its ground, and shows at its top that it can be where it has room for that.
+  void setMovable(Grip grip = Grip::shown);
   void setShadowColor(const QColor& color);
   void setGroundOpacity(double opacity) { m_groundOpacity = opacity; }
   // Of the card as a whole, with its shadow.
@@ -66,6 +67,7 @@ class Card : public QWidget {
   double m_groundOpacity = 1.0;
   std::optional<QColor> m_contour;
   bool m_isMovable = false;
+  bool m_showsGrip = false;
   std::optional<QPoint> m_dragStart;  // where the pointer holds the card, in its own coordinates
 };
 

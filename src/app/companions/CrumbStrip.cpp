@@ -44,6 +44,7 @@ class CrumbStrip::Crumb final : public QAbstractButton {
     setFont(crumbFont(look));
     setFocusPolicy(Qt::TabFocus);
     setAttribute(Qt::WA_Hover);
+    setCursor(Qt::ArrowCursor);
     const int natural = fontMetrics().horizontalAdvance(title) + 2 * crumbPadding + 1;
     if (natural > maxCrumbWidth) setToolTip(title);
     resize(std::min(natural, maxCrumbWidth), strip->wantedHeight());

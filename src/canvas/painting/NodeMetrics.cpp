@@ -58,23 +58,23 @@ QString shortened(const QString& title) {
   return end < title.size() ? title.left(end) + QChar(0x2026) : title;
 }
 
-// Line breaks of any kind as the one that a text layout breaks at.
-QString withLineSeparators(QString text) {
+// The text between line breaks of any kind.
+QStringList paragraphsOf(QString text) {
   text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
   for (QChar& character : text)
-    if (character == QLatin1Char('\n') || character == QLatin1Char('\r') || character == QChar::ParagraphSeparator)
-      character = QChar::LineSeparator;
-  return text;
+    if (character == QLatin1Char('\r') || character == QChar::ParagraphSeparator || character == QChar::LineSeparator)
+      character = QLatin1Char('\n');
+  return text.split(QLatin1Char('\n'));
 }
 
-// Breaks the text into lines of at most `width`; the result is the size of what it takes.
-QSizeF breakLines(QTextLayout& layout, double width) {
+// Breaks the text into lines of at most `width`, the first of them at `top`; the result is the size of what it takes.
+QSizeF breakLines(QTextLayout& layout, double width, double top) {
   double height = 0.0;
   double widest = 0.0;
   layout.beginLayout();
   for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
     line.setLineWidth(width);
-    line.setPosition(QPointF(0, height));
+    line.setPosition(QPointF(0, top + height));
     height += line.height();
     widest = std::max(widest, line.naturalTextWidth());
   }
@@ -177,19 +177,31 @@ const ShapedText& NodeMeasurer::shaped(const QString& text, double fontSize, int
   auto made = std::make_unique<ShapedText>();
   made->scale = fontSize / font.pixelSize();
   const double maxWidth = NodeMetrics::titleMaxWidth / made->scale;
-  QTextLayout layout(withLineSeparators(shortened(text)), font);
-  QTextOption option;
-  option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-  // The layout itself does not turn round for text that runs from the right.
-  if (layout.text().isRightToLeft()) option.setAlignment(Qt::AlignRight);
-  layout.setTextOption(option);
-  QSizeF size = breakLines(layout, maxWidth);
-  // Lines that run from the right stand at the right end of the width that they were given.
-  if (layout.text().isRightToLeft() && size.width() < maxWidth) {
-    layout.clearLayout();
-    size = breakLines(layout, size.width());
+  struct Paragraph {
+    std::unique_ptr<QTextLayout> layout;
+    double top;
+  };
+  std::vector<Paragraph> paragraphs;
+  QSizeF size(0.0, 0.0);
+  for (const QString& paragraph : paragraphsOf(shortened(text))) {
+    auto layout = std::make_unique<QTextLayout>(paragraph, font);
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    // The layout itself does not turn round for text that runs from the right.
+    if (paragraph.isRightToLeft()) option.setAlignment(Qt::AlignRight);
+    layout->setTextOption(option);
+    const QSizeF taken = breakLines(*layout, maxWidth, size.height());
+    paragraphs.push_back({std::move(layout), size.height()});
+    size = QSizeF(std::max(size.width(), taken.width()), size.height() + taken.height());
   }
-  made->runs = layout.glyphRuns();
+  for (const auto& [layout, top] : paragraphs) {
+    // Lines that run from the right stand at the right end of the width that they are given.
+    if (layout->text().isRightToLeft() && size.width() < maxWidth) {
+      layout->clearLayout();
+      breakLines(*layout, size.width(), top);
+    }
+    made->runs += layout->glyphRuns();
+  }
   made->size = size * made->scale;
   ShapedText* result = made.release();
   m_texts.insert(key, result, static_cast<int>(std::min<qsizetype>(1 + text.size() / 64, 100)));

@@ -197,11 +197,13 @@ void CanvasView::openTitleEditor(const QUuid& nodeID) {
   connect(m_titleEditor, &TitleEditor::shownTitleChanged, this, &CanvasView::viewMoved);
   placeTitleEditor();
   m_titleEditor->show();
+  setAttribute(Qt::WA_InputMethodEnabled, true);
 }
 
 void CanvasView::closeTitleEditor() {
   m_titleEditorNodeID.reset();
   if (!m_titleEditor) return;
+  setAttribute(Qt::WA_InputMethodEnabled, false);
   TitleEditor* editor = std::exchange(m_titleEditor, nullptr);
   editor->disconnect(this);
   takeKeyboardFrom(*editor);
@@ -347,6 +349,20 @@ bool CanvasView::pressKey(const QKeyEvent& event) {
 void CanvasView::keyReleaseEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Alt) m_gestures.setOptionHeld(false);
   QWidget::keyReleaseEvent(event);
+}
+
+void CanvasView::inputMethodEvent(QInputMethodEvent* event) {
+  if (m_titleEditor)
+    m_titleEditor->takeInput(*event);
+  else
+    QWidget::inputMethodEvent(event);
+}
+
+QVariant CanvasView::inputMethodQuery(Qt::InputMethodQuery query) const {
+  if (!m_titleEditor || query == Qt::ImEnabled) return QWidget::inputMethodQuery(query);
+  const QVariant answer = m_titleEditor->inputMethodQuery(query);
+  if (query != Qt::ImCursorRectangle && query != Qt::ImAnchorRectangle) return answer;
+  return answer.toRectF().translated(m_titleEditor->pos());
 }
 
 void CanvasView::enterEvent(QEnterEvent* event) {

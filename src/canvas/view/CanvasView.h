@@ -50,6 +50,7 @@ class CanvasView : public QWidget {
   // Stores the title or label that is being edited, as leaving the field does. For those who are about to save or quit.
   void commitTitleEdit();
   QSize minimumSizeHint() const override { return {400, 300}; }
+  QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
 
  Q_SIGNALS:
   // The user wants to choose an image for the topic.
@@ -71,6 +72,8 @@ class CanvasView : public QWidget {
   void dragLeaveEvent(QDragLeaveEvent* event) override;
   void dropEvent(QDropEvent* event) override;
   void keyReleaseEvent(QKeyEvent* event) override;
+  // Of a title field that does not have the keyboard yet.
+  void inputMethodEvent(QInputMethodEvent* event) override;
   void enterEvent(QEnterEvent* event) override;
   void leaveEvent(QEvent* event) override;
   void showEvent(QShowEvent* event) override;

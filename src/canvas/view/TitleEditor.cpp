@@ -4,9 +4,11 @@
 #include <cmath>
 
 #include <QCoreApplication>
+#include <QFontMetricsF>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QScrollBar>
+#include <QSignalBlocker>
 #include <QTextBlock>
 #include <QTextDocument>
 #include <QTextLayout>
@@ -41,8 +43,15 @@ QStringList shownLines(const QTextDocument& document) {
   return lines;
 }
 
-QSizeF sizeOf(const QStringList& lines, const QFont& font, double wrapWidth) {
-  QSizeF size(0.0, 0.0);
+struct TextExtent {
+  QSizeF size{0.0, 0.0};
+  int lineCount = 0;
+  double lineHeight = 0.0;  // 0 where lines differ, as fonts do that one has to stand in for another
+};
+
+TextExtent extentOf(const QStringList& lines, const QFont& font, double wrapWidth) {
+  TextExtent extent;
+  QSizeF& size = extent.size;
   for (const QString& text : lines) {
     QTextLayout layout(text, font);
     QTextOption option;
@@ -55,10 +64,12 @@ QSizeF sizeOf(const QStringList& lines, const QFont& font, double wrapWidth) {
       line.setLineWidth(wrapWidth);
       size.setWidth(std::max(size.width(), line.naturalTextWidth()));
       size.setHeight(size.height() + line.height());
+      if (extent.lineCount++ == 0) extent.lineHeight = line.height();
+      if (line.height() != extent.lineHeight) extent.lineHeight = 0.0;
     }
     layout.endLayout();
   }
-  return size;
+  return extent;
 }
 
 }  // namespace
@@ -128,16 +139,42 @@ void TitleEditor::place(const QRectF& field, double zoom) {
   // for the text cursor is at the end of the line.
   // The title breaks its lines at zoom 1; in a field as wide as they came out, they break at the same words at any
   // zoom.
-  const QSizeF text = sizeOf(shownLines(*document()), scaled, field.width() + roundingRoom);
+  const QStringList lines = shownLines(*document());
+  const TextExtent extent = extentOf(lines, scaled, field.width() + roundingRoom);
+  const double unit = m_look.pixelSize / m_look.font.pixelSize() * zoom;
+  const TextExtent painted = extentOf(lines, m_look.font, NodeMetrics::titleMaxWidth * zoom / unit);
+  const bool isEven = painted.lineHeight > 0 && extent.lineHeight > 0;
+  if (isEven) setLineSpacing(100.0 * painted.lineHeight * unit / extent.lineHeight);
+  const QSizeF text(extent.size.width(),
+                    isEven ? extent.lineCount * painted.lineHeight * unit : extent.size.height());
+  // So that the first line stands on the painted one's ground.
+  const double drop =
+      isEven ? QFontMetricsF(m_look.font).ascent() * unit - QFontMetricsF(scaled).ascent() : 0.0;
   const double left = field.center().x() - text.width() / 2.0;
   const int width = static_cast<int>(std::ceil(text.width())) + cursorRoom;
   const int x = document()->toRawText().isRightToLeft() ? qRound(left + text.width()) - width : qRound(left);
-  const int y = qRound(field.center().y() - text.height() / 2.0);
-  const QRect area(x, y, width, static_cast<int>(std::ceil(text.height())));
+  const int y = qRound(field.center().y() - text.height() / 2.0 + drop);
+  const QRect area(x, y, width, static_cast<int>(std::ceil(std::max(text.height(), extent.lineHeight))));
   const QRect outer = field.toRect().united(area);
   setViewportMargins(area.left() - outer.left(), area.top() - outer.top(), outer.right() - area.right(),
                      outer.bottom() - area.bottom());
   setGeometry(outer);
+}
+
+// Fonts come in whole pixels, and so do their lines: they are set apart as far as the painted ones are.
+void TitleEditor::setLineSpacing(double percent) {
+  // It would be a step among those that can be undone and redone.
+  if (document()->isUndoAvailable() || document()->isRedoAvailable()) return;
+  const QTextBlockFormat present = document()->firstBlock().blockFormat();
+  if (present.lineHeightType() == QTextBlockFormat::ProportionalHeight && present.lineHeight() == percent) return;
+  const QSignalBlocker quiet(document());
+  document()->setUndoRedoEnabled(false);
+  QTextBlockFormat format;
+  format.setLineHeight(percent, QTextBlockFormat::ProportionalHeight);
+  QTextCursor all(document());
+  all.select(QTextCursor::Document);
+  all.mergeBlockFormat(format);
+  document()->setUndoRedoEnabled(true);
 }
 
 QString TitleEditor::shownTitle() const {
@@ -159,6 +196,16 @@ void TitleEditor::takeKey(const QKeyEvent& event) {
   QKeyEvent copy(event.type(), event.key(), event.modifiers(), event.nativeScanCode(), event.nativeVirtualKey(),
                  event.nativeModifiers(), event.text(), event.isAutoRepeat(), static_cast<quint16>(event.count()));
   QCoreApplication::sendEvent(this, &copy);
+}
+
+void TitleEditor::takeInput(const QInputMethodEvent& event) {
+  const std::unique_ptr<QEvent> copy(event.clone());
+  QCoreApplication::sendEvent(this, copy.get());
+  // Taking the keyboard would tear a text apart that is still being composed.
+  if (event.preeditString().isEmpty())
+    takeFocus();
+  else if (m_focusTask)
+    m_scheduler.cancel(std::exchange(m_focusTask, 0));
 }
 
 void TitleEditor::commit() {

@@ -31,6 +31,8 @@ class TitleEditor : public QTextEdit {
   QString editableTitle() const;
   // Hands over a key that came before the keyboard did; takes the keyboard at once.
   void takeKey(const QKeyEvent& event);
+  // The same for what an input method composes; takes the keyboard once that is complete.
+  void takeInput(const QInputMethodEvent& event);
   // Ends the edit as leaving the field does.
   void commit();
 
@@ -51,6 +53,7 @@ class TitleEditor : public QTextEdit {
  private:
   void takeFocus();
   QFont fontAt(double zoom) const;
+  void setLineSpacing(double percent);
   void cancel();
   void returnKey(const QKeyEvent& event);
 

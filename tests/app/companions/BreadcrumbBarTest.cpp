@@ -88,6 +88,40 @@ TEST_F(BreadcrumbBarTest, PathsOfDamagedMapsEnd) {
   EXPECT_FALSE(bar().isVisible());
 }
 
+TEST_F(BreadcrumbBarTest, AppearsBesideTheSelectedTopicAndNotOnIt) {
+  start();
+  const auto selectAt = [this](QPointF point) {
+    editor().clearSelection();
+    editor().setCanvasOffset(point - editor().nodeByID(topicId(1))->position);
+    editor().selectNode(topicId(1), false);
+    settle();
+  };
+  selectAt({400, 300});
+  EXPECT_EQ(bar().geometry().bottomLeft(), QPoint(12, 587));
+  selectAt({60, 570});
+  EXPECT_FALSE(bar().geometry().contains(60, 570));
+  EXPECT_EQ(bar().geometry().right(), 787);
+  // Above the mini-map, which stands in that corner.
+  EXPECT_EQ(bar().geometry().bottom(), 454 - 8 - 1);
+  selectAt({400, 300});
+  EXPECT_EQ(bar().geometry().bottomLeft(), QPoint(12, 587));
+}
+
+TEST_F(BreadcrumbBarTest, IsDraggedByItsGroundToAnotherCorner) {
+  start();
+  editor().setCanvasOffset({400, 300});
+  editor().selectNode(topicId(1), false);
+  settle();
+  const QPoint hold(4, bar().height() / 2);
+  QTest::mousePress(&bar(), Qt::LeftButton, {}, hold);
+  QTest::mouseMove(&bar(), hold + QPoint(60, -500));
+  QTest::mouseRelease(&bar(), Qt::LeftButton, {}, hold);
+  EXPECT_TRUE(QTest::qWaitFor([this] { return bar().pos() == QPoint(12, 12); }));
+  editor().selectNode(topicId(2), false);
+  settle();
+  EXPECT_EQ(bar().pos(), QPoint(12, 12));
+}
+
 TEST_F(BreadcrumbBarTest, APresentationShowsItsStepBesideThePath) {
   start();
   select(1);

@@ -28,6 +28,20 @@ TEST_F(SearchBarTest, OpensAtTheTopRightWithTheKeyboardInItsField) {
   EXPECT_TRUE(canvas().hasFocus());
 }
 
+TEST_F(SearchBarTest, IsDraggedByItsGroundToAnotherCorner) {
+  startActive();
+  editor().toggleSearch();
+  const QPoint hold(10, 4);
+  QTest::mousePress(&bar(), Qt::LeftButton, {}, hold);
+  QTest::mouseMove(&bar(), hold + QPoint(-300, 0));
+  QTest::mouseRelease(&bar(), Qt::LeftButton, {}, hold);
+  EXPECT_TRUE(QTest::qWaitFor([this] { return bar().pos() == QPoint(12, 12); }));
+  EXPECT_TRUE(bar().isFocused());
+  editor().toggleSearch();
+  editor().toggleSearch();
+  EXPECT_EQ(bar().pos(), QPoint(12, 12));
+}
+
 TEST_F(SearchBarTest, SearchesAtEachChangeOfTheText) {
   open();
   EXPECT_EQ(bar().countText(), QString());

@@ -173,6 +173,30 @@ TEST(MapPainter, DrawsTitlesButForTheOneBeingEdited) {
   EXPECT_EQ(lightPixels(painted.paint()), 0);
 }
 
+TEST(MapPainter, EachLineOfATitleHasADirectionOfItsOwn) {
+  const QString left = QStringLiteral("A line that is long");
+  const QString right = QString::fromUtf8("שלום");
+  for (const QStringList& lines : {QStringList{left, right}, QStringList{right, left}}) {
+    PaintedMap painted;
+    painted.addNode(QPointF(0, 0), lines.join(QLatin1Char('\n')), "#FFFFFF", "#FFFFFF");
+    painted.changeNode(0, [](Node& node) { node.style.textColor = QStringLiteral("#000000"); });
+    const QImage image = painted.paint();
+    const QRectF title = painted.metrics(0).title;
+    const auto inkOfLine = [&](const QString& line) {
+      const double top = title.top() + (line == lines[0] ? 0 : title.height() / 2);
+      QRectF ink;
+      for (double y = top; y < top + title.height() / 2; y += 1)
+        for (double x = title.left() - 10; x < title.right() + 10; x += 1)
+          if (painted.at(image, QPointF(x, y)).value() < 128) ink |= QRectF(x, y, 1, 1);
+      return ink;
+    };
+    EXPECT_NEAR(inkOfLine(left).left(), title.left(), 3);
+    EXPECT_NEAR(inkOfLine(left).right(), title.right(), 4);
+    EXPECT_NEAR(inkOfLine(right).right(), title.right(), 4);
+    EXPECT_LT(inkOfLine(right).width(), title.width() / 2);
+  }
+}
+
 TEST(MapPainter, LeavesOutHiddenTopicsAndTheirEdges) {
   PaintedMap painted;
   const QUuid a = painted.addNode(QPointF(-150, 0));
