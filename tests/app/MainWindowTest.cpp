@@ -460,6 +460,18 @@ TEST_F(MainWindowTest, FindOpensTheSearchBarAndEscapeReturnsToTheCanvas) {
   EXPECT_EQ(editor().mindMap().nodes.size(), 2U);
 }
 
+TEST_F(MainWindowTest, CanvasHasTheKeyboardAgainAfterASheet) {
+  startActive();
+  editor().selectNode(editor().mindMap().nodes[0].id, false);
+  action("about")->trigger();
+  QWidget* sheet = QApplication::activeModalWidget();
+  ASSERT_NE(sheet, nullptr);
+  QTest::keyClick(sheet, Qt::Key_Escape);
+  ASSERT_TRUE(QTest::qWaitFor([this] { return QApplication::focusWidget() == &window().canvas(); }));
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+  EXPECT_EQ(editor().mindMap().nodes.size(), 2U);
+}
+
 TEST_F(MainWindowTest, BranchModeTogglesByItsKeyAndShowsOnItsButton) {
   startActive();
   const QToolButton* button = window().toolbar().button(QStringLiteral("createEdge"));

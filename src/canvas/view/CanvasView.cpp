@@ -327,8 +327,8 @@ bool CanvasView::nativeGesture(const QNativeGestureEvent& event) {
 }
 
 void CanvasView::pinchGesture(const QPinchGesture& pinch) {
-  // Fingers on a screen do not hover: their middle is the anchor.
-  if (pinch.state() == Qt::GestureStarted) m_gestures.hover(mapFromGlobal(pinch.centerPoint()));
+  // Fingers on a screen do not hover: their middle is the anchor, not the one that the toolkit makes a mouse of.
+  m_gestures.hover(mapFromGlobal(pinch.centerPoint()));
   m_gestures.cancel();
   if (pinch.state() == Qt::GestureFinished || pinch.state() == Qt::GestureCanceled)
     m_gestures.pinchEnded();

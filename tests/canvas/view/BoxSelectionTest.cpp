@@ -103,6 +103,13 @@ TEST_F(SelectionBox, LeavesOutAnEdgeWithAMissingTopic) {
   EXPECT_EQ(rig.editor.selectedNodeIDs().size(), 3u);
 }
 
+TEST_F(SelectionBox, TakesTopicsThatACollapsedOneHidesAsWell) {
+  rig.editor.toggleCollapsed(topicId(1));
+  ASSERT_TRUE(rig.editor.isHidden(topicId(2)));
+  rig.drag({0, 300}, {1000, 50});
+  EXPECT_TRUE(rig.editor.selectedNodeIDs().contains(topicId(2)));
+}
+
 TEST_F(SelectionBox, StartsOnAnEdgeAsOnTheBackground) {
   rig.extraTargets = {{{250, 100}, {CanvasTarget::Kind::edge, edgeId(0)}}};
   rig.press({250, 100});

@@ -109,6 +109,20 @@ TEST_F(CanvasWindow, AltDragAndMiddleDragPan) {
   EXPECT_TRUE(rig.editor.selectedNodeIDs().empty());
 }
 
+TEST_F(CanvasWindow, PanningShowsAClosedHandAndLeavingTheArrow) {
+  rig.mouse(QTest::MousePress, {20, 20}, Qt::MiddleButton);
+  rig.mouse(QTest::MouseMove, {40, 20}, Qt::MiddleButton);
+  EXPECT_EQ(rig.view.cursor().shape(), Qt::ClosedHandCursor);
+  rig.mouse(QTest::MouseRelease, {40, 20}, Qt::MiddleButton);
+  EXPECT_EQ(rig.view.cursor().shape(), Qt::ArrowCursor);
+  QTest::keyPress(rig.handle(), Qt::Key_Alt);
+  EXPECT_EQ(rig.view.cursor().shape(), Qt::OpenHandCursor);
+  rig.window.hide();
+  EXPECT_EQ(rig.view.cursor().shape(), Qt::ArrowCursor);
+  EXPECT_FALSE(rig.editor.isCanvasHovered);
+  EXPECT_FALSE(rig.view.gestures().state().isOptionHeld);
+}
+
 TEST_F(CanvasWindow, AltShowsAnOpenHand) {
   QTest::keyPress(rig.handle(), Qt::Key_Alt);
   EXPECT_EQ(rig.view.cursor().shape(), Qt::OpenHandCursor);
@@ -217,6 +231,39 @@ TEST_F(CanvasWindow, ControlWheelZoomsAboutThePointer) {
   EXPECT_DOUBLE_EQ(100 * 1.15 + rig.editor.canvasOffset().y(), 300);
 }
 
+TEST_F(CanvasWindow, ControlAndTrackpadZoomAHundredthForEachPixel) {
+  rig.wheel({400, 300}, {0, 10}, {0, 20}, Qt::ControlModifier, Qt::ScrollUpdate);
+  EXPECT_DOUBLE_EQ(rig.editor.canvasZoom(), 1.1);
+}
+
+TEST_F(CanvasWindow, ControlAndAWheelOfHighResolutionZoomByParts) {
+  rig.wheel({400, 300}, {}, {0, 12}, Qt::ControlModifier);
+  EXPECT_DOUBLE_EQ(rig.editor.canvasZoom(), 1.015);
+}
+
+TEST_F(CanvasWindow, PinchOnATouchScreenZoomsAboutTheFingers) {
+  std::unique_ptr<QPointingDevice> screen(QTest::createTouchDevice());
+  const QPoint middle(500, 300);
+  const auto fingers = [&](int apart) {
+    return std::pair(middle - QPoint(apart / 2, 0), middle + QPoint(apart / 2, 0));
+  };
+  const auto [left, right] = fingers(100);
+  QTest::touchEvent(rig.handle(), screen.get()).press(0, left).press(1, right);
+  for (int apart = 110; apart <= 200; apart += 10) {
+    const auto [nowLeft, nowRight] = fingers(apart);
+    QTest::touchEvent(rig.handle(), screen.get()).move(0, nowLeft).move(1, nowRight);
+  }
+  const double zoom = rig.editor.canvasZoom();
+  EXPECT_GT(zoom, 1.5);
+  EXPECT_LE(zoom, 2.0);
+  // The canvas point (200, 100) stays between the fingers.
+  EXPECT_NEAR(200 * zoom + rig.editor.canvasOffset().x(), 500, 1);
+  EXPECT_NEAR(100 * zoom + rig.editor.canvasOffset().y(), 300, 1);
+  QTest::touchEvent(rig.handle(), screen.get()).release(0, fingers(200).first).release(1, fingers(200).second);
+  EXPECT_DOUBLE_EQ(rig.view.gestures().state().initialZoom, zoom);
+  EXPECT_TRUE(rig.editor.selectedNodeIDs().empty());
+}
+
 TEST_F(CanvasWindow, BlockedScrollingPassesTheWheelOn) {
   rig.editor.blockCanvasScroll = true;
   QWheelEvent event(QPointF(400, 300), rig.view.mapToGlobal(QPointF(400, 300)), {}, {0, 120}, Qt::NoButton, {},
@@ -320,6 +367,17 @@ TEST_F(CanvasWindow, RequestForARegionMakesItWhereThePointerIs) {
   rig.notifications.post(Notification::createRegion);
   ASSERT_EQ(rig.editor.mindMap().regions.size(), 1u);
   EXPECT_EQ(rig.editor.mindMap().regions[0].rect, QRectF(200 - 150, 250 - 100, 300, 200));
+}
+
+TEST_F(CanvasWindow, RequestForARegionMakesItInTheMiddleWithoutThePointer) {
+  rig.mouse(QTest::MouseMove, {500, 450});
+  QEvent left(QEvent::Leave);
+  QCoreApplication::sendEvent(&rig.view, &left);
+  rig.editor.setCanvasZoom(2.0);
+  rig.editor.setCanvasOffset({0, 0});
+  rig.notifications.post(Notification::createRegion);
+  ASSERT_EQ(rig.editor.mindMap().regions.size(), 1u);
+  EXPECT_EQ(rig.editor.mindMap().regions[0].rect, QRectF(200 - 150, 150 - 100, 300, 200));
 }
 
 // --- Drawing ---

@@ -1,0 +1,134 @@
+#include "canvas/view/WindowRig.h"
+
+using namespace quilmora;
+using namespace quilmora::test;
+
+namespace {
+
+MindMap linkedMap() {
+  MindMap map = mapWith({topic(1, 0, 0), topic(2, 200, 0), topic(3, 0, 160), topic(4, 200, 160)}, {{1, 2}});
+  map.relationships.append(Relationship{edgeId(70), topicId(3), topicId(4), QString(), QStringLiteral("#888888"), {}});
+  return map;
+}
+
+// The first topic is centred, so that a canvas point p shows at p + (400, 300). The relationship of topics 3 and 4 bows by
+// a fifth of its length: its middle is (100, 180).
+struct HandleWindow : testing::Test {
+  WindowRig rig{linkedMap()};
+
+  static QPoint shown(int x, int y) { return {400 + x, 300 + y}; }
+  const SharedArray<Edge>& edges() { return rig.editor.mindMap().edges; }
+  const SharedArray<Relationship>& relationships() { return rig.editor.mindMap().relationships; }
+  void dragHandleOfThird(QPoint by, Qt::KeyboardModifiers modifiers = {}) {
+    rig.clock.advance(std::chrono::seconds(1));
+    rig.click(rig.at(3));
+    const QPoint handle = rig.at(3, {rig.partBeside(3, CanvasTarget::Kind::connectionHandle).value() + 3, 0});
+    rig.drag(handle, handle + by, Qt::LeftButton, modifiers);
+  }
+};
+
+}  // namespace
+
+TEST_F(HandleWindow, ConnectionHandleDrawsAnEdgeToATopic) {
+  dragHandleOfThird({195, 5});
+  ASSERT_EQ(edges().size(), 2u);
+  EXPECT_EQ(edges()[1].from, topicId(3));
+  EXPECT_EQ(edges()[1].to, topicId(4));
+}
+
+TEST_F(HandleWindow, ConnectionHandleWithShiftDrawsARelationship) {
+  dragHandleOfThird({200, -160}, Qt::ShiftModifier);
+  EXPECT_EQ(edges().size(), 1u);
+  ASSERT_EQ(relationships().size(), 2u);
+  EXPECT_EQ(relationships()[1].from, topicId(3));
+  EXPECT_EQ(relationships()[1].to, topicId(2));
+}
+
+TEST_F(HandleWindow, ConnectionHandleOnFreeCanvasMakesAChildThereAlsoWithShift) {
+  dragHandleOfThird({-60, 70});
+  dragHandleOfThird({-160, 70}, Qt::ShiftModifier);
+  ASSERT_EQ(rig.editor.mindMap().nodes.size(), 6u);
+  EXPECT_EQ(rig.editor.mindMap().nodes[4].position, QPointF(-60, 230));
+  EXPECT_EQ(rig.editor.mindMap().nodes[5].position, QPointF(-160, 230));
+  EXPECT_EQ(rig.editor.treeInfo().parent(rig.editor.mindMap().nodes[5].id), topicId(3));
+}
+
+TEST_F(HandleWindow, ConnectionHandleShowsItsTargetOnTheWay) {
+  rig.click(rig.at(3));
+  const QPoint handle = rig.at(3, {rig.partBeside(3, CanvasTarget::Kind::connectionHandle).value() + 3, 0});
+  const QPoint border = rig.at(4, {0, 0});
+  const QImage before = rig.view.grab().toImage();
+  rig.mouse(QTest::MousePress, handle);
+  rig.mouse(QTest::MouseMove, handle + QPoint(210, 0));
+  EXPECT_EQ(rig.view.gestures().state().handleDragTargetID, topicId(4));
+  // The dashes of the preview lie between the two, and a border marks the target.
+  const QImage during = rig.view.grab().toImage();
+  int changed = 0;
+  for (int y = border.y() - 25; y < border.y() + 25; ++y) changed += before.pixel(border.x(), y) != during.pixel(border.x(), y);
+  EXPECT_GE(changed, 4);
+  rig.key(Qt::Key_Escape);
+  EXPECT_FALSE(rig.view.gestures().state().handleDragSourceID);
+  rig.mouse(QTest::MouseRelease, handle + QPoint(210, 0));
+  EXPECT_EQ(edges().size(), 1u);
+}
+
+TEST_F(HandleWindow, EndsOfASelectedEdgeAreDraggedToOtherTopics) {
+  rig.click(shown(100, 0));
+  ASSERT_EQ(rig.editor.selectedEdgeIDs(), IdSet({edgeId(0)}));
+  rig.drag(shown(200, 0), shown(210, 150));
+  EXPECT_EQ(edges()[0].to, topicId(4));
+  rig.drag(shown(0, 0), shown(5, 155));
+  EXPECT_EQ(edges()[0].from, topicId(3));
+  EXPECT_EQ(rig.editor.undoCount(), 2);
+}
+
+TEST_F(HandleWindow, ClickOnAnEndOfASelectedEdgeSelectsItsTopic) {
+  rig.click(shown(100, 0));
+  rig.click(shown(200, 0));
+  EXPECT_EQ(rig.editor.selectedNodeIDs(), IdSet({topicId(2)}));
+  EXPECT_TRUE(rig.editor.selectedEdgeIDs().empty());
+}
+
+TEST_F(HandleWindow, SelectedEdgeIsBentByItsMiddle) {
+  rig.click(shown(100, 0));
+  rig.drag(shown(100, 0), shown(110, -40));
+  EXPECT_EQ(edges()[0].controlPointOffset, QPointF(10, -40));
+  EXPECT_EQ(rig.editor.undoCount(), 1);
+}
+
+TEST_F(HandleWindow, SelectedRelationshipIsBentAndDeleted) {
+  rig.click(rig.at(1));
+  rig.click(shown(100, 180));
+  ASSERT_EQ(rig.view.gestures().state().selectedRelationshipID, edgeId(70));
+  EXPECT_TRUE(rig.editor.selectedNodeIDs().empty());
+  rig.drag(shown(100, 180), shown(110, 200));
+  EXPECT_EQ(relationships()[0].controlPointOffset, QPointF(10, 20));
+  // Half of the offset reaches the middle, and the button stands 15 above it.
+  rig.click(shown(105, 190 - 15));
+  EXPECT_TRUE(relationships().empty());
+  EXPECT_FALSE(rig.view.gestures().state().selectedRelationshipID);
+  rig.editor.undo();
+  EXPECT_EQ(relationships().size(), 1u);
+}
+
+TEST_F(HandleWindow, HandlesOfARelationshipAreHitAboveATopic) {
+  rig.editor.createFreeNode(100, 172);
+  rig.editor.setNodeTitle(*rig.editor.firstSelectedNode(), QStringLiteral("x"));
+  rig.click(shown(60, 177));
+  ASSERT_EQ(rig.view.gestures().state().selectedRelationshipID, edgeId(70));
+  rig.drag(shown(100, 180), shown(100, 220));
+  EXPECT_EQ(relationships()[0].controlPointOffset, QPointF(0, 40));
+  rig.click(shown(100, 200 - 15));
+  EXPECT_TRUE(relationships().empty());
+  EXPECT_EQ(rig.editor.mindMap().nodes.size(), 5u);
+}
+
+TEST_F(HandleWindow, BranchModeConnectsOnAClick) {
+  rig.click(rig.at(1));
+  rig.editor.startEdgeCreation();
+  rig.click(rig.at(4));
+  ASSERT_EQ(edges().size(), 2u);
+  EXPECT_EQ(edges()[1].from, topicId(1));
+  EXPECT_EQ(edges()[1].to, topicId(4));
+  EXPECT_FALSE(rig.editor.isEdgeCreationMode());
+}
