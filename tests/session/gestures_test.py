@@ -14,7 +14,7 @@ import sys
 import time
 
 sys.dont_write_bytecode = True
-from editor_session import Editor, Session, differences
+from editor_session import Editor, Session, differences, wait_until
 
 DOUBLE_CLICK_SECONDS = 0.45
 ACCENT = "#0A6CFF"
@@ -77,7 +77,7 @@ class Hands:
     def __init__(self, session, editor):
         self.session = session
         self.editor = editor
-        self.last_click = 0.0
+        self.last_place, self.last_click = None, 0.0
         self.fit()
         self.base = editor.save()
 
@@ -95,9 +95,11 @@ class Hands:
         self.editor.xdo(*words)
 
     def click(self, point, hold=None, button=1, count=1):
-        time.sleep(max(0.0, self.last_click + DOUBLE_CLICK_SECONDS - time.monotonic()))
-        self.do(("mousemove", *self.on_screen(point)), ("click", "--repeat", count, "--delay", 60, button), hold=hold)
-        self.last_click = time.monotonic()
+        place = self.on_screen(point)
+        if place == self.last_place:
+            time.sleep(max(0.0, self.last_click + DOUBLE_CLICK_SECONDS - time.monotonic()))
+        self.do(("mousemove", *place), ("click", "--repeat", count, "--delay", 60, button), hold=hold)
+        self.last_place, self.last_click = place, time.monotonic()
 
     def click_title(self, title, **arguments):
         self.click(POSITIONS[title], **arguments)
@@ -108,7 +110,6 @@ class Hands:
         pauses = [word for step in steps for word in (step, ("sleep", 0.02))]
         self.do(("mousemove", x, y), ("sleep", 0.02), ("mousedown", button), *pauses, *(last or []),
                 ("mouseup", button), hold=hold)
-        self.last_click = time.monotonic()
 
     def drag_to(self, start, end, **arguments):
         (x, y), (to_x, to_y) = self.on_screen(start), self.on_screen(end)
@@ -352,6 +353,30 @@ def regions(hands):
     hands.undo()
 
 
+def image_drop(hands):
+    """Another program drags a picture onto a topic, whose menu then takes it away again."""
+    session = hands.session
+    picture = session.home / "picture.png"
+    subprocess.run(["convert", "-size", "60x40", "xc:#C03030", str(picture)], check=True)
+    x, y = 1310, 100  # beside the editor's window
+    program = session.programs.parent / "support_programs" / "support_drag_a_file"
+    source = subprocess.Popen([str(program), str(picture), str(x), str(y)], env=session.environment)
+    try:
+        wait_until("the window to drag from", lambda: hands.editor.xdo("search", "--onlyvisible", "--pid", str(source.pid),
+                                                                       check=False))
+        to_x, to_y = hands.on_screen(POSITIONS["Gamma"])
+        hands.do(("mousemove", x + 30, y + 30), ("sleep", 0.1), ("mousedown", 1), ("sleep", 0.1), ("mousemove", x, y + 50),
+                 ("sleep", 0.1), ("mousemove", to_x + 5, to_y), ("sleep", 0.1), ("mousemove", to_x, to_y), ("sleep", 0.1),
+                 ("mouseup", 1), ("sleep", 0.3))
+        assert node(hands.save(), "Gamma").get("imageData"), "the picture did not arrive"
+    finally:
+        source.terminate()
+        source.wait()
+    hands.menu(POSITIONS["Gamma"], "Down", "Down", "Down", "Return")
+    assert not node(hands.save(), "Gamma").get("imageData"), "the picture is still there"
+    hands.undo()
+
+
 def panning_and_zooming(hands):
     def pan(by):
         hands.offset = [hands.offset[0] + by[0], hands.offset[1] + by[1]]
@@ -416,7 +441,7 @@ def presentation(hands):
 
 
 STEPS = [taps_and_titles, box_and_topic_drags, connections, relationships, edges, branch_mode, menus_of_topics, regions,
-         panning_and_zooming, keys_and_cards, presentation]
+         image_drop, panning_and_zooming, keys_and_cards, presentation]
 
 
 def main():
