@@ -22,7 +22,8 @@ QRgb mixed(QRgb a, QRgb b, double weight) {
 }  // namespace
 
 void BoxPicture::prepare(double scale) {
-  if (scale == m_scale) return;
+  // Transforms of one zoom come out a hair different.
+  if (std::abs(scale - m_scale) < 1e-9 * m_scale) return;
   m_scale = scale;
   m_corners.clear();
   m_last = nullptr;
@@ -81,10 +82,10 @@ bool BoxPicture::paint(QPainter& painter, const QRect& box, QRgb fill, QRgb bord
   const double width = borderWidth * m_scale;
   const int whole = static_cast<int>(width);
   const auto frame = [&](int inset, int thickness, QRgb color) {
-    if (seen.has(SeenPatches::top)) paintPart(box.x() + side, box.y() + inset, across, thickness, color);
-    if (seen.has(SeenPatches::bottom)) paintPart(box.x() + side, bottom - inset - thickness, across, thickness, color);
-    if (seen.has(SeenPatches::left)) paintPart(box.x() + inset, box.y() + side, thickness, down, color);
-    if (seen.has(SeenPatches::right)) paintPart(right - inset - thickness, box.y() + side, thickness, down, color);
+    if (seen.hasTop()) paintPart(box.x() + side, box.y() + inset, across, thickness, color);
+    if (seen.hasBottom()) paintPart(box.x() + side, bottom - inset - thickness, across, thickness, color);
+    if (seen.hasLeft()) paintPart(box.x() + inset, box.y() + side, thickness, down, color);
+    if (seen.hasRight()) paintPart(right - inset - thickness, box.y() + side, thickness, down, color);
   };
   if (whole > 0) frame(0, whole, border);
   if (width > whole) frame(whole, 1, mixed(border, fill, width - whole));

@@ -105,8 +105,8 @@ void BoxShadow::paint(QPainter& painter, const QRectF& deviceBox, const SeenPatc
     const int length = std::min(stretchLength, end - x);
     const int upperRim = std::min(rim, upper);
     const int lowerRim = std::min(rim, lower);
-    if (seen.has(SeenPatches::top)) painter.drawImage(x, top, m_across, 0, 0, length, upperRim);
-    if (seen.has(SeenPatches::bottom))
+    if (seen.hasTop()) painter.drawImage(x, top, m_across, 0, 0, length, upperRim);
+    if (seen.hasBottom())
       painter.drawImage(x, bottom - lowerRim, m_across, 0, side - lowerRim, length, lowerRim);
   }
   const int first = std::max(top + m_corner, seen.pixels.top());
@@ -114,8 +114,8 @@ void BoxShadow::paint(QPainter& painter, const QRectF& deviceBox, const SeenPatc
   const int sideRim = std::min(rim, m_corner);
   for (int y = first; y < last; y += stretchLength) {
     const int length = std::min(stretchLength, last - y);
-    if (seen.has(SeenPatches::left)) painter.drawImage(left, y, m_down, 0, 0, sideRim, length);
-    if (seen.has(SeenPatches::right))
+    if (seen.hasLeft()) painter.drawImage(left, y, m_down, 0, 0, sideRim, length);
+    if (seen.hasRight())
       painter.drawImage(left + width - sideRim, y, m_down, side - sideRim, 0, sideRim, length);
   }
 }

@@ -16,6 +16,11 @@ struct SeenPatches {
   QRect pixels;  // holds all that is in sight
 
   bool has(Patch patch) const { return patches >> patch & 1U; }
+  // Whole sides with their corner patches: what stretches from corner to corner begins within these.
+  bool hasTop() const { return patches & 0x007; }
+  bool hasBottom() const { return patches & 0x1C0; }
+  bool hasLeft() const { return patches & 0x049; }
+  bool hasRight() const { return patches & 0x124; }
 };
 
 // The soft shadow below topics: blurred once for a scale, then put together from pieces of that picture, because a blur at

@@ -6,14 +6,13 @@
 #include <QPainter>
 
 #include "canvas/geometry/Polygons.h"
+#include "canvas/painting/TileWalk.h"
 
 namespace quilmora {
 
 namespace {
 
 constexpr double unselectedOpacity = 0.8;
-constexpr double previewOpacity = 0.6;
-constexpr double previewWidth = 2.0;
 // In device pixels: thinner ribbons are drawn as lines, and curves are sampled this densely.
 constexpr double minRibbonWidth = 1.3;
 constexpr double sampleStep = 7.0;
@@ -23,6 +22,8 @@ constexpr double straightLength = 14.0;
 constexpr std::size_t maxSmoothLineCount = 2500;
 constexpr double minSmoothLineScale = 0.25;
 constexpr double minDashScale = 0.3;
+constexpr double dashLength = 5.0;
+constexpr std::size_t bundleSize = 64;
 
 QColor withOpacity(QRgb rgb, double opacity) {
   QColor color(rgb);
@@ -50,24 +51,21 @@ void addPolygon(QPainterPath& path, const std::vector<QPointF>& points) {
 
 // --- Collecting ---
 
-void EdgeLayer::collect() {
+void EdgeLayer::collect(std::size_t edge) {
   const MapIndex& index = *m_context.scene.index;
-  const std::vector<std::uint32_t>& nodeOfNumber = index.nodeOfNumber();
-  const CoverageGrid& coverage = m_context.pictures.coverage;
-  const std::size_t count = std::min(index.edgeFrom().size(), m_context.sketch.edges().size());
-  const auto look = [&](std::size_t i) {
-    const std::uint32_t from = nodeOfNumber[index.edgeFrom()[i]];
-    const std::uint32_t to = nodeOfNumber[index.edgeTo()[i]];
-    if (from == MapIndex::npos || to == MapIndex::npos) return;
-    if (m_context.isHidden(from) || m_context.isHidden(to)) return;
-    collectEdge(i, from, to);
-  };
-  const auto isDone = [&] { return coverage.isActive() && coverage.isAllCovered(); };
-  if (const auto* inSight = m_context.scene.edgesInSight) {
-    for (std::size_t k = inSight->size(); k-- > 0 && !isDone();) look((*inSight)[k]);
-  } else {
-    for (std::size_t i = count; i-- > 0 && !isDone();) look(i);
-  }
+  const std::uint32_t from = index.nodeOfNumber()[index.edgeFrom()[edge]];
+  const std::uint32_t to = index.nodeOfNumber()[index.edgeTo()[edge]];
+  if (from == MapIndex::npos || to == MapIndex::npos) return;
+  if (m_context.isHidden(from) || m_context.isHidden(to)) return;
+  collectEdge(edge, from, to);
+}
+
+void EdgeLayer::collectionEnded() {
+  // In an order that does not depend on which edges are in sight.
+  std::ranges::sort(m_batches, {}, [](const LineBatch& batch) { return std::pair(batch.color, batch.width); });
+  for (std::size_t batch = 0; batch < m_batches.size(); ++batch)
+    for (std::size_t first = 0; first < m_batches[batch].lines.size(); first += bundleSize)
+      m_bundles.push_back({batch, first, std::min(bundleSize, m_batches[batch].lines.size() - first)});
 }
 
 EdgeStyle::TaperConfig EdgeLayer::widths(std::size_t edge) const {
@@ -96,7 +94,7 @@ QPointF EdgeLayer::toDevice(QPointF point) const {
 
 // Whether a piece of an edge can be seen at all: not outside, not below what is painted later.
 bool EdgeLayer::isSeen(const QRectF& piece) const {
-  const CoverageGrid& coverage = m_context.pictures.coverage;
+  const CoverageGrid& coverage = m_context.coverage;
   if (!coverage.isActive()) return touches(piece, m_context.exposed);
   const QTransform& device = m_context.toDevice;
   const QRectF pixels(QPointF(piece.left() * device.m11() + device.dx(), piece.top() * device.m22() + device.dy()),
@@ -107,16 +105,6 @@ bool EdgeLayer::isSeen(const QRectF& piece) const {
 void EdgeLayer::collectEdge(std::size_t edge, std::uint32_t from, std::uint32_t to) {
   const MapIndex& index = *m_context.scene.index;
   const auto& sketch = m_context.sketch.edges()[edge];
-  const bool isPreview = m_context.isDragging() && (m_context.isNodeSelected(index.edgeFrom()[edge]) ||
-                                                    m_context.isNodeSelected(index.edgeTo()[edge]));
-  if (isPreview) {
-    QPointF a = m_context.shownPosition(from);
-    QPointF b = m_context.shownPosition(to);
-    if (!clipSegment(a, b, m_context.drawable)) return;
-    m_previews.emplace_back(a, b);
-    m_previewColors.push_back(sketch.color);
-    return;
-  }
   const QPointF a = index.positions()[from];
   const QPointF b = index.positions()[to];
   const EdgeStyle::TaperConfig taper = widths(edge);
@@ -141,7 +129,7 @@ void EdgeLayer::collectLine(std::size_t edge, QPointF a, QPointF b, QPointF bend
   const QRgb color = qRgba(qRed(rgb), qGreen(rgb), qBlue(rgb), static_cast<int>(std::lround(fade * 255)));
   const double shownWidth = std::clamp(deviceWidth, 1.0, minRibbonWidth);
   LineBatch& batch = batchOf(color, static_cast<float>(shownWidth));
-  CoverageGrid& coverage = m_context.pictures.coverage;
+  CoverageGrid& coverage = m_context.coverage;
   const auto add = [&](QPointF from, QPointF to) {
     if (!isSeen(hullOf(from, to)) || !clipSegment(from, to, m_context.drawable)) return;
     batch.lines.emplace_back(from, to);
@@ -155,12 +143,19 @@ void EdgeLayer::collectLine(std::size_t edge, QPointF a, QPointF b, QPointF bend
     const auto controls = edgeControlPoints(a, b, bend);
     const double extent = std::min(length + std::hypot(bend.x(), bend.y()) * m_context.scale, 2000.0);
     const int steps = std::clamp(static_cast<int>(extent / (2 * sampleStep)), 4, 40);
-    QPointF previous = a;
-    for (int step = 1; step <= steps; ++step) {
+    const auto pointAt = [&](int step) {
       const double t = static_cast<double>(step) / steps;
       const double u = 1.0 - t;
-      const QPointF next =
-          a * (u * u * u) + controls[0] * (3 * u * u * t) + controls[1] * (3 * u * t * t) + b * (t * t * t);
+      return a * (u * u * u) + controls[0] * (3 * u * u * t) + controls[1] * (3 * u * t * t) + b * (t * t * t);
+    };
+    CurveShare share;
+    const double reach = 2.0 / m_context.scale;
+    if (bend.isNull()) share = curveShareIn(sight().adjusted(-reach, -reach, reach, reach), a, b);
+    const int first = static_cast<int>(std::floor(share.first * steps));
+    const int last = share.isEmpty() ? first : static_cast<int>(std::ceil(share.last * steps));
+    QPointF previous = pointAt(first);
+    for (int step = first + 1; step <= last; ++step) {
+      const QPointF next = pointAt(step);
       add(previous, next);
       previous = next;
     }
@@ -209,17 +204,16 @@ EdgeLayer::Samples EdgeLayer::samplesInSight(const TaperedConnector& connector, 
                        std::hypot(b.x() - a.x(), b.y() - a.y());
     count = std::min(count, static_cast<int>(std::clamp(way * m_context.scale / sampleStep, 6.0, 100.0)));
   }
-  const double dx = b.x() - a.x();
-  const bool isEven = connector.controlPoint1.x() == a.x() + dx / 3.0;
-  if (!isEven || std::abs(dx) < 1e-9) return {0, count, count};
-  const CoverageGrid& coverage = m_context.pictures.coverage;
-  const QRectF seen =
-      coverage.isActive() ? m_context.toDevice.inverted().mapRect(coverage.pixels()) : m_context.exposed;
-  double low = (seen.left() - reach - a.x()) / dx;
-  double high = (seen.right() + reach - a.x()) / dx;
-  if (low > high) std::swap(low, high);
-  return {static_cast<int>(std::floor(std::clamp(low, 0.0, 1.0) * count)),
-          static_cast<int>(std::ceil(std::clamp(high, 0.0, 1.0) * count)), count};
+  const bool isUnbent = connector.controlPoint1 == edgeControlPoints(a, b, std::nullopt)[0];
+  if (!isUnbent) return {0, count, count};
+  const CurveShare share = curveShareIn(sight().adjusted(-reach, -reach, reach, reach), a, b);
+  if (share.isEmpty()) return {0, 0, count};
+  return {static_cast<int>(std::floor(share.first * count)), static_cast<int>(std::ceil(share.last * count)), count};
+}
+
+QRectF EdgeLayer::sight() const {
+  const CoverageGrid& coverage = m_context.coverage;
+  return coverage.isActive() ? m_context.toDevice.inverted().mapRect(coverage.pixels()) : m_context.exposed;
 }
 
 void EdgeLayer::collectRibbon(std::size_t edge, const TaperedConnector& connector, double halfWidth) {
@@ -244,14 +238,14 @@ void EdgeLayer::collectRibbon(std::size_t edge, const TaperedConnector& connecto
     reachesEnd = samples.last == samples.count;
   }
   addHead(edge, connector, reachesEnd);
-  if (m_context.pictures.coverage.isActive()) m_context.pictures.coverage.finishShape(opacity(edge));
+  if (m_context.coverage.isActive()) m_context.coverage.finishShape(opacity(edge));
 }
 
 void EdgeLayer::addStretch(std::size_t edge, const TaperedConnector& connector, int first, int last, int count) {
   const std::size_t begin = m_points.size();
   const auto length = static_cast<std::size_t>(last - first + 1);
   m_points.resize(begin + 2 * length);
-  CoverageGrid& coverage = m_context.pictures.coverage;
+  CoverageGrid& coverage = m_context.coverage;
   for (std::size_t k = 0; k < length; ++k) {
     const auto [left, right] = connector.sidesAt((static_cast<double>(first) + static_cast<double>(k)) / count);
     QPointF* points = m_points.data() + begin;
@@ -278,21 +272,15 @@ void EdgeLayer::addHead(std::size_t edge, const TaperedConnector& connector, boo
 
 // --- Painting ---
 
-void EdgeLayer::paint() {
-  m_painter.setPen(Qt::NoPen);
-  if (m_context.options.exactPixels) {
-    paintExactly();
-    return;
-  }
-  for (std::size_t k = m_pieces.size(); k-- > 0;) {
-    const Piece& piece = m_pieces[k];
-    paintPiece(piece);
-    const bool isLastOfEdge = k == 0 || m_pieces[k - 1].edge != piece.edge;
-    if (isLastOfEdge && m_context.sketch.edges()[piece.edge].isDashed && m_context.scale >= minDashScale)
-      paintDashes(piece.edge);
-  }
-  paintLines();
-  paintPreviews();
+void EdgeLayer::paintPiece(std::size_t number) {
+  if (m_context.options.exactPixels) return paintExactly();
+  if (number >= m_pieces.size()) return paintLines(m_bundles[number - m_pieces.size()]);
+  const std::size_t k = m_pieces.size() - 1 - number;
+  const Piece& piece = m_pieces[k];
+  paintRibbon(piece);
+  const bool isLastOfEdge = k == 0 || m_pieces[k - 1].edge != piece.edge;
+  if (isLastOfEdge && m_context.sketch.edges()[piece.edge].isDashed && m_context.scale >= minDashScale)
+    paintDashes(piece.edge);
 }
 
 std::vector<QPointF> EdgeLayer::clipped(const QPointF* points, std::size_t count) const {
@@ -302,7 +290,8 @@ std::vector<QPointF> EdgeLayer::clipped(const QPointF* points, std::size_t count
   return clippedPolygon(std::span(points, count), drawable);
 }
 
-void EdgeLayer::paintPiece(const Piece& piece) {
+void EdgeLayer::paintRibbon(const Piece& piece) {
+  m_painter.setPen(Qt::NoPen);
   const std::vector<QPointF> stretch = clipped(m_points.data() + piece.first, piece.count);
   const std::vector<QPointF> head = clipped(m_points.data() + piece.first + piece.count, piece.headCount);
   m_painter.setBrush(withOpacity(m_context.sketch.edges()[piece.edge].color, opacity(piece.edge)));
@@ -320,44 +309,42 @@ void EdgeLayer::paintPiece(const Piece& piece) {
   }
 }
 
-void EdgeLayer::paintLines() {
-  const bool isSmooth = m_context.sketch.edges().size() <= maxSmoothLineCount || m_context.scale >= minSmoothLineScale;
-  m_painter.setRenderHint(QPainter::Antialiasing, isSmooth);
-  for (const LineBatch& batch : m_batches) {
-    if (batch.lines.empty()) continue;
-    QPen pen(QColor::fromRgba(batch.color), isSmooth ? static_cast<double>(batch.width) : 1.0);
-    pen.setCosmetic(true);
-    pen.setCapStyle(Qt::FlatCap);
-    m_painter.setPen(pen);
-    m_painter.drawLines(batch.lines.data(), static_cast<int>(batch.lines.size()));
-  }
-  m_painter.setRenderHint(QPainter::Antialiasing, true);
+bool EdgeLayer::isSmooth() const {
+  return m_context.sketch.edges().size() <= maxSmoothLineCount || m_context.scale >= minSmoothLineScale;
 }
 
-void EdgeLayer::paintPreviews() {
-  for (std::size_t k = m_previews.size(); k-- > 0;) {
-    m_painter.setPen(QPen(withOpacity(m_previewColors[k], previewOpacity), previewWidth));
-    m_painter.drawLine(m_previews[k]);
-  }
+void EdgeLayer::paintLines(const Bundle& bundle) {
+  const LineBatch& batch = m_batches[bundle.batch];
+  QPen pen(QColor::fromRgba(batch.color), isSmooth() ? static_cast<double>(batch.width) : 1.0);
+  pen.setCosmetic(true);
+  pen.setCapStyle(Qt::FlatCap);
+  m_painter.setPen(pen);
+  m_painter.setRenderHint(QPainter::Antialiasing, isSmooth());
+  m_painter.drawLines(batch.lines.data() + bundle.first, static_cast<int>(bundle.count));
+  m_painter.setRenderHint(QPainter::Antialiasing, true);
 }
 
 void EdgeLayer::paintDashes(std::size_t edge) {
   const TaperedConnector connector = connectorOf(edge);
-  const std::vector<QPointF> whole = connector.outline(samplesInSight(connector, 0.0).count);
-  const std::vector<QPointF> outline = clipped(whole.data(), whole.size());
+  const std::vector<QPointF> outline = connector.outline(samplesInSight(connector, 0.0).count);
+  const double reach = 2.0 / m_context.scale;
+  const QRectF seen = m_context.exposed.adjusted(-reach, -reach, reach, reach);
+  std::vector<QLineF> dashes;
+  double passed = 0.0;
+  for (std::size_t k = 0; k < outline.size(); ++k) {
+    const QPointF start = outline[k];
+    const QPointF end = outline[(k + 1) % outline.size()];
+    QPointF from = start;
+    QPointF to = end;
+    if (clipSegment(from, to, seen))
+      addDashes(dashes, QLineF(from, to), passed + QLineF(start, from).length(), dashLength, dashLength);
+    passed += QLineF(start, end).length();
+  }
   QPen pen(withOpacity(m_context.sketch.edges()[edge].color, 0.5 * opacity(edge)), 1.0);
   pen.setCapStyle(Qt::FlatCap);
-  pen.setDashPattern({5.0, 5.0});
   m_painter.setPen(pen);
-  m_painter.setBrush(Qt::NoBrush);
-  m_painter.drawPolygon(outline.data(), static_cast<int>(outline.size()));
+  m_painter.drawLines(dashes.data(), static_cast<int>(dashes.size()));
   m_painter.setPen(Qt::NoPen);
-}
-
-void paintEdges(QPainter& painter, const PaintContext& context) {
-  EdgeLayer layer(painter, context);
-  layer.collect();
-  layer.paint();
 }
 
 }  // namespace quilmora

@@ -18,8 +18,14 @@ class EdgeLayer {
  public:
   EdgeLayer(QPainter& painter, const PaintContext& context) : m_painter(painter), m_context(context) {}
 
-  void collect();
-  void paint();
+  // Edges are collected one by one, the topmost first.
+  void collect(std::size_t edge);
+  void collectionEnded();
+  // What was collected is painted piece by piece.
+  std::size_t pieceCount() const {
+    return m_context.options.exactPixels ? 1 : m_pieces.size() + m_bundles.size();
+  }
+  void paintPiece(std::size_t number);
 
  private:
   // Thin edges of one colour and width, drawn together.
@@ -27,6 +33,12 @@ class EdgeLayer {
     QRgb color;
     float width;  // device pixels
     std::vector<QLineF> lines;
+  };
+  // As many lines of a batch as are drawn in one piece.
+  struct Bundle {
+    std::size_t batch;
+    std::size_t first;
+    std::size_t count;
   };
   // A stretch of a ribbon: a closed polygon in m_points. With a head it is the ribbon's last one.
   struct Piece {
@@ -54,17 +66,18 @@ class EdgeLayer {
   void collectLine(std::size_t edge, QPointF a, QPointF b, QPointF bend, double deviceWidth);
   void collectRibbon(std::size_t edge, const TaperedConnector& connector, double halfWidth);
   TaperedConnector connectorOf(std::size_t edge, QPointF a, QPointF b) const;
+  QRectF sight() const;
   Samples samplesInSight(const TaperedConnector& connector, double reach) const;
   void addStretch(std::size_t edge, const TaperedConnector& connector, int first, int last, int count);
   void addHead(std::size_t edge, const TaperedConnector& connector, bool isBehindStretch);
   LineBatch& batchOf(QRgb color, float width);
 
-  void paintPiece(const Piece& piece);
+  bool isSmooth() const;
+  void paintRibbon(const Piece& piece);
   void paintExactly();
   void addExactly(QPainterPath& path, const QPointF* points, std::size_t count) const;
   QPainterPath exactDashes(std::size_t edge) const;
-  void paintLines();
-  void paintPreviews();
+  void paintLines(const Bundle& bundle);
   void paintDashes(std::size_t edge);
   std::vector<QPointF> clipped(const QPointF* points, std::size_t count) const;
 
@@ -72,9 +85,8 @@ class EdgeLayer {
   const PaintContext& m_context;
   std::vector<QPointF> m_points;
   std::vector<Piece> m_pieces;  // of the topmost edge first
-  std::vector<QLineF> m_previews;
-  std::vector<QRgb> m_previewColors;
   std::vector<LineBatch> m_batches;
+  std::vector<Bundle> m_bundles;
   std::unordered_map<quint64, std::size_t> m_batchOfKey;
   std::size_t m_lastBatch = 0;
 };

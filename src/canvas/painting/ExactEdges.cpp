@@ -44,6 +44,7 @@ void EdgeLayer::addExactly(QPainterPath& path, const QPointF* points, std::size_
 }
 
 void EdgeLayer::paintExactly() {
+  m_painter.setPen(Qt::NoPen);
   const QTransform transform = m_painter.transform();
   m_painter.setTransform(m_context.toDevice.inverted() * transform);
   const auto colored = [&](std::size_t edge, double share) {

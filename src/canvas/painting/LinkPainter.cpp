@@ -43,8 +43,9 @@ bool isDragged(const PaintContext& context, HandleKind kind, const QUuid& ownerI
 }
 
 void paintBendHandle(QPainter& painter, const PaintContext& context, QPointF position, HandleKind kind,
-                     const QUuid& ownerID) {
-  const QColor fill = withOpacity(context.colors.bendHandle, isDragged(context, kind, ownerID) ? 1.0 : 0.7);
+                     const QUuid& ownerID, HandleState state) {
+  if (isDragged(context, kind, ownerID) != (state == HandleState::dragged)) return;
+  const QColor fill = withOpacity(context.colors.bendHandle, state == HandleState::dragged ? 1.0 : 0.7);
   paintHandle(painter, position + dragged(context, kind, ownerID),
               {HandleMetrics::edgeHandleDiameter, fill, Qt::white, 1.5, withOpacity(Qt::black, 0.2), 2.0});
 }
@@ -54,20 +55,6 @@ constexpr double dashLength = 8.0;
 constexpr double gapLength = 4.0;
 // In device pixels a canvas unit: from farther away dashes run together anyway.
 constexpr double minDashScale = 0.15;
-
-// Adds the dashes of one straight stretch that begins at `phase` of the pattern.
-void addDashes(std::vector<QLineF>& dashes, QPointF from, QPointF to, double phase) {
-  constexpr double period = dashLength + gapLength;
-  const double length = QLineF(from, to).length();
-  if (!(length > 0)) return;
-  const QPointF direction = (to - from) / length;
-  double start = -std::fmod(phase, period);
-  for (; start < length; start += period) {
-    const double low = std::max(start, 0.0);
-    const double high = std::min(start + dashLength, length);
-    if (high > low) dashes.emplace_back(from + direction * low, from + direction * high);
-  }
-}
 
 // Draws what is in sight of a curve, however far it goes: dashes are made for that part alone, because stroking a dashed path
 // costs by its whole length.
@@ -85,7 +72,7 @@ void paintCurve(QPainter& painter, const PaintContext& context, const Relationsh
     QPointF to = next;
     if (clipSegment(from, to, seen)) {
       if (isDashed)
-        addDashes(lines, from, to, passed + QLineF(previous, from).length());
+        addDashes(lines, QLineF(from, to), passed + QLineF(previous, from).length(), dashLength, gapLength);
       else
         lines.emplace_back(from, to);
     }
@@ -98,7 +85,34 @@ void paintCurve(QPainter& painter, const PaintContext& context, const Relationsh
   painter.drawLines(lines.data(), static_cast<int>(lines.size()));
 }
 
-void paintDeleteButton(QPainter& painter, const PaintContext& context, QPointF center) {
+// Between existing topics in sight.
+std::optional<RelationshipCurve> curveOf(const PaintContext& context, const Relationship& relationship) {
+  const auto from = context.shownNode(relationship.from);
+  const auto to = context.shownNode(relationship.to);
+  if (!from || !to) return std::nullopt;
+  const QPointF a = context.shownPosition(*from);
+  const QPointF b = context.shownPosition(*to);
+  if (!isFinite(a) || !isFinite(b)) return std::nullopt;
+  const RelationshipCurve curve(a, b, relationship.controlPointOffset);
+  const QRectF bounds = curve.bounds().adjusted(-20, -40, 20, 20);
+  if (!isFinite(bounds) || !bounds.intersects(context.exposed)) return std::nullopt;
+  return curve;
+}
+
+}  // namespace
+
+void paintRelationship(QPainter& painter, const PaintContext& context, const Relationship& relationship) {
+  const auto curve = curveOf(context, relationship);
+  if (curve) paintCurve(painter, context, *curve, withOpacity(colorFromHex(relationship.color), 0.6));
+}
+
+void paintRelationshipHandles(QPainter& painter, const PaintContext& context, const Relationship& relationship,
+                              HandleState state) {
+  const auto curve = curveOf(context, relationship);
+  if (!curve || !context.drawable.contains(curve->midpoint())) return;
+  paintBendHandle(painter, context, curve->midpoint(), HandleKind::relationshipBend, relationship.id, state);
+  if (state == HandleState::dragged) return;
+  const QPointF center = deleteButtonCenter(curve->midpoint());
   const double disc = HandleMetrics::deleteButtonDiameter;
   painter.setPen(Qt::NoPen);
   painter.setBrush(Qt::white);
@@ -107,86 +121,53 @@ void paintDeleteButton(QPainter& painter, const PaintContext& context, QPointF c
               context.colors.deleteButton);
 }
 
-}  // namespace
-
-void paintRelationships(QPainter& painter, const PaintContext& context) {
-  const MapIndex& index = *context.scene.index;
-  for (const Relationship& relationship : context.scene.map->relationships) {
-    const auto from = context.shownNode(relationship.from);
-    const auto to = context.shownNode(relationship.to);
-    if (!from || !to) continue;
-    if (!isFinite(index.positions()[*from]) || !isFinite(index.positions()[*to])) continue;
-    const RelationshipCurve curve(context.shownPosition(*from), context.shownPosition(*to),
-                                  relationship.controlPointOffset);
-    const QRectF bounds = curve.bounds().adjusted(-20, -40, 20, 20);
-    if (!isFinite(bounds) || !bounds.intersects(context.exposed)) continue;
-    const QColor color = withOpacity(colorFromHex(relationship.color), 0.6);
-    paintCurve(painter, context, curve, color);
-  }
-}
-
-namespace {
-
-void paintEdgeHandles(QPainter& painter, const PaintContext& context) {
-  const IdSet* selected = context.scene.selectedEdgeIDs;
-  if (!selected || selected->empty()) return;
+void paintEdgeHandles(QPainter& painter, const PaintContext& context, std::size_t edgeIndex, HandleState state) {
+  const Edge& edge = context.scene.map->edges[edgeIndex];
+  const auto from = context.shownNode(edge.from);
+  const auto to = context.shownNode(edge.to);
+  if (!from || !to) return;
   const QRectF seen = context.exposed.adjusted(-20, -20, 20, 20);
   const HandleLook endLook{HandleMetrics::edgeHandleDiameter, context.colors.endpointHandle,    Qt::white, 2.0,
                            withOpacity(Qt::black, 0.2),       2.0};
-  for (const Edge& edge : context.scene.map->edges) {
-    if (!selected->contains(edge.id)) continue;
-    const auto from = context.shownNode(edge.from);
-    const auto to = context.shownNode(edge.to);
-    if (!from || !to) continue;
-    const QPointF a = context.shownPosition(*from);
-    const QPointF b = context.shownPosition(*to);
-    const QPointF source = a + dragged(context, HandleKind::edgeSource, edge.id);
-    const QPointF target = b + dragged(context, HandleKind::edgeTarget, edge.id);
-    if (seen.contains(source)) paintHandle(painter, source, endLook);
-    if (seen.contains(target)) paintHandle(painter, target, endLook);
-    const QPointF bend = TaperedConnector(edge, a, b).bendHandlePosition();
-    if (seen.contains(bend)) paintBendHandle(painter, context, bend, HandleKind::edgeBend, edge.id);
-  }
+  const QPointF a = context.shownPosition(*from);
+  const QPointF b = context.shownPosition(*to);
+  const auto paintEnd = [&](QPointF end, HandleKind kind) {
+    if (isDragged(context, kind, edge.id) != (state == HandleState::dragged)) return;
+    const QPointF center = end + dragged(context, kind, edge.id);
+    if (seen.contains(center)) paintHandle(painter, center, endLook);
+  };
+  paintEnd(a, HandleKind::edgeSource);
+  paintEnd(b, HandleKind::edgeTarget);
+  const QPointF bend = TaperedConnector(edge, a, b).bendHandlePosition();
+  if (seen.contains(bend + dragged(context, HandleKind::edgeBend, edge.id)))
+    paintBendHandle(painter, context, bend, HandleKind::edgeBend, edge.id, state);
 }
 
-void paintRelationshipHandles(QPainter& painter, const PaintContext& context) {
-  if (!context.scene.selectedRelationshipID) return;
-  for (const Relationship& relationship : context.scene.map->relationships) {
-    if (relationship.id != context.scene.selectedRelationshipID) continue;
-    const auto from = context.shownNode(relationship.from);
-    const auto to = context.shownNode(relationship.to);
-    if (!from || !to) continue;
-    const RelationshipCurve curve(context.shownPosition(*from), context.shownPosition(*to),
-                                  relationship.controlPointOffset);
-    const QPointF middle = curve.midpoint();
-    if (!context.exposed.adjusted(-20, -20, 20, 40).contains(middle)) continue;
-    paintBendHandle(painter, context, middle, HandleKind::relationshipBend, relationship.id);
-    paintDeleteButton(painter, context, deleteButtonCenter(middle));
-  }
-}
-
-}  // namespace
-
-void paintConnectorHandles(QPainter& painter, const PaintContext& context) {
-  paintEdgeHandles(painter, context);
-  paintRelationshipHandles(painter, context);
-}
-
-void paintConnectionDrag(QPainter& painter, const PaintContext& context) {
+std::optional<QLineF> connectionLine(const PaintContext& context) {
   const auto& drag = context.scene.connectionDrag;
-  if (!drag) return;
+  if (!drag) return std::nullopt;
   const auto source = context.shownNode(drag->sourceID);
-  if (!source) return;
-  QPointF from = context.shownPosition(*source);
+  if (!source) return std::nullopt;
   QPointF end = drag->end;
   if (drag->targetID)
     if (const auto target = context.shownNode(*drag->targetID)) end = context.shownPosition(*target);
-  QPointF to = end;
-  if (clipSegment(from, to, context.drawable)) {
-    painter.setPen(dashedPen(withOpacity(context.colors.selection, 0.6), 2.0, 6.0, 4.0));
-    painter.drawLine(from, to);
-  }
-  if (!context.drawable.contains(end)) return;
+  return QLineF(context.shownPosition(*source), end);
+}
+
+void paintConnectionLine(QPainter& painter, const PaintContext& context) {
+  const auto line = connectionLine(context);
+  if (!line) return;
+  QPointF from = line->p1();
+  QPointF to = line->p2();
+  if (!clipSegment(from, to, context.drawable)) return;
+  painter.setPen(dashedPen(withOpacity(context.colors.selection, 0.6), 2.0, 6.0, 4.0));
+  painter.drawLine(from, to);
+}
+
+void paintConnectionDisc(QPainter& painter, const PaintContext& context) {
+  const auto line = connectionLine(context);
+  if (!line || !context.drawable.contains(line->p2())) return;
+  const QPointF end = line->p2();
   paintHandle(painter, end,
               {HandleMetrics::connectionDragDiameter, context.colors.selection, Qt::transparent, 0.0,
                withOpacity(context.colors.selection, 0.3), 3.0});

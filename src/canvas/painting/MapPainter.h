@@ -4,12 +4,16 @@
 
 #include "canvas/painting/MapScene.h"
 #include "canvas/painting/NodeMetrics.h"
+#include "canvas/painting/PaintSteps.h"
+#include "canvas/painting/ScenePlan.h"
 
 class QPainter;
 
 namespace quilmora {
 
+class CoverageGrid;
 class SceneSketch;
+struct PaintContext;
 struct PictureStore;
 
 // Draws maps on a painter of any device, in view coordinates: the painter's own transform and device pixel ratio are
@@ -20,6 +24,14 @@ class MapPainter {
   ~MapPainter();
 
   void paint(QPainter& painter, const MapScene& scene, const PaintOptions& options = {});
+
+  // The same in small steps, tile by tile, but for what a gesture moves. What the scene borrows, plan and painter must outlive
+  // the steps. Fills the plan; both calls must be given the same scene but for view and exposed part.
+  PaintSteps makePlan(ScenePlan& plan, MapScene scene, PaintOptions options);
+  PaintSteps paintTile(QPainter& painter, const ScenePlan& plan, QPoint tile, const MapScene& scene,
+                       const PaintOptions& options);
+  // What a gesture moves, to be painted above those tiles.
+  void paintMoving(QPainter& painter, const MapScene& scene, const PaintOptions& options = {});
 
   NodeMeasurer& measurer() { return m_measurer; }
   // Measures the topic at a position in `nodes` as it is painted, in canvas units from its centre.
@@ -32,6 +44,12 @@ class MapPainter {
   std::optional<std::size_t> relationshipAt(const MapScene& scene, QPointF canvasPoint);
 
  private:
+  struct Session;
+  PaintContext enter(QPainter& painter, const MapScene& scene, const PaintOptions& options, CoverageGrid& coverage,
+                     const std::vector<char>& isSelected);
+  PaintSteps paintSteps(QPainter& painter, MapScene scene, PaintOptions options, const ScenePlan::Part& part,
+                        const std::vector<char>& isSelected);
+
   NodeMeasurer m_measurer;
   std::unique_ptr<SceneSketch> m_sketch;
   std::unique_ptr<PictureStore> m_pictures;

@@ -16,7 +16,7 @@
 
 namespace quilmora {
 
-// Everything that a picture of a map depends on. Pointers are borrowed for the time of one call; the first three must be set
+// Everything that a picture of a map depends on; SceneDifference compares all of it. Pointers are borrowed for the time of one call; the first three must be set
 // and belong to the same state of the map.
 struct MapScene {
   enum class DropTarget { reparent, connection };
@@ -76,6 +76,8 @@ struct MapScene {
   std::optional<QUuid> editingRegionID;
   // The opacity that a lens gives a topic, from 0 to 1; all are opaque without it.
   std::function<double(const Node&)> nodeOpacity;
+  // Another number for every other rule by which opacities follow from topics and their depths.
+  int opacityRule = 0;
 };
 
 struct PaintOptions {

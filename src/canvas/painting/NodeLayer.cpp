@@ -34,6 +34,7 @@ constexpr double cornerInset = 9.5;
 constexpr double handleReach = 30.0;
 // In device pixels a canvas unit: smaller topics need a finer grid to hide anything.
 constexpr double minFineScale = 0.6;
+constexpr std::size_t bundleSize = 256;
 
 QColor withOpacity(QColor color, double opacity) {
   color.setAlphaF(static_cast<float>(std::clamp(opacity, 0.0, 1.0)));
@@ -42,39 +43,36 @@ QColor withOpacity(QColor color, double opacity) {
 
 }  // namespace
 
-NodeLayer::NodeLayer(QPainter& painter, const PaintContext& context) : m_painter(painter), m_context(context) {
+NodeLayer::NodeLayer(QPainter& painter, const PaintContext& context, Shadows shadows)
+    : m_painter(painter), m_context(context) {
   m_canvasTransform = painter.transform();
   m_devicePixels = context.toDevice.inverted() * m_canvasTransform;
-  m_hasShadows =
-      context.scale >= minShadowScale && context.standsUpright && context.detail == PaintContext::Detail::full;
+  m_hasShadows = shadows == Shadows::all && context.scale >= minShadowScale && context.standsUpright &&
+                 context.detail == PaintContext::Detail::full;
   if (m_hasShadows) context.pictures.shadow.prepare(context.scale);
   context.pictures.box.prepare(context.scale);
+  prepareCoverage();
 }
 
-void NodeLayer::collect() {
-  const MapIndex& index = *m_context.scene.index;
-  const std::size_t count = std::min(index.positions().size(), m_context.sketch.nodes().size());
+void NodeLayer::collect(std::size_t index) {
   const QRectF& seen = m_context.exposed;
+  const QPointF position = m_context.shownPosition(index);
   const double reachX = m_context.sketch.maxHalfWidth();
-  const bool isDragging = m_context.isDragging();
-  prepareCoverage();
-  const auto look = [&](std::size_t i) {
-    const QPointF position = isDragging ? m_context.shownPosition(i) : index.positions()[i];
-    const double reachY = m_context.sketch.nodes()[i].boundHalfHeight;
-    if (!(position.x() + reachX >= seen.left() && position.x() - reachX <= seen.right() &&
-          position.y() + reachY >= seen.top() && position.y() - reachY <= seen.bottom()))
-      return;
-    if (m_context.isHidden(i)) return;
-    if (m_context.detail == PaintContext::Detail::dots)
-      collectDot(i, position);
-    else if (!isKnownToBeCovered(i, position))
-      collectNode(i, position);
-  };
-  if (const auto* inSight = m_context.scene.nodesInSight) {
-    for (std::size_t k = inSight->size(); k-- > 0;) look((*inSight)[k]);
-  } else {
-    for (std::size_t i = count; i-- > 0;) look(i);
-  }
+  const double reachY = m_context.sketch.nodes()[index].boundHalfHeight;
+  if (!(position.x() + reachX >= seen.left() && position.x() - reachX <= seen.right() &&
+        position.y() + reachY >= seen.top() && position.y() - reachY <= seen.bottom()))
+    return;
+  if (m_context.isHidden(index)) return;
+  if (m_context.detail == PaintContext::Detail::dots)
+    collectDot(index, position);
+  else if (!isKnownToBeCovered(index, position))
+    collectNode(index, position);
+}
+
+void NodeLayer::collectionEnded() {
+  for (const auto& [color, dots] : m_dots)
+    for (std::size_t first = 0; first < dots.size(); first += bundleSize)
+      m_dotBundles.push_back({color, dots.data() + first, std::min(bundleSize, dots.size() - first)});
 }
 
 void NodeLayer::prepareCoverage() {
@@ -85,7 +83,7 @@ void NodeLayer::prepareCoverage() {
   const int cellSide = m_context.detail == PaintContext::Detail::dots || m_context.scale < minFineScale ? 2 : 4;
   const QPoint anchor(static_cast<int>(std::lround(std::fmod(m_context.toDevice.dx(), cellSide))),
                       static_cast<int>(std::lround(std::fmod(m_context.toDevice.dy(), cellSide))));
-  m_context.pictures.coverage.reset(isWorthWhile ? pixels : QRect(), cellSide, anchor);
+  m_context.coverage.reset(isWorthWhile ? pixels : QRect(), cellSide, anchor);
 }
 
 double NodeLayer::surroundings(bool isSelected) const {
@@ -99,7 +97,7 @@ bool NodeLayer::isSizeKnown(std::size_t index) const {
 }
 
 bool NodeLayer::isKnownToBeCovered(std::size_t index, QPointF position) const {
-  const CoverageGrid& coverage = m_context.pictures.coverage;
+  const CoverageGrid& coverage = m_context.coverage;
   if (!coverage.isActive()) return false;
   const auto& sketch = m_context.sketch.nodes()[index];
   const bool isKnown = isSizeKnown(index);
@@ -113,7 +111,7 @@ bool NodeLayer::isKnownToBeCovered(std::size_t index, QPointF position) const {
 }
 
 bool NodeLayer::isContentKnownToBeCovered(std::size_t index, QPointF position) const {
-  const CoverageGrid& coverage = m_context.pictures.coverage;
+  const CoverageGrid& coverage = m_context.coverage;
   if (!coverage.isActive() || !isSizeKnown(index)) return false;
   const auto& sketch = m_context.sketch.nodes()[index];
   const NodeSizing sizing;
@@ -124,7 +122,7 @@ bool NodeLayer::isContentKnownToBeCovered(std::size_t index, QPointF position) c
 }
 
 bool NodeLayer::findSeenPart(SeenNode& seen) {
-  CoverageGrid& coverage = m_context.pictures.coverage;
+  CoverageGrid& coverage = m_context.coverage;
   const QRectF box = m_context.toDevice.mapRect(seen.metrics.box.translated(seen.position));
   const double margin = surroundings(seen.isSelected) * m_context.scale;
   const QRectF outer = box.adjusted(-margin, -margin, margin, margin);
@@ -164,14 +162,12 @@ bool NodeLayer::findSeenPart(SeenNode& seen) {
   return true;
 }
 
-void NodeLayer::paint() {
-  if (!m_dots.empty()) paintDots();
-  for (std::size_t k = m_seen.size(); k-- > 0;) {
-    if (m_context.options.exactPixels && m_context.standsUpright)
-      paintApart(m_seen[k]);
-    else
-      paintNode(m_seen[k]);
-  }
+void NodeLayer::paintPiece(std::size_t number) {
+  if (number < m_dotBundles.size())
+    paintDots(m_dotBundles[number]);
+  else
+    m_context.options.exactPixels && m_context.standsUpright ? paintApart(m_seen[pieceCount() - 1 - number])
+                                                             : paintNode(m_seen[pieceCount() - 1 - number]);
 }
 
 double NodeLayer::opacityOf(std::size_t index) const {
@@ -208,7 +204,7 @@ void NodeLayer::collectDot(std::size_t index, QPointF position) {
   const double halfWidth = std::max<double>(sketch.halfWidth, smallest);
   const double halfHeight = std::max<double>(sketch.halfHeight, smallest);
   const QRectF dot(position.x() - halfWidth, position.y() - halfHeight, 2 * halfWidth, 2 * halfHeight);
-  CoverageGrid& coverage = m_context.pictures.coverage;
+  CoverageGrid& coverage = m_context.coverage;
   if (coverage.isActive()) {
     const QRectF pixels = m_context.toDevice.mapRect(dot);
     if (coverage.isCovered(pixels.adjusted(-0.5, -0.5, 0.5, 0.5))) return;
@@ -238,6 +234,7 @@ void NodeLayer::collectNode(std::size_t index, QPointF position) {
   if (m_context.standsUpright) {
     // The whole topic moves with its box to whole pixels, by less than one.
     const QRectF device = m_context.toPicture.mapRect(box);
+    // Halves are rounded up on both sides of zero, so that it doesn't matter from where pixels are counted.
     const QPoint corner(static_cast<int>(std::floor(device.left() + 0.5)), static_cast<int>(std::floor(device.top() + 0.5)));
     seen.pixels = QRect(corner - scene.pixelOrigin, QSize(std::max(1, static_cast<int>(std::lround(device.width()))),
                                       std::max(1, static_cast<int>(std::lround(device.height())))));
@@ -256,13 +253,11 @@ NodeMetrics NodeLayer::sketchedMetrics(std::size_t index, const Node& node) cons
   return metrics;
 }
 
-void NodeLayer::paintDots() {
+void NodeLayer::paintDots(const DotBundle& bundle) {
   m_painter.setRenderHint(QPainter::Antialiasing, false);
   m_painter.setPen(Qt::NoPen);
-  for (const auto& [color, rects] : m_dots) {
-    m_painter.setBrush(QColor::fromRgba(color));
-    m_painter.drawRects(rects.data(), static_cast<int>(rects.size()));
-  }
+  m_painter.setBrush(QColor::fromRgba(bundle.color));
+  m_painter.drawRects(bundle.dots, static_cast<int>(bundle.count));
   m_painter.setRenderHint(QPainter::Antialiasing, true);
 }
 
@@ -445,19 +440,13 @@ void NodeLayer::paintDisc(const QRectF& rect, const QColor& color) {
 
 void NodeLayer::paintConnectionHandle(const Node& node, const QRectF& rect) {
   const auto& drag = m_context.scene.connectionDrag;
-  const bool isDragged = drag && drag->sourceID == node.id;
-  QPointF center = rect.center();
-  if (isDragged) {
-    const auto source = m_context.shownNode(node.id);
-    if (source) center += drag->end - m_context.shownPosition(*source);
-  }
-  constexpr double farthest = 20000.0;
-  if (!(std::abs(center.x()) < farthest && std::abs(center.y()) < farthest)) return;
+  // A handle on its way shows as the end of the line that it draws.
+  if (drag && drag->sourceID == node.id) return;
+  const QPointF center = rect.center();
   paintHandle(m_painter, center,
               {HandleMetrics::connectionHandleDiameter, m_context.colors.selection, Qt::transparent, 0.0,
                withOpacity(m_context.colors.selection, 0.3), 2.0});
-  if (!isDragged)
-    paintSymbol(m_painter, QStringLiteral("plus"), QRectF(center.x() - 6.5, center.y() - 6.5, 13, 13), Qt::white, 0.8);
+  paintSymbol(m_painter, QStringLiteral("plus"), QRectF(center.x() - 6.5, center.y() - 6.5, 13, 13), Qt::white, 0.8);
 }
 
 }  // namespace quilmora

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <unordered_map>
+#include <map>
 #include <vector>
 
 #include "canvas/painting/PaintContext.h"
@@ -11,10 +11,15 @@ namespace quilmora {
 // tells what the topics hide of all that lies below them; then it paints from the bottom up.
 class NodeLayer {
  public:
-  NodeLayer(QPainter& painter, const PaintContext& context);
+  enum class Shadows { none, all };
+  NodeLayer(QPainter& painter, const PaintContext& context, Shadows shadows = Shadows::all);
 
-  void collect();
-  void paint();
+  // Topics are collected one by one, the topmost first.
+  void collect(std::size_t index);
+  void collectionEnded();
+  // What was collected is painted piece by piece.
+  std::size_t pieceCount() const { return m_dotBundles.size() + m_seen.size(); }
+  void paintPiece(std::size_t number);
 
  private:
   struct SeenNode {
@@ -29,6 +34,12 @@ class NodeLayer {
     bool isContentCovered = false;  // later topics hide image, emoji, icon and title
     bool isToggleCovered = false;
     bool isEveryMarkerCovered = false;  // but for the toggle
+  };
+  // As many dots of one colour as are painted in one piece.
+  struct DotBundle {
+    QRgb color;
+    const QRectF* dots;
+    std::size_t count;
   };
   struct Border {
     QColor color;
@@ -56,7 +67,7 @@ class NodeLayer {
   // How far shadow, markers and handle reach beyond the box, in canvas units.
   double surroundings(bool isSelected) const;
 
-  void paintDots();
+  void paintDots(const DotBundle& bundle);
   void paintNode(const SeenNode& seen);
   void paintApart(const SeenNode& seen);
   void paintBox(const SeenNode& seen, const Node& node);
@@ -75,7 +86,8 @@ class NodeLayer {
   QTransform m_devicePixels;  // lets the painter speak device pixels
   bool m_hasShadows = false;
   std::vector<SeenNode> m_seen;  // the topmost first
-  std::unordered_map<QRgb, std::vector<QRectF>> m_dots;
+  std::map<QRgb, std::vector<QRectF>> m_dots;
+  std::vector<DotBundle> m_dotBundles;
 };
 
 }  // namespace quilmora

@@ -1,14 +1,15 @@
 #include "canvas/painting/PaintContext.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include <QPainter>
 
 namespace quilmora {
 
 QPointF PaintContext::shownPosition(std::size_t nodeIndex) const {
   const QPointF position = scene.index->positions()[nodeIndex];
-  if (isDragging() && isNodeSelected(scene.index->numberOfNode()[nodeIndex]))
-    return position + scene.nodeDragTranslation;
-  return position;
+  return isNodeDragged(nodeIndex) ? position + scene.nodeDragTranslation : position;
 }
 
 int PaintContext::depth(std::uint32_t number) const {
@@ -34,6 +35,17 @@ std::optional<std::size_t> PaintContext::shownNode(const QUuid& id) const {
   const std::uint32_t index = scene.index->find(id);
   if (index == MapIndex::npos || isHidden(index)) return std::nullopt;
   return index;
+}
+
+void addDashes(std::vector<QLineF>& dashes, const QLineF& stretch, double phase, double on, double off) {
+  const double length = stretch.length();
+  if (!(length > 0) || !std::isfinite(phase)) return;
+  const QPointF direction = (stretch.p2() - stretch.p1()) / length;
+  for (double start = -std::fmod(phase, on + off); start < length; start += on + off) {
+    const double low = std::max(start, 0.0);
+    const double high = std::min(start + on, length);
+    if (high > low) dashes.emplace_back(stretch.p1() + direction * low, stretch.p1() + direction * high);
+  }
 }
 
 void paintHandle(QPainter& painter, QPointF center, const HandleLook& look) {

@@ -2,6 +2,8 @@
 
 #include <vector>
 
+#include <QLineF>
+
 #include "canvas/painting/BoxPicture.h"
 #include "canvas/painting/BoxShadow.h"
 #include "canvas/painting/CanvasColors.h"
@@ -18,7 +20,6 @@ namespace quilmora {
 struct PictureStore {
   BoxShadow shadow;
   BoxPicture box;
-  CoverageGrid coverage;
 };
 
 // What the parts of one painting share.
@@ -31,6 +32,7 @@ struct PaintContext {
   NodeMeasurer& measurer;
   SceneSketch& sketch;
   PictureStore& pictures;
+  CoverageGrid& coverage;
   const CanvasColors& colors;
   double scale;          // device pixels a canvas unit
   QTransform toDevice;   // from canvas units to device pixels
@@ -41,9 +43,16 @@ struct PaintContext {
   // Shapes that reach beyond this rectangle (canvas units) are clipped to it first: rasterisers keep device coordinates in
   // narrow integers.
   QRectF drawable;
-  std::vector<char> isSelected;  // by number of the index; empty when nothing is selected or shown so
+  const std::vector<char>& isSelected;  // by number of the index; empty when nothing is selected or shown so
 
   bool isDragging() const { return !scene.nodeDragTranslation.isNull() && !isSelected.empty(); }
+  // Whether the topic or one end of the edge is being dragged along with the selection.
+  bool isNodeDragged(std::size_t nodeIndex) const {
+    return isDragging() && isNodeSelected(scene.index->numberOfNode()[nodeIndex]);
+  }
+  bool isEdgeDragged(std::size_t edge) const {
+    return isDragging() && (isNodeSelected(scene.index->edgeFrom()[edge]) || isNodeSelected(scene.index->edgeTo()[edge]));
+  }
   bool isNodeSelected(std::uint32_t number) const { return !isSelected.empty() && isSelected[number]; }
   bool isHidden(std::size_t nodeIndex) const {
     return scene.hiddenNodes && nodeIndex < scene.hiddenNodes->size() && (*scene.hiddenNodes)[nodeIndex];
@@ -61,11 +70,20 @@ struct PaintContext {
 std::optional<double> depthFraction(const MapScene& scene, std::uint32_t number);
 
 void paintRegions(QPainter& painter, const PaintContext& context);
-void paintEdges(QPainter& painter, const PaintContext& context);
-void paintRelationships(QPainter& painter, const PaintContext& context);
-// Those of the selected edges, and above them those of the selected relationship.
-void paintConnectorHandles(QPainter& painter, const PaintContext& context);
-void paintConnectionDrag(QPainter& painter, const PaintContext& context);
+// The handles of an edge and of a relationship are those that rest, or the one that is being dragged.
+enum class HandleState { resting, dragged };
+void paintEdgeHandles(QPainter& painter, const PaintContext& context, std::size_t edge, HandleState state);
+void paintRelationship(QPainter& painter, const PaintContext& context, const Relationship& relationship);
+void paintRelationshipHandles(QPainter& painter, const PaintContext& context, const Relationship& relationship,
+                              HandleState state);
+// The line that a connection drag draws, and the disc at its end, which lies above it.
+std::optional<QLineF> connectionLine(const PaintContext& context);
+void paintConnectionLine(QPainter& painter, const PaintContext& context);
+void paintConnectionDisc(QPainter& painter, const PaintContext& context);
+
+// Adds the dashes of one straight stretch that begins at `phase` of the pattern. Where a view begins and ends has no say in
+// where dashes lie, unlike with dashed pens.
+void addDashes(std::vector<QLineF>& dashes, const QLineF& stretch, double phase, double on, double off);
 
 // A disc with an optional contour inside its edge and a soft shadow below it.
 struct HandleLook {

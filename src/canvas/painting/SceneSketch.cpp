@@ -30,6 +30,20 @@ void visitChanged(const Array& before, const Array& now, Visit&& visit) {
   }
 }
 
+double fontScaleOf(const HierarchicalConfig& config) {
+  if (!config.nodeSizing) return 1.0;
+  const double largest = std::max({config.rootFontSize, config.leafFontSize, 15.0}) / 15.0;
+  return std::isfinite(largest) ? std::min(largest, 40.0) : 1.0;
+}
+
+double reach(double startWidth, double endWidth, bool hasHead, const HierarchicalConfig& config) {
+  constexpr double handleReach = 12.0;
+  double width = std::max(std::abs(startWidth), std::abs(endWidth));
+  if (config.edgeSizing)
+    width = std::max({width, std::abs(config.rootEdgeWidth), std::abs(config.leafEdgeWidth)});
+  return std::max({handleReach, width / 2 + 1.0, hasHead ? 2.5 * std::abs(endWidth) + 1.0 : 0.0});
+}
+
 // Sizes of a box whose texts nobody shaped yet.
 SceneSketch::NodeSketch sketchOf(const Node& node, double fontScale) {
   constexpr double lineHeight = 19.0;
@@ -64,12 +78,12 @@ void SceneSketch::update(const MindMap& map) {
   if (!m_edges.sharesStorageWith(map.edges)) updateEdges(map);
 }
 
+SceneSketch::NodeSketch SceneSketch::guess(const Node& node, const HierarchicalConfig& config) {
+  return sketchOf(node, fontScaleOf(config));
+}
+
 void SceneSketch::updateNodes(const MindMap& map) {
-  double fontScale = 1.0;
-  if (map.hierarchical.nodeSizing) {
-    const double largest = std::max({map.hierarchical.rootFontSize, map.hierarchical.leafFontSize, 15.0}) / 15.0;
-    fontScale = std::isfinite(largest) ? std::min(largest, 40.0) : 1.0;
-  }
+  const double fontScale = fontScaleOf(map.hierarchical);
   if (m_hierarchical != map.hierarchical) m_nodes.clear();
   m_nodeSketches.resize(map.nodes.size());
   visitChanged(m_nodes, map.nodes,
@@ -85,6 +99,7 @@ void SceneSketch::updateEdges(const MindMap& map) {
   m_edgeSketches.resize(map.edges.size());
   visitChanged(m_edges, map.edges, [&](std::size_t index, const Edge& edge) {
     EdgeSketch& sketch = m_edgeSketches[index];
+    sketch.id = edge.id;
     sketch.color = colorFromHex(edge.style.color).rgb();
     sketch.startWidth = narrowed(edge.style.taper.startWidth);
     sketch.endWidth = narrowed(edge.style.taper.endWidth);
@@ -102,6 +117,16 @@ void SceneSketch::rememberBox(std::size_t nodeIndex, const QRectF& box) {
   sketch.halfWidth = narrowed(box.width() / 2);
   sketch.halfHeight = narrowed(box.height() / 2);
   sketch.isMeasured = true;
+}
+
+double SceneSketch::edgeReach(std::size_t edge) const {
+  const EdgeSketch& sketch = m_edgeSketches[edge];
+  return reach(sketch.startWidth, sketch.endWidth, sketch.hasHead, m_hierarchical);
+}
+
+double SceneSketch::reachOf(const Edge& edge, const HierarchicalConfig& config) {
+  return reach(narrowed(edge.style.taper.startWidth), narrowed(edge.style.taper.endWidth),
+               edge.style.arrowHead == EdgeStyle::ArrowHead::triangle, config);
 }
 
 double SceneSketch::maxHalfWidth() const {

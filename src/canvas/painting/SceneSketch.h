@@ -23,6 +23,7 @@ class SceneSketch {
     bool isMeasured;  // whether the halves are those of the box as last painted
   };
   struct EdgeSketch {
+    QUuid id;
     QRgb color;
     float startWidth;
     float endWidth;
@@ -34,11 +35,16 @@ class SceneSketch {
   };
 
   void update(const MindMap& map);
+  // Of a topic that nobody measured.
+  static NodeSketch guess(const Node& node, const HierarchicalConfig& config);
 
   const std::vector<NodeSketch>& nodes() const { return m_nodeSketches; }
   const std::vector<EdgeSketch>& edges() const { return m_edgeSketches; }
   // Remembers the true size of a topic's box.
   void rememberBox(std::size_t nodeIndex, const QRectF& box);
+  // How far ribbon, head and handles of an edge reach from its curve.
+  double edgeReach(std::size_t edge) const;
+  static double reachOf(const Edge& edge, const HierarchicalConfig& config);
   // Half the width and height that no topic exceeds, with its markers.
   double maxHalfWidth() const;
   double maxHalfHeight() const { return m_maxHalfHeight; }

@@ -74,6 +74,7 @@ MapScene CanvasScene::describe(const CanvasState& state) {
   describeRegions(scene, state.regions);
   if (m_editor.activeLens() != MindMapViewModel::FocusLens::none)
     scene.nodeOpacity = [this](const Node& node) { return m_editor.nodeOpacity(node); };
+  scene.opacityRule = static_cast<int>(m_editor.activeLens());
   return scene;
 }
 
@@ -85,14 +86,37 @@ void CanvasScene::describeRegions(MapScene& scene, const RegionLayerState& state
     scene.regionDrag = MapScene::RegionDrag{*dragged, displayRect(*region, state)};
 }
 
-void CanvasScene::paint(QPainter& painter, const QRectF& exposed, const ViewTransform& view,
-                        const CanvasState& state, const std::optional<QString>& editedTitle) {
-  MapScene scene = describe(state);
+ChangedParts CanvasScene::follow(const CanvasState& state, const std::optional<QString>& editedTitle,
+                                 bool onlyGestures) {
+  m_state = state;
+  m_editedTitle = editedTitle;
+  return m_difference.follow(describe(ViewTransform(), QRectF()), canvasOptions(), m_painter, onlyGestures);
+}
+
+MapScene CanvasScene::describe(const ViewTransform& view, const QRectF& exposed) {
+  MapScene scene = describe(m_state);
   scene.view = view;
-  m_pixelRatio = view.zoom / m_editor.canvasZoom();
   scene.exposed = exposed;
-  scene.editingTitle = editedTitle;
-  m_painter.paint(painter, scene, canvasOptions());
+  scene.editingTitle = m_editedTitle;
+  return scene;
+}
+
+PaintSteps CanvasScene::prepare(double zoom, const QRect& tiles) {
+  m_plan = std::make_unique<ScenePlan>(PictureTiles::side / zoom, tiles);
+  return m_painter.makePlan(*m_plan, describe({QPointF(0, 0), zoom}, QRectF()), canvasOptions());
+}
+
+PaintSteps CanvasScene::paint(QPainter& painter, double zoom, QPoint tile) {
+  constexpr double side = PictureTiles::side;
+  return m_painter.paintTile(painter, *m_plan, tile,
+                             describe({-QPointF(tile) * side, zoom}, QRectF(0, 0, side, side)), canvasOptions());
+}
+
+void CanvasScene::paintMoving(QPainter& painter, QSize pixels, const ViewTransform& view, bool isLanding) {
+  MapScene scene = describe(view, QRectF(QPointF(0, 0), QSizeF(pixels)));
+  // Dragged by next to nothing.
+  if (isLanding) scene.nodeDragTranslation = QPointF(1e-9, 0);
+  m_painter.paintMoving(painter, scene, canvasOptions());
 }
 
 void CanvasScene::paintSelectionBox(QPainter& painter, const CanvasState& state) const {

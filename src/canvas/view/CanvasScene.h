@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 
 #include <QColor>
@@ -9,8 +10,10 @@
 #include <QUuid>
 
 #include "canvas/painting/MapPainter.h"
+#include "canvas/painting/SceneDifference.h"
 #include "canvas/view/CanvasState.h"
 #include "canvas/view/CanvasTarget.h"
+#include "canvas/view/ScenePicture.h"
 
 class QPainter;
 
@@ -28,14 +31,20 @@ struct TitleLook {
 };
 
 // The map as it stands on the canvas: what is drawn of it and what lies where.
-class CanvasScene {
+class CanvasScene final : public ScenePicture::Source {
  public:
   explicit CanvasScene(MindMapViewModel& editor) : m_editor(editor) {}
 
-  // Paints the part of the view that `exposed` covers, in the coordinates of the view given. `editedTitle` is the text in
-  // the open title field.
-  void paint(QPainter& painter, const QRectF& exposed, const ViewTransform& view, const CanvasState& state,
-             const std::optional<QString>& editedTitle);
+  // What to show from now on. `editedTitle` is the text in the open title field.
+  // Returns what looks different from what was to be shown before. Where only gestures changed, and neither the map nor what
+  // is selected or collapsed, that is found faster.
+  ChangedParts follow(const CanvasState& state, const std::optional<QString>& editedTitle, bool onlyGestures);
+  void setPixelRatio(double ratio) { m_pixelRatio = ratio; }
+  PaintSteps prepare(double zoom, const QRect& tiles) override;
+  PaintSteps paint(QPainter& painter, double zoom, QPoint tile) override;
+  // Paints what a gesture moves, which the tiles lack, in device pixels of a view of this size. After a drag the topics may be
+  // shown so until the tiles have caught up.
+  void paintMoving(QPainter& painter, QSize pixels, const ViewTransform& view, bool isLanding);
   // Paints the selection box, which lies above all else (view coordinates).
   void paintSelectionBox(QPainter& painter, const CanvasState& state) const;
   // Paints the answer of the button or handle under the pointer, above the picture of the map (view coordinates).
@@ -54,6 +63,7 @@ class CanvasScene {
 
  private:
   MapScene describe(const CanvasState& state);
+  MapScene describe(const ViewTransform& view, const QRectF& exposed);
   void describeRegions(MapScene& scene, const RegionLayerState& state) const;
   std::optional<CanvasTarget> edgeHandleAt(QPointF point);
   std::optional<CanvasTarget> relationshipHandleAt(QPointF point, const CanvasState& state);
@@ -65,8 +75,12 @@ class CanvasScene {
   std::optional<QRectF> relationshipHandleRect(const CanvasTarget& part);
 
   MindMapViewModel& m_editor;
-  double m_pixelRatio = 1.0;  // of the last painting
+  CanvasState m_state;
+  std::optional<QString> m_editedTitle;
+  double m_pixelRatio = 1.0;
   MapPainter m_painter;
+  std::unique_ptr<ScenePlan> m_plan;
+  SceneDifference m_difference;
 };
 
 }  // namespace quilmora

@@ -69,7 +69,7 @@ CanvasView::CanvasView(MindMapViewModel& editor, WindowCommands& commands, Notif
       m_commands(commands),
       m_scheduler(scheduler),
       m_scene(editor),
-      m_picture(scheduler, [this] { update(); }),
+      m_picture(scheduler, m_scene, [this] { update(); }),
       m_gestures(
           editor, clock, [this](QPointF point) { return m_scene.targetAt(point, m_gestures.state()); },
           [this](QPointF point) { return m_scene.partAt(point, m_gestures.state()); }),
@@ -140,22 +140,45 @@ void CanvasView::zoomToFit() {
 // --- What is shown ---
 
 void CanvasView::paintEvent(QPaintEvent*) {
-  Pictured pictured{picturedState(m_gestures.state()),
-                    m_titleEditor ? std::optional(m_titleEditor->shownTitle()) : std::nullopt, m_editor.treeGeneration()};
-  if (pictured != m_pictured) m_picture.invalidate();
-  m_pictured = std::move(pictured);
+  followScene();
   QPainter painter(this);
-  m_picture.show(painter, size(), devicePixelRatioF(), {m_editor.canvasOffset(), m_editor.canvasZoom()},
-                 colorFromHex(m_editor.mindMap().canvas.background),
-                 [this](QPainter& part, const ViewTransform& view, const QRect& exposed) {
-                   m_scene.paint(part, exposed, view, m_gestures.state(), m_pictured.editedTitle);
-                 });
+  const double ratio = devicePixelRatioF();
+  const ViewTransform view{m_editor.canvasOffset(), m_editor.canvasZoom()};
+  // A picture of the widget, unlike a frame on the screen, is not followed by a better one.
+  const QPaintDevice* device = redirected(nullptr);
+  const bool isPicture = device && device->devType() == QInternal::Pixmap;
+  m_picture.show(painter, size(), ratio, view, colorFromHex(m_editor.mindMap().canvas.background),
+                 isPicture ? ScenePicture::Effort::all : ScenePicture::Effort::slice);
+  m_isLanding = m_isLanding && !m_picture.isSettled();
+  painter.save();
+  painter.scale(1.0 / ratio, 1.0 / ratio);
+  m_scene.paintMoving(painter, size() * ratio, ScenePicture::onDevicePixels(view, ratio), m_isLanding);
+  painter.restore();
   m_scene.paintPartState(painter, m_gestures.state());
   m_scene.paintSelectionBox(painter, m_gestures.state());
 }
 
+void CanvasView::assumeQuickPainting() {
+  m_picture.assumeSlices([] { return [] { return false; }; });
+  m_picture.assumeViewCost(std::chrono::milliseconds(0));
+}
+
+void CanvasView::followScene() {
+  Pictured pictured{picturedState(m_gestures.state()),
+                    m_titleEditor ? std::optional(m_titleEditor->shownTitle()) : std::nullopt};
+  m_scene.setPixelRatio(devicePixelRatioF());
+  if (pictured == m_pictured && !m_isSceneChanged) return;
+  const bool wasDragging = !m_pictured.state.nodeDragTranslation.isNull();
+  m_isLanding = pictured.state.nodeDragTranslation.isNull() && (wasDragging || (m_isLanding && !m_isSceneChanged));
+  m_pictured = std::move(pictured);
+  m_picture.markStale(m_scene.follow(m_gestures.state(), m_pictured.editedTitle,
+                                     !std::exchange(m_isSceneChanged, false)));
+}
+
 void CanvasView::sceneChanged() {
-  m_picture.invalidate();
+  m_isSceneChanged = true;
+  // What it reads may be gone before the next frame.
+  m_picture.interrupt();
   update();
 }
 

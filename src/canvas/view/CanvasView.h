@@ -49,6 +49,12 @@ class CanvasView : public QWidget {
   RegionLabelField* labelField() const { return m_labelField; }
   // Stores the title or label that is being edited, as leaving the field does. For those who are about to save or quit.
   void commitTitleEdit();
+  // Lets the next frame paint everything anew.
+  void forgetPicture() { m_picture.markAllStale(); }
+  // Lets every frame be complete, as if painting took no time; for tests.
+  void assumeQuickPainting();
+  // Whether the last frame showed every detail.
+  bool isPictureSettled() const { return m_picture.isSettled(); }
   QSize minimumSizeHint() const override { return {400, 300}; }
   QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
 
@@ -92,6 +98,8 @@ class CanvasView : public QWidget {
   void gesturesChanged();
   void viewMoved();
   void sceneChanged();
+  // Tells the picture what became stale since the last frame.
+  void followScene();
   void mapChanged();
   void openTitleEditor(const QUuid& nodeID);
   void closeTitleEditor();
@@ -117,14 +125,15 @@ class CanvasView : public QWidget {
   Scheduler& m_scheduler;
   CanvasScene m_scene;
   ScenePicture m_picture;
-  // What of the gestures and of the map is in the picture.
+  // What of the gestures is in the picture.
   struct Pictured {
     CanvasState state;
     std::optional<QString> editedTitle;
-    quint64 treeGeneration = 0;
 
     bool operator==(const Pictured&) const = default;
   } m_pictured;
+  bool m_isSceneChanged = true;  // since the last frame
+  bool m_isLanding = false;      // topics were dropped, and the picture lacks them still
   CanvasGestures m_gestures;
   CanvasKeys m_keys;
   LayoutNotificationReceivers m_layoutReceivers;

@@ -1,111 +1,211 @@
 #include "canvas/view/ScenePicture.h"
 
 #include <cmath>
-#include <cstring>
 
-#include <QPainter>
+#include "canvas/geometry/Polygons.h"
+#include "canvas/painting/TileWalk.h"
 
 namespace quilmora {
 
+namespace {
+
+using Milliseconds = std::chrono::duration<double, std::milli>;
+
+std::function<bool()> startSlice() {
+  const auto end = std::chrono::steady_clock::now() + ScenePicture::sliceTime;
+  return [end] { return std::chrono::steady_clock::now() >= end; };
+}
+
+}  // namespace
+
+ScenePicture::~ScenePicture() {
+  cancel(m_restTask);
+  cancel(m_sliceTask);
+}
+
+ViewTransform ScenePicture::onDevicePixels(const ViewTransform& view, double pixelRatio) {
+  return {{std::round(view.offset.x() * pixelRatio), std::round(view.offset.y() * pixelRatio)}, view.zoom * pixelRatio};
+}
+
+void ScenePicture::interrupt() {
+  m_job.reset();
+  m_preparation = {};
+  m_preparedTiles = QRect();
+  cancel(m_sliceTask);
+}
+
+void ScenePicture::markAllStale() {
+  interrupt();
+  m_isZooming = false;
+  m_tiles.markAllStale();
+}
+
+void ScenePicture::markStale(const ChangedParts& parts) {
+  if (parts.isEmpty()) return;
+  if (parts.everything) return markAllStale();
+  interrupt();
+  m_isZooming = false;
+  // Topics move to whole pixels, and edges are smoothed.
+  constexpr double rim = 2.0;
+  for (const QRectF& area : parts.areas) {
+    const QRectF pixels(area.topLeft() * m_view.zoom, area.size() * m_view.zoom);
+    if (!isFinite(pixels)) return m_tiles.markAllStale();
+    m_tiles.markStale(PictureTiles::under(pixels.adjusted(-rim, -rim, rim, rim)));
+  }
+  const double side = PictureTiles::side / m_view.zoom;
+  const QRect tiles = m_wanted.adjusted(-1, -1, 1, 1);
+  for (const ChangedParts::EdgePath& edge : parts.edges)
+    visitTilesOfEdge(edge.from, edge.to, edge.bend, edge.reach + rim / m_view.zoom, side, tiles,
+                     [this](QPoint tile) { m_tiles.markStale(tile); });
+}
+
 void ScenePicture::show(QPainter& painter, QSize size, double pixelRatio, const ViewTransform& view,
-                        const QColor& background, const Paint& paint) {
-  const QSize pixels(static_cast<int>(std::ceil(size.width() * pixelRatio)),
-                     static_cast<int>(std::ceil(size.height() * pixelRatio)));
-  if (pixels.isEmpty()) return;
-  if (m_image.size() != pixels || m_pixelRatio != pixelRatio) {
-    m_image = QImage(pixels, QImage::Format_RGB32);
-    m_pixelRatio = pixelRatio;
-    m_isValid = false;
-  }
-  // On whole device pixels a moved picture is as sharp as one that is painted anew.
-  const ViewTransform wanted{
-      {std::round(view.offset.x() * pixelRatio), std::round(view.offset.y() * pixelRatio)}, view.zoom * pixelRatio};
-  if (m_isValid && wanted.zoom != m_view.zoom && !m_hasRested &&
-      m_assumedTime.value_or(std::chrono::ceil<std::chrono::milliseconds>(m_paintingTime)) > quickPainting) {
-    showScaled(painter, wanted, background);
-    waitForRest();
-    return;
-  }
-  cancelRest();
-  m_hasRested = false;
-  if (!m_isValid || wanted.zoom != m_view.zoom || !moveTo(wanted, paint)) {
-    m_image.fill(background);
-    paintAll(wanted, paint);
+                        const QColor& background, Effort effort) {
+  if (size.isEmpty() || !isFinite(view.offset) || !(view.zoom > 0)) return;
+  const ViewTransform wanted = onDevicePixels(view, pixelRatio);
+  if (wanted.zoom != m_view.zoom) changeZoom(wanted, background);
+  m_pixelRatio = pixelRatio;
+  m_pixels = QSize(static_cast<int>(std::ceil(size.width() * pixelRatio)),
+                   static_cast<int>(std::ceil(size.height() * pixelRatio)));
+  m_view = wanted;
+  findTiles();
+  if (effort == Effort::all) m_isZooming = false;
+  if (!m_isZooming) {
+    cancel(m_restTask);
+    if (effort == Effort::all)
+      work([] { return false; });
+    else
+      work(m_startSlice ? m_startSlice() : startSlice());
   }
   painter.save();
   // Pixel upon pixel, which is copied many times faster than a picture with a ratio of its own.
   painter.scale(1.0 / pixelRatio, 1.0 / pixelRatio);
-  painter.drawImage(QPointF(0, 0), m_image);
+  draw(painter, m_pixels, m_inView, m_view, background);
   painter.restore();
+  if (!m_isZooming && !m_tiles.isSettled(m_wanted)) continueLater();
 }
 
-void ScenePicture::paintAll(const ViewTransform& view, const Paint& paint) {
-  const auto start = std::chrono::steady_clock::now();
-  m_view = view;
-  paintPart(m_image.rect(), paint);
-  m_isValid = true;
-  m_paintingTime = std::chrono::steady_clock::now() - start;
+void ScenePicture::changeZoom(const ViewTransform& wanted, const QColor& background) {
+  interrupt();
+  // Pictures that were scaled before would become dimmer each time.
+  if (m_tiles.hasPainted(m_inView)) {
+    QImage picture(m_wanted.size() * PictureTiles::side, QImage::Format_RGB32);
+    const ViewTransform view{-QPointF(m_wanted.topLeft()) * PictureTiles::side, m_view.zoom};
+    QPainter painter(&picture);
+    draw(painter, picture.size(), m_wanted, view, background);
+    painter.end();
+    m_backdrop = std::move(picture);
+    m_backdropView = view;
+  }
+  m_isZooming = !m_backdrop.isNull() && m_assumedCost.value_or(m_viewCost) > sliceTime;
+  m_tiles.clear();
+  m_view = wanted;
+  if (m_isZooming) waitForRest();
 }
 
-void ScenePicture::paintPart(const QRect& part, const Paint& paint) {
-  if (part.isEmpty()) return;
-  QPainter painter(&m_image);
-  paint(painter, m_view, part);
+void ScenePicture::findTiles() {
+  const QRectF inView(-m_view.offset, QSizeF(m_pixels));
+  m_inView = PictureTiles::under(inView);
+  m_wanted = PictureTiles::under(inView.adjusted(-margin, -margin, margin, margin));
+  m_tiles.forgetBeyond(m_wanted.adjusted(-1, -1, 1, 1));
+  if (m_job && !m_wanted.contains(m_job->tile)) m_job.reset();
 }
 
-bool ScenePicture::moveTo(const ViewTransform& view, const Paint& paint) {
-  const QPointF way = view.offset - m_view.offset;
-  const int width = m_image.width();
-  const int height = m_image.height();
-  if (!(std::abs(way.x()) < width && std::abs(way.y()) < height)) return false;
-  const QPoint distance = way.toPoint();
-  if (distance.isNull()) return true;
-  scroll(distance);
-  m_view = view;
-  const int dx = distance.x();
-  const int dy = distance.y();
-  paintPart(QRect(0, dy > 0 ? 0 : height + dy, width, std::abs(dy)), paint);
-  paintPart(QRect(dx > 0 ? 0 : width + dx, std::max(dy, 0), std::abs(dx), height - std::abs(dy)), paint);
+QPointF ScenePicture::importantPixel() const {
+  const QPointF middle(m_pixels.width() / 2.0, m_pixels.height() / 2.0);
+  return (m_importantPoint ? *m_importantPoint * m_pixelRatio : middle) - m_view.offset;
+}
+
+bool ScenePicture::work(const std::function<bool()>& isTimeUp) {
+  bool isNewInView = false;
+  while ((m_job || startJob(isTimeUp)) && m_job) {
+    const auto start = std::chrono::steady_clock::now();
+    const bool isDone = m_job->steps.run(isTimeUp);
+    m_job->cost += std::chrono::steady_clock::now() - start;
+    if (!isDone) break;
+    isNewInView = isNewInView || m_inView.contains(m_job->tile);
+    finishJob();
+    if (isTimeUp()) break;
+  }
+  if (m_tiles.isSettled(m_inView)) {
+    m_viewCost = m_tiles.cost(m_inView);
+    m_backdrop = QImage();
+  }
+  return isNewInView;
+}
+
+bool ScenePicture::startJob(const std::function<bool()>& isTimeUp) {
+  const auto tile = m_tiles.mostUrgent(m_inView, m_wanted, importantPixel());
+  if (!tile) return false;
+  if (!m_preparedTiles.contains(*tile)) {
+    m_preparedTiles = m_tiles.unsettled(m_wanted);
+    m_preparation = m_source.prepare(m_view.zoom, m_preparedTiles);
+  }
+  if (m_preparation.isDone() || m_preparation.run(isTimeUp)) startTile(*tile);
   return true;
 }
 
-void ScenePicture::scroll(QPoint distance) {
-  const int rows = m_image.height() - std::abs(distance.y());
-  const auto length = static_cast<std::size_t>(m_image.width() - std::abs(distance.x())) * sizeof(QRgb);
-  const int fromX = std::max(-distance.x(), 0);
-  const int toX = std::max(distance.x(), 0);
-  for (int k = 0; k < rows; ++k) {
-    // Rows that are still needed are not written over.
-    const int from = distance.y() > 0 ? rows - 1 - k : k - distance.y();
-    const uchar* source = m_image.constScanLine(from) + static_cast<std::size_t>(fromX) * sizeof(QRgb);
-    uchar* target = m_image.scanLine(from + distance.y()) + static_cast<std::size_t>(toX) * sizeof(QRgb);
-    std::memmove(target, source, length);
-  }
+void ScenePicture::startTile(QPoint tile) {
+  m_job = std::make_unique<Job>();
+  m_job->tile = tile;
+  m_job->image = m_tiles.takeSpare();
+  if (m_job->image.isNull())
+    m_job->image = QImage(PictureTiles::side, PictureTiles::side, QImage::Format_RGB32);
+  m_job->painter = std::make_unique<QPainter>(&m_job->image);
+  m_job->steps = m_source.paint(*m_job->painter, m_view.zoom, tile);
 }
 
-void ScenePicture::showScaled(QPainter& painter, const ViewTransform& view, const QColor& background) {
-  const double scale = view.zoom / m_view.zoom;
-  painter.save();
-  painter.fillRect(QRectF(QPointF(0, 0), QSizeF(m_image.size()) / m_pixelRatio), background);
-  painter.setRenderHint(QPainter::SmoothPixmapTransform);
-  painter.translate((view.offset - m_view.offset * scale) / m_pixelRatio);
-  painter.scale(scale / m_pixelRatio, scale / m_pixelRatio);
-  painter.drawImage(QPointF(0, 0), m_image);
-  painter.restore();
+void ScenePicture::finishJob() {
+  m_job->steps = {};
+  m_job->painter.reset();
+  m_tiles.put(m_job->tile, std::move(m_job->image), m_job->cost);
+  m_job.reset();
+}
+
+void ScenePicture::draw(QPainter& painter, QSize size, const QRect& tiles, const ViewTransform& view,
+                        const QColor& background) const {
+  if (!m_tiles.isPainted(tiles)) {
+    painter.fillRect(QRect(QPoint(0, 0), size), background);
+    if (!m_backdrop.isNull()) {
+      const double scale = view.zoom / m_backdropView.zoom;
+      painter.save();
+      painter.setRenderHint(QPainter::SmoothPixmapTransform);
+      painter.translate(view.offset - m_backdropView.offset * scale);
+      painter.scale(scale, scale);
+      painter.drawImage(QPointF(0, 0), m_backdrop);
+      painter.restore();
+    }
+  }
+  for (int y = tiles.top(); y <= tiles.bottom(); ++y)
+    for (int x = tiles.left(); x <= tiles.right(); ++x) {
+      const PictureTiles::Tile* tile = m_tiles.find({x, y});
+      if (!tile || tile->image.isNull()) continue;
+      const QPointF place = QPointF(x, y) * PictureTiles::side + view.offset;
+      painter.drawImage(place.toPoint(), tile->image);
+    }
+}
+
+void ScenePicture::continueLater() {
+  if (m_sliceTask) return;
+  m_sliceTask = m_scheduler.after(std::chrono::milliseconds(0), [this] {
+    m_sliceTask = 0;
+    const bool isNewInView = work(m_startSlice ? m_startSlice() : startSlice());
+    if (!m_tiles.isSettled(m_wanted)) continueLater();
+    if (isNewInView) m_refresh();
+  });
 }
 
 void ScenePicture::waitForRest() {
-  cancelRest();
+  cancel(m_restTask);
   m_restTask = m_scheduler.after(restDelay, [this] {
     m_restTask = 0;
-    m_hasRested = true;
+    m_isZooming = false;
     m_refresh();
   });
 }
 
-void ScenePicture::cancelRest() {
-  if (m_restTask) m_scheduler.cancel(m_restTask);
-  m_restTask = 0;
+void ScenePicture::cancel(Scheduler::Task& task) {
+  if (task) m_scheduler.cancel(std::exchange(task, 0));
 }
 
 }  // namespace quilmora

@@ -2,63 +2,118 @@
 
 #include <chrono>
 #include <functional>
+#include <memory>
 #include <optional>
 
 #include <QColor>
 #include <QImage>
+#include <QPainter>
 
 #include "canvas/geometry/ViewTransform.h"
+#include "canvas/painting/PaintSteps.h"
+#include "canvas/painting/SceneDifference.h"
+#include "canvas/view/PictureTiles.h"
 #include "platform/Scheduler.h"
-
-class QPainter;
 
 namespace quilmora {
 
-// A picture of the view as it was last painted. A view that only moves shows it moved and paints nothing but the strips that
-// come into sight. A view that zooms shows it scaled where painting anew is too slow for a gesture, and paints it sharply when
-// the zoom has rested. Knows nothing of maps: whoever keeps it calls invalidate() at every other change.
+// A picture of the view that is kept from frame to frame and painted in slices, so that no frame waits for more than a slice.
+// What changed shows as it was until its tile is painted anew. A view that moves takes its tiles along. A view that zooms shows
+// its last picture scaled where painting takes too long for a gesture, and is painted sharply when the zoom has rested. Tiles
+// just out of view are painted when all others are done. Knows nothing of maps: whoever keeps it tells what became stale.
 class ScenePicture {
  public:
+  // Where the tiles' content comes from. `zoom` is in device pixels a canvas unit.
+  class Source {
+   public:
+    virtual ~Source() = default;
+    // Gets ready for painting some of these tiles. Is asked again after every change.
+    virtual PaintSteps prepare(double zoom, const QRect& tiles) = 0;
+    // Paints a tile, opaque, on a painter whose coordinates are the tile's pixels.
+    virtual PaintSteps paint(QPainter& painter, double zoom, QPoint tile) = 0;
+  };
+  enum class Effort { slice, all };
+
   // How long a zoom rests until the picture is painted sharply.
   static constexpr std::chrono::milliseconds restDelay{100};
-  // Paintings that take no longer than this keep up with a gesture.
-  static constexpr std::chrono::milliseconds quickPainting{12};
-  // Paints a part of the scene, opaque. View and part are in device pixels.
-  using Paint = std::function<void(QPainter&, const ViewTransform& view, const QRect& part)>;
+  // How long one slice of painting may take, and a whole view that is painted anew at every step of a zoom.
+  static constexpr std::chrono::duration<double, std::milli> sliceTime{4.0};
+  // How far beyond the view tiles are painted in advance, in device pixels.
+  static constexpr int margin = 128;
+
+  // The view in device pixels, with an offset of whole ones: so moved pictures are as sharp as those that are painted anew.
+  static ViewTransform onDevicePixels(const ViewTransform& view, double pixelRatio);
 
   // `refresh` asks for another show().
-  ScenePicture(Scheduler& scheduler, std::function<void()> refresh)
-      : m_scheduler(scheduler), m_refresh(std::move(refresh)) {}
-  ~ScenePicture() { cancelRest(); }
+  ScenePicture(Scheduler& scheduler, Source& source, std::function<void()> refresh)
+      : m_scheduler(scheduler), m_source(source), m_refresh(std::move(refresh)) {}
+  ~ScenePicture();
 
-  void invalidate() { m_isValid = false; }
+  // Ends the painting under way, because the scene is about to change or has changed. It goes on with the next show().
+  void interrupt();
+  void markAllStale();
+  void markStale(const ChangedParts& parts);
+  // The tiles around this point of the view are painted first.
+  void setImportantPoint(QPointF point) { m_importantPoint = point; }
+
   // Paints the view, of a size in device-independent pixels, on a painter in those. The offset is rounded to whole device
-  // pixels. `background` shows where a scaled picture leaves the view bare.
+  // pixels. `background` shows where there is no picture yet. With all effort nothing is left stale.
   void show(QPainter& painter, QSize size, double pixelRatio, const ViewTransform& view, const QColor& background,
-            const Paint& paint);
-  // Stands for the measured time of a whole painting; for tests.
-  void assumePaintingTime(std::chrono::milliseconds time) { m_assumedTime = time; }
+            Effort effort = Effort::slice);
+  // Whether the view as last shown has every detail.
+  bool isSettled() const { return m_tiles.isSettled(m_inView); }
+
+  // Stand for the measured times of slices and of a whole view; for tests.
+  void assumeSlices(std::function<std::function<bool()>()> startSlice) { m_startSlice = std::move(startSlice); }
+  void assumeViewCost(std::chrono::duration<double, std::milli> cost) { m_assumedCost = cost; }
 
  private:
-  void paintAll(const ViewTransform& view, const Paint& paint);
-  // False where nothing of the picture stays in sight.
-  bool moveTo(const ViewTransform& view, const Paint& paint);
-  void scroll(QPoint distance);
-  void paintPart(const QRect& part, const Paint& paint);
-  void showScaled(QPainter& painter, const ViewTransform& view, const QColor& background);
+  // A tile on its way. The painter within the steps paints on the image, which must keep its address.
+  struct Job {
+    QPoint tile;
+    QImage image;
+    std::unique_ptr<QPainter> painter;
+    PaintSteps steps;
+    std::chrono::duration<double, std::milli> cost{0.0};
+  };
+
+  void changeZoom(const ViewTransform& wanted, const QColor& background);
+  void findTiles();
+  QPointF importantPixel() const;
+  // Paints what is stale, the most urgent first. Returns whether something in view was finished.
+  bool work(const std::function<bool()>& isTimeUp);
+  // False where nothing is left to do.
+  bool startJob(const std::function<bool()>& isTimeUp);
+  void startTile(QPoint tile);
+  void finishJob();
+  // Draws tiles, and what there is below missing ones, in device pixels of a view of this size.
+  void draw(QPainter& painter, QSize size, const QRect& tiles, const ViewTransform& view, const QColor& background) const;
+  void continueLater();
   void waitForRest();
-  void cancelRest();
+  void cancel(Scheduler::Task& task);
 
   Scheduler& m_scheduler;
+  Source& m_source;
   std::function<void()> m_refresh;
-  QImage m_image;
+  PictureTiles m_tiles;
+  QSize m_pixels;        // of the view
+  ViewTransform m_view;  // in device pixels
   double m_pixelRatio = 1.0;
-  ViewTransform m_view;  // of the picture, in device pixels
-  bool m_isValid = false;
-  bool m_hasRested = false;
+  QRect m_inView;
+  QRect m_wanted;
+  std::optional<QPointF> m_importantPoint;
+  // The last picture of another zoom, shown scaled where tiles are missing.
+  QImage m_backdrop;
+  ViewTransform m_backdropView;
+  bool m_isZooming = false;  // waiting for the zoom to rest
+  QRect m_preparedTiles;
+  PaintSteps m_preparation;
+  std::unique_ptr<Job> m_job;
   Scheduler::Task m_restTask = 0;
-  std::chrono::duration<double, std::milli> m_paintingTime{0.0};
-  std::optional<std::chrono::milliseconds> m_assumedTime;
+  Scheduler::Task m_sliceTask = 0;
+  std::function<std::function<bool()>()> m_startSlice;
+  std::chrono::duration<double, std::milli> m_viewCost{0.0};
+  std::optional<std::chrono::duration<double, std::milli>> m_assumedCost;
 };
 
 }  // namespace quilmora

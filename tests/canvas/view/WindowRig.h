@@ -22,6 +22,8 @@ namespace quilmora::test {
 class WindowRig {
  public:
   explicit WindowRig(MindMap map) : editor(std::move(map), EditorServices{clock, settings, bookmarks, log}) {
+    // However slow the machine is, each frame is complete.
+    view.assumeQuickPainting();
     window.resize(800, 600);
     view.setGeometry(0, 0, 800, 600);
     window.show();

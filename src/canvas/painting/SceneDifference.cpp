@@ -1,0 +1,340 @@
+#include "canvas/painting/SceneDifference.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "canvas/geometry/Polygons.h"
+#include "canvas/geometry/RelationshipCurve.h"
+#include "canvas/painting/RecordChanges.h"
+#include "canvas/painting/SceneSketch.h"
+
+namespace quilmora {
+
+namespace {
+
+// From so many changed records or topics on, painting everything anew is simpler than telling what changed.
+constexpr std::size_t maxRecordCount = 20000;
+constexpr std::size_t maxChangeCount = 2000;
+// How far shadow, markers and handle reach beyond a box.
+constexpr double nodeMargin = 34.0;
+// The label's plate at the corner of a small region, and its handle.
+constexpr double regionMargin = 60.0;
+
+template <class Drag>
+std::optional<QUuid> ownerOf(const std::optional<Drag>& drag, QUuid Drag::*owner) {
+  return drag ? std::optional((*drag).*owner) : std::nullopt;
+}
+
+}  // namespace
+
+ChangedParts SceneDifference::follow(const MapScene& scene, const PaintOptions& options, MapPainter& painter,
+                                     bool onlyGestures) {
+  m_parts = {};
+  m_options = &options;
+  m_painter = &painter;
+  const bool needsPass = !m_isKnown || !onlyGestures || isDragging(scene) != isDragging(m_scene);
+  if (!m_isKnown || changesEverything(scene)) m_parts.everything = true;
+  if (needsPass) {
+    m_newLooks = looksOf(scene);
+    m_isMoved.assign(m_newLooks.size(), 0);
+    if (!m_parts.everything) compareLooks(scene);
+    if (!m_parts.everything) compareNodes(scene);
+    if (!m_parts.everything) compareEdges(scene);
+    if (!m_parts.everything) compareSelectedEdges(scene);
+    if (!m_parts.everything) compareRelationships(scene);
+    if (!m_parts.everything) compareRegions(scene);
+    m_map = *scene.map;
+    m_ids = scene.index->ids();
+    m_looks = std::move(m_newLooks);
+    m_maxDepth = scene.tree->maxDepth();
+    m_selectedEdges.assign(scene.selectedEdgeIDs->begin(), scene.selectedEdgeIDs->end());
+  }
+  if (!m_parts.everything) compareGestures(scene);
+  m_scene = scene;
+  m_scene.map = nullptr;
+  m_isKnown = true;
+  if (m_parts.areas.size() + m_parts.edges.size() > 4 * maxChangeCount) m_parts.everything = true;
+  return std::move(m_parts);
+}
+
+bool SceneDifference::isDragging(const MapScene& scene) const {
+  return !scene.nodeDragTranslation.isNull();
+}
+
+bool SceneDifference::changesEverything(const MapScene& scene) const {
+  const HierarchicalConfig& config = scene.map->hierarchical;
+  if (scene.opacityRule != m_scene.opacityRule || scene.map->canvas != m_map.canvas || config != m_map.hierarchical)
+    return true;
+  if (scene.index->ids() != m_ids) return true;
+  const int depth = scene.tree->maxDepth();
+  return depth != m_maxDepth && (config.nodeSizing || (config.edgeSizing && (depth < 1) != (m_maxDepth < 1)));
+}
+
+// --- The map, and what is selected and collapsed ---
+
+std::vector<SceneDifference::NodeLook> SceneDifference::looksOf(const MapScene& scene) const {
+  const MapIndex& index = *scene.index;
+  std::vector<NodeLook> looks(index.numberCount());
+  for (std::size_t i = 0; i < index.positions().size(); ++i) {
+    const std::uint32_t number = index.numberOfNode()[i];
+    NodeLook& look = looks[number];
+    look.position = index.positions()[i];
+    look.exists = true;
+    look.isShown = !(scene.hiddenNodes && (*scene.hiddenNodes)[i]);
+    if (number >= scene.tree->numberCount()) continue;
+    look.depth = std::max(0, scene.tree->depthOfNumber(number));
+    look.hasChildren = !scene.tree->childNumbers(number).empty();
+  }
+  const auto mark = [&](const IdSet* ids, bool NodeLook::*flag) {
+    if (!ids) return;
+    for (const QUuid& id : *ids)
+      if (const std::uint32_t number = index.ids()->find(id); number < looks.size()) looks[number].*flag = true;
+  };
+  mark(scene.selectedNodeIDs, &NodeLook::isSelected);
+  mark(scene.collapsedNodeIDs, &NodeLook::isCollapsed);
+  if (isDragging(scene))
+    for (NodeLook& look : looks) look.isShown = look.isShown && !look.isSelected;
+  return looks;
+}
+
+void SceneDifference::compareLooks(const MapScene& scene) {
+  const MapIndex& index = *scene.index;
+  const HierarchicalConfig& config = scene.map->hierarchical;
+  const bool isSizedByDepth = config.nodeSizing || scene.opacityRule != 0;
+  std::size_t count = 0;
+  for (std::size_t i = 0; i < index.positions().size(); ++i) {
+    const std::uint32_t number = index.numberOfNode()[i];
+    // Of topics with one id only the last is told apart.
+    if (index.nodeOfNumber()[number] != i) {
+      m_parts.everything = true;
+      return;
+    }
+    const NodeLook& now = m_newLooks[number];
+    const NodeLook before = number < m_looks.size() ? m_looks[number] : NodeLook();
+    const bool hasMoved = now.position != before.position || now.isShown != before.isShown || now.exists != before.exists;
+    m_isMoved[number] = hasMoved || (config.edgeSizing && now.depth != before.depth);
+    const bool isOther = hasMoved || now.isSelected != before.isSelected || now.isCollapsed != before.isCollapsed ||
+                         now.hasChildren != before.hasChildren || (isSizedByDepth && now.depth != before.depth);
+    if (!isOther && !m_isMoved[number]) continue;
+    if (++count > maxChangeCount) {
+      m_parts.everything = true;
+      return;
+    }
+    if (!isOther) continue;
+    // Changed records are compared beside this; here the record as it stands shows at both places.
+    Node node = scene.map->nodes[i];
+    if (now.isShown) addNode(node, now.depth, scene);
+    node.position = before.position;
+    if (before.exists && before.isShown) addNode(node, before.depth, scene);
+  }
+}
+
+void SceneDifference::compareNodes(const MapScene& scene) {
+  const RecordChanges<Node> changes(m_map.nodes, scene.map->nodes, maxRecordCount);
+  if (changes.isTooMuch || changes.gone.size() + changes.came.size() > 2 * maxChangeCount) {
+    m_parts.everything = true;
+    return;
+  }
+  for (const Node* node : changes.gone) {
+    const std::uint32_t number = m_ids->find(node->id);
+    if (number >= m_looks.size() || !m_looks[number].exists) continue;
+    if (m_looks[number].isShown) addNode(*node, m_looks[number].depth, scene);
+    if (number < m_isMoved.size() && !m_newLooks[number].exists) m_isMoved[number] = 1;
+  }
+  for (const Node* node : changes.came) {
+    const std::uint32_t number = m_ids->find(node->id);
+    if (number < m_newLooks.size() && m_newLooks[number].isShown) addNode(*node, m_newLooks[number].depth, scene);
+  }
+}
+
+void SceneDifference::compareEdges(const MapScene& scene) {
+  const RecordChanges<Edge> changes(m_map.edges, scene.map->edges, maxRecordCount);
+  if (changes.isTooMuch || changes.gone.size() + changes.came.size() > 2 * maxChangeCount) {
+    m_parts.everything = true;
+    return;
+  }
+  for (const Edge* edge : changes.gone) addEdge(*edge, m_looks, scene);
+  for (const Edge* edge : changes.came) addEdge(*edge, m_newLooks, scene);
+  // Those that hang on topics which moved, went or came into sight.
+  if (std::ranges::find(m_isMoved, 1) == m_isMoved.end()) return;
+  const MapIndex& index = *scene.index;
+  for (std::size_t i = 0; i < index.edgeFrom().size(); ++i) {
+    if (!m_isMoved[index.edgeFrom()[i]] && !m_isMoved[index.edgeTo()[i]]) continue;
+    if (m_parts.edges.size() > 2 * maxChangeCount) {
+      m_parts.everything = true;
+      return;
+    }
+    const Edge& edge = scene.map->edges[i];
+    addEdge(edge, m_looks, scene);
+    addEdge(edge, m_newLooks, scene);
+  }
+}
+
+void SceneDifference::compareSelectedEdges(const MapScene& scene) {
+  const IdSet& now = *scene.selectedEdgeIDs;
+  if (now.empty() && m_selectedEdges.empty()) return;
+  IdSet before;
+  before.reserve(m_selectedEdges.size());
+  for (const QUuid& id : m_selectedEdges) before.insert(id);
+  IdSet changed;
+  for (const QUuid& id : now)
+    if (!before.contains(id)) changed.insert(id);
+  for (const QUuid& id : before)
+    if (!now.contains(id)) changed.insert(id);
+  if (changed.empty()) return;
+  if (changed.size() > maxChangeCount) {
+    m_parts.everything = true;
+    return;
+  }
+  // A few ids are sooner compared than hashed.
+  const std::vector<QUuid> few(changed.begin(), changed.end());
+  const bool areFew = few.size() <= 4;
+  for (const Edge& edge : scene.map->edges)
+    if (areFew ? std::ranges::find(few, edge.id) != few.end() : changed.contains(edge.id)) addEdge(edge, m_newLooks, scene);
+}
+
+void SceneDifference::compareRelationships(const MapScene& scene) {
+  const RecordChanges<Relationship> changes(m_map.relationships, scene.map->relationships, maxRecordCount);
+  if (changes.isTooMuch) {
+    m_parts.everything = true;
+    return;
+  }
+  for (const Relationship* relationship : changes.gone) addRelationship(*relationship, m_looks);
+  for (const Relationship* relationship : changes.came) addRelationship(*relationship, m_newLooks);
+  if (std::ranges::find(m_isMoved, 1) == m_isMoved.end()) return;
+  const auto isMoved = [this](const QUuid& id) {
+    const std::uint32_t number = m_ids->find(id);
+    return number < m_isMoved.size() && m_isMoved[number];
+  };
+  for (const Relationship& relationship : scene.map->relationships) {
+    if (!isMoved(relationship.from) && !isMoved(relationship.to)) continue;
+    addRelationship(relationship, m_looks);
+    addRelationship(relationship, m_newLooks);
+  }
+}
+
+void SceneDifference::compareRegions(const MapScene& scene) {
+  const RecordChanges<Region> changes(m_map.regions, scene.map->regions, maxRecordCount);
+  m_parts.everything = m_parts.everything || changes.isTooMuch;
+  for (const Region* region : changes.gone) addRegion(region->rect);
+  for (const Region* region : changes.came) addRegion(region->rect);
+}
+
+// --- Gestures ---
+
+void SceneDifference::compareGestures(const MapScene& scene) {
+  const std::array<const MapScene*, 2> both{&m_scene, &scene};
+  const auto compareNode = [&](const std::optional<QUuid>& before, const std::optional<QUuid>& now, bool isOther) {
+    if (before == now && !(isOther && now)) return;
+    addNodeOf(before, scene);
+    addNodeOf(now, scene);
+  };
+  if (scene.editingNodeID != m_scene.editingNodeID || scene.editingTitle != m_scene.editingTitle) {
+    // The box as it was, and as it is now.
+    const auto addEdited = [&](const MapScene& edited) {
+      const std::uint32_t number = edited.editingNodeID ? m_ids->find(*edited.editingNodeID) : MapIndex::npos;
+      if (number >= m_looks.size() || !m_looks[number].isShown) return;
+      const std::uint32_t place = scene.index->nodeOfNumber()[number];
+      if (place == MapIndex::npos) return;
+      Node node = scene.map->nodes[place];
+      addNode(node, m_looks[number].depth, scene);
+      node.title = edited.editingTitle.value_or(node.title);
+      // The field of a short title is as wide as this.
+      if (node.title.size() < 12) node.title = QStringLiteral("mmmmmmmmmmmm");
+      addNode(node, m_looks[number].depth, scene);
+    };
+    addEdited(m_scene);
+    addEdited(scene);
+  }
+  compareNode(m_scene.dropTargetID, scene.dropTargetID, scene.dropTarget != m_scene.dropTarget);
+  // The handle of a topic that a connection comes from is on its way.
+  using Drag = MapScene::ConnectionDrag;
+  compareNode(ownerOf(m_scene.connectionDrag, &Drag::sourceID), ownerOf(scene.connectionDrag, &Drag::sourceID), false);
+
+  const auto handleOf = [](const MapScene& one) {
+    return one.draggedHandle ? std::optional(std::pair(one.draggedHandle->kind, one.draggedHandle->ownerID)) : std::nullopt;
+  };
+  std::vector<QUuid> links;
+  if (handleOf(m_scene) != handleOf(scene))
+    for (const MapScene* one : both)
+      if (one->draggedHandle) links.push_back(one->draggedHandle->ownerID);
+  if (m_scene.selectedRelationshipID != scene.selectedRelationshipID)
+    for (const auto& id : {m_scene.selectedRelationshipID, scene.selectedRelationshipID})
+      if (id) links.push_back(*id);
+  if (!links.empty()) {
+    const auto isMeant = [&](const QUuid& id) { return std::ranges::find(links, id) != links.end(); };
+    for (const Edge& edge : scene.map->edges)
+      if (isMeant(edge.id)) addEdge(edge, m_looks, scene);
+    for (const Relationship& relationship : scene.map->relationships)
+      if (isMeant(relationship.id)) addRelationship(relationship, m_looks);
+  }
+
+  const auto regionOf = [](const MapScene& one) {
+    return one.regionDrag ? std::optional(std::pair(one.regionDrag->regionID, one.regionDrag->rect)) : std::nullopt;
+  };
+  const bool isDragOther = regionOf(m_scene) != regionOf(scene);
+  if (isDragOther)
+    for (const MapScene* one : both)
+      if (one->regionDrag) addRegion(one->regionDrag->rect);
+  std::vector<std::optional<QUuid>> regions;
+  if (m_scene.selectedRegionID != scene.selectedRegionID) regions = {m_scene.selectedRegionID, scene.selectedRegionID};
+  if (m_scene.editingRegionID != scene.editingRegionID)
+    regions.insert(regions.end(), {m_scene.editingRegionID, scene.editingRegionID});
+  if (isDragOther)
+    for (const MapScene* one : both)
+      if (one->regionDrag) regions.emplace_back(one->regionDrag->regionID);
+  if (!regions.empty())
+    for (const Region& region : scene.map->regions)
+      if (std::ranges::find(regions, std::optional(region.id)) != regions.end()) addRegion(region.rect);
+}
+
+// --- Marks ---
+
+void SceneDifference::addNode(const Node& node, int depth, const MapScene& scene) {
+  const double deepest = scene.tree->maxDepth();
+  const auto fraction = deepest >= 1 ? std::optional(std::max(0, depth) / deepest) : std::nullopt;
+  const HierarchicalConfig& config = scene.map->hierarchical;
+  const NodeMetrics metrics =
+      m_painter->measurer().measure(node, fraction, m_options->depthSizing ? &config : nullptr);
+  // From afar a topic that nobody measured shows as large as it is guessed to be.
+  const auto guess = SceneSketch::guess(node, config);
+  const QSizeF half(std::max<double>(metrics.box.width() / 2, guess.halfWidth) + nodeMargin,
+                    std::max<double>(metrics.box.height() / 2, guess.halfHeight) + nodeMargin);
+  m_parts.areas.emplace_back(node.position.x() - half.width(), node.position.y() - half.height(), 2 * half.width(),
+                             2 * half.height());
+}
+
+void SceneDifference::addNodeOf(const std::optional<QUuid>& id, const MapScene& scene) {
+  if (!id) return;
+  const std::uint32_t place = scene.index->find(*id);
+  if (place == MapIndex::npos) return;
+  addNode(scene.map->nodes[place], m_looks[scene.index->numberOfNode()[place]].depth, scene);
+}
+
+const SceneDifference::NodeLook* SceneDifference::shown(const std::vector<NodeLook>& looks, const QUuid& id) const {
+  const std::uint32_t number = m_ids->find(id);
+  return number < looks.size() && looks[number].exists && looks[number].isShown ? &looks[number] : nullptr;
+}
+
+void SceneDifference::addEdge(const Edge& edge, const std::vector<NodeLook>& looks, const MapScene& scene) {
+  const NodeLook* from = shown(looks, edge.from);
+  const NodeLook* to = shown(looks, edge.to);
+  if (!from || !to) return;
+  m_parts.edges.push_back({from->position, to->position, edge.controlPointOffset.value_or(QPointF()),
+                           SceneSketch::reachOf(edge, scene.map->hierarchical)});
+}
+
+void SceneDifference::addRelationship(const Relationship& relationship, const std::vector<NodeLook>& looks) {
+  const NodeLook* from = shown(looks, relationship.from);
+  const NodeLook* to = shown(looks, relationship.to);
+  if (!from || !to) return;
+  const RelationshipCurve curve(from->position, to->position, relationship.controlPointOffset);
+  m_parts.areas.push_back(curve.bounds().adjusted(-20, -40, 20, 20));
+}
+
+void SceneDifference::addRegion(const QRectF& rect) {
+  m_parts.areas.push_back(rect.normalized().adjusted(-regionMargin, -regionMargin, regionMargin, regionMargin));
+}
+
+}  // namespace quilmora

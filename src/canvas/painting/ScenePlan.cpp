@@ -1,0 +1,28 @@
+#include "canvas/painting/ScenePlan.h"
+
+#include "canvas/painting/TileWalk.h"
+
+namespace quilmora {
+
+ScenePlan::ScenePlan(double tileSide, const QRect& tiles)
+    : m_tileSide(tileSide),
+      m_tiles(tiles),
+      m_parts(static_cast<std::size_t>(tiles.width()) * static_cast<std::size_t>(tiles.height())) {}
+
+std::size_t ScenePlan::place(QPoint tile) const {
+  return static_cast<std::size_t>(tile.y() - m_tiles.top()) * static_cast<std::size_t>(m_tiles.width()) +
+         static_cast<std::size_t>(tile.x() - m_tiles.left());
+}
+
+void ScenePlan::addNode(std::uint32_t index, const QRectF& bounds) {
+  const QRect tiles = tilesUnder(bounds, m_tileSide, m_tiles);
+  for (int y = tiles.top(); y <= tiles.bottom(); ++y)
+    for (int x = tiles.left(); x <= tiles.right(); ++x) m_parts[place({x, y})].nodes.push_back(index);
+}
+
+void ScenePlan::addEdge(std::uint32_t index, QPointF from, QPointF to, QPointF bend, double reach) {
+  visitTilesOfEdge(from, to, bend, reach, m_tileSide, m_tiles,
+                   [&](QPoint tile) { m_parts[place(tile)].edges.push_back(index); });
+}
+
+}  // namespace quilmora

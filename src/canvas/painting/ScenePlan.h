@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include <QPoint>
+#include <QRect>
+
+#include "canvas/painting/MapScene.h"
+
+namespace quilmora {
+
+// What can be seen of a scene in each of many square tiles, found in one walk over the map: painting a tile then looks at
+// that alone. Made by MapPainter::makePlan(); good until the scene changes.
+class ScenePlan {
+ public:
+  // What may reach into a tile, by position in `nodes` and `edges`, the rearmost first.
+  struct Part {
+    std::vector<std::uint32_t> nodes;
+    std::vector<std::uint32_t> edges;
+  };
+
+  // Tiles have a side of `tileSide` canvas units; that of coordinates (x, y) begins at x × side, y × side. `tiles` are the
+  // coordinates that the plan reaches over.
+  ScenePlan(double tileSide, const QRect& tiles);
+
+  double tileSide() const { return m_tileSide; }
+  const QRect& tiles() const { return m_tiles; }
+  const Part& part(QPoint tile) const { return m_parts[place(tile)]; }
+
+  // By number of the index: 1 for a selected topic; empty where none is.
+  std::vector<char> isSelected;
+
+  void addNode(std::uint32_t index, const QRectF& bounds);
+  // An edge that stays within `reach` of its curve; `bend` moves the inner points of the curve.
+  void addEdge(std::uint32_t index, QPointF from, QPointF to, QPointF bend, double reach);
+
+ private:
+  std::size_t place(QPoint tile) const;
+
+  double m_tileSide;
+  QRect m_tiles;
+  std::vector<Part> m_parts;
+};
+
+}  // namespace quilmora

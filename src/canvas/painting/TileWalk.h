@@ -1,0 +1,84 @@
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include <QPointF>
+#include <QRect>
+#include <QRectF>
+
+namespace quilmora {
+
+// The share of an unbent edge's way that lies between two places, from 0 to 1. Such an edge runs evenly from one x to the
+// other, and its y follows 3t² − 2t³, which never turns back.
+struct CurveShare {
+  double first = 0.0;
+  double last = 1.0;
+
+  bool isEmpty() const { return !(first <= last); }
+};
+
+// Of an unbent edge the share that can lie in a rectangle.
+inline CurveShare curveShareIn(const QRectF& rect, QPointF from, QPointF to) {
+  CurveShare share;
+  const auto narrow = [&share](double low, double high, double start, double way, auto&& shareOf) {
+    if (std::abs(way) < 1e-9) {
+      if (start < low || start > high) share.last = -1.0;
+      return;
+    }
+    double first = (low - start) / way;
+    double last = (high - start) / way;
+    if (first > last) std::swap(first, last);
+    if (last < 0.0 || first > 1.0) {
+      share.last = -1.0;
+      return;
+    }
+    share.first = std::max(share.first, shareOf(std::clamp(first, 0.0, 1.0)));
+    share.last = std::min(share.last, shareOf(std::clamp(last, 0.0, 1.0)));
+  };
+  narrow(rect.left(), rect.right(), from.x(), to.x() - from.x(), [](double f) { return f; });
+  narrow(rect.top(), rect.bottom(), from.y(), to.y() - from.y(),
+         [](double f) { return 0.5 - std::sin(std::asin(1.0 - 2.0 * f) / 3.0); });
+  return share;
+}
+
+// The tiles of `range` that a rectangle touches.
+inline QRect tilesUnder(const QRectF& rect, double side, const QRect& range) {
+  const auto tile = [side](double place, int low, int high) {
+    return static_cast<int>(std::clamp(std::floor(place / side), static_cast<double>(low), static_cast<double>(high)));
+  };
+  if (!(rect.right() >= range.left() * side && rect.left() < (range.right() + 1) * side &&
+        rect.bottom() >= range.top() * side && rect.top() < (range.bottom() + 1) * side))
+    return {};
+  return QRect(QPoint(tile(rect.left(), range.left(), range.right()), tile(rect.top(), range.top(), range.bottom())),
+               QPoint(tile(rect.right(), range.left(), range.right()), tile(rect.bottom(), range.top(), range.bottom())));
+}
+
+// Calls visit(tile) for the tiles of `range` that an edge can touch which stays within `reach` of its curve.
+template <class Visit>
+void visitTilesOfEdge(QPointF from, QPointF to, QPointF bend, double reach, double side, const QRect& range,
+                      Visit&& visit) {
+  QRectF hull(QPointF(std::min(from.x(), to.x()) - reach, std::min(from.y(), to.y()) - reach),
+              QPointF(std::max(from.x(), to.x()) + reach, std::max(from.y(), to.y()) + reach));
+  if (!bend.isNull()) hull = hull.united(hull.translated(bend));
+  const QRect tiles = tilesUnder(hull, side, range);
+  const bool isSimple = !bend.isNull() || (tiles.width() <= 1 || tiles.height() <= 1);
+  for (int x = tiles.left(); x <= tiles.right(); ++x) {
+    QRect column(x, tiles.top(), 1, tiles.height());
+    if (!isSimple) {
+      // What of the curve lies in the column of tiles goes steadily up or down.
+      const double left = x * side - reach;
+      const CurveShare share =
+          curveShareIn(QRectF(left, hull.top(), side + 2 * reach, hull.height()), from, to);
+      if (share.isEmpty()) continue;
+      const auto yAt = [&](double t) { return from.y() + (to.y() - from.y()) * t * t * (3.0 - 2.0 * t); };
+      const std::pair<double, double> ends = std::minmax({yAt(share.first), yAt(share.last)});
+      const double middle = (x + 0.5) * side;
+      column = tilesUnder(QRectF(QPointF(middle, ends.first - reach), QPointF(middle, ends.second + reach)), side, column);
+    }
+    for (int y = column.top(); y <= column.bottom(); ++y) visit(QPoint(x, y));
+  }
+}
+
+}  // namespace quilmora
