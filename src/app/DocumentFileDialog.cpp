@@ -22,6 +22,18 @@ constexpr int nameColumn = 0;
 constexpr int typeColumn = 2;
 constexpr int nameColumnWidth = 300;
 
+QString filterLabel(FilePanels::Content content) {
+  switch (content) {
+    case FilePanels::Content::images:
+      return DocumentFileDialog::tr("Images (%1)");
+    case FilePanels::Content::imports:
+      return DocumentFileDialog::tr("Maps and outlines (%1)");
+    case FilePanels::Content::documents:
+      break;
+  }
+  return DocumentFileDialog::tr("Mind maps (%1)");
+}
+
 }  // namespace
 
 QIcon SymbolFileIcons::icon(IconType type) const {
@@ -58,7 +70,7 @@ DocumentFileDialog::DocumentFileDialog(const Look& look, SymbolFileIcons& icons,
     : QFileDialog(parent), m_look(look), m_allowsFolders(request.allowsFolders) {
   setAcceptMode(AcceptOpen);
   setFileMode(ExistingFile);
-  setWindowTitle(tr("Open"));
+  setWindowTitle(request.content == FilePanels::Content::imports ? tr("Import") : tr("Open"));
   prepare(icons, request.extensions, request.content);
   // Going into a package is choosing it.
   connect(this, &QFileDialog::directoryEntered, this, [this](const QString& folder) {
@@ -66,8 +78,7 @@ DocumentFileDialog::DocumentFileDialog(const Look& look, SymbolFileIcons& icons,
   });
 }
 
-void DocumentFileDialog::prepare(SymbolFileIcons& icons, const QStringList& extensions,
-                                 FilePanels::Content content) {
+void DocumentFileDialog::prepare(SymbolFileIcons& icons, const QStringList& extensions, FilePanels::Content content) {
   m_extensions = extensions;
   setOption(DontUseNativeDialog);
   setOption(DontUseCustomDirectoryIcons);
@@ -75,8 +86,7 @@ void DocumentFileDialog::prepare(SymbolFileIcons& icons, const QStringList& exte
   setViewMode(Detail);
   QStringList patterns;
   for (const QString& extension : extensions) patterns.append(QStringLiteral("*.") + extension);
-  const QString label = content == FilePanels::Content::images ? tr("Images (%1)") : tr("Mind maps (%1)");
-  setNameFilter(label.arg(patterns.join(QLatin1Char(' '))));
+  setNameFilter(filterLabel(content).arg(patterns.join(QLatin1Char(' '))));
   QList<QUrl> places;
   for (const auto place : {QStandardPaths::HomeLocation, QStandardPaths::DocumentsLocation,
                            QStandardPaths::DesktopLocation, QStandardPaths::DownloadLocation}) {

@@ -23,7 +23,20 @@ FileDialogPanels::FileDialogPanels(const Look& look, QString openFolder)
     : m_look(look),
       m_icons(look),
       m_openFolder(std::move(openFolder)),
-      m_imageFolder(QStandardPaths::writableLocation(QStandardPaths::PicturesLocation)) {}
+      m_imageFolder(QStandardPaths::writableLocation(QStandardPaths::PicturesLocation)),
+      m_importFolder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)) {}
+
+QString& FileDialogPanels::folderOf(Content content) {
+  switch (content) {
+    case Content::images:
+      return m_imageFolder;
+    case Content::imports:
+      return m_importFolder;
+    case Content::documents:
+      break;
+  }
+  return m_openFolder;
+}
 
 std::optional<QString> FileDialogPanels::askSavePath(const SaveRequest& request) {
   return ask(new DocumentFileDialog(m_look, m_icons, request, QApplication::activeWindow()));
@@ -31,7 +44,7 @@ std::optional<QString> FileDialogPanels::askSavePath(const SaveRequest& request)
 
 std::optional<QString> FileDialogPanels::askOpenPath(const OpenRequest& request) {
   auto* dialog = new DocumentFileDialog(m_look, m_icons, request, QApplication::activeWindow());
-  QString& folder = request.content == Content::images ? m_imageFolder : m_openFolder;
+  QString& folder = folderOf(request.content);
   if (QDir(folder).exists()) dialog->setDirectory(folder);
   const std::optional<QString> path = ask(dialog);
   if (path) folder = QFileInfo(*path).absolutePath();

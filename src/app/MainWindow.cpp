@@ -56,7 +56,8 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
       m_beforeQuit(notifications.observe(Notification::autoSaveBeforeQuit,
                                          [this](const QVariant&) { m_canvas->commitTitleEdit(); })),
       m_session(m_editor, {machine.editorServices(), machine.writer, machine.panels, machine.scheduler, notifications,
-                           recentFiles, machine.defaultFolder}) {
+                           recentFiles, machine.defaultFolder}),
+      m_import(m_session, machine.panels, machine.clock) {
   CommandActions::Handlers handlers;
   handlers.quit = [this] { m_quit(); };
   handlers.about = [this] { showAbout(); };
@@ -69,6 +70,7 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
 
   const auto showError = [this](const QString& message) { m_machine.alerts.showError(this, message); };
   connect(&m_session, &DocumentSession::errorRaised, this, showError);
+  connect(&m_import, &ImportFlow::errorRaised, this, showError);
   connect(&m_images, &NodeImages::errorRaised, this, showError);
   connect(m_exportFlow, &ExportFlow::errorRaised, this, showError);
   // The panel opens once the menu that asked for it has gone.
@@ -176,6 +178,10 @@ void MainWindow::receiveNotifications() {
   receive(openRecentFile, [this](const QVariant& path) {
     m_canvas->commitTitleEdit();
     m_session.open(path.toString());
+  });
+  receive(importDocument, [this](const QVariant&) {
+    m_canvas->commitTitleEdit();
+    m_import.run();
   });
   receive(undo, [this](const QVariant&) { m_editor.undo(); });
   receive(redo, [this](const QVariant&) { m_editor.redo(); });

@@ -4,6 +4,7 @@
 
 #include <QMainWindow>
 
+#include "app/ImportFlow.h"
 #include "app/Machine.h"
 #include "app/SidebarTab.h"
 #include "editor/DocumentSession.h"
@@ -92,6 +93,7 @@ class MainWindow : public QMainWindow {
   // Before the session, so that a title that is being edited is in the map when the session saves it on quitting.
   NotificationCenter::Subscription m_beforeQuit;
   DocumentSession m_session;
+  ImportFlow m_import;
   std::vector<NotificationCenter::Subscription> m_subscriptions;
 
   CommandActions* m_actions = nullptr;

@@ -3,8 +3,11 @@
 #include <QFileInfo>
 
 #include "exchange/ExportWriter.h"
+#include "exchange/ImportError.h"
+#include "exchange/MapImport.h"
 #include "model/MindMapDocument.h"
 #include "platform/FileWriter.h"
+#include "platform/RegularFile.h"
 
 namespace quilmora {
 
@@ -20,11 +23,9 @@ QString extensionOf(const QString& path) {
   return QFileInfo(path).suffix().toLower();
 }
 
-// A document opens whatever its name; only what is certainly of another kind is refused by it.
-void checkReadable(const QString& path) {
+bool isForeign(const QString& path) {
   const QString extension = extensionOf(path);
-  for (const auto* other : {"opml", "mm", "md"})
-    if (extension == QLatin1String(other)) throw FileError(QStringLiteral("cannot read .%1 files").arg(extension));
+  return extension != QLatin1String("json") && importedExtensions().contains(extension);
 }
 
 bool isDocument(const QString& extension) {
@@ -42,10 +43,15 @@ ExportFormat exportFormatOf(const QString& extension) {
 
 MindMap readMap(const QString& path) {
   const QString plain = withoutTrailingSlashes(path);
-  if (!QFileInfo(plain).isDir()) checkReadable(plain);
   try {
+    // A document opens whatever its name; only what is certainly of another kind is read as that.
+    if (isForeign(plain) && !QFileInfo(plain).isDir()) return importMapAt(plain, SystemClock()).value();
     return decodeDocumentAt(plain);
   } catch (const DocumentError& error) {
+    throw FileError(error.message());
+  } catch (const ImportError& error) {
+    throw FileError(error.message());
+  } catch (const FileReadError& error) {
     throw FileError(error.message());
   }
 }

@@ -16,7 +16,7 @@ class FileError : public std::runtime_error {
   QString reason() const { return QString::fromUtf8(what()); }
 };
 
-// Reads a map, a plain document or a package, whatever its name; .opml, .mm and .md are refused. Throws FileError.
+// Reads a map: .opml, .mm and .md as what they are, anything else as a plain document or a package. Throws FileError.
 MindMap readMap(const QString& path);
 
 // Writes a map by the extension of `path`: .mindmap and .json as the plain document, where a path that ends in "/" or

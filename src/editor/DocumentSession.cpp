@@ -152,6 +152,27 @@ void DocumentSession::loadChosen(const QString& path) {
   zoomToFitAfter(zoomDelayAfterOpen);
 }
 
+void DocumentSession::replaceWithImported(const MindMap& map) {
+  if (const QString error = keepBeforeImport(); !error.isEmpty()) {
+    Q_EMIT errorRaised(QStringLiteral("Failed to save document: ") + error);
+    return;
+  }
+  ++m_installCount;
+  m_document.mindMap = map;
+  // Its file still stands: as long as nothing is edited, nothing is lost by quitting, and the document's own file must
+  // not be overwritten for it.
+  m_keptMap = map;
+  m_editor.setMindMap(map);
+  zoomToFitAfter(zoomDelayAfterOpen);
+}
+
+// A map that was never written gets a file of its own in the default folder, which does not become the document's
+// place: the next save would overwrite it.
+QString DocumentSession::keepBeforeImport() {
+  if (!hasUnkeptChanges()) return {};
+  return m_editor.lastSavedFilePath() ? writePendingChanges() : writeTo(freePathInDefaultFolder());
+}
+
 void DocumentSession::install(const MindMap& map, const QString& path) {
   ++m_installCount;
   m_document.mindMap = map;

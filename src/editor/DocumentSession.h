@@ -46,6 +46,9 @@ class DocumentSession : public QObject {
   void saveDocumentAs();
   void openDocument();
   void open(const QString& path);
+  // Puts an imported map in the place of the open one. Changes that are not kept yet are written first, and when that
+  // fails the open map stays. Where the document is saved stays as it is, and nothing is captured for undo.
+  void replaceWithImported(const MindMap& map);
   // Writes when there are changes since the last write. Quitting and opening another document do the same first.
   void autoSave();
   void reopenLastDocument();
@@ -67,6 +70,7 @@ class DocumentSession : public QObject {
   bool hasUnkeptChanges() const;
   QString freePathInDefaultFolder() const;
   // An empty text, or why nothing was written.
+  QString keepBeforeImport();
   QString writePendingChanges();
   void saveForQuit();
   void loadChosen(const QString& path);

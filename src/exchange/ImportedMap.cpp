@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "model/MapIndex.h"
+#include "model/NewId.h"
 
 namespace quilmora {
 
@@ -67,7 +68,7 @@ MindMap importedMap(const QString& title, const Clock& clock) {
 
 Node importedNode(QString title, QString notes) {
   Node node;
-  node.id = QUuid::createUuid();
+  node.id = newId();
   node.title = std::move(title);
   node.notes = std::move(notes);
   node.style = NodeStyle::defaultStyle();
@@ -75,7 +76,7 @@ Node importedNode(QString title, QString notes) {
 }
 
 Edge importedEdge(const QUuid& from, const QUuid& to) {
-  return {QUuid::createUuid(), from, to, QString(), EdgeStyle::defaultStyle(), {}};
+  return {newId(), from, to, QString(), EdgeStyle::defaultStyle(), {}};
 }
 
 void placeDepthFirst(MindMap& map) {

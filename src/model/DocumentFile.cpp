@@ -14,26 +14,13 @@
 #include "model/PaddedText.h"
 #include "platform/Paths.h"
 #include "platform/FileWriter.h"
+#include "platform/RegularFile.h"
 
 namespace quilmora {
 
 namespace {
 
 constexpr QLatin1String documentName("document.json");
-
-class FileDescriptor {
- public:
-  explicit FileDescriptor(int number) : m_number(number) {}
-  ~FileDescriptor() {
-    if (m_number >= 0) ::close(m_number);
-  }
-  FileDescriptor(const FileDescriptor&) = delete;
-  FileDescriptor& operator=(const FileDescriptor&) = delete;
-  int number() const { return m_number; }
-
- private:
-  int m_number;
-};
 
 [[noreturn]] void failWithSystemError(int error) {
   switch (error) {
@@ -48,33 +35,17 @@ class FileDescriptor {
   }
 }
 
-void requireRegularFile(const struct stat& status) {
-  if (S_ISREG(status.st_mode)) return;
-  if (S_ISDIR(status.st_mode)) throw DocumentError(QStringLiteral("this folder holds no document.json"));
-  throw DocumentError(QStringLiteral("this is a pipe, a socket or a device and not a file"));
-}
-
-PaddedText readWhole(const QByteArray& path) {
-  // A pipe must not be opened without O_NONBLOCK, and a device not at all; the open file is looked at again because the
-  // path may have changed its meaning in between.
-  struct stat status {};
-  if (::stat(path.constData(), &status) != 0) failWithSystemError(errno);
-  requireRegularFile(status);
-  const FileDescriptor file(::open(path.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
-  if (file.number() < 0 || ::fstat(file.number(), &status) != 0) failWithSystemError(errno);
-  requireRegularFile(status);
-
+PaddedText readWhole(const QByteArray& path) try {
+  RegularFile file(path, QStringLiteral("this folder holds no document.json"));
   const auto tooLarge = [] { return DocumentError(QStringLiteral("the file is too large")); };
-  if (static_cast<std::uint64_t>(status.st_size) > PaddedText::maxSize) throw tooLarge();
+  if (file.size() > PaddedText::maxSize) throw tooLarge();
   // One byte more than expected, so that a file that has not grown ends within the first round.
-  std::size_t capacity = static_cast<std::size_t>(status.st_size) + 1;
+  std::size_t capacity = static_cast<std::size_t>(file.size()) + 1;
   PaddedText text = PaddedText::withCapacity(capacity);
   while (true) {
-    const ssize_t count = ::read(file.number(), text.bytes.get() + text.size, capacity - text.size);
-    if (count < 0 && errno == EINTR) continue;
-    if (count < 0) failWithSystemError(errno);
+    const std::size_t count = file.read(text.bytes.get() + text.size, capacity - text.size);
     if (count == 0) return text;
-    text.size += static_cast<std::size_t>(count);
+    text.size += count;
     if (text.size < capacity) continue;
     if (capacity > PaddedText::maxSize) throw tooLarge();
     capacity *= 2;
@@ -83,6 +54,8 @@ PaddedText readWhole(const QByteArray& path) {
     larger.size = text.size;
     text = std::move(larger);
   }
+} catch (const FileReadError& error) {
+  throw DocumentError(error.message());
 }
 
 void writeFile(const QString& path, const QByteArray& bytes) {

@@ -13,7 +13,7 @@ class FilePanels {
  public:
   virtual ~FilePanels() = default;
 
-  enum class Content { documents, images };
+  enum class Content { documents, images, imports };
 
   struct SaveRequest {
     QString folder;         // where the panel opens

@@ -138,10 +138,50 @@ TEST_F(CommandLine, AnExtensionThatIsNotKnownIsRefused) {
   const auto outcome = cli::run({QStringLiteral("convert"), input, output});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.error.toStdString(), "quilmora-cli: " + output.toStdString() + ": cannot write .docx files\n");
-  const auto backwards = cli::run({QStringLiteral("convert"), write("in.opml", cli::smallMap()), path("out.mindmap")});
-  EXPECT_EQ(backwards.status, 1);
-  EXPECT_EQ(backwards.error.toStdString(),
-            "quilmora-cli: " + path("in.opml").toStdString() + ": cannot read .opml files\n");
+}
+
+TEST_F(CommandLine, OutlinesOfOtherProgramsAreReadByTheirExtension) {
+  const std::vector<std::pair<const char*, QByteArray>> files = {
+      {"in.opml", "<opml><body><outline text=\"A\"><outline text=\"B\"/></outline></body></opml>"},
+      {"in.OPML", "<opml><body><outline text=\"A\"><outline text=\"B\"/></outline></body></opml>"},
+      {"in.mm", "<map><node TEXT=\"A\"><node TEXT=\"B\"/></node></map>"},
+      {"in.md", "- A\n  - B\n"},
+  };
+  for (const auto& [name, bytes] : files) {
+    const QString output = path("out.mindmap");
+    QFile::remove(output);
+    EXPECT_EQ(cli::run({QStringLiteral("convert"), write(name, bytes), output}).status, 0) << name;
+    const MindMap map = decodeDocumentAt(output);
+    ASSERT_EQ(map.nodes.size(), 2u) << name;
+    EXPECT_EQ(map.nodes[0].title, QStringLiteral("A")) << name;
+    EXPECT_EQ(map.nodes[1].title, QStringLiteral("B")) << name;
+    ASSERT_EQ(map.edges.size(), 1u) << name;
+    EXPECT_EQ(map.edges[0].from, map.nodes[0].id) << name;
+  }
+}
+
+TEST_F(CommandLine, ADamagedOutlineLeavesTheOutputAsItWas) {
+  write("out.mindmap", "precious");
+  const auto refusal = [&](const QString& input) {
+    const auto outcome = cli::run({QStringLiteral("convert"), input, path("out.mindmap")});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(read(path("out.mindmap")), "precious");
+    return outcome.error.toStdString();
+  };
+  const QString opml = write("in.opml", "<opml>\n<outline text=\"A\">\n");
+  EXPECT_EQ(refusal(opml), "quilmora-cli: " + opml.toStdString() + ": line 3: Premature end of document.\n");
+  const QString freeMind = write("in.mm", "<map><node TEXT=\"\xF6\"/></map>");
+  EXPECT_EQ(refusal(freeMind), "quilmora-cli: " + freeMind.toStdString() +
+                                   ": the file is not UTF-8 text; save it as UTF-8 and import it again\n");
+  const QString none = path("none.opml");
+  EXPECT_EQ(refusal(none), "quilmora-cli: " + none.toStdString() + ": there is no such file\n");
+}
+
+TEST_F(CommandLine, ALayoutArrangesAnImportedOutline) {
+  const QString input = write("in.opml", "<opml><outline text=\"A\"><outline text=\"B\"/></outline></opml>");
+  const QString output = path("out.mindmap");
+  EXPECT_EQ(cli::run({QStringLiteral("layout"), QStringLiteral("tree"), input, output}).status, 0);
+  EXPECT_EQ(decodeDocumentAt(output).layout, MindMap::Layout::tree);
 }
 
 TEST_F(CommandLine, ADocumentOpensWhateverItsName) {

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QObject>
+
+#include "platform/Clock.h"
+
+namespace quilmora {
+
+class DocumentSession;
+class FilePanels;
+
+// From the request to import to the new map: asks for a file, reads it, and puts its map in the place of the open one.
+// A failure changes nothing.
+class ImportFlow : public QObject {
+  Q_OBJECT
+
+ public:
+  // All outlive the flow.
+  ImportFlow(DocumentSession& session, FilePanels& panels, const Clock& clock);
+
+  void run();
+
+ Q_SIGNALS:
+  // The user must see this.
+  void errorRaised(const QString& message);
+
+ private:
+  void importFrom(const QString& path);
+
+  DocumentSession& m_session;
+  FilePanels& m_panels;
+  const Clock& m_clock;
+};
+
+}  // namespace quilmora

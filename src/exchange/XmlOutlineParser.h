@@ -1,0 +1,52 @@
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include <QByteArray>
+
+#include "model/MindMap.h"
+
+class QXmlStreamReader;
+
+namespace quilmora {
+
+class XmlText;
+
+// Reads a map from XML in which nested elements of one name are the topics. Such an object serves one parse.
+class XmlOutlineParser {
+ public:
+  // More would take gigabytes.
+  static constexpr std::size_t maxTopics = 1'000'000;
+
+  // Throws ImportError: parseError, whose text begins with the line where the parser stopped, or invalidData where the
+  // text is not UTF-8, whatever encoding it declares.
+  MindMap parse();
+
+ protected:
+  // What differs between the formats. Names are compared exactly, with their prefix.
+  struct Form {
+    QString mapTitle;
+    QStringView element;
+    QStringView titleAttribute;
+    QStringView notesAttribute;  // empty for none
+    void (*place)(MindMap&);
+  };
+
+  XmlOutlineParser(QByteArray xml, const Clock& clock, const Form& form);
+
+ private:
+  void run(QXmlStreamReader& reader);
+  void didStartElement(const QXmlStreamReader& reader);
+  void didEndElement(const QXmlStreamReader& reader);
+
+  Form m_form;
+  QByteArray m_xml;
+  MindMap m_mindMap;                  // without topics until the end
+  std::optional<Node> m_currentNode;  // stays empty: a topic is complete with its opening tag
+  std::vector<QUuid> m_nodeStack;     // open elements from the outermost to the innermost
+  SharedArray<Node> m_nodes;          // in the order of the opening tags
+  SharedArray<Edge> m_edges;          // in the order of the opening tags of the children
+};
+
+}  // namespace quilmora

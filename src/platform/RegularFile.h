@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <stdexcept>
+
+#include <QByteArray>
+#include <QString>
+
+namespace quilmora {
+
+// Why a file could not be read. One line, fit to be shown, without the file's name.
+class FileReadError : public std::runtime_error {
+ public:
+  explicit FileReadError(const QString& message) : std::runtime_error(message.toStdString()) {}
+  QString message() const { return QString::fromUtf8(what()); }
+};
+
+// A file that is open for reading. A pipe, a socket or a device, which could keep the reader waiting, is refused and
+// not opened. Throws FileReadError.
+class RegularFile {
+ public:
+  // `path` in the file system's own bytes; `folderReason` is the error for a folder.
+  explicit RegularFile(const QByteArray& path,
+                       const QString& folderReason = QStringLiteral("this is a folder and not a file"));
+  ~RegularFile();
+  RegularFile(const RegularFile&) = delete;
+  RegularFile& operator=(const RegularFile&) = delete;
+
+  // In bytes, when it was opened.
+  std::uint64_t size() const { return m_size; }
+  // Reads up to `capacity` bytes; 0 at the end.
+  std::size_t read(char* bytes, std::size_t capacity);
+
+ private:
+  int m_descriptor = -1;
+  std::uint64_t m_size = 0;
+};
+
+// The whole file, when it has at most `maxSize` bytes. Throws FileReadError.
+QByteArray readWholeFile(const QString& path, qsizetype maxSize);
+
+}  // namespace quilmora
