@@ -62,7 +62,7 @@ TEST_F(MainWindowTest, MenusOfANewWindow) {
   start();
   EXPECT_EQ(entriesOf(menu("&File")),
             lines({"New Topic", "New from Template", "New Branch", "---", "Open...", "Open Recent", "Save...",
-                   "Save As...", "---", "(Import...)", "Export", "---", "Quit"}));
+                   "Save As...", "---", "Import...", "Export", "---", "Quit"}));
   EXPECT_EQ(entriesOf(submenu(menu("&File"), "New from Template")),
             lines({"(Brainstorm)", "(Project Plan)", "(Meeting Notes)", "(Research)", "(Personal Goals)"}));
   EXPECT_EQ(entriesOf(submenu(menu("&File"), "Export")),
