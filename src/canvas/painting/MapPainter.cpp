@@ -257,7 +257,8 @@ NodeMetrics MapPainter::measure(const MapScene& scene, std::size_t nodeIndex, co
                             isEdited ? std::optional(scene.editingTitle.value_or(node.title)) : std::nullopt);
 }
 
-std::optional<std::size_t> MapPainter::nodeAt(const MapScene& scene, QPointF canvasPoint, const PaintOptions& options) {
+std::optional<std::size_t> MapPainter::nodeAt(const MapScene& scene, QPointF canvasPoint, const PaintOptions& options,
+                                              std::size_t* patience) {
   m_sketch->update(*scene.map);
   const std::vector<QPointF>& positions = scene.index->positions();
   const double reach = m_sketch->maxHalfWidth();
@@ -266,6 +267,7 @@ std::optional<std::size_t> MapPainter::nodeAt(const MapScene& scene, QPointF can
     if (!(std::abs(distance.x()) <= reach)) continue;
     if (!(std::abs(distance.y()) <= static_cast<double>(m_sketch->nodes()[i].boundHalfHeight))) continue;
     if (scene.hiddenNodes && i < scene.hiddenNodes->size() && (*scene.hiddenNodes)[i]) continue;
+    if (patience && (*patience == 0 || --*patience == 0)) return std::nullopt;
     if (measure(scene, i, options).box.contains(distance)) return i;
   }
   return std::nullopt;

@@ -19,6 +19,8 @@ namespace {
 // How far from a topic's centre its small parts can lie: they sit in the middle of its left and right edge.
 constexpr double maxPartDistanceX = 2500.0;
 constexpr double maxPartDistanceY = HandleMetrics::connectionHandleDiameter / 2.0;
+// Topics that are measured at one move of the pointer. Few lie near a point but in a heap, where each takes microseconds.
+constexpr std::size_t movesPatience = 300;
 
 const PaintOptions& canvasOptions() {
   static const PaintOptions options = [] {
@@ -159,8 +161,10 @@ CanvasTarget CanvasScene::targetAt(QPointF point, const CanvasState& state) {
 CanvasTarget CanvasScene::partAt(QPointF point, const CanvasState& state) {
   if (const auto handle = relationshipHandleAt(point, state)) return *handle;
   if (const auto handle = edgeHandleAt(point)) return *handle;
-  const auto part = nodePartAt(describe(state), point);
+  std::size_t patience = movesPatience;
+  const auto part = nodePartAt(describe(state), point, &patience);
   if (part) return part->isPart() ? *part : CanvasTarget();
+  if (patience == 0) return {};
   const auto region = regionAt(point);
   if (!region || !region->isPart()) return {};
   // Connectors lie above regions.
@@ -307,9 +311,9 @@ std::optional<CanvasTarget> CanvasScene::relationshipHandleAt(QPointF point, con
 
 // Toggles and handles stand out over the boxes, so each topic is asked for them from the top down, as far as the
 // topmost box that holds the point.
-std::optional<CanvasTarget> CanvasScene::nodePartAt(const MapScene& scene, QPointF point) {
+std::optional<CanvasTarget> CanvasScene::nodePartAt(const MapScene& scene, QPointF point, std::size_t* patience) {
   using Kind = CanvasTarget::Kind;
-  const auto boxed = m_painter.nodeAt(scene, point, canvasOptions());
+  const auto boxed = m_painter.nodeAt(scene, point, canvasOptions(), patience);
   const auto& positions = scene.index->positions();
   const std::size_t last = boxed.value_or(0);
   if (scene.view.zoom * m_pixelRatio >= NodeMetrics::minPartScale)
@@ -321,6 +325,7 @@ std::optional<CanvasTarget> CanvasScene::nodePartAt(const MapScene& scene, QPoin
       const bool hasHandle = scene.selectedNodeIDs->contains(id) && scene.editingNodeID != id;
       const bool hasToggle = scene.tree->childCount(id) > 0;
       if (!hasHandle && !hasToggle) continue;
+      if (patience && (*patience == 0 || --*patience == 0)) return std::nullopt;
       const NodeMetrics metrics = m_painter.measure(scene, i, canvasOptions());
       if (hasHandle && isOnDisc(metrics.connectionHandle, offset)) return CanvasTarget{Kind::connectionHandle, id};
       if (hasToggle && isOnDisc(metrics.collapseToggle, offset)) return CanvasTarget{Kind::collapseToggle, id};

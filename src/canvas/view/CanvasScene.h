@@ -67,7 +67,8 @@ class CanvasScene final : public ScenePicture::Source {
   void describeRegions(MapScene& scene, const RegionLayerState& state) const;
   std::optional<CanvasTarget> edgeHandleAt(QPointF point);
   std::optional<CanvasTarget> relationshipHandleAt(QPointF point, const CanvasState& state);
-  std::optional<CanvasTarget> nodePartAt(const MapScene& scene, QPointF point);
+  // `patience` as for MapPainter::nodeAt.
+  std::optional<CanvasTarget> nodePartAt(const MapScene& scene, QPointF point, std::size_t* patience = nullptr);
   std::optional<CanvasTarget> regionAt(QPointF point) const;
   std::optional<QPointF> shownPosition(const QUuid& nodeID);
   std::optional<QRectF> nodePartRect(const CanvasTarget& part, const CanvasState& state);

@@ -175,6 +175,18 @@ TEST_F(CanvasWindow, ButtonsAndHandlesAnswerToThePointer) {
   EXPECT_TRUE(rig.editor.collapsedNodeIDs().empty());
 }
 
+TEST(CanvasHover, GivesUpInAHeapOfTopics) {
+  std::vector<Node> nodes;
+  for (int i = 1; i <= 2000; ++i) nodes.push_back(topic(i, 0, 0));
+  WindowRig rig(mapWith(nodes));
+  rig.editor.setSelectedNodeIDs({topicId(1)});
+  // The handle of the undermost lies free, but all the others would have to be measured to know it.
+  EXPECT_FALSE(rig.partBeside(1, CanvasTarget::Kind::connectionHandle));
+  for (int i = 2; i <= 1900; ++i) nodes[static_cast<std::size_t>(i - 1)].position = QPointF(0, 5000);
+  rig.editor.setMindMap(mapWith(nodes));
+  EXPECT_TRUE(rig.partBeside(1, CanvasTarget::Kind::connectionHandle));
+}
+
 TEST_F(CanvasWindow, ButtonsAndHandlesSayWhatTheyDo) {
   using Kind = CanvasTarget::Kind;
   const auto toolTipAt = [&](QPoint point) {
