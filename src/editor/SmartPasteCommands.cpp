@@ -3,6 +3,7 @@
 
 #include "editor/MindMapViewModel.h"
 #include "editor/SmartPaste.h"
+#include "model/NewId.h"
 
 namespace quilmora {
 
@@ -29,7 +30,7 @@ QPointF placeBeside(const std::optional<QPointF>& parent, std::size_t index) {
 
 Node makeTopic(QString title, QPointF position, const NodeStyle& style) {
   Node node;
-  node.id = QUuid::createUuid();
+  node.id = newId();
   node.title = std::move(title);
   node.position = position;
   node.style = style;
@@ -53,7 +54,7 @@ struct MindMapViewModel::Pasted {
     edges.reserve(count);
   }
   void add(Node node, const std::optional<QUuid>& parentID, const EdgeStyle& edgeStyle) {
-    if (parentID) edges.push_back(Edge{QUuid::createUuid(), *parentID, node.id, QString(), edgeStyle, std::nullopt});
+    if (parentID) edges.push_back(Edge{newId(), *parentID, node.id, QString(), edgeStyle, std::nullopt});
     nodes.push_back(std::move(node));
   }
 };

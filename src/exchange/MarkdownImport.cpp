@@ -64,15 +64,14 @@ QString textOf(QByteArrayView utf8) {
 }
 
 QString withoutBoldMarks(QByteArrayView text) {
+  static constexpr QByteArrayView mark = "**";
   QByteArray kept;
   kept.reserve(text.size());
-  for (qsizetype at = 0; at < text.size();) {
-    if (text.sliced(at).startsWith("**")) {
-      at += 2;
-      continue;
-    }
-    kept.append(text[at++]);
+  for (qsizetype found = text.indexOf(mark); found >= 0; found = text.indexOf(mark)) {
+    kept.append(text.first(found).data(), found);
+    text = text.sliced(found + mark.size());
   }
+  kept.append(text.data(), text.size());
   return textOf(kept);
 }
 
