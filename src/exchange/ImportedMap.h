@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "model/MindMap.h"
 
 namespace quilmora {
@@ -14,12 +16,14 @@ Node importedNode(QString title, QString notes);
 // An edge with a new id and the default style, which owes nothing to the theme in force.
 Edge importedEdge(const QUuid& from, const QUuid& to);
 
-// Place every topic that a root reaches: at depth d, as number s of its level from 0, it stands at
-// (d × 200 + 100, s × 100 + 100). Neither recurses, and a topic that is reached twice is placed once.
+// Gives topics their places: at depth d, as number s of its level from 0, a topic stands at (d × 200 + 100, s × 100 +
+// 100). Importers make topics depth first and children in the order of the edges, so each is placed when it is made.
+class LevelPlaces {
+ public:
+  QPointF next(std::size_t depth);
 
-// Levels are filled depth first from each root, children in the order of the edges.
-void placeDepthFirst(MindMap& map);
-// Depths are found depth first from each root; then levels are filled in the order of the map's topics.
-void placeByDepthTable(MindMap& map);
+ private:
+  std::vector<std::int64_t> m_taken;  // by depth
+};
 
 }  // namespace quilmora

@@ -103,12 +103,14 @@ class MarkdownReader {
   void addTopic(const QString& title, qsizetype level) {
     while (!m_open.empty() && m_open.back().level >= level) m_open.pop_back();
     Node node = importedNode(title, QString());
+    node.position = m_places.next(m_open.size());
     if (!m_open.empty()) m_map.edges.append(importedEdge(m_open.back().id, node.id));
     m_open.push_back({level, node.id});
     m_map.nodes.append(std::move(node));
   }
 
   MindMap& m_map;
+  LevelPlaces m_places;
   std::vector<Open> m_open;  // from the outermost to the innermost
 };
 
@@ -120,7 +122,6 @@ MindMap importMarkdown(QByteArrayView bytes, const Clock& clock) {
   MindMap map = importedMap(QStringLiteral("Imported from Markdown"), clock);
   MarkdownReader reader(map);
   visitLines(bytes, [&](QByteArrayView line) { reader.readLine(line); });
-  placeDepthFirst(map);
   return map;
 }
 

@@ -1,11 +1,8 @@
 #include "exchange/OPMLParser.h"
 
-#include "exchange/ImportedMap.h"
-
 namespace quilmora {
 
 OPMLParser::OPMLParser(QByteArray xml, const Clock& clock)
-    : XmlOutlineParser(std::move(xml), clock,
-                       {QStringLiteral("Imported from OPML"), u"outline", u"text", u"_note", placeByDepthTable}) {}
+    : XmlOutlineParser(std::move(xml), clock, {QStringLiteral("Imported from OPML"), u"outline", u"text", u"_note"}) {}
 
 }  // namespace quilmora

@@ -4,7 +4,6 @@
 #include <simdjson.h>
 
 #include "exchange/ImportError.h"
-#include "exchange/ImportedMap.h"
 #include "exchange/XmlText.h"
 
 namespace quilmora {
@@ -70,7 +69,6 @@ MindMap XmlOutlineParser::parse() {
   if (reader.hasError()) throw parserError(reader, xml);
   m_mindMap.nodes = std::move(m_nodes);
   m_mindMap.edges = std::move(m_edges);
-  m_form.place(m_mindMap);
   return m_mindMap;
 }
 
@@ -98,6 +96,7 @@ void XmlOutlineParser::run(QXmlStreamReader& reader) {
 void XmlOutlineParser::didStartElement(const QXmlStreamReader& reader) {
   static const QString defaultTitle = QStringLiteral("Untitled");
   Node node = importedNode(defaultTitle, QString());
+  node.position = m_places.next(m_nodeStack.size());
   for (const QXmlStreamAttribute& attribute : reader.attributes()) {
     if (attribute.qualifiedName() == m_form.titleAttribute)
       node.title = attribute.value().toString();

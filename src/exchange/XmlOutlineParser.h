@@ -5,7 +5,7 @@
 
 #include <QByteArray>
 
-#include "model/MindMap.h"
+#include "exchange/ImportedMap.h"
 
 class QXmlStreamReader;
 
@@ -30,7 +30,6 @@ class XmlOutlineParser {
     QStringView element;
     QStringView titleAttribute;
     QStringView notesAttribute;  // empty for none
-    void (*place)(MindMap&);
   };
 
   XmlOutlineParser(QByteArray xml, const Clock& clock, const Form& form);
@@ -45,8 +44,9 @@ class XmlOutlineParser {
   MindMap m_mindMap;                  // without topics until the end
   std::optional<Node> m_currentNode;  // stays empty: a topic is complete with its opening tag
   std::vector<QUuid> m_nodeStack;     // open elements from the outermost to the innermost
-  SharedArray<Node> m_nodes;          // in the order of the opening tags
-  SharedArray<Edge> m_edges;          // in the order of the opening tags of the children
+  LevelPlaces m_places;
+  SharedArray<Node> m_nodes;  // in the order of the opening tags
+  SharedArray<Edge> m_edges;  // in the order of the opening tags of the children
 };
 
 }  // namespace quilmora

@@ -15,19 +15,24 @@ class RandomBytes {
  public:
   // The next 16 bytes, or nothing when the system gives none.
   const uchar* next() {
-    if (m_used == m_bytes.size()) {
-      if (::getrandom(m_bytes.data(), m_bytes.size(), 0) != static_cast<ssize_t>(m_bytes.size())) return nullptr;
-      m_used = 0;
-    }
+    if (m_used + idSize > m_size && !refill()) return nullptr;
     const uchar* bytes = m_bytes.data() + m_used;
     m_used += idSize;
     return bytes;
   }
 
  private:
-  // The system gives up to 256 bytes without interruption.
-  std::array<uchar, 256> m_bytes{};
-  std::size_t m_used = m_bytes.size();
+  // A signal may cut it short.
+  bool refill() {
+    const ssize_t count = ::getrandom(m_bytes.data(), m_bytes.size(), 0);
+    m_size = count > 0 ? static_cast<std::size_t>(count) : 0;
+    m_used = 0;
+    return m_size >= idSize;
+  }
+
+  std::array<uchar, 4096> m_bytes{};
+  std::size_t m_size = 0;
+  std::size_t m_used = 0;
 };
 
 }  // namespace

@@ -7,26 +7,6 @@
 namespace quilmora {
 namespace {
 
-using test::Ends;
-using test::mapOf;
-using Places = std::vector<std::pair<double, double>>;
-
-Places placesOf(const MindMap& map) {
-  Places places;
-  for (const Node& node : map.nodes) places.emplace_back(node.position.x(), node.position.y());
-  return places;
-}
-
-Places placedDepthFirst(MindMap map) {
-  placeDepthFirst(map);
-  return placesOf(map);
-}
-
-Places placedByDepthTable(MindMap map) {
-  placeByDepthTable(map);
-  return placesOf(map);
-}
-
 TEST(ImportedMap, BeginsWithTheDefaultsAndTheTimeOfTheImport) {
   const ManualClock clock(TimePoint(std::chrono::seconds(1'710'000'000)));
   const MindMap map = importedMap(QStringLiteral("Imported from OPML"), clock);
@@ -74,47 +54,21 @@ TEST(ImportedMap, AnEdgeHasTheFixedColourAndTaper) {
 }
 
 TEST(ImportedMap, LevelsStandTwoHundredApartAndSlotsOneHundred) {
-  const MindMap map = mapOf({1, 2, 3, 4, 5}, {{1, 2}, {2, 3}, {1, 4}, {4, 5}});
-  const Places expected{{100, 100}, {300, 100}, {500, 100}, {300, 200}, {500, 200}};
-  EXPECT_EQ(placedDepthFirst(map), expected);
-  EXPECT_EQ(placedByDepthTable(map), expected);
+  LevelPlaces places;
+  EXPECT_EQ(places.next(0), QPointF(100, 100));
+  EXPECT_EQ(places.next(1), QPointF(300, 100));
+  EXPECT_EQ(places.next(2), QPointF(500, 100));
+  EXPECT_EQ(places.next(1), QPointF(300, 200));
+  EXPECT_EQ(places.next(2), QPointF(500, 200));
+  EXPECT_EQ(places.next(0), QPointF(100, 200));
 }
 
-TEST(ImportedMap, RootsShareTheFirstLevel) {
-  EXPECT_EQ(placedDepthFirst(mapOf({1, 2})), (Places{{100, 100}, {100, 200}}));
-  EXPECT_EQ(placedByDepthTable(mapOf({1, 2})), (Places{{100, 100}, {100, 200}}));
-}
-
-TEST(ImportedMap, DepthFirstFollowsTheEdgesAndTheTableTheTopics) {
-  const MindMap map = mapOf({1, 2, 3}, {{1, 3}, {1, 2}});
-  EXPECT_EQ(placedDepthFirst(map), (Places{{100, 100}, {300, 200}, {300, 100}}));
-  EXPECT_EQ(placedByDepthTable(map), (Places{{100, 100}, {300, 100}, {300, 200}}));
-}
-
-TEST(ImportedMap, ATopicOfTwoParentsIsPlacedWhereItIsReachedFirst) {
-  const MindMap map = mapOf({1, 2, 3}, {{1, 2}, {2, 3}, {1, 3}});
-  EXPECT_EQ(placedDepthFirst(map), (Places{{100, 100}, {300, 100}, {500, 100}}));
-}
-
-TEST(ImportedMap, ACycleEndsAndWhatNoRootReachesStaysInPlace) {
-  const MindMap below = mapOf({1, 2, 3}, {{1, 2}, {2, 3}, {3, 2}});
-  EXPECT_EQ(placedDepthFirst(below), (Places{{100, 100}, {300, 100}, {500, 100}}));
-  const MindMap alone = mapOf({1, 2}, {{1, 2}, {2, 1}});
-  EXPECT_EQ(placedDepthFirst(alone), (Places{{0, 0}, {0, 0}}));
-  EXPECT_EQ(placedByDepthTable(alone), (Places{{0, 0}, {0, 0}}));
-}
-
-TEST(ImportedMap, AnEdgeToNowhereTakesNoSlot) {
-  EXPECT_EQ(placedDepthFirst(mapOf({1, 2}, {{1, 9}, {1, 2}})), (Places{{100, 100}, {300, 100}}));
-}
-
-TEST(ImportedMap, AChainOfAHundredThousandIsPlaced) {
-  MindMap map;
-  for (int i = 0; i < 100'000; ++i) map.nodes.append(test::topic(i));
-  for (int i = 1; i < 100'000; ++i) map.edges.append(test::edgeBetween(i, i - 1, i));
-  placeDepthFirst(map);
-  EXPECT_EQ(map.nodes.back().position.x(), 99'999.0 * 200.0 + 100.0);
-  EXPECT_EQ(map.nodes.back().position.y(), 100.0);
+TEST(ImportedMap, FarLevelsAndSlotsArePlacedExactly) {
+  LevelPlaces places;
+  EXPECT_EQ(places.next(30'000'000), QPointF(6'000'000'100.0, 100));
+  QPointF last;
+  for (int i = 0; i < 1'000'000; ++i) last = places.next(0);
+  EXPECT_EQ(last, QPointF(100, 100'000'000));
 }
 
 }  // namespace
