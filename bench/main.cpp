@@ -2,7 +2,7 @@
 #include <cstdlib>
 #include <string>
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <benchmark/benchmark.h>
 
 #include "Budgets.h"
@@ -57,7 +57,7 @@ class TableReporter final : public benchmark::BenchmarkReporter {
 int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   benchmark::Initialize(&argc, argv);
-  const QGuiApplication application(argc, argv);
+  const QApplication application(argc, argv);
   TableReporter reporter;
   benchmark::RunSpecifiedBenchmarks(&reporter);
   return reporter.allMet() ? 0 : 1;

@@ -83,7 +83,10 @@ PaintOptions PaintOptions::forExport() {
   return options;
 }
 
-MapPainter::MapPainter() : m_sketch(std::make_unique<SceneSketch>()), m_pictures(std::make_unique<PictureStore>()) {}
+MapPainter::MapPainter()
+    : m_sketch(std::make_unique<SceneSketch>()),
+      m_pictures(std::make_unique<PictureStore>()),
+      m_dragged(std::make_unique<DraggedPicture>()) {}
 
 MapPainter::~MapPainter() = default;
 
@@ -155,11 +158,14 @@ void MapPainter::paint(QPainter& painter, const MapScene& scene, const PaintOpti
 }
 
 void MapPainter::paintMoving(QPainter& painter, const MapScene& scene, const PaintOptions& options) {
-  if (!hasSense(scene) || !options.selection || !MovingLayer::isNeeded(scene)) return;
+  if (!hasSense(scene) || !options.selection || !MovingLayer::isNeeded(scene)) {
+    *m_dragged = {};
+    return;
+  }
   m_sketch->update(*scene.map);
   const std::vector<char> isSelected = selectedNumbers(scene);
   const Session session(*this, painter, scene, options, isSelected);
-  MovingLayer(painter, session.context).paint();
+  MovingLayer(painter, session.context, *m_dragged).paint();
 }
 
 PaintSteps MapPainter::makePlan(ScenePlan& plan, MapScene scene, PaintOptions options) {

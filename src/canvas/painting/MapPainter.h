@@ -13,6 +13,7 @@ namespace quilmora {
 
 class CoverageGrid;
 class SceneSketch;
+struct DraggedPicture;
 struct PaintContext;
 struct PictureStore;
 
@@ -55,6 +56,7 @@ class MapPainter {
   NodeMeasurer m_measurer;
   std::unique_ptr<SceneSketch> m_sketch;
   std::unique_ptr<PictureStore> m_pictures;
+  std::unique_ptr<DraggedPicture> m_dragged;
 };
 
 // Draws a map once, keeping nothing.

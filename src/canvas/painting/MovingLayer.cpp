@@ -17,6 +17,12 @@ constexpr double previewOpacity = 0.6;
 constexpr double previewWidth = 2.0;
 constexpr double cellSide = 8.0;  // device pixels
 constexpr int maxCells = 4096;    // in a row or a column
+// As many previews are painted smoothly, and as many topics at rest above them.
+constexpr std::size_t maxSmoothPreviews = 100;
+constexpr std::size_t maxRestingCount = 300;
+// From so many topics on a drag moves their picture, which reaches so far beyond the view (device pixels).
+constexpr std::size_t minPictureCount = 40;
+constexpr int pictureMargin = 160;
 
 QColor withOpacity(QColor color, double opacity) {
   color.setAlphaF(static_cast<float>(opacity));
@@ -35,23 +41,36 @@ void MovingLayer::paint() {
   m_columns = static_cast<int>(std::clamp(std::ceil(size.width() / cellSide), 1.0, double{maxCells}));
   m_rows = static_cast<int>(std::clamp(std::ceil(size.height() / cellSide), 1.0, double{maxCells}));
   m_marks.assign(static_cast<std::size_t>(m_columns) * static_cast<std::size_t>(m_rows), 0);
+  paintRelationships();
   paintPreviews();
   if (m_context.scene.connectionDrag) paintConnection();
-  paintNodes();
+  paintRestingNodes();
+  paintDraggedNodes();
   if (m_context.scene.connectionDrag) paintMovedConnectionHandle();
   paintHandles();
 }
 
-void MovingLayer::paintPreviews() {
+void MovingLayer::paintRelationships() {
   if (!m_context.isDragging()) return;
-  const MapIndex& index = *m_context.scene.index;
-  const auto& sketches = m_context.sketch.edges();
   for (const Relationship& relationship : m_context.scene.map->relationships) {
     const auto from = m_context.shownNode(relationship.from);
     const auto to = m_context.shownNode(relationship.to);
     if (from && to && (m_context.isNodeDragged(*from) || m_context.isNodeDragged(*to)))
       paintRelationship(m_painter, m_context, relationship);
   }
+}
+
+void MovingLayer::paintPreviews() {
+  if (!m_context.isDragging()) return;
+  const MapIndex& index = *m_context.scene.index;
+  const auto& sketches = m_context.sketch.edges();
+  struct Preview {
+    QLineF line;
+    QRgb color;
+  };
+  std::vector<Preview> previews;
+  const double reach = previewWidth / 2 + 1.0 / m_context.scale;
+  const QRectF seen = m_context.exposed.adjusted(-reach, -reach, reach, reach);
   for (std::size_t i = 0; i < std::min(index.edgeFrom().size(), sketches.size()); ++i) {
     if (!m_context.isEdgeDragged(i)) continue;
     const std::uint32_t from = index.nodeOfNumber()[index.edgeFrom()[i]];
@@ -60,15 +79,19 @@ void MovingLayer::paintPreviews() {
     if (m_context.isHidden(from) || m_context.isHidden(to)) continue;
     QPointF a = m_context.shownPosition(from);
     QPointF b = m_context.shownPosition(to);
-    const double reach = previewWidth / 2 + 1.0 / m_context.scale;
-    if (!clipSegment(a, b, m_context.exposed.adjusted(-reach, -reach, reach, reach))) continue;
-    a = m_context.shownPosition(from);
-    b = m_context.shownPosition(to);
-    if (!clipSegment(a, b, m_context.drawable)) continue;
-    m_painter.setPen(QPen(withOpacity(QColor(sketches[i].color), previewOpacity), previewWidth));
-    m_painter.drawLine(a, b);
-    mark(a, b, reach);
+    if (clipSegment(a, b, seen)) previews.push_back({QLineF(a, b), sketches[i].color});
   }
+  // Smooth wide lines in great number would take longer than a frame, and nobody could tell them apart.
+  const bool areFew = previews.size() <= maxSmoothPreviews;
+  m_painter.setRenderHint(QPainter::Antialiasing, areFew);
+  for (const Preview& preview : previews) {
+    QPen pen(withOpacity(QColor(preview.color), previewOpacity), areFew ? previewWidth : 1.0);
+    pen.setCosmetic(!areFew);
+    m_painter.setPen(pen);
+    m_painter.drawLine(preview.line);
+    if (areFew) mark(preview.line.p1(), preview.line.p2(), reach);
+  }
+  m_painter.setRenderHint(QPainter::Antialiasing, true);
 }
 
 void MovingLayer::paintConnection() {
@@ -117,6 +140,7 @@ void MovingLayer::mark(QPointF from, QPointF to, double reach) {
   const QRectF& exposed = m_context.exposed;
   const QRectF around = exposed.adjusted(-reach, -reach, reach, reach);
   if (!clipSegment(from, to, around)) return;
+  m_hasMarks = true;
   const double side = cellSide / m_context.scale;
   const double length = std::hypot(to.x() - from.x(), to.y() - from.y());
   const int steps = static_cast<int>(std::clamp(std::ceil(length / side), 1.0, 4.0 * maxCells));
@@ -144,31 +168,78 @@ bool MovingLayer::isMarked(const QRectF& rect) const {
   return false;
 }
 
-void MovingLayer::paintNodes() {
+void MovingLayer::paintRestingNodes() {
+  if (!m_hasMarks) return;
   const MapScene& scene = m_context.scene;
   const auto& positions = scene.index->positions();
   const auto& sketches = m_context.sketch.nodes();
-  const bool hasMarks = std::ranges::find(m_marks, 1) != m_marks.end();
   // The picture below has the shadows of topics at rest already.
   NodeLayer resting(m_painter, m_context, NodeLayer::Shadows::none);
-  if (hasMarks)
-    for (std::size_t i = std::min(positions.size(), sketches.size()); i-- > 0;) {
-      const QSizeF half(sketches[i].halfWidth, sketches[i].halfHeight);
-      const QRectF box(positions[i].x() - half.width(), positions[i].y() - half.height(), 2 * half.width(),
-                       2 * half.height());
-      if (!box.intersects(m_context.exposed) || m_context.isNodeDragged(i) || !isMarked(box)) continue;
-      // What shines through would do so twice.
-      if (scene.nodeOpacity && scene.nodeOpacity(scene.map->nodes[i]) < 1.0) continue;
-      resting.collect(i);
-    }
+  std::size_t count = 0;
+  for (std::size_t i = std::min(positions.size(), sketches.size()); i-- > 0 && count < maxRestingCount;) {
+    const QSizeF half(sketches[i].halfWidth, sketches[i].halfHeight);
+    const QRectF box(positions[i].x() - half.width(), positions[i].y() - half.height(), 2 * half.width(),
+                     2 * half.height());
+    if (!box.intersects(m_context.exposed) || m_context.isNodeDragged(i) || !isMarked(box)) continue;
+    // What shines through would do so twice.
+    if (scene.nodeOpacity && scene.nodeOpacity(scene.map->nodes[i]) < 1.0) continue;
+    resting.collect(i);
+    ++count;
+  }
   resting.collectionEnded();
   for (std::size_t k = 0; k < resting.pieceCount(); ++k) resting.paintPiece(k);
+}
+
+void MovingLayer::paintDraggedNodes() {
   if (!m_context.isDragging()) return;
-  NodeLayer dragged(m_painter, m_context);
-  for (std::size_t i = std::min(positions.size(), sketches.size()); i-- > 0;)
-    if (m_context.isNodeDragged(i)) dragged.collect(i);
-  dragged.collectionEnded();
-  for (std::size_t k = 0; k < dragged.pieceCount(); ++k) dragged.paintPiece(k);
+  std::vector<std::size_t> dragged;
+  const std::size_t count = std::min(m_context.scene.index->positions().size(), m_context.sketch.nodes().size());
+  for (std::size_t i = 0; i < count; ++i)
+    if (m_context.isNodeDragged(i)) dragged.push_back(i);
+  if (dragged.size() >= minPictureCount && m_context.standsUpright) return paintAsPicture(dragged);
+  NodeLayer layer(m_painter, m_context);
+  for (std::size_t k = dragged.size(); k-- > 0;) layer.collect(dragged[k]);
+  layer.collectionEnded();
+  for (std::size_t k = 0; k < layer.pieceCount(); ++k) layer.paintPiece(k);
+}
+
+void MovingLayer::paintAsPicture(const std::vector<std::size_t>& dragged) {
+  const MapScene& scene = m_context.scene;
+  const auto shift = [&] {
+    const QPointF way = (scene.nodeDragTranslation - m_kept.translation) * m_context.scale;
+    return QPoint(static_cast<int>(std::lround(way.x())), static_cast<int>(std::lround(way.y())));
+  };
+  const bool isKept = !m_kept.image.isNull() && m_kept.toDevice == m_context.toDevice &&
+                      m_kept.nodes.sharesStorageWith(scene.map->nodes) && m_kept.opacityRule == scene.opacityRule &&
+                      m_kept.isSelected == m_context.isSelected &&
+                      std::max(std::abs(shift().x()), std::abs(shift().y())) <= pictureMargin;
+  if (!isKept) {
+    const QRect shown = m_context.toDevice.mapRect(m_context.exposed).toAlignedRect();
+    renderPicture(dragged, shown.adjusted(-pictureMargin, -pictureMargin, pictureMargin, pictureMargin));
+  }
+  const QTransform transform = m_painter.transform();
+  m_painter.setTransform(m_context.toDevice.inverted() * transform);
+  m_painter.drawImage(m_kept.origin + shift(), m_kept.image);
+  m_painter.setTransform(transform);
+}
+
+void MovingLayer::renderPicture(const std::vector<std::size_t>& dragged, const QRect& pixels) {
+  m_kept = {QImage(pixels.size(), QImage::Format_ARGB32_Premultiplied), pixels.topLeft(),
+            m_context.scene.nodeDragTranslation,                         m_context.toDevice,
+            m_context.scene.map->nodes,                                  m_context.isSelected,
+            m_context.scene.opacityRule};
+  m_kept.image.fill(Qt::transparent);
+  QPainter painter(&m_kept.image);
+  painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing | QPainter::SmoothPixmapTransform);
+  painter.setTransform(m_context.toDevice * QTransform::fromTranslate(-pixels.x(), -pixels.y()));
+  const double margin = pictureMargin / m_context.scale;
+  PaintContext context{m_context};
+  context.toDevice = context.toPicture = painter.transform();
+  context.exposed = m_context.exposed.adjusted(-margin, -margin, margin, margin);
+  NodeLayer layer(painter, context);
+  for (std::size_t k = dragged.size(); k-- > 0;) layer.collect(dragged[k]);
+  layer.collectionEnded();
+  for (std::size_t k = 0; k < layer.pieceCount(); ++k) layer.paintPiece(k);
 }
 
 }  // namespace quilmora

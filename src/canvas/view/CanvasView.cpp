@@ -26,6 +26,9 @@ const Clock& systemClock() {
   return clock;
 }
 
+// More topics than these would cost more than their picture below.
+constexpr std::size_t maxLandingCount = 500;
+
 Qt::CursorShape shapeOf(CanvasCursor cursor) {
   switch (cursor) {
     case CanvasCursor::arrow:
@@ -169,7 +172,8 @@ void CanvasView::followScene() {
   m_scene.setPixelRatio(devicePixelRatioF());
   if (pictured == m_pictured && !m_isSceneChanged) return;
   const bool wasDragging = !m_pictured.state.nodeDragTranslation.isNull();
-  m_isLanding = pictured.state.nodeDragTranslation.isNull() && (wasDragging || (m_isLanding && !m_isSceneChanged));
+  m_isLanding = pictured.state.nodeDragTranslation.isNull() && (wasDragging || (m_isLanding && !m_isSceneChanged)) &&
+                m_editor.selectedNodeIDs().size() <= maxLandingCount;
   m_pictured = std::move(pictured);
   m_picture.markStale(m_scene.follow(m_gestures.state(), m_pictured.editedTitle,
                                      !std::exchange(m_isSceneChanged, false)));

@@ -126,3 +126,40 @@ TEST(TileWalk, NarrowsUnbentEdgesToWhatLiesInARectangle) {
   EXPECT_NEAR(curveShareIn(QRectF(-10, 15.625, 120, 100), QPointF(0, 0), QPointF(100, 100)).first, 0.25, 1e-9);
   EXPECT_TRUE(curveShareIn(QRectF(200, 0, 10, 10), QPointF(0, 0), QPointF(100, 100)).isEmpty());
 }
+
+TEST(MovingLayer, ManyDraggedTopicsMoveAsOnePicture) {
+  const auto fill = [](PaintedMap& painted) {
+    for (int i = 0; i < 60; ++i)
+      painted.selectedNodes.insert(painted.addNode(QPointF((i % 10) * 90 - 500, (i / 10) * 60 - 200), QStringLiteral("Topic")));
+    painted.addNode(QPointF(0, 0), QStringLiteral("At rest"), "#FFCC00");
+    painted.addEdge(painted.map.nodes[3].id, painted.map.nodes[60].id);
+  };
+  PaintedMap kept;
+  fill(kept);
+  for (const QPointF way : {QPointF(4, 4), QPointF(40, 9), QPointF(140, 60), QPointF(400, 60), QPointF(-30, 5)}) {
+    PaintedMap fresh;
+    fill(fresh);
+    kept.scene.nodeDragTranslation = fresh.scene.nodeDragTranslation = way;
+    EXPECT_EQ(farthestColors(kept.paint(QSize(768, 512)), fresh.paint(QSize(768, 512))), 0) << way.x();
+  }
+  // Another selection is another picture.
+  kept.selectedNodes.remove(kept.map.nodes[5].id);
+  PaintedMap fresh;
+  fill(fresh);
+  fresh.selectedNodes.remove(fresh.map.nodes[5].id);
+  fresh.scene.nodeDragTranslation = kept.scene.nodeDragTranslation;
+  EXPECT_EQ(farthestColors(kept.paint(QSize(768, 512)), fresh.paint(QSize(768, 512))), 0);
+}
+
+TEST(MovingLayer, TopicsAtRestStayAboveThePreviews) {
+  PaintedMap painted;
+  const QUuid moved = painted.addNode(QPointF(-150, 0), QStringLiteral("Moved"));
+  const QUuid other = painted.addNode(QPointF(150, 0));
+  painted.addNode(QPointF(0, 10), {}, "#FFCC00", "#FFCC00");
+  painted.addEdge(moved, other);
+  painted.selectedNodes.insert(moved);
+  painted.scene.nodeDragTranslation = QPointF(0, 5);
+  const QImage image = painted.paint();
+  EXPECT_EQ(painted.at(image, QPointF(0, 3)), QColor(0xFF, 0xCC, 0x00));
+  EXPECT_NE(painted.at(image, QPointF(70, 1.5)), QColor(Qt::white));
+}
