@@ -1,10 +1,12 @@
 #include "app/MainWindow.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMenuBar>
 #include <QScreen>
 
@@ -65,6 +67,8 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
   buildContent();
   buildExportFlow();
   buildMenus(*menuBar(), *m_actions, notifications, recentFiles);
+  for (QAction* entry : menuBar()->actions())
+    connect(entry->menu(), &QMenu::aboutToHide, this, &MainWindow::leaveMenuBar, Qt::QueuedConnection);
   receiveNotifications();
   placeOnScreen();
 
@@ -206,6 +210,14 @@ bool MainWindow::showsInspector() const {
 
 SidebarTab MainWindow::sidebarTab() const {
   return m_sidebar->activeTab();
+}
+
+// The toolkit leaves the keyboard to the menu bar when a menu is closed by Escape, and the next key would be lost there.
+void MainWindow::leaveMenuBar() {
+  if (focusWidget() != menuBar() || QApplication::activePopupWidget() != nullptr) return;
+  QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+  QCoreApplication::sendEvent(menuBar(), &escape);
+  if (focusWidget() == menuBar()) m_canvas->setFocus(Qt::MenuBarFocusReason);
 }
 
 void MainWindow::setShowsSidebar(bool shows) {

@@ -71,6 +71,7 @@ class MainWindow : public QMainWindow {
   void placeOnScreen();
   void buildExportFlow();
   void receiveNotifications();
+  void leaveMenuBar();
   void setShowsSidebar(bool shows);
   void setShowsInspector(bool shows);
   void toggleTab(SidebarTab tab);

@@ -472,6 +472,20 @@ TEST_F(MainWindowTest, CanvasHasTheKeyboardAgainAfterASheet) {
   EXPECT_EQ(editor().mindMap().nodes.size(), 2U);
 }
 
+TEST_F(MainWindowTest, CanvasHasTheKeyboardAgainAfterAMenuOfTheMenuBar) {
+  startActive();
+  editor().selectNode(editor().mindMap().nodes[0].id, false);
+  QAction* edit = window().menuBar()->actions().at(1);
+  QTest::mouseClick(window().menuBar(), Qt::LeftButton, {}, window().menuBar()->actionGeometry(edit).center());
+  QWidget* opened = QApplication::activePopupWidget();
+  ASSERT_EQ(opened, edit->menu());
+  QTest::keyClick(opened, Qt::Key_Escape);
+  QCoreApplication::processEvents();
+  ASSERT_EQ(window().focusWidget(), &window().canvas());
+  QTest::keyClick(window().focusWidget(), Qt::Key_Tab);
+  EXPECT_EQ(editor().mindMap().nodes.size(), 2U);
+}
+
 TEST_F(MainWindowTest, BranchModeTogglesByItsKeyAndShowsOnItsButton) {
   startActive();
   const QToolButton* button = window().toolbar().button(QStringLiteral("createEdge"));
