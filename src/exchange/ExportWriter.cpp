@@ -1,5 +1,6 @@
 #include "exchange/ExportWriter.h"
 
+#include "exchange/ImageExport.h"
 #include "exchange/TextExports.h"
 #include "platform/FileWriter.h"
 
@@ -23,7 +24,9 @@ std::optional<QByteArray> exportedText(const MindMap& map, ExportFormat format) 
 }
 
 ExportOutcome writeExport(const MindMap& map, ExportFormat format, const QString& path, FileWriter& writer,
-                          const ExportProgress&) {
+                          const ExportProgress& progress, const std::stop_token& stop) {
+  if (format == ExportFormat::png || format == ExportFormat::pdf)
+    return exportPicture(map, format, path, writer, progress, stop);
   try {
     const std::optional<QByteArray> text = exportedText(map, format);
     if (!text) return {ExportOutcome::State::notRendered, {}};

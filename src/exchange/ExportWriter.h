@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <stop_token>
 
 #include <QString>
 
@@ -19,6 +20,7 @@ struct ExportOutcome {
     written,
     failed,       // `reason` tells why
     notRendered,  // there is no picture of this map to write
+    canceled,
   };
 
   State state = State::written;
@@ -29,7 +31,7 @@ struct ExportOutcome {
 
 // Writes a map in a format, whatever the extension of `path`. Unless it is written whole, the path stays as it was.
 ExportOutcome writeExport(const MindMap& map, ExportFormat format, const QString& path, FileWriter& writer,
-                          const ExportProgress& progress = {});
+                          const ExportProgress& progress = {}, const std::stop_token& stop = {});
 
 // A text format in UTF-8; nothing for a picture. Throws ExportError.
 std::optional<QByteArray> exportedText(const MindMap& map, ExportFormat format);

@@ -17,6 +17,7 @@ constexpr double dashLength = 5.0;
 constexpr double dashPeriod = 10.0;
 constexpr double dashWidth = 1.0;
 constexpr double dashOpacity = 0.5;
+constexpr double longestDashed = 1e12;
 
 // A device pixel has this many steps in each direction.
 constexpr double rasterSteps = 64.0;
@@ -81,7 +82,9 @@ QPainterPath EdgeLayer::exactDashes(std::size_t edge) const {
     const QPointF a = outline[i];
     const QPointF b = outline[(i + 1) % outline.size()];
     const double length = std::hypot(b.x() - a.x(), b.y() - a.y());
-    if (!(length > 0.0) || !std::isfinite(length)) continue;
+    if (!(length > 0.0)) continue;
+    // Where a contour is so long that dashes can no longer be told apart, it has none.
+    if (!(start + length < longestDashed)) break;
     const QPointF direction = (b - a) / length;
     const QPointF side(-direction.y() * dashWidth / 2, direction.x() * dashWidth / 2);
     QPointF from = a;

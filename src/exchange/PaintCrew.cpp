@@ -1,0 +1,58 @@
+#include "exchange/PaintCrew.h"
+
+#include <algorithm>
+
+namespace quilmora {
+
+namespace {
+
+// More threads would paint faster than one can write, and each takes memory.
+constexpr int maxThreadCount = 3;
+constexpr int keptImageKilobytes = 12 * 1024;
+
+}  // namespace
+
+PaintTools::PaintTools() { painter.measurer().setKeptImageSize(keptImageKilobytes); }
+
+int PaintCrew::usualSize() {
+  return std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, maxThreadCount);
+}
+
+PaintCrew::PaintCrew(int threads) {
+  for (int count = 0; count < threads; ++count) m_threads.emplace_back([this] { work(); });
+}
+
+PaintCrew::~PaintCrew() {
+  {
+    const std::lock_guard lock(m_mutex);
+    m_isEnding = true;
+    m_tasks.clear();
+  }
+  m_hasNews.notify_all();
+  for (std::thread& thread : m_threads) thread.join();
+}
+
+void PaintCrew::add(Task task) {
+  {
+    const std::lock_guard lock(m_mutex);
+    m_tasks.push_back(std::move(task));
+  }
+  m_hasNews.notify_one();
+}
+
+void PaintCrew::work() {
+  PaintTools tools;
+  for (;;) {
+    Task task;
+    {
+      std::unique_lock lock(m_mutex);
+      m_hasNews.wait(lock, [this] { return m_isEnding || !m_tasks.empty(); });
+      if (m_isEnding) return;
+      task = std::move(m_tasks.front());
+      m_tasks.pop_front();
+    }
+    task(tools);
+  }
+}
+
+}  // namespace quilmora

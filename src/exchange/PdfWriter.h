@@ -1,0 +1,38 @@
+#pragma once
+
+#include <vector>
+
+#include <QByteArray>
+#include <QSizeF>
+
+#include "exchange/PictureScene.h"
+
+namespace quilmora {
+
+class FileStream;
+
+// Writes a PDF file of one page that is filled by one picture, around the compressed rows of it. Each returns false once the
+// file failed.
+class PdfWriter {
+ public:
+  // `page` is in points. A page beyond what readers allow is counted in larger units, and as large all the same.
+  PdfWriter(FileStream& file, PictureSize size, QSizeF page) : m_file(file), m_size(size), m_page(page) {}
+
+  bool begin();
+  bool take(const char* data, qsizetype size);
+  bool finish();
+
+ private:
+  bool write(const QByteArray& text);
+  // Begins the next object.
+  bool beginObject();
+
+  FileStream& m_file;
+  PictureSize m_size;
+  QSizeF m_page;
+  qint64 m_written = 0;
+  qint64 m_pictureLength = 0;
+  std::vector<qint64> m_objects;  // where each begins
+};
+
+}  // namespace quilmora

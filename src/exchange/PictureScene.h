@@ -1,0 +1,85 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include <QImage>
+#include <QRectF>
+
+#include "canvas/painting/MapPainter.h"
+#include "model/MapIndex.h"
+#include "model/MindMap.h"
+
+namespace quilmora {
+
+// Pixels of a whole picture, more than an int can count.
+struct PictureSize {
+  std::int64_t width = 0;
+  std::int64_t height = 0;
+
+  bool operator==(const PictureSize&) const = default;
+};
+
+// The part of the canvas that a picture shows: all centres of topics with a margin around them (canvas units), and a fixed
+// part for an empty map. Titles are not measured.
+QRectF pictureBounds(const MindMap& map, double margin = 80.0);
+
+// Two pixels a canvas unit, rounded. Nothing where there would be no pixel, or more than a picture file can hold: sides up
+// to 2^31 - 1, and 2^38 pixels in all.
+std::optional<PictureSize> pictureSize(const QRectF& bounds);
+
+// What a picture shows of a map. Never changes once it is made, so that several threads can paint its parts at a time.
+class PictureScene {
+ public:
+  // Positions of what a part of the picture may show, in `nodes` and `edges`, in ascending order.
+  struct Content {
+    std::vector<std::uint32_t> nodes;
+    std::vector<std::uint32_t> edges;
+
+    bool isEmpty() const { return nodes.empty() && edges.empty(); }
+  };
+  // Pixels of the picture.
+  struct Range {
+    std::int64_t first;
+    std::int64_t last;
+  };
+
+  PictureScene(const MindMap& map, const QRectF& bounds, PictureSize size);
+
+  const PictureSize& size() const { return m_size; }
+  QRgb background() const { return m_background; }
+  std::size_t nodeCount() const { return m_map.nodes.size(); }
+  std::size_t edgeCount() const { return m_map.edges.size(); }
+
+  // Which rows a topic or an edge can touch, and which columns within these rows; nothing for what is not drawn.
+  std::optional<Range> rowsOfNode(std::size_t node) const;
+  std::optional<Range> columnsOfNode(std::size_t node) const;
+  std::optional<Range> rowsOfEdge(std::size_t edge) const;
+  std::optional<Range> columnsOfEdge(std::size_t edge, Range rows) const;
+
+  // Paints the part of the picture that begins at this pixel on all of the image. The painter belongs to the calling thread.
+  void paint(MapPainter& painter, QImage& image, QPoint origin, const Content& content) const;
+
+ private:
+  struct EdgeEnds {
+    QPointF from;
+    QPointF to;
+    double reach;  // how far the edge goes beyond its curve, canvas units
+  };
+  std::optional<EdgeEnds> endsOf(std::size_t edge) const;
+  Range pixels(double first, double last, double origin) const;
+
+  MindMap m_map;
+  MapIndex m_index;
+  TreeInfo m_tree;
+  QPointF m_origin;
+  PictureSize m_size;
+  QRgb m_background;
+  double m_halfWidth = 0.0;  // of the widest topic
+  std::vector<float> m_halfHeights;
+  std::vector<float> m_edgeReaches;
+};
+
+}  // namespace quilmora

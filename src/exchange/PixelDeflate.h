@@ -1,0 +1,71 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include <QRgb>
+
+namespace quilmora {
+
+// A stretch of a compressed stream that needs nothing of what stands before it: whole bytes of deflate blocks. Stretches in
+// a row, with a head and an end, make a stream in the zlib format, which PNG and PDF share.
+struct DeflatedStretch {
+  std::vector<char> bytes;
+  std::uint32_t checksum = 1;    // Adler-32 of what it was made from
+  std::uint64_t rawLength = 0;   // of what it was made from
+
+  void append(const DeflatedStretch& next);
+};
+
+// Compresses bytes into stretches. For one thread.
+class StretchDeflater {
+ public:
+  StretchDeflater();
+  ~StretchDeflater();
+  StretchDeflater(const StretchDeflater&) = delete;
+  StretchDeflater& operator=(const StretchDeflater&) = delete;
+
+  // Starts where there is nothing under way.
+  void append(const std::uint8_t* data, std::size_t size);
+  // Adds what was appended since the last time to `target`, and begins anew.
+  void finish(DeflatedStretch& target);
+
+ private:
+  struct State;
+  std::unique_ptr<State> m_state;
+};
+
+// Rows of 8 bit red, green and blue, each behind the number of its PNG filter: the first row of a part as it stands, and
+// later ones as the difference from the row above, so that parts of a picture need nothing of each other.
+inline constexpr std::uint8_t filterNone = 0;
+inline constexpr std::uint8_t filterUp = 2;
+inline constexpr int bytesPerPixel = 3;
+
+// Rows without a change, many times needed: compressed once for a width. `isWithFilter` counts the filter's number to each
+// row. For several threads.
+class SteadyRows {
+ public:
+  static constexpr int blockRows = 32;
+
+  SteadyRows(int width, QRgb background, bool isWithFilter);
+
+  // One row like the one above it, and a whole block of such rows.
+  const DeflatedStretch& row() const { return m_row; }
+  const DeflatedStretch& block() const { return m_block; }
+  // One row of background that needs no row above it.
+  const DeflatedStretch& backgroundRow() const { return m_backgroundRow; }
+
+ private:
+  DeflatedStretch m_row;
+  DeflatedStretch m_block;
+  DeflatedStretch m_backgroundRow;
+};
+
+// Compresses the rows of a part as wide as the picture: `pixels` are `rows` rows of `width` opaque pixels without gaps.
+DeflatedStretch deflateRows(StretchDeflater& deflater, const QRgb* pixels, int width, int rows, const SteadyRows& steady);
+
+// Compresses one row of a part, without the filter's number: as it stands, or as the difference from the row above.
+void deflateRowPart(StretchDeflater& deflater, const QRgb* pixels, const QRgb* above, int width, DeflatedStretch& target);
+
+}  // namespace quilmora
