@@ -1,7 +1,8 @@
 #include <clocale>
+#include <cstdio>
 #include <cstring>
 
-#include <QCoreApplication>
+#include <QGuiApplication>
 #include <langinfo.h>
 
 #include "cli/CommandLine.h"
@@ -12,9 +13,17 @@ static void useUtf8Locale() {
   if (std::strcmp(nl_langinfo(CODESET), "UTF-8") != 0) qputenv("LC_ALL", "C.UTF-8");
 }
 
+// Scripts expect nothing but our own line on standard error.
+static void silence(QtMsgType type, const QMessageLogContext&, const QString& message) {
+  if (type == QtFatalMsg) std::fprintf(stderr, "quilmora-cli: %s\n", qPrintable(message));
+}
+
 int main(int argc, char** argv) {
   useUtf8Locale();
-  QCoreApplication application(argc, argv);
+  qInstallMessageHandler(silence);
+  // Pictures need fonts, and those a platform; this one needs no display.
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  QGuiApplication application(argc, argv);
   QCoreApplication::setApplicationName(QStringLiteral("quilmora-cli"));
   return quilmora::runCommandLine(QCoreApplication::arguments().mid(1));
 }

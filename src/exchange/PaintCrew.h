@@ -11,14 +11,14 @@
 #include <QImage>
 
 #include "canvas/painting/MapPainter.h"
-#include "exchange/PixelDeflate.h"
+#include "exchange/RowDeflate.h"
 
 namespace quilmora {
 
 // What each painting thread keeps for itself: fonts and shaped texts belong to the thread that made them.
 struct PaintTools {
   MapPainter painter;
-  StretchDeflater deflater;
+  RowDeflater deflater;
   QImage image;
 
   PaintTools();

@@ -185,8 +185,8 @@ void Streaming::streamBands() {
       bands.push_back(m_crew.post<DeflatedStretch>([this, place, &steady, content = std::move(content)](PaintTools& tools) {
         if (content.isEmpty()) return blankBand(place.height(), steady);
         paintPart(m_scene, tools, place, content);
-        return deflateRows(tools.deflater, reinterpret_cast<const QRgb*>(tools.image.constBits()), place.width(),
-                           place.height(), steady);
+        return tools.deflater.rows(reinterpret_cast<const QRgb*>(tools.image.constBits()), place.width(), place.height(),
+                                   steady);
       }));
     }
     m_output.add(bands.front().get());
@@ -232,8 +232,7 @@ std::future<PartRows> Streaming::postPart(const QRect& place, PictureScene::Cont
       if (above && std::equal(row, row + place.width(), above)) {
         part.rows.push_back({});
       } else {
-        DeflatedStretch stretch;
-        deflateRowPart(tools.deflater, row, above, place.width(), stretch);
+        const DeflatedStretch stretch = tools.deflater.rowPart(row, above, place.width());
         part.bytes.insert(part.bytes.end(), stretch.bytes.begin(), stretch.bytes.end());
         part.rows.push_back({static_cast<std::uint32_t>(stretch.bytes.size()), stretch.checksum});
       }

@@ -10,30 +10,9 @@ namespace quilmora {
 
 namespace {
 
-// Flat colours and text shrink hardly more at higher levels, which take several times as long.
-constexpr int compressionLevel = 4;
+constexpr int compressionLevel = 6;
 constexpr int rawWindowBits = -15;  // without zlib's own head and end
 constexpr int memoryLevel = 8;
-
-void putPixels(std::uint8_t* target, const QRgb* pixels, int width) {
-  for (int x = 0; x < width; ++x, target += bytesPerPixel) {
-    target[0] = static_cast<std::uint8_t>(qRed(pixels[x]));
-    target[1] = static_cast<std::uint8_t>(qGreen(pixels[x]));
-    target[2] = static_cast<std::uint8_t>(qBlue(pixels[x]));
-  }
-}
-
-void putDifferences(std::uint8_t* target, const QRgb* pixels, const QRgb* above, int width) {
-  for (int x = 0; x < width; ++x, target += bytesPerPixel) {
-    target[0] = static_cast<std::uint8_t>(qRed(pixels[x]) - qRed(above[x]));
-    target[1] = static_cast<std::uint8_t>(qGreen(pixels[x]) - qGreen(above[x]));
-    target[2] = static_cast<std::uint8_t>(qBlue(pixels[x]) - qBlue(above[x]));
-  }
-}
-
-bool isSameRow(const QRgb* a, const QRgb* b, int width) {
-  return std::memcmp(a, b, static_cast<std::size_t>(width) * sizeof(QRgb)) == 0;
-}
 
 std::size_t rowLength(int width) { return static_cast<std::size_t>(width) * bytesPerPixel; }
 
@@ -109,44 +88,24 @@ SteadyRows::SteadyRows(int width, QRgb background, bool isWithFilter) {
   deflater.finish(m_backgroundRow);
 }
 
-DeflatedStretch deflateRows(StretchDeflater& deflater, const QRgb* pixels, int width, int rows, const SteadyRows& steady) {
-  DeflatedStretch result;
-  std::vector<std::uint8_t> row(1 + rowLength(width));
-  const auto rowAt = [&](int y) { return pixels + static_cast<std::ptrdiff_t>(y) * width; };
-  for (int y = 0; y < rows;) {
-    // Many rows without a change are not compressed again.
-    int steadyCount = 0;
-    while (y > 0 && steadyCount < SteadyRows::blockRows && y + steadyCount < rows &&
-           isSameRow(rowAt(y + steadyCount), rowAt(y + steadyCount - 1), width))
-      ++steadyCount;
-    if (steadyCount == SteadyRows::blockRows) {
-      deflater.finish(result);
-      result.append(steady.block());
-      y += steadyCount;
-      continue;
-    }
-    // Those before the next change go with it.
-    for (const int end = y + std::max(steadyCount, 1); y < end; ++y) {
-      row[0] = y == 0 ? filterNone : filterUp;
-      if (y == 0)
-        putPixels(row.data() + 1, rowAt(y), width);
-      else
-        putDifferences(row.data() + 1, rowAt(y), rowAt(y - 1), width);
-      deflater.append(row.data(), row.size());
-    }
+void putPixels(std::uint8_t* target, const QRgb* pixels, int width) {
+  for (int x = 0; x < width; ++x, target += bytesPerPixel) {
+    target[0] = static_cast<std::uint8_t>(qRed(pixels[x]));
+    target[1] = static_cast<std::uint8_t>(qGreen(pixels[x]));
+    target[2] = static_cast<std::uint8_t>(qBlue(pixels[x]));
   }
-  deflater.finish(result);
-  return result;
 }
 
-void deflateRowPart(StretchDeflater& deflater, const QRgb* pixels, const QRgb* above, int width, DeflatedStretch& target) {
-  std::vector<std::uint8_t> row(rowLength(width));
-  if (above)
-    putDifferences(row.data(), pixels, above, width);
-  else
-    putPixels(row.data(), pixels, width);
-  deflater.append(row.data(), row.size());
-  deflater.finish(target);
+void putDifferences(std::uint8_t* target, const QRgb* pixels, const QRgb* above, int width) {
+  for (int x = 0; x < width; ++x, target += bytesPerPixel) {
+    target[0] = static_cast<std::uint8_t>(qRed(pixels[x]) - qRed(above[x]));
+    target[1] = static_cast<std::uint8_t>(qGreen(pixels[x]) - qGreen(above[x]));
+    target[2] = static_cast<std::uint8_t>(qBlue(pixels[x]) - qBlue(above[x]));
+  }
+}
+
+bool isSameRow(const QRgb* a, const QRgb* b, int width) {
+  return std::memcmp(a, b, static_cast<std::size_t>(width) * sizeof(QRgb)) == 0;
 }
 
 }  // namespace quilmora

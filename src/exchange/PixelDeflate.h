@@ -62,10 +62,9 @@ class SteadyRows {
   DeflatedStretch m_backgroundRow;
 };
 
-// Compresses the rows of a part as wide as the picture: `pixels` are `rows` rows of `width` opaque pixels without gaps.
-DeflatedStretch deflateRows(StretchDeflater& deflater, const QRgb* pixels, int width, int rows, const SteadyRows& steady);
-
-// Compresses one row of a part, without the filter's number: as it stands, or as the difference from the row above.
-void deflateRowPart(StretchDeflater& deflater, const QRgb* pixels, const QRgb* above, int width, DeflatedStretch& target);
+// Red, green and blue of pixels, and how they differ from those above.
+void putPixels(std::uint8_t* target, const QRgb* pixels, int width);
+void putDifferences(std::uint8_t* target, const QRgb* pixels, const QRgb* above, int width);
+bool isSameRow(const QRgb* a, const QRgb* b, int width);
 
 }  // namespace quilmora

@@ -262,7 +262,8 @@ TEST(PngExport, ATreeOfTwentyThousandTopicsReadsRowByRow) {
   constexpr int count = 20'000;
   for (int i = 0; i < count; ++i) {
     map.nodes.append(topic(i));
-    if (i > 0) map.edges.append(edgeBetween(i, (i - 1) / 4, i));
+    // A thousand chains of twenty topics.
+    if (i > 0) map.edges.append(edgeBetween(i, i <= 1000 ? 0 : i - 1000, i));
   }
   const auto positions = makeLayout(MindMap::Layout::tree)->computePositions(map.nodes, map.edges, QSizeF(1200, 800));
   map.nodes.updateAll([&](Node& node) { node.position = *positions.find(node.id); });
@@ -289,7 +290,7 @@ TEST(PngExport, ATreeOfTwentyThousandTopicsReadsRowByRow) {
   EXPECT_TRUE(head.isValid);
   EXPECT_EQ(head.width, size->width);
   EXPECT_EQ(head.height, size->height);
-  EXPECT_GT(head.height, 400'000u);
+  EXPECT_GT(head.height, 100'000u);
   EXPECT_EQ(found, count);
 }
 

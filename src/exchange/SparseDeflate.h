@@ -1,0 +1,36 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "exchange/PixelDeflate.h"
+
+namespace quilmora {
+
+// Compresses rows of which little differs from the row above: much faster than a general compressor, because it never
+// touches what is the same. One code for all that suits such rows, and repeats of a byte or of a pixel only. For one thread.
+class SparseDeflater {
+ public:
+  // A row behind its filter's number, or without it: as it stands where there is no row above.
+  void row(const QRgb* pixels, const QRgb* above, int width, bool isWithFilter);
+  // Adds the rows since the last time to `target`, and begins anew.
+  void finish(DeflatedStretch& target);
+
+ private:
+  void begin();
+  void put(std::uint64_t bits, int count);
+  void literal(std::uint8_t byte);
+  void zeros(std::size_t count);
+  void pixelRun(const std::uint8_t* bytes, std::size_t pixelCount);
+  void repeatOfPixel(std::size_t byteCount);
+  void weigh(const std::uint8_t* bytes, std::size_t size);
+
+  DeflatedStretch m_stretch;
+  std::vector<std::uint8_t> m_differences;
+  bool m_isUnderWay = false;
+  std::uint64_t m_bits = 0;
+  int m_bitCount = 0;
+  bool m_endsInZero = false;
+};
+
+}  // namespace quilmora
