@@ -59,7 +59,7 @@ class EdgeLayer {
   bool isSeen(const QRectF& piece) const;
   QPointF toDevice(QPointF point) const;
   // On the grid that rasterisers round to, and rounded alike wherever the painted part lies.
-  QPointF toExactDevice(QPointF point) const;
+  QPointF toExactPicture(QPointF point) const;
   TaperedConnector connectorOf(std::size_t edge) const;
 
   void collectEdge(std::size_t edge, std::uint32_t from, std::uint32_t to);
@@ -75,6 +75,7 @@ class EdgeLayer {
   bool isSmooth() const;
   void paintRibbon(const Piece& piece);
   void paintExactly();
+  void breakLongSides(std::vector<QPointF>& polygon) const;
   void addExactly(QPainterPath& path, const QPointF* points, std::size_t count) const;
   QPainterPath exactDashes(std::size_t edge) const;
   void paintLines(const Bundle& bundle);

@@ -21,20 +21,59 @@ constexpr double longestDashed = 1e12;
 
 // A device pixel has this many steps in each direction.
 constexpr double rasterSteps = 64.0;
+double onGrid(double value) {
+  return std::floor(value * rasterSteps + 0.5) / rasterSteps;
+}
+
+// In device pixels.
+constexpr double longSide = 2048.0;
+constexpr double rowsOfBreak = 1024.0;
 
 }  // namespace
 
-QPointF EdgeLayer::toExactDevice(QPointF point) const {
+QPointF EdgeLayer::toExactPicture(QPointF point) const {
   const QPointF pixel = m_context.toPicture.map(point);
-  const QPointF rounded(std::floor(pixel.x() * rasterSteps + 0.5) / rasterSteps,
-                        std::floor(pixel.y() * rasterSteps + 0.5) / rasterSteps);
-  return rounded - m_context.scene.pixelOrigin;
+  return QPointF(onGrid(pixel.x()), onGrid(pixel.y()));
+}
+
+// A rasteriser walks down the whole of each side. Long ones are broken where they cross certain rows of the picture, the same
+// wherever the painted part lies, and what is far above or below that part is drawn near.
+void EdgeLayer::breakLongSides(std::vector<QPointF>& polygon) const {
+  const auto isLong = [](QPointF a, QPointF b) { return std::abs(a.y() - b.y()) > longSide; };
+  bool hasLong = isLong(polygon.back(), polygon.front());
+  for (std::size_t i = 1; i < polygon.size() && !hasLong; ++i) hasLong = isLong(polygon[i - 1], polygon[i]);
+  if (!hasLong) return;
+  const QRectF shown = m_context.toPicture.mapRect(m_context.exposed);
+  const double top = std::floor(shown.top() / rowsOfBreak) * rowsOfBreak;
+  const double bottom = std::ceil(shown.bottom() / rowsOfBreak) * rowsOfBreak;
+  const auto near = [&](QPointF point) {
+    return QPointF(point.x(), std::clamp(point.y(), top - longSide - 1.0, bottom + longSide + 1.0));
+  };
+  std::vector<QPointF> broken;
+  for (std::size_t i = 0; i < polygon.size(); ++i) {
+    const QPointF a = polygon[i];
+    const QPointF b = polygon[(i + 1) % polygon.size()];
+    broken.push_back(near(a));
+    if (!isLong(a, b)) continue;
+    const double slope = (b.x() - a.x()) / (b.y() - a.y());
+    const double first = std::max(top, std::ceil(std::min(a.y(), b.y()) / rowsOfBreak) * rowsOfBreak);
+    const double last = std::min(bottom, std::floor(std::max(a.y(), b.y()) / rowsOfBreak) * rowsOfBreak);
+    const int count = first <= last ? static_cast<int>((last - first) / rowsOfBreak) + 1 : 0;
+    for (int k = 0; k < count; ++k) {
+      const double row = a.y() < b.y() ? first + k * rowsOfBreak : last - k * rowsOfBreak;
+      broken.emplace_back(onGrid(a.x() + slope * (row - a.y())), row);
+    }
+  }
+  polygon = std::move(broken);
 }
 
 void EdgeLayer::addExactly(QPainterPath& path, const QPointF* points, std::size_t count) const {
   if (count == 0) return;
   std::vector<QPointF> polygon(count);
-  std::transform(points, points + count, polygon.begin(), [this](QPointF point) { return toExactDevice(point); });
+  std::transform(points, points + count, polygon.begin(), [this](QPointF point) { return toExactPicture(point); });
+  if (!std::all_of(polygon.begin(), polygon.end(), [](QPointF point) { return isFinite(point); })) return;
+  breakLongSides(polygon);
+  for (QPointF& point : polygon) point -= m_context.scene.pixelOrigin;
   const QRectF drawable = m_context.toDevice.mapRect(m_context.drawable);
   if (!std::all_of(polygon.begin(), polygon.end(), [&](QPointF point) { return drawable.contains(point); }))
     polygon = clippedPolygon(polygon, drawable);

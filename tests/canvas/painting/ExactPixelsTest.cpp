@@ -59,6 +59,18 @@ TEST(ExactPixels, PartsOfAPictureFitTogether) {
   }
 }
 
+TEST(ExactPixels, LongEdgesFitTogether) {
+  MindMap map = test::pictureMap(12, 300.0, 5);
+  map.nodes.update(0, [](Node& node) { node.position = QPointF(150, 250'000.3); });
+  map.nodes.update(1, [](Node& node) { node.position = QPointF(-400, -170'000.7); });
+  for (int i = 2; i < 12; ++i) {
+    map.edges.append(test::edgeBetween(100 + i, i, 0));
+    map.edges.append(test::edgeBetween(200 + i, i, 1));
+  }
+  Picture picture(map, 300.0);
+  for (const QSize size : {QSize(920, 64), QSize(133, 133)}) EXPECT_EQ(picture.differingPixels(size), 0);
+}
+
 TEST(ExactPixels, PartsOfOneRowFitTogether) {
   Picture picture(test::pictureMap(12, 60.0, 7), 60.0);
   EXPECT_EQ(picture.differingPixels(QSize(440, 1)), 0);
