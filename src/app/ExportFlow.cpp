@@ -1,6 +1,5 @@
 #include "app/ExportFlow.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QPointer>
@@ -13,11 +12,20 @@
 
 namespace quilmora {
 
+namespace {
+
+// The share of an export that is worth a repaint.
+constexpr double leastProgress = 0.005;
+
+}  // namespace
+
 ExportFlow::ExportFlow(const MindMapViewModel& editor, Services services, QObject* parent)
     : QObject(parent), m_editor(editor), m_services(std::move(services)) {}
 
 ExportFlow::~ExportFlow() {
   m_services.scheduler.cancel(m_task);
+  m_stop.request_stop();
+  if (m_pictureThread.joinable()) m_pictureThread.join();
 }
 
 QString ExportFlow::startFolder() const {
@@ -64,12 +72,32 @@ void ExportFlow::runNext() {
   m_jobs.pop_front();
   Q_EMIT workBegins();
   m_isWorking = true;
-  const ExportOutcome outcome =
-      writeExport(job.map, job.format, job.path, m_services.writer, [this](double share) {
-        Q_EMIT shareDoneChanged(share);
-        // The window goes on painting; what the user types and clicks waits for the end.
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-      });
+  if (job.format == ExportFormat::png || job.format == ExportFormat::pdf)
+    startPicture(job);
+  else
+    finish(writeExport(job.map, job.format, job.path, m_services.writer));
+}
+
+void ExportFlow::startPicture(const Job& job) {
+  m_pictureThread = std::thread([this, job, stop = m_stop.get_token()] {
+    double told = 0.0;
+    const auto progress = [&](double share) {
+      if (share < told + leastProgress) return;
+      told = share;
+      QMetaObject::invokeMethod(this, [this, share] { Q_EMIT shareDoneChanged(share); }, Qt::QueuedConnection);
+    };
+    const ExportOutcome outcome = writeExport(job.map, job.format, job.path, m_services.writer, progress, stop);
+    QMetaObject::invokeMethod(
+        this,
+        [this, outcome] {
+          m_pictureThread.join();
+          finish(outcome);
+        },
+        Qt::QueuedConnection);
+  });
+}
+
+void ExportFlow::finish(const ExportOutcome& outcome) {
   m_isWorking = false;
   if (outcome.state == ExportOutcome::State::failed)
     Q_EMIT errorRaised(QStringLiteral("Export failed: ") + outcome.reason);

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <deque>
+#include <stop_token>
+#include <thread>
 
 #include <QObject>
 
@@ -13,9 +15,11 @@ namespace quilmora {
 class FilePanels;
 class FileWriter;
 class MindMapViewModel;
+struct ExportOutcome;
 
 // Takes the open map out of the window: asks for a path, then writes a copy of the map while the overlay shows. Changes
-// neither the map nor the selection nor the history.
+// neither the map nor the selection nor the history. Pictures are made in a thread of their own, so that the window goes on;
+// one under way ends with the flow, and leaves nothing.
 class ExportFlow : public QObject {
   Q_OBJECT
 
@@ -60,6 +64,8 @@ class ExportFlow : public QObject {
   void announce(ExportFormat format);
   void queueNext();
   void runNext();
+  void startPicture(const Job& job);
+  void finish(const ExportOutcome& outcome);
 
   const MindMapViewModel& m_editor;
   Services m_services;
@@ -69,6 +75,8 @@ class ExportFlow : public QObject {
   std::deque<Job> m_jobs;
   Scheduler::Task m_task = 0;
   bool m_isWorking = false;
+  std::stop_source m_stop;
+  std::thread m_pictureThread;
 };
 
 }  // namespace quilmora

@@ -1,6 +1,8 @@
 #include "app/ExportFlow.h"
 
+#include <QDir>
 #include <QFile>
+#include <QImage>
 #include <QLayout>
 
 #include "app/AppFixture.h"
@@ -216,6 +218,60 @@ TEST_F(ExportFlowTest, ExportsThatMeetRunOneAfterTheOther) {
   EXPECT_TRUE(QFile::exists(path("b.opml")));
   EXPECT_TRUE(wasExportingBetween);
   EXPECT_FALSE(flow().isExporting());
+}
+
+TEST_F(ExportFlowTest, PicturesAreMadeWhileTheWindowGoesOn) {
+  std::vector<double> shares;
+  QObject::connect(&flow(), &ExportFlow::shareDoneChanged, &flow(), [&](double share) { shares.push_back(share); });
+  for (const char* format : {"png", "pdf"}) {
+    request(format, path("out"));
+    EXPECT_EQ(flow().exportProgressMessage(), QStringLiteral("Exporting %1…").arg(QString::fromLatin1(format).toUpper()));
+    nextTurn();
+    // Edits meanwhile are none of the export's.
+    editor().createChild(editor().mindMap().nodes[0].id);
+    EXPECT_TRUE(flow().isExporting());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !flow().isExporting(); }, 30'000));
+    ASSERT_FALSE(shares.empty());
+    EXPECT_EQ(shares.back(), 1.0);
+    shares.clear();
+  }
+  EXPECT_EQ(QImage(path("out.png")).size(), QSize(320, 320));
+  EXPECT_TRUE(read(path("out.pdf")).startsWith("%PDF-"));
+  EXPECT_EQ(m_alerts.messages, QStringList());
+}
+
+TEST_F(ExportFlowTest, APictureThatCannotBeMadeIsSilent) {
+  MindMap map = editor().mindMap();
+  map.nodes.append(map.nodes[0]);
+  map.nodes.update(1, [](Node& node) { node.position = QPointF(1e9, 1e9); });
+  editor().setMindMap(map);
+  request("png", path("out.png"));
+  nextTurn();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return !flow().isExporting(); }, 30'000));
+  EXPECT_FALSE(QFile::exists(path("out.png")));
+  EXPECT_EQ(m_alerts.messages, QStringList());
+}
+
+TEST_F(ExportFlowTest, AFailureOfAPictureIsTold) {
+  request("png", path("none/out.png"));
+  nextTurn();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return !flow().isExporting(); }, 30'000));
+  EXPECT_EQ(m_alerts.messages,
+            QStringList{QStringLiteral("Export failed: “out.png” could not be written. The folder “%1” does not exist.")
+                            .arg(path("none"))});
+}
+
+TEST_F(ExportFlowTest, AnEndingWindowStopsItsPictureAndLeavesNothing) {
+  MindMap map = editor().mindMap();
+  map.nodes.append(map.nodes[0]);
+  map.nodes.update(1, [](Node& node) { node.position = QPointF(10'000, 1'000'000); });
+  editor().setMindMap(map);
+  QDir().mkpath(path("exports"));
+  request("png", path("exports/out.png"));
+  nextTurn();
+  m_application.reset();
+  EXPECT_EQ(QDir(path("exports")).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot),
+            QStringList());
 }
 
 TEST_F(ExportFlowTest, AWindowThatEndsDropsWhatIsQueued) {
