@@ -215,6 +215,8 @@ Window& windowOf(int topics, MindMap::Layout layout) {
   static std::unique_ptr<Window> window;
   static std::pair<int, MindMap::Layout> kept;
   if (!window || kept != std::pair(topics, layout)) {
+    // Widgets have to go before the application.
+    if (!window) qAddPostRoutine([] { window.reset(); });
     window.reset();
     window = std::make_unique<Window>(arranged(topics, layout));
     kept = {topics, layout};
