@@ -1,4 +1,5 @@
 #include <QLocale>
+#include <QStringMatcher>
 
 #include "editor/MindMapViewModel.h"
 #include "editor/WrappedIndex.h"
@@ -12,16 +13,17 @@ class CaseInsensitiveQuery {
  public:
   explicit CaseInsensitiveQuery(const QString& query)
       : m_isTurkic(m_locale.language() == QLocale::Turkish || m_locale.language() == QLocale::Azerbaijani),
-        m_query(m_isTurkic ? m_locale.toLower(query) : query) {}
+        m_matcher(m_isTurkic ? m_locale.toLower(query) : query, m_isTurkic ? Qt::CaseSensitive : Qt::CaseInsensitive) {}
 
   bool isIn(const QString& text) const {
-    return m_isTurkic ? m_locale.toLower(text).contains(m_query) : text.contains(m_query, Qt::CaseInsensitive);
+    if (text.isEmpty()) return false;
+    return m_matcher.indexIn(m_isTurkic ? m_locale.toLower(text) : text) >= 0;
   }
 
  private:
   QLocale m_locale;
   bool m_isTurkic;
-  QString m_query;
+  QStringMatcher m_matcher;
 };
 
 }  // namespace
