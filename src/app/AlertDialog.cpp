@@ -1,6 +1,6 @@
 #include "app/AlertDialog.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -38,7 +38,7 @@ KindLook lookOf(AlertDialog::Kind kind) {
 
 AlertDialog::AlertDialog(const Look& look, Kind kind, const QString& title, const QString& message, QWidget* parent)
     : QDialog(parent), m_buttons(new QHBoxLayout), m_close(new QPushButton(tr("OK"), this)) {
-  setWindowTitle(title);
+  setWindowTitle(QGuiApplication::applicationDisplayName());
   setWindowModality(Qt::WindowModal);
 
   const KindLook shown = lookOf(kind);
