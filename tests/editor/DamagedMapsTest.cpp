@@ -1,5 +1,5 @@
 #include "editor/CommandRig.h"
-#include "editor/LargeMaps.h"
+#include "support/LargeMaps.h"
 
 using namespace quilmora;
 using namespace quilmora::test;
