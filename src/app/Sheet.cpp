@@ -52,6 +52,11 @@ Sheet::Sheet(const Look& look, QWidget* window)
   window->installEventFilter(this);
 }
 
+// The keyboard leaves a sheet that goes with its window when there is no sheet any more to hear of it.
+Sheet::~Sheet() {
+  disconnect(qApp, nullptr, this, nullptr);
+}
+
 QWidget& Sheet::panel() const {
   return *m_panel;
 }

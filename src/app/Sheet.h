@@ -19,6 +19,7 @@ class Sheet : public QWidget {
 
  public:
   Sheet(const Look& look, QWidget* window);
+  ~Sheet() override;
 
   // Covers the window and takes the keyboard.
   void open();
