@@ -1,5 +1,7 @@
 #include "exchange/ExportWriter.h"
 
+#include <new>
+
 #include "exchange/ImageExport.h"
 #include "exchange/TextExports.h"
 #include "platform/FileWriter.h"
@@ -25,15 +27,15 @@ std::optional<QByteArray> exportedText(const MindMap& map, ExportFormat format) 
 
 ExportOutcome writeExport(const MindMap& map, ExportFormat format, const QString& path, FileWriter& writer,
                           const ExportProgress& progress, const std::stop_token& stop) {
-  if (format == ExportFormat::png || format == ExportFormat::pdf)
-    return exportPicture(map, format, path, writer, progress, stop);
   try {
     const std::optional<QByteArray> text = exportedText(map, format);
-    if (!text) return {ExportOutcome::State::notRendered, {}};
+    if (!text) return exportPicture(map, format, path, writer, progress, stop);
     const QString problem = writer.write(path, *text);
     return problem.isEmpty() ? ExportOutcome{} : ExportOutcome::failure(problem);
   } catch (const ExportError& error) {
     return ExportOutcome::failure(error.message());
+  } catch (const std::bad_alloc&) {
+    return ExportOutcome::failure(QStringLiteral("the map is too large for the memory of this machine"));
   }
 }
 

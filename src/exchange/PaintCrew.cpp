@@ -1,6 +1,7 @@
 #include "exchange/PaintCrew.h"
 
 #include <algorithm>
+#include <system_error>
 
 namespace quilmora {
 
@@ -19,7 +20,13 @@ int PaintCrew::usualSize() {
 }
 
 PaintCrew::PaintCrew(int threads) {
-  for (int count = 0; count < threads; ++count) m_threads.emplace_back([this] { work(); });
+  m_threads.reserve(static_cast<std::size_t>(threads));
+  try {
+    while (size() < threads) m_threads.emplace_back([this] { work(); });
+  } catch (const std::system_error&) {
+    // Fewer threads only take longer.
+    if (m_threads.empty()) throw;
+  }
 }
 
 PaintCrew::~PaintCrew() {

@@ -5,6 +5,7 @@
 #include <deque>
 #include <new>
 #include <optional>
+#include <system_error>
 
 #include <QTemporaryFile>
 
@@ -308,6 +309,8 @@ PictureStreamEnd streamPicture(const PictureScene& scene, const QString& folder,
   } catch (const OutOfRoom&) {
     return PictureStreamEnd::outOfRoom;
   } catch (const std::bad_alloc&) {
+    return PictureStreamEnd::outOfRoom;
+  } catch (const std::system_error&) {  // no thread to paint in
     return PictureStreamEnd::outOfRoom;
   }
 }

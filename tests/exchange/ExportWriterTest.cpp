@@ -1,0 +1,29 @@
+#include <new>
+
+#include <gtest/gtest.h>
+
+#include "exchange/ExportWriter.h"
+#include "platform/FileWriter.h"
+#include "support/QtPrinters.h"
+#include "support/SmallMap.h"
+
+namespace quilmora {
+namespace {
+
+class WriterWithoutMemory final : public FileWriter {
+ public:
+  QString write(const QString&, const QByteArray&) override { throw std::bad_alloc(); }
+  std::unique_ptr<FileStream> stream(const QString&) override { throw std::bad_alloc(); }
+};
+
+TEST(ExportWriter, MemoryThatRunsOutIsAFailureInWords) {
+  WriterWithoutMemory writer;
+  for (const ExportFormat format : allExportFormats()) {
+    const ExportOutcome outcome = writeExport(test::mapOf({1}), format, QStringLiteral("out"), writer);
+    EXPECT_EQ(outcome.state, ExportOutcome::State::failed) << rawValue(format).toStdString();
+    EXPECT_EQ(outcome.reason, QStringLiteral("the map is too large for the memory of this machine"));
+  }
+}
+
+}  // namespace
+}  // namespace quilmora
