@@ -1,6 +1,7 @@
 #include "cli/CommandLine.h"
 
 #include <cstdio>
+#include <new>
 
 #include <QRegularExpression>
 
@@ -47,16 +48,21 @@ int failure(const QString& file, const QString& reason) {
 // Reads INPUT, lets change(map) have it, writes OUTPUT.
 template <class Change>
 int rewrite(const QString& input, const QString& output, Change&& change) {
+  static const QString noMemory = QStringLiteral("the map is too large for the memory of this machine");
   MindMap map;
   try {
     map = change(readMap(input));
   } catch (const FileError& error) {
     return failure(input, error.reason());
+  } catch (const std::bad_alloc&) {
+    return failure(input, noMemory);
   }
   try {
     writeMap(map, output);
   } catch (const FileError& error) {
     return failure(output, error.reason());
+  } catch (const std::bad_alloc&) {
+    return failure(output, noMemory);
   }
   return succeeded;
 }

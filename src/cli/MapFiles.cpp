@@ -57,8 +57,7 @@ MindMap readMap(const QString& path) {
 }
 
 void writePlainDocument(const MindMap& map, const QString& path) {
-  const QString problem = DiskFileWriter().write(path, encodeDocument(map));
-  if (!problem.isEmpty()) throw FileError(problem);
+  exportMap(map, ExportFormat::json, path);
 }
 
 void exportMap(const MindMap& map, ExportFormat format, const QString& path) {
