@@ -81,6 +81,7 @@ QString ExportOverlay::message() const {
 void ExportOverlay::setMessage(const QString& message) {
   m_text->setText(message);
   setAccessibleName(message);
+  m_ring->setShare({});
   Q_EMIT placementWanted();
 }
 
@@ -89,7 +90,6 @@ void ExportOverlay::setExporting(bool isExporting) {
     fadeTo(0.0);
     return;
   }
-  m_ring->setShare({});
   setOpacity(m_opacity);
   setShown(true);
   bringToFront();

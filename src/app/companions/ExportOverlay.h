@@ -20,6 +20,7 @@ class ExportOverlay : public Card {
   ExportOverlay(const Look& look, QWidget* canvas);
 
   QString message() const;
+  // Names the export that begins, of which nothing is known yet.
   void setMessage(const QString& message);
   void setExporting(bool isExporting);
   // From 0 to 1.
