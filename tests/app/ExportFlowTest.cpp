@@ -240,6 +240,25 @@ TEST_F(ExportFlowTest, PicturesAreMadeWhileTheWindowGoesOn) {
   EXPECT_EQ(m_alerts.messages, QStringList());
 }
 
+TEST_F(ExportFlowTest, APictureShowsAllOfTheMapHoweverTheWindowShowsIt) {
+  const auto picture = [this](const char* name) {
+    request("png", path(name));
+    nextTurn();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !flow().isExporting(); }, 30'000));
+    return QImage(path(name));
+  };
+  const QUuid root = editor().mindMap().nodes[0].id;
+  editor().createChild(root);
+  editor().clearSelection();
+  const QImage open = picture("open.png");
+  EXPECT_GT(open.width(), 320);
+  editor().toggleCollapsed(root);
+  ASSERT_TRUE(editor().isHidden(editor().mindMap().nodes[1].id));
+  editor().selectNode(root, false);
+  editor().zoomAt(0.5, 10, 20);
+  EXPECT_TRUE(picture("collapsed.png") == open);
+}
+
 TEST_F(ExportFlowTest, APictureThatCannotBeMadeIsSilent) {
   MindMap map = editor().mindMap();
   map.nodes.append(map.nodes[0]);

@@ -111,6 +111,12 @@ TEST(SvgExport, LinesBelowTopics) {
             "</svg>");
 }
 
+TEST(SvgExport, WhatIsEscapedAlreadyIsEscapedAgain) {
+  MindMap map = placed({{0, 0}});
+  map.nodes.update(0, [](Node& node) { node.title = QStringLiteral("&amp;"); });
+  EXPECT_TRUE(exportSVG(map).contains(">&amp;amp;</text>"));
+}
+
 TEST(SvgExport, ThePictureIsAsWideAsTheMapAndStartsAtTheOrigin) {
   EXPECT_EQ(sizeOf(exportSVG(placed({{-100, 0}, {100, 0}}))), "viewBox=\"0 0 400 200\"");
   EXPECT_EQ(attribute(exportSVG(placed({{-100, 0}, {100, 0}})), "x"), "-160.0");
