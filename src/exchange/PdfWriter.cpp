@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "exchange/PixelDeflate.h"
 #include "platform/FileWriter.h"
 
 namespace quilmora {

@@ -77,13 +77,13 @@ PictureScene::Range PictureScene::pixels(double first, double last, double origi
           static_cast<std::int64_t>(std::clamp(std::ceil((last - origin) * scale), -limit, limit))};
 }
 
-std::optional<PictureScene::Range> PictureScene::rowsOfNode(std::size_t node) const {
+PictureScene::Range PictureScene::rowsOfNode(std::size_t node) const {
   const double y = m_index.positions()[node].y();
   const double reach = double{m_halfHeights[node]} + surroundings;
   return pixels(y - reach, y + reach, m_origin.y());
 }
 
-std::optional<PictureScene::Range> PictureScene::columnsOfNode(std::size_t node) const {
+PictureScene::Range PictureScene::columnsOfNode(std::size_t node) const {
   const double x = m_index.positions()[node].x();
   return pixels(x - m_halfWidth, x + m_halfWidth, m_origin.x());
 }

@@ -53,9 +53,10 @@ class PictureScene {
   std::size_t nodeCount() const { return m_map.nodes.size(); }
   std::size_t edgeCount() const { return m_map.edges.size(); }
 
-  // Which rows a topic or an edge can touch, and which columns within these rows; nothing for what is not drawn.
-  std::optional<Range> rowsOfNode(std::size_t node) const;
-  std::optional<Range> columnsOfNode(std::size_t node) const;
+  // Which rows a topic or an edge can touch, and which columns within these rows; nothing for an edge that is not
+  // drawn.
+  Range rowsOfNode(std::size_t node) const;
+  Range columnsOfNode(std::size_t node) const;
   std::optional<Range> rowsOfEdge(std::size_t edge) const;
   std::optional<Range> columnsOfEdge(std::size_t edge, Range rows) const;
 

@@ -6,7 +6,7 @@ namespace quilmora {
 
 PictureSweep::PictureSweep(const PictureScene& scene) : m_scene(scene) {
   for (std::size_t i = 0; i < scene.nodeCount(); ++i)
-    if (const auto rows = scene.rowsOfNode(i)) m_nodes.entries.push_back({*rows, static_cast<std::uint32_t>(i)});
+    m_nodes.entries.push_back({scene.rowsOfNode(i), static_cast<std::uint32_t>(i)});
   for (std::size_t i = 0; i < scene.edgeCount(); ++i)
     if (const auto rows = scene.rowsOfEdge(i)) m_edges.entries.push_back({*rows, static_cast<std::uint32_t>(i)});
   m_nodes.sort();

@@ -2,7 +2,7 @@
 
 #include <array>
 #include <cstring>
-#include <stdexcept>
+#include <new>
 
 #include <zlib.h>
 

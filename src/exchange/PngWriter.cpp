@@ -6,7 +6,6 @@
 #include <QtEndian>
 #include <zlib.h>
 
-#include "exchange/PixelDeflate.h"
 #include "platform/FileWriter.h"
 
 namespace quilmora {

@@ -9,7 +9,7 @@ namespace quilmora {
 class FileStream;
 
 // Writes a PNG file of 8 bit red, green and blue around the compressed rows of a picture, marked as having two pixels a
-// point (144 a inch). Each returns false once the file failed.
+// point (144 an inch). Each returns false once the file failed.
 class PngWriter {
  public:
   PngWriter(FileStream& file, PictureSize size) : m_file(file), m_size(size) {}

@@ -33,7 +33,6 @@ bool isSafeColor(QStringView text) {
 }
 
 QStringView safeColorView(QStringView text) {
-  if (isSafeColor(text)) return text;
   const QStringView trimmed = text.trimmed();
   return isSafeColor(trimmed) ? trimmed : QStringView(u"#808080");
 }
