@@ -1,9 +1,9 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include "cli/FilesTest.h"
 #include "cli/Maps.h"
 #include "cli/Program.h"
 #include "model/MindMapDocument.h"
@@ -16,26 +16,7 @@ using quilmora::MindMap;
 
 constexpr char usageStart[] = "usage: quilmora-cli convert INPUT OUTPUT\n";
 
-class CommandLine : public ::testing::Test {
- protected:
-  QString path(const char* name) const { return m_folder.filePath(QLatin1String(name)); }
-  QString write(const char* name, const QByteArray& bytes) const {
-    QFile file(path(name));
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-    return file.fileName();
-  }
-  static QByteArray read(const QString& filePath) {
-    QFile file(filePath);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    return file.readAll();
-  }
-  QStringList entries() const {
-    return QDir(m_folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
-  }
-
-  QTemporaryDir m_folder;
-};
+class CommandLine : public cli::FilesTest {};
 
 TEST_F(CommandLine, ConvertWritesTheSameMapAsAPlainDocument) {
   const QString input = write("in.json", cli::smallMap());

@@ -1,9 +1,8 @@
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
-#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include "cli/FilesTest.h"
 #include "cli/Maps.h"
 #include "cli/Program.h"
 #include "exchange/TextExports.h"
@@ -16,28 +15,11 @@ using quilmora::decodeDocument;
 using quilmora::MindMap;
 using Text = std::string;
 
-class CommandLineExport : public ::testing::Test {
+class CommandLineExport : public cli::FilesTest {
  protected:
-  QString path(const char* name) const { return m_folder.filePath(QLatin1String(name)); }
-  QString write(const char* name, const QByteArray& bytes) const {
-    QFile file(path(name));
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-    return file.fileName();
-  }
-  static QByteArray read(const QString& filePath) {
-    QFile file(filePath);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << filePath.toStdString();
-    return file.readAll();
-  }
-  QStringList entries() const {
-    return QDir(m_folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
-  }
   QByteArray exportLine(const char* format, const QString& file) const {
     return QByteArray(R"({"do":"exportFile","format":")") + format + R"(","path":")" + file.toUtf8() + "\"}";
   }
-
-  QTemporaryDir m_folder;
 };
 
 constexpr char smallOutline[] =
