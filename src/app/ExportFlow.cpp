@@ -1,5 +1,7 @@
 #include "app/ExportFlow.h"
 
+#include <system_error>
+
 #include <QDir>
 #include <QFileInfo>
 #include <QPointer>
@@ -79,7 +81,7 @@ void ExportFlow::runNext() {
 }
 
 void ExportFlow::startPicture(const Job& job) {
-  m_pictureThread = std::thread([this, job, stop = m_stop.get_token()] {
+  const auto make = [this, job, stop = m_stop.get_token()] {
     double told = 0.0;
     const auto progress = [&](double share) {
       if (share < told + leastProgress) return;
@@ -94,7 +96,12 @@ void ExportFlow::startPicture(const Job& job) {
           finish(outcome);
         },
         Qt::QueuedConnection);
-  });
+  };
+  try {
+    m_pictureThread = std::thread(make);
+  } catch (const std::system_error&) {
+    finish({ExportOutcome::State::notRendered, {}});
+  }
 }
 
 void ExportFlow::finish(const ExportOutcome& outcome) {

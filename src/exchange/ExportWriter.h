@@ -19,7 +19,7 @@ struct ExportOutcome {
   enum class State {
     written,
     failed,       // `reason` tells why
-    notRendered,  // there is no picture of this map to write
+    notRendered,  // no picture of this map can be made
     canceled,
   };
 

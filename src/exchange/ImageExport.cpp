@@ -34,9 +34,11 @@ ExportOutcome exportPicture(const MindMap& map, ExportFormat format, const QStri
       format == ExportFormat::pdf
           ? stream(PdfWriter(*output, *size, bounds.size()), scene, file.path(), progress, stop, parts)
           : stream(PngWriter(*output, *size), scene, file.path(), progress, stop, parts);
+  if (end == PictureStreamEnd::notDrawn) return {ExportOutcome::State::notRendered, {}};
   if (end == PictureStreamEnd::outOfRoom)
     return ExportOutcome::failure(
-        QStringLiteral("“%1” could not be written. There is no room to draw a picture of this size.").arg(file.fileName()));
+        QStringLiteral("“%1” could not be written. The disk has no room for the parts of the picture.")
+            .arg(file.fileName()));
   if (stop.stop_requested()) return {ExportOutcome::State::canceled, {}};
   if (end != PictureStreamEnd::done && output->append(nullptr, 0))
     return ExportOutcome::failure(

@@ -309,9 +309,9 @@ PictureStreamEnd streamPicture(const PictureScene& scene, const QString& folder,
   } catch (const OutOfRoom&) {
     return PictureStreamEnd::outOfRoom;
   } catch (const std::bad_alloc&) {
-    return PictureStreamEnd::outOfRoom;
+    return PictureStreamEnd::notDrawn;
   } catch (const std::system_error&) {  // no thread to paint in
-    return PictureStreamEnd::outOfRoom;
+    return PictureStreamEnd::notDrawn;
   }
 }
 

@@ -22,7 +22,8 @@ struct PictureParts {
 enum class PictureStreamEnd {
   done,
   stopped,    // by the stop token or by the sink
-  outOfRoom,  // in memory, for threads, or in the folder for what has to wait
+  notDrawn,   // for want of memory or of a thread
+  outOfRoom,  // in the folder for what has to wait
 };
 
 // Paints a picture part by part and hands its rows on as one stream in the zlib format: 8 bit red, green and blue, each row

@@ -16,10 +16,19 @@ class WriterWithoutMemory final : public FileWriter {
   std::unique_ptr<FileStream> stream(const QString&) override { throw std::bad_alloc(); }
 };
 
-TEST(ExportWriter, MemoryThatRunsOutIsAFailureInWords) {
+ExportOutcome exportWithoutMemory(ExportFormat format) {
   WriterWithoutMemory writer;
-  for (const ExportFormat format : allExportFormats()) {
-    const ExportOutcome outcome = writeExport(test::mapOf({1}), format, QStringLiteral("out"), writer);
+  return writeExport(test::mapOf({1}), format, QStringLiteral("out"), writer);
+}
+
+TEST(ExportWriter, AMapWithoutMemoryForItsPictureIsNotRendered) {
+  for (const ExportFormat format : {ExportFormat::png, ExportFormat::pdf})
+    EXPECT_EQ(exportWithoutMemory(format).state, ExportOutcome::State::notRendered) << rawValue(format).toStdString();
+}
+
+TEST(ExportWriter, MemoryThatRunsOutForATextIsTold) {
+  for (const ExportFormat format : {ExportFormat::json, ExportFormat::svg, ExportFormat::opml, ExportFormat::markdown}) {
+    const ExportOutcome outcome = exportWithoutMemory(format);
     EXPECT_EQ(outcome.state, ExportOutcome::State::failed) << rawValue(format).toStdString();
     EXPECT_EQ(outcome.reason, QStringLiteral("the map is too large for the memory of this machine"));
   }
