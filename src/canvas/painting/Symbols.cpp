@@ -90,6 +90,8 @@ QPainterPath placeholderPath() {
 }
 
 QPainterPath readOutline(const QString& file) {
+  static std::mutex mutex;
+  const std::lock_guard lock(mutex);
   QSvgRenderer renderer(file);
   if (!renderer.isValid()) return placeholderPath();
   OutlineDevice device;
@@ -118,7 +120,6 @@ class SymbolTable {
   const QPainterPath& path(const QString& name) {
     const auto icon = m_icons.constFind(name);
     if (icon == m_icons.constEnd()) return m_placeholder;
-    const std::lock_guard lock(m_mutex);
     std::unique_ptr<QPainterPath>& path = m_paths[name];
     if (!path) path = std::make_unique<QPainterPath>(readOutline(QStringLiteral(":/symbols/%1.svg").arg(*icon)));
     return *path;
@@ -127,12 +128,12 @@ class SymbolTable {
  private:
   QPainterPath m_placeholder;
   QHash<QString, QString> m_icons;
-  std::mutex m_mutex;
   std::unordered_map<QString, std::unique_ptr<QPainterPath>> m_paths;
 };
 
+// A path keeps what is made of it when it is painted, unguarded even where it is constant: no two threads may share one.
 SymbolTable& symbolTable() {
-  static SymbolTable table;
+  thread_local SymbolTable table;
   return table;
 }
 

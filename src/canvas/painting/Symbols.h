@@ -14,7 +14,7 @@ namespace quilmora {
 bool hasSymbol(const QString& name);
 
 // The symbol's outline inside a square of side 16 at the origin, to be filled by the path's own fill rule; a neutral
-// placeholder for an unknown name.
+// placeholder for an unknown name. Belongs to the calling thread.
 const QPainterPath& symbolPath(const QString& name);
 
 // Draws the symbol in one colour, as large as fits into the rectangle and centred in it. `boldness` thickens its lines, in
