@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <unordered_map>
+#include <utility>
 
 #include "canvas/painting/NodeMetrics.h"
 #include "themes/Color.h"
@@ -9,6 +11,9 @@
 namespace quilmora {
 
 namespace {
+
+// How far ahead a topic is looked for among those that stood in its block before.
+constexpr std::size_t maxStepsAhead = 32;
 
 float narrowed(double value) {
   return std::isfinite(value) ? static_cast<float>(std::clamp(value, -1e30, 1e30)) : 0.0f;
@@ -71,6 +76,14 @@ SceneSketch::NodeSketch sketchOf(const Node& node, double fontScale) {
   return sketch;
 }
 
+// Whether two records of a topic take boxes of one size where nothing is sized by depth. Images are compared by where they
+// lie in memory: they are long, and shared as long as nobody changed them.
+bool isSizedAlike(const Node& a, const Node& b) {
+  const auto imageOf = [](const Node& node) { return node.imageData ? node.imageData->constData() : nullptr; };
+  return a.title == b.title && a.emoji == b.emoji && a.icon.has_value() == b.icon.has_value() &&
+         imageOf(a) == imageOf(b) && a.style.bold == b.style.bold && a.style.italic == b.style.italic;
+}
+
 }  // namespace
 
 void SceneSketch::update(const MindMap& map) {
@@ -85,9 +98,34 @@ SceneSketch::NodeSketch SceneSketch::guess(const Node& node, const HierarchicalC
 void SceneSketch::updateNodes(const MindMap& map) {
   const double fontScale = fontScaleOf(map.hierarchical);
   if (m_hierarchical != map.hierarchical) m_nodes.clear();
-  m_nodeSketches.resize(map.nodes.size());
-  visitChanged(m_nodes, map.nodes,
-               [&](std::size_t index, const Node& node) { m_nodeSketches[index] = sketchOf(node, fontScale); });
+  const std::vector<NodeSketch> before = std::exchange(m_nodeSketches, std::vector<NodeSketch>(map.nodes.size()));
+  std::unordered_map<const void*, std::size_t> startBefore;
+  for (std::size_t k = 0; k < m_nodes.blockCount(); ++k) startBefore.emplace(&m_nodes.block(k), m_nodes.blockStart(k));
+  for (std::size_t k = 0; k < map.nodes.blockCount(); ++k) {
+    const auto& block = map.nodes.block(k);
+    NodeSketch* sketches = m_nodeSketches.data() + map.nodes.blockStart(k);
+    if (const auto known = startBefore.find(&block); known != startBefore.end()) {
+      std::copy_n(before.data() + known->second, block.size(), sketches);
+      continue;
+    }
+    // Sizes that were measured stay: what is painted anew must fit to what is not.
+    std::size_t next = 0;
+    for (std::size_t i = 0; i < block.size(); ++i) {
+      sketches[i] = sketchOf(block[i], fontScale);
+      if (k >= m_nodes.blockCount()) continue;
+      const auto& old = m_nodes.block(k);
+      const std::size_t end = std::min(old.size(), next + maxStepsAhead);
+      std::size_t place = next;
+      while (place < end && old[place].id != block[i].id) ++place;
+      if (place >= end) continue;
+      next = place + 1;
+      const NodeSketch& kept = before[m_nodes.blockStart(k) + place];
+      if (!kept.isMeasured || !isSizedAlike(old[place], block[i])) continue;
+      sketches[i].halfWidth = kept.halfWidth;
+      sketches[i].halfHeight = kept.halfHeight;
+      sketches[i].isMeasured = true;
+    }
+  }
   m_nodes = map.nodes;
   m_hierarchical = map.hierarchical;
   m_maxHalfHeight = 0.0;
