@@ -309,8 +309,12 @@ void EdgeLayer::paintRibbon(const Piece& piece) {
   }
 }
 
+bool EdgeLayer::areMany(std::size_t edgeCount) {
+  return edgeCount > maxSmoothLineCount;
+}
+
 bool EdgeLayer::isSmooth() const {
-  return m_context.sketch.edges().size() <= maxSmoothLineCount || m_context.scale >= minSmoothLineScale;
+  return !areMany(m_context.sketch.edges().size()) || m_context.scale >= minSmoothLineScale;
 }
 
 void EdgeLayer::paintLines(const Bundle& bundle) {

@@ -18,6 +18,9 @@ class EdgeLayer {
  public:
   EdgeLayer(QPainter& painter, const PaintContext& context) : m_painter(painter), m_context(context) {}
 
+  // Whether a map has so many edges that they are drawn more simply from afar.
+  static bool areMany(std::size_t edgeCount);
+
   // Edges are collected one by one, the topmost first.
   void collect(std::size_t edge);
   void collectionEnded();

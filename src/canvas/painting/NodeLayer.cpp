@@ -54,6 +54,10 @@ NodeLayer::NodeLayer(QPainter& painter, const PaintContext& context, Shadows sha
   prepareCoverage();
 }
 
+bool NodeLayer::areMany(std::size_t topicCount) {
+  return topicCount > maxMeasuredCount;
+}
+
 void NodeLayer::collect(std::size_t index) {
   const QRectF& seen = m_context.exposed;
   const QPointF position = m_context.shownPosition(index);
@@ -220,7 +224,7 @@ void NodeLayer::collectNode(std::size_t index, QPointF position) {
   const std::uint32_t number = scene.index->numberOfNode()[index];
   const bool isEditing = scene.editingNodeID == node.id;
   const bool isSketched = (m_context.detail == PaintContext::Detail::bars && !node.imageData &&
-                           scene.map->nodes.size() > maxMeasuredCount) ||
+                           areMany(scene.map->nodes.size())) ||
                           isContentKnownToBeCovered(index, position);
   SeenNode seen{index, position, {}, {}, opacityOf(index), isEditing, m_context.isNodeSelected(number), {}};
   if (seen.opacity <= 0.0) return;

@@ -14,6 +14,9 @@ class NodeLayer {
   enum class Shadows { none, all };
   NodeLayer(QPainter& painter, const PaintContext& context, Shadows shadows = Shadows::all);
 
+  // Whether a map has so many topics that they are drawn more simply where their titles cannot be read.
+  static bool areMany(std::size_t topicCount);
+
   // Topics are collected one by one, the topmost first.
   void collect(std::size_t index);
   void collectionEnded();

@@ -6,6 +6,8 @@
 
 #include "canvas/geometry/Polygons.h"
 #include "canvas/geometry/RelationshipCurve.h"
+#include "canvas/painting/EdgeLayer.h"
+#include "canvas/painting/NodeLayer.h"
 #include "canvas/painting/RecordChanges.h"
 #include "canvas/painting/SceneSketch.h"
 
@@ -67,6 +69,9 @@ bool SceneDifference::changesEverything(const MapScene& scene) const {
   if (scene.opacityRule != m_scene.opacityRule || scene.map->canvas != m_map.canvas || config != m_map.hierarchical)
     return true;
   if (scene.index->ids() != m_ids) return true;
+  if (NodeLayer::areMany(scene.map->nodes.size()) != NodeLayer::areMany(m_map.nodes.size()) ||
+      EdgeLayer::areMany(scene.map->edges.size()) != EdgeLayer::areMany(m_map.edges.size()))
+    return true;
   const int depth = scene.tree->maxDepth();
   return depth != m_maxDepth && (config.nodeSizing || (config.edgeSizing && (depth < 1) != (m_maxDepth < 1)));
 }
