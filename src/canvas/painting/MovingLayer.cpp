@@ -24,6 +24,11 @@ constexpr std::size_t maxRestingCount = 300;
 constexpr std::size_t minPictureCount = 40;
 constexpr int pictureMargin = 160;
 
+const std::vector<char>& hiddenNodes(const MapScene& scene) {
+  static const std::vector<char> none;
+  return scene.hiddenNodes ? *scene.hiddenNodes : none;
+}
+
 QColor withOpacity(QColor color, double opacity) {
   color.setAlphaF(static_cast<float>(opacity));
   return color;
@@ -209,14 +214,13 @@ void MovingLayer::paintAsPicture(const std::vector<std::size_t>& dragged) {
     const QPointF way = (scene.nodeDragTranslation - m_kept.translation) * m_context.scale;
     return QPoint(static_cast<int>(std::lround(way.x())), static_cast<int>(std::lround(way.y())));
   };
+  const QRect shown = m_context.toDevice.mapRect(m_context.exposed).toAlignedRect();
   const bool isKept = !m_kept.image.isNull() && m_kept.toDevice == m_context.toDevice &&
                       m_kept.nodes.sharesStorageWith(scene.map->nodes) && m_kept.opacityRule == scene.opacityRule &&
-                      m_kept.isSelected == m_context.isSelected &&
-                      std::max(std::abs(shift().x()), std::abs(shift().y())) <= pictureMargin;
-  if (!isKept) {
-    const QRect shown = m_context.toDevice.mapRect(m_context.exposed).toAlignedRect();
-    renderPicture(dragged, shown.adjusted(-pictureMargin, -pictureMargin, pictureMargin, pictureMargin));
-  }
+                      m_kept.isSelected == m_context.isSelected && m_kept.isHidden == hiddenNodes(scene) &&
+                      std::max(std::abs(shift().x()), std::abs(shift().y())) <= pictureMargin &&
+                      QRect(m_kept.origin + shift(), m_kept.image.size()).contains(shown);
+  if (!isKept) renderPicture(dragged, shown.adjusted(-pictureMargin, -pictureMargin, pictureMargin, pictureMargin));
   const QTransform transform = m_painter.transform();
   m_painter.setTransform(m_context.toDevice.inverted() * transform);
   m_painter.drawImage(m_kept.origin + shift(), m_kept.image);
@@ -227,7 +231,7 @@ void MovingLayer::renderPicture(const std::vector<std::size_t>& dragged, const Q
   m_kept = {QImage(pixels.size(), QImage::Format_ARGB32_Premultiplied), pixels.topLeft(),
             m_context.scene.nodeDragTranslation,                         m_context.toDevice,
             m_context.scene.map->nodes,                                  m_context.isSelected,
-            m_context.scene.opacityRule};
+            hiddenNodes(m_context.scene),                                m_context.scene.opacityRule};
   m_kept.image.fill(Qt::transparent);
   QPainter painter(&m_kept.image);
   painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing | QPainter::SmoothPixmapTransform);
