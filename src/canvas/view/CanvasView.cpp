@@ -150,6 +150,7 @@ void CanvasView::paintEvent(QPaintEvent*) {
   // A picture of the widget, unlike a frame on the screen, is not followed by a better one.
   const QPaintDevice* device = redirected(nullptr);
   const bool isPicture = device && device->devType() == QInternal::Pixmap;
+  m_picture.setImportantPoint(m_editor.isCanvasHovered ? m_editor.cursorLocation : QRectF(rect()).center());
   m_picture.show(painter, size(), ratio, view, colorFromHex(m_editor.mindMap().canvas.background),
                  isPicture ? ScenePicture::Effort::all : ScenePicture::Effort::slice);
   m_isLanding = m_isLanding && !m_picture.isSettled();
