@@ -116,7 +116,8 @@ void EdgeLayer::collectEdge(std::size_t edge, std::uint32_t from, std::uint32_t 
   hull.adjust(-reach, -reach, reach, reach);
   if (isBent) hull = hull.united(hull.translated(sketch.bend));
   if (!isSeen(hull) || !isFinite(a) || !isFinite(b)) return;
-  if (m_context.options.levelsOfDetail && width * m_context.scale < minRibbonWidth)
+  const bool hasDashes = sketch.isDashed && m_context.scale >= minDashScale;
+  if (m_context.options.levelsOfDetail && !hasDashes && width * m_context.scale < minRibbonWidth)
     collectLine(edge, a, b, isBent ? sketch.bend : QPointF(), width * m_context.scale);
   else
     collectRibbon(edge, connectorOf(edge, a, b), width / 2);
