@@ -212,7 +212,7 @@ std::optional<QRectF> CanvasScene::partRect(const CanvasTarget& part, const Canv
 
 std::optional<QRectF> CanvasScene::nodePartRect(const CanvasTarget& part, const CanvasState& state) {
   const auto position = shownPosition(part.id);
-  if (!position) return std::nullopt;
+  if (!position || m_editor.canvasZoom() * m_pixelRatio < NodeMetrics::minPartScale) return std::nullopt;
   const bool isHandle = part.kind == CanvasTarget::Kind::connectionHandle;
   if (isHandle ? !m_editor.selectedNodeIDs().contains(part.id) || state.editingNodeID == part.id
                : m_editor.treeInfo().childCount(part.id) == 0)
