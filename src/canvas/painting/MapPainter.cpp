@@ -205,7 +205,7 @@ PaintSteps MapPainter::paintSteps(QPainter& painter, MapScene scene, PaintOption
                                   const std::vector<char>& isSelected) {
   using Work = PaintSteps::Work;
   if (!hasSense(scene)) co_return;
-  if (options.background) 
+  if (options.background)
     painter.fillRect(scene.exposed.translated(-scene.pixelOrigin), colorFromHex(scene.map->canvas.background));
   const Session session(*this, painter, scene, options, isSelected);
   const PaintContext& context = session.context;

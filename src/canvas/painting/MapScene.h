@@ -16,8 +16,8 @@
 
 namespace quilmora {
 
-// Everything that a picture of a map depends on; SceneDifference compares all of it. Pointers are borrowed for the time of one call; the first three must be set
-// and belong to the same state of the map.
+// Everything that a picture of a map depends on; SceneDifference compares all of it. Pointers are borrowed for the time of
+// one call; the first three must be set and belong to the same state of the map.
 struct MapScene {
   enum class DropTarget { reparent, connection };
   enum class HandleKind { edgeSource, edgeTarget, edgeBend, relationshipBend };
