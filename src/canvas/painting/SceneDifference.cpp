@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 #include "canvas/geometry/Polygons.h"
 #include "canvas/geometry/RelationshipCurve.h"
@@ -236,21 +237,8 @@ void SceneDifference::compareGestures(const MapScene& scene) {
     addNodeOf(now, scene);
   };
   if (scene.editingNodeID != m_scene.editingNodeID || scene.editingTitle != m_scene.editingTitle) {
-    // The box as it was, and as it is now.
-    const auto addEdited = [&](const MapScene& edited) {
-      const std::uint32_t number = edited.editingNodeID ? m_ids->find(*edited.editingNodeID) : MapIndex::npos;
-      if (number >= m_looks.size() || !m_looks[number].isShown) return;
-      const std::uint32_t place = scene.index->nodeOfNumber()[number];
-      if (place == MapIndex::npos) return;
-      Node node = scene.map->nodes[place];
-      addNode(node, m_looks[number].depth, scene);
-      node.title = edited.editingTitle.value_or(node.title);
-      // The field of a short title is as wide as this.
-      if (node.title.size() < 12) node.title = QStringLiteral("mmmmmmmmmmmm");
-      addNode(node, m_looks[number].depth, scene);
-    };
-    addEdited(m_scene);
-    addEdited(scene);
+    addNodeOf(m_scene.editingNodeID, scene);
+    addNodeOf(scene.editingNodeID, scene);
   }
   compareNode(m_scene.dropTargetID, scene.dropTargetID, scene.dropTarget != m_scene.dropTarget);
   // The handle of a topic that a connection comes from is on its way.
@@ -300,12 +288,17 @@ void SceneDifference::addNode(const Node& node, int depth, const MapScene& scene
   const double deepest = scene.tree->maxDepth();
   const auto fraction = deepest >= 1 ? std::optional(std::max(0, depth) / deepest) : std::nullopt;
   const HierarchicalConfig& config = scene.map->hierarchical;
-  const NodeMetrics metrics =
-      m_painter->measurer().measure(node, fraction, m_options->depthSizing ? &config : nullptr);
+  const HierarchicalConfig* sizing = m_options->depthSizing ? &config : nullptr;
+  QSizeF box = m_painter->measurer().measure(node, fraction, sizing).box.size();
+  // A topic that was or is being edited has the size of the text in its field.
+  for (const MapScene* one : {&std::as_const(m_scene), &scene})
+    if (one->editingNodeID == node.id)
+      box = box.expandedTo(
+          m_painter->measurer().measure(node, fraction, sizing, one->editingTitle.value_or(node.title)).box.size());
   // From afar a topic that nobody measured shows as large as it is guessed to be.
   const auto guess = SceneSketch::guess(node, config);
-  const QSizeF half(std::max<double>(metrics.box.width() / 2, guess.halfWidth) + nodeMargin,
-                    std::max<double>(metrics.box.height() / 2, guess.halfHeight) + nodeMargin);
+  const QSizeF half(std::max<double>(box.width() / 2, guess.halfWidth) + nodeMargin,
+                    std::max<double>(box.height() / 2, guess.halfHeight) + nodeMargin);
   m_parts.areas.emplace_back(node.position.x() - half.width(), node.position.y() - half.height(), 2 * half.width(),
                              2 * half.height());
 }
