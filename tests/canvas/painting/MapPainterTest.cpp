@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cmath>
 
 #include <gtest/gtest.h>
@@ -264,6 +265,23 @@ TEST(MapPainter, ADashedEdgeIsASolidRibbonWithADashedContour) {
   }
   EXPECT_NEAR(tinted, 100, 25);
   EXPECT_NEAR(bare, 100, 25);
+}
+
+TEST(MapPainter, AThinDashedEdgeHasItsDashesToo) {
+  PaintedMap painted;
+  const QUuid a = painted.addNode(QPointF(-150, 0));
+  const QUuid b = painted.addNode(QPointF(150, 0));
+  painted.addEdge(a, b, "#FF0000", 1.0);
+  painted.changeEdge(0, [](Edge& edge) { edge.style.dashed = true; });
+  const QImage image = painted.paint(QSize(400, 300));
+  int least = 255;
+  int most = 0;
+  for (int x = -80; x <= 80; ++x) {
+    const int green = painted.at(image, QPointF(x + 0.5, 0.5)).green();
+    least = std::min(least, green);
+    most = std::max(most, green);
+  }
+  EXPECT_GT(most - least, 30);
 }
 
 TEST(MapPainter, ShowsStraightPreviewsOfTheEdgesOfDraggedTopics) {
