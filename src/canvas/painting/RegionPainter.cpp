@@ -11,6 +11,7 @@ namespace quilmora {
 
 namespace {
 
+constexpr double regionReach = 60.0;
 constexpr double contourWidth = 1.5;
 constexpr qsizetype maxLabelLength = 200;
 
@@ -45,7 +46,8 @@ QFont RegionLabel::font(int pixelSize) {
 
 void paintRegions(QPainter& painter, const PaintContext& context) {
   const MapScene& scene = context.scene;
-  const QRectF seen = context.exposed.adjusted(-20, -20, 20, 20);
+  // The label of a small region is larger than it.
+  const QRectF seen = context.exposed.adjusted(-regionReach, -regionReach, regionReach, regionReach);
   for (const Region& region : scene.map->regions) {
     const bool isDragged = scene.regionDrag && scene.regionDrag->regionID == region.id;
     const QRectF rect = (isDragged ? scene.regionDrag->rect : region.rect).normalized();

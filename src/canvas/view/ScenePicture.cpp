@@ -28,6 +28,7 @@ ViewTransform ScenePicture::onDevicePixels(const ViewTransform& view, double pix
 }
 
 void ScenePicture::interrupt() {
+  ++m_interruptions;
   m_job.reset();
   m_preparation = {};
   m_preparedTiles = QRect();
@@ -117,10 +118,12 @@ QPointF ScenePicture::importantPixel() const {
 }
 
 bool ScenePicture::work(const std::function<bool()>& isTimeUp) {
+  // What changes in every frame, such as a dragged region, would never show if each change dropped the tile under way.
+  const auto mustPause = [this, &isTimeUp] { return m_interruptions < patience && isTimeUp(); };
   bool isNewInView = false;
-  while ((m_job || startJob(isTimeUp)) && m_job) {
+  while ((m_job || startJob(mustPause)) && m_job) {
     const auto start = std::chrono::steady_clock::now();
-    const bool isDone = m_job->steps.run(isTimeUp);
+    const bool isDone = m_job->steps.run(mustPause);
     m_job->cost += std::chrono::steady_clock::now() - start;
     if (!isDone) break;
     isNewInView = isNewInView || m_inView.contains(m_job->tile);
@@ -160,6 +163,7 @@ void ScenePicture::finishJob() {
   m_job->painter.reset();
   m_tiles.put(m_job->tile, std::move(m_job->image), m_job->cost);
   m_job.reset();
+  m_interruptions = 0;
 }
 
 void ScenePicture::draw(QPainter& painter, QSize size, const QRect& tiles, const ViewTransform& view,

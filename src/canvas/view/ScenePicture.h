@@ -38,6 +38,8 @@ class ScenePicture {
   static constexpr std::chrono::milliseconds restDelay{100};
   // How long one slice of painting may take, and a whole view that is painted anew at every step of a zoom.
   static constexpr std::chrono::duration<double, std::milli> sliceTime{4.0};
+  // After so many interruptions in a row a tile is finished however long it takes.
+  static constexpr int patience = 3;
   // How far beyond the view tiles are painted in advance, in device pixels.
   static constexpr int margin = 128;
 
@@ -109,6 +111,7 @@ class ScenePicture {
   QRect m_preparedTiles;
   PaintSteps m_preparation;
   std::unique_ptr<Job> m_job;
+  int m_interruptions = 0;  // since a tile was finished
   Scheduler::Task m_restTask = 0;
   Scheduler::Task m_sliceTask = 0;
   std::function<std::function<bool()>()> m_startSlice;

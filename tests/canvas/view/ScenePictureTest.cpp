@@ -131,6 +131,18 @@ TEST(ScenePicture, LooksAfterEveryMoveAsIfPaintedAnew) {
   }
 }
 
+TEST(ScenePicture, ShowsAChangeOfEveryFrameThoughNoTileIsDoneBetweenTwo) {
+  PictureRig rig;
+  rig.shown();
+  rig.stepsOfASlice = 1;
+  rig.painted.clear();
+  for (int frame = 0; frame < 3 * ScenePicture::patience; ++frame) {
+    rig.picture.markStale({false, {QRectF(300, 60, 20, 20)}, {}});
+    rig.shown();
+  }
+  EXPECT_EQ(rig.painted, (std::vector<QPoint>(3, QPoint(1, 0))));
+}
+
 TEST(ScenePicture, IsPaintedInSlicesWithTheSameResult) {
   PictureRig whole;
   const QImage wanted = whole.shown();
