@@ -8,6 +8,9 @@ namespace quilmora {
 
 // What all imports share: the map that they begin with, their topics and edges, and where the topics stand.
 
+// A map of more topics takes gigabytes; imports refuse it.
+inline constexpr std::size_t maxImportedTopics = 1'000'000;
+
 // A map of this title without topics, made now, with the default configurations and manual layout.
 MindMap importedMap(const QString& title, const Clock& clock);
 

@@ -101,6 +101,8 @@ class MarkdownReader {
   };
 
   void addTopic(const QString& title, qsizetype level) {
+    if (m_map.nodes.size() == maxImportedTopics)
+      throw ImportError::parseError(QStringLiteral("More than %L1 topics.").arg(maxImportedTopics));
     while (!m_open.empty() && m_open.back().level >= level) m_open.pop_back();
     Node node = importedNode(title, QString());
     node.position = m_places.next(m_open.size());

@@ -67,6 +67,7 @@ MindMap XmlOutlineParser::parse() {
   reader.setEntityExpansionLimit(xml.entityExpansionLimit());
   run(reader);
   if (reader.hasError()) throw parserError(reader, xml);
+  xml.requireXmlCharacters();
   m_mindMap.nodes = std::move(m_nodes);
   m_mindMap.edges = std::move(m_edges);
   return m_mindMap;

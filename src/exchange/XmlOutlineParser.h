@@ -17,7 +17,7 @@ class XmlText;
 class XmlOutlineParser {
  public:
   // More would take gigabytes.
-  static constexpr std::size_t maxTopics = 1'000'000;
+  static constexpr std::size_t maxTopics = maxImportedTopics;
 
   // Throws ImportError: parseError, whose text begins with the line where the parser stopped, or invalidData where the
   // text is not UTF-8, whatever encoding it declares.

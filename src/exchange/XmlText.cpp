@@ -130,6 +130,9 @@ qsizetype XmlText::pastValue(qsizetype at) {
 }
 
 qsizetype XmlText::pastDocumentType(qsizetype begin) {
+  // The parser takes any number of them anywhere, and each would hide from the limits what the one before declared.
+  if (m_xml.sliced(begin).startsWith("<!DOCTYPE") && (!m_documentType.isEmpty() || m_tags > 0))
+    fail(begin, QStringLiteral("a document type stands only once, and before the first element"));
   bool isInSubset = false;
   qsizetype at = begin + 2;
   while (at != notFound && at < m_xml.size()) {
@@ -166,6 +169,15 @@ void XmlText::limitExpansion() {
       static_cast<double>(m_tags) + static_cast<double>(references) * m_entityExpansionLimit / shortestElement;
   if (elements * static_cast<double>(m_documentType.size()) > maxDefaultSearches)
     fail(m_documentType.data() - m_xml.data(), QStringLiteral("the document type declares too many attributes"));
+}
+
+void XmlText::requireXmlCharacters() const {
+  for (qsizetype at = 0; at < m_xml.size(); ++at) {
+    const auto byte = static_cast<uchar>(m_xml[at]);
+    if (byte >= 0x20 || byte == '\t' || byte == '\n' || byte == '\r') continue;
+    const QString code = QStringLiteral("%1").arg(uint{byte}, 4, 16, QLatin1Char('0')).toUpper();
+    fail(at, QStringLiteral("XML cannot hold the character U+%1").arg(code));
+  }
 }
 
 void XmlText::fail(qsizetype at, const QString& reason) const {

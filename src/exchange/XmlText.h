@@ -22,6 +22,8 @@ class XmlText {
   explicit XmlText(const QByteArray& xml);
 
   const QByteArray& text() const { return m_text; }
+  // Throws ImportError::parseError at a control character, which the parser overlooks within a name.
+  void requireXmlCharacters() const;
   // How many characters one entity may give.
   int entityExpansionLimit() const { return m_entityExpansionLimit; }
   // The line in the text as given, from the parser's line and its offset in text(), in units of UTF-16.

@@ -218,5 +218,10 @@ TEST(MarkdownImport, ATextOfAnySizeTakesLinearTime) {
   EXPECT_EQ(import(headings).nodes.size(), 100'000u);
 }
 
+TEST(MarkdownImport, AMillionTopicsAreTheMost) {
+  EXPECT_EQ(import(QByteArray("##\n").repeated(1'000'000)).nodes.size(), 1'000'000U);
+  EXPECT_THROW(import(QByteArray("##\n").repeated(1'000'001)), ImportError);
+}
+
 }  // namespace
 }  // namespace quilmora

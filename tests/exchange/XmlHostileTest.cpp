@@ -186,6 +186,18 @@ TEST(XmlHostile, ADocumentTypeMayHoldAnyMark) {
   EXPECT_EQ(titles(map), (std::vector<std::string>{"by default", "A\nB"}));
 }
 
+TEST(XmlHostile, ADocumentTypeStandsOnceAndBeforeTheRoot) {
+  const std::string reason = "line 2: a document type stands only once, and before the first element";
+  EXPECT_EQ(refusal("<!DOCTYPE a>\n<!DOCTYPE b><a/>"), reason);
+  EXPECT_EQ(refusal("<!DOCTYPE a><a>\n<!DOCTYPE b></a>"), reason);
+  EXPECT_EQ(refusal("<a/>\n<!DOCTYPE a>"), reason);
+}
+
+TEST(XmlHostile, ControlCharactersWithinNames) {
+  const std::string reason = "line 2: XML cannot hold the character U+0001";
+  EXPECT_EQ(refusal("<opml>\n<outline te\x01xt=\"a\"/></opml>"), reason);
+}
+
 TEST(XmlHostile, DefaultsOfAttributesAreLimited) {
   QByteArray declarations = "<!ATTLIST outline";
   for (int i = 0; i < 20'000; ++i) declarations += " a" + QByteArray::number(i) + " CDATA \"\"";
