@@ -1,4 +1,5 @@
 find_program(QUILMORA_CCACHE ccache)
 if(QUILMORA_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-  set(CMAKE_CXX_COMPILER_LAUNCHER ${QUILMORA_CCACHE})
+  # Without this, ccache passes sources with precompiled headers by.
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${QUILMORA_CCACHE})
 endif()

@@ -1,4 +1,5 @@
 #include "cli/Program.h"
+#include "support/Folders.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -6,7 +7,7 @@
 namespace cli {
 
 QString programPath() {
-  return QStringLiteral(QUILMORA_PROGRAM_FOLDER "/quilmora-cli");
+  return programFolder() + QStringLiteral("/quilmora-cli");
 }
 
 QProcessEnvironment bareEnvironment() {

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include "editor/SavingFixture.h"
+#include "support/Folders.h"
 
 namespace quilmora {
 namespace {
@@ -44,7 +45,7 @@ TEST_F(KilledProcess, LeavesTheOldMapOrTheNewOneWhole) {
   constexpr int rounds = 60;
   for (int round = 0; round < rounds; ++round) {
     QProcess program;
-    program.start(QStringLiteral(QUILMORA_SUPPORT_PROGRAM_FOLDER "/support_save_in_a_loop"), {first, second, target});
+    program.start(supportProgramFolder() + QStringLiteral("/support_save_in_a_loop"), {first, second, target});
     ASSERT_TRUE(program.waitForReadyRead(20'000)) << program.readAllStandardError().toStdString();
     QThread::usleep(microseconds(random));
     program.kill();

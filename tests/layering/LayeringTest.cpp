@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "layering/Layering.h"
+#include "support/Folders.h"
 
 namespace {
 
@@ -8,7 +9,7 @@ using layering::violations;
 using Lines = std::vector<std::string>;
 
 TEST(Layering, SourcesIncludeOnlyFromTheirOwnFloorAndBelow) {
-  const auto files = layering::readSources(QUILMORA_SOURCE_FOLDER "/src");
+  const auto files = layering::readSources(sourceFolder().toStdString() + "/src");
   ASSERT_GT(files.size(), 50u);
   for (const std::string& line : violations(files)) ADD_FAILURE() << "src/" << line;
 }

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "DocumentText.h"
+#include "support/Folders.h"
 
 namespace quilmora {
 namespace {
@@ -68,7 +69,7 @@ TEST(DocumentMutation, EveryRemovedOrDoubledByteFailsOrReads) {
 }
 
 TEST(DocumentMutation, TheCorpusOfTheFuzzerFailsOrReads) {
-  const QString folder = QStringLiteral(QUILMORA_SOURCE_FOLDER "/fuzz/corpus/document");
+  const QString folder = sourceFolder() + QStringLiteral("/fuzz/corpus/document");
   int count = 0;
   int readable = 0;
   for (QDirIterator files(folder, QDir::Files); files.hasNext(); ++count) {

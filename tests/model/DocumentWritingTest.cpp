@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "DocumentText.h"
+#include "support/Folders.h"
 #include "support/RandomMap.h"
 
 namespace quilmora {
@@ -248,7 +249,7 @@ TEST(DocumentWriting, DatesOfOtherYearsBecomeTheNearestThatCanBeWritten) {
 }
 
 TEST(DocumentWriting, TheExampleOfTheFormatsDescriptionIsWhatIsWritten) {
-  QFile file(QStringLiteral(QUILMORA_SOURCE_FOLDER "/docs/document-format.md"));
+  QFile file(sourceFolder() + QStringLiteral("/docs/document-format.md"));
   ASSERT_TRUE(file.open(QIODevice::ReadOnly));
   const QByteArray page = file.readAll();
   const QByteArray fence("```json\n");

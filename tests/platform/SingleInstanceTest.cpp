@@ -17,6 +17,7 @@
 #include <unistd.h>
 
 #include "platform/SingleInstance.h"
+#include "support/Folders.h"
 #include "support/QtPrinters.h"
 
 namespace quilmora {
@@ -38,7 +39,7 @@ class SingleInstanceTest : public testing::Test {
     m_processes.push_back(std::make_unique<QProcess>());
     QProcess& process = *m_processes.back();
     process.setWorkingDirectory(folder);
-    process.start(QStringLiteral(QUILMORA_SUPPORT_PROGRAM_FOLDER "/support_single_instance"),
+    process.start(supportProgramFolder() + QStringLiteral("/support_single_instance"),
                   QStringList({lock, socket, QStringLiteral("5000")}) + documents);
     return process;
   }

@@ -8,6 +8,7 @@
 #include "editor/TreeInfo.h"
 #include "model/MapIndex.h"
 #include "model/MindMapDocument.h"
+#include "support/Folders.h"
 
 namespace {
 
@@ -15,7 +16,7 @@ using quilmora::Edge;
 using quilmora::MindMap;
 using quilmora::Node;
 
-const QString folder = QStringLiteral(QUILMORA_SOURCE_FOLDER "/samples");
+const QString folder = sourceFolder() + QStringLiteral("/samples");
 
 QStringList sampleNames() {
   return QDir(folder).entryList({QStringLiteral("*.mindmap")}, QDir::Files, QDir::Name);

@@ -7,9 +7,11 @@
 #include <QDir>
 #include <QFile>
 
+#include "support/Folders.h"
+
 // The seeds of a fuzzer by file name, in order; empty where one cannot be read.
 inline std::vector<std::pair<QString, QByteArray>> corpusOf(const char* fuzzer) {
-  const QDir folder(QStringLiteral(QUILMORA_SOURCE_FOLDER "/fuzz/corpus/") + QLatin1String(fuzzer));
+  const QDir folder(sourceFolder() + QStringLiteral("/fuzz/corpus/") + QLatin1String(fuzzer));
   std::vector<std::pair<QString, QByteArray>> seeds;
   for (const QString& name : folder.entryList(QDir::Files, QDir::Name)) {
     QFile file(folder.filePath(name));
