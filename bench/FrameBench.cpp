@@ -43,9 +43,7 @@ struct FrameScene {
     bounds = QRectF(low, high).adjusted(-100, -100, 100, 100);
   }
 
-  double fittingZoom() const {
-    return std::min(screen.width() / bounds.width(), screen.height() / bounds.height());
-  }
+  double fittingZoom() const { return std::min(screen.width() / bounds.width(), screen.height() / bounds.height()); }
 };
 
 // One scene is kept at a time: the benchmarks of one map follow each other.
@@ -60,8 +58,8 @@ FrameScene& sceneOf(int topics, MindMap::Layout layout) {
   return *scene;
 }
 
-// Frames of a slow pan around the topic in the middle of the list, at a zoom, or around the middle of the map where the zoom
-// is the fitting one (0).
+// Frames of a slow pan around the topic in the middle of the list, at a zoom, or around the middle of the map where the
+// zoom is the fitting one (0).
 void frame(benchmark::State& state, MindMap::Layout layout, double wantedZoom) {
   FrameScene& scene = sceneOf(static_cast<int>(state.range(0)), layout);
   const double zoom = wantedZoom > 0 ? wantedZoom : scene.fittingZoom();
@@ -89,12 +87,10 @@ void frame(benchmark::State& state, MindMap::Layout layout, double wantedZoom) {
   for (auto _ : state) {
     const auto start = std::chrono::steady_clock::now();
     paintOne();
-    milliseconds.push_back(
-        std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count());
+    milliseconds.push_back(std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count());
   }
   std::sort(milliseconds.begin(), milliseconds.end());
-  if (!milliseconds.empty())
-    state.counters["95th percentile ms"] = milliseconds[milliseconds.size() * 95 / 100];
+  if (!milliseconds.empty()) state.counters["95th percentile ms"] = milliseconds[milliseconds.size() * 95 / 100];
 }
 
 const int registered = [] {

@@ -16,7 +16,9 @@ namespace quilmora {
 namespace {
 
 // Lets the process' peak of memory begin anew, and reads it in megabytes.
-void forgetPeak() { std::ofstream("/proc/self/clear_refs") << '5'; }
+void forgetPeak() {
+  std::ofstream("/proc/self/clear_refs") << '5';
+}
 double peakMegabytes() {
   std::ifstream status("/proc/self/status");
   for (std::string line; std::getline(status, line);)

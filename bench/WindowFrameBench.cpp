@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <array>
-#include <ctime>
 #include <chrono>
+#include <ctime>
 #include <functional>
 #include <memory>
 #include <string>

@@ -7,8 +7,8 @@
 #include <QSessionManager>
 #include <QUrl>
 
-#include "app/MainWindow.h"
 #include "app/look/Look.h"
+#include "app/window/MainWindow.h"
 #include "platform/Paths.h"
 
 namespace quilmora {

@@ -5,11 +5,11 @@
 #include <QStandardPaths>
 #include <QSvgRenderer>
 
-#include "app/AlertDialog.h"
-#include "app/Alerts.h"
 #include "app/Application.h"
-#include "app/FileDialogPanels.h"
 #include "app/SystemClipboard.h"
+#include "app/dialogs/AlertDialog.h"
+#include "app/dialogs/Alerts.h"
+#include "app/dialogs/FileDialogPanels.h"
 #include "app/look/DesktopAppearance.h"
 #include "app/look/Look.h"
 #include "platform/Bookmarks.h"

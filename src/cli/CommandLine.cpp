@@ -5,9 +5,9 @@
 
 #include <QRegularExpression>
 
-#include "cli/MapFiles.h"
-#include "cli/ScriptEditor.h"
-#include "cli/ScriptRunner.h"
+#include "script/MapFiles.h"
+#include "script/ScriptEditor.h"
+#include "script/ScriptRunner.h"
 
 namespace quilmora {
 

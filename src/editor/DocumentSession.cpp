@@ -11,8 +11,8 @@
 #include "platform/FileWriter.h"
 #include "platform/Log.h"
 #include "platform/Paths.h"
+#include "platform/SettingsKeys.h"
 #include "platform/SettingsStore.h"
-#include "themes/SettingsKeys.h"
 
 namespace quilmora {
 

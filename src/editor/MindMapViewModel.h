@@ -11,10 +11,10 @@
 #include <QString>
 
 #include "editor/SmartPaste.h"
-#include "editor/TreeInfo.h"
 #include "model/IdSet.h"
 #include "model/MapIndex.h"
 #include "model/MindMap.h"
+#include "model/TreeInfo.h"
 #include "themes/Theme.h"
 
 namespace quilmora {
@@ -204,8 +204,8 @@ class MindMapViewModel : public QObject {
 
   // --- Pasting lines of text (SmartPasteCommands.cpp) ---
 
-  // Adds topics made of the lines, below `parentID`, else below the first selected topic, else free, and selects them. A
-  // blank text does nothing. Only a single topic sets updatedAt.
+  // Adds topics made of the lines, below `parentID`, else below the first selected topic, else free, and selects them.
+  // A blank text does nothing. Only a single topic sets updatedAt.
   void smartPaste(const QString& text, SmartPasteMode mode, const std::optional<QUuid>& parentID);
 
   // --- Styles and themes (ThemeCommands.cpp) ---

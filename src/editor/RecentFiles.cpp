@@ -1,8 +1,8 @@
 #include "editor/RecentFiles.h"
 
 #include "platform/Bookmarks.h"
+#include "platform/SettingsKeys.h"
 #include "platform/SettingsStore.h"
-#include "themes/SettingsKeys.h"
 
 namespace quilmora {
 

@@ -60,7 +60,8 @@ void MindMapViewModel::deleteRegion(const QUuid& id) {
 
 std::optional<Region> MindMapViewModel::regionByID(const QUuid& id) const {
   const auto& regions = m_mindMap.regions;
-  const auto found = std::find_if(regions.begin(), regions.end(), [&](const Region& region) { return region.id == id; });
+  const auto found =
+      std::find_if(regions.begin(), regions.end(), [&](const Region& region) { return region.id == id; });
   return found == regions.end() ? std::nullopt : std::optional<Region>(*found);
 }
 

@@ -1,8 +1,8 @@
 #include <algorithm>
 
 #include "editor/MindMapViewModel.h"
+#include "platform/SettingsKeys.h"
 #include "platform/SettingsStore.h"
-#include "themes/SettingsKeys.h"
 
 namespace quilmora {
 

@@ -12,8 +12,8 @@ namespace {
 
 // Puts the picture between the head and the end of a file.
 template <class Writer>
-PictureStreamEnd stream(Writer&& writer, const PictureScene& scene, const QString& folder, const ExportProgress& progress,
-                        const std::stop_token& stop, const PictureParts& parts) {
+PictureStreamEnd stream(Writer&& writer, const PictureScene& scene, const QString& folder,
+                        const ExportProgress& progress, const std::stop_token& stop, const PictureParts& parts) {
   if (!writer.begin()) return PictureStreamEnd::stopped;
   const auto take = [&](const char* data, qsizetype size) { return writer.take(data, size); };
   const PictureStreamEnd end = streamPicture(scene, folder, take, progress, stop, parts);
@@ -42,7 +42,8 @@ ExportOutcome exportPicture(const MindMap& map, ExportFormat format, const QStri
   if (stop.stop_requested()) return {ExportOutcome::State::canceled, {}};
   if (end != PictureStreamEnd::done && output->append(nullptr, 0))
     return ExportOutcome::failure(
-        QStringLiteral("“%1” could not be written. The picture is too large for this kind of file.").arg(file.fileName()));
+        QStringLiteral("“%1” could not be written. The picture is too large for this kind of file.")
+            .arg(file.fileName()));
   // A file that stopped the picture tells why.
   const QString problem = output->commit();
   return problem.isEmpty() ? ExportOutcome() : ExportOutcome::failure(problem);

@@ -49,8 +49,9 @@ class OpmlWriter {
 
   void putHead(const MindMap& map) {
     const auto created = textOfTime(map.createdAt);
-    m_buffer.put(std::string_view("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-                                  "<opml version=\"2.0\">\n  <head>\n    <title>"));
+    m_buffer.put(
+        std::string_view("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                         "<opml version=\"2.0\">\n  <head>\n    <title>"));
     putXmlText(m_buffer, map.title);
     m_buffer.put(std::string_view("</title>\n    <dateCreated>"));
     m_buffer.put(std::string_view(created.data(), created.size()));
@@ -79,8 +80,9 @@ void requireBoundedIndentation(const std::vector<OutlineTopic>& outline) {
   for (const OutlineTopic& topic : outline)
     total += blanksOfLevel * qsizetype{topic.depth} * (topic.node->notes.isEmpty() ? 1 : 2);
   if (total <= mostIndentation) return;
-  throw ExportError(QStringLiteral("the topics are nested too deeply for Markdown: its indentation alone would take %1 MB")
-                        .arg(total / 1'000'000));
+  throw ExportError(
+      QStringLiteral("the topics are nested too deeply for Markdown: its indentation alone would take %1 MB")
+          .arg(total / 1'000'000));
 }
 
 }  // namespace

@@ -13,7 +13,9 @@ constexpr int keptImageKilobytes = 12 * 1024;
 
 }  // namespace
 
-PaintTools::PaintTools() { painter.measurer().setKeptImageSize(keptImageKilobytes); }
+PaintTools::PaintTools() {
+  painter.measurer().setKeptImageSize(keptImageKilobytes);
+}
 
 int PaintCrew::usualSize() {
   return std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, maxThreadCount);

@@ -24,7 +24,8 @@ struct PaintTools {
   PaintTools();
 };
 
-// A few threads that take tasks in the order in which they were posted. What is not begun when the crew goes is dropped.
+// A few threads that take tasks in the order in which they were posted. What is not begun when the crew goes is
+// dropped.
 class PaintCrew {
  public:
   // Makes do with fewer threads where the system has no more, and throws std::system_error where it has none.

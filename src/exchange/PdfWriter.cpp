@@ -43,17 +43,19 @@ bool PdfWriter::begin() {
   const QByteArray columns = QByteArray::number(m_size.width);
   const QByteArray rows = QByteArray::number(m_size.height);
   // The bytes behind the first line tell that this is no text file.
-  return write("%PDF-1.6\n%\xE2\xE3\xCF\xD3\n") &&
-         beginObject() && write("<< /Type /Catalog /Pages 2 0 R >>\nendobj\n") &&
-         beginObject() && write("<< /Type /Pages /Kids [3 0 R] /Count 1 >>\nendobj\n") &&
-         beginObject() && write("<< /Type /Page /Parent 2 0 R /MediaBox [0 0 " + width + ' ' + height + ']' + userUnit +
-                                " /Resources << /XObject << /Picture 5 0 R >> >> /Contents 4 0 R >>\nendobj\n") &&
-         beginObject() && write("<< /Length " + QByteArray::number(contents.size()) + " >>\nstream\n" + contents +
-                                "endstream\nendobj\n") &&
-         beginObject() && write("<< /Type /XObject /Subtype /Image /Width " + columns + " /Height " + rows +
-                                " /ColorSpace /DeviceRGB /BitsPerComponent 8 /Filter /FlateDecode /DecodeParms "
-                                "<< /Predictor 15 /Colors 3 /BitsPerComponent 8 /Columns " + columns +
-                                " >> /Length 6 0 R >>\nstream\n");
+  return write("%PDF-1.6\n%\xE2\xE3\xCF\xD3\n") && beginObject() &&
+         write("<< /Type /Catalog /Pages 2 0 R >>\nendobj\n") && beginObject() &&
+         write("<< /Type /Pages /Kids [3 0 R] /Count 1 >>\nendobj\n") && beginObject() &&
+         write("<< /Type /Page /Parent 2 0 R /MediaBox [0 0 " + width + ' ' + height + ']' + userUnit +
+               " /Resources << /XObject << /Picture 5 0 R >> >> /Contents 4 0 R >>\nendobj\n") &&
+         beginObject() &&
+         write("<< /Length " + QByteArray::number(contents.size()) + " >>\nstream\n" + contents +
+               "endstream\nendobj\n") &&
+         beginObject() &&
+         write("<< /Type /XObject /Subtype /Image /Width " + columns + " /Height " + rows +
+               " /ColorSpace /DeviceRGB /BitsPerComponent 8 /Filter /FlateDecode /DecodeParms "
+               "<< /Predictor 15 /Colors 3 /BitsPerComponent 8 /Columns " +
+               columns + " >> /Length 6 0 R >>\nstream\n");
 }
 
 bool PdfWriter::take(const char* data, qsizetype size) {
@@ -63,8 +65,7 @@ bool PdfWriter::take(const char* data, qsizetype size) {
 }
 
 bool PdfWriter::finish() {
-  if (!write("\nendstream\nendobj\n") || !beginObject() ||
-      !write(QByteArray::number(m_pictureLength) + "\nendobj\n"))
+  if (!write("\nendstream\nendobj\n") || !beginObject() || !write(QByteArray::number(m_pictureLength) + "\nendobj\n"))
     return false;
   const qint64 table = m_written;
   const QByteArray count = QByteArray::number(static_cast<qint64>(m_objects.size()) + 1);

@@ -11,8 +11,8 @@ namespace quilmora {
 
 class FileStream;
 
-// Writes a PDF file of one page that is filled by one picture, around the compressed rows of it. Each returns false once the
-// file failed.
+// Writes a PDF file of one page that is filled by one picture, around the compressed rows of it. Each returns false
+// once the file failed.
 class PdfWriter {
  public:
   // `page` is in points. A page beyond what readers allow is counted in larger units, and as large all the same.

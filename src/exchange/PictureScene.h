@@ -22,12 +22,12 @@ struct PictureSize {
   bool operator==(const PictureSize&) const = default;
 };
 
-// The part of the canvas that a picture shows: all centres of topics with a margin around them (canvas units), and a fixed
-// part for an empty map. Titles are not measured.
+// The part of the canvas that a picture shows: all centres of topics with a margin around them (canvas units), and a
+// fixed part for an empty map. Titles are not measured.
 QRectF pictureBounds(const MindMap& map, double margin = 80.0);
 
-// Two pixels a canvas unit, rounded. Nothing where there would be no pixel, or more than a picture file can hold: sides up
-// to 2^31 - 1, and 2^38 pixels in all.
+// Two pixels a canvas unit, rounded. Nothing where there would be no pixel, or more than a picture file can hold: sides
+// up to 2^31 - 1, and 2^38 pixels in all.
 std::optional<PictureSize> pictureSize(const QRectF& bounds);
 
 // What a picture shows of a map. Never changes once it is made, so that several threads can paint its parts at a time.
@@ -60,7 +60,8 @@ class PictureScene {
   std::optional<Range> rowsOfEdge(std::size_t edge) const;
   std::optional<Range> columnsOfEdge(std::size_t edge, Range rows) const;
 
-  // Paints the part of the picture that begins at this pixel on all of the image. The painter belongs to the calling thread.
+  // Paints the part of the picture that begins at this pixel on all of the image. The painter belongs to the calling
+  // thread.
   void paint(MapPainter& painter, QImage& image, QPoint origin, const Content& content) const;
 
  private:

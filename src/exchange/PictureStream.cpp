@@ -75,7 +75,8 @@ class Spool {
       // Before it has a name, a file goes with the process.
       if (!m_file.isOpen() && !m_file.open()) throw OutOfRoom();
       const qint64 place = start - static_cast<qint64>(m_memory.size());
-      if (!m_file.seek(place) || m_file.write(bytes.data(), static_cast<qint64>(bytes.size())) != static_cast<qint64>(bytes.size()))
+      if (!m_file.seek(place) ||
+          m_file.write(bytes.data(), static_cast<qint64>(bytes.size())) != static_cast<qint64>(bytes.size()))
         throw OutOfRoom();
     }
     return start;
@@ -85,7 +86,8 @@ class Spool {
     const auto inMemory = static_cast<qint64>(m_memory.size());
     if (start < inMemory) {
       std::copy_n(m_memory.begin() + start, size, target.begin());
-    } else if (!m_file.seek(start - inMemory) || m_file.read(target.data(), static_cast<qint64>(size)) != static_cast<qint64>(size)) {
+    } else if (!m_file.seek(start - inMemory) ||
+               m_file.read(target.data(), static_cast<qint64>(size)) != static_cast<qint64>(size)) {
       throw OutOfRoom();
     }
   }
@@ -165,14 +167,14 @@ class Streaming {
   std::optional<SteadyRows> m_steadyColumn;
   std::optional<SteadyRows> m_steadyLastColumn;
   std::array<DeflatedStretch, 2> m_filters;  // of a band's first row, and of the others
-  PaintCrew m_crew;  // last, so that it ends before that which its tasks use
+  PaintCrew m_crew;                          // last, so that it ends before that which its tasks use
 };
 
 void Streaming::streamBands() {
   const int width = static_cast<int>(m_scene.size().width);
   const std::int64_t height = m_scene.size().height;
-  const auto bandRows =
-      static_cast<int>(std::clamp<std::int64_t>(m_parts.pixelCount / width, 1, std::min<std::int64_t>(height, 1 << 15)));
+  const auto bandRows = static_cast<int>(
+      std::clamp<std::int64_t>(m_parts.pixelCount / width, 1, std::min<std::int64_t>(height, 1 << 15)));
   const SteadyRows& steady = m_steadyBand.emplace(width, m_scene.background(), true);
   const std::size_t ahead = static_cast<std::size_t>(m_crew.size()) + 2;
   std::deque<std::future<DeflatedStretch>> bands;
@@ -183,12 +185,13 @@ void Streaming::streamBands() {
       const int rows = static_cast<int>(std::min<std::int64_t>(bandRows, height - posted));
       auto content = m_sweep.contentOf({posted, posted + rows - 1});
       const QRect place(0, static_cast<int>(posted), width, rows);
-      bands.push_back(m_crew.post<DeflatedStretch>([this, place, &steady, content = std::move(content)](PaintTools& tools) {
-        if (content.isEmpty()) return blankBand(place.height(), steady);
-        paintPart(m_scene, tools, place, content);
-        return tools.deflater.rows(reinterpret_cast<const QRgb*>(tools.image.constBits()), place.width(), place.height(),
-                                   steady);
-      }));
+      bands.push_back(
+          m_crew.post<DeflatedStretch>([this, place, &steady, content = std::move(content)](PaintTools& tools) {
+            if (content.isEmpty()) return blankBand(place.height(), steady);
+            paintPart(m_scene, tools, place, content);
+            return tools.deflater.rows(reinterpret_cast<const QRgb*>(tools.image.constBits()), place.width(),
+                                       place.height(), steady);
+          }));
     }
     m_output.add(bands.front().get());
     bands.pop_front();
@@ -208,8 +211,9 @@ DeflatedStretch Streaming::blankBand(int rows, const SteadyRows& steady) const {
 void Streaming::streamColumns() {
   const std::int64_t width = m_scene.size().width;
   const std::int64_t height = m_scene.size().height;
-  const auto bandRows = std::clamp<std::int64_t>(m_parts.bandPixelCount / width, 1,
-                                                 std::min<std::int64_t>(maxColumnRows, m_parts.pixelCount / m_parts.columnWidth));
+  const auto bandRows =
+      std::clamp<std::int64_t>(m_parts.bandPixelCount / width, 1,
+                               std::min<std::int64_t>(maxColumnRows, m_parts.pixelCount / m_parts.columnWidth));
   m_steadyColumn.emplace(m_parts.columnWidth, m_scene.background(), false);
   m_steadyLastColumn.emplace(static_cast<int>((width - 1) % m_parts.columnWidth + 1), m_scene.background(), false);
   StretchDeflater deflater;
@@ -261,7 +265,8 @@ void Streaming::streamColumnBand(PictureScene::Range rows) {
   m_spool.clear();
   for (auto next = content.begin(); next != content.end() || !painted.empty();) {
     for (; next != content.end() && painted.size() < ahead; ++next) {
-      const QRect place(static_cast<int>(next->first * columnWidth), static_cast<int>(rows.first), widthOf(next->first), rowCount);
+      const QRect place(static_cast<int>(next->first * columnWidth), static_cast<int>(rows.first), widthOf(next->first),
+                        rowCount);
       painted.emplace_back(next->first, postPart(place, std::move(next->second)));
     }
     PartRows part = painted.front().second.get();

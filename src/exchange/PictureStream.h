@@ -26,10 +26,10 @@ enum class PictureStreamEnd {
   outOfRoom,  // in the folder for what has to wait
 };
 
-// Paints a picture part by part and hands its rows on as one stream in the zlib format: 8 bit red, green and blue, each row
-// behind the number of its PNG filter. Takes no more memory for a larger picture. `take` gets the stream piece by piece and
-// returns false to stop. `progress` gets the share that is done. Both are called in the calling thread. What has to wait for
-// its turn goes into a file without a name in `folder` when it is much.
+// Paints a picture part by part and hands its rows on as one stream in the zlib format: 8 bit red, green and blue, each
+// row behind the number of its PNG filter. Takes no more memory for a larger picture. `take` gets the stream piece by
+// piece and returns false to stop. `progress` gets the share that is done. Both are called in the calling thread. What
+// has to wait for its turn goes into a file without a name in `folder` when it is much.
 PictureStreamEnd streamPicture(const PictureScene& scene, const QString& folder,
                                const std::function<bool(const char*, qsizetype)>& take,
                                const std::function<void(double)>& progress = {}, const std::stop_token& stop = {},

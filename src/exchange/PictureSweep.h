@@ -7,7 +7,8 @@
 
 namespace quilmora {
 
-// Tells band by band, from the top down, what of a map a band of rows may show, without looking at all of the map again.
+// Tells band by band, from the top down, what of a map a band of rows may show, without looking at all of the map
+// again.
 class PictureSweep {
  public:
   explicit PictureSweep(const PictureScene& scene);

@@ -14,7 +14,9 @@ constexpr int compressionLevel = 6;
 constexpr int rawWindowBits = -15;  // without zlib's own head and end
 constexpr int memoryLevel = 8;
 
-std::size_t rowLength(int width) { return static_cast<std::size_t>(width) * bytesPerPixel; }
+std::size_t rowLength(int width) {
+  return static_cast<std::size_t>(width) * bytesPerPixel;
+}
 
 }  // namespace
 
@@ -42,17 +44,19 @@ struct StretchDeflater::State {
 };
 
 StretchDeflater::StretchDeflater() : m_state(std::make_unique<State>()) {
-  if (deflateInit2(&m_state->stream, compressionLevel, Z_DEFLATED, rawWindowBits, memoryLevel, Z_DEFAULT_STRATEGY) != Z_OK)
+  if (deflateInit2(&m_state->stream, compressionLevel, Z_DEFLATED, rawWindowBits, memoryLevel, Z_DEFAULT_STRATEGY) !=
+      Z_OK)
     throw std::bad_alloc();
 }
 
-StretchDeflater::~StretchDeflater() { deflateEnd(&m_state->stream); }
+StretchDeflater::~StretchDeflater() {
+  deflateEnd(&m_state->stream);
+}
 
 void StretchDeflater::append(const std::uint8_t* data, std::size_t size) {
   State& state = *m_state;
   state.isUnderWay = true;
-  state.stretch.checksum =
-      static_cast<std::uint32_t>(adler32_z(state.stretch.checksum, data, size));
+  state.stretch.checksum = static_cast<std::uint32_t>(adler32_z(state.stretch.checksum, data, size));
   state.stretch.rawLength += size;
   state.stream.next_in = const_cast<Bytef*>(data);
   state.stream.avail_in = static_cast<uInt>(size);

@@ -8,12 +8,12 @@
 
 namespace quilmora {
 
-// A stretch of a compressed stream that needs nothing of what stands before it: whole bytes of deflate blocks. Stretches in
-// a row, with a head and an end, make a stream in the zlib format, which PNG and PDF share.
+// A stretch of a compressed stream that needs nothing of what stands before it: whole bytes of deflate blocks.
+// Stretches in a row, with a head and an end, make a stream in the zlib format, which PNG and PDF share.
 struct DeflatedStretch {
   std::vector<char> bytes;
-  std::uint32_t checksum = 1;    // Adler-32 of what it was made from
-  std::uint64_t rawLength = 0;   // of what it was made from
+  std::uint32_t checksum = 1;   // Adler-32 of what it was made from
+  std::uint64_t rawLength = 0;  // of what it was made from
 
   void append(const DeflatedStretch& next);
 };
@@ -36,14 +36,14 @@ class StretchDeflater {
   std::unique_ptr<State> m_state;
 };
 
-// Rows of 8 bit red, green and blue, each behind the number of its PNG filter: the first row of a part as it stands, and
-// later ones as the difference from the row above, so that parts of a picture need nothing of each other.
+// Rows of 8 bit red, green and blue, each behind the number of its PNG filter: the first row of a part as it stands,
+// and later ones as the difference from the row above, so that parts of a picture need nothing of each other.
 inline constexpr std::uint8_t filterNone = 0;
 inline constexpr std::uint8_t filterUp = 2;
 inline constexpr int bytesPerPixel = 3;
 
-// Rows without a change, many times needed: compressed once for a width. `isWithFilter` counts the filter's number to each
-// row. For several threads.
+// Rows without a change, many times needed: compressed once for a width. `isWithFilter` counts the filter's number to
+// each row. For several threads.
 class SteadyRows {
  public:
   static constexpr int blockRows = 32;

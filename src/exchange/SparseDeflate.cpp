@@ -93,12 +93,18 @@ void SparseDeflater::begin() {
   for (const int length : lengthsOfLengths) put(static_cast<std::uint64_t>(length), 3);
   const auto putLength = [this](int length) {
     switch (length) {
-      case 9: return put(0b0, 1);
-      case 7: return put(0b01, 2);
-      case 0: return put(reversed(0b1100, 4), 4);
-      case 1: return put(reversed(0b1101, 4), 4);
-      case 2: return put(reversed(0b1110, 4), 4);
-      default: return put(reversed(0b1111, 4), 4);
+      case 9:
+        return put(0b0, 1);
+      case 7:
+        return put(0b01, 2);
+      case 0:
+        return put(reversed(0b1100, 4), 4);
+      case 1:
+        return put(reversed(0b1101, 4), 4);
+      case 2:
+        return put(reversed(0b1110, 4), 4);
+      default:
+        return put(reversed(0b1111, 4), 4);
     }
   };
   for (int symbol = 0; symbol < symbolCount; ++symbol) putLength(codeLength(symbol));
@@ -182,7 +188,8 @@ void SparseDeflater::row(const QRgb* pixels, const QRgb* above, int width, bool 
   constexpr int gapBetweenRuns = 6;
   for (int x = 0; x < width;) {
     const int start = x;
-    while (x + blockWidth <= width && std::memcmp(pixels + x, above + x, blockWidth * sizeof(QRgb)) == 0) x += blockWidth;
+    while (x + blockWidth <= width && std::memcmp(pixels + x, above + x, blockWidth * sizeof(QRgb)) == 0)
+      x += blockWidth;
     while (x < width && pixels[x] == above[x]) ++x;
     zeros(static_cast<std::size_t>(x - start) * bytesPerPixel);
     const int first = x;

@@ -8,7 +8,8 @@
 namespace quilmora {
 
 // Compresses rows of which little differs from the row above: much faster than a general compressor, because it never
-// touches what is the same. One code for all that suits such rows, and repeats of a byte or of a pixel only. For one thread.
+// touches what is the same. One code for all that suits such rows, and repeats of a byte or of a pixel only. For one
+// thread.
 class SparseDeflater {
  public:
   // A row behind its filter's number, or without it: as it stands where there is no row above.

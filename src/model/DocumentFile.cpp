@@ -12,8 +12,8 @@
 
 #include "model/MindMapDocument.h"
 #include "model/PaddedText.h"
-#include "platform/Paths.h"
 #include "platform/FileWriter.h"
+#include "platform/Paths.h"
 #include "platform/RegularFile.h"
 
 namespace quilmora {

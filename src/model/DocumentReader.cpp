@@ -246,7 +246,9 @@ MindMap readDocument(PaddedText text) {
   return MapReader().readMap(document.root());
 }
 
-MindMap decodeDocument(const QByteArray& json) { return readDocument(padded(json)); }
+MindMap decodeDocument(const QByteArray& json) {
+  return readDocument(padded(json));
+}
 
 EdgeStyle decodeEdgeStyle(const QByteArray& json) {
   const simdjson::dom::document document = parseWhole(padded(json));

@@ -59,7 +59,8 @@ QString causeOf(int error, const QByteArray& folder) {
   }
 }
 
-// One write of one file: begin, append as often as needed, finish. What was not put in the file's place goes with the object.
+// One write of one file: begin, append as often as needed, finish. What was not put in the file's place goes with the
+// object.
 class WholeFileWrite {
  public:
   explicit WholeFileWrite(const QByteArray& path) : m_path(path), m_folder(folderOf(path)) {}
@@ -252,7 +253,8 @@ class DiskFileStream final : public FileStream {
  public:
   explicit DiskFileStream(const QString& path)
       : m_name(path.mid(path.lastIndexOf(u'/') + 1)), m_write(std::in_place, QFile::encodeName(path)) {
-    note(m_name.isEmpty() || path.contains(QChar(u'\0')) ? QStringLiteral("This is not a file name.") : m_write->begin());
+    note(m_name.isEmpty() || path.contains(QChar(u'\0')) ? QStringLiteral("This is not a file name.")
+                                                         : m_write->begin());
   }
 
   bool append(const char* data, qsizetype size) override {

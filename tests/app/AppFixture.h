@@ -7,12 +7,12 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
-#include "app/Alerts.h"
 #include "app/Application.h"
-#include "app/CommandActions.h"
-#include "app/MainWindow.h"
+#include "app/commands/CommandActions.h"
+#include "app/dialogs/Alerts.h"
 #include "app/look/DesktopAppearance.h"
 #include "app/look/Look.h"
+#include "app/window/MainWindow.h"
 #include "canvas/view/CanvasView.h"
 #include "platform/Bookmarks.h"
 #include "platform/Clipboard.h"
@@ -20,8 +20,8 @@
 #include "platform/FileWriter.h"
 #include "platform/Log.h"
 #include "platform/Scheduler.h"
+#include "platform/SettingsKeys.h"
 #include "platform/SettingsStore.h"
-#include "themes/SettingsKeys.h"
 
 namespace quilmora {
 
@@ -40,18 +40,8 @@ class AppTest : public ::testing::Test {
   }
 
   Machine machine() {
-    return {m_clock,
-            m_settings,
-            m_bookmarks,
-            m_log,
-            m_writer,
-            m_scheduler,
-            m_panels,
-            m_clipboard,
-            m_alerts,
-            *m_look,
-            defaultFolder(),
-            [this] { ++m_terminations; }};
+    return {m_clock,  m_settings,  m_bookmarks, m_log,   m_writer,        m_scheduler,
+            m_panels, m_clipboard, m_alerts,    *m_look, defaultFolder(), [this] { ++m_terminations; }};
   }
   MainWindow& window() { return m_application->window(); }
   MindMapViewModel& editor() { return window().editor(); }

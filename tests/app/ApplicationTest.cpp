@@ -2,7 +2,7 @@
 #include <QFile>
 
 #include "app/AppFixture.h"
-#include "app/Toolbar.h"
+#include "app/window/Toolbar.h"
 #include "canvas/view/TitleEditor.h"
 
 namespace quilmora {

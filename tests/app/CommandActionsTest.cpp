@@ -5,7 +5,7 @@
 #include <QVBoxLayout>
 #include <gtest/gtest.h>
 
-#include "app/CommandActions.h"
+#include "app/commands/CommandActions.h"
 #include "editor/MindMapViewModel.h"
 #include "platform/Bookmarks.h"
 #include "platform/Log.h"

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "app/CommandTable.h"
+#include "app/commands/CommandTable.h"
 
 namespace quilmora {
 namespace {

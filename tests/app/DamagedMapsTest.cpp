@@ -38,7 +38,8 @@ class DamagedMapInTheWindow : public AppTest, public testing::WithParamInterface
   QPoint onScreen(QPointF point) {
     const QPointF place = point * editor().canvasZoom() + editor().canvasOffset();
     const QRect canvas = window().canvas().rect();
-    return {std::clamp(qRound(place.x()), 0, canvas.width() - 1), std::clamp(qRound(place.y()), 0, canvas.height() - 1)};
+    return {std::clamp(qRound(place.x()), 0, canvas.width() - 1),
+            std::clamp(qRound(place.y()), 0, canvas.height() - 1)};
   }
   void drag(QPoint from, QPoint to) {
     QWidget& canvas = window().canvas();

@@ -1,8 +1,7 @@
-#include "app/DocumentFileDialog.h"
-
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include "app/dialogs/DocumentFileDialog.h"
 #include "app/look/DesktopAppearance.h"
 #include "app/look/Look.h"
 #include "platform/SettingsStore.h"
@@ -21,8 +20,8 @@ class DocumentFileDialogTest : public ::testing::Test {
 };
 
 TEST_F(DocumentFileDialogTest, AnExportNamesItsFormat) {
-  const DocumentFileDialog dialog(
-      m_look, m_icons, {m_folder.path(), QStringLiteral("Trip v1.2.md"), QStringLiteral("md")}, nullptr);
+  const DocumentFileDialog dialog(m_look, m_icons,
+                                  {m_folder.path(), QStringLiteral("Trip v1.2.md"), QStringLiteral("md")}, nullptr);
   EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Export"));
   EXPECT_EQ(dialog.labelText(QFileDialog::Accept), QStringLiteral("Export"));
   EXPECT_EQ(dialog.nameFilters(), QStringList{QStringLiteral("Markdown (*.md)")});

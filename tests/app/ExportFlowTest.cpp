@@ -1,5 +1,3 @@
-#include "app/ExportFlow.h"
-
 #include <QDir>
 #include <QFile>
 #include <QImage>
@@ -8,6 +6,7 @@
 #include "app/AppFixture.h"
 #include "app/companions/CanvasCompanions.h"
 #include "app/companions/ExportOverlay.h"
+#include "app/flows/ExportFlow.h"
 #include "exchange/TextExports.h"
 #include "support/QtPrinters.h"
 #include "support/TemporaryDisk.h"
@@ -143,7 +142,8 @@ TEST_F(ExportFlowTest, TheOverlayHoldsItsTextAndStandsOnTheCanvas) {
 TEST_F(ExportFlowTest, TheWorkBeginsWithTheOverlayFullyDrawn) {
   request("svg", path("out.svg"));
   bool isOpaque = false;
-  QObject::connect(&flow(), &ExportFlow::workBegins, &flow(), [&] { isOpaque = overlay().graphicsEffect() == nullptr; });
+  QObject::connect(&flow(), &ExportFlow::workBegins, &flow(),
+                   [&] { isOpaque = overlay().graphicsEffect() == nullptr; });
   EXPECT_NE(overlay().graphicsEffect(), nullptr);
   nextTurn();
   EXPECT_TRUE(isOpaque);
@@ -225,7 +225,8 @@ TEST_F(ExportFlowTest, PicturesAreMadeWhileTheWindowGoesOn) {
   QObject::connect(&flow(), &ExportFlow::shareDoneChanged, &flow(), [&](double share) { shares.push_back(share); });
   for (const char* format : {"png", "pdf"}) {
     request(format, path("out"));
-    EXPECT_EQ(flow().exportProgressMessage(), QStringLiteral("Exporting %1…").arg(QString::fromLatin1(format).toUpper()));
+    EXPECT_EQ(flow().exportProgressMessage(),
+              QStringLiteral("Exporting %1…").arg(QString::fromLatin1(format).toUpper()));
     nextTurn();
     // Edits meanwhile are none of the export's.
     editor().createChild(editor().mindMap().nodes[0].id);

@@ -8,8 +8,8 @@
 #include "app/look/DesktopAppearance.h"
 #include "app/look/Look.h"
 #include "app/look/Tokens.h"
+#include "platform/SettingsKeys.h"
 #include "platform/SettingsStore.h"
-#include "themes/SettingsKeys.h"
 
 namespace quilmora {
 namespace {

@@ -5,14 +5,14 @@
 #include <QToolButton>
 
 #include "app/AppFixture.h"
-#include "app/InspectorPanel.h"
-#include "app/Sidebar.h"
-#include "app/StatusLine.h"
-#include "app/Toolbar.h"
 #include "app/companions/BranchModeBanner.h"
 #include "app/companions/CanvasCompanions.h"
 #include "app/companions/NodeQuickLook.h"
 #include "app/companions/SearchBar.h"
+#include "app/window/InspectorPanel.h"
+#include "app/window/Sidebar.h"
+#include "app/window/StatusLine.h"
+#include "app/window/Toolbar.h"
 #include "canvas/view/TitleEditor.h"
 
 namespace quilmora {
@@ -71,9 +71,9 @@ TEST_F(MainWindowTest, MenusOfANewWindow) {
                                              "(Duplicate)", "---", "(Settings…)"}));
   EXPECT_EQ(
       entriesOf(menu("&View")),
-      lines({"(Collapse)", "(Expand)", "(AI Generate...)", "AI Chat", "(Command Palette)", "Find...",
-             "Toggle Outline", "Toggle Left Sidebar", "Toggle Inspector", "Presentation Mode", "Recolor by Branch",
-             "Recolor by Theme", "---", "Zoom to Fit", "Zoom In", "Zoom Out", "---", "Layout", "Theme"}));
+      lines({"(Collapse)", "(Expand)", "(AI Generate...)", "AI Chat", "(Command Palette)", "Find...", "Toggle Outline",
+             "Toggle Left Sidebar", "Toggle Inspector", "Presentation Mode", "Recolor by Branch", "Recolor by Theme",
+             "---", "Zoom to Fit", "Zoom In", "Zoom Out", "---", "Layout", "Theme"}));
   EXPECT_EQ(entriesOf(menu("&Help")), lines({"(Quilmora Quick Start)", "---", "About Quilmora"}));
 }
 
@@ -165,16 +165,14 @@ TEST_F(MainWindowTest, EveryIconButtonSaysItsNameAndItsKey) {
   }
   EXPECT_EQ(names, lines({"Toggle Left Sidebar", "AI Generate", "AI Chat", "New Topic", "New Branch", "Delete",
                           "Toggle Inspector"}));
-  EXPECT_EQ(toolTips, lines({"Toggle Left Sidebar (Ctrl+Alt+S)", "AI Generate (Ctrl+Shift+G)", "AI Chat (Ctrl+Shift+L)",
-                             "New Topic (Ctrl+N)", "New Branch (Ctrl+E)", "Delete (Delete)",
-                             "Toggle Inspector (Ctrl+Shift+I)"}));
+  EXPECT_EQ(toolTips,
+            lines({"Toggle Left Sidebar (Ctrl+Alt+S)", "AI Generate (Ctrl+Shift+G)", "AI Chat (Ctrl+Shift+L)",
+                   "New Topic (Ctrl+N)", "New Branch (Ctrl+E)", "Delete (Delete)", "Toggle Inspector (Ctrl+Shift+I)"}));
 }
 
 TEST_F(MainWindowTest, TogglingAPanelLeavesTheMapInItsPlace) {
   startActive();
-  const auto shown = [this] {
-    return QPointF(window().canvas().mapTo(&window(), QPoint())) + editor().canvasOffset();
-  };
+  const auto shown = [this] { return QPointF(window().canvas().mapTo(&window(), QPoint())) + editor().canvasOffset(); };
   const QPointF before = shown();
   const int left = window().canvas().mapTo(&window(), QPoint()).x();
   action("toggleSidebar")->trigger();

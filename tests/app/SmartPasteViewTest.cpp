@@ -5,9 +5,9 @@
 #include <QUrl>
 
 #include "AppFixture.h"
-#include "app/SheetRow.h"
-#include "app/SmartPasteView.h"
 #include "app/SystemClipboard.h"
+#include "app/dialogs/SheetRow.h"
+#include "app/flows/SmartPasteView.h"
 #include "app/look/Widgets.h"
 #include "support/QtPrinters.h"
 

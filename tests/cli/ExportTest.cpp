@@ -39,8 +39,7 @@ TEST_F(CommandLineExport, ConvertWritesTheFormatOfTheExtension) {
   EXPECT_EQ(read(path("out.opml")).toStdString(), smallOutline);
   EXPECT_EQ(read(path("upper.OPML")).toStdString(), smallOutline);
   EXPECT_EQ(read(path("out.md")).toStdString(), smallMarkdown);
-  EXPECT_EQ(read(path("out.svg")).toStdString(),
-            quilmora::exportSVG(decodeDocument(cli::smallMap())).toStdString());
+  EXPECT_EQ(read(path("out.svg")).toStdString(), quilmora::exportSVG(decodeDocument(cli::smallMap())).toStdString());
 }
 
 TEST_F(CommandLineExport, LayoutWritesTheArrangedMap) {
@@ -61,8 +60,8 @@ TEST_F(CommandLineExport, AFailureLeavesTheOutputAsItWasAndNothingBeside) {
   EXPECT_EQ(outcome.error.toStdString(), "quilmora-cli: " + path("none/out.md").toStdString() +
                                              ": “out.md” could not be written. The folder “" +
                                              path("none").toStdString() + "” does not exist.\n");
-  EXPECT_EQ(entries(), (QStringList{QStringLiteral("bad.mindmap"), QStringLiteral("in.mindmap"),
-                                    QStringLiteral("out.opml")}));
+  EXPECT_EQ(entries(),
+            (QStringList{QStringLiteral("bad.mindmap"), QStringLiteral("in.mindmap"), QStringLiteral("out.opml")}));
 }
 
 TEST_F(CommandLineExport, AnExportIsNoFolder) {
@@ -137,7 +136,8 @@ TEST_F(CommandLineExport, WhatAScriptCannotExportIsRefused) {
   EXPECT_EQ(answers[2].toStdString(), R"({"ok":false,"error":"format: missing"})");
   EXPECT_EQ(answers[3].toStdString(), R"({"ok":false,"error":"path: missing"})");
   EXPECT_EQ(answers[4].toStdString(), R"({"ok":false,"error":"format: unknown"})");
-  EXPECT_TRUE(answers[5].startsWith(R"({"ok":false,"error":"“a.md” could not be written.)")) << answers[5].toStdString();
+  EXPECT_TRUE(answers[5].startsWith(R"({"ok":false,"error":"“a.md” could not be written.)"))
+      << answers[5].toStdString();
   EXPECT_EQ(entries(), QStringList());
 }
 

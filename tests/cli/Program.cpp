@@ -1,8 +1,9 @@
 #include "cli/Program.h"
-#include "support/Folders.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
+
+#include "support/Folders.h"
 
 namespace cli {
 

@@ -1,10 +1,9 @@
-#include "editor/NodeImages.h"
-
 #include <QFile>
 #include <QImage>
 #include <QTemporaryDir>
 
 #include "editor/CommandRig.h"
+#include "editor/NodeImages.h"
 #include "platform/FilePanels.h"
 
 using namespace quilmora;

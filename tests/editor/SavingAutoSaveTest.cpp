@@ -2,8 +2,8 @@
 
 #include "editor/DocumentFileName.h"
 #include "editor/SavingFixture.h"
+#include "platform/SettingsKeys.h"
 #include "support/TemporaryDisk.h"
-#include "themes/SettingsKeys.h"
 
 namespace quilmora {
 namespace {

@@ -1,5 +1,5 @@
 #include "editor/SavingFixture.h"
-#include "themes/SettingsKeys.h"
+#include "platform/SettingsKeys.h"
 
 namespace quilmora {
 namespace {

@@ -1,8 +1,8 @@
 #include <sys/stat.h>
 
 #include "editor/SavingFixture.h"
+#include "platform/SettingsKeys.h"
 #include "support/TemporaryDisk.h"
-#include "themes/SettingsKeys.h"
 
 namespace quilmora {
 namespace {

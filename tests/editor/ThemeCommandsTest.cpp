@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "platform/SettingsKeys.h"
 #include "support/EditorRig.h"
-#include "themes/SettingsKeys.h"
 
 using namespace quilmora;
 using namespace quilmora::test;

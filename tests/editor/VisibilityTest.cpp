@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "editor/TreeReference.h"
+#include "model/TreeReference.h"
 #include "support/EditorRig.h"
 #include "support/MapGenerators.h"
 

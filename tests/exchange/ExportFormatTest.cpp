@@ -1,8 +1,7 @@
-#include "exchange/ExportFormat.h"
-
 #include <QStringList>
 #include <gtest/gtest.h>
 
+#include "exchange/ExportFormat.h"
 #include "support/QtPrinters.h"
 
 namespace quilmora {

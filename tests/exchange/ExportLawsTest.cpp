@@ -22,10 +22,10 @@ class NaiveOutline {
 
   QString opml() {
     const auto created = textOfTime(m_map.createdAt);
-    QString text = QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<opml version=\"2.0\">\n  <head>\n    <title>") +
-                   escaped(m_map.title) + QStringLiteral("</title>\n    <dateCreated>") +
-                   QString::fromLatin1(created.data(), created.size()) +
-                   QStringLiteral("</dateCreated>\n  </head>\n  <body>");
+    QString text =
+        QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<opml version=\"2.0\">\n  <head>\n    <title>") +
+        escaped(m_map.title) + QStringLiteral("</title>\n    <dateCreated>") +
+        QString::fromLatin1(created.data(), created.size()) + QStringLiteral("</dateCreated>\n  </head>\n  <body>");
     m_visited.clear();
     for (const Node& root : roots()) text += opmlOf(root, 2);
     return text + QStringLiteral("  </body>\n</opml>");
@@ -69,8 +69,7 @@ class NaiveOutline {
     for (qsizetype i = 0; i < text.size(); ++i) {
       const ushort c = text[i].unicode();
       const bool isControl = c < 0x20 && c != '\t' && c != '\n' && c != '\r';
-      const bool isPair =
-          text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate();
+      const bool isPair = text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate();
       if (isControl || c >= 0xFFFE || (text[i].isSurrogate() && !isPair)) text[i] = QChar::ReplacementCharacter;
       if (isPair) ++i;
     }
@@ -181,8 +180,7 @@ TEST(ExportLaws, OpmlParsesAndHoldsTitlesAndNotesInOrder) {
     const MindMap map = *anyBrokenMap();
     QStringList found;
     QStringList wanted{inContent(map.title)};
-    for (const Node& node : NaiveOutline(map).topics())
-      wanted << inAttribute(node.title) << inAttribute(node.notes);
+    for (const Node& node : NaiveOutline(map).topics()) wanted << inAttribute(node.title) << inAttribute(node.notes);
     QXmlStreamReader xml(exportOPML(map));
     while (!xml.atEnd()) {
       if (xml.readNext() != QXmlStreamReader::StartElement) continue;

@@ -27,7 +27,8 @@ TEST(ExportWriter, AMapWithoutMemoryForItsPictureIsNotRendered) {
 }
 
 TEST(ExportWriter, MemoryThatRunsOutForATextIsTold) {
-  for (const ExportFormat format : {ExportFormat::json, ExportFormat::svg, ExportFormat::opml, ExportFormat::markdown}) {
+  for (const ExportFormat format :
+       {ExportFormat::json, ExportFormat::svg, ExportFormat::opml, ExportFormat::markdown}) {
     const ExportOutcome outcome = exportWithoutMemory(format);
     EXPECT_EQ(outcome.state, ExportOutcome::State::failed) << rawValue(format).toStdString();
     EXPECT_EQ(outcome.reason, QStringLiteral("the map is too large for the memory of this machine"));

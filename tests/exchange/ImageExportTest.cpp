@@ -152,7 +152,8 @@ TEST(PngExport, RegionsRelationshipsBendsSizingAndTheGridLeaveNoTrace) {
   map.edges.append(edgeBetween(1, 0, 1));
   const QImage plain = studio.image(map);
   map.edges.update(0, [](Edge& edge) { edge.controlPointOffset = QPointF(20, 90); });
-  map.regions.append(Region{QUuid::createUuid(), QStringLiteral("Area"), QStringLiteral("#FF0000"), QRectF(-50, -50, 300, 200)});
+  map.regions.append(
+      Region{QUuid::createUuid(), QStringLiteral("Area"), QStringLiteral("#FF0000"), QRectF(-50, -50, 300, 200)});
   map.relationships.append(
       Relationship{QUuid::createUuid(), test::topicId(0), test::topicId(1), QString(), QStringLiteral("#00FF00"), {}});
   map.canvas.grid = !map.canvas.grid;
@@ -266,11 +267,11 @@ TEST(PngExport, ATreeOfTwentyThousandTopicsReadsRowByRow) {
     if (i > 0) map.edges.append(edgeBetween(i, i <= 1000 ? 0 : i - 1000, i));
   }
   const auto positions = makeLayout(MindMap::Layout::tree)->computePositions(map.nodes, map.edges, QSizeF(1200, 800));
-  map.nodes.updateAll([&](Node& node) { 
+  map.nodes.updateAll([&](Node& node) {
     // Rows closer together, so that the picture is read in a reasonable time.
     const QPointF position = *positions.find(node.id);
     node.position = QPointF(position.x(), position.y() / 4);
-   });
+  });
   Studio studio;
   ASSERT_EQ(studio.write(map).state, State::written);
   const auto size = pictureSize(pictureBounds(map));
@@ -388,8 +389,9 @@ TEST(PngExport, TellsItsProgress) {
   std::vector<double> shares;
   PictureParts parts;
   parts.pixelCount = 320 * 100;
-  exportPicture(mapAt({{0, 0}}), ExportFormat::png, studio.path(), studio.writer(),
-                [&](double share) { shares.push_back(share); }, {}, parts);
+  exportPicture(
+      mapAt({{0, 0}}), ExportFormat::png, studio.path(), studio.writer(),
+      [&](double share) { shares.push_back(share); }, {}, parts);
   EXPECT_EQ(shares, (std::vector<double>{0.3125, 0.625, 0.9375, 1.0}));
 }
 
@@ -427,7 +429,8 @@ TEST(PngExport, AFullDiskIsToldAndLeavesTheOldFile) {
 
 TEST(PngExport, AMissingFolderIsTold) {
   Studio studio;
-  const auto outcome = exportPicture(mapAt({{0, 0}}), ExportFormat::png, studio.path("absent/map.png"), studio.writer());
+  const auto outcome =
+      exportPicture(mapAt({{0, 0}}), ExportFormat::png, studio.path("absent/map.png"), studio.writer());
   EXPECT_EQ(outcome.state, State::failed);
   EXPECT_TRUE(outcome.reason.contains(QStringLiteral("does not exist"))) << outcome.reason.toStdString();
 }

@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
-#include "editor/TreeInfo.h"
 #include "exchange/ImportError.h"
 #include "exchange/MarkdownImport.h"
 #include "model/MindMapDocument.h"
+#include "model/TreeInfo.h"
 #include "support/Corpus.h"
 #include "support/QtPrinters.h"
 

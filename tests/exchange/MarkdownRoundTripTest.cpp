@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "editor/TreeInfo.h"
 #include "exchange/MarkdownImport.h"
 #include "exchange/TextExports.h"
+#include "model/TreeInfo.h"
 #include "support/QtPrinters.h"
 #include "support/RandomMap.h"
 #include "support/SmallMap.h"

@@ -33,7 +33,8 @@ class PdfExport : public testing::Test {
  protected:
   void SetUp() override {
     for (const char* program : {"qpdf", "pdftoppm", "pdfinfo", "pdfimages", "pdftotext"})
-      if (QStandardPaths::findExecutable(QString::fromLatin1(program)).isEmpty()) GTEST_SKIP() << program << " is missing";
+      if (QStandardPaths::findExecutable(QString::fromLatin1(program)).isEmpty())
+        GTEST_SKIP() << program << " is missing";
   }
   QString path() const { return m_folder.filePath(QStringLiteral("map.pdf")); }
   void write(const MindMap& map, const PictureParts& parts = {}) {
@@ -44,8 +45,8 @@ class PdfExport : public testing::Test {
   // The page at two pixels a point, as another program draws it.
   QImage rendered() const {
     const QString target = m_folder.filePath(QStringLiteral("page"));
-    const ProgramRun drawing = run(QStringLiteral("pdftoppm"),
-                            {QStringLiteral("-r"), QStringLiteral("144"), QStringLiteral("-singlefile"), path(), target});
+    const ProgramRun drawing = run(QStringLiteral("pdftoppm"), {QStringLiteral("-r"), QStringLiteral("144"),
+                                                                QStringLiteral("-singlefile"), path(), target});
     EXPECT_EQ(drawing.status, 0) << drawing.text.toStdString();
     return QImage(target + QStringLiteral(".ppm")).convertToFormat(QImage::Format_RGB32);
   }
@@ -81,13 +82,13 @@ TEST_F(PdfExport, ASingleTopicHasAPageOf160Points) {
 TEST_F(PdfExport, ThePageIsThePicturePixelForPixel) {
   MindMap map = test::pictureMap(30, 320.0, 4);
   // Whole sizes, so that the drawing program doesn't scale.
-  map.nodes.updateAll([](Node& node) { node.position = QPointF(std::round(node.position.x()), std::round(node.position.y())); });
+  map.nodes.updateAll(
+      [](Node& node) { node.position = QPointF(std::round(node.position.x()), std::round(node.position.y())); });
   PictureParts parts;
   parts.pixelCount = 30'000;
   write(map, parts);
   const QImage picture = test::unbandedPicture(map);
-  const ProgramRun reading =
-      run(QStringLiteral("pdfimages"), {path(), m_folder.filePath(QStringLiteral("image"))});
+  const ProgramRun reading = run(QStringLiteral("pdfimages"), {path(), m_folder.filePath(QStringLiteral("image"))});
   EXPECT_EQ(reading.status, 0) << reading.text.toStdString();
   const QImage held(m_folder.filePath(QStringLiteral("image-000.ppm")));
   EXPECT_EQ(test::differingPixels(held.convertToFormat(QImage::Format_RGB32), picture), 0);

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <cstdio>
 #include <csetjmp>
+#include <cstdio>
 #include <functional>
 #include <memory>
 
@@ -25,8 +25,8 @@ struct PngHead {
   unsigned pixelsPerMetre = 0;
 };
 
-// Reads a PNG file row by row, so that it may be larger than memory. `visit` gets the number of a row and its pixels, three
-// bytes each. The head is invalid where the file is damaged anywhere.
+// Reads a PNG file row by row, so that it may be larger than memory. `visit` gets the number of a row and its pixels,
+// three bytes each. The head is invalid where the file is damaged anywhere.
 inline PngHead readPng(const QString& path, const std::function<void(unsigned, const unsigned char*)>& visit) {
   PngHead head;
   FILE* file = std::fopen(QFile::encodeName(path).constData(), "rb");

@@ -324,8 +324,9 @@ TEST(FileStream, AMissingFolderIsToldAtTheEnd) {
   DiskFileWriter writer;
   const auto stream = writer.stream(folder.filePath(QStringLiteral("absent/picture")));
   EXPECT_FALSE(stream->append("new", 3));
-  EXPECT_EQ(stream->commit(), QStringLiteral("“picture” could not be written. The folder “%1/absent” does not exist.")
-                                  .arg(folder.path()));
+  EXPECT_EQ(
+      stream->commit(),
+      QStringLiteral("“picture” could not be written. The folder “%1/absent” does not exist.").arg(folder.path()));
 }
 
 // Knows whole files only.

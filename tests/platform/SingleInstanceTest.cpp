@@ -161,7 +161,10 @@ TEST_F(SingleInstanceTest, GivesUpOnOneThatHangsAndNeverRunsBesideIt) {
   timer.start();
   EXPECT_EQ(instance.start({QStringLiteral("/a.mindmap")}, 300), Result::failed);
   EXPECT_LT(timer.elapsed(), 5000);
-  EXPECT_EQ(instance.error(), QStringLiteral("Quilmora is already running but does not answer. Wait a moment or end that process, then start again."));
+  EXPECT_EQ(
+      instance.error(),
+      QStringLiteral(
+          "Quilmora is already running but does not answer. Wait a moment or end that process, then start again."));
 }
 
 TEST_F(SingleInstanceTest, TellsWhenTheLockCannotBeHad) {

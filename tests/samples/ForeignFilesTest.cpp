@@ -5,9 +5,9 @@
 #include <QRegularExpression>
 #include <gtest/gtest.h>
 
-#include "editor/TreeInfo.h"
 #include "exchange/ImportError.h"
 #include "exchange/MapImport.h"
+#include "model/TreeInfo.h"
 #include "support/QtPrinters.h"
 
 // Files of other programs, as people have them. They are not part of the project: the variable

@@ -5,9 +5,9 @@
 #include <QStandardPaths>
 #include <gtest/gtest.h>
 
-#include "editor/TreeInfo.h"
 #include "model/MapIndex.h"
 #include "model/MindMapDocument.h"
+#include "model/TreeInfo.h"
 #include "support/Folders.h"
 
 namespace {

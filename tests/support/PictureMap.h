@@ -15,7 +15,8 @@ inline QString imageFileText(QSize size, int seed) {
   std::mt19937 random(static_cast<unsigned>(seed));
   for (int y = 0; y < size.height(); ++y)
     for (int x = 0; x < size.width(); ++x)
-      image.setPixel(x, y, qRgba(x * 255 / size.width(), y * 255 / size.height(), random() % 256, 128 + random() % 128));
+      image.setPixel(x, y,
+                     qRgba(x * 255 / size.width(), y * 255 / size.height(), random() % 256, 128 + random() % 128));
   QByteArray bytes;
   QBuffer buffer(&bytes);
   buffer.open(QIODevice::WriteOnly);
@@ -23,14 +24,17 @@ inline QString imageFileText(QSize size, int seed) {
   return QString::fromLatin1(bytes.toBase64());
 }
 
-// A map with everything that a picture can show, crowded into a square of this side, at odd places. Equal calls give equal
-// maps.
+// A map with everything that a picture can show, crowded into a square of this side, at odd places. Equal calls give
+// equal maps.
 inline MindMap pictureMap(int count, double side, unsigned seed = 1) {
-  static const std::array<QString, 8> titles{
-      QStringLiteral("Plain"),      QStringLiteral("A title that is so long that it takes several lines"),
-      QStringLiteral("שלום עולם"),  QStringLiteral("مرحبا بالعالم"),
-      QStringLiteral("研究とまとめ"), QStringLiteral("Two\nlines"),
-      QString(),                    QStringLiteral("Zoë’s naïve café 🇨🇭")};
+  static const std::array<QString, 8> titles{QStringLiteral("Plain"),
+                                             QStringLiteral("A title that is so long that it takes several lines"),
+                                             QStringLiteral("שלום עולם"),
+                                             QStringLiteral("مرحبا بالعالم"),
+                                             QStringLiteral("研究とまとめ"),
+                                             QStringLiteral("Two\nlines"),
+                                             QString(),
+                                             QStringLiteral("Zoë’s naïve café 🇨🇭")};
   static const std::array<QString, 5> colors{QStringLiteral("#4A148C"), QStringLiteral("#F4D35E"),
                                              QStringLiteral("#0D3B66"), QStringLiteral("#EE964B"),
                                              QStringLiteral("#FAF0CA")};

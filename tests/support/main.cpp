@@ -1,6 +1,5 @@
-#include <gtest/gtest.h>
-
 #include <QByteArray>
+#include <gtest/gtest.h>
 
 #ifdef QT_WIDGETS_LIB
 #include <QApplication>

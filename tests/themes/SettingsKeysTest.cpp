@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "platform/SettingsKeys.h"
 #include "platform/SettingsStore.h"
-#include "themes/SettingsKeys.h"
 
 using namespace quilmora;
 using namespace quilmora::settings;

@@ -140,9 +140,9 @@ CardAnchor CanvasCompanions::cornerBeside(const QRectF& topic, const Card* card,
 void CanvasCompanions::chooseQuickLookCorner() {
   m_quickLookCorner = m_quickLookHome;
   if (!m_quickLook->isShown()) return;
-  m_quickLookCorner =
-      cornerBeside(shownArea(m_editor.quickLookNodeID()), m_quickLook, m_quickLookCorner,
-                   {m_quickLookHome, CardAnchor::topLeft, CardAnchor::topRight, CardAnchor::bottomLeft, CardAnchor::bottomRight});
+  m_quickLookCorner = cornerBeside(
+      shownArea(m_editor.quickLookNodeID()), m_quickLook, m_quickLookCorner,
+      {m_quickLookHome, CardAnchor::topLeft, CardAnchor::topRight, CardAnchor::bottomLeft, CardAnchor::bottomRight});
   place();
 }
 
@@ -156,9 +156,9 @@ CardAnchor CanvasCompanions::pathHome() const {
 void CanvasCompanions::choosePathCorner() {
   m_pathCorner = pathHome();
   if (!m_breadcrumbs->isShown()) return;
-  m_pathCorner =
-      cornerBeside(shownArea(m_editor.firstSelectedNode()), m_breadcrumbs, m_pathCorner,
-                   {pathHome(), CardAnchor::bottomLeft, CardAnchor::bottomRight, CardAnchor::topLeft, CardAnchor::topRight});
+  m_pathCorner = cornerBeside(
+      shownArea(m_editor.firstSelectedNode()), m_breadcrumbs, m_pathCorner,
+      {pathHome(), CardAnchor::bottomLeft, CardAnchor::bottomRight, CardAnchor::topLeft, CardAnchor::topRight});
   place();
 }
 

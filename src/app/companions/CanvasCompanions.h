@@ -25,9 +25,9 @@ class NodeQuickLook;
 class Scheduler;
 class SearchBar;
 
-// The cards above a canvas: makes them and keeps each in its place, also as the canvas changes its size. Mini-map, quick
-// look, path and search bar stay in the corner into which the user drags them; path and quick look also make way for the
-// topic that they tell about.
+// The cards above a canvas: makes them and keeps each in its place, also as the canvas changes its size. Mini-map,
+// quick look, path and search bar stay in the corner into which the user drags them; path and quick look also make way
+// for the topic that they tell about.
 class CanvasCompanions : public QObject {
   Q_OBJECT
 

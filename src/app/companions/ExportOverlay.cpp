@@ -54,8 +54,8 @@ class ExportOverlay::Ring final : public QWidget {
 ExportOverlay::ExportOverlay(const Look& look, QWidget* canvas)
     : Card(look, canvas),
       m_ring(new Ring(look, this)),
-      m_text(new TextLabel(look, QStringLiteral("Exporting…"), &Tokens::text,
-                           look.font(Look::TextStyle::baseSemibold), TextLabel::Overflow::elides, this)),
+      m_text(new TextLabel(look, QStringLiteral("Exporting…"), &Tokens::text, look.font(Look::TextStyle::baseSemibold),
+                           TextLabel::Overflow::elides, this)),
       m_fade(new QVariantAnimation(this)) {
   setAccessibleName(m_text->text());
   auto* row = new QHBoxLayout(this);

@@ -37,7 +37,8 @@ SearchBar::SearchBar(const Look& look, MindMapViewModel& editor, QWidget* canvas
           stepButton(look, QStringLiteral("chevron.up"), tr("Previous Result"), QStringLiteral("Shift+Return"), this)),
       m_next(stepButton(look, QStringLiteral("chevron.down"), tr("Next Result"), QStringLiteral("Return"), this)) {
   setMovable(Grip::none);
-  for (QWidget* part : {static_cast<QWidget*>(m_count), static_cast<QWidget*>(m_previous), static_cast<QWidget*>(m_next)})
+  for (QWidget* part :
+       {static_cast<QWidget*>(m_count), static_cast<QWidget*>(m_previous), static_cast<QWidget*>(m_next)})
     part->setCursor(Qt::ArrowCursor);
   m_field->setPlaceholderText(QStringLiteral("Search nodes..."));
   m_field->setAccessibleName(tr("Search"));

@@ -8,15 +8,16 @@
 #include "app/look/DesktopAppearance.h"
 #include "app/look/LookStyle.h"
 #include "app/look/SymbolIcon.h"
+#include "platform/SettingsKeys.h"
 #include "platform/SettingsStore.h"
-#include "themes/SettingsKeys.h"
 
 namespace quilmora {
 
 namespace {
 
 const Tokens& tokensFor(const SettingsStore& settings, const DesktopAppearance& desktop) {
-  const QString appearance = settings.text(settings::appearance).value_or(settings::settingDefault(settings::appearance).toString());
+  const QString appearance =
+      settings.text(settings::appearance).value_or(settings::settingDefault(settings::appearance).toString());
   if (appearance == QLatin1String("light")) return lightTokens();
   if (appearance == QLatin1String("dark")) return darkTokens();
   return desktop.prefersDark() ? darkTokens() : lightTokens();

@@ -24,9 +24,13 @@ QPointF crossing(QPointF a, double excessA, QPointF b, double excessB) {
 
 }  // namespace
 
-bool isFinite(QPointF point) { return std::isfinite(point.x()) && std::isfinite(point.y()); }
+bool isFinite(QPointF point) {
+  return std::isfinite(point.x()) && std::isfinite(point.y());
+}
 
-bool isFinite(const QRectF& rect) { return isFinite(rect.topLeft()) && isFinite(rect.bottomRight()); }
+bool isFinite(const QRectF& rect) {
+  return isFinite(rect.topLeft()) && isFinite(rect.bottomRight());
+}
 
 bool polygonContains(std::span<const QPointF> polygon, QPointF point) {
   int winding = 0;

@@ -22,7 +22,9 @@ QPointF RelationshipCurve::pointAt(double t) const {
   return from * (u * u) + control * (2 * u * t) + to * (t * t);
 }
 
-QPointF RelationshipCurve::midpoint() const { return from * 0.25 + control * 0.5 + to * 0.25; }
+QPointF RelationshipCurve::midpoint() const {
+  return from * 0.25 + control * 0.5 + to * 0.25;
+}
 
 QRectF RelationshipCurve::bounds() const {
   const auto [left, right] = std::minmax({from.x(), to.x(), control.x()});

@@ -7,8 +7,8 @@
 
 namespace quilmora {
 
-// The curve of a relationship: a quadratic Bézier between two topics' centres that bows by a fifth of their distance, always
-// to the same side. Canvas coordinates.
+// The curve of a relationship: a quadratic Bézier between two topics' centres that bows by a fifth of their distance,
+// always to the same side. Canvas coordinates.
 struct RelationshipCurve {
   static constexpr double hitWidth = 15.0;
 

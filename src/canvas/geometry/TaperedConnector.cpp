@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "canvas/geometry/Polygons.h"
-#include "editor/TreeInfo.h"
+#include "model/TreeInfo.h"
 
 namespace quilmora {
 
@@ -17,14 +17,19 @@ constexpr double headBasePerWidth = 1.5;
 
 double eased(double t, EdgeStyle::TaperEasing easing) {
   switch (easing) {
-    case EdgeStyle::TaperEasing::quadraticIn: return t * t;
-    case EdgeStyle::TaperEasing::cubicIn: return t * t * t;
-    case EdgeStyle::TaperEasing::linear: break;
+    case EdgeStyle::TaperEasing::quadraticIn:
+      return t * t;
+    case EdgeStyle::TaperEasing::cubicIn:
+      return t * t * t;
+    case EdgeStyle::TaperEasing::linear:
+      break;
   }
   return t;
 }
 
-double length(QPointF vector) { return std::hypot(vector.x(), vector.y()); }
+double length(QPointF vector) {
+  return std::hypot(vector.x(), vector.y());
+}
 
 }  // namespace
 

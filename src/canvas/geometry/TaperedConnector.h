@@ -12,9 +12,9 @@ namespace quilmora {
 
 class TreeInfo;
 
-// The shape of a tree edge: a filled ribbon of varying width around a cubic Bézier curve between two topics' centres, with
-// an optional head inside its end. Canvas coordinates. Every function ends in bounded time on any numbers, also such as are
-// not finite, and then gives points that are not finite either.
+// The shape of a tree edge: a filled ribbon of varying width around a cubic Bézier curve between two topics' centres,
+// with an optional head inside its end. Canvas coordinates. Every function ends in bounded time on any numbers, also
+// such as are not finite, and then gives points that are not finite either.
 struct TaperedConnector {
   static constexpr int minSampleCount = 20;
   static constexpr int maxSampleCount = 100;

@@ -66,7 +66,8 @@ bool BoxPicture::paint(QPainter& painter, const QRect& box, QRgb fill, QRgb bord
   const int bottom = box.y() + box.height();
   if (seen.has(SeenPatches::topLeft)) painter.drawImage(box.x(), box.y(), corners.picture, 0, 0, side, side);
   if (seen.has(SeenPatches::topRight)) painter.drawImage(right - side, box.y(), corners.picture, side, 0, side, side);
-  if (seen.has(SeenPatches::bottomLeft)) painter.drawImage(box.x(), bottom - side, corners.picture, 0, side, side, side);
+  if (seen.has(SeenPatches::bottomLeft))
+    painter.drawImage(box.x(), bottom - side, corners.picture, 0, side, side, side);
   if (seen.has(SeenPatches::bottomRight))
     painter.drawImage(right - side, bottom - side, corners.picture, side, side, side, side);
   const int across = box.width() - 2 * side;

@@ -11,21 +11,21 @@ class QPainter;
 
 namespace quilmora {
 
-// Boxes of topics put together from plain rectangles and small pictures of their rounded corners: many times faster than
-// filling rounded paths, and sharp because they stand on whole device pixels.
+// Boxes of topics put together from plain rectangles and small pictures of their rounded corners: many times faster
+// than filling rounded paths, and sharp because they stand on whole device pixels.
 class BoxPicture {
  public:
   // `scale` is in device pixels a canvas unit.
   void prepare(double scale);
-  // Paints an opaque box of one fill with a border of `borderWidth` canvas units inside its edge. The painter's coordinates
-  // must be device pixels. False where the box is too small to be put together.
+  // Paints an opaque box of one fill with a border of `borderWidth` canvas units inside its edge. The painter's
+  // coordinates must be device pixels. False where the box is too small to be put together.
   bool paint(QPainter& painter, const QRect& deviceBox, QRgb fill, QRgb border, double borderWidth,
              const SeenPatches& seen);
 
  private:
   struct Corners {
-    QImage picture;   // two by two corners
-    int side = 0;     // of one corner
+    QImage picture;  // two by two corners
+    int side = 0;    // of one corner
   };
   const Corners& cornersFor(QRgb fill, QRgb border, double borderWidth);
 

@@ -106,8 +106,7 @@ void BoxShadow::paint(QPainter& painter, const QRectF& deviceBox, const SeenPatc
     const int upperRim = std::min(rim, upper);
     const int lowerRim = std::min(rim, lower);
     if (seen.hasTop()) painter.drawImage(x, top, m_across, 0, 0, length, upperRim);
-    if (seen.hasBottom())
-      painter.drawImage(x, bottom - lowerRim, m_across, 0, side - lowerRim, length, lowerRim);
+    if (seen.hasBottom()) painter.drawImage(x, bottom - lowerRim, m_across, 0, side - lowerRim, length, lowerRim);
   }
   const int first = std::max(top + m_corner, seen.pixels.top());
   const int last = std::min(top + m_corner + down, seen.pixels.bottom() + 1);
@@ -115,8 +114,7 @@ void BoxShadow::paint(QPainter& painter, const QRectF& deviceBox, const SeenPatc
   for (int y = first; y < last; y += stretchLength) {
     const int length = std::min(stretchLength, last - y);
     if (seen.hasLeft()) painter.drawImage(left, y, m_down, 0, 0, sideRim, length);
-    if (seen.hasRight())
-      painter.drawImage(left + width - sideRim, y, m_down, side - sideRim, 0, sideRim, length);
+    if (seen.hasRight()) painter.drawImage(left + width - sideRim, y, m_down, side - sideRim, 0, sideRim, length);
   }
 }
 

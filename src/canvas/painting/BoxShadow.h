@@ -23,8 +23,8 @@ struct SeenPatches {
   bool hasRight() const { return patches & 0x124; }
 };
 
-// The soft shadow below topics: blurred once for a scale, then put together from pieces of that picture, because a blur at
-// every frame costs more than all else.
+// The soft shadow below topics: blurred once for a scale, then put together from pieces of that picture, because a blur
+// at every frame costs more than all else.
 class BoxShadow {
  public:
   // `scale` is in device pixels a canvas unit.
@@ -34,10 +34,10 @@ class BoxShadow {
 
  private:
   double m_scale = 0.0;
-  int m_reach = 0;    // how far the shadow goes beyond the box
-  int m_corner = 0;   // side of a corner piece
-  int m_drop = 0;     // how far it is moved down
-  QImage m_picture;   // two by two corners, with one stretchable pixel between them
+  int m_reach = 0;   // how far the shadow goes beyond the box
+  int m_corner = 0;  // side of a corner piece
+  int m_drop = 0;    // how far it is moved down
+  QImage m_picture;  // two by two corners, with one stretchable pixel between them
   // That pixel's column and row side by side: painted in lengths, as stretching at each use is slow.
   QImage m_across;
   QImage m_down;

@@ -55,7 +55,9 @@ QRect CoverageGrid::cellsOf(const QRectF& rect) const {
   const double right = std::min(rect.right(), m_pixels.right()) - m_pixels.left();
   const double bottom = std::min(rect.bottom(), m_pixels.bottom()) - m_pixels.top();
   if (!(left <= right) || !(top <= bottom)) return {};
-  const auto cell = [this](double pixel, int count) { return std::min(static_cast<int>(pixel / m_cellSide), count - 1); };
+  const auto cell = [this](double pixel, int count) {
+    return std::min(static_cast<int>(pixel / m_cellSide), count - 1);
+  };
   return QRect(QPoint(cell(left, m_columns), cell(top, m_rows)), QPoint(cell(right, m_columns), cell(bottom, m_rows)));
 }
 
@@ -83,8 +85,7 @@ QRect CoverageGrid::uncoveredPart(const QRectF& rect) const {
                   QPoint(cells.left() + static_cast<int>(last - start), row));
   }
   const int side = static_cast<int>(m_cellSide);
-  return open.isEmpty() ? QRect()
-                        : QRect(open.topLeft() * side + m_pixels.topLeft().toPoint(), open.size() * side);
+  return open.isEmpty() ? QRect() : QRect(open.topLeft() * side + m_pixels.topLeft().toPoint(), open.size() * side);
 }
 
 void CoverageGrid::add(std::size_t cell, float share) {

@@ -10,16 +10,17 @@
 
 namespace quilmora {
 
-// Which parts of the picture are settled by what is painted later: a coarse grid over its device pixels. Opaque topics cover
-// cells at once; see-through shapes take a share of each cell's light, and a cell with next to no light left counts as
-// covered, too.
+// Which parts of the picture are settled by what is painted later: a coarse grid over its device pixels. Opaque topics
+// cover cells at once; see-through shapes take a share of each cell's light, and a cell with next to no light left
+// counts as covered, too.
 class CoverageGrid {
  public:
   // The light below which nobody sees what lies beneath.
   static constexpr float darkness = 0.01F;
 
-  // Without a size nothing is ever covered. Cells keep their place relative to `anchor` (device pixels), so that pictures of
-  // neighbouring parts of a scene decide alike; the grid reaches over the rim of the pixels up to whole cells.
+  // Without a size nothing is ever covered. Cells keep their place relative to `anchor` (device pixels), so that
+  // pictures of neighbouring parts of a scene decide alike; the grid reaches over the rim of the pixels up to whole
+  // cells.
   void reset(const QRect& pixels, int cellSide, QPoint anchor = {});
   bool isActive() const { return !m_covered.empty(); }
   bool isAllCovered() const { return m_openCount == 0; }

@@ -12,8 +12,8 @@
 
 namespace quilmora {
 
-// Paints the edges of one frame. First it walks them from the topmost down and collects what can be seen of each: where many
-// see-through ribbons lie upon each other, those below add nothing. Then it paints from the bottom up.
+// Paints the edges of one frame. First it walks them from the topmost down and collects what can be seen of each: where
+// many see-through ribbons lie upon each other, those below add nothing. Then it paints from the bottom up.
 class EdgeLayer {
  public:
   EdgeLayer(QPainter& painter, const PaintContext& context) : m_painter(painter), m_context(context) {}
@@ -25,9 +25,7 @@ class EdgeLayer {
   void collect(std::size_t edge);
   void collectionEnded();
   // What was collected is painted piece by piece.
-  std::size_t pieceCount() const {
-    return m_context.options.exactPixels ? 1 : m_pieces.size() + m_bundles.size();
-  }
+  std::size_t pieceCount() const { return m_context.options.exactPixels ? 1 : m_pieces.size() + m_bundles.size(); }
   void paintPiece(std::size_t number);
 
  private:

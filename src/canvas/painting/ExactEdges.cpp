@@ -36,8 +36,8 @@ QPointF EdgeLayer::toExactPicture(QPointF point) const {
   return QPointF(onGrid(pixel.x()), onGrid(pixel.y()));
 }
 
-// A rasteriser walks down the whole of each side. Long ones are broken where they cross certain rows of the picture, the same
-// wherever the painted part lies, and what is far above or below that part is drawn near.
+// A rasteriser walks down the whole of each side. Long ones are broken where they cross certain rows of the picture,
+// the same wherever the painted part lies, and what is far above or below that part is drawn near.
 void EdgeLayer::breakLongSides(std::vector<QPointF>& polygon) const {
   const auto isLong = [](QPointF a, QPointF b) { return std::abs(a.y() - b.y()) > longSide; };
   bool hasLong = isLong(polygon.back(), polygon.front());
@@ -108,8 +108,8 @@ void EdgeLayer::paintExactly() {
   m_painter.setTransform(transform);
 }
 
-// The dashes along a ribbon's contour that touch what is exposed. Each is whole and lies where it would lie if the contour
-// were dashed from its start.
+// The dashes along a ribbon's contour that touch what is exposed. Each is whole and lies where it would lie if the
+// contour were dashed from its start.
 QPainterPath EdgeLayer::exactDashes(std::size_t edge) const {
   const std::vector<QPointF> outline = connectorOf(edge).outline();
   const double margin = dashPeriod;

@@ -56,13 +56,14 @@ constexpr double gapLength = 4.0;
 // In device pixels a canvas unit: from farther away dashes run together anyway.
 constexpr double minDashScale = 0.15;
 
-// Draws what is in sight of a curve, however far it goes: dashes are made for that part alone, because stroking a dashed path
-// costs by its whole length.
+// Draws what is in sight of a curve, however far it goes: dashes are made for that part alone, because stroking a
+// dashed path costs by its whole length.
 void paintCurve(QPainter& painter, const PaintContext& context, const RelationshipCurve& curve, const QColor& color) {
   const bool isDashed = context.scale >= minDashScale || !context.options.levelsOfDetail;
   const QRectF seen = context.exposed.adjusted(-10, -10, 10, 10);
   const double reach = QLineF(curve.from, curve.control).length() + QLineF(curve.control, curve.to).length();
-  const int steps = static_cast<int>(std::clamp(std::isfinite(reach) ? reach * context.scale / 8.0 : 512.0, 8.0, 512.0));
+  const int steps =
+      static_cast<int>(std::clamp(std::isfinite(reach) ? reach * context.scale / 8.0 : 512.0, 8.0, 512.0));
   std::vector<QLineF> lines;
   QPointF previous = curve.from;
   double passed = 0.0;
@@ -127,8 +128,12 @@ void paintEdgeHandles(QPainter& painter, const PaintContext& context, std::size_
   const auto to = context.shownNode(edge.to);
   if (!from || !to) return;
   const QRectF seen = context.exposed.adjusted(-20, -20, 20, 20);
-  const HandleLook endLook{HandleMetrics::edgeHandleDiameter, context.colors.endpointHandle,    Qt::white, 2.0,
-                           withOpacity(Qt::black, 0.2),       2.0};
+  const HandleLook endLook{HandleMetrics::edgeHandleDiameter,
+                           context.colors.endpointHandle,
+                           Qt::white,
+                           2.0,
+                           withOpacity(Qt::black, 0.2),
+                           2.0};
   const QPointF a = context.shownPosition(*from);
   const QPointF b = context.shownPosition(*to);
   const auto paintEnd = [&](QPointF end, HandleKind kind) {

@@ -36,7 +36,8 @@ PaintContext::Detail detailAt(double scale, const MapScene& scene, const PaintOp
   double fontScale = 1.0;
   if (options.depthSizing && scene.map->hierarchical.nodeSizing)
     fontScale = std::clamp(
-        std::max(scene.map->hierarchical.rootFontSize, scene.map->hierarchical.leafFontSize) / typicalFontSize, 1.0, 4.0);
+        std::max(scene.map->hierarchical.rootFontSize, scene.map->hierarchical.leafFontSize) / typicalFontSize, 1.0,
+        4.0);
   if (scale * typicalBoxHeight * fontScale < minBoxHeight) return PaintContext::Detail::dots;
   if (scale * typicalFontSize * fontScale < minFontSize) return PaintContext::Detail::bars;
   return PaintContext::Detail::full;
@@ -290,10 +291,9 @@ std::optional<std::size_t> MapPainter::edgeAt(const MapScene& scene, QPointF can
     if (scene.hiddenNodes && ((*scene.hiddenNodes)[from] || (*scene.hiddenNodes)[to])) continue;
     // The curve stays between its ends but for its bend, and the ribbon and the head within a few widths of it.
     const auto& sketch = m_sketch->edges()[i];
-    const double reach =
-        2.5 * std::max({std::abs(double{sketch.startWidth}), std::abs(double{sketch.endWidth}),
-                        std::abs(config.rootEdgeWidth), std::abs(config.leafEdgeWidth)}) +
-        (options.bends ? std::abs(sketch.bend.x()) + std::abs(sketch.bend.y()) : 0.0);
+    const double reach = 2.5 * std::max({std::abs(double{sketch.startWidth}), std::abs(double{sketch.endWidth}),
+                                         std::abs(config.rootEdgeWidth), std::abs(config.leafEdgeWidth)}) +
+                         (options.bends ? std::abs(sketch.bend.x()) + std::abs(sketch.bend.y()) : 0.0);
     const QPointF a = index.positions()[from];
     const QPointF b = index.positions()[to];
     if (canvasPoint.x() < std::min(a.x(), b.x()) - reach || canvasPoint.x() > std::max(a.x(), b.x()) + reach) continue;

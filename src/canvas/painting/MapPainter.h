@@ -26,8 +26,8 @@ class MapPainter {
 
   void paint(QPainter& painter, const MapScene& scene, const PaintOptions& options = {});
 
-  // The same in small steps, tile by tile, but for what a gesture moves. What the scene borrows, plan and painter must outlive
-  // the steps. Fills the plan; both calls must be given the same scene but for view and exposed part.
+  // The same in small steps, tile by tile, but for what a gesture moves. What the scene borrows, plan and painter must
+  // outlive the steps. Fills the plan; both calls must be given the same scene but for view and exposed part.
   PaintSteps makePlan(ScenePlan& plan, MapScene scene, PaintOptions options);
   PaintSteps paintTile(QPainter& painter, const ScenePlan& plan, QPoint tile, const MapScene& scene,
                        const PaintOptions& options);

@@ -10,14 +10,14 @@
 #include <QUuid>
 
 #include "canvas/geometry/ViewTransform.h"
-#include "editor/TreeInfo.h"
 #include "model/IdSet.h"
 #include "model/MapIndex.h"
+#include "model/TreeInfo.h"
 
 namespace quilmora {
 
-// Everything that a picture of a map depends on; SceneDifference compares all of it. Pointers are borrowed for the time of
-// one call; the first three must be set and belong to the same state of the map.
+// Everything that a picture of a map depends on; SceneDifference compares all of it. Pointers are borrowed for the time
+// of one call; the first three must be set and belong to the same state of the map.
 struct MapScene {
   enum class DropTarget { reparent, connection };
   enum class HandleKind { edgeSource, edgeTarget, edgeBend, relationshipBend };
@@ -63,8 +63,8 @@ struct MapScene {
 
   // By how much the selected topics are being dragged, in canvas units.
   QPointF nodeDragTranslation;
-  // The topic whose title an editor covers: its title is left out. `editingTitle` is the text in that editor, which sizes
-  // the box.
+  // The topic whose title an editor covers: its title is left out. `editingTitle` is the text in that editor, which
+  // sizes the box.
   std::optional<QUuid> editingNodeID;
   std::optional<QString> editingTitle;
   std::optional<QUuid> dropTargetID;
@@ -84,12 +84,12 @@ struct PaintOptions {
   bool background = true;
   bool regions = true;
   bool relationships = true;
-  bool selection = true;        // selection borders, handles, drop targets, previews
-  bool depthSizing = true;      // topics and edges sized by depth as the map's settings tell
-  bool bends = true;            // offsets of edges' curves
+  bool selection = true;    // selection borders, handles, drop targets, previews
+  bool depthSizing = true;  // topics and edges sized by depth as the map's settings tell
+  bool bends = true;        // offsets of edges' curves
   bool collapseToggles = true;
-  bool fullEdgeOpacity = false; // unselected edges at opacity 1 instead of 0.8
-  bool levelsOfDetail = true;   // leave out what is too small to be seen
+  bool fullEdgeOpacity = false;  // unselected edges at opacity 1 instead of 0.8
+  bool levelsOfDetail = true;    // leave out what is too small to be seen
   // Paints every pixel alike whatever part of a picture is painted, so that parts fit together without a seam. For
   // upright views without levels of detail, sizing by depth and selection.
   bool exactPixels = false;

@@ -113,9 +113,8 @@ void MovingLayer::paintMovedConnectionHandle() {
   const MapScene& scene = m_context.scene;
   const auto source = m_context.shownNode(scene.connectionDrag->sourceID);
   if (!source || !m_context.isNodeSelected(scene.index->numberOfNode()[*source])) return;
-  const NodeMetrics metrics =
-      m_context.measurer.measure(scene.map->nodes[*source], m_context.depthFraction(scene.index->numberOfNode()[*source]),
-                                 m_context.sizing());
+  const NodeMetrics metrics = m_context.measurer.measure(
+      scene.map->nodes[*source], m_context.depthFraction(scene.index->numberOfNode()[*source]), m_context.sizing());
   const QPointF center = scene.connectionDrag->end + metrics.connectionHandle.center();
   if (!m_context.drawable.contains(center)) return;
   paintHandle(m_painter, center,
@@ -228,10 +227,14 @@ void MovingLayer::paintAsPicture(const std::vector<std::size_t>& dragged) {
 }
 
 void MovingLayer::renderPicture(const std::vector<std::size_t>& dragged, const QRect& pixels) {
-  m_kept = {QImage(pixels.size(), QImage::Format_ARGB32_Premultiplied), pixels.topLeft(),
-            m_context.scene.nodeDragTranslation,                         m_context.toDevice,
-            m_context.scene.map->nodes,                                  m_context.isSelected,
-            hiddenNodes(m_context.scene),                                m_context.scene.opacityRule};
+  m_kept = {QImage(pixels.size(), QImage::Format_ARGB32_Premultiplied),
+            pixels.topLeft(),
+            m_context.scene.nodeDragTranslation,
+            m_context.toDevice,
+            m_context.scene.map->nodes,
+            m_context.isSelected,
+            hiddenNodes(m_context.scene),
+            m_context.scene.opacityRule};
   m_kept.image.fill(Qt::transparent);
   QPainter painter(&m_kept.image);
   painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing | QPainter::SmoothPixmapTransform);

@@ -82,8 +82,8 @@ void NodeLayer::collectionEnded() {
 void NodeLayer::prepareCoverage() {
   const QRect pixels = m_context.toDevice.mapRect(m_context.exposed).toAlignedRect();
   // A picture of absurd size has no grid.
-  const bool isWorthWhile = m_context.standsUpright && m_context.options.levelsOfDetail && pixels.width() < 20000 &&
-                            pixels.height() < 20000;
+  const bool isWorthWhile =
+      m_context.standsUpright && m_context.options.levelsOfDetail && pixels.width() < 20000 && pixels.height() < 20000;
   const int cellSide = m_context.detail == PaintContext::Detail::dots || m_context.scale < minFineScale ? 2 : 4;
   const QPoint anchor(static_cast<int>(std::lround(std::fmod(m_context.toDevice.dx(), cellSide))),
                       static_cast<int>(std::lround(std::fmod(m_context.toDevice.dy(), cellSide))));
@@ -157,8 +157,8 @@ bool NodeLayer::findSeenPart(SeenNode& seen) {
     const double radius = NodeMetrics::cornerRadius * m_context.scale;
     // Only boxes put together on whole pixels hide all that is below their rim.
     const int smallest = 2 * static_cast<int>(std::ceil(radius)) + 2;
-    const bool isSharp = m_context.standsUpright && seen.pixels.width() >= smallest && seen.pixels.height() >= smallest &&
-                         !m_context.scene.map->nodes[seen.index].style.fillGradient;
+    const bool isSharp = m_context.standsUpright && seen.pixels.width() >= smallest &&
+                         seen.pixels.height() >= smallest && !m_context.scene.map->nodes[seen.index].style.fillGradient;
     const QRectF opaque = isSharp ? QRectF(seen.pixels) : box.adjusted(0.5, 0.5, -0.5, -0.5);
     coverage.cover(opaque.adjusted(radius, 0, -radius, 0));
     coverage.cover(opaque.adjusted(0, radius, 0, -radius));
@@ -170,8 +170,8 @@ void NodeLayer::paintPiece(std::size_t number) {
   if (number < m_dotBundles.size())
     paintDots(m_dotBundles[number]);
   else
-    m_context.options.exactPixels && m_context.standsUpright ? paintApart(m_seen[pieceCount() - 1 - number])
-                                                             : paintNode(m_seen[pieceCount() - 1 - number]);
+    m_context.options.exactPixels&& m_context.standsUpright ? paintApart(m_seen[pieceCount() - 1 - number])
+                                                            : paintNode(m_seen[pieceCount() - 1 - number]);
 }
 
 double NodeLayer::opacityOf(std::size_t index) const {
@@ -223,15 +223,15 @@ void NodeLayer::collectNode(std::size_t index, QPointF position) {
   const Node& node = scene.map->nodes[index];
   const std::uint32_t number = scene.index->numberOfNode()[index];
   const bool isEditing = scene.editingNodeID == node.id;
-  const bool isSketched = (m_context.detail == PaintContext::Detail::bars && !node.imageData &&
-                           areMany(scene.map->nodes.size())) ||
-                          isContentKnownToBeCovered(index, position);
+  const bool isSketched =
+      (m_context.detail == PaintContext::Detail::bars && !node.imageData && areMany(scene.map->nodes.size())) ||
+      isContentKnownToBeCovered(index, position);
   SeenNode seen{index, position, {}, {}, opacityOf(index), isEditing, m_context.isNodeSelected(number), {}};
   if (seen.opacity <= 0.0) return;
   seen.metrics = isSketched ? sketchedMetrics(index, node)
-                            : m_context.measurer.measure(node, m_context.depthFraction(number), m_context.sizing(),
-                                                         isEditing ? std::optional(scene.editingTitle.value_or(node.title))
-                                                                   : std::nullopt);
+                            : m_context.measurer.measure(
+                                  node, m_context.depthFraction(number), m_context.sizing(),
+                                  isEditing ? std::optional(scene.editingTitle.value_or(node.title)) : std::nullopt);
   if (!isSketched && !isEditing) m_context.sketch.rememberBox(index, seen.metrics.box);
   const QRectF box = seen.metrics.box.translated(position);
   if (!box.adjusted(-handleReach, -handleReach, handleReach, handleReach).intersects(m_context.exposed)) return;
@@ -239,9 +239,10 @@ void NodeLayer::collectNode(std::size_t index, QPointF position) {
     // The whole topic moves with its box to whole pixels, by less than one.
     const QRectF device = m_context.toPicture.mapRect(box);
     // Halves are rounded up on both sides of zero, so that it doesn't matter from where pixels are counted.
-    const QPoint corner(static_cast<int>(std::floor(device.left() + 0.5)), static_cast<int>(std::floor(device.top() + 0.5)));
+    const QPoint corner(static_cast<int>(std::floor(device.left() + 0.5)),
+                        static_cast<int>(std::floor(device.top() + 0.5)));
     seen.pixels = QRect(corner - scene.pixelOrigin, QSize(std::max(1, static_cast<int>(std::lround(device.width()))),
-                                      std::max(1, static_cast<int>(std::lround(device.height())))));
+                                                          std::max(1, static_cast<int>(std::lround(device.height())))));
     seen.position += (QPointF(corner) - device.topLeft()) / m_context.scale;
   }
   if (findSeenPart(seen)) m_seen.push_back(std::move(seen));
@@ -282,8 +283,8 @@ void NodeLayer::paintNode(const SeenNode& seen) {
   if (seen.opacity < 1.0) m_painter.setOpacity(1.0);
 }
 
-// Paints the topic on a picture of its own, where it always lies alike, and puts that in its place: rasterising depends on
-// where a shape lies, if only a little. A very high topic is painted in slices.
+// Paints the topic on a picture of its own, where it always lies alike, and puts that in its place: rasterising depends
+// on where a shape lies, if only a little. A very high topic is painted in slices.
 void NodeLayer::paintApart(const SeenNode& seen) {
   constexpr int sliceHeight = 4096;
   const int margin = static_cast<int>(std::ceil(surroundings(false) * m_context.scale)) + 1;
@@ -320,8 +321,9 @@ void NodeLayer::paintBox(const SeenNode& seen, const Node& node) {
     m_painter.setTransform(m_devicePixels);
     if (m_hasShadows) m_context.pictures.shadow.paint(m_painter, seen.pixels, seen.patches);
     const bool isPlain = seen.opacity >= 1.0 && !node.style.fillGradient;
-    const bool isDone = isPlain && m_context.pictures.box.paint(m_painter, seen.pixels, colorFromHex(node.style.fill).rgb(),
-                                                                border.color.rgb(), border.width, seen.patches);
+    const bool isDone =
+        isPlain && m_context.pictures.box.paint(m_painter, seen.pixels, colorFromHex(node.style.fill).rgb(),
+                                                border.color.rgb(), border.width, seen.patches);
     m_painter.setTransform(m_canvasTransform);
     if (isDone) return;
   }

@@ -7,8 +7,8 @@
 
 namespace quilmora {
 
-// Paints the topics of one frame. First it walks them from the topmost down and collects what can be seen of each, which also
-// tells what the topics hide of all that lies below them; then it paints from the bottom up.
+// Paints the topics of one frame. First it walks them from the topmost down and collects what can be seen of each,
+// which also tells what the topics hide of all that lies below them; then it paints from the bottom up.
 class NodeLayer {
  public:
   enum class Shadows { none, all };

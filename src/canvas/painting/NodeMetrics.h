@@ -30,8 +30,8 @@ struct NodeSizing {
   bool italic = false;
 
   NodeSizing() = default;
-  // `depthFraction` is 0 for roots and 1 for the deepest topics. Without it, without a config or with sizing switched off the
-  // fixed sizes apply.
+  // `depthFraction` is 0 for roots and 1 for the deepest topics. Without it, without a config or with sizing switched
+  // off the fixed sizes apply.
   NodeSizing(const NodeStyle& style, std::optional<double> depthFraction, const HierarchicalConfig* config);
 
   // The title's font, for an editor too; its pixel size is the nearest whole one.
@@ -40,8 +40,8 @@ struct NodeSizing {
   bool operator==(const NodeSizing&) const = default;
 };
 
-// Where the pieces of one topic lie, in canvas units from the topic's centre; move them by Node.position. A piece that the
-// topic doesn't have is an empty rectangle.
+// Where the pieces of one topic lie, in canvas units from the topic's centre; move them by Node.position. A piece that
+// the topic doesn't have is an empty rectangle.
 struct NodeMetrics {
   static constexpr double cornerRadius = 6.0;
   // Device pixels a canvas unit, below which markers, toggle and handle are left out and cannot be hit.
@@ -53,10 +53,10 @@ struct NodeMetrics {
   QRectF image;
   QRectF emoji;
   QRectF icon;
-  QRectF title;             // has the height of a line even when the title is empty
+  QRectF title;  // has the height of a line even when the title is empty
   QRectF aiMarker;
-  QRectF badge;             // the disc
-  QRectF collapseToggle;    // whether it is shown follows from the topic's children
+  QRectF badge;           // the disc
+  QRectF collapseToggle;  // whether it is shown follows from the topic's children
   QRectF linkMarker;
   QRectF noteMarker;
   QRectF connectionHandle;  // shown on a selected topic
@@ -67,7 +67,8 @@ struct NodeMetrics {
   QRectF bounds() const;
 };
 
-// A text with its line breaks made and its glyphs chosen, free of colour. Shaped at a whole number of pixels, hence the scale.
+// A text with its line breaks made and its glyphs chosen, free of colour. Shaped at a whole number of pixels, hence the
+// scale.
 struct ShapedText {
   QList<QGlyphRun> runs;
   QSizeF size;
@@ -86,8 +87,8 @@ struct ShownImage {
   const QImage& forWidth(double pixelWidth);
 };
 
-// Measures topics, and keeps what is dear to make: shaped texts and decoded images. Both stores are bounded. For the main
-// thread, or for one thread that owns it.
+// Measures topics, and keeps what is dear to make: shaped texts and decoded images. Both stores are bounded. For the
+// main thread, or for one thread that owns it.
 class NodeMeasurer {
  public:
   // Longer titles are shaped up to this many user-perceived characters and end with "…".
@@ -98,7 +99,8 @@ class NodeMeasurer {
   // How much of decoded images is kept.
   void setKeptImageSize(int kilobytes) { m_images.setMaxCost(kilobytes); }
 
-  // `editedTitle` stands for the title while it is being edited: then the title's place is at least 80 wide and 20 high.
+  // `editedTitle` stands for the title while it is being edited: then the title's place is at least 80 wide and 20
+  // high.
   NodeMetrics measure(const Node& node, std::optional<double> depthFraction, const HierarchicalConfig* config,
                       const std::optional<QString>& editedTitle = std::nullopt);
 

@@ -39,9 +39,9 @@ struct PaintContext {
   QTransform toPicture;  // the same to the pixels of the larger picture that the scene's pixel origin tells of
   bool standsUpright;    // whether that transform only scales and moves
   Detail detail;
-  QRectF exposed;        // canvas units
-  // Shapes that reach beyond this rectangle (canvas units) are clipped to it first: rasterisers keep device coordinates in
-  // narrow integers.
+  QRectF exposed;  // canvas units
+  // Shapes that reach beyond this rectangle (canvas units) are clipped to it first: rasterisers keep device coordinates
+  // in narrow integers.
   QRectF drawable;
   const std::vector<char>& isSelected;  // by number of the index; empty when nothing is selected or shown so
 
@@ -51,7 +51,8 @@ struct PaintContext {
     return isDragging() && isNodeSelected(scene.index->numberOfNode()[nodeIndex]);
   }
   bool isEdgeDragged(std::size_t edge) const {
-    return isDragging() && (isNodeSelected(scene.index->edgeFrom()[edge]) || isNodeSelected(scene.index->edgeTo()[edge]));
+    return isDragging() &&
+           (isNodeSelected(scene.index->edgeFrom()[edge]) || isNodeSelected(scene.index->edgeTo()[edge]));
   }
   bool isNodeSelected(std::uint32_t number) const { return !isSelected.empty() && isSelected[number]; }
   bool isHidden(std::size_t nodeIndex) const {
@@ -81,8 +82,8 @@ std::optional<QLineF> connectionLine(const PaintContext& context);
 void paintConnectionLine(QPainter& painter, const PaintContext& context);
 void paintConnectionDisc(QPainter& painter, const PaintContext& context);
 
-// Adds the dashes of one straight stretch that begins at `phase` of the pattern. Where a view begins and ends has no say in
-// where dashes lie, unlike with dashed pens.
+// Adds the dashes of one straight stretch that begins at `phase` of the pattern. Where a view begins and ends has no
+// say in where dashes lie, unlike with dashed pens.
 void addDashes(std::vector<QLineF>& dashes, const QLineF& stretch, double phase, double on, double off);
 
 // A disc with an optional contour inside its edge and a soft shadow below it.

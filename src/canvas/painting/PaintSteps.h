@@ -11,9 +11,9 @@ namespace quilmora {
 // change or vanish meanwhile must destroy it before.
 class [[nodiscard]] PaintSteps {
  public:
-  // What the step to come does. Texts belong to the thread that loaded their fonts. Shapes are painted in a thread of the
-  // global pool while the caller waits: Qt divides every fill of some hundred spans among that pool's threads, unless it is
-  // asked by one of them, and for many small fills the waking and waiting costs several times the filling.
+  // What the step to come does. Texts belong to the thread that loaded their fonts. Shapes are painted in a thread of
+  // the global pool while the caller waits: Qt divides every fill of some hundred spans among that pool's threads,
+  // unless it is asked by one of them, and for many small fills the waking and waiting costs several times the filling.
   enum class Work { texts, shapes };
 
   struct promise_type {
@@ -42,7 +42,8 @@ class [[nodiscard]] PaintSteps {
   ~PaintSteps() { drop(); }
 
   bool isDone() const { return !m_handle || m_handle.done(); }
-  // Goes on until all is done, which it returns, or until `isTimeUp`, which is asked after every step and from any thread.
+  // Goes on until all is done, which it returns, or until `isTimeUp`, which is asked after every step and from any
+  // thread.
   bool run(const std::function<bool()>& isTimeUp);
   void finish() {
     run([] { return false; });

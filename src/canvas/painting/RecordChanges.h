@@ -10,8 +10,8 @@
 
 namespace quilmora {
 
-// What differs between two arrays of records with ids. A record that was changed, or that stands in another order among the
-// others, counts as gone and as come. Looks only into blocks that the arrays don't share.
+// What differs between two arrays of records with ids. A record that was changed, or that stands in another order among
+// the others, counts as gone and as come. Looks only into blocks that the arrays don't share.
 template <class Record>
 struct RecordChanges {
   std::vector<const Record*> gone;
@@ -38,7 +38,8 @@ struct RecordChanges {
     for (const Place& place : now) {
       const auto found = byId.find(place.record->id);
       const bool isSame = found != byId.end() && found->second >= next && !isKept[found->second] &&
-                          old[found->second].sharedBefore == place.sharedBefore && *old[found->second].record == *place.record;
+                          old[found->second].sharedBefore == place.sharedBefore &&
+                          *old[found->second].record == *place.record;
       if (isSame) {
         isKept[found->second] = 1;
         next = found->second;

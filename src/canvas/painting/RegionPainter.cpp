@@ -32,7 +32,8 @@ void paintLabel(QPainter& painter, const QString& label, const QRectF& rect, con
   painter.drawRoundedRect(plate, RegionLabel::cornerRadius, RegionLabel::cornerRadius);
   painter.setPen(Qt::white);
   painter.setFont(font);
-  painter.drawText(QPointF(plate.left() + RegionLabel::paddingX, plate.top() + RegionLabel::paddingY + metrics.ascent()), text);
+  painter.drawText(
+      QPointF(plate.left() + RegionLabel::paddingX, plate.top() + RegionLabel::paddingY + metrics.ascent()), text);
 }
 
 }  // namespace

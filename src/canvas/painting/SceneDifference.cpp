@@ -118,7 +118,8 @@ void SceneDifference::compareLooks(const MapScene& scene) {
     }
     const NodeLook& now = m_newLooks[number];
     const NodeLook before = number < m_looks.size() ? m_looks[number] : NodeLook();
-    const bool hasMoved = now.position != before.position || now.isShown != before.isShown || now.exists != before.exists;
+    const bool hasMoved =
+        now.position != before.position || now.isShown != before.isShown || now.exists != before.exists;
     m_isMoved[number] = hasMoved || (config.edgeSizing && now.depth != before.depth);
     const bool isOther = hasMoved || now.isSelected != before.isSelected || now.isCollapsed != before.isCollapsed ||
                          now.hasChildren != before.hasChildren || (isSizedByDepth && now.depth != before.depth);
@@ -197,7 +198,8 @@ void SceneDifference::compareSelectedEdges(const MapScene& scene) {
   const std::vector<QUuid> few(changed.begin(), changed.end());
   const bool areFew = few.size() <= 4;
   for (const Edge& edge : scene.map->edges)
-    if (areFew ? std::ranges::find(few, edge.id) != few.end() : changed.contains(edge.id)) addEdge(edge, m_newLooks, scene);
+    if (areFew ? std::ranges::find(few, edge.id) != few.end() : changed.contains(edge.id))
+      addEdge(edge, m_newLooks, scene);
 }
 
 void SceneDifference::compareRelationships(const MapScene& scene) {
@@ -246,7 +248,8 @@ void SceneDifference::compareGestures(const MapScene& scene) {
   compareNode(ownerOf(m_scene.connectionDrag, &Drag::sourceID), ownerOf(scene.connectionDrag, &Drag::sourceID), false);
 
   const auto handleOf = [](const MapScene& one) {
-    return one.draggedHandle ? std::optional(std::pair(one.draggedHandle->kind, one.draggedHandle->ownerID)) : std::nullopt;
+    return one.draggedHandle ? std::optional(std::pair(one.draggedHandle->kind, one.draggedHandle->ownerID))
+                             : std::nullopt;
   };
   std::vector<QUuid> links;
   if (handleOf(m_scene) != handleOf(scene))

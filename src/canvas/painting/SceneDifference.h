@@ -24,13 +24,13 @@ struct ChangedParts {
   bool isEmpty() const { return !everything && areas.empty() && edges.empty(); }
 };
 
-// Remembers the scene that a picture shows and tells what of it changed, at the cost of a pass over flat arrays and of the
-// records in blocks that the two maps don't share. Marks rather too much than too little; what a gesture moves above the
-// picture counts as left out of it.
+// Remembers the scene that a picture shows and tells what of it changed, at the cost of a pass over flat arrays and of
+// the records in blocks that the two maps don't share. Marks rather too much than too little; what a gesture moves
+// above the picture counts as left out of it.
 class SceneDifference {
  public:
-  // Follows the scene but for its view and its exposed part. Where only gestures changed, and neither the map nor what is
-  // selected or collapsed, the pass is spared. The painter is the one that paints the scene.
+  // Follows the scene but for its view and its exposed part. Where only gestures changed, and neither the map nor what
+  // is selected or collapsed, the pass is spared. The painter is the one that paints the scene.
   ChangedParts follow(const MapScene& scene, const PaintOptions& options, MapPainter& painter, bool onlyGestures);
 
  private:

@@ -10,8 +10,8 @@
 
 namespace quilmora {
 
-// What can be seen of a scene in each of many square tiles, found in one walk over the map: painting a tile then looks at
-// that alone. Made by MapPainter::makePlan(); good until the scene changes.
+// What can be seen of a scene in each of many square tiles, found in one walk over the map: painting a tile then looks
+// at that alone. Made by MapPainter::makePlan(); good until the scene changes.
 class ScenePlan {
  public:
   // What may reach into a tile, by position in `nodes` and `edges`, the rearmost first.
@@ -20,8 +20,8 @@ class ScenePlan {
     std::vector<std::uint32_t> edges;
   };
 
-  // Tiles have a side of `tileSide` canvas units; that of coordinates (x, y) begins at x × side, y × side. `tiles` are the
-  // coordinates that the plan reaches over.
+  // Tiles have a side of `tileSide` canvas units; that of coordinates (x, y) begins at x × side, y × side. `tiles` are
+  // the coordinates that the plan reaches over.
   ScenePlan(double tileSide, const QRect& tiles);
 
   double tileSide() const { return m_tileSide; }

@@ -28,8 +28,8 @@ template <class Array, class Visit>
 void visitChanged(const Array& before, const Array& now, Visit&& visit) {
   for (std::size_t k = 0; k < now.blockCount(); ++k) {
     const auto& block = now.block(k);
-    const bool isKnown = k < before.blockCount() && &before.block(k) == &block &&
-                         before.blockStart(k) == now.blockStart(k);
+    const bool isKnown =
+        k < before.blockCount() && &before.block(k) == &block && before.blockStart(k) == now.blockStart(k);
     if (isKnown) continue;
     for (std::size_t i = 0; i < block.size(); ++i) visit(now.blockStart(k) + i, block[i]);
   }
@@ -44,8 +44,7 @@ double fontScaleOf(const HierarchicalConfig& config) {
 double reach(double startWidth, double endWidth, bool hasHead, const HierarchicalConfig& config) {
   constexpr double handleReach = 12.0;
   double width = std::max(std::abs(startWidth), std::abs(endWidth));
-  if (config.edgeSizing)
-    width = std::max({width, std::abs(config.rootEdgeWidth), std::abs(config.leafEdgeWidth)});
+  if (config.edgeSizing) width = std::max({width, std::abs(config.rootEdgeWidth), std::abs(config.leafEdgeWidth)});
   return std::max({handleReach, width / 2 + 1.0, hasHead ? 2.5 * std::abs(endWidth) + 1.0 : 0.0});
 }
 
@@ -76,8 +75,8 @@ SceneSketch::NodeSketch sketchOf(const Node& node, double fontScale) {
   return sketch;
 }
 
-// Whether two records of a topic take boxes of one size where nothing is sized by depth. Images are compared by where they
-// lie in memory: they are long, and shared as long as nobody changed them.
+// Whether two records of a topic take boxes of one size where nothing is sized by depth. Images are compared by where
+// they lie in memory: they are long, and shared as long as nobody changed them.
 bool isSizedAlike(const Node& a, const Node& b) {
   const auto imageOf = [](const Node& node) { return node.imageData ? node.imageData->constData() : nullptr; };
   return a.title == b.title && a.emoji == b.emoji && a.icon.has_value() == b.icon.has_value() &&
@@ -169,9 +168,10 @@ double SceneSketch::reachOf(const Edge& edge, const HierarchicalConfig& config) 
 
 double SceneSketch::maxHalfWidth() const {
   // An emoji text as wide as a title, icon, gaps, paddings and the connection handle beside the widest title.
-  const double padding = m_hierarchical.nodeSizing
-                             ? std::clamp(std::max(m_hierarchical.rootPadding, m_hierarchical.leafPadding), 12.0, 1000.0)
-                             : 12.0;
+  const double padding =
+      m_hierarchical.nodeSizing
+          ? std::clamp(std::max(m_hierarchical.rootPadding, m_hierarchical.leafPadding), 12.0, 1000.0)
+          : 12.0;
   const double font = m_hierarchical.nodeSizing
                           ? std::clamp(std::max(m_hierarchical.rootFontSize, m_hierarchical.leafFontSize), 17.0, 512.0)
                           : 17.0;

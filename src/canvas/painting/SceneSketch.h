@@ -10,8 +10,8 @@
 
 namespace quilmora {
 
-// What painting needs to know of every topic and edge at each frame, in flat arrays beside the index: enough to skip what is
-// out of sight and to draw from afar without looking at a record. Follows the map by the blocks that changed.
+// What painting needs to know of every topic and edge at each frame, in flat arrays beside the index: enough to skip
+// what is out of sight and to draw from afar without looking at a record. Follows the map by the blocks that changed.
 class SceneSketch {
  public:
   struct NodeSketch {

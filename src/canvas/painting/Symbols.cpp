@@ -16,7 +16,9 @@
 
 // The resources live in a static library, whose initialiser the linker would otherwise leave out. The macro must stand
 // outside of any namespace.
-static void initSymbolResources() { Q_INIT_RESOURCE(symbols); }
+static void initSymbolResources() {
+  Q_INIT_RESOURCE(symbols);
+}
 
 namespace quilmora {
 
@@ -68,12 +70,18 @@ class OutlineDevice final : public QPaintDevice {
   int metric(PaintDeviceMetric metric) const override {
     switch (metric) {
       case PdmWidth:
-      case PdmHeight: return static_cast<int>(symbolSide);
-      case PdmDepth: return 32;
-      case PdmNumColors: return 0;
-      case PdmDevicePixelRatio: return 1;
-      case PdmDevicePixelRatioScaled: return static_cast<int>(devicePixelRatioFScale());
-      default: return 72;
+      case PdmHeight:
+        return static_cast<int>(symbolSide);
+      case PdmDepth:
+        return 32;
+      case PdmNumColors:
+        return 0;
+      case PdmDevicePixelRatio:
+        return 1;
+      case PdmDevicePixelRatioScaled:
+        return static_cast<int>(devicePixelRatioFScale());
+      default:
+        return 72;
     }
   }
 
@@ -131,7 +139,8 @@ class SymbolTable {
   std::unordered_map<QString, std::unique_ptr<QPainterPath>> m_paths;
 };
 
-// A path keeps what is made of it when it is painted, unguarded even where it is constant: no two threads may share one.
+// A path keeps what is made of it when it is painted, unguarded even where it is constant: no two threads may share
+// one.
 SymbolTable& symbolTable() {
   thread_local SymbolTable table;
   return table;
@@ -139,9 +148,13 @@ SymbolTable& symbolTable() {
 
 }  // namespace
 
-bool hasSymbol(const QString& name) { return symbolTable().contains(name); }
+bool hasSymbol(const QString& name) {
+  return symbolTable().contains(name);
+}
 
-const QPainterPath& symbolPath(const QString& name) { return symbolTable().path(name); }
+const QPainterPath& symbolPath(const QString& name) {
+  return symbolTable().path(name);
+}
 
 void paintSymbol(QPainter& painter, const QString& name, const QRectF& rect, const QColor& color, double boldness) {
   const double side = std::min(rect.width(), rect.height());

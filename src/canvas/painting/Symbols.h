@@ -17,9 +17,10 @@ bool hasSymbol(const QString& name);
 // placeholder for an unknown name. Belongs to the calling thread.
 const QPainterPath& symbolPath(const QString& name);
 
-// Draws the symbol in one colour, as large as fits into the rectangle and centred in it. `boldness` thickens its lines, in
-// units of the 16 wide square.
-void paintSymbol(QPainter& painter, const QString& name, const QRectF& rect, const QColor& color, double boldness = 0.0);
+// Draws the symbol in one colour, as large as fits into the rectangle and centred in it. `boldness` thickens its lines,
+// in units of the 16 wide square.
+void paintSymbol(QPainter& painter, const QString& name, const QRectF& rect, const QColor& color,
+                 double boldness = 0.0);
 
 // The same as a picture of `size` device-independent pixels. The last few hundred pictures are kept.
 QPixmap symbolPixmap(const QString& name, QSizeF size, const QColor& color, qreal devicePixelRatio);

@@ -10,8 +10,8 @@
 
 namespace quilmora {
 
-// The share of an unbent edge's way that lies between two places, from 0 to 1. Such an edge runs evenly from one x to the
-// other, and its y follows 3t² − 2t³, which never turns back.
+// The share of an unbent edge's way that lies between two places, from 0 to 1. Such an edge runs evenly from one x to
+// the other, and its y follows 3t² − 2t³, which never turns back.
 struct CurveShare {
   double first = 0.0;
   double last = 1.0;
@@ -51,8 +51,9 @@ inline QRect tilesUnder(const QRectF& rect, double side, const QRect& range) {
   if (!(rect.right() >= range.left() * side && rect.left() < (range.right() + 1) * side &&
         rect.bottom() >= range.top() * side && rect.top() < (range.bottom() + 1) * side))
     return {};
-  return QRect(QPoint(tile(rect.left(), range.left(), range.right()), tile(rect.top(), range.top(), range.bottom())),
-               QPoint(tile(rect.right(), range.left(), range.right()), tile(rect.bottom(), range.top(), range.bottom())));
+  return QRect(
+      QPoint(tile(rect.left(), range.left(), range.right()), tile(rect.top(), range.top(), range.bottom())),
+      QPoint(tile(rect.right(), range.left(), range.right()), tile(rect.bottom(), range.top(), range.bottom())));
 }
 
 // Calls visit(tile) for the tiles of `range` that an edge can touch which stays within `reach` of its curve.
@@ -69,13 +70,13 @@ void visitTilesOfEdge(QPointF from, QPointF to, QPointF bend, double reach, doub
     if (!isSimple) {
       // What of the curve lies in the column of tiles goes steadily up or down.
       const double left = x * side - reach;
-      const CurveShare share =
-          curveShareIn(QRectF(left, hull.top(), side + 2 * reach, hull.height()), from, to);
+      const CurveShare share = curveShareIn(QRectF(left, hull.top(), side + 2 * reach, hull.height()), from, to);
       if (share.isEmpty()) continue;
       const auto yAt = [&](double t) { return from.y() + (to.y() - from.y()) * t * t * (3.0 - 2.0 * t); };
       const std::pair<double, double> ends = std::minmax({yAt(share.first), yAt(share.last)});
       const double middle = (x + 0.5) * side;
-      column = tilesUnder(QRectF(QPointF(middle, ends.first - reach), QPointF(middle, ends.second + reach)), side, column);
+      column =
+          tilesUnder(QRectF(QPointF(middle, ends.first - reach), QPointF(middle, ends.second + reach)), side, column);
     }
     for (int y = column.top(); y <= column.bottom(); ++y) visit(QPoint(x, y));
   }

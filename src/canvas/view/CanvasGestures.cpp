@@ -132,8 +132,9 @@ std::unique_ptr<CanvasGesture> CanvasGestures::recognize(const PointerInput& inp
   const Press& press = *m_press;
   const QUuid& id = press.target.id;
   // Topics and handles measure in canvas units, the background and its regions in view pixels.
-  const double distance = measuresInPixels(press.target.kind) ? length(input.position - press.viewStart)
-                                         : length(context().canvasPoint(input.position) - press.canvasStart);
+  const double distance = measuresInPixels(press.target.kind)
+                              ? length(input.position - press.viewStart)
+                              : length(context().canvasPoint(input.position) - press.canvasStart);
   if (distance < minimumDragDistance(press.target.kind)) return nullptr;
   switch (press.target.kind) {
     case Kind::background:

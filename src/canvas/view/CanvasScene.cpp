@@ -19,7 +19,8 @@ namespace {
 // How far from a topic's centre its small parts can lie: they sit in the middle of its left and right edge.
 constexpr double maxPartDistanceX = 2500.0;
 constexpr double maxPartDistanceY = HandleMetrics::connectionHandleDiameter / 2.0;
-// Topics that are measured at one move of the pointer. Few lie near a point but in a heap, where each takes microseconds.
+// Topics that are measured at one move of the pointer. Few lie near a point but in a heap, where each takes
+// microseconds.
 constexpr std::size_t movesPatience = 300;
 
 const PaintOptions& canvasOptions() {
@@ -110,8 +111,8 @@ PaintSteps CanvasScene::prepare(double zoom, const QRect& tiles) {
 
 PaintSteps CanvasScene::paint(QPainter& painter, double zoom, QPoint tile) {
   constexpr double side = PictureTiles::side;
-  return m_painter.paintTile(painter, *m_plan, tile,
-                             describe({-QPointF(tile) * side, zoom}, QRectF(0, 0, side, side)), canvasOptions());
+  return m_painter.paintTile(painter, *m_plan, tile, describe({-QPointF(tile) * side, zoom}, QRectF(0, 0, side, side)),
+                             canvasOptions());
 }
 
 void CanvasScene::paintMoving(QPainter& painter, QSize pixels, const ViewTransform& view, bool isLanding) {
@@ -227,10 +228,10 @@ std::optional<QRectF> CanvasScene::edgeHandleRect(const CanvasTarget& part) {
   const auto from = shownPosition(edge->from);
   const auto to = shownPosition(edge->to);
   if (!from || !to) return std::nullopt;
-  const QPointF center = part.kind == CanvasTarget::Kind::edgeSourceHandle   ? *from
-                         : part.kind == CanvasTarget::Kind::edgeTargetHandle ? *to
-                                                                             : TaperedConnector(*edge, *from, *to)
-                                                                                   .bendHandlePosition();
+  const QPointF center = part.kind == CanvasTarget::Kind::edgeSourceHandle ? *from
+                         : part.kind == CanvasTarget::Kind::edgeTargetHandle
+                             ? *to
+                             : TaperedConnector(*edge, *from, *to).bendHandlePosition();
   return discAt(center, HandleMetrics::edgeHandleDiameter);
 }
 
@@ -256,8 +257,7 @@ std::optional<CanvasTarget> CanvasScene::regionAt(QPointF point) const {
   for (std::size_t i = regions.size(); i-- > 0;) {
     const Region& region = regions[i];
     const QRectF rect = region.rect.normalized();
-    if (region.id == selected &&
-        handleContains(resizeHandleCenter(rect), HandleMetrics::resizeHandleDiameter, point))
+    if (region.id == selected && handleContains(resizeHandleCenter(rect), HandleMetrics::resizeHandleDiameter, point))
       return CanvasTarget{CanvasTarget::Kind::regionResizeHandle, region.id};
     if (rect.contains(point)) return CanvasTarget{CanvasTarget::Kind::region, region.id};
   }

@@ -36,14 +36,14 @@ class CanvasScene final : public ScenePicture::Source {
   explicit CanvasScene(MindMapViewModel& editor) : m_editor(editor) {}
 
   // What to show from now on. `editedTitle` is the text in the open title field.
-  // Returns what looks different from what was to be shown before. Where only gestures changed, and neither the map nor what
-  // is selected or collapsed, that is found faster.
+  // Returns what looks different from what was to be shown before. Where only gestures changed, and neither the map nor
+  // what is selected or collapsed, that is found faster.
   ChangedParts follow(const CanvasState& state, const std::optional<QString>& editedTitle, bool onlyGestures);
   void setPixelRatio(double ratio) { m_pixelRatio = ratio; }
   PaintSteps prepare(double zoom, const QRect& tiles) override;
   PaintSteps paint(QPainter& painter, double zoom, QPoint tile) override;
-  // Paints what a gesture moves, which the tiles lack, in device pixels of a view of this size. After a drag the topics may be
-  // shown so until the tiles have caught up.
+  // Paints what a gesture moves, which the tiles lack, in device pixels of a view of this size. After a drag the topics
+  // may be shown so until the tiles have caught up.
   void paintMoving(QPainter& painter, QSize pixels, const ViewTransform& view, bool isLanding);
   // Paints the selection box, which lies above all else (view coordinates).
   void paintSelectionBox(QPainter& painter, const CanvasState& state) const;

@@ -49,7 +49,7 @@ struct CanvasState {
   std::optional<QPointF> edgeDragPosition;     // canvas units
   std::optional<QPointF> edgeDragTranslation;  // from the endpoint's own place
   std::optional<Bend> draggedBend;
-  std::optional<QUuid> imageDropTargetID;  // the topic that an image file is held over
+  std::optional<QUuid> imageDropTargetID;   // the topic that an image file is held over
   std::optional<CanvasTarget> hoveredPart;  // the button or handle under the pointer while nothing is pressed
   std::optional<CanvasTarget> pressedPart;  // the one that is held down with the pointer still on it
   RegionLayerState regions;

@@ -176,8 +176,8 @@ void CanvasView::followScene() {
   m_isLanding = pictured.state.nodeDragTranslation.isNull() && (wasDragging || (m_isLanding && !m_isSceneChanged)) &&
                 m_editor.selectedNodeIDs().size() <= maxLandingCount;
   m_pictured = std::move(pictured);
-  m_picture.markStale(m_scene.follow(m_gestures.state(), m_pictured.editedTitle,
-                                     !std::exchange(m_isSceneChanged, false)));
+  m_picture.markStale(
+      m_scene.follow(m_gestures.state(), m_pictured.editedTitle, !std::exchange(m_isSceneChanged, false)));
 }
 
 void CanvasView::sceneChanged() {

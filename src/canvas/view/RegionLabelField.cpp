@@ -66,7 +66,8 @@ void RegionLabelField::fitToText() {
   const QFontMetricsF metrics(font());
   const QString shown = text().isEmpty() ? placeholderText() : text();
   const double textWidth = metrics.horizontalAdvance(shown) + cursorRoom;
-  const double width = std::clamp(textWidth, minWidth * m_scale, maxWidth * m_scale) + 2 * RegionLabel::paddingX * m_scale;
+  const double width =
+      std::clamp(textWidth, minWidth * m_scale, maxWidth * m_scale) + 2 * RegionLabel::paddingX * m_scale;
   const double height = metrics.height() + 2 * RegionLabel::paddingY * m_scale;
   setGeometry(QRect(m_corner.toPoint(), QSizeF(width, height).toSize()));
 }

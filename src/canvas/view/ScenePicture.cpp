@@ -152,8 +152,7 @@ void ScenePicture::startTile(QPoint tile) {
   m_job = std::make_unique<Job>();
   m_job->tile = tile;
   m_job->image = m_tiles.takeSpare();
-  if (m_job->image.isNull())
-    m_job->image = QImage(PictureTiles::side, PictureTiles::side, QImage::Format_RGB32);
+  if (m_job->image.isNull()) m_job->image = QImage(PictureTiles::side, PictureTiles::side, QImage::Format_RGB32);
   m_job->painter = std::make_unique<QPainter>(&m_job->image);
   m_job->steps = m_source.paint(*m_job->painter, m_view.zoom, tile);
 }

@@ -17,10 +17,11 @@
 
 namespace quilmora {
 
-// A picture of the view that is kept from frame to frame and painted in slices, so that no frame waits for more than a slice.
-// What changed shows as it was until its tile is painted anew. A view that moves takes its tiles along. A view that zooms shows
-// its last picture scaled where painting takes too long for a gesture, and is painted sharply when the zoom has rested. Tiles
-// just out of view are painted when all others are done. Knows nothing of maps: whoever keeps it tells what became stale.
+// A picture of the view that is kept from frame to frame and painted in slices, so that no frame waits for more than a
+// slice. What changed shows as it was until its tile is painted anew. A view that moves takes its tiles along. A view
+// that zooms shows its last picture scaled where painting takes too long for a gesture, and is painted sharply when the
+// zoom has rested. Tiles just out of view are painted when all others are done. Knows nothing of maps: whoever keeps it
+// tells what became stale.
 class ScenePicture {
  public:
   // Where the tiles' content comes from. `zoom` is in device pixels a canvas unit.
@@ -43,7 +44,8 @@ class ScenePicture {
   // How far beyond the view tiles are painted in advance, in device pixels.
   static constexpr int margin = 128;
 
-  // The view in device pixels, with an offset of whole ones: so moved pictures are as sharp as those that are painted anew.
+  // The view in device pixels, with an offset of whole ones: so moved pictures are as sharp as those that are painted
+  // anew.
   static ViewTransform onDevicePixels(const ViewTransform& view, double pixelRatio);
 
   // `refresh` asks for another show().
@@ -58,8 +60,8 @@ class ScenePicture {
   // The tiles around this point of the view are painted first.
   void setImportantPoint(QPointF point) { m_importantPoint = point; }
 
-  // Paints the view, of a size in device-independent pixels, on a painter in those. The offset is rounded to whole device
-  // pixels. `background` shows where there is no picture yet. With all effort nothing is left stale.
+  // Paints the view, of a size in device-independent pixels, on a painter in those. The offset is rounded to whole
+  // device pixels. `background` shows where there is no picture yet. With all effort nothing is left stale.
   void show(QPainter& painter, QSize size, double pixelRatio, const ViewTransform& view, const QColor& background,
             Effort effort = Effort::slice);
   // Whether the view as last shown has every detail.
@@ -89,7 +91,8 @@ class ScenePicture {
   void startTile(QPoint tile);
   void finishJob();
   // Draws tiles, and what there is below missing ones, in device pixels of a view of this size.
-  void draw(QPainter& painter, QSize size, const QRect& tiles, const ViewTransform& view, const QColor& background) const;
+  void draw(QPainter& painter, QSize size, const QRect& tiles, const ViewTransform& view,
+            const QColor& background) const;
   void continueLater();
   void waitForRest();
   void cancel(Scheduler::Task& task);

@@ -145,11 +145,9 @@ void TitleEditor::place(const QRectF& field, double zoom) {
   const TextExtent painted = extentOf(lines, m_look.font, NodeMetrics::titleMaxWidth * zoom / unit);
   const bool isEven = painted.lineHeight > 0 && extent.lineHeight > 0;
   if (isEven) setLineSpacing(100.0 * painted.lineHeight * unit / extent.lineHeight);
-  const QSizeF text(extent.size.width(),
-                    isEven ? extent.lineCount * painted.lineHeight * unit : extent.size.height());
+  const QSizeF text(extent.size.width(), isEven ? extent.lineCount * painted.lineHeight * unit : extent.size.height());
   // So that the first line stands on the painted one's ground.
-  const double drop =
-      isEven ? QFontMetricsF(m_look.font).ascent() * unit - QFontMetricsF(scaled).ascent() : 0.0;
+  const double drop = isEven ? QFontMetricsF(m_look.font).ascent() * unit - QFontMetricsF(scaled).ascent() : 0.0;
   const double left = field.center().x() - text.width() / 2.0;
   const int width = static_cast<int>(std::ceil(text.width())) + cursorRoom;
   const int x = document()->toRawText().isRightToLeft() ? qRound(left + text.width()) - width : qRound(left);

@@ -1,10 +1,9 @@
-#include "canvas/geometry/Polygons.h"
-
 #include <cmath>
 
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
 
+#include "canvas/geometry/Polygons.h"
 #include "canvas/geometry/ViewTransform.h"
 
 namespace quilmora {

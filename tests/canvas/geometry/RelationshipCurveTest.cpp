@@ -1,8 +1,7 @@
-#include "canvas/geometry/RelationshipCurve.h"
-
 #include <gtest/gtest.h>
 
 #include "canvas/geometry/Handles.h"
+#include "canvas/geometry/RelationshipCurve.h"
 
 namespace quilmora {
 namespace {

@@ -1,13 +1,12 @@
-#include "canvas/geometry/TaperedConnector.h"
-
 #include <cmath>
 #include <limits>
 
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
 
-#include "editor/TreeInfo.h"
+#include "canvas/geometry/TaperedConnector.h"
 #include "model/MapIndex.h"
+#include "model/TreeInfo.h"
 
 namespace quilmora {
 namespace {
@@ -234,8 +233,7 @@ TEST(EffectiveTaper, StepsFromTheRootWidthToTheLeafWidth) {
   HierarchicalConfig config;
   config.rootEdgeWidth = 16.0;
   config.leafEdgeWidth = 4.0;
-  EXPECT_EQ(effectiveTaper(chain.edges[0], chain.tree(), config),
-            (EdgeStyle::TaperConfig{16.0, 7.0, Easing::linear}));
+  EXPECT_EQ(effectiveTaper(chain.edges[0], chain.tree(), config), (EdgeStyle::TaperConfig{16.0, 7.0, Easing::linear}));
   EXPECT_EQ(effectiveTaper(chain.edges[1], chain.tree(), config), (EdgeStyle::TaperConfig{7.0, 4.0, Easing::linear}));
   EXPECT_EQ(effectiveTaper(chain.edges[2], chain.tree(), config), (EdgeStyle::TaperConfig{4.0, 4.0, Easing::linear}));
 }

@@ -10,7 +10,8 @@ namespace {
 // A picture of a map at twice its size, or parts of it.
 class Picture {
  public:
-  explicit Picture(const MindMap& map, double side) : m_map(map), m_index(map.nodes, map.edges), m_tree(m_index), m_side(side) {}
+  explicit Picture(const MindMap& map, double side)
+      : m_map(map), m_index(map.nodes, map.edges), m_tree(m_index), m_side(side) {}
 
   QRect rect() const { return QRect(0, 0, static_cast<int>(2 * m_side) + 320, static_cast<int>(2 * m_side) + 320); }
 
@@ -55,7 +56,8 @@ TEST(ExactPixels, PartsOfAPictureFitTogether) {
   for (unsigned seed = 1; seed <= 4; ++seed) {
     Picture picture(test::pictureMap(60, 700.0, seed), 700.0);
     for (const QSize size : {QSize(1720, 64), QSize(1720, 131), QSize(97, 1720), QSize(211, 173)})
-      EXPECT_EQ(picture.differingPixels(size), 0) << "seed " << seed << ", parts of " << size.width() << " x " << size.height();
+      EXPECT_EQ(picture.differingPixels(size), 0)
+          << "seed " << seed << ", parts of " << size.width() << " x " << size.height();
   }
 }
 

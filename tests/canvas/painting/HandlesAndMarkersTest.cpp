@@ -153,7 +153,8 @@ TEST_F(RelationshipPainting, HandlesLieAboveTopicsAsThoseOfEdgesDo) {
 }
 
 TEST_F(RelationshipPainting, BendUnderADragIsSolidAndTheButtonStays) {
-  painted.scene.draggedHandle = MapScene::DraggedHandle{MapScene::HandleKind::relationshipBend, link.id, QPointF(40, 50)};
+  painted.scene.draggedHandle =
+      MapScene::DraggedHandle{MapScene::HandleKind::relationshipBend, link.id, QPointF(40, 50)};
   const QImage image = paintFinely(painted);
   EXPECT_EQ(painted.at(image, QPointF(40, 80)), purple);
   EXPECT_EQ(painted.at(image, QPointF(0, 9)), red);
@@ -311,12 +312,11 @@ TEST_F(MarkerPainting, BadgesAreWhiteOnTheirColour) {
 // --- Regions ---
 
 struct RegionPainting : testing::Test {
-  RegionPainting() {
-    painted.map.regions.append(region);
-  }
+  RegionPainting() { painted.map.regions.append(region); }
   QImage paint() { return painted.paint(QSize(400, 300), 4.0); }
   PaintedMap painted;
-  const Region region{QUuid::createUuid(), QStringLiteral("Zone"), QStringLiteral("#000000"), QRectF(-100, -80, 200, 160)};
+  const Region region{QUuid::createUuid(), QStringLiteral("Zone"), QStringLiteral("#000000"),
+                      QRectF(-100, -80, 200, 160)};
 };
 
 TEST_F(RegionPainting, FillContourAndItsOpacityWhenSelected) {

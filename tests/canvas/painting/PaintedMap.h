@@ -30,7 +30,8 @@ struct PaintedMap {
     scene.collapsedNodeIDs = &collapsed;
   }
 
-  QUuid addNode(QPointF position, const QString& title = {}, const char* fill = "#4080C0", const char* stroke = "#203040") {
+  QUuid addNode(QPointF position, const QString& title = {}, const char* fill = "#4080C0",
+                const char* stroke = "#203040") {
     Node node;
     node.id = QUuid::createUuid();
     node.title = title;

@@ -1,11 +1,10 @@
-#include "canvas/painting/ScenePlan.h"
-
 #include <random>
 
 #include <gtest/gtest.h>
 
 #include "canvas/geometry/TaperedConnector.h"
 #include "canvas/painting/PaintedMap.h"
+#include "canvas/painting/ScenePlan.h"
 #include "canvas/painting/TileWalk.h"
 
 using namespace quilmora;
@@ -63,7 +62,8 @@ TEST(ScenePlan, TilesTogetherLookLikeOnePicture) {
       if (i == 0) continue;
       painted.addEdge(ids[static_cast<std::size_t>(below(i))], ids.back(), "#3060A0", 1 + below(12));
       const auto edge = static_cast<std::size_t>(i - 1);
-      if (below(4) == 0) painted.changeEdge(edge, [&](Edge& one) { one.controlPointOffset = QPointF(below(200), -90); });
+      if (below(4) == 0)
+        painted.changeEdge(edge, [&](Edge& one) { one.controlPointOffset = QPointF(below(200), -90); });
       if (below(4) == 0)
         painted.changeEdge(edge, [&](Edge& one) { one.style.arrowHead = EdgeStyle::ArrowHead::triangle; });
       if (below(6) == 0) painted.changeEdge(edge, [&](Edge& one) { one.style.dashed = true; });
@@ -71,9 +71,12 @@ TEST(ScenePlan, TilesTogetherLookLikeOnePicture) {
     for (int i = 0; i < 3; ++i) {
       painted.selectedNodes.insert(ids[static_cast<std::size_t>(below(40))]);
       painted.selectedEdges.insert(painted.map.edges[static_cast<std::size_t>(below(39))].id);
-      painted.map.relationships.append(Relationship{QUuid::createUuid(), ids[static_cast<std::size_t>(below(40))],
-                                                    ids[static_cast<std::size_t>(below(40))], QString(),
-                                                    QStringLiteral("#A03060"), {}});
+      painted.map.relationships.append(Relationship{QUuid::createUuid(),
+                                                    ids[static_cast<std::size_t>(below(40))],
+                                                    ids[static_cast<std::size_t>(below(40))],
+                                                    QString(),
+                                                    QStringLiteral("#A03060"),
+                                                    {}});
       painted.map.regions.append(Region{QUuid::createUuid(), QStringLiteral("Region"), QStringLiteral("#7C4DFF"),
                                         QRectF(below(300) - 300, below(300) - 300, 300, 200)});
     }
@@ -106,7 +109,8 @@ TEST(TileWalk, VisitsEveryTileThatAnEdgeTouchesAndEachOnce) {
     curve.controlPoint2 = controls[1];
     for (int k = 0; k <= 500; ++k) {
       const QPointF point = curve.pointAt(k / 500.0);
-      for (const QPointF away : {QPointF(0, 0), QPointF(reach, 0), QPointF(0, reach), QPointF(-reach, 0), QPointF(0, -reach)}) {
+      for (const QPointF away :
+           {QPointF(0, 0), QPointF(reach, 0), QPointF(0, reach), QPointF(-reach, 0), QPointF(0, -reach)}) {
         const QPointF place = (point + away * 0.999) / side;
         const QPoint tile(static_cast<int>(std::floor(place.x())), static_cast<int>(std::floor(place.y())));
         EXPECT_TRUE(!range.contains(tile) || std::ranges::find(visited, tile) != visited.end()) << round;
@@ -130,7 +134,8 @@ TEST(TileWalk, NarrowsUnbentEdgesToWhatLiesInARectangle) {
 TEST(MovingLayer, ManyDraggedTopicsMoveAsOnePicture) {
   const auto fill = [](PaintedMap& painted) {
     for (int i = 0; i < 60; ++i)
-      painted.selectedNodes.insert(painted.addNode(QPointF((i % 10) * 90 - 500, (i / 10) * 60 - 200), QStringLiteral("Topic")));
+      painted.selectedNodes.insert(
+          painted.addNode(QPointF((i % 10) * 90 - 500, (i / 10) * 60 - 200), QStringLiteral("Topic")));
     painted.addNode(QPointF(0, 0), QStringLiteral("At rest"), "#FFCC00");
     painted.addEdge(painted.map.nodes[3].id, painted.map.nodes[60].id);
   };

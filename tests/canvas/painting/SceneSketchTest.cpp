@@ -1,7 +1,6 @@
-#include "canvas/painting/SceneSketch.h"
-
 #include <gtest/gtest.h>
 
+#include "canvas/painting/SceneSketch.h"
 #include "model/MindMap.h"
 
 using namespace quilmora;

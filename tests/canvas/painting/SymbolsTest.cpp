@@ -1,8 +1,7 @@
-#include <gtest/gtest.h>
-
 #include <QFile>
 #include <QImage>
 #include <QPainter>
+#include <gtest/gtest.h>
 
 #include "canvas/painting/Symbols.h"
 
@@ -22,15 +21,57 @@ QImage drawn(const QString& name, QSizeF size, const QColor& color, qreal ratio)
 }
 
 TEST(Symbols, KnowsTheNamesOfBadgesToolbarAndTabs) {
-  for (const char* name :
-       {"exclamationmark", "exclamationmark.2", "exclamationmark.3", "checkmark.circle.fill", "xmark.octagon.fill",
-        "arrow.triangle.2.circlepath", "sparkles", "link", "note.text", "photo", "plus", "chevron.right", "chevron.down",
-        "chevron.up", "xmark.circle.fill", "sidebar.leading", "sidebar.trailing", "plus.circle", "plus.circle.fill",
-        "bubble.left.and.text.bubble.right", "trash", "arrow.right", "list.bullet.indent", "gearshape", "paintbrush",
-        "hand.tap", "tree.fill", "sparkle", "command", "square.and.arrow.up", "square.and.arrow.down", "folder",
-        "circle.dotted", "arrow.triangle.branch", "chart.bar", "magnifyingglass", "lightbulb", "checklist", "person.3",
-        "book", "star", "arrow.left.arrow.right", "play.rectangle", "play.rectangle.fill", "wand.and.stars",
-        "arrow.branch", "doc.plaintext", "text.bubble.fill", "hand.draw.fill", "command.circle.fill", "doc.on.doc"})
+  for (const char* name : {"exclamationmark",
+                           "exclamationmark.2",
+                           "exclamationmark.3",
+                           "checkmark.circle.fill",
+                           "xmark.octagon.fill",
+                           "arrow.triangle.2.circlepath",
+                           "sparkles",
+                           "link",
+                           "note.text",
+                           "photo",
+                           "plus",
+                           "chevron.right",
+                           "chevron.down",
+                           "chevron.up",
+                           "xmark.circle.fill",
+                           "sidebar.leading",
+                           "sidebar.trailing",
+                           "plus.circle",
+                           "plus.circle.fill",
+                           "bubble.left.and.text.bubble.right",
+                           "trash",
+                           "arrow.right",
+                           "list.bullet.indent",
+                           "gearshape",
+                           "paintbrush",
+                           "hand.tap",
+                           "tree.fill",
+                           "sparkle",
+                           "command",
+                           "square.and.arrow.up",
+                           "square.and.arrow.down",
+                           "folder",
+                           "circle.dotted",
+                           "arrow.triangle.branch",
+                           "chart.bar",
+                           "magnifyingglass",
+                           "lightbulb",
+                           "checklist",
+                           "person.3",
+                           "book",
+                           "star",
+                           "arrow.left.arrow.right",
+                           "play.rectangle",
+                           "play.rectangle.fill",
+                           "wand.and.stars",
+                           "arrow.branch",
+                           "doc.plaintext",
+                           "text.bubble.fill",
+                           "hand.draw.fill",
+                           "command.circle.fill",
+                           "doc.on.doc"})
     EXPECT_TRUE(hasSymbol(QString::fromLatin1(name))) << name;
   EXPECT_FALSE(hasSymbol(QStringLiteral("no.such.symbol")));
   EXPECT_FALSE(hasSymbol(QString()));

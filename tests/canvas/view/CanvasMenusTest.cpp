@@ -42,7 +42,8 @@ struct CanvasMenu : testing::Test {
   // Clicks the entry where it is shown.
   static void choose(QMenu& menu, const QString& text) {
     for (QAction* entry : menu.actions())
-      if (entry->text() == text) return QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(entry).center());
+      if (entry->text() == text)
+        return QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(entry).center());
     ADD_FAILURE() << "no entry " << text.toStdString();
   }
   RegionLabelField* rename() {

@@ -11,8 +11,8 @@ MindMap linkedMap() {
   return map;
 }
 
-// The first topic is centred, so that a canvas point p shows at p + (400, 300). The relationship of topics 3 and 4 bows by
-// a fifth of its length: its middle is (100, 180).
+// The first topic is centred, so that a canvas point p shows at p + (400, 300). The relationship of topics 3 and 4 bows
+// by a fifth of its length: its middle is (100, 180).
 struct HandleWindow : testing::Test {
   WindowRig rig{linkedMap()};
 
@@ -64,7 +64,8 @@ TEST_F(HandleWindow, ConnectionHandleShowsItsTargetOnTheWay) {
   // The dashes of the preview lie between the two, and a border marks the target.
   const QImage during = rig.view.grab().toImage();
   int changed = 0;
-  for (int y = border.y() - 25; y < border.y() + 25; ++y) changed += before.pixel(border.x(), y) != during.pixel(border.x(), y);
+  for (int y = border.y() - 25; y < border.y() + 25; ++y)
+    changed += before.pixel(border.x(), y) != during.pixel(border.x(), y);
   EXPECT_GE(changed, 4);
   rig.key(Qt::Key_Escape);
   EXPECT_FALSE(rig.view.gestures().state().handleDragSourceID);

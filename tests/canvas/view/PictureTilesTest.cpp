@@ -1,6 +1,6 @@
-#include "canvas/view/PictureTiles.h"
-
 #include <gtest/gtest.h>
+
+#include "canvas/view/PictureTiles.h"
 
 using namespace quilmora;
 

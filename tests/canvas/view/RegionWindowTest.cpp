@@ -10,7 +10,8 @@ namespace {
 
 // The first topic is centred, so that a canvas point p shows at p + (300, 200).
 struct RegionWindow : testing::Test {
-  WindowRig rig{mapWithRegions({region(1, {-200, 0, 240, 200}), region(2, {-20, 150, 200, 150})}, {topic(1, 100, 100)})};
+  WindowRig rig{
+      mapWithRegions({region(1, {-200, 0, 240, 200}), region(2, {-20, 150, 200, 150})}, {topic(1, 100, 100)})};
   static QPoint seen(double x, double y) { return {qRound(x + 300), qRound(y + 200)}; }
   Region stored(int number) { return *rig.editor.regionByID(regionId(number)); }
 };
@@ -28,8 +29,8 @@ TEST_F(RegionWindow, ClickSelectsAndTheUpperOneComesFirst) {
 }
 
 TEST_F(RegionWindow, TopicOnARegionIsHitBeforeIt) {
-  rig.editor.setMindMap(mapWithRegions({region(1, {-200, 0, 600, 400})}, {topic(1, 100, 100), topic(2, -50, 100)},
-                                       {{1, 2}}));
+  rig.editor.setMindMap(
+      mapWithRegions({region(1, {-200, 0, 600, 400})}, {topic(1, 100, 100), topic(2, -50, 100)}, {{1, 2}}));
   rig.click(rig.at(1));
   EXPECT_EQ(rig.editor.selectedNodeIDs(), IdSet({topicId(1)}));
   rig.click(seen(25, 100));

@@ -1,5 +1,3 @@
-#include "canvas/view/ScenePicture.h"
-
 #include <cmath>
 #include <functional>
 #include <random>
@@ -7,6 +5,7 @@
 #include <QPainter>
 
 #include "canvas/painting/PaintedMap.h"
+#include "canvas/view/ScenePicture.h"
 #include "canvas/view/WindowRig.h"
 
 using namespace quilmora;
@@ -18,9 +17,7 @@ namespace {
 // Discs on a canvas, painted in tiles through a picture and directly, in device pixels. Each tile takes three steps.
 struct PictureRig final : ScenePicture::Source {
   explicit PictureRig(double ratio = 1.0) : pixelRatio(ratio) {
-    picture.assumeSlices([this] {
-      return [this, left = stepsOfASlice]() mutable { return --left <= 0; };
-    });
+    picture.assumeSlices([this] { return [this, left = stepsOfASlice]() mutable { return --left <= 0; }; });
   }
 
   void paintDiscs(QPainter& painter, const ViewTransform& transform, const QRectF& part) const {
@@ -120,7 +117,8 @@ TEST(ScenePicture, LooksAfterEveryMoveAsIfPaintedAnew) {
   for (const double ratio : {1.0, 1.5, 2.25}) {
     PictureRig rig(ratio);
     EXPECT_TRUE(looksAlike(rig.shown(), rig.direct()));
-    for (const QPointF way : {QPointF(10, 0), QPointF(-3, 7), QPointF(0.4, -0.3), QPointF(-131.7, -222.2), QPointF(900, 0)}) {
+    for (const QPointF way :
+         {QPointF(10, 0), QPointF(-3, 7), QPointF(0.4, -0.3), QPointF(-131.7, -222.2), QPointF(900, 0)}) {
       rig.view.offset += way;
       const QImage moved = rig.shown();
       EXPECT_TRUE(looksAlike(moved, rig.direct())) << ratio << " " << way.x();
@@ -431,8 +429,8 @@ TEST_F(PictureInWindow, ShowsWhatPaintingAnewShowsAfterAnyRowOfCommands) {
       for (int y = 0; y < anew.height(); ++y)
         for (int x = 0; x < anew.width(); ++x)
           if (after.pixel(x, y) != anew.pixel(x, y)) different |= QRect(x, y, 1, 1);
-      FAIL() << "step " << step << ", last command " << number << ", differs in " << different.x() << " " << different.y()
-             << " " << different.width() << " " << different.height();
+      FAIL() << "step " << step << ", last command " << number << ", differs in " << different.x() << " "
+             << different.y() << " " << different.width() << " " << different.height();
     }
   }
 }

@@ -343,10 +343,10 @@ TEST(TitleField, BearsATopicBeyondAnyScreen) {
 
 // Letters and lines have whole pixels at each size, so that they may drift by one beside the size of a unit.
 TEST(TitleField, MovesNoLetterByMoreThanAUnitAndAPixel) {
-  for (const QString& title : {QStringLiteral("Hg"), QStringLiteral("Ten days in Portugal"),
-                               QStringLiteral("A longer title that runs over more than a single line"),
-                               QStringLiteral("שלום עולם"), QStringLiteral("two\nlines"),
-                               QStringLiteral("H\nsix\nlines\nof\na\nH")})
+  for (const QString& title :
+       {QStringLiteral("Hg"), QStringLiteral("Ten days in Portugal"),
+        QStringLiteral("A longer title that runs over more than a single line"), QStringLiteral("שלום עולם"),
+        QStringLiteral("two\nlines"), QStringLiteral("H\nsix\nlines\nof\na\nH")})
     for (const double zoom : {0.4, 0.6, 0.75, 1.0, 1.3, 2.0}) {
       WindowRig rig(blackOnWhite(title));
       rig.editor.setCanvasZoom(zoom);

@@ -4,8 +4,8 @@
 
 namespace quilmora {
 
-// How far the pointer has come since a press, in view pixels. Where the canvas was panned or zoomed meanwhile, the place
-// of the press has moved along.
+// How far the pointer has come since a press, in view pixels. Where the canvas was panned or zoomed meanwhile, the
+// place of the press has moved along.
 class ViewTranslation {
  public:
   // `start` is where the button went down, in view coordinates.

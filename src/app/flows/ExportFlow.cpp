@@ -1,0 +1,120 @@
+#include "app/flows/ExportFlow.h"
+
+#include <system_error>
+
+#include <QDir>
+#include <QFileInfo>
+#include <QPointer>
+
+#include "editor/DocumentFileName.h"
+#include "editor/MindMapViewModel.h"
+#include "exchange/ExportWriter.h"
+#include "platform/FilePanels.h"
+#include "platform/Paths.h"
+
+namespace quilmora {
+
+namespace {
+
+// The share of an export that is worth a repaint.
+constexpr double leastProgress = 0.005;
+
+}  // namespace
+
+ExportFlow::ExportFlow(const MindMapViewModel& editor, Services services, QObject* parent)
+    : QObject(parent), m_editor(editor), m_services(std::move(services)) {}
+
+ExportFlow::~ExportFlow() {
+  m_services.scheduler.cancel(m_task);
+  m_stop.request_stop();
+  if (m_pictureThread.joinable()) m_pictureThread.join();
+}
+
+QString ExportFlow::startFolder() const {
+  if (QDir(m_lastFolder).exists() && !m_lastFolder.isEmpty()) return m_lastFolder;
+  if (const auto& path = m_editor.lastSavedFilePath()) return QFileInfo(*path).absolutePath();
+  return m_services.defaultFolder;
+}
+
+void ExportFlow::start(const QString& formatText) {
+  const ExportFormat format = requestedExportFormat(formatText);
+  const QString extension = rawValue(format);
+  // The program may end while the panel is open.
+  const QPointer<ExportFlow> guard(this);
+  const std::optional<QString> chosen =
+      m_services.panels.askSavePath({startFolder(), exportFileName(m_editor.mindMap().title, extension), extension});
+  if (!guard || !chosen) return;
+  const QString path = withExtension(absolutePath(*chosen), extension);
+  m_lastFolder = QFileInfo(path).absolutePath();
+  m_jobs.push_back({m_editor.mindMap(), format, path});
+  if (m_jobs.size() > 1 || m_isWorking) return;
+  announce(format);
+  setIsExporting(true);
+  queueNext();
+}
+
+void ExportFlow::setIsExporting(bool isExporting) {
+  m_isExporting = isExporting;
+  Q_EMIT isExportingChanged();
+}
+
+void ExportFlow::announce(ExportFormat format) {
+  m_exportProgressMessage = QStringLiteral("Exporting %1…").arg(rawValue(format).toUpper());
+  Q_EMIT exportProgressMessageChanged();
+}
+
+// On the next turn of the main loop, so that the overlay is drawn before the thread is taken up.
+void ExportFlow::queueNext() {
+  m_task = m_services.scheduler.after(std::chrono::milliseconds(0), [this] { runNext(); });
+}
+
+void ExportFlow::runNext() {
+  m_task = 0;
+  const Job job = std::move(m_jobs.front());
+  m_jobs.pop_front();
+  Q_EMIT workBegins();
+  m_isWorking = true;
+  if (job.format == ExportFormat::png || job.format == ExportFormat::pdf)
+    startPicture(job);
+  else
+    finish(writeExport(job.map, job.format, job.path, m_services.writer));
+}
+
+void ExportFlow::startPicture(const Job& job) {
+  const auto make = [this, job, stop = m_stop.get_token()] {
+    double told = 0.0;
+    const auto progress = [&](double share) {
+      if (share < told + leastProgress) return;
+      told = share;
+      QMetaObject::invokeMethod(
+          this, [this, share] { Q_EMIT shareDoneChanged(share); }, Qt::QueuedConnection);
+    };
+    const ExportOutcome outcome = writeExport(job.map, job.format, job.path, m_services.writer, progress, stop);
+    QMetaObject::invokeMethod(
+        this,
+        [this, outcome] {
+          m_pictureThread.join();
+          finish(outcome);
+        },
+        Qt::QueuedConnection);
+  };
+  try {
+    m_pictureThread = std::thread(make);
+  } catch (const std::system_error&) {
+    finish({ExportOutcome::State::notRendered, {}});
+  }
+}
+
+void ExportFlow::finish(const ExportOutcome& outcome) {
+  m_isWorking = false;
+  if (outcome.state == ExportOutcome::State::failed)
+    Q_EMIT errorRaised(QStringLiteral("Export failed: ") + outcome.reason);
+  if (m_jobs.empty()) {
+    setIsExporting(false);
+    return;
+  }
+  announce(m_jobs.front().format);
+  queueNext();
+}
+
+}  // namespace quilmora

@@ -1,0 +1,40 @@
+#include "app/flows/ImportFlow.h"
+
+#include <new>
+
+#include <QPointer>
+
+#include "editor/DocumentSession.h"
+#include "exchange/MapImport.h"
+#include "platform/FilePanels.h"
+#include "platform/Paths.h"
+
+namespace quilmora {
+
+ImportFlow::ImportFlow(DocumentSession& session, FilePanels& panels, const Clock& clock)
+    : m_session(session), m_panels(panels), m_clock(clock) {}
+
+void ImportFlow::run() {
+  const QPointer<ImportFlow> guard(this);
+  const auto chosen = m_panels.askOpenPath({importedExtensions(), false, FilePanels::Content::imports});
+  // While the panel is open the program may end.
+  if (guard && chosen) importFrom(absolutePath(*chosen));
+}
+
+void ImportFlow::importFrom(const QString& path) {
+  std::optional<MindMap> map;
+  QString error;
+  try {
+    map = importMapAt(path, m_clock);
+  } catch (const std::bad_alloc&) {
+    error = QStringLiteral("the file is too large for the memory of this machine");
+  } catch (const std::runtime_error& failure) {
+    error = QString::fromUtf8(failure.what());
+  }
+  if (!error.isEmpty())
+    Q_EMIT errorRaised(QStringLiteral("Import failed: ") + error);
+  else if (map)
+    m_session.replaceWithImported(*map);
+}
+
+}  // namespace quilmora

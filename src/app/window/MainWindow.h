@@ -1,0 +1,111 @@
+#pragma once
+
+#include <vector>
+
+#include <QMainWindow>
+
+#include "app/Machine.h"
+#include "app/flows/ImportFlow.h"
+#include "app/window/SidebarTab.h"
+#include "editor/DocumentSession.h"
+#include "editor/KeyCommands.h"
+#include "editor/NodeImages.h"
+#include "editor/WindowCommands.h"
+#include "platform/Notifications.h"
+
+namespace quilmora {
+
+class CanvasCompanions;
+class CanvasView;
+class CommandActions;
+class ExportFlow;
+class InspectorPanel;
+class RecentFiles;
+class Sidebar;
+class SmartPasteView;
+class StatusLine;
+class Toolbar;
+
+// The window of one map: owns the editor and the document's session, lays out canvas and panels, and receives the
+// requests that are meant for the window. Closing it only minimises it.
+class MainWindow : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  // `documents` are opened when the window first appears; with none it reopens the last document. `quit` ends the
+  // application.
+  MainWindow(Machine& machine, NotificationCenter& notifications, RecentFiles& recentFiles, QStringList documents,
+             std::function<void()> quit);
+  ~MainWindow() override;
+
+  MindMapViewModel& editor() { return m_editor; }
+  DocumentSession& session() { return m_session; }
+  const CommandActions& actions() const { return *m_actions; }
+  CanvasView& canvas() const { return *m_canvas; }
+  CanvasCompanions& companions() const { return *m_companions; }
+  ExportFlow& exportFlow() const { return *m_exportFlow; }
+  Toolbar& toolbar() const { return *m_toolbar; }
+  Sidebar& sidebar() const { return *m_sidebar; }
+  InspectorPanel& inspector() const { return *m_inspector; }
+  // The sheet while it is open, else nullptr.
+  SmartPasteView* smartPaste() const { return m_smartPaste; }
+  StatusLine& statusLine() const { return *m_statusLine; }
+
+  bool showsSidebar() const;
+  bool showsInspector() const;
+  SidebarTab sidebarTab() const;
+
+  // Takes documents that were handed to the running program: what is open is saved first.
+  void openHandedOver(const QStringList& paths);
+  // Restores, raises and activates.
+  void bringToFront();
+
+ protected:
+  void showEvent(QShowEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+  // The window's own keys, wherever the keyboard is, unless what has it uses the key itself.
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  void buildContent();
+  void placeOnScreen();
+  void buildExportFlow();
+  void receiveNotifications();
+  void leaveMenuBar();
+  void setShowsSidebar(bool shows);
+  void setShowsInspector(bool shows);
+  void toggleTab(SidebarTab tab);
+  void refreshPanels();
+  void refreshTitle();
+  void showAbout();
+  void followSmartPaste();
+
+  Machine& m_machine;
+  NotificationCenter& m_notifications;
+  RecentFiles& m_recentFiles;
+  QStringList m_documents;
+  std::function<void()> m_quit;
+  bool m_hasAppeared = false;
+
+  MindMapViewModel m_editor;
+  WindowCommands m_commands;
+  KeyCommands m_keys;
+  NodeImages m_images;
+  // Before the session, so that a title that is being edited is in the map when the session saves it on quitting.
+  NotificationCenter::Subscription m_beforeQuit;
+  DocumentSession m_session;
+  ImportFlow m_import;
+  std::vector<NotificationCenter::Subscription> m_subscriptions;
+
+  CommandActions* m_actions = nullptr;
+  Toolbar* m_toolbar = nullptr;
+  Sidebar* m_sidebar = nullptr;
+  CanvasView* m_canvas = nullptr;
+  CanvasCompanions* m_companions = nullptr;
+  ExportFlow* m_exportFlow = nullptr;
+  StatusLine* m_statusLine = nullptr;
+  InspectorPanel* m_inspector = nullptr;
+  SmartPasteView* m_smartPaste = nullptr;
+};
+
+}  // namespace quilmora

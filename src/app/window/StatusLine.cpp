@@ -1,0 +1,26 @@
+#include "app/window/StatusLine.h"
+
+#include <QHBoxLayout>
+
+#include "app/look/Look.h"
+#include "editor/MindMapViewModel.h"
+
+namespace quilmora {
+
+StatusLine::StatusLine(const Look& look, const MindMapViewModel& editor, QWidget* parent)
+    : Ground(look, &Tokens::window, Qt::TopEdge, parent),
+      m_editor(editor),
+      m_count(new TextLabel(look, QString(), &Tokens::secondary, look.font(), TextLabel::Overflow::elides, this)) {
+  setFixedHeight(metrics::statusLineHeight);
+  auto* row = new QHBoxLayout(this);
+  row->setContentsMargins(metrics::gapMedium, 0, metrics::gapMedium, 0);
+  row->addWidget(m_count, 1);
+  connect(&editor, &MindMapViewModel::mindMapChanged, this, &StatusLine::refresh);
+  refresh();
+}
+
+void StatusLine::refresh() {
+  m_count->setText(QStringLiteral("%1 topics").arg(m_editor.mindMap().nodes.size()));
+}
+
+}  // namespace quilmora

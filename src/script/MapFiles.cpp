@@ -1,0 +1,88 @@
+#include "script/MapFiles.h"
+
+#include <QFileInfo>
+
+#include "exchange/ExportWriter.h"
+#include "exchange/ImportError.h"
+#include "exchange/MapImport.h"
+#include "model/MindMapDocument.h"
+#include "platform/FileWriter.h"
+#include "platform/RegularFile.h"
+
+namespace quilmora {
+
+namespace {
+
+// "/a/b.mindmap/" and "/a/b.mindmap" name the same folder; everything below wants the second.
+QString withoutTrailingSlashes(QString path) {
+  while (path.size() > 1 && path.endsWith(u'/')) path.chop(1);
+  return path;
+}
+
+QString extensionOf(const QString& path) {
+  return QFileInfo(path).suffix().toLower();
+}
+
+bool isForeign(const QString& path) {
+  const QString extension = extensionOf(path);
+  return extension != QLatin1String("json") && importedExtensions().contains(extension);
+}
+
+bool isDocument(const QString& extension) {
+  return extension == QLatin1String("mindmap") || extension == QLatin1String("json");
+}
+
+ExportFormat exportFormatOf(const QString& extension) {
+  if (extension.isEmpty()) throw FileError(QStringLiteral("cannot write a file without an extension"));
+  const auto format = exportFormatFromRawValue(extension);
+  if (!format) throw FileError(QStringLiteral("cannot write .%1 files").arg(extension));
+  return *format;
+}
+
+}  // namespace
+
+MindMap readMap(const QString& path) {
+  const QString plain = withoutTrailingSlashes(path);
+  try {
+    // A document opens whatever its name; only what is certainly of another kind is read as that.
+    if (isForeign(plain) && !QFileInfo(plain).isDir()) return importMapAt(plain, SystemClock()).value();
+    return decodeDocumentAt(plain);
+  } catch (const DocumentError& error) {
+    throw FileError(error.message());
+  } catch (const ImportError& error) {
+    throw FileError(error.message());
+  } catch (const FileReadError& error) {
+    throw FileError(error.message());
+  }
+}
+
+void writePlainDocument(const MindMap& map, const QString& path) {
+  exportMap(map, ExportFormat::json, path);
+}
+
+void exportMap(const MindMap& map, ExportFormat format, const QString& path) {
+  DiskFileWriter writer;
+  const ExportOutcome outcome = writeExport(map, format, path, writer);
+  if (outcome.state == ExportOutcome::State::failed) throw FileError(outcome.reason);
+  if (outcome.state == ExportOutcome::State::notRendered)
+    throw FileError(QStringLiteral("no picture of this map can be made"));
+}
+
+void writeMap(const MindMap& map, const QString& path) {
+  const QString plain = withoutTrailingSlashes(path);
+  const QString extension = extensionOf(plain);
+  const bool asksForFolder = path.endsWith(u'/') || QFileInfo(plain).isDir();
+  if (!isDocument(extension)) {
+    const ExportFormat format = exportFormatOf(extension);
+    if (asksForFolder) throw FileError(QStringLiteral("a .%1 file cannot be a folder").arg(extension));
+    return exportMap(map, format, plain);
+  }
+  if (!asksForFolder) return writePlainDocument(map, plain);
+  try {
+    writePackage(map, plain);
+  } catch (const DocumentError& error) {
+    throw FileError(error.message());
+  }
+}
+
+}  // namespace quilmora

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <vector>
+
+#include "script/Arguments.h"
+#include "script/JsonText.h"
+#include "script/ScriptEditor.h"
+
+namespace quilmora {
+
+// What one operation of a script needs to be run: its arguments are checked against the rules before run is called. run
+// writes its result, if it has one, and throws ScriptError before it changes anything.
+struct Operation {
+  const char* name;
+  std::vector<ArgumentRule> rules;
+  void (*run)(ScriptEditor& script, const Arguments& arguments, JsonText& result);
+};
+
+// One list for each chapter.
+std::vector<Operation> documentOperations();
+std::vector<Operation> editingOperations();
+std::vector<Operation> connectionOperations();
+std::vector<Operation> viewOperations();
+std::vector<Operation> layoutOperations();
+std::vector<Operation> geometryOperations();
+std::vector<Operation> themeOperations();
+
+}  // namespace quilmora
