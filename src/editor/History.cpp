@@ -16,7 +16,7 @@ void MindMapViewModel::captureSnapshot(bool throttled) {
 
 void MindMapViewModel::pushHistory(std::vector<MindMap>& stack) {
   const bool isFull = stack.size() >= maxHistorySize;
-  stack.push_back(m_mindMap);
+  stack.push_back(mindMap());
   if (isFull) stack.erase(stack.begin());
 }
 

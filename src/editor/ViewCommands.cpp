@@ -1,7 +1,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "editor/MindMapViewModel.h"
+#include "editor/EditorNavigation.h"
+#include "editor/edits/Framing.h"
 
 namespace quilmora {
 
@@ -9,46 +10,51 @@ namespace {
 
 constexpr double minZoom = 0.1;
 constexpr double maxZoom = 5.0;
-constexpr double arrowMinDistance = 10.0;
 
 }  // namespace
 
-void MindMapViewModel::selectNode(const QUuid& id, bool extend) {
-  IdSet selected = extend ? m_selectedNodeIDs : IdSet();
+void EditorNavigation::selectNode(const QUuid& id, bool extend) {
+  IdSet selected = extend ? selectedNodeIDs() : IdSet();
   selected.insert(id);
   setSelectedNodeIDs(std::move(selected));
   if (!extend) setSelectedEdgeIDs({});
   setSelectedRegionID(std::nullopt);
 }
 
-void MindMapViewModel::selectEdge(const QUuid& id, bool extend) {
-  IdSet selected = extend ? m_selectedEdgeIDs : IdSet();
+void EditorNavigation::selectEdge(const QUuid& id, bool extend) {
+  IdSet selected = extend ? selectedEdgeIDs() : IdSet();
   selected.insert(id);
   setSelectedEdgeIDs(std::move(selected));
   if (!extend) setSelectedNodeIDs({});
   setSelectedRegionID(std::nullopt);
 }
 
-void MindMapViewModel::clearSelection() {
+void EditorNavigation::clearSelection() {
   setSelectedNodeIDs({});
   setSelectedEdgeIDs({});
   setSelectedRegionID(std::nullopt);
 }
 
-void MindMapViewModel::selectAll() {
+void EditorNavigation::selectAll() {
   IdSet all;
-  all.reserve(m_mindMap.nodes.size());
-  for (const Node& node : m_mindMap.nodes) all.insert(node.id);
+  all.reserve(mindMap().nodes.size());
+  for (const Node& node : mindMap().nodes) all.insert(node.id);
   setSelectedNodeIDs(std::move(all));
 }
 
-std::optional<QUuid> MindMapViewModel::firstSelectedNode() const {
-  if (m_selectedNodeIDs.empty()) return std::nullopt;
-  return *m_selectedNodeIDs.begin();
+std::optional<QUuid> EditorNavigation::firstSelectedNode() const {
+  if (selectedNodeIDs().empty()) return std::nullopt;
+  return *selectedNodeIDs().begin();
 }
 
-double MindMapViewModel::nodeOpacity(const Node& node) {
-  switch (m_activeLens) {
+void EditorNavigation::toggleCollapsed(const QUuid& id) {
+  IdSet collapsed = collapsedNodeIDs();
+  if (!collapsed.remove(id)) collapsed.insert(id);
+  setCollapsedNodeIDs(std::move(collapsed));
+}
+
+double EditorNavigation::nodeOpacity(const Node& node) {
+  switch (activeLens()) {
     case FocusLens::none:
       return 1.0;
     case FocusLens::priority:
@@ -61,78 +67,71 @@ double MindMapViewModel::nodeOpacity(const Node& node) {
   Q_UNREACHABLE();
 }
 
-void MindMapViewModel::zoomAt(double zoom, double anchorX, double anchorY) {
+void EditorNavigation::zoomAt(double zoom, double anchorX, double anchorY) {
   if (std::isnan(zoom)) return;
   const double clamped = std::clamp(zoom, minZoom, maxZoom);
-  const double ratio = clamped / m_canvasZoom;
-  const QPointF offset((1.0 - ratio) * anchorX + ratio * m_canvasOffset.x(),
-                       (1.0 - ratio) * anchorY + ratio * m_canvasOffset.y());
+  const double ratio = clamped / canvasZoom();
+  const QPointF offset((1.0 - ratio) * anchorX + ratio * canvasOffset().x(),
+                       (1.0 - ratio) * anchorY + ratio * canvasOffset().y());
   setCanvasZoom(clamped);
   setCanvasOffset(offset);
 }
 
-void MindMapViewModel::centerOn(const QUuid& id, double width, double height, bool useLastKnownSize) {
-  const std::uint32_t position = mapIndex().find(id);
-  if (position == MapIndex::npos) return;
+void EditorNavigation::centerOn(const QUuid& id, double width, double height, bool useLastKnownSize) {
+  const std::uint32_t ordinal = mapIndex().find(id);
+  if (ordinal == MapIndex::npos) return;
   QSizeF size(width, height);
-  if (useLastKnownSize) size = m_lastKnownCanvasSize.value_or(assumedCanvasSize);
-  const QPointF center = m_index.positions()[position];
+  if (useLastKnownSize) size = lastKnownCanvasSize().value_or(assumedCanvasSize);
+  const QPointF center = mapIndex().positions()[ordinal];
   setCanvasOffset(
-      QPointF(size.width() * 0.5 - center.x() * m_canvasZoom, size.height() * 0.5 - center.y() * m_canvasZoom));
+      QPointF(size.width() * 0.5 - center.x() * canvasZoom(), size.height() * 0.5 - center.y() * canvasZoom()));
 }
 
-void MindMapViewModel::lookAt(const QUuid& id) {
+void EditorNavigation::fitToContent(double width, double height, double padding) {
+  const QSizeF size = width > 0.0 && height > 0.0 ? QSizeF(width, height) : assumedCanvasSize;
+  const std::optional<edits::Framing> framing = edits::framingOf(mapIndex().positions(), size, padding);
+  if (!framing) return;
+  setCanvasZoom(framing->zoom);
+  setCanvasOffset(framing->offset);
+}
+
+void EditorNavigation::lookAt(const QUuid& id) {
   setSelectedNodeIDs({id});
   setSelectedEdgeIDs({});
   centerOn(id, 0.0, 0.0, true);
 }
 
-void MindMapViewModel::toggleQuickLook(const QUuid& id) {
-  setQuickLookNodeID(m_quickLookNodeID == id ? std::nullopt : std::optional(id));
+void EditorNavigation::toggleQuickLook(const QUuid& id) {
+  setQuickLookNodeID(quickLookNodeID() == id ? std::nullopt : std::optional(id));
 }
 
-bool MindMapViewModel::moveSelection(Direction direction) {
-  const auto current = firstSelectedNode();
-  if (!current) return false;
-  const MapIndex& index = mapIndex();
-  const std::uint32_t start = index.find(*current);
-  if (start == MapIndex::npos) return false;
-  const std::vector<char>& hidden = hiddenNodes();
-  const std::vector<QPointF>& positions = index.positions();
-  const std::uint32_t number = index.numberOfNode()[start];
-  const bool isSideways = direction == Direction::left || direction == Direction::right;
-  const double sign = direction == Direction::right || direction == Direction::down ? 1.0 : -1.0;
-
-  std::size_t best = positions.size();
-  double bestScore = 0.0;
-  for (std::size_t i = 0; i < positions.size(); ++i) {
-    const QPointF step = positions[i] - positions[start];
-    const double along = sign * (isSideways ? step.x() : step.y());
-    if (!(along > arrowMinDistance) || hidden[i] || index.numberOfNode()[i] == number) continue;
-    const double sideways = std::abs(isSideways ? step.y() : step.x());
-    const double score = std::sqrt(step.x() * step.x() + step.y() * step.y()) + 2.0 * sideways;
-    if (best != positions.size() && !(score < bestScore)) continue;
-    best = i;
-    bestScore = score;
-  }
-  if (best == positions.size()) return false;
-  lookAt((*index.ids())[index.numberOfNode()[best]]);
-  return true;
+bool EditorNavigation::moveSelection(Direction direction) {
+  const std::optional<QUuid> current = firstSelectedNode();
+  const std::uint32_t from = current ? mapIndex().find(*current) : MapIndex::npos;
+  if (from == MapIndex::npos) return false;
+  const std::optional<QUuid> next = edits::neighbour(mapIndex(), hiddenNodes(), from, direction);
+  if (next) lookAt(*next);
+  return next.has_value();
 }
 
-bool MindMapViewModel::escape() {
-  if (m_isEdgeCreationMode) {
+void EditorNavigation::startEdgeCreation() {
+  setIsEdgeCreationMode(true);
+  setEdgeCreationSourceID(firstSelectedNode());
+}
+
+bool EditorNavigation::escape() {
+  if (isEdgeCreationMode()) {
     setIsEdgeCreationMode(false);
     setEdgeCreationSourceID(std::nullopt);
-  } else if (m_isPresentationMode) {
+  } else if (isPresentationMode()) {
     togglePresentation();
-  } else if (m_quickLookNodeID) {
+  } else if (quickLookNodeID()) {
     setQuickLookNodeID(std::nullopt);
-  } else if (m_isSearching) {
+  } else if (isSearching()) {
     toggleSearch();
-  } else if (m_activeLens != FocusLens::none) {
+  } else if (activeLens() != FocusLens::none) {
     setActiveLens(FocusLens::none);
-  } else if (!m_selectedNodeIDs.empty() || !m_selectedEdgeIDs.empty()) {
+  } else if (!selectedNodeIDs().empty() || !selectedEdgeIDs().empty()) {
     clearSelection();
   } else {
     return false;

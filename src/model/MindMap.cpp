@@ -3,6 +3,9 @@
 #include <array>
 #include <string_view>
 
+#include "model/FindById.h"
+#include "model/NewId.h"
+
 namespace quilmora {
 
 MindMap MindMap::blankMap(const Clock& clock) {
@@ -11,7 +14,7 @@ MindMap MindMap::blankMap(const Clock& clock) {
   map.createdAt = clock.now();
   map.updatedAt = clock.now();
   Node root;
-  root.id = QUuid::createUuid();
+  root.id = newId();
   root.title = QStringLiteral("Start Here");
   root.position = QPointF(400.0, 300.0);
   root.style = NodeStyle::defaultStyle();
@@ -21,7 +24,7 @@ MindMap MindMap::blankMap(const Clock& clock) {
 }
 
 void MindMap::removeNode(const QUuid& id, TimePoint now) {
-  nodes.eraseIf([&](const Node& node) { return node.id == id; });
+  eraseByID(nodes, id);
   edges.eraseIf([&](const Edge& edge) { return edge.from == id || edge.to == id; });
   relationships.eraseIf([&](const Relationship& link) { return link.from == id || link.to == id; });
   updatedAt = now;

@@ -2,6 +2,7 @@
 
 #include "canvas/geometry/RelationshipCurve.h"
 #include "canvas/geometry/TaperedConnector.h"
+#include "model/FindById.h"
 #include "script/Operations.h"
 
 namespace quilmora {
@@ -13,10 +14,8 @@ using Kind = ArgumentKind;
 // The record with the id that the argument names. Throws ScriptError.
 template <class Record>
 Record recordArgument(const SharedArray<Record>& records, const Arguments& arguments, const char* name) {
-  const QUuid id = arguments.id(name);
-  const auto found =
-      std::find_if(records.begin(), records.end(), [&](const Record& record) { return record.id == id; });
-  if (found == records.end()) throw ScriptError(QStringLiteral("%1: names nothing").arg(QLatin1String(name)));
+  const std::optional<Record> found = recordByID(records, arguments.id(name));
+  if (!found) throw ScriptError(QStringLiteral("%1: names nothing").arg(QLatin1String(name)));
   return *found;
 }
 

@@ -1,7 +1,7 @@
 #include <QStringList>
 #include <gtest/gtest.h>
 
-#include "editor/SmartPaste.h"
+#include "editor/edits/SmartPaste.h"
 #include "support/QtPrinters.h"
 
 using namespace quilmora;

@@ -3,8 +3,8 @@
 
 #include <rapidcheck.h>
 
+#include "layout/LayoutMaps.h"
 #include "layout/LeftRightTreeLayout.h"
-#include "layout/SmallMap.h"
 #include "support/MapGenerators.h"
 
 using namespace quilmora;

@@ -1,7 +1,7 @@
 #include <rapidcheck.h>
 
+#include "layout/LayoutMaps.h"
 #include "layout/OrgChartLayout.h"
-#include "layout/SmallMap.h"
 #include "support/MapGenerators.h"
 
 using namespace quilmora;

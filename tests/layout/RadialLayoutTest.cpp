@@ -5,8 +5,8 @@
 
 #include <rapidcheck.h>
 
+#include "layout/LayoutMaps.h"
 #include "layout/RadialLayout.h"
-#include "layout/SmallMap.h"
 #include "support/MapGenerators.h"
 
 using namespace quilmora;

@@ -4,11 +4,11 @@
 
 #include "app/look/Look.h"
 #include "app/look/Widgets.h"
-#include "editor/MindMapViewModel.h"
+#include "editor/EditorState.h"
 
 namespace quilmora {
 
-BranchModeBanner::BranchModeBanner(const Look& look, MindMapViewModel& editor, QWidget* canvas) : Card(look, canvas) {
+BranchModeBanner::BranchModeBanner(const Look& look, EditorState& editor, QWidget* canvas) : Card(look, canvas) {
   setAttribute(Qt::WA_TransparentForMouseEvents);
   const QString text = QStringLiteral("Branch Mode: click a topic to connect");
   setAccessibleName(text);
@@ -21,7 +21,7 @@ BranchModeBanner::BranchModeBanner(const Look& look, MindMapViewModel& editor, Q
                                TextLabel::Overflow::elides, this),
                  1);
   const auto refresh = [this, &editor] { setShown(editor.isEdgeCreationMode()); };
-  connect(&editor, &MindMapViewModel::isEdgeCreationModeChanged, this, refresh);
+  connect(&editor, &EditorState::isEdgeCreationModeChanged, this, refresh);
   refresh();
 }
 

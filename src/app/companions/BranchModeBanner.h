@@ -4,14 +4,14 @@
 
 namespace quilmora {
 
-class MindMapViewModel;
+class EditorState;
 
 // Tells that branch mode is on. The pointer reaches what lies below it.
 class BranchModeBanner : public Card {
   Q_OBJECT
 
  public:
-  BranchModeBanner(const Look& look, MindMapViewModel& editor, QWidget* canvas);
+  BranchModeBanner(const Look& look, EditorState& editor, QWidget* canvas);
   QSize wantedSize(QSize room) override;
 };
 

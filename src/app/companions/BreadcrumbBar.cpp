@@ -8,7 +8,7 @@
 #include "app/companions/TopicText.h"
 #include "app/look/Look.h"
 #include "app/look/Paint.h"
-#include "editor/MindMapViewModel.h"
+#include "editor/EditorNavigation.h"
 
 namespace quilmora {
 
@@ -28,7 +28,7 @@ QFont pillFont(const Look& look) {
 
 }  // namespace
 
-std::vector<QUuid> pathToTopic(MindMapViewModel& editor, const QUuid& id) {
+std::vector<QUuid> pathToTopic(EditorNavigation& editor, const QUuid& id) {
   const TreeInfo& tree = editor.treeInfo();
   const auto& nodeOfNumber = editor.mapIndex().nodeOfNumber();
   std::vector<QUuid> path;
@@ -42,17 +42,17 @@ std::vector<QUuid> pathToTopic(MindMapViewModel& editor, const QUuid& id) {
   return path;
 }
 
-BreadcrumbBar::BreadcrumbBar(const Look& look, MindMapViewModel& editor, QWidget* canvas)
+BreadcrumbBar::BreadcrumbBar(const Look& look, EditorNavigation& editor, QWidget* canvas)
     : Card(look, canvas), m_editor(editor), m_strip(new CrumbStrip(look, this)) {
   setAccessibleName(tr("Path"));
   setMovable(Grip::none);
   connect(m_strip, &CrumbStrip::chosen, this, [this](std::size_t place) {
     if (place < m_path.size()) choose(m_path[place]);
   });
-  connect(&editor, &MindMapViewModel::selectedNodeIDsChanged, this, &BreadcrumbBar::refreshSoon);
-  connect(&editor, &MindMapViewModel::mindMapChanged, this, &BreadcrumbBar::refreshSoon);
-  connect(&editor, &MindMapViewModel::isPresentationModeChanged, this, &BreadcrumbBar::refreshSoon);
-  connect(&editor, &MindMapViewModel::presentationNodeIndexChanged, this, &BreadcrumbBar::refreshSoon);
+  connect(&editor, &EditorNavigation::selectedNodeIDsChanged, this, &BreadcrumbBar::refreshSoon);
+  connect(&editor, &EditorNavigation::mindMapChanged, this, &BreadcrumbBar::refreshSoon);
+  connect(&editor, &EditorNavigation::isPresentationModeChanged, this, &BreadcrumbBar::refreshSoon);
+  connect(&editor, &EditorNavigation::presentationNodeIndexChanged, this, &BreadcrumbBar::refreshSoon);
   refreshSoon();
 }
 

@@ -12,7 +12,7 @@ class QAbstractButton;
 namespace quilmora {
 
 class CrumbStrip;
-class MindMapViewModel;
+class EditorNavigation;
 
 // The path from the root to the selected topic. A click on a topic of it selects and centres that topic. A presentation
 // shows its step beside the path.
@@ -20,7 +20,7 @@ class BreadcrumbBar : public Card {
   Q_OBJECT
 
  public:
-  BreadcrumbBar(const Look& look, MindMapViewModel& editor, QWidget* canvas);
+  BreadcrumbBar(const Look& look, EditorNavigation& editor, QWidget* canvas);
 
   // From the root down; empty without a selected topic.
   const std::vector<QUuid>& path() const { return m_path; }
@@ -44,7 +44,7 @@ class BreadcrumbBar : public Card {
   // The width of the step with its distance from the path.
   int besidePath() const;
 
-  MindMapViewModel& m_editor;
+  EditorNavigation& m_editor;
   CrumbStrip* m_strip;
   std::vector<QUuid> m_path;
   QString m_stepText;
@@ -53,6 +53,6 @@ class BreadcrumbBar : public Card {
 
 // The topics from the root down to this one, by their parents; ends at the first repetition. Ids that name no topic are
 // left out.
-std::vector<QUuid> pathToTopic(MindMapViewModel& editor, const QUuid& id);
+std::vector<QUuid> pathToTopic(EditorNavigation& editor, const QUuid& id);
 
 }  // namespace quilmora

@@ -12,7 +12,7 @@
 #include "app/companions/MiniMapView.h"
 #include "app/companions/NodeQuickLook.h"
 #include "app/companions/SearchBar.h"
-#include "editor/MindMapViewModel.h"
+#include "editor/EditorNavigation.h"
 
 namespace quilmora {
 
@@ -26,7 +26,7 @@ constexpr int leastPathWidth = 120;
 
 }  // namespace
 
-CanvasCompanions::CanvasCompanions(const Look& look, MindMapViewModel& editor, Scheduler& scheduler, QWidget* canvas)
+CanvasCompanions::CanvasCompanions(const Look& look, EditorNavigation& editor, Scheduler& scheduler, QWidget* canvas)
     : QObject(canvas),
       m_editor(editor),
       m_canvas(canvas),
@@ -51,7 +51,7 @@ CanvasCompanions::CanvasCompanions(const Look& look, MindMapViewModel& editor, S
   });
   connect(m_breadcrumbs, &Card::placementWanted, this, &CanvasCompanions::choosePathCorner);
   // The card itself heard of it before and holds its new content.
-  connect(&editor, &MindMapViewModel::quickLookNodeIDChanged, this, &CanvasCompanions::chooseQuickLookCorner);
+  connect(&editor, &EditorNavigation::quickLookNodeIDChanged, this, &CanvasCompanions::chooseQuickLookCorner);
   canvas->installEventFilter(this);
   m_miniMap->setShown(true);
   place();

@@ -20,7 +20,7 @@ class Card;
 class ExportOverlay;
 class Look;
 class MiniMapView;
-class MindMapViewModel;
+class EditorNavigation;
 class NodeQuickLook;
 class Scheduler;
 class SearchBar;
@@ -33,7 +33,7 @@ class CanvasCompanions : public QObject {
 
  public:
   // The cards become children of the canvas. Everything outlives this object but the canvas, which owns it.
-  CanvasCompanions(const Look& look, MindMapViewModel& editor, Scheduler& scheduler, QWidget* canvas);
+  CanvasCompanions(const Look& look, EditorNavigation& editor, Scheduler& scheduler, QWidget* canvas);
 
   MiniMapView& miniMap() const { return *m_miniMap; }
   BreadcrumbBar& breadcrumbs() const { return *m_breadcrumbs; }
@@ -64,7 +64,7 @@ class CanvasCompanions : public QObject {
                           std::initializer_list<CardAnchor> corners) const;
   CardAnchor pathHome() const;
 
-  MindMapViewModel& m_editor;
+  EditorNavigation& m_editor;
   QWidget* m_canvas;
   SearchBar* m_searchBar;
   MiniMapView* m_miniMap;

@@ -6,7 +6,7 @@
 
 #include "app/look/Look.h"
 #include "app/look/Paint.h"
-#include "editor/MindMapViewModel.h"
+#include "editor/EditorState.h"
 
 namespace quilmora {
 
@@ -31,16 +31,16 @@ const QColor gray(0x8E, 0x8E, 0x93);
 
 }  // namespace
 
-MiniMapView::MiniMapView(const Look& look, MindMapViewModel& editor, Scheduler& scheduler, QWidget* canvas)
+MiniMapView::MiniMapView(const Look& look, EditorState& editor, Scheduler& scheduler, QWidget* canvas)
     : Card(look, canvas), m_editor(editor), m_scheduler(scheduler) {
   setAccessibleName(tr("Mini-map"));
   setMovable();
   setMouseTracking(true);
   setGroundOpacity(groundOpacity);
   setContour(translucent(gray, 0.3));
-  connect(&editor, &MindMapViewModel::mindMapChanged, this, &MiniMapView::mapChanged);
-  connect(&editor, &MindMapViewModel::canvasOffsetChanged, this, [this] { update(); });
-  connect(&editor, &MindMapViewModel::canvasZoomChanged, this, [this] { update(); });
+  connect(&editor, &EditorState::mindMapChanged, this, &MiniMapView::mapChanged);
+  connect(&editor, &EditorState::canvasOffsetChanged, this, [this] { update(); });
+  connect(&editor, &EditorState::canvasZoomChanged, this, [this] { update(); });
   connect(&look, &Look::changed, this, &MiniMapView::mapChanged);
   mapChanged();
 }

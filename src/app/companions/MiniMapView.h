@@ -9,7 +9,7 @@
 
 namespace quilmora {
 
-class MindMapViewModel;
+class EditorState;
 
 // An overview of the map with a rectangle for what the canvas shows. A click or drag in it moves the canvas there.
 // Redrawn when the map changes: a small map at once, a large one a little later and piece by piece, while the old
@@ -19,7 +19,7 @@ class MiniMapView : public Card {
 
  public:
   // The scheduler outlives the view.
-  MiniMapView(const Look& look, MindMapViewModel& editor, Scheduler& scheduler, QWidget* canvas);
+  MiniMapView(const Look& look, EditorState& editor, Scheduler& scheduler, QWidget* canvas);
   ~MiniMapView() override;
 
   QSizeF canvasSize() const { return m_canvasSize; }
@@ -51,7 +51,7 @@ class MiniMapView : public Card {
   // The finished picture, or the very first one while it grows.
   const MiniMapPicture* shownPicture() const { return m_picture ? m_picture.get() : m_growing.get(); }
 
-  MindMapViewModel& m_editor;
+  EditorState& m_editor;
   Scheduler& m_scheduler;
   QSizeF m_canvasSize;
   std::unique_ptr<MiniMapPicture> m_picture;

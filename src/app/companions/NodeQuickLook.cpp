@@ -12,7 +12,7 @@
 #include "app/look/Widgets.h"
 #include "canvas/painting/BadgeLook.h"
 #include "canvas/painting/Symbols.h"
-#include "editor/MindMapViewModel.h"
+#include "editor/EditorNavigation.h"
 
 namespace quilmora {
 
@@ -89,7 +89,7 @@ class NodeQuickLook::BadgeMark final : public QWidget {
   std::optional<Badge> m_badge;
 };
 
-NodeQuickLook::NodeQuickLook(const Look& look, MindMapViewModel& editor, QWidget* canvas)
+NodeQuickLook::NodeQuickLook(const Look& look, EditorNavigation& editor, QWidget* canvas)
     : Card(look, canvas),
       m_editor(editor),
       m_badge(new BadgeMark(this)),
@@ -135,8 +135,8 @@ NodeQuickLook::NodeQuickLook(const Look& look, MindMapViewModel& editor, QWidget
   column->addWidget(m_notes);
   column->addLayout(metricsRow);
 
-  connect(&editor, &MindMapViewModel::quickLookNodeIDChanged, this, &NodeQuickLook::refresh);
-  connect(&editor, &MindMapViewModel::mindMapChanged, this, &NodeQuickLook::refreshSoon);
+  connect(&editor, &EditorNavigation::quickLookNodeIDChanged, this, &NodeQuickLook::refresh);
+  connect(&editor, &EditorNavigation::mindMapChanged, this, &NodeQuickLook::refreshSoon);
   refresh();
 }
 

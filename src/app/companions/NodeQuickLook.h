@@ -9,7 +9,7 @@ class QPlainTextEdit;
 
 namespace quilmora {
 
-class MindMapViewModel;
+class EditorNavigation;
 class TextLabel;
 
 // The details of the topic that the editor names for a quick look: title with its badge, notes, number of children and
@@ -18,7 +18,7 @@ class NodeQuickLook : public Card {
   Q_OBJECT
 
  public:
-  NodeQuickLook(const Look& look, MindMapViewModel& editor, QWidget* canvas);
+  NodeQuickLook(const Look& look, EditorNavigation& editor, QWidget* canvas);
 
   // The topic on show.
   const std::optional<Node>& node() const { return m_node; }
@@ -41,7 +41,7 @@ class NodeQuickLook : public Card {
   void refresh();
   int notesHeight(int width, int maxHeight) const;
 
-  MindMapViewModel& m_editor;
+  EditorNavigation& m_editor;
   std::optional<Node> m_node;
   BadgeMark* m_badge;
   TextLabel* m_title;

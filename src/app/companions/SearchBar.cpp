@@ -5,7 +5,7 @@
 
 #include "app/look/Look.h"
 #include "app/look/Widgets.h"
-#include "editor/MindMapViewModel.h"
+#include "editor/EditorNavigation.h"
 
 namespace quilmora {
 
@@ -28,7 +28,7 @@ IconButton* stepButton(const Look& look, const QString& symbol, const QString& n
 
 }  // namespace
 
-SearchBar::SearchBar(const Look& look, MindMapViewModel& editor, QWidget* canvas)
+SearchBar::SearchBar(const Look& look, EditorNavigation& editor, QWidget* canvas)
     : Card(look, canvas),
       m_editor(editor),
       m_field(new QLineEdit(this)),
@@ -71,10 +71,10 @@ SearchBar::SearchBar(const Look& look, MindMapViewModel& editor, QWidget* canvas
   });
   connect(m_previous, &QToolButton::clicked, this, [this] { m_editor.previousSearchResult(); });
   connect(m_next, &QToolButton::clicked, this, [this] { m_editor.nextSearchResult(); });
-  connect(&editor, &MindMapViewModel::isSearchingChanged, this, &SearchBar::followSearching);
-  connect(&editor, &MindMapViewModel::searchQueryChanged, this, &SearchBar::followQuery);
-  connect(&editor, &MindMapViewModel::searchResultIDsChanged, this, &SearchBar::followResults);
-  connect(&editor, &MindMapViewModel::searchResultIndexChanged, this, &SearchBar::followResults);
+  connect(&editor, &EditorNavigation::isSearchingChanged, this, &SearchBar::followSearching);
+  connect(&editor, &EditorNavigation::searchQueryChanged, this, &SearchBar::followQuery);
+  connect(&editor, &EditorNavigation::searchResultIDsChanged, this, &SearchBar::followResults);
+  connect(&editor, &EditorNavigation::searchResultIndexChanged, this, &SearchBar::followResults);
   followResults();
   followSearching();
 }

@@ -7,7 +7,7 @@
 namespace quilmora {
 
 class IconButton;
-class MindMapViewModel;
+class EditorNavigation;
 class TextLabel;
 
 // The find field: searches at each change of its text, and steps through what was found. Has the keyboard when it
@@ -16,7 +16,7 @@ class SearchBar : public Card {
   Q_OBJECT
 
  public:
-  SearchBar(const Look& look, MindMapViewModel& editor, QWidget* canvas);
+  SearchBar(const Look& look, EditorNavigation& editor, QWidget* canvas);
 
   QLineEdit& field() const { return *m_field; }
   bool isFocused() const { return m_field->hasFocus(); }
@@ -35,7 +35,7 @@ class SearchBar : public Card {
   void followQuery();
   void followResults();
 
-  MindMapViewModel& m_editor;
+  EditorNavigation& m_editor;
   QLineEdit* m_field;
   TextLabel* m_count;
   IconButton* m_previous;

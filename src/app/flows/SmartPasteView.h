@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/dialogs/Sheet.h"
-#include "editor/SmartPaste.h"
+#include "editor/edits/SmartPaste.h"
 
 namespace quilmora {
 

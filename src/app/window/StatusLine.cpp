@@ -3,11 +3,11 @@
 #include <QHBoxLayout>
 
 #include "app/look/Look.h"
-#include "editor/MindMapViewModel.h"
+#include "editor/EditorState.h"
 
 namespace quilmora {
 
-StatusLine::StatusLine(const Look& look, const MindMapViewModel& editor, QWidget* parent)
+StatusLine::StatusLine(const Look& look, const EditorState& editor, QWidget* parent)
     : Ground(look, &Tokens::window, Qt::TopEdge, parent),
       m_editor(editor),
       m_count(new TextLabel(look, QString(), &Tokens::secondary, look.font(), TextLabel::Overflow::elides, this)) {
@@ -15,7 +15,7 @@ StatusLine::StatusLine(const Look& look, const MindMapViewModel& editor, QWidget
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(metrics::gapMedium, 0, metrics::gapMedium, 0);
   row->addWidget(m_count, 1);
-  connect(&editor, &MindMapViewModel::mindMapChanged, this, &StatusLine::refresh);
+  connect(&editor, &EditorState::mindMapChanged, this, &StatusLine::refresh);
   refresh();
 }
 

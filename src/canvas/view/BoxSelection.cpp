@@ -5,7 +5,7 @@
 
 #include "canvas/geometry/TaperedConnector.h"
 #include "canvas/geometry/ViewTransform.h"
-#include "editor/MindMapViewModel.h"
+#include "editor/EditorState.h"
 
 namespace quilmora {
 
@@ -41,7 +41,7 @@ bool touches(const Cubic& curve, const QRectF& box) {
 
 }  // namespace
 
-void selectByRectangle(MindMapViewModel& editor, const QRectF& box) {
+void selectByRectangle(EditorState& editor, const QRectF& box) {
   const ViewTransform view{editor.canvasOffset(), editor.canvasZoom()};
   const MapIndex& index = editor.mapIndex();
   const auto& positions = index.positions();

@@ -4,10 +4,10 @@
 
 namespace quilmora {
 
-class MindMapViewModel;
+class EditorState;
 
 // Replaces the selection by what lies in the rectangle (view coordinates): topics by their centre, connectors by any of
 // 21 points of their curve.
-void selectByRectangle(MindMapViewModel& editor, const QRectF& box);
+void selectByRectangle(EditorState& editor, const QRectF& box);
 
 }  // namespace quilmora

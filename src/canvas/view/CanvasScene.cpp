@@ -9,7 +9,8 @@
 #include "canvas/geometry/TaperedConnector.h"
 #include "canvas/painting/CanvasColors.h"
 #include "canvas/view/CanvasParts.h"
-#include "editor/MindMapViewModel.h"
+#include "editor/EditorNavigation.h"
+#include "model/FindById.h"
 #include "themes/Color.h"
 
 namespace quilmora {
@@ -75,7 +76,7 @@ MapScene CanvasScene::describe(const CanvasState& state) {
     scene.dropTarget = MapScene::DropTarget::connection;
   }
   describeRegions(scene, state.regions);
-  if (m_editor.activeLens() != MindMapViewModel::FocusLens::none)
+  if (m_editor.activeLens() != EditorNavigation::FocusLens::none)
     scene.nodeOpacity = [this](const Node& node) { return m_editor.nodeOpacity(node); };
   scene.opacityRule = static_cast<int>(m_editor.activeLens());
   return scene;
@@ -179,13 +180,6 @@ QRectF discAt(QPointF center, double diameter) {
   return {center.x() - diameter / 2, center.y() - diameter / 2, diameter, diameter};
 }
 
-template <class Record>
-std::optional<Record> recordWith(const SharedArray<Record>& records, const QUuid& id) {
-  for (const Record& record : records)
-    if (record.id == id) return record;
-  return std::nullopt;
-}
-
 }  // namespace
 
 std::optional<QRectF> CanvasScene::partRect(const CanvasTarget& part, const CanvasState& state) {
@@ -223,7 +217,7 @@ std::optional<QRectF> CanvasScene::nodePartRect(const CanvasTarget& part, const 
 }
 
 std::optional<QRectF> CanvasScene::edgeHandleRect(const CanvasTarget& part) {
-  const auto edge = recordWith(m_editor.mindMap().edges, part.id);
+  const auto edge = recordByID(m_editor.mindMap().edges, part.id);
   if (!edge || !m_editor.selectedEdgeIDs().contains(part.id)) return std::nullopt;
   const auto from = shownPosition(edge->from);
   const auto to = shownPosition(edge->to);
@@ -236,7 +230,7 @@ std::optional<QRectF> CanvasScene::edgeHandleRect(const CanvasTarget& part) {
 }
 
 std::optional<QRectF> CanvasScene::relationshipHandleRect(const CanvasTarget& part) {
-  const auto link = recordWith(m_editor.mindMap().relationships, part.id);
+  const auto link = recordByID(m_editor.mindMap().relationships, part.id);
   const auto from = link ? shownPosition(link->from) : std::nullopt;
   const auto to = link ? shownPosition(link->to) : std::nullopt;
   if (!from || !to) return std::nullopt;

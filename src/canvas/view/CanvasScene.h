@@ -19,7 +19,7 @@ class QPainter;
 
 namespace quilmora {
 
-class MindMapViewModel;
+class EditorNavigation;
 
 // How a title is set, for the field that is laid over it.
 struct TitleLook {
@@ -33,7 +33,7 @@ struct TitleLook {
 // The map as it stands on the canvas: what is drawn of it and what lies where.
 class CanvasScene final : public ScenePicture::Source {
  public:
-  explicit CanvasScene(MindMapViewModel& editor) : m_editor(editor) {}
+  explicit CanvasScene(EditorNavigation& editor) : m_editor(editor) {}
 
   // What to show from now on. `editedTitle` is the text in the open title field.
   // Returns what looks different from what was to be shown before. Where only gestures changed, and neither the map nor
@@ -75,7 +75,7 @@ class CanvasScene final : public ScenePicture::Source {
   std::optional<QRectF> edgeHandleRect(const CanvasTarget& part);
   std::optional<QRectF> relationshipHandleRect(const CanvasTarget& part);
 
-  MindMapViewModel& m_editor;
+  EditorNavigation& m_editor;
   CanvasState m_state;
   std::optional<QString> m_editedTitle;
   double m_pixelRatio = 1.0;

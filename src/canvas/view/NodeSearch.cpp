@@ -2,11 +2,11 @@
 
 #include <cmath>
 
-#include "editor/MindMapViewModel.h"
+#include "editor/EditorState.h"
 
 namespace quilmora {
 
-std::optional<QUuid> findNearestNode(MindMapViewModel& editor, QPointF point, const QUuid& excluded, double radius) {
+std::optional<QUuid> findNearestNode(EditorState& editor, QPointF point, const QUuid& excluded, double radius) {
   const MapIndex& index = editor.mapIndex();
   const std::vector<QPointF>& positions = index.positions();
   double nearest = radius;

@@ -3,7 +3,7 @@
 #include <functional>
 #include <optional>
 
-#include "editor/MindMapViewModel.h"
+#include "editor/EditorState.h"
 #include "platform/Clock.h"
 #include "platform/Scheduler.h"
 
@@ -23,7 +23,7 @@ class ViewAnimation {
     bool operator==(const View&) const = default;
   };
 
-  ViewAnimation(MindMapViewModel& editor, Scheduler& scheduler, const Clock& clock)
+  ViewAnimation(EditorState& editor, Scheduler& scheduler, const Clock& clock)
       : m_editor(editor), m_scheduler(scheduler), m_clock(clock) {}
   ~ViewAnimation() { stop(); }
 
@@ -37,7 +37,7 @@ class ViewAnimation {
   void show(const View& view);
   void step();
 
-  MindMapViewModel& m_editor;
+  EditorState& m_editor;
   Scheduler& m_scheduler;
   const Clock& m_clock;
   View m_from;

@@ -1,21 +1,9 @@
 #include "canvas/view/gestures/HandleDrags.h"
 
-#include <algorithm>
-
 #include "canvas/view/NodeSearch.h"
+#include "model/FindById.h"
 
 namespace quilmora {
-
-namespace {
-
-template <class Record>
-std::optional<Record> recordWith(const SharedArray<Record>& records, const QUuid& id) {
-  const auto found =
-      std::find_if(records.begin(), records.end(), [&](const Record& record) { return record.id == id; });
-  return found == records.end() ? std::nullopt : std::optional<Record>(*found);
-}
-
-}  // namespace
 
 // --- Ends of an edge ---
 
@@ -30,7 +18,7 @@ EndpointDrag::~EndpointDrag() {
 }
 
 std::optional<Edge> EndpointDrag::edge() const {
-  return recordWith(editor().mindMap().edges, m_edgeID);
+  return recordByID(editor().mindMap().edges, m_edgeID);
 }
 
 void EndpointDrag::change(const PointerInput& input) {
@@ -79,9 +67,9 @@ void BendDrag::change(const PointerInput& input) {
 void BendDrag::end(const PointerInput& input) {
   const QPointF translation = canvasPoint(input.position) - m_start;
   if (m_bend.isRelationship) {
-    if (const auto link = recordWith(editor().mindMap().relationships, m_bend.ownerID))
+    if (const auto link = recordByID(editor().mindMap().relationships, m_bend.ownerID))
       editor().setRelationshipBend(link->id, link->controlPointOffset.value_or(QPointF()) + translation);
-  } else if (const auto edge = recordWith(editor().mindMap().edges, m_bend.ownerID)) {
+  } else if (const auto edge = recordByID(editor().mindMap().edges, m_bend.ownerID)) {
     editor().setEdgeBend(edge->id, edge->controlPointOffset.value_or(QPointF()) + translation);
   }
 }

@@ -1,4 +1,4 @@
-#include "editor/SmartPaste.h"
+#include "editor/edits/SmartPaste.h"
 
 #include <algorithm>
 

@@ -1,0 +1,212 @@
+#include "editor/EditorState.h"
+
+#include "editor/edits/Hierarchy.h"
+#include "model/FindById.h"
+
+namespace quilmora {
+
+void EditorState::setMindMap(MindMap map) {
+  m_mindMap = std::move(map);
+  mapWasReplaced();
+}
+
+void EditorState::mapWasReplaced() {
+  m_indexStale = true;
+  ++m_treeGeneration;
+  Q_EMIT mindMapChanged();
+}
+
+void EditorState::moveAll(std::vector<QPointF> positions) {
+  mapIndex();
+  std::size_t ordinal = 0;
+  m_mindMap.nodes.updateAll([&](Node& node) { node.position = positions[ordinal++]; });
+  m_index.adopt(m_mindMap.nodes, std::move(positions));
+}
+
+const MapIndex& EditorState::mapIndex() {
+  if (m_indexStale) {
+    const MapIndex::Change change = m_index.update(m_mindMap.nodes, m_mindMap.edges);
+    m_indexStale = false;
+    if (change.structure) {
+      m_treeInfo.reset();
+      m_hiddenStale = true;
+    }
+  }
+  return m_index;
+}
+
+const TreeInfo& EditorState::treeInfo() {
+  const MapIndex& index = mapIndex();
+  if (!m_treeInfo) m_treeInfo.emplace(index);
+  return *m_treeInfo;
+}
+
+std::optional<Node> EditorState::nodeByID(const QUuid& id) {
+  const std::uint32_t ordinal = mapIndex().find(id);
+  if (ordinal == MapIndex::npos) return std::nullopt;
+  return m_mindMap.nodes[ordinal];
+}
+
+bool EditorState::hasNode(const QUuid& id) {
+  return mapIndex().find(id) != MapIndex::npos;
+}
+
+std::optional<Region> EditorState::regionByID(const QUuid& id) const {
+  return recordByID(m_mindMap.regions, id);
+}
+
+bool EditorState::isDescendant(const QUuid& target, const QUuid& root) {
+  return edits::isDescendant(treeInfo(), target, root);
+}
+
+const std::vector<char>& EditorState::hiddenNumbers() {
+  const TreeInfo& tree = treeInfo();
+  if (!m_hiddenStale) return m_hiddenNumbers;
+  m_hiddenNumbers = edits::hiddenNumbers(tree, m_collapsedNodeIDs);
+  const auto& numberOfNode = m_index.numberOfNode();
+  m_hiddenNodes.resize(numberOfNode.size());
+  for (std::size_t i = 0; i < numberOfNode.size(); ++i) m_hiddenNodes[i] = m_hiddenNumbers[numberOfNode[i]];
+  m_hiddenStale = false;
+  return m_hiddenNumbers;
+}
+
+bool EditorState::isHidden(const QUuid& id) {
+  const std::vector<char>& hidden = hiddenNumbers();
+  const std::uint32_t number = treeInfo().number(id);
+  return number < hidden.size() && hidden[number];
+}
+
+const std::vector<char>& EditorState::hiddenNodes() {
+  hiddenNumbers();
+  return m_hiddenNodes;
+}
+
+std::optional<double> EditorState::depthFraction(const QUuid& id) {
+  const TreeInfo& tree = treeInfo();
+  if (tree.maxDepth() < 1) return std::nullopt;
+  return static_cast<double>(tree.depth(id).value_or(0)) / tree.maxDepth();
+}
+
+// --- Observable properties ---
+
+void EditorState::setSelectedNodeIDs(IdSet ids) {
+  m_selectedNodeIDs = std::move(ids);
+  Q_EMIT selectedNodeIDsChanged();
+}
+
+void EditorState::setSelectedEdgeIDs(IdSet ids) {
+  m_selectedEdgeIDs = std::move(ids);
+  Q_EMIT selectedEdgeIDsChanged();
+}
+
+void EditorState::setSelectedRegionID(std::optional<QUuid> id) {
+  m_selectedRegionID = id;
+  Q_EMIT selectedRegionIDChanged();
+}
+
+void EditorState::setCanvasOffset(QPointF offset) {
+  m_canvasOffset = offset;
+  Q_EMIT canvasOffsetChanged();
+}
+
+void EditorState::setCanvasZoom(double zoom) {
+  m_canvasZoom = zoom;
+  Q_EMIT canvasZoomChanged();
+}
+
+void EditorState::setIsEdgeCreationMode(bool on) {
+  m_isEdgeCreationMode = on;
+  Q_EMIT isEdgeCreationModeChanged();
+}
+
+void EditorState::setEdgeCreationSourceID(std::optional<QUuid> id) {
+  m_edgeCreationSourceID = id;
+  Q_EMIT edgeCreationSourceIDChanged();
+}
+
+void EditorState::setCollapsedNodeIDs(IdSet ids) {
+  m_collapsedNodeIDs = std::move(ids);
+  m_hiddenStale = true;
+  Q_EMIT collapsedNodeIDsChanged();
+}
+
+void EditorState::setIsEditingInline(bool editing) {
+  m_isEditingInline = editing;
+  Q_EMIT isEditingInlineChanged();
+}
+
+void EditorState::setQuickLookNodeID(std::optional<QUuid> id) {
+  m_quickLookNodeID = id;
+  Q_EMIT quickLookNodeIDChanged();
+}
+
+void EditorState::setShowSmartPaste(bool shows) {
+  m_showSmartPaste = shows;
+  Q_EMIT showSmartPasteChanged();
+}
+
+void EditorState::setSmartPasteText(const QString& text) {
+  m_smartPasteText = text;
+  Q_EMIT smartPasteTextChanged();
+}
+
+void EditorState::setActiveLens(FocusLens lens) {
+  m_activeLens = lens;
+  Q_EMIT activeLensChanged();
+}
+
+void EditorState::setIsPresentationMode(bool on) {
+  m_isPresentationMode = on;
+  Q_EMIT isPresentationModeChanged();
+}
+
+void EditorState::setPresentationNodeIndex(int index) {
+  m_presentationNodeIndex = index;
+  Q_EMIT presentationNodeIndexChanged();
+}
+
+void EditorState::setIsSearching(bool searching) {
+  m_isSearching = searching;
+  Q_EMIT isSearchingChanged();
+}
+
+void EditorState::setSearchQuery(const QString& query) {
+  m_searchQuery = query;
+  Q_EMIT searchQueryChanged();
+}
+
+void EditorState::setSearchResultIDs(std::vector<QUuid> ids) {
+  m_searchResultIDs = std::move(ids);
+  Q_EMIT searchResultIDsChanged();
+}
+
+void EditorState::setSearchResultIndex(int index) {
+  m_searchResultIndex = index;
+  Q_EMIT searchResultIndexChanged();
+}
+
+void EditorState::setLastKnownCanvasSize(std::optional<QSizeF> size) {
+  m_lastKnownCanvasSize = size;
+  Q_EMIT lastKnownCanvasSizeChanged();
+}
+
+void EditorState::setIsDirty(bool dirty) {
+  m_isDirty = dirty;
+  Q_EMIT isDirtyChanged();
+}
+
+QString rawValue(EditorState::FocusLens lens) {
+  switch (lens) {
+    case EditorState::FocusLens::none:
+      return QStringLiteral("None");
+    case EditorState::FocusLens::priority:
+      return QStringLiteral("Priority");
+    case EditorState::FocusLens::progress:
+      return QStringLiteral("Progress");
+    case EditorState::FocusLens::depth:
+      return QStringLiteral("Depth");
+  }
+  Q_UNREACHABLE();
+}
+
+}  // namespace quilmora

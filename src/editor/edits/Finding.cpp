@@ -1,0 +1,66 @@
+#include "editor/edits/Finding.h"
+
+#include <cmath>
+
+#include <QLocale>
+#include <QStringMatcher>
+
+namespace quilmora::edits {
+
+namespace {
+
+constexpr double minNeighbourDistance = 10.0;
+
+// Texts compare without regard to case as the current locale has it. Only Turkic locales differ from the plain folding.
+class CaseInsensitiveQuery {
+ public:
+  explicit CaseInsensitiveQuery(const QString& query)
+      : m_isTurkic(m_locale.language() == QLocale::Turkish || m_locale.language() == QLocale::Azerbaijani),
+        m_matcher(m_isTurkic ? m_locale.toLower(query) : query, m_isTurkic ? Qt::CaseSensitive : Qt::CaseInsensitive) {}
+
+  bool isIn(const QString& text) const {
+    if (text.isEmpty()) return false;
+    return m_matcher.indexIn(m_isTurkic ? m_locale.toLower(text) : text) >= 0;
+  }
+
+ private:
+  QLocale m_locale;
+  bool m_isTurkic;
+  QStringMatcher m_matcher;
+};
+
+}  // namespace
+
+std::vector<QUuid> topicsWith(const MindMap& map, const QString& query) {
+  std::vector<QUuid> found;
+  if (query.isEmpty()) return found;
+  const CaseInsensitiveQuery wanted(query);
+  for (const Node& node : map.nodes)
+    if (wanted.isIn(node.title) || wanted.isIn(node.notes)) found.push_back(node.id);
+  return found;
+}
+
+std::optional<QUuid> neighbour(const MapIndex& index, const std::vector<char>& hidden, std::uint32_t from,
+                               Direction direction) {
+  const std::vector<QPointF>& positions = index.positions();
+  const std::uint32_t number = index.numberOfNode()[from];
+  const bool isSideways = direction == Direction::left || direction == Direction::right;
+  const double sign = direction == Direction::right || direction == Direction::down ? 1.0 : -1.0;
+
+  std::size_t best = positions.size();
+  double bestScore = 0.0;
+  for (std::size_t i = 0; i < positions.size(); ++i) {
+    const QPointF step = positions[i] - positions[from];
+    const double along = sign * (isSideways ? step.x() : step.y());
+    if (!(along > minNeighbourDistance) || hidden[i] || index.numberOfNode()[i] == number) continue;
+    const double sideways = std::abs(isSideways ? step.y() : step.x());
+    const double score = std::sqrt(step.x() * step.x() + step.y() * step.y()) + 2.0 * sideways;
+    if (best != positions.size() && !(score < bestScore)) continue;
+    best = i;
+    bestScore = score;
+  }
+  if (best == positions.size()) return std::nullopt;
+  return (*index.ids())[index.numberOfNode()[best]];
+}
+
+}  // namespace quilmora::edits

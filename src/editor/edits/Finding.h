@@ -1,0 +1,25 @@
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include <QString>
+
+#include "model/MapIndex.h"
+
+// Finding a topic by its text and by where it lies.
+namespace quilmora::edits {
+
+// The topics whose title or notes hold the query, in the order of the map, without regard to case as the current locale
+// has it. An empty query finds none.
+std::vector<QUuid> topicsWith(const MindMap& map, const QString& query);
+
+// The numbers are those of scripts.
+enum class Direction { left = 0, right = 1, up = 2, down = 3 };
+
+// The nearest topic from the one with this ordinal in the direction, among those that `hidden` (by ordinal) leaves;
+// straight ahead counts as nearer than aside.
+std::optional<QUuid> neighbour(const MapIndex& index, const std::vector<char>& hidden, std::uint32_t from,
+                               Direction direction);
+
+}  // namespace quilmora::edits

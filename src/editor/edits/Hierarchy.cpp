@@ -1,0 +1,99 @@
+#include "editor/edits/Hierarchy.h"
+
+#include <algorithm>
+
+namespace quilmora::edits {
+
+bool isDescendant(const TreeInfo& tree, const QUuid& target, const QUuid& root) {
+  const std::uint32_t wanted = tree.number(target);
+  if (wanted >= tree.numberCount()) return false;
+  std::vector<char> visited(tree.numberCount(), 0);
+  std::vector<std::uint32_t> queue;
+  const auto pushChildren = [&](std::uint32_t number) {
+    for (const std::uint32_t child : tree.childNumbers(number))
+      if (!visited[child]) {
+        visited[child] = 1;
+        queue.push_back(child);
+      }
+  };
+  pushChildren(tree.number(root));
+  for (std::size_t head = 0; head < queue.size(); ++head) {
+    if (queue[head] == wanted) return true;
+    pushChildren(queue[head]);
+  }
+  return false;
+}
+
+bool isChild(const TreeInfo& tree, const QUuid& child, const QUuid& parent) {
+  return std::ranges::any_of(tree.children(parent), [&](const QUuid& other) { return other == child; });
+}
+
+bool canReparent(const TreeInfo& tree, const QUuid& node, const QUuid& newParent) {
+  return node != newParent && !isDescendant(tree, newParent, node) && !isChild(tree, node, newParent);
+}
+
+Connection connectionBetween(const TreeInfo& tree, const QUuid& from, const QUuid& to) {
+  if (from == to || isChild(tree, to, from)) return Connection::none;
+  const bool wouldCloseCycle = isDescendant(tree, from, to);
+  return wouldCloseCycle || tree.parent(to) ? Connection::relationship : Connection::edge;
+}
+
+std::vector<char> hiddenNumbers(const TreeInfo& tree, const IdSet& collapsed) {
+  enum : char { unknown = 2, onPath = 3 };
+  const std::uint32_t count = tree.numberCount();
+  std::vector<char> isCollapsed(count, 0);
+  for (const QUuid& id : collapsed)
+    if (const std::uint32_t number = tree.number(id); number < count) isCollapsed[number] = 1;
+  std::vector<char> hidden(count, unknown);
+  std::vector<std::uint32_t> path;
+  for (std::uint32_t start = 0; start < count; ++start) {
+    // Walk up to the first ancestor that decides, then give the answer to the whole path. A repetition decides too:
+    // parent links form a cycle there, and nothing collapsed lies on it.
+    path.clear();
+    char answer = 0;
+    for (std::uint32_t number = start;;) {
+      if (hidden[number] != unknown) {
+        answer = hidden[number] == onPath ? 0 : hidden[number];
+        break;
+      }
+      hidden[number] = onPath;
+      path.push_back(number);
+      const std::uint32_t parent = tree.parentNumber(number);
+      if (parent == TreeInfo::npos) break;
+      if (isCollapsed[parent]) {
+        answer = 1;
+        break;
+      }
+      number = parent;
+    }
+    for (const std::uint32_t number : path) hidden[number] = answer;
+  }
+  return hidden;
+}
+
+std::vector<QUuid> presentationOrder(const TreeInfo& tree, const MapIndex& index) {
+  std::vector<QUuid> order;
+  std::vector<char> visited(tree.numberCount(), 0);
+  std::vector<std::uint32_t> stack;
+  for (const QUuid& root : tree.roots()) {
+    stack.push_back(tree.number(root));
+    while (!stack.empty()) {
+      const std::uint32_t number = stack.back();
+      stack.pop_back();
+      if (visited[number]) continue;
+      visited[number] = 1;
+      // An id that names no topic has nothing to show, but what lies below it does.
+      if (index.nodeOfNumber()[number] != MapIndex::npos) order.push_back(tree.idOf(number));
+      const auto children = tree.childNumbers(number);
+      stack.insert(stack.end(), children.rbegin(), children.rend());
+    }
+  }
+  for (const std::uint32_t number : index.numberOfNode())
+    if (!visited[number]) {
+      visited[number] = 1;
+      order.push_back(tree.idOf(number));
+    }
+  return order;
+}
+
+}  // namespace quilmora::edits

@@ -1,0 +1,54 @@
+#include "editor/edits/RegionEdits.h"
+
+#include <algorithm>
+#include <array>
+
+#include "model/NewId.h"
+
+namespace quilmora::edits {
+
+namespace {
+
+constexpr double regionMargin = 80.0;
+constexpr double regionLabelRoom = 20.0;
+constexpr QSizeF newRegionSize(300.0, 200.0);
+constexpr QPointF newRegionOrigin(250.0, 200.0);
+
+const QString& newRegionColor(std::size_t regionCount) {
+  static const std::array colors{QStringLiteral("#7C4DFF"), QStringLiteral("#FF7043"), QStringLiteral("#26A69A"),
+                                 QStringLiteral("#FFCA28"), QStringLiteral("#EC407A"), QStringLiteral("#42A5F5"),
+                                 QStringLiteral("#9CCC65")};
+  return colors[regionCount % colors.size()];
+}
+
+}  // namespace
+
+QSizeF regionSize(QSizeF wanted) {
+  return wanted.expandedTo(minRegionSize);
+}
+
+QRectF newRegionRect(const MapIndex& index, const IdSet& ids, std::optional<QPointF> point) {
+  std::optional<QPointF> low;
+  QPointF high;
+  for (const QUuid& id : ids) {
+    const std::uint32_t ordinal = index.find(id);
+    if (ordinal == MapIndex::npos) continue;
+    const QPointF center = index.positions()[ordinal];
+    if (!low) low = high = center;
+    *low = QPointF(std::min(low->x(), center.x()), std::min(low->y(), center.y()));
+    high = QPointF(std::max(high.x(), center.x()), std::max(high.y(), center.y()));
+  }
+  if (low)
+    return QRectF(low->x() - regionMargin, low->y() - regionMargin - regionLabelRoom,
+                  high.x() - low->x() + 2 * regionMargin, high.y() - low->y() + 2 * regionMargin + regionLabelRoom);
+  if (point)
+    return QRectF(QPointF(point->x() - newRegionSize.width() * 0.5, point->y() - newRegionSize.height() * 0.5),
+                  newRegionSize);
+  return QRectF(newRegionOrigin, newRegionSize);
+}
+
+Region newRegion(std::size_t regionCount, const QRectF& rect) {
+  return Region{newId(), QStringLiteral("Region"), newRegionColor(regionCount), rect};
+}
+
+}  // namespace quilmora::edits

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <optional>
+
+#include "model/IdSet.h"
+#include "model/MapIndex.h"
+
+// Regions: labelled rectangles behind the topics.
+namespace quilmora::edits {
+
+inline constexpr QSizeF minRegionSize{80.0, 60.0};
+
+// The size that a region takes when it is pulled to the wanted one.
+QSizeF regionSize(QSizeF wanted);
+
+// Around the topics with these ids, else around the point (canvas units), else at a fixed place.
+QRectF newRegionRect(const MapIndex& index, const IdSet& ids, std::optional<QPointF> point);
+
+// A region "Region" with an id of its own; colours take turns with the number of regions before it.
+Region newRegion(std::size_t regionCount, const QRectF& rect);
+
+}  // namespace quilmora::edits

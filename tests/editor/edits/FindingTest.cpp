@@ -1,0 +1,43 @@
+#include "editor/edits/EditsRig.h"
+#include "editor/edits/Finding.h"
+
+using namespace quilmora;
+using namespace quilmora::edits;
+using namespace quilmora::test;
+
+TEST(Finding, LooksIntoTitlesAndNotesWithoutRegardToCase) {
+  MindMap map = mapOf({0, 1, 2});
+  map.nodes.update(0, [](Node& node) { node.title = QStringLiteral("Budget"); });
+  map.nodes.update(2, [](Node& node) { node.notes = QStringLiteral("the BUDGET of May"); });
+  EXPECT_EQ(topicsWith(map, QStringLiteral("budget")), (std::vector<QUuid>{topicId(0), topicId(2)}));
+  EXPECT_TRUE(topicsWith(map, QString()).empty());
+}
+
+namespace {
+
+struct Cross : EditsRig {
+  Cross() : EditsRig(make()) {}
+  static MindMap make() {
+    MindMap map = mapOf({});
+    map.nodes = {topic(0, 0, 0), topic(1, 100, 0), topic(2, 60, 50), topic(3, -11, 0), topic(4, 0, -10)};
+    return map;
+  }
+  std::optional<QUuid> step(Direction direction, std::vector<char> hidden = std::vector<char>(5, 0)) const {
+    return neighbour(index, hidden, 0, direction);
+  }
+};
+
+}  // namespace
+
+TEST(Finding, StraightAheadIsNearerThanAside) {
+  EXPECT_EQ(Cross().step(Direction::right), topicId(1));
+  EXPECT_EQ(Cross().step(Direction::left), topicId(3));
+}
+
+TEST(Finding, ATopicTenAwayIsNoNeighbour) {
+  EXPECT_FALSE(Cross().step(Direction::up));
+}
+
+TEST(Finding, HiddenTopicsArePassedOver) {
+  EXPECT_EQ(Cross().step(Direction::right, {0, 1, 0, 0, 0}), topicId(2));
+}
