@@ -50,7 +50,7 @@ bool isOverflow(std::string_view number) {
 
 class Scanner {
  public:
-  explicit Scanner(std::string_view text) : m_text(text) {}
+  Scanner(std::string_view text, std::size_t deepest) : m_text(text), m_deepest(deepest) {}
 
   std::vector<std::size_t> scan() {
     checkEncoding();
@@ -104,7 +104,7 @@ class Scanner {
     if (atEnd()) fail(QStringLiteral("the document ends too early"));
     const char c = peek();
     if (c == '{' || c == '[') {
-      if (m_open.size() == deepestNesting) fail(QStringLiteral("nested deeper than %1 levels").arg(deepestNesting));
+      if (m_open.size() == m_deepest) fail(QStringLiteral("nested deeper than %1 levels").arg(m_deepest));
       m_open.push_back(c);
       ++m_at;
       skipSpace();
@@ -220,6 +220,7 @@ class Scanner {
   }
 
   std::string_view m_text;
+  std::size_t m_deepest;
   std::size_t m_at = 0;
   std::string m_open;
   std::vector<std::size_t> m_longNumbers;
@@ -227,8 +228,8 @@ class Scanner {
 
 }  // namespace
 
-std::vector<std::size_t> diagnose(std::string_view text) {
-  return Scanner(text).scan();
+std::vector<std::size_t> diagnose(std::string_view text, std::size_t deepest) {
+  return Scanner(text, deepest).scan();
 }
 
 }  // namespace quilmora::json

@@ -11,7 +11,7 @@ constexpr std::size_t deepestNesting = 1024;
 
 // Finds the first fault of a text that the parser refused, and throws DocumentError with its line, column and cause.
 // Where the text is sound JSON, answers the end positions of its whole numbers of more than 18 digits, which the parser
-// cannot take. Linear time, no recursion.
-std::vector<std::size_t> diagnose(std::string_view text);
+// cannot take. Nesting beyond `deepest` levels is a fault. Linear time, no recursion.
+std::vector<std::size_t> diagnose(std::string_view text, std::size_t deepest = deepestNesting);
 
 }  // namespace quilmora::json

@@ -1,0 +1,57 @@
+#include "ai/MapOutline.h"
+
+#include <QStringList>
+
+#include "ai/UserCharacters.h"
+
+namespace quilmora {
+
+namespace {
+
+constexpr int mostCharacters = 3000;
+constexpr int mostNoteCharacters = 60;
+// A line has three characters or more, its break included. What follows these lines is cut off anyway, so that a tree
+// which loops, or that branches without end, is never walked further.
+constexpr qsizetype mostLines = mostCharacters / 3 + 3;
+
+QString lineOf(const Node& node, int depth) {
+  QString line(2 * depth, u' ');
+  line += QStringLiteral("- ") + firstCharacters(node.title, mostCharacters + 1);
+  if (!node.notes.isEmpty())
+    line += QStringLiteral(" [") + firstCharacters(node.notes, mostNoteCharacters) + QStringLiteral("]");
+  return line;
+}
+
+}  // namespace
+
+QString mapOutline(const MindMap& map, const MapIndex& index, const TreeInfo& tree) {
+  QStringList lines{QStringLiteral("Title: ") + firstCharacters(map.title, mostCharacters + 1),
+                    QStringLiteral("Nodes: %1").arg(map.nodes.size())};
+
+  struct Level {
+    std::span<const std::uint32_t> numbers;
+    std::size_t next = 0;
+  };
+  for (const QUuid& root : tree.roots()) {
+    const std::uint32_t rootNumber[] = {tree.number(root)};
+    std::vector<Level> open{{rootNumber}};
+    while (!open.empty() && lines.size() < mostLines) {
+      Level& level = open.back();
+      if (level.next == level.numbers.size()) {
+        open.pop_back();
+        continue;
+      }
+      const std::uint32_t number = level.numbers[level.next++];
+      const std::uint32_t position = number < index.numberCount() ? index.nodeOfNumber()[number] : MapIndex::npos;
+      if (position == MapIndex::npos) continue;
+      lines << lineOf(map.nodes[position], static_cast<int>(open.size()) - 1);
+      open.push_back({tree.childNumbers(number)});
+    }
+  }
+
+  const QString text = lines.join(u'\n');
+  if (!hasMoreCharacters(text, mostCharacters)) return text;
+  return firstCharacters(text, mostCharacters) + QStringLiteral("\n... (truncated)");
+}
+
+}  // namespace quilmora

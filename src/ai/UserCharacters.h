@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QString>
+
+namespace quilmora {
+
+// The first `count` user-perceived characters of the text, or all of it. Looks no further than it must.
+QString firstCharacters(const QString& text, int count);
+
+// Whether the text has more than `count` user-perceived characters.
+bool hasMoreCharacters(const QString& text, int count);
+
+}  // namespace quilmora
