@@ -56,6 +56,9 @@ class MindMapViewModel : public QObject {
   const MindMap& mindMap() const { return m_mindMap; }
   // Stores, notifies, and drops what was derived from the map before.
   void setMindMap(MindMap map);
+  // Counts the documents that took the editor over. What began for one must not end in another.
+  quint64 documentNumber() const { return m_documentNumber; }
+  void beginOtherDocument() { ++m_documentNumber; }
 
   const IdSet& selectedNodeIDs() const { return m_selectedNodeIDs; }
   void setSelectedNodeIDs(IdSet ids);
@@ -101,6 +104,8 @@ class MindMapViewModel : public QObject {
   std::optional<QSizeF> lastKnownCanvasSize() const { return m_lastKnownCanvasSize; }
   void setLastKnownCanvasSize(std::optional<QSizeF> size);
   bool isDirty() const { return m_isDirty; }
+  // For a change that captured its snapshot earlier, or at another time than it changed the map.
+  void markDirty() { setIsDirty(true); }
 
   const std::vector<Node>& copiedNodes() const { return m_copiedNodes; }
   const std::vector<Edge>& copiedEdges() const { return m_copiedEdges; }
@@ -369,6 +374,7 @@ class MindMapViewModel : public QObject {
   bool m_hasExplicitSavePath = false;
   std::optional<QString> m_heldScopedPath;
 
+  quint64 m_documentNumber = 0;
   quint64 m_treeGeneration = 0;
   MapIndex m_index;
   bool m_indexStale = true;
