@@ -162,6 +162,7 @@ void DocumentSession::replaceWithImported(const MindMap& map) {
   // Its file still stands: as long as nothing is edited, nothing is lost by quitting, and the document's own file must
   // not be overwritten for it.
   m_keptMap = map;
+  m_editor.beginOtherDocument();
   m_editor.setMindMap(map);
   zoomToFitAfter(zoomDelayAfterOpen);
 }
@@ -177,6 +178,7 @@ void DocumentSession::install(const MindMap& map, const QString& path) {
   ++m_installCount;
   m_document.mindMap = map;
   m_keptMap = map;
+  m_editor.beginOtherDocument();
   m_editor.setMindMap(map);
   m_editor.clearHistory();
   m_editor.recordSaveLocation(path, true);

@@ -40,6 +40,12 @@ class MindMapViewModel : public EditorNavigation {
 
   using EditorState::setMindMap;
 
+  // Counts the documents that took the editor over. What began for one must not end in another.
+  quint64 documentNumber() const { return m_documentNumber; }
+  void beginOtherDocument() { ++m_documentNumber; }
+  // For a change that captured its snapshot earlier, or at another time than it changed the map.
+  void markDirty() { setIsDirty(true); }
+
   // --- History (History.cpp) ---
 
   // Keeps the map as it stands, before a change. A throttled capture does nothing unless more than half a second passed
@@ -162,6 +168,7 @@ class MindMapViewModel : public EditorNavigation {
   std::optional<QString> m_lastSavedFilePath;
   bool m_hasExplicitSavePath = false;
   std::optional<QString> m_heldScopedPath;
+  quint64 m_documentNumber = 0;
 };
 
 }  // namespace quilmora

@@ -32,6 +32,9 @@ inline const QString showInspector = QStringLiteral("showInspector");
 inline const QString lastSavedFilePath = QStringLiteral("lastSavedFilePath");
 inline const QString lastSavedFileBookmark = QStringLiteral("lastSavedFileBookmark");
 inline const QString recentFileBookmarks = QStringLiteral("recentFileBookmarks");
+// Of the model server on this machine; absent or empty means the usual places and the first model.
+inline const QString localModelAddress = QStringLiteral("local_model_address");
+inline const QString localModelName = QStringLiteral("local_model_name");
 
 // What a reader takes where the key is absent: a text, a flag or a real. Invalid for a key that has no default.
 QVariant settingDefault(const QString& key);

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include <QObject>
+#include <QSizeF>
+
+#include "ai/AIProvider.h"
+#include "model/MindMap.h"
+
+namespace quilmora {
+
+class SettingsStore;
+
+// Asks a back end for what the workflows need, and tells how that goes. The calls end on the main thread with the
+// result or with the back end's own failure. Destroying the service leaves them without a result.
+class AIService : public QObject {
+  Q_OBJECT
+
+ public:
+  // Both references outlive it.
+  AIService(std::shared_ptr<AIProvider> provider, const SettingsStore& settings, const Clock& clock);
+
+  bool isGenerating() const { return m_isGenerating; }
+  const std::optional<QString>& error() const { return m_error; }
+  const QString& progress() const { return m_progress; }
+  const std::shared_ptr<AIProvider>& provider() const { return m_provider; }
+  void setProvider(std::shared_ptr<AIProvider> provider) { m_provider = std::move(provider); }
+
+  QFuture<MindMap> generateMap(const QString& prompt, MindMap::Layout layout, QSizeF canvasSize,
+                               const std::optional<QString>& themeId, const Cancellation& cancellation);
+  // The sub-topics of a topic whose titles from the root are `path`.
+  QFuture<std::vector<AITreeNode>> expandNode(const QString& title, const QString& path,
+                                              const Cancellation& cancellation);
+  QFuture<QString> summarizeBranch(const QStringList& titles, const QStringList& contents,
+                                   const Cancellation& cancellation);
+
+ Q_SIGNALS:
+  // Any of isGenerating, error and progress.
+  void changed();
+
+ private:
+  template <class Result, class Make>
+  QFuture<Result> ask(const AIRequest& request, const QString& progress, const Cancellation& cancellation, Make make);
+  void set(bool isGenerating, const QString& progress, std::optional<QString> error);
+
+  const SettingsStore& m_settings;
+  const Clock& m_clock;
+  bool m_isGenerating = false;
+  std::optional<QString> m_error;
+  QString m_progress;
+  std::shared_ptr<AIProvider> m_provider;
+};
+
+}  // namespace quilmora

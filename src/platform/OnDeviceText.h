@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QString>
+
+namespace quilmora {
+
+// A text of the product's data about the model on this machine as a person reads it here: the data name another
+// system's model and settings, and here it is a model server. Any other text stays as it is.
+QString onDeviceText(const QString& text);
+
+}  // namespace quilmora
