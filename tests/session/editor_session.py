@@ -76,8 +76,23 @@ class Editor:
     def picture(self, path):
         subprocess.run(["import", "-window", "root", str(path)], env=self.session.environment, check=True)
 
+    def screenshot(self):
+        return subprocess.run(["import", "-window", "root", "rgb:-"], env=self.session.environment, check=True,
+                              capture_output=True).stdout
+
+    def settle(self):
+        """Waits until the screen looks the same three times on end, over a tenth of a second and more."""
+        looks = []
+
+        def is_still():
+            looks.append(self.screenshot())
+            return len(looks) > 2 and looks[-1] == looks[-2] == looks[-3]
+
+        wait_until("a still screen", is_still)
+
     def settled_canvas(self):
         """The canvas' place on the screen (x, y, width, height), found by its ground colour, once it stands still."""
+        self.settle()
         areas = []
         for _ in range(2):
             path = self.session.home / "canvas.png"
@@ -87,14 +102,14 @@ class Editor:
                                     "-opaque", ground, "-trim", "-format", "%X %Y %w %h", "info:"],
                                    capture_output=True, text=True)
             areas.append([int(part) for part in found.stdout.replace("+", " ").split()] if found.returncode == 0 else None)
-            time.sleep(0.6)
+            self.settle()
         steady = areas[0] == areas[1] and areas[0] and areas[0][2] >= 400 and areas[0][3] >= 300
         return tuple(areas[0]) if steady else None
 
     def fit(self):
         """Zooms to fit and answers the view that results: zoom and offset."""
         self.xdo("key", "ctrl+0")
-        time.sleep(0.8)
+        self.settle()
         answers = self.session.ask({"do": "open", "path": str(self.session.file)},
                                    {"do": "fitToContent", "width": self.canvas[2], "height": self.canvas[3], "padding": 80},
                                    {"do": "state"})
@@ -104,7 +119,7 @@ class Editor:
     def click(self, view, point, count=1):
         self.point_at(view, point)
         self.xdo("click", "--repeat", str(count), "--delay", "80", "1")
-        time.sleep(0.6)
+        self.settle()
 
     def point_at(self, view, point):
         zoom, offset = view
@@ -117,14 +132,12 @@ class Editor:
         self.xdo("mousedown", "1")
         for step in steps:
             self.xdo("mousemove_relative", "--", str(step[0]), str(step[1]))
-            time.sleep(0.05)
         self.xdo("mouseup", "1")
-        time.sleep(0.3)
+        self.settle()
 
     def key(self, *keys):
         for key in keys:
             self.xdo("key", key)
-            time.sleep(0.25)
 
     def save(self):
         before = self.session.file.stat().st_mtime_ns

@@ -12,6 +12,7 @@
 #include "app/companions/MiniMapView.h"
 #include "app/companions/NodeQuickLook.h"
 #include "app/companions/SearchBar.h"
+#include "app/look/Look.h"
 #include "editor/EditorNavigation.h"
 
 namespace quilmora {
@@ -19,6 +20,8 @@ namespace quilmora {
 namespace {
 
 constexpr int settleMilliseconds = 200;
+// Longer than the view pauses between two steps of what moves it.
+constexpr int restMilliseconds = 200;
 // Most topics lie within this box around their position at zoom 1.
 constexpr QSizeF usualTopic(220, 60);
 // Below this the path takes the whole width and other cards make way.
@@ -28,7 +31,9 @@ constexpr int leastPathWidth = 120;
 
 CanvasCompanions::CanvasCompanions(const Look& look, EditorNavigation& editor, Scheduler& scheduler, QWidget* canvas)
     : QObject(canvas),
+      m_look(look),
       m_editor(editor),
+      m_scheduler(scheduler),
       m_canvas(canvas),
       m_searchBar(new SearchBar(look, editor, canvas)),
       m_miniMap(new MiniMapView(look, editor, scheduler, canvas)),
@@ -52,9 +57,17 @@ CanvasCompanions::CanvasCompanions(const Look& look, EditorNavigation& editor, S
   connect(m_breadcrumbs, &Card::placementWanted, this, &CanvasCompanions::choosePathCorner);
   // The card itself heard of it before and holds its new content.
   connect(&editor, &EditorNavigation::quickLookNodeIDChanged, this, &CanvasCompanions::chooseQuickLookCorner);
+  for (const auto signal : {&EditorNavigation::selectedNodeIDsChanged, &EditorNavigation::canvasOffsetChanged,
+                            &EditorNavigation::canvasZoomChanged})
+    connect(&editor, signal, this, &CanvasCompanions::chooseMiniMapCornerSoon);
   canvas->installEventFilter(this);
+  m_miniMap->installEventFilter(this);
   m_miniMap->setShown(true);
   place();
+}
+
+CanvasCompanions::~CanvasCompanions() {
+  m_scheduler.cancel(m_miniMapTask);
 }
 
 void CanvasCompanions::observe(Card& card) {
@@ -64,6 +77,7 @@ void CanvasCompanions::observe(Card& card) {
 
 bool CanvasCompanions::eventFilter(QObject* watched, QEvent* event) {
   if (watched == m_canvas && event->type() == QEvent::Resize) place();
+  if (watched == m_miniMap && event->type() == QEvent::Leave) chooseMiniMapCornerSoon();
   return QObject::eventFilter(watched, event);
 }
 
@@ -102,12 +116,19 @@ void CanvasCompanions::place() {
 
 void CanvasCompanions::settle(Card& card) {
   const CardAnchor corner = nearestCorner(m_canvas->size(), card.geometry().center());
-  if (&card == m_miniMap) m_miniMapCorner = corner;
+  if (&card == m_miniMap) m_miniMapHome = m_miniMapCorner = corner;
   if (&card == m_quickLook) m_quickLookHome = m_quickLookCorner = corner;
   if (&card == m_searchBar) m_searchCorner = corner;
   if (&card == m_breadcrumbs) m_pathHome = corner;
   m_pathCorner = pathHome();
+  glide(card);
+}
+
+// To the place that the card has now.
+void CanvasCompanions::glide(Card& card) {
   m_animation->stop();
+  m_settling = nullptr;
+  if (m_look.isStill()) return place();
   m_settling = &card;
   for (const Place& entry : places()) {
     if (entry.card != &card) continue;
@@ -116,6 +137,12 @@ void CanvasCompanions::settle(Card& card) {
   }
   m_animation->start();
   place();
+}
+
+std::vector<QRect> CanvasCompanions::coveredAreas() const {
+  std::vector<QRect> areas;
+  for (const Place& entry : places()) areas.push_back(entry.card->isDragged() ? entry.card->geometry() : entry.rect);
+  return areas;
 }
 
 QRectF CanvasCompanions::shownArea(const std::optional<QUuid>& id) const {
@@ -160,6 +187,32 @@ void CanvasCompanions::choosePathCorner() {
       shownArea(m_editor.firstSelectedNode()), m_breadcrumbs, m_pathCorner,
       {pathHome(), CardAnchor::bottomLeft, CardAnchor::bottomRight, CardAnchor::topLeft, CardAnchor::topRight});
   place();
+}
+
+// The view may move to show the topic first.
+void CanvasCompanions::chooseMiniMapCornerSoon() {
+  m_scheduler.cancel(std::exchange(m_miniMapTask, 0));
+  if (m_editor.selectedNodeIDs().empty() && m_miniMapCorner == m_miniMapHome) return;
+  m_miniMapTask = m_scheduler.after(std::chrono::milliseconds(restMilliseconds), [this] {
+    m_miniMapTask = 0;
+    chooseMiniMapCorner();
+  });
+}
+
+// Stays where it is if it covers nothing there, but comes home when nothing is selected. Never leaves a hand that is
+// on it.
+void CanvasCompanions::chooseMiniMapCorner() {
+  if (!m_miniMap->isShown() || m_miniMap->isDragged() || m_miniMap->underMouse() || m_settling == m_miniMap) return;
+  const CardAnchor before = m_miniMapCorner;
+  const bool isOne = m_editor.selectedNodeIDs().size() == 1;
+  const QRectF topic = isOne ? shownArea(m_editor.firstSelectedNode()) : QRectF();
+  const CardAnchor first = topic.isEmpty() ? m_miniMapHome : before;
+  m_miniMapCorner = cornerBeside(topic, m_miniMap, m_miniMapCorner,
+                                 {first, m_miniMapHome, CardAnchor::bottomRight, CardAnchor::bottomLeft,
+                                  CardAnchor::topRight, CardAnchor::topLeft});
+  if (m_miniMapCorner == before) return;
+  m_pathCorner = pathHome();
+  glide(*m_miniMap);
 }
 
 }  // namespace quilmora

@@ -8,6 +8,7 @@
 #include <QUuid>
 
 #include "app/companions/CardPlacement.h"
+#include "platform/Scheduler.h"
 
 class QVariantAnimation;
 class QWidget;
@@ -22,18 +23,18 @@ class Look;
 class MiniMapView;
 class EditorNavigation;
 class NodeQuickLook;
-class Scheduler;
 class SearchBar;
 
 // The cards above a canvas: makes them and keeps each in its place, also as the canvas changes its size. Mini-map,
 // quick look, path and search bar stay in the corner into which the user drags them; path and quick look also make way
-// for the topic that they tell about.
+// for the topic that they tell about, and the mini-map for the one that is selected, once the view rests.
 class CanvasCompanions : public QObject {
   Q_OBJECT
 
  public:
   // The cards become children of the canvas. Everything outlives this object but the canvas, which owns it.
   CanvasCompanions(const Look& look, EditorNavigation& editor, Scheduler& scheduler, QWidget* canvas);
+  ~CanvasCompanions() override;
 
   MiniMapView& miniMap() const { return *m_miniMap; }
   BreadcrumbBar& breadcrumbs() const { return *m_breadcrumbs; }
@@ -41,6 +42,9 @@ class CanvasCompanions : public QObject {
   SearchBar& searchBar() const { return *m_searchBar; }
   BranchModeBanner& branchModeBanner() const { return *m_banner; }
   ExportOverlay& exportOverlay() const { return *m_exportOverlay; }
+
+  // Where cards lie on the canvas, or will once they have settled.
+  std::vector<QRect> coveredAreas() const;
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -59,12 +63,17 @@ class CanvasCompanions : public QObject {
   QRectF shownArea(const std::optional<QUuid>& id) const;
   void chooseQuickLookCorner();
   void choosePathCorner();
+  void chooseMiniMapCornerSoon();
+  void chooseMiniMapCorner();
+  void glide(Card& card);
   // The first of the corners where the card does not lie on the topic; the first of all where it always would.
   CardAnchor cornerBeside(const QRectF& topic, const Card* card, CardAnchor& corner,
                           std::initializer_list<CardAnchor> corners) const;
   CardAnchor pathHome() const;
 
+  const Look& m_look;
   EditorNavigation& m_editor;
+  Scheduler& m_scheduler;
   QWidget* m_canvas;
   SearchBar* m_searchBar;
   MiniMapView* m_miniMap;
@@ -72,7 +81,8 @@ class CanvasCompanions : public QObject {
   NodeQuickLook* m_quickLook;
   BranchModeBanner* m_banner;
   ExportOverlay* m_exportOverlay;
-  CardAnchor m_miniMapCorner = CardAnchor::bottomRight;
+  CardAnchor m_miniMapHome = CardAnchor::bottomRight;    // where the user wants it
+  CardAnchor m_miniMapCorner = CardAnchor::bottomRight;  // where it does not cover the selected topic
   CardAnchor m_searchCorner = CardAnchor::topRight;
   std::optional<CardAnchor> m_pathHome;  // where the user wants it, if anywhere
   CardAnchor m_pathCorner = CardAnchor::bottomLeft;
@@ -80,6 +90,7 @@ class CanvasCompanions : public QObject {
   CardAnchor m_quickLookCorner = CardAnchor::topLeft;  // where it does not cover its topic
   Card* m_settling = nullptr;
   QVariantAnimation* m_animation;
+  Scheduler::Task m_miniMapTask = 0;
 };
 
 }  // namespace quilmora

@@ -6,6 +6,7 @@
 
 #include "app/look/Look.h"
 #include "app/look/Paint.h"
+#include "app/look/Widgets.h"
 #include "editor/EditorState.h"
 
 namespace quilmora {
@@ -16,6 +17,8 @@ using namespace std::chrono_literals;
 
 constexpr QSize overviewSize(180, 120);
 constexpr int stripHeight = 14;
+constexpr QSize foldButtonSize(18, 12);
+constexpr QSize foldButtonIcon(8, 8);
 constexpr double groundOpacity = 0.85;
 // Topics and edges that are drawn in one go, which takes a few milliseconds at most.
 constexpr std::size_t countAtOnce = 1200;
@@ -32,8 +35,21 @@ const QColor gray(0x8E, 0x8E, 0x93);
 }  // namespace
 
 MiniMapView::MiniMapView(const Look& look, EditorState& editor, Scheduler& scheduler, QWidget* canvas)
-    : Card(look, canvas), m_editor(editor), m_scheduler(scheduler) {
+    : Card(look, canvas),
+      m_editor(editor),
+      m_scheduler(scheduler),
+      m_foldButton(new IconButton(look, QStringLiteral("xmark"), tr("Hide Mini-Map"), this)),
+      m_unfoldButton(new IconButton(look, QStringLiteral("map"), tr("Show Mini-Map"), this)) {
   setAccessibleName(tr("Mini-map"));
+  m_foldButton->setFixedSize(foldButtonSize);
+  m_foldButton->setIconSize(foldButtonIcon);
+  m_foldButton->move(overviewSize.width() - foldButtonSize.width() - 2, 1);
+  m_unfoldButton->hide();
+  for (IconButton* button : {m_foldButton, m_unfoldButton}) {
+    button->setFocusPolicy(Qt::NoFocus);
+    button->setCursor(Qt::ArrowCursor);
+    connect(button, &IconButton::clicked, this, [this, button] { setFolded(button == m_foldButton); });
+  }
   setMovable();
   setMouseTracking(true);
   setGroundOpacity(groundOpacity);
@@ -63,7 +79,17 @@ QRectF MiniMapView::mapRect() const {
 }
 
 QSize MiniMapView::wantedSize(QSize) {
-  return overviewSize + QSize(0, stripHeight);
+  return m_isFolded ? m_unfoldButton->size() : overviewSize + QSize(0, stripHeight);
+}
+
+void MiniMapView::setFolded(bool folded) {
+  if (m_isFolded == folded) return;
+  m_isFolded = folded;
+  setMovable(folded ? Grip::none : Grip::shown);
+  m_foldButton->setVisible(!folded);
+  m_unfoldButton->setVisible(folded);
+  Q_EMIT placementWanted();
+  if (!folded) mapChanged();
 }
 
 std::optional<MiniMapGeometry> MiniMapView::geometry() const {
@@ -73,6 +99,7 @@ std::optional<MiniMapGeometry> MiniMapView::geometry() const {
 
 void MiniMapView::mapChanged() {
   m_drawnGeneration.reset();
+  if (m_isFolded) return;
   const MindMap& map = m_editor.mindMap();
   const bool isLarge = map.nodes.size() + map.edges.size() > countAtOnce;
   if (isLarge) {
@@ -124,7 +151,7 @@ void MiniMapView::advance() {
 void MiniMapView::paintEvent(QPaintEvent* event) {
   Card::paintEvent(event);
   const MiniMapPicture* picture = shownPicture();
-  if (!picture) return;
+  if (!picture || m_isFolded) return;
   if (picture->image().devicePixelRatio() != devicePixelRatioF() && isCurrent()) mapChanged();
   QPainter painter(this);
   const paint::Scope scope(&painter);
@@ -157,7 +184,7 @@ void MiniMapView::moveCanvasTo(QPointF point) {
 }
 
 void MiniMapView::mousePressEvent(QMouseEvent* event) {
-  if (event->button() != Qt::LeftButton || !mapRect().contains(event->position())) {
+  if (event->button() != Qt::LeftButton || m_isFolded || !mapRect().contains(event->position())) {
     Card::mousePressEvent(event);
     return;
   }

@@ -9,6 +9,7 @@
 
 namespace quilmora {
 
+class IconButton;
 class EditorState;
 
 // An overview of the map with a rectangle for what the canvas shows. A click or drag in it moves the canvas there.
@@ -32,6 +33,12 @@ class MiniMapView : public Card {
   // Whether the picture on show is that of the map as it stands.
   bool isCurrent() const { return m_drawnGeneration.has_value(); }
 
+  // Put away, it is a button that brings it back.
+  bool isFolded() const { return m_isFolded; }
+  void setFolded(bool folded);
+  IconButton& foldButton() const { return *m_foldButton; }
+  IconButton& unfoldButton() const { return *m_unfoldButton; }
+
   QSize wantedSize(QSize room) override;
 
  protected:
@@ -53,6 +60,9 @@ class MiniMapView : public Card {
 
   EditorState& m_editor;
   Scheduler& m_scheduler;
+  IconButton* m_foldButton;
+  IconButton* m_unfoldButton;
+  bool m_isFolded = false;
   QSizeF m_canvasSize;
   std::unique_ptr<MiniMapPicture> m_picture;
   std::unique_ptr<MiniMapPicture> m_growing;

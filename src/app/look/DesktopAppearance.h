@@ -14,6 +14,8 @@ class DesktopAppearance : public QObject {
 
  public:
   virtual bool prefersDark() const = 0;
+  // Whether the person wants nothing to glide.
+  virtual bool prefersStillness() const = 0;
   // The interface font that the user's desktop has set, or nothing.
   virtual std::optional<QFont> interfaceFont() const = 0;
 
@@ -30,6 +32,7 @@ class SystemDesktopAppearance final : public DesktopAppearance {
   SystemDesktopAppearance();
 
   bool prefersDark() const override { return m_portalPrefersDark.value_or(m_paletteIsDark); }
+  bool prefersStillness() const override { return m_prefersStillness; }
   std::optional<QFont> interfaceFont() const override { return m_interfaceFont; }
 
  private Q_SLOTS:
@@ -39,6 +42,7 @@ class SystemDesktopAppearance final : public DesktopAppearance {
   std::optional<QFont> m_interfaceFont;
   bool m_paletteIsDark = false;
   std::optional<bool> m_portalPrefersDark;
+  bool m_prefersStillness = false;
 };
 
 // Says what it is told to.
@@ -47,7 +51,12 @@ class FixedDesktopAppearance final : public DesktopAppearance {
 
  public:
   bool prefersDark() const override { return m_prefersDark; }
+  bool prefersStillness() const override { return m_prefersStillness; }
   std::optional<QFont> interfaceFont() const override { return m_interfaceFont; }
+  void setPrefersStillness(bool still) {
+    m_prefersStillness = still;
+    Q_EMIT changed();
+  }
   void setPrefersDark(bool dark) {
     m_prefersDark = dark;
     Q_EMIT changed();
@@ -56,6 +65,7 @@ class FixedDesktopAppearance final : public DesktopAppearance {
 
  private:
   bool m_prefersDark = false;
+  bool m_prefersStillness = false;
   std::optional<QFont> m_interfaceFont;
 };
 

@@ -41,6 +41,10 @@ Look::Look(const SettingsStore& settings, const DesktopAppearance& desktop)
   connect(&desktop, &DesktopAppearance::changed, this, &Look::refresh);
 }
 
+bool Look::isStill() const {
+  return m_desktop.prefersStillness();
+}
+
 QFont Look::font(TextStyle style) const {
   QFont font = m_baseFont;
   const double unit = QFontInfo(m_baseFont).pixelSize() / static_cast<double>(metrics::baseText);

@@ -29,6 +29,8 @@ class Look : public QObject {
 
   const Tokens& tokens() const { return *m_tokens; }
   bool isDark() const { return m_tokens->isDark; }
+  // Whether what moves by itself is to be there at once, as the desktop says.
+  bool isStill() const;
   // In the desktop's interface font, sized in proportion to it.
   QFont font(TextStyle style = TextStyle::base) const;
   QPalette palette() const;

@@ -35,6 +35,16 @@ void Ground::paintEvent(QPaintEvent*) {
   for (const Qt::Edge edge : {Qt::TopEdge, Qt::LeftEdge, Qt::RightEdge, Qt::BottomEdge}) {
     if (m_hairlines.testFlag(edge)) paint::drawHairline(painter, rect(), edge, tokens.hairline);
   }
+  // It has the keyboard only where nothing on it takes it.
+  if (hasFocus()) paint::drawBorder(painter, rect(), 0, tokens.accent, metrics::focusRingWidth);
+}
+
+void Ground::focusInEvent(QFocusEvent*) {
+  update();
+}
+
+void Ground::focusOutEvent(QFocusEvent*) {
+  update();
 }
 
 SymbolLabel::SymbolLabel(const Look& look, QString symbol, int size, TokenColor color, QWidget* parent)

@@ -20,6 +20,7 @@
 #include "app/flows/ExportFlow.h"
 #include "app/flows/SmartPasteView.h"
 #include "app/look/Look.h"
+#include "app/window/FocusWalk.h"
 #include "app/window/InspectorPanel.h"
 #include "app/window/Sidebar.h"
 #include "app/window/StatusLine.h"
@@ -109,6 +110,9 @@ void MainWindow::buildContent() {
   m_canvas->setMinimumWidth(metrics::canvasMinWidth);
   m_canvas->setAccessibleName(tr("Canvas"));
   m_companions = new CanvasCompanions(look, m_editor, m_machine.scheduler, m_canvas);
+  m_canvas->setCoveredAreas([this] { return m_companions->coveredAreas(); });
+  m_canvas->setGlides(!look.isStill());
+  connect(&look, &Look::changed, m_canvas, [this, &look] { m_canvas->setGlides(!look.isStill()); });
   m_statusLine = new StatusLine(look, m_editor, content);
   m_inspector = new InspectorPanel(look, content);
 
@@ -127,6 +131,7 @@ void MainWindow::buildContent() {
   rows->addWidget(m_toolbar);
   rows->addLayout(columns, 1);
   setCentralWidget(content);
+  new FocusWalk({m_toolbar, m_sidebar, m_canvas, m_inspector}, this);
   connect(m_sidebar, &Sidebar::tabChosen, this, [this](SidebarTab tab) {
     m_sidebar->setActiveTab(tab);
     refreshPanels();
@@ -160,7 +165,11 @@ void MainWindow::receiveNotifications() {
         m_notifications.observe(notification, [action](const QVariant& object) { action(object); }));
   };
   using enum Notification;
-  receive(createNode, [this](const QVariant&) { m_commands.createNode(); });
+  receive(createNode, [this](const QVariant&) {
+    m_commands.createNode();
+    // The letters typed next are its title.
+    if (!m_editor.isEditingInline()) m_canvas->setFocus(Qt::ShortcutFocusReason);
+  });
   receive(createEdge, [this](const QVariant&) { m_commands.toggleEdgeCreation(); });
   receive(openDocument, [this](const QVariant&) {
     m_canvas->commitTitleEdit();

@@ -240,15 +240,15 @@ PaintSteps MapPainter::paintSteps(QPainter& painter, MapScene scene, PaintOption
 
   co_yield Work::texts;
   const bool hasHandles = options.selection && scene.selectedEdgeIDs && !scene.selectedEdgeIDs->empty();
-  // Above or below the topics.
+  const bool handlesAbove = handlesLieAbove(scene, options);
   for (const bool isAbove : {false, true}) {
-    if (hasHandles && options.handlesAboveNodes == isAbove)
+    if (hasHandles && handlesAbove == isAbove)
       for (const std::uint32_t edge : part.edges) {
         if (++number % 16 == 0) co_yield Work::texts;
         if (!context.isEdgeDragged(edge) && scene.selectedEdgeIDs->contains(m_sketch->edges()[edge].id))
           paintEdgeHandles(painter, context, edge, HandleState::resting);
       }
-    if (options.selection && options.handlesAboveNodes == isAbove) paintSelectedRelationship(painter, context);
+    if (options.selection && handlesAbove == isAbove) paintSelectedRelationship(painter, context);
     for (std::size_t k = 0; !isAbove && k < nodes.pieceCount(); ++k) {
       nodes.paintPiece(k);
       co_yield Work::texts;

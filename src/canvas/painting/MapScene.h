@@ -93,11 +93,24 @@ struct PaintOptions {
   // Paints every pixel alike whatever part of a picture is painted, so that parts fit together without a seam. For
   // upright views without levels of detail, sizing by depth and selection.
   bool exactPixels = false;
-  // Draws the handles of selected edges and relationships above the topics instead of below.
+  // Draws the handles of selected edges and relationships above the topics while no topic is selected.
   bool handlesAboveNodes = false;
 
   // A picture of the whole map as an image file holds it.
   static PaintOptions forExport();
 };
+
+// Whether the topic shows its connection handle, for painting and hits alike: the only one that is selected does, while
+// its title is not edited.
+inline bool showsConnectionHandle(const MapScene& scene, const QUuid& nodeID) {
+  return scene.selectedNodeIDs && scene.selectedNodeIDs->size() == 1 && scene.selectedNodeIDs->contains(nodeID) &&
+         scene.editingNodeID != nodeID;
+}
+
+// Whether the handles of selected edges and relationships lie above the topics, for painting and hits alike. Where a
+// topic is selected it is the one that is to be moved, and handles on its middle must not take the press.
+inline bool handlesLieAbove(const MapScene& scene, const PaintOptions& options) {
+  return options.handlesAboveNodes && (!scene.selectedNodeIDs || scene.selectedNodeIDs->empty());
+}
 
 }  // namespace quilmora

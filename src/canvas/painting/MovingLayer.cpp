@@ -113,9 +113,7 @@ void MovingLayer::paintMovedConnectionHandle() {
   const MapScene& scene = m_context.scene;
   const auto source = m_context.shownNode(scene.connectionDrag->sourceID);
   if (!source || !m_context.isNodeSelected(scene.index->numberOfNode()[*source])) return;
-  const NodeMetrics metrics = m_context.measurer.measure(
-      scene.map->nodes[*source], m_context.depthFraction(scene.index->numberOfNode()[*source]), m_context.sizing());
-  const QPointF center = scene.connectionDrag->end + metrics.connectionHandle.center();
+  const QPointF center = scene.connectionDrag->end;
   if (!m_context.drawable.contains(center)) return;
   paintHandle(m_painter, center,
               {HandleMetrics::connectionHandleDiameter, m_context.colors.selection, Qt::transparent, 0.0,
@@ -130,14 +128,10 @@ void MovingLayer::paintHandles() {
         paintRelationshipHandles(m_painter, m_context, relationship, HandleState::dragged);
     return;
   }
-  if (!scene.selectedEdgeIDs || scene.selectedEdgeIDs->empty()) return;
+  if (!scene.draggedHandle) return;
   const auto& sketches = m_context.sketch.edges();
-  for (std::size_t i = 0; i < sketches.size(); ++i) {
-    if (scene.draggedHandle && sketches[i].id == scene.draggedHandle->ownerID)
-      paintEdgeHandles(m_painter, m_context, i, HandleState::dragged);
-    if (m_context.isEdgeDragged(i) && scene.selectedEdgeIDs->contains(sketches[i].id))
-      paintEdgeHandles(m_painter, m_context, i, HandleState::resting);
-  }
+  for (std::size_t i = 0; i < sketches.size(); ++i)
+    if (sketches[i].id == scene.draggedHandle->ownerID) paintEdgeHandles(m_painter, m_context, i, HandleState::dragged);
 }
 
 void MovingLayer::mark(QPointF from, QPointF to, double reach) {

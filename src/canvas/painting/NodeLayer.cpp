@@ -277,7 +277,8 @@ void NodeLayer::paintNode(const SeenNode& seen) {
   } else {
     if (!seen.isContentCovered) paintContent(node, seen.metrics, seen.isEditing);
     paintMarkers(node, number, seen);
-    if (seen.isSelected && !seen.isEditing) paintConnectionHandle(node, seen.metrics.connectionHandle);
+    if (seen.isSelected && showsConnectionHandle(m_context.scene, node.id))
+      paintConnectionHandle(node, seen.metrics.connectionHandle);
   }
   m_painter.setTransform(m_canvasTransform);
   if (seen.opacity < 1.0) m_painter.setOpacity(1.0);

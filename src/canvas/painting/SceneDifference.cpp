@@ -54,6 +54,7 @@ ChangedParts SceneDifference::follow(const MapScene& scene, const PaintOptions& 
     m_selectedEdges.assign(scene.selectedEdgeIDs->begin(), scene.selectedEdgeIDs->end());
   }
   if (!m_parts.everything) compareGestures(scene);
+  m_areHandlesAbove = handlesLieAbove(scene, options);
   m_scene = scene;
   m_scene.map = nullptr;
   m_isKnown = true;
@@ -98,6 +99,7 @@ std::vector<SceneDifference::NodeLook> SceneDifference::looksOf(const MapScene& 
       if (const std::uint32_t number = index.ids()->find(id); number < looks.size()) looks[number].*flag = true;
   };
   mark(scene.selectedNodeIDs, &NodeLook::isSelected);
+  if (scene.selectedNodeIDs && scene.selectedNodeIDs->size() == 1) mark(scene.selectedNodeIDs, &NodeLook::hasHandle);
   mark(scene.collapsedNodeIDs, &NodeLook::isCollapsed);
   if (isDragging(scene))
     for (NodeLook& look : looks) look.isShown = look.isShown && !look.isSelected;
@@ -121,8 +123,9 @@ void SceneDifference::compareLooks(const MapScene& scene) {
     const bool hasMoved =
         now.position != before.position || now.isShown != before.isShown || now.exists != before.exists;
     m_isMoved[number] = hasMoved || (config.edgeSizing && now.depth != before.depth);
-    const bool isOther = hasMoved || now.isSelected != before.isSelected || now.isCollapsed != before.isCollapsed ||
-                         now.hasChildren != before.hasChildren || (isSizedByDepth && now.depth != before.depth);
+    const bool isOther = hasMoved || now.isSelected != before.isSelected || now.hasHandle != before.hasHandle ||
+                         now.isCollapsed != before.isCollapsed || now.hasChildren != before.hasChildren ||
+                         (isSizedByDepth && now.depth != before.depth);
     if (!isOther && !m_isMoved[number]) continue;
     if (++count > maxChangeCount) {
       m_parts.everything = true;
@@ -185,8 +188,9 @@ void SceneDifference::compareSelectedEdges(const MapScene& scene) {
   before.reserve(m_selectedEdges.size());
   for (const QUuid& id : m_selectedEdges) before.insert(id);
   IdSet changed;
+  const bool areHandlesMoved = handlesLieAbove(scene, *m_options) != m_areHandlesAbove;
   for (const QUuid& id : now)
-    if (!before.contains(id)) changed.insert(id);
+    if (areHandlesMoved || !before.contains(id)) changed.insert(id);
   for (const QUuid& id : before)
     if (!now.contains(id)) changed.insert(id);
   if (changed.empty()) return;
@@ -255,7 +259,8 @@ void SceneDifference::compareGestures(const MapScene& scene) {
   if (handleOf(m_scene) != handleOf(scene))
     for (const MapScene* one : both)
       if (one->draggedHandle) links.push_back(one->draggedHandle->ownerID);
-  if (m_scene.selectedRelationshipID != scene.selectedRelationshipID)
+  if (m_scene.selectedRelationshipID != scene.selectedRelationshipID ||
+      handlesLieAbove(scene, *m_options) != m_areHandlesAbove)
     for (const auto& id : {m_scene.selectedRelationshipID, scene.selectedRelationshipID})
       if (id) links.push_back(*id);
   if (!links.empty()) {

@@ -41,6 +41,7 @@ class SceneDifference {
     bool exists = false;
     bool isShown = false;  // neither hidden nor moved by a drag
     bool isSelected = false;
+    bool hasHandle = false;
     bool isCollapsed = false;
     bool hasChildren = false;
   };
@@ -78,6 +79,7 @@ class SceneDifference {
   std::shared_ptr<IdTable> m_ids;
   std::vector<NodeLook> m_looks;
   std::vector<QUuid> m_selectedEdges;
+  bool m_areHandlesAbove = false;
 };
 
 }  // namespace quilmora

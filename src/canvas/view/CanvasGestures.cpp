@@ -144,7 +144,7 @@ std::unique_ptr<CanvasGesture> CanvasGestures::recognize(const PointerInput& inp
     case Kind::node:
       return std::make_unique<NodeDrag>(context(), id, press.canvasStart);
     case Kind::connectionHandle:
-      return std::make_unique<ConnectionDrag>(context(), id, press.canvasStart);
+      return std::make_unique<ConnectionDrag>(context(), id);
     case Kind::edgeSourceHandle:
       return std::make_unique<EndpointDrag>(context(), id, EdgeEndpoint::source, press.canvasStart);
     case Kind::edgeTargetHandle:
@@ -291,10 +291,16 @@ bool CanvasGestures::wheel(const WheelInput& input) {
 }
 
 void CanvasGestures::pinch(double magnification) {
-  m_isPinching = m_isPinching || std::abs(magnification - 1.0) >= minimumPinchDelta;
-  if (!m_isPinching) return;
+  if (!m_isPinching) {
+    if (std::abs(magnification - 1.0) < minimumPinchDelta) return;
+    m_isPinching = true;
+    // What the first finger began was not meant, be it on a screen or on a trackpad.
+    cancel();
+  }
   const QPointF anchor = m_editor.cursorLocation;
   m_editor.zoomAt(m_state.initialZoom * magnification, anchor.x(), anchor.y());
+  followParts(anchor);
+  notify();
 }
 
 void CanvasGestures::pinchEnded() {

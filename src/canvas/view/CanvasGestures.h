@@ -46,7 +46,7 @@ class CanvasGestures {
 
   // Pans, or zooms with Command. Returns whether the canvas took it.
   bool wheel(const WheelInput& input);
-  // `magnification` counts from the start of the pinch.
+  // `magnification` counts from the start of the pinch. A pinch that begins takes a drag under way back.
   void pinch(double magnification);
   void pinchEnded();
 

@@ -1,8 +1,19 @@
 #include "canvas/view/CanvasKeys.h"
 
+#include <cmath>
+
+#include "canvas/geometry/ViewTransform.h"
 #include "canvas/view/CanvasGestures.h"
 
 namespace quilmora {
+
+namespace {
+
+bool isArrow(int key) {
+  return key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Up || key == Qt::Key_Down;
+}
+
+}  // namespace
 
 bool CanvasKeys::press(int key, Qt::KeyboardModifiers modifiers) {
   if (m_editor.isEditingInline()) return false;
@@ -18,7 +29,29 @@ bool CanvasKeys::press(int key, Qt::KeyboardModifiers modifiers) {
     default:
       break;
   }
-  return m_windowKeys.press(key, modifiers, false);
+  return m_windowKeys.press(key, modifiers, false) || (isArrow(key) && selectRootInTheMiddle());
+}
+
+bool CanvasKeys::selectRootInTheMiddle() {
+  const std::optional<QUuid> selected = m_editor.firstSelectedNode();
+  if (m_editor.isPresentationMode() || (selected && m_editor.hasNode(*selected))) return false;
+  const QSizeF size = m_editor.lastKnownCanvasSize().value_or(MindMapViewModel::assumedCanvasSize);
+  const QPointF middle = ViewTransform{m_editor.canvasOffset(), m_editor.canvasZoom()}.toCanvas(
+      QPointF(size.width() / 2, size.height() / 2));
+  const MapIndex& index = m_editor.mapIndex();
+  std::optional<QUuid> nearest;
+  double shortest = 0.0;
+  for (const QUuid& root : m_editor.treeInfo().roots()) {
+    const std::uint32_t place = index.find(root);
+    if (place == MapIndex::npos) continue;
+    const QPointF way = index.positions()[place] - middle;
+    const double distance = std::hypot(way.x(), way.y());
+    if (nearest && !(distance < shortest)) continue;
+    nearest = root;
+    shortest = distance;
+  }
+  if (nearest) m_editor.selectNode(*nearest, false);
+  return nearest.has_value();
 }
 
 bool CanvasKeys::editTitle() {

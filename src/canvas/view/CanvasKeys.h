@@ -18,6 +18,8 @@ class CanvasKeys {
 
  private:
   bool editTitle();
+  // Where no topic is selected an arrow begins with the root nearest to the middle of the view.
+  bool selectRootInTheMiddle();
 
   MindMapViewModel& m_editor;
   CanvasGestures& m_gestures;

@@ -149,10 +149,13 @@ void CanvasScene::paintPartState(QPainter& painter, const CanvasState& state) {
 // --- What lies where ---
 
 CanvasTarget CanvasScene::targetAt(QPointF point, const CanvasState& state) {
-  if (const auto handle = relationshipHandleAt(point, state)) return *handle;
-  if (const auto handle = edgeHandleAt(point)) return *handle;
   const MapScene scene = describe(state);
+  const bool handlesAbove = handlesLieAbove(scene, canvasOptions());
+  if (handlesAbove)
+    if (const auto handle = linkHandleAt(point, state)) return *handle;
   if (const auto part = nodePartAt(scene, point)) return *part;
+  if (!handlesAbove)
+    if (const auto handle = linkHandleAt(point, state)) return *handle;
   if (const auto index = m_painter.relationshipAt(scene, point))
     return {CanvasTarget::Kind::relationship, scene.map->relationships[*index].id};
   if (const auto index = m_painter.edgeAt(scene, point, canvasOptions()))
@@ -161,12 +164,16 @@ CanvasTarget CanvasScene::targetAt(QPointF point, const CanvasState& state) {
 }
 
 CanvasTarget CanvasScene::partAt(QPointF point, const CanvasState& state) {
-  if (const auto handle = relationshipHandleAt(point, state)) return *handle;
-  if (const auto handle = edgeHandleAt(point)) return *handle;
+  const MapScene scene = describe(state);
+  const bool handlesAbove = handlesLieAbove(scene, canvasOptions());
+  if (handlesAbove)
+    if (const auto handle = linkHandleAt(point, state)) return *handle;
   std::size_t patience = movesPatience;
-  const auto part = nodePartAt(describe(state), point, &patience);
+  const auto part = nodePartAt(scene, point, &patience);
   if (part) return part->isPart() ? *part : CanvasTarget();
   if (patience == 0) return {};
+  if (!handlesAbove)
+    if (const auto handle = linkHandleAt(point, state)) return *handle;
   const auto region = regionAt(point);
   if (!region || !region->isPart()) return {};
   // Connectors lie above regions.
@@ -209,8 +216,7 @@ std::optional<QRectF> CanvasScene::nodePartRect(const CanvasTarget& part, const 
   const auto position = shownPosition(part.id);
   if (!position || m_editor.canvasZoom() * m_pixelRatio < NodeMetrics::minPartScale) return std::nullopt;
   const bool isHandle = part.kind == CanvasTarget::Kind::connectionHandle;
-  if (isHandle ? !m_editor.selectedNodeIDs().contains(part.id) || state.editingNodeID == part.id
-               : m_editor.treeInfo().childCount(part.id) == 0)
+  if (isHandle ? !showsConnectionHandle(describe(state), part.id) : m_editor.treeInfo().childCount(part.id) == 0)
     return std::nullopt;
   const NodeMetrics metrics = m_painter.measure(describe(state), m_editor.mapIndex().find(part.id), canvasOptions());
   return (isHandle ? metrics.connectionHandle : metrics.collapseToggle).translated(*position);
@@ -262,6 +268,11 @@ std::optional<QPointF> CanvasScene::shownPosition(const QUuid& nodeID) {
   const std::uint32_t index = m_editor.mapIndex().find(nodeID);
   if (index == MapIndex::npos || m_editor.hiddenNodes()[index]) return std::nullopt;
   return m_editor.mapIndex().positions()[index];
+}
+
+std::optional<CanvasTarget> CanvasScene::linkHandleAt(QPointF point, const CanvasState& state) {
+  const auto handle = relationshipHandleAt(point, state);
+  return handle ? handle : edgeHandleAt(point);
 }
 
 std::optional<CanvasTarget> CanvasScene::edgeHandleAt(QPointF point) {
@@ -316,7 +327,7 @@ std::optional<CanvasTarget> CanvasScene::nodePartAt(const MapScene& scene, QPoin
       if (!(std::abs(offset.y()) <= maxPartDistanceY && std::abs(offset.x()) <= maxPartDistanceX)) continue;
       if ((*scene.hiddenNodes)[i]) continue;
       const QUuid id = scene.map->nodes[i].id;
-      const bool hasHandle = scene.selectedNodeIDs->contains(id) && scene.editingNodeID != id;
+      const bool hasHandle = showsConnectionHandle(scene, id);
       const bool hasToggle = scene.tree->childCount(id) > 0;
       if (!hasHandle && !hasToggle) continue;
       if (patience && (*patience == 0 || --*patience == 0)) return std::nullopt;
@@ -326,6 +337,12 @@ std::optional<CanvasTarget> CanvasScene::nodePartAt(const MapScene& scene, QPoin
     }
   if (!boxed) return std::nullopt;
   return CanvasTarget{Kind::node, scene.map->nodes[*boxed].id};
+}
+
+QRectF CanvasScene::topicBounds(const QUuid& nodeID) {
+  const std::size_t index = m_editor.mapIndex().find(nodeID);
+  const NodeMetrics metrics = m_painter.measure(describe({}), index, canvasOptions());
+  return metrics.bounds().united(metrics.connectionHandle).translated(m_editor.mapIndex().positions()[index]);
 }
 
 // --- Title field ---

@@ -56,6 +56,8 @@ class CanvasScene final : public ScenePicture::Source {
   std::optional<QRectF> partRect(const CanvasTarget& part, const CanvasState& state);
   // The topic whose box or small parts hold the point, whatever handles lie above it.
   std::optional<QUuid> topicAt(QPointF canvasPoint);
+  // What an existing topic takes up with the buttons and handles beside it, in canvas units.
+  QRectF topicBounds(const QUuid& nodeID);
   // Of an existing topic.
   TitleLook titleLook(const QUuid& nodeID);
   // Where the title field of an existing topic lies when it holds this text, in canvas units.
@@ -65,6 +67,8 @@ class CanvasScene final : public ScenePicture::Source {
   MapScene describe(const CanvasState& state);
   MapScene describe(const ViewTransform& view, const QRectF& exposed);
   void describeRegions(MapScene& scene, const RegionLayerState& state) const;
+  // The handle of a selected edge or relationship.
+  std::optional<CanvasTarget> linkHandleAt(QPointF point, const CanvasState& state);
   std::optional<CanvasTarget> edgeHandleAt(QPointF point);
   std::optional<CanvasTarget> relationshipHandleAt(QPointF point, const CanvasState& state);
   // `patience` as for MapPainter::nodeAt.

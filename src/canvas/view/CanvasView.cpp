@@ -7,6 +7,7 @@
 #include <QPainter>
 #include <QPinchGesture>
 #include <QToolTip>
+#include <QWindow>
 
 #include "canvas/view/CanvasParts.h"
 #include "canvas/view/EventTranslation.h"
@@ -79,6 +80,9 @@ CanvasView::CanvasView(MindMapViewModel& editor, WindowCommands& commands, Notif
       m_keys(editor, commands, scheduler, m_gestures),
       m_layoutReceivers(editor, m_gestures, notifications),
       m_animation(editor, scheduler, clock),
+      m_reveal(editor, scheduler, m_animation,
+               {[this] { return QSizeF(size()); }, [this](const QUuid& id) { return m_scene.topicBounds(id); },
+                [this] { return m_coveredAreas(); }, [this] { return m_glides && isVisible(); }}),
       m_menus(editor, m_gestures, [this](const QUuid& nodeID) { Q_EMIT imageWanted(nodeID); }) {
   setFocusPolicy(Qt::StrongFocus);
   setMouseTracking(true);
@@ -108,6 +112,9 @@ void CanvasView::observeEditor() {
   connect(&m_editor, &MindMapViewModel::selectedEdgeIDsChanged, this, repaint);
   connect(&m_editor, &MindMapViewModel::selectedRegionIDChanged, this, repaint);
   connect(&m_editor, &MindMapViewModel::isEdgeCreationModeChanged, this, repaint);
+  for (const auto signal : {&MindMapViewModel::selectedNodeIDsChanged, &MindMapViewModel::isEdgeCreationModeChanged,
+                            &MindMapViewModel::isPresentationModeChanged})
+    connect(&m_editor, signal, this, &CanvasView::followInputMethod);
   connect(&m_editor, &MindMapViewModel::activeLensChanged, this, repaint);
 }
 
@@ -116,8 +123,14 @@ void CanvasView::receiveNotifications(NotificationCenter& notifications) {
     m_subscriptions.push_back(notifications.observe(notification, [action](const QVariant&) { action(); }));
   };
   receive(Notification::zoomToFit, [this] { zoomToFit(); });
-  receive(Notification::zoomIn, [this] { m_commands.zoomIn(size()); });
-  receive(Notification::zoomOut, [this] { m_commands.zoomOut(size()); });
+  receive(Notification::zoomIn, [this] {
+    m_animation.finish();
+    m_commands.zoomIn(size());
+  });
+  receive(Notification::zoomOut, [this] {
+    m_animation.finish();
+    m_commands.zoomOut(size());
+  });
   receive(Notification::createRegion, [this] { createRegion(); });
 }
 
@@ -130,7 +143,7 @@ void CanvasView::zoomToFit() {
   m_animation.stop();
   const ViewAnimation::View before{m_editor.canvasZoom(), m_editor.canvasOffset()};
   m_editor.fitToContent(width(), height(), MindMapViewModel::fitPadding);
-  if (!isVisible()) {
+  if (!m_glides || !isVisible()) {
     m_gestures.refreshInitialZoom();
     return;
   }
@@ -225,14 +238,14 @@ void CanvasView::openTitleEditor(const QUuid& nodeID) {
   connect(m_titleEditor, &TitleEditor::shownTitleChanged, this, &CanvasView::viewMoved);
   placeTitleEditor();
   m_titleEditor->show();
-  setAttribute(Qt::WA_InputMethodEnabled, true);
+  followInputMethod();
 }
 
 void CanvasView::closeTitleEditor() {
   m_titleEditorNodeID.reset();
   if (!m_titleEditor) return;
-  setAttribute(Qt::WA_InputMethodEnabled, false);
   TitleEditor* editor = std::exchange(m_titleEditor, nullptr);
+  followInputMethod();
   editor->disconnect(this);
   takeKeyboardFrom(*editor);
   editor->hide();
@@ -266,8 +279,8 @@ bool CanvasView::event(QEvent* event) {
       }
       break;
     case QEvent::KeyPress:
-      // Before Tab moves the focus.
-      if (pressKey(*static_cast<QKeyEvent*>(event))) {
+      // Before Tab moves the focus, which it never does from here.
+      if (pressKey(*static_cast<QKeyEvent*>(event)) || isTabKey(*static_cast<QKeyEvent*>(event))) {
         event->accept();
         return true;
       }
@@ -302,13 +315,15 @@ bool CanvasView::event(QEvent* event) {
 void CanvasView::showPartToolTip(const QHelpEvent& event) {
   const auto& part = m_gestures.state().hoveredPart;
   const auto disc = part ? m_scene.partRect(*part, m_gestures.state()) : std::nullopt;
-  if (!disc) {
+  const ViewTransform view{m_editor.canvasOffset(), m_editor.canvasZoom()};
+  const QRect area = disc ? view.toView(*disc).toAlignedRect() : QRect();
+  // Cards pass on what they have no answer for.
+  if (!area.contains(event.pos()) || childAt(event.pos())) {
     QToolTip::hideText();
     return;
   }
-  const ViewTransform view{m_editor.canvasOffset(), m_editor.canvasZoom()};
   QToolTip::showText(event.globalPos(), partToolTip(part->kind, m_editor.collapsedNodeIDs().contains(part->id)), this,
-                     view.toView(*disc).toAlignedRect());
+                     area);
 }
 
 void CanvasView::mousePressEvent(QMouseEvent* event) {
@@ -317,6 +332,8 @@ void CanvasView::mousePressEvent(QMouseEvent* event) {
     event->ignore();
     return;
   }
+  // What is pressed is what is seen there.
+  m_animation.stop();
   m_gestures.press(input);
 }
 
@@ -331,6 +348,7 @@ void CanvasView::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void CanvasView::wheelEvent(QWheelEvent* event) {
+  m_animation.finish();
   m_gestures.hover(event->position());
   if (!m_gestures.wheel(wheelInput(*event))) event->ignore();
 }
@@ -341,6 +359,7 @@ bool CanvasView::nativeGesture(const QNativeGestureEvent& event) {
       m_nativeMagnification = 1.0;
       return true;
     case Qt::ZoomNativeGesture:
+      m_animation.finish();
       m_gestures.hover(event.position());
       m_nativeMagnification *= 1.0 + event.value();
       m_gestures.pinch(m_nativeMagnification);
@@ -356,49 +375,46 @@ bool CanvasView::nativeGesture(const QNativeGestureEvent& event) {
 
 void CanvasView::pinchGesture(const QPinchGesture& pinch) {
   // Fingers on a screen do not hover: their middle is the anchor, not the one that the toolkit makes a mouse of.
+  m_animation.finish();
   m_gestures.hover(mapFromGlobal(pinch.centerPoint()));
-  m_gestures.cancel();
   if (pinch.state() == Qt::GestureFinished || pinch.state() == Qt::GestureCanceled)
     m_gestures.pinchEnded();
   else
     m_gestures.pinch(pinch.totalScaleFactor());
 }
 
-bool CanvasView::pressKey(const QKeyEvent& event) {
-  if (event.key() == Qt::Key_Alt) m_gestures.setOptionHeld(true);
-  if (m_titleEditor && !m_titleEditor->hasFocus() && !isModifierKey(event.key())) {
-    m_titleEditor->takeKey(event);
-    return true;
+// While the pointer is over the canvas, Alt is for it wherever the keyboard is. Who enters a card has left the canvas.
+bool CanvasView::eventFilter(QObject* watched, QEvent* event) {
+  switch (event->type()) {
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+      if (watched->isWindowType() && m_editor.isCanvasHovered && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Alt)
+        m_gestures.setOptionHeld(event->type() == QEvent::KeyPress);
+      break;
+    case QEvent::Enter:
+      if (watched->parent() != this) break;
+      m_gestures.leave();
+      QToolTip::hideText();
+      break;
+    default:
+      break;
   }
-  if (event.key() == Qt::Key_F10 && event.modifiers() == Qt::ShiftModifier) return openMenuOfSelection();
-  return m_keys.press(event.key(), event.modifiers());
+  return QWidget::eventFilter(watched, event);
 }
 
-void CanvasView::keyReleaseEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_Alt) m_gestures.setOptionHeld(false);
-  QWidget::keyReleaseEvent(event);
-}
-
-void CanvasView::inputMethodEvent(QInputMethodEvent* event) {
-  if (m_titleEditor)
-    m_titleEditor->takeInput(*event);
-  else
-    QWidget::inputMethodEvent(event);
-}
-
-QVariant CanvasView::inputMethodQuery(Qt::InputMethodQuery query) const {
-  if (!m_titleEditor || query == Qt::ImEnabled) return QWidget::inputMethodQuery(query);
-  const QVariant answer = m_titleEditor->inputMethodQuery(query);
-  if (query != Qt::ImCursorRectangle && query != Qt::ImAnchorRectangle) return answer;
-  return answer.toRectF().translated(m_titleEditor->pos());
+void CanvasView::childEvent(QChildEvent* event) {
+  if (event->added() && event->child()->isWidgetType()) event->child()->installEventFilter(this);
+  QWidget::childEvent(event);
 }
 
 void CanvasView::enterEvent(QEnterEvent* event) {
+  if (QWindow* handle = window()->windowHandle()) handle->installEventFilter(this);
   m_gestures.hover(event->position());
   QWidget::enterEvent(event);
 }
 
 void CanvasView::leaveEvent(QEvent* event) {
+  if (QWindow* handle = window()->windowHandle()) handle->removeEventFilter(this);
   m_gestures.leave();
   QWidget::leaveEvent(event);
 }

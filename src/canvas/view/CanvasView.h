@@ -11,6 +11,7 @@
 #include "canvas/view/CanvasScene.h"
 #include "canvas/view/LayoutNotificationReceivers.h"
 #include "canvas/view/ScenePicture.h"
+#include "canvas/view/TopicReveal.h"
 #include "canvas/view/ViewAnimation.h"
 #include "platform/Clock.h"
 #include "platform/Notifications.h"
@@ -49,6 +50,10 @@ class CanvasView : public QWidget {
   RegionLabelField* labelField() const { return m_labelField; }
   // Stores the title or label that is being edited, as leaving the field does. For those who are about to save or quit.
   void commitTitleEdit();
+  // Tells which parts of the view cards lie on, so that new topics are not shown below them.
+  void setCoveredAreas(std::function<std::vector<QRect>()> areas) { m_coveredAreas = std::move(areas); }
+  // Whether the view glides where it moves by itself; otherwise it is there at once.
+  void setGlides(bool glides) { m_glides = glides; }
   // Lets the next frame paint everything anew.
   void forgetPicture() { m_picture.markAllStale(); }
   // Lets every frame be complete, as if painting took no time; for tests.
@@ -66,6 +71,8 @@ class CanvasView : public QWidget {
 
  protected:
   bool event(QEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void childEvent(QChildEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }
@@ -78,7 +85,7 @@ class CanvasView : public QWidget {
   void dragLeaveEvent(QDragLeaveEvent* event) override;
   void dropEvent(QDropEvent* event) override;
   void keyReleaseEvent(QKeyEvent* event) override;
-  // Of a title field that does not have the keyboard yet.
+  // Of a title field that does not have the keyboard yet, or that opens for it.
   void inputMethodEvent(QInputMethodEvent* event) override;
   void enterEvent(QEnterEvent* event) override;
   void leaveEvent(QEvent* event) override;
@@ -93,7 +100,6 @@ class CanvasView : public QWidget {
   void createRegion();
   bool nativeGesture(const QNativeGestureEvent& event);
   void pinchGesture(const QPinchGesture& pinch);
-  bool pressKey(const QKeyEvent& event);
   void showPartToolTip(const QHelpEvent& event);
   void gesturesChanged();
   void viewMoved();
@@ -104,6 +110,15 @@ class CanvasView : public QWidget {
   void openTitleEditor(const QUuid& nodeID);
   void closeTitleEditor();
   void placeTitleEditor();
+
+  // --- Keys and input methods (CanvasViewKeys.cpp) ---
+
+  bool pressKey(const QKeyEvent& event);
+  bool pressArrowOrCommand(const QKeyEvent& event);
+  // Whether letters typed now would open the title of the selected topic.
+  bool takesLetters() const;
+  bool beginTyping();
+  void followInputMethod();
 
   // --- Menus, image files, labels of regions (CanvasViewMenus.cpp) ---
 
@@ -138,6 +153,9 @@ class CanvasView : public QWidget {
   CanvasKeys m_keys;
   LayoutNotificationReceivers m_layoutReceivers;
   ViewAnimation m_animation;
+  std::function<std::vector<QRect>()> m_coveredAreas = [] { return std::vector<QRect>(); };
+  bool m_glides = true;
+  TopicReveal m_reveal;
   std::vector<NotificationCenter::Subscription> m_subscriptions;
   TitleEditor* m_titleEditor = nullptr;
   std::optional<QUuid> m_titleEditorNodeID;

@@ -65,15 +65,30 @@ PointerInput pointerInput(const QMouseEvent& event) {
 
 WheelInput wheelInput(const QWheelEvent& event) {
   const bool precise = isPrecise(event);
-  const QPointF delta =
+  QPointF delta =
       precise ? QPointF(event.pixelDelta()) : QPointF(event.angleDelta()) / notch * QApplication::wheelScrollLines();
-  return {delta, precise, inputModifiers(event.modifiers())};
+  const InputModifiers modifiers = inputModifiers(event.modifiers());
+  // A wheel turns one way only; with Shift it stands for the other.
+  if (modifiers.shift && !modifiers.command && delta.x() == 0.0) delta = delta.transposed();
+  return {delta, precise, modifiers};
 }
 
 bool isCanvasKey(const QKeyEvent& event) {
   const Qt::KeyboardModifiers modifiers = event.modifiers() & ~Qt::KeypadModifier;
   if (event.key() == Qt::Key_A && modifiers == Qt::ControlModifier) return true;
   return modifiers == Qt::NoModifier && isPlainCanvasKey(event.key());
+}
+
+bool isTabKey(const QKeyEvent& event) {
+  const bool isTab = event.key() == Qt::Key_Tab || event.key() == Qt::Key_Backtab;
+  return isTab && !event.modifiers().testFlag(Qt::ControlModifier);
+}
+
+bool typesText(const QKeyEvent& event) {
+  constexpr auto typing = Qt::ShiftModifier | Qt::KeypadModifier | Qt::GroupSwitchModifier;
+  const QString text = event.text();
+  if (text.isEmpty() || (event.modifiers() & ~typing) != Qt::NoModifier) return false;
+  return (text.front().isPrint() && !text.front().isSpace()) || text.front().isSurrogate();
 }
 
 bool isModifierKey(int key) {

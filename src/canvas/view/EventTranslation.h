@@ -19,6 +19,12 @@ WheelInput wheelInput(const QWheelEvent& event);
 // Whether the canvas wants the key before any menu entry with the same shortcut.
 bool isCanvasKey(const QKeyEvent& event);
 
+// Tab with or without Shift.
+bool isTabKey(const QKeyEvent& event);
+
+// Whether the key types something that is seen, and is no shortcut.
+bool typesText(const QKeyEvent& event);
+
 bool isModifierKey(int key);
 
 }  // namespace quilmora

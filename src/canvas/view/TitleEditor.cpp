@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include <QCoreApplication>
 #include <QFontMetricsF>
@@ -12,6 +13,8 @@
 #include <QTextBlock>
 #include <QTextDocument>
 #include <QTextLayout>
+
+#include "canvas/view/EventTranslation.h"
 
 namespace quilmora {
 
@@ -26,9 +29,6 @@ constexpr double farthest = 1e6;
 
 bool isReturn(int key) {
   return key == Qt::Key_Return || key == Qt::Key_Enter;
-}
-bool isTab(int key) {
-  return key == Qt::Key_Tab || key == Qt::Key_Backtab;
 }
 
 // The unwrapped parts of a text as it is shown, what an input method is composing included.
@@ -84,12 +84,16 @@ TitleEditor::TitleEditor(const QString& title, Scheduler& scheduler, QWidget* ca
   setAutoFillBackground(false);
   viewport()->setAutoFillBackground(false);
   document()->setDocumentMargin(0.0);
-  setPlainText(title);
+  showStep({title, 0});
   selectAll();
   // The field grows with its text, so that there is never anything to scroll to.
   for (QScrollBar* bar : {horizontalScrollBar(), verticalScrollBar()})
     connect(bar, &QScrollBar::valueChanged, bar, [bar] { bar->setValue(bar->minimum()); });
-  connect(document(), &QTextDocument::contentsChanged, this, &TitleEditor::shownTitleChanged);
+  connect(document(), &QTextDocument::contentsChanged, this, [this] {
+    if (!m_isChoosing) Q_EMIT shownTitleChanged();
+  });
+  connect(document(), &QTextDocument::contentsChange, this,
+          [this](int, int removed, int) { contentsChanged(removed); });
   m_focusTask = m_scheduler.after(focusDelay, [this] {
     m_focusTask = 0;
     takeFocus();
@@ -181,7 +185,7 @@ QString TitleEditor::shownTitle() const {
 
 QString TitleEditor::editableTitle() const {
   // Unlike toPlainText() this keeps spaces that do not break.
-  return document()->toRawText().replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
+  return m_part.whole(document()->toRawText().replace(QChar::ParagraphSeparator, QLatin1Char('\n')));
 }
 
 void TitleEditor::takeFocus() {
@@ -220,8 +224,9 @@ bool TitleEditor::event(QEvent* event) {
   switch (event->type()) {
     case QEvent::ShortcutOverride: {
       // No menu entry may take the keys that end the edit.
-      const int key = static_cast<QKeyEvent*>(event)->key();
-      if (isReturn(key) || isTab(key) || key == Qt::Key_Escape) {
+      const auto& pressed = *static_cast<QKeyEvent*>(event);
+      const int key = pressed.key();
+      if (isReturn(key) || isTabKey(pressed) || key == Qt::Key_Escape) {
         event->accept();
         return true;
       }
@@ -229,7 +234,7 @@ bool TitleEditor::event(QEvent* event) {
     }
     case QEvent::KeyPress:
       // Tab neither types nor leaves the field.
-      if (isTab(static_cast<QKeyEvent*>(event)->key())) {
+      if (isTabKey(*static_cast<QKeyEvent*>(event))) {
         event->accept();
         return true;
       }
@@ -247,13 +252,16 @@ bool TitleEditor::event(QEvent* event) {
 }
 
 void TitleEditor::keyPressEvent(QKeyEvent* event) {
+  // The pointer may have set the text cursor to the end of a part.
+  followCursor();
   if (event->key() == Qt::Key_Escape) {
     cancel();
   } else if (isReturn(event->key())) {
     returnKey(*event);
-  } else {
+  } else if (!takePartKey(*event)) {
     QTextEdit::keyPressEvent(event);
   }
+  followCursor();
   event->accept();
 }
 
@@ -268,7 +276,15 @@ void TitleEditor::returnKey(const QKeyEvent& event) {
 }
 
 void TitleEditor::inputMethodEvent(QInputMethodEvent* event) {
-  QTextEdit::inputMethodEvent(event);
+  const QString text = event->commitString();
+  if (!text.isEmpty() && document()->characterCount() + text.size() > TextPart::longest) {
+    event->setCommitString(QString());
+    QTextEdit::inputMethodEvent(event);
+    insert(text);
+  } else {
+    QTextEdit::inputMethodEvent(event);
+    followCursor();
+  }
   Q_EMIT shownTitleChanged();
 }
 
@@ -292,7 +308,8 @@ bool TitleEditor::canInsertFromMimeData(const QMimeData* source) const {
 }
 
 void TitleEditor::insertFromMimeData(const QMimeData* source) {
-  textCursor().insertText(source->text());
+  // A picture or a page without its text is nothing, not the empty text.
+  if (const QString text = source->text(); !text.isEmpty()) insert(text);
 }
 
 }  // namespace quilmora

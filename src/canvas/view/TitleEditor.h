@@ -1,16 +1,20 @@
 #pragma once
 
+#include <vector>
+
 #include <QColor>
 #include <QFont>
 #include <QTextEdit>
 
 #include "canvas/view/CanvasScene.h"
+#include "canvas/view/TextPart.h"
 #include "platform/Scheduler.h"
 
 namespace quilmora {
 
 // The text field in which a topic's title is edited on the canvas, laid exactly over the title. Sizes are canvas units:
-// the field is as large as its text within limits, and its text stands where the finished title will stand.
+// the field is as large as its text within limits, and its text stands where the finished title will stand. Of a very
+// long title it lays out only the part around the text cursor.
 class TitleEditor : public QTextEdit {
   Q_OBJECT
 
@@ -22,7 +26,7 @@ class TitleEditor : public QTextEdit {
   ~TitleEditor() override;
 
   void setTitleLook(const TitleLook& look);
-  // The text as it is shown, what an input method is composing included.
+  // The text as it is shown, what an input method is composing included: of a very long one, the part laid out.
   QString shownTitle() const;
   // Lays the field over `field`, in view coordinates.
   void place(const QRectF& field, double zoom);
@@ -35,6 +39,12 @@ class TitleEditor : public QTextEdit {
   void takeInput(const QInputMethodEvent& event);
   // Ends the edit as leaving the field does.
   void commit();
+
+ public Q_SLOTS:
+  // These see the whole text, whatever part of it is laid out; menus call them by their names.
+  void undo();
+  void redo();
+  void selectAll();
 
  Q_SIGNALS:
   void committed(const QString& title);
@@ -49,8 +59,22 @@ class TitleEditor : public QTextEdit {
   void wheelEvent(QWheelEvent* event) override;
   void insertFromMimeData(const QMimeData* source) override;
   bool canInsertFromMimeData(const QMimeData* source) const override;
+  QMimeData* createMimeDataFromSelection() const override;
 
  private:
+  // The whole text at some time, with the place of the text cursor.
+  struct Step {
+    QString text;
+    qsizetype cursor = 0;
+  };
+
+  Step present() const;
+  void showStep(const Step& step);
+  void keepStep();
+  void insert(const QString& text);
+  bool takePartKey(const QKeyEvent& event);
+  void followCursor();
+  void contentsChanged(int removed);
   void takeFocus();
   QFont fontAt(double zoom) const;
   void setLineSpacing(double percent);
@@ -60,6 +84,14 @@ class TitleEditor : public QTextEdit {
   Scheduler& m_scheduler;
   Scheduler::Task m_focusTask = 0;
   TitleLook m_look;
+  TextPart m_part;
+  Step m_shown;  // as it was when the part was chosen
+  // Beyond what the document of the part can undo and redo.
+  std::vector<Step> m_past;
+  std::vector<Step> m_future;
+  bool m_isChoosing = false;
+  bool m_isStepping = false;
+  bool m_isAllSelected = false;  // not only the part
   bool m_isDone = false;
 };
 

@@ -1,11 +1,13 @@
 #include "canvas/view/ViewAnimation.h"
 
+#include <utility>
+
 #include <QEasingCurve>
 
 namespace quilmora {
 
 void ViewAnimation::start(const View& target, std::function<void()> finished) {
-  stop();
+  cancelTask();
   m_from = m_shown = present();
   m_to = target;
   m_finished = std::move(finished);
@@ -13,9 +15,29 @@ void ViewAnimation::start(const View& target, std::function<void()> finished) {
   m_task = m_scheduler.after(frameInterval, [this] { step(); });
 }
 
+void ViewAnimation::cancelTask() {
+  if (m_task) m_scheduler.cancel(std::exchange(m_task, 0));
+}
+
 void ViewAnimation::stop() {
-  if (m_task) m_scheduler.cancel(m_task);
-  m_task = 0;
+  if (isRunning()) end();
+}
+
+void ViewAnimation::finish() {
+  if (!isRunning()) return;
+  if (present() == m_shown) show(m_to);
+  end();
+}
+
+void ViewAnimation::jump(const View& target) {
+  cancelTask();
+  show(target);
+  end();
+}
+
+void ViewAnimation::end() {
+  cancelTask();
+  if (const auto finished = std::exchange(m_finished, {})) finished();
 }
 
 void ViewAnimation::show(const View& view) {
@@ -26,13 +48,12 @@ void ViewAnimation::show(const View& view) {
 
 void ViewAnimation::step() {
   m_task = 0;
-  if (present() != m_shown) return;
+  if (present() != m_shown) return end();
   const auto elapsed = m_clock.now() - m_start;
   // A system clock that was set back must not hold the view in the air.
   if (elapsed >= duration || elapsed < elapsed.zero()) {
     show(m_to);
-    if (m_finished) m_finished();
-    return;
+    return end();
   }
   const double progress = std::chrono::duration<double>(elapsed) / std::chrono::duration<double>(duration);
   const double eased = QEasingCurve(QEasingCurve::InOutQuad).valueForProgress(progress);

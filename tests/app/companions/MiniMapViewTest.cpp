@@ -1,5 +1,6 @@
 #include "app/companions/CompanionsFixture.h"
 #include "app/companions/MiniMapView.h"
+#include "app/look/Widgets.h"
 
 namespace quilmora::test {
 namespace {
@@ -57,6 +58,39 @@ TEST_F(MiniMapViewTest, ADragGoesOnMovingTheCanvas) {
   QTest::mouseMove(&view(), centre());
   EXPECT_EQ(editor().canvasOffset(), QPointF(150, 255));
   EXPECT_EQ(view().pos(), QPoint(608, 454));
+}
+
+TEST_F(MiniMapViewTest, MakesWayForTheSelectedTopicOnceTheViewRestsAndComesHome) {
+  m_desktop.setPrefersStillness(true);
+  startWithTwoTopics();
+  editor().createFreeNode(700, 520);
+  m_scheduler.advance(100ms);
+  EXPECT_EQ(view().pos(), QPoint(608, 454));
+  m_scheduler.advance(100ms);
+  EXPECT_EQ(view().pos(), QPoint(12, 454));
+  EXPECT_FALSE(companions().coveredAreas().empty());
+  // It does not jump back as long as it hides nothing where it is.
+  editor().setSelectedNodeIDs({topicId(2)});
+  m_scheduler.advance(200ms);
+  EXPECT_EQ(view().pos(), QPoint(12, 454));
+  editor().setSelectedNodeIDs({});
+  m_scheduler.advance(200ms);
+  EXPECT_EQ(view().pos(), QPoint(608, 454));
+  EXPECT_EQ(m_scheduler.waitingCount(), 0u);
+}
+
+TEST_F(MiniMapViewTest, IsPutAwayAndBroughtBackByItsButton) {
+  startWithTwoTopics();
+  view().foldButton().click();
+  EXPECT_TRUE(view().isFolded());
+  EXPECT_EQ(view().QWidget::geometry(), QRect(758, 558, 30, 30));
+  editor().createFreeNode(900, 900);
+  settle();
+  EXPECT_FALSE(view().isCurrent());
+  view().unfoldButton().click();
+  settle();
+  EXPECT_EQ(view().QWidget::geometry(), QRect(608, 454, 180, 134));
+  EXPECT_TRUE(view().isCurrent());
 }
 
 TEST_F(MiniMapViewTest, WithoutTopicsItDrawsOnlyItsFrame) {

@@ -71,6 +71,27 @@ TEST_F(CanvasKeyPress, ArrowsStepThroughTopicsAndPassOnWithoutOne) {
   EXPECT_EQ(rig.editor.selectedNodeIDs(), IdSet({topicId(1)}));
 }
 
+TEST_F(CanvasKeyPress, ArrowWithNothingSelectedBeginsAtTheRootNearestToTheMiddleOfTheView) {
+  rig.editor.setMindMap(mapWith({topic(1, 0, 0), topic(2, 2000, 0), topic(3, 1900, 40)}, {{2, 3}}));
+  rig.gestures.appear({800, 600});
+  rig.editor.selectEdge(edgeId(0), false);
+  rig.look(1.0, {-1500, 300});
+  const QPointF offset = rig.editor.canvasOffset();
+  EXPECT_TRUE(rig.keys.press(Qt::Key_Left));
+  EXPECT_EQ(rig.editor.selectedNodeIDs(), IdSet({topicId(2)}));
+  EXPECT_TRUE(rig.editor.selectedEdgeIDs().empty());
+  EXPECT_EQ(rig.editor.canvasOffset(), offset);
+  rig.editor.setSelectedNodeIDs({topicId(77)});
+  rig.look(0.5, {390, 300});
+  EXPECT_TRUE(rig.keys.press(Qt::Key_Down));
+  EXPECT_EQ(rig.editor.selectedNodeIDs(), IdSet({topicId(1)}));
+}
+
+TEST_F(CanvasKeyPress, ArrowOnAnEmptyMapPassesOn) {
+  rig.editor.setMindMap(mapWith({}));
+  EXPECT_FALSE(rig.keys.press(Qt::Key_Right));
+}
+
 TEST_F(CanvasKeyPress, ArrowsStepThroughAPresentation) {
   rig.editor.togglePresentation();
   EXPECT_TRUE(rig.keys.press(Qt::Key_Down));

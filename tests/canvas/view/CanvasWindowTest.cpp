@@ -220,6 +220,13 @@ TEST_F(CanvasWindow, NotchOfTheWheelPansByTheDesktopsLines) {
   EXPECT_EQ(rig.editor.canvasOffset(), QPointF(270, 230));
 }
 
+TEST_F(CanvasWindow, WheelWithShiftPansSideways) {
+  rig.wheel({400, 300}, {}, {0, 120}, Qt::ShiftModifier);
+  EXPECT_EQ(rig.editor.canvasOffset(), QPointF(330, 200));
+  rig.wheel({400, 300}, {}, {-120, 0}, Qt::ShiftModifier);
+  EXPECT_EQ(rig.editor.canvasOffset(), QPointF(300, 200));
+}
+
 TEST_F(CanvasWindow, WheelOfHighResolutionPansByParts) {
   rig.wheel({400, 300}, {}, {0, 15});
   EXPECT_EQ(rig.editor.canvasOffset(), QPointF(300, 203.75));
@@ -303,9 +310,72 @@ TEST_F(CanvasWindow, PinchOnATrackpadZooms) {
   EXPECT_EQ(rig.view.gestures().state().initialZoom, 1.5);
 }
 
+// However a fit in motion is interrupted, the view is as if it had been there at once.
+TEST_F(CanvasWindow, WheelAndPinchInterruptAFitAsIfItHadBeenThereAtOnce) {
+  rig.notifications.post(Notification::zoomToFit);
+  rig.clock.advance(150ms);
+  rig.scheduler.advance(16ms);
+  const double fitted = 440.0 / 350.0;
+  ASSERT_NE(rig.editor.canvasZoom(), fitted);
+  rig.wheel({400, 300}, {}, {0, 120}, Qt::ControlModifier);
+  EXPECT_DOUBLE_EQ(rig.editor.canvasZoom(), fitted * 1.15);
+  EXPECT_EQ(rig.view.gestures().state().initialZoom, fitted);
+  EXPECT_FALSE(rig.view.isAnimating());
+  EXPECT_EQ(rig.scheduler.waitingCount(), 0u);
+  rig.notifications.post(Notification::zoomToFit);
+  rig.clock.advance(150ms);
+  rig.scheduler.advance(16ms);
+  const QPointF at(500, 300);
+  QNativeGestureEvent pinch(Qt::ZoomNativeGesture, QPointingDevice::primaryPointingDevice(), 2, at, at,
+                            rig.view.mapToGlobal(at), 0.5, QPointF());
+  QCoreApplication::sendEvent(&rig.view, &pinch);
+  EXPECT_DOUBLE_EQ(rig.editor.canvasZoom(), fitted * 1.5);
+}
+
+TEST_F(CanvasWindow, PressStopsAFitWhereItIs) {
+  rig.notifications.post(Notification::zoomToFit);
+  rig.clock.advance(150ms);
+  rig.scheduler.advance(16ms);
+  const double zoom = rig.editor.canvasZoom();
+  rig.click(rig.at(3));
+  EXPECT_EQ(rig.editor.selectedNodeIDs(), IdSet({topicId(3)}));
+  EXPECT_EQ(rig.editor.canvasZoom(), zoom);
+  EXPECT_EQ(rig.view.gestures().state().initialZoom, zoom);
+}
+
 // --- Keys ---
 
-TEST_F(CanvasWindow, TabMakesAChildAndMovesOnWithoutASelection) {
+TEST_F(CanvasWindow, AltIsForTheCanvasUnderThePointerWhereverTheKeyboardIs) {
+  QPushButton elsewhere(&rig.window);
+  elsewhere.show();
+  elsewhere.setFocus();
+  QEnterEvent enter(QPointF(400, 300), QPointF(400, 300), rig.view.mapToGlobal(QPointF(400, 300)));
+  QCoreApplication::sendEvent(&rig.view, &enter);
+  QTest::keyPress(rig.handle(), Qt::Key_Alt);
+  EXPECT_EQ(rig.view.cursor().shape(), Qt::OpenHandCursor);
+  QTest::keyRelease(rig.handle(), Qt::Key_Alt);
+  EXPECT_EQ(rig.view.cursor().shape(), Qt::ArrowCursor);
+  QEvent leave(QEvent::Leave);
+  QCoreApplication::sendEvent(&rig.view, &leave);
+  QTest::keyPress(rig.handle(), Qt::Key_Alt);
+  EXPECT_EQ(rig.view.cursor().shape(), Qt::ArrowCursor);
+}
+
+TEST_F(CanvasWindow, ToolTipDoesNotFollowThePointerOntoACard) {
+  QWidget card(&rig.view);
+  card.setGeometry(500, 400, 200, 150);
+  card.show();
+  ASSERT_TRUE(rig.partBeside(1, CanvasTarget::Kind::collapseToggle));
+  ASSERT_TRUE(rig.view.gestures().state().hoveredPart);
+  QEnterEvent enter(QPointF(5, 5), QPointF(505, 405), rig.view.mapToGlobal(QPointF(505, 405)));
+  QCoreApplication::sendEvent(&card, &enter);
+  EXPECT_FALSE(rig.view.gestures().state().hoveredPart);
+  QHelpEvent help(QEvent::ToolTip, {5, 5}, card.mapToGlobal(QPoint(5, 5)));
+  QCoreApplication::sendEvent(&card, &help);
+  EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }));
+}
+
+TEST_F(CanvasWindow, TabMakesAChildAndNeverLeavesTheCanvas) {
   rig.click(rig.at(2));
   rig.key(Qt::Key_Tab);
   EXPECT_EQ(rig.editor.mindMap().nodes.size(), 4u);
@@ -314,8 +384,9 @@ TEST_F(CanvasWindow, TabMakesAChildAndMovesOnWithoutASelection) {
   next.show();
   rig.editor.clearSelection();
   rig.key(Qt::Key_Tab);
+  rig.key(Qt::Key_Backtab, Qt::ShiftModifier);
   EXPECT_EQ(rig.editor.mindMap().nodes.size(), 4u);
-  EXPECT_TRUE(next.hasFocus());
+  EXPECT_TRUE(rig.view.hasFocus());
 }
 
 TEST_F(CanvasWindow, DeleteAndBackspaceRemoveTheSelectedTopics) {

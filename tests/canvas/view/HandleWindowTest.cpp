@@ -90,6 +90,34 @@ TEST_F(HandleWindow, ClickOnAnEndOfASelectedEdgeSelectsItsTopic) {
   EXPECT_TRUE(rig.editor.selectedEdgeIDs().empty());
 }
 
+// A box selects connectors too, whose ends lie on the middles of its topics.
+TEST_F(HandleWindow, BoxedSelectionMovesByTheMiddleOfATopic) {
+  rig.drag(shown(-120, -60), shown(280, 60));
+  ASSERT_EQ(rig.editor.selectedNodeIDs(), IdSet({topicId(1), topicId(2)}));
+  ASSERT_EQ(rig.editor.selectedEdgeIDs(), IdSet({edgeId(0)}));
+  rig.drag(rig.at(2), rig.at(2, {30, 20}));
+  EXPECT_EQ(rig.editor.nodeByID(topicId(1))->position, QPointF(30, 20));
+  EXPECT_EQ(rig.editor.nodeByID(topicId(2))->position, QPointF(230, 20));
+  EXPECT_EQ(edges()[0].to, topicId(2));
+  // The topic that is not selected takes the press on its middle too.
+  rig.drag(rig.at(3), rig.at(3, {10, 10}));
+  EXPECT_EQ(rig.editor.nodeByID(topicId(3))->position, QPointF(10, 170));
+}
+
+TEST_F(HandleWindow, HandlesOfAnEdgeShowOnTopicsOnlyWhileNoTopicIsSelected) {
+  const auto middleOf = [&](int number) {
+    return rig.view.grab().toImage().copy(QRect(rig.at(number) - QPoint(5, 5), QSize(10, 10)));
+  };
+  rig.mouse(QTest::MouseMove, {10, 10});
+  const QImage bare = middleOf(1);
+  rig.editor.setSelectedEdgeIDs({edgeId(0)});
+  EXPECT_NE(middleOf(1), bare);
+  rig.editor.setSelectedNodeIDs({topicId(4)});
+  EXPECT_EQ(middleOf(1), bare);
+  rig.editor.setSelectedNodeIDs({});
+  EXPECT_NE(middleOf(1), bare);
+}
+
 TEST_F(HandleWindow, SelectedEdgeIsBentByItsMiddle) {
   rig.click(shown(100, 0));
   rig.drag(shown(100, 0), shown(110, -40));

@@ -138,8 +138,35 @@ TEST_F(ViewGlide, GivesWayToAnyoneElseWhoMovesTheView) {
   pass(100ms);
   pass(200ms);
   EXPECT_EQ(rig.editor.canvasOffset(), QPointF(-7, -7));
-  EXPECT_EQ(finished, 0);
+  EXPECT_EQ(finished, 1);
   EXPECT_EQ(rig.scheduler.waitingCount(), 0u);
+}
+
+TEST_F(ViewGlide, IsFinishedAtItsTargetOrStoppedWhereItIs) {
+  start();
+  pass(150ms);
+  animation.finish();
+  EXPECT_EQ(rig.editor.canvasZoom(), 2.0);
+  EXPECT_EQ(rig.editor.canvasOffset(), QPointF(100, -50));
+  EXPECT_EQ(finished, 1);
+  rig.look(1.0, {0, 0});
+  start();
+  pass(150ms);
+  animation.stop();
+  EXPECT_DOUBLE_EQ(rig.editor.canvasZoom(), 1.5);
+  EXPECT_EQ(finished, 2);
+  animation.finish();
+  EXPECT_EQ(finished, 2);
+  EXPECT_EQ(rig.scheduler.waitingCount(), 0u);
+}
+
+TEST_F(ViewGlide, ThatWasMovedElsewhereIsNotThrownToItsTarget) {
+  start();
+  pass(150ms);
+  rig.editor.setCanvasOffset({-7, -7});
+  animation.finish();
+  EXPECT_EQ(rig.editor.canvasOffset(), QPointF(-7, -7));
+  EXPECT_EQ(finished, 1);
 }
 
 TEST_F(ViewGlide, EndsAtOnceWhenTheClockIsSetBack) {

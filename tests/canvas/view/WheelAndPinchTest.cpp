@@ -121,6 +121,20 @@ TEST_F(CanvasPinch, BeginsAtAHundredth) {
   EXPECT_DOUBLE_EQ(rig.editor.canvasZoom(), 1.001);
 }
 
+TEST_F(CanvasPinch, ThatBeginsTakesADragBack) {
+  rig.press({100, 100});
+  rig.move({150, 130});
+  ASSERT_TRUE(rig.gestures.isDragging());
+  rig.gestures.pinch(1.005);
+  EXPECT_TRUE(rig.gestures.isDragging());
+  rig.gestures.pinch(1.2);
+  EXPECT_FALSE(rig.gestures.isDragging());
+  EXPECT_EQ(rig.state().nodeDragTranslation, QPointF());
+  rig.release({150, 130});
+  EXPECT_EQ(rig.positionOf(1), QPointF(100, 100));
+  EXPECT_EQ(rig.editor.undoCount(), 0);
+}
+
 TEST_F(CanvasPinch, ThatNeverBeganLeavesTheInitialZoomAlone) {
   wheel({0, 10}, false, command);
   rig.gestures.pinch(1.005);

@@ -6,8 +6,8 @@
 
 namespace quilmora {
 
-ConnectionDrag::ConnectionDrag(GestureContext context, const QUuid& sourceID, QPointF start)
-    : CanvasGesture(context), m_sourceID(sourceID), m_start(start) {}
+ConnectionDrag::ConnectionDrag(GestureContext context, const QUuid& sourceID)
+    : CanvasGesture(context), m_sourceID(sourceID) {}
 
 ConnectionDrag::~ConnectionDrag() {
   state().handleDragSourceID.reset();
@@ -15,28 +15,20 @@ ConnectionDrag::~ConnectionDrag() {
   state().handleDragTargetID.reset();
 }
 
-// The connection grows out of the topic's centre, not out of the handle.
-std::optional<QPointF> ConnectionDrag::endPoint(const PointerInput& input) const {
-  const std::optional<Node> source = editor().nodeByID(m_sourceID);
-  if (!source) return std::nullopt;
-  return source->position + canvasPoint(input.position) - m_start;
-}
-
 void ConnectionDrag::change(const PointerInput& input) {
+  const QPointF point = canvasPoint(input.position);
   state().handleDragSourceID = m_sourceID;
-  state().handleDragEndPoint = endPoint(input);
-  state().handleDragTargetID.reset();
-  if (const auto& point = state().handleDragEndPoint)
-    state().handleDragTargetID = findNearestNode(editor(), *point, m_sourceID, previewRadius);
+  state().handleDragEndPoint = point;
+  state().handleDragTargetID = findNearestNode(editor(), point, m_sourceID, previewRadius);
 }
 
 void ConnectionDrag::end(const PointerInput& input) {
-  const std::optional<QPointF> point = endPoint(input);
-  if (!point) return;
-  if (const std::optional<QUuid> target = dropTarget(*point))
+  if (!editor().hasNode(m_sourceID)) return;
+  const QPointF point = canvasPoint(input.position);
+  if (const std::optional<QUuid> target = dropTarget(point))
     input.modifiers.shift ? editor().addRelationship(m_sourceID, *target) : editor().createEdge(m_sourceID, *target);
   else
-    editor().createChildAt(m_sourceID, point->x(), point->y());
+    editor().createChildAt(m_sourceID, point.x(), point.y());
 }
 
 // The first topic in drawing order that is near enough, not the nearest.

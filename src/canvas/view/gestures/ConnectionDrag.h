@@ -4,7 +4,8 @@
 
 namespace quilmora {
 
-// Draws a connection from a topic's connection handle: to another topic, or to a new child on the free canvas.
+// Draws a connection from a topic's connection handle to the pointer: to another topic, or to a new child on the free
+// canvas.
 class ConnectionDrag final : public CanvasGesture {
  public:
   static constexpr double minimumDistance = 3.0;  // canvas units
@@ -12,18 +13,16 @@ class ConnectionDrag final : public CanvasGesture {
   // Smaller than that of the preview on purpose: between the two a drop makes a child beside the highlighted topic.
   static constexpr double dropRadius = 40.0;
 
-  ConnectionDrag(GestureContext context, const QUuid& sourceID, QPointF start);
+  ConnectionDrag(GestureContext context, const QUuid& sourceID);
   ~ConnectionDrag() override;
 
   void change(const PointerInput& input) override;
   void end(const PointerInput& input) override;
 
  private:
-  std::optional<QPointF> endPoint(const PointerInput& input) const;
   std::optional<QUuid> dropTarget(QPointF point) const;
 
   QUuid m_sourceID;
-  QPointF m_start;
 };
 
 }  // namespace quilmora

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <vector>
+
+#include <QObject>
+#include <QPointer>
+#include <QWidget>
+
+namespace quilmora {
+
+// Walks the keyboard through the areas of a window with F6 or Ctrl+Tab, and backwards with Shift. An area that had the
+// keyboard before gets it where it was.
+class FocusWalk : public QObject {
+ public:
+  // The areas in the order of the walk; those that are hidden are left out. The window owns the walk.
+  FocusWalk(std::vector<QWidget*> areas, QWidget* window);
+
+  void forward() { step(1); }
+  void backward() { step(-1); }
+
+ private:
+  struct Area {
+    QPointer<QWidget> widget;
+    QPointer<QWidget> last;  // what had the keyboard there
+  };
+
+  void step(int direction);
+
+  std::vector<Area> m_areas;
+  QWidget* m_window;
+};
+
+}  // namespace quilmora
