@@ -40,8 +40,19 @@ class AppTest : public ::testing::Test {
   }
 
   Machine machine() {
-    return {m_clock,  m_settings,  m_bookmarks, m_log,   m_writer,        m_scheduler,
-            m_panels, m_clipboard, m_alerts,    *m_look, defaultFolder(), [this] { ++m_terminations; }};
+    return {m_clock,
+            m_settings,
+            m_bookmarks,
+            m_log,
+            m_writer,
+            m_scheduler,
+            m_panels,
+            m_clipboard,
+            m_alerts,
+            *m_look,
+            defaultFolder(),
+            [this] { ++m_terminations; },
+            {[this](const QString& path) { m_desktopList.append(path); }, [this] { m_desktopList.clear(); }}};
   }
   MainWindow& window() { return m_application->window(); }
   MindMapViewModel& editor() { return window().editor(); }
@@ -70,6 +81,7 @@ class AppTest : public ::testing::Test {
   FixedDesktopAppearance m_desktop;
   std::unique_ptr<Look> m_look;
   int m_terminations = 0;
+  QStringList m_desktopList;
   std::unique_ptr<Application> m_application;  // ends first
 };
 

@@ -52,6 +52,7 @@ CanvasCompanions::CanvasCompanions(const Look& look, MindMapViewModel& editor, S
   connect(m_breadcrumbs, &Card::placementWanted, this, &CanvasCompanions::choosePathCorner);
   // The card itself heard of it before and holds its new content.
   connect(&editor, &MindMapViewModel::quickLookNodeIDChanged, this, &CanvasCompanions::chooseQuickLookCorner);
+  connect(&editor, &MindMapViewModel::isPresentationModeChanged, this, &CanvasCompanions::followPresentation);
   canvas->installEventFilter(this);
   m_miniMap->setShown(true);
   place();
@@ -98,6 +99,13 @@ void CanvasCompanions::place() {
     const bool isElsewhere = entry.card->isDragged() || entry.card == m_settling;
     entry.card->setGeometry(isElsewhere ? QRect(entry.card->pos(), entry.rect.size()) : entry.rect);
   }
+}
+
+void CanvasCompanions::followPresentation() {
+  const bool isOver = !m_editor.isPresentationMode();
+  m_miniMap->setShown(isOver);
+  m_searchBar->setShown(isOver && m_editor.isSearching());
+  m_quickLook->setShown(isOver && m_editor.quickLookNodeID().has_value());
 }
 
 void CanvasCompanions::settle(Card& card) {
