@@ -28,8 +28,13 @@ namespace quilmora {
 // A whole application on a machine of twins. Files are real, in a folder that goes with the test.
 class AppTest : public ::testing::Test {
  protected:
-  // Dresses the application and shows the window.
+  // Dresses the application and shows the window with room for everything.
   void start(const QStringList& documents = {}) {
+    startWhereItStands(documents);
+    window().resize(1280, 800);
+  }
+  // The same in the place that the window takes by itself.
+  void startWhereItStands(const QStringList& documents = {}) {
     m_look = std::make_unique<Look>(m_settings, m_desktop);
     m_application = std::make_unique<Application>(*qApp, machine());
     m_application->start(documents);

@@ -30,7 +30,10 @@ class PresentationScreenTest : public AppTest {
     add(window().companions().searchBar(), "search bar");
     return names;
   }
-  void present() { notifications().post(Notification::togglePresentation); }
+  void present() {
+    notifications().post(Notification::togglePresentation);
+    QCoreApplication::processEvents();
+  }
 };
 
 TEST_F(PresentationScreenTest, TheMapHasTheScreenAloneAndEverythingComesBack) {
@@ -44,6 +47,7 @@ TEST_F(PresentationScreenTest, TheMapHasTheScreenAloneAndEverythingComesBack) {
   EXPECT_EQ(window().canvas().size(), window().size());
   EXPECT_TRUE(window().canvas().hasFocus());
   QTest::keyClick(&window().canvas(), Qt::Key_Escape);
+  QCoreApplication::processEvents();
   EXPECT_FALSE(editor().isPresentationMode());
   EXPECT_FALSE(window().isFullScreen());
   EXPECT_EQ(around(), before);
@@ -66,6 +70,15 @@ TEST_F(PresentationScreenTest, AFullScreenWindowStaysOne) {
   EXPECT_FALSE(action("fullScreen")->isEnabled());
   present();
   EXPECT_TRUE(window().isFullScreen());
+}
+
+TEST_F(PresentationScreenTest, TheShownTopicHasNoRingAndNoHandle) {
+  startActive();
+  window().canvas().assumeQuickPainting();
+  present();
+  const QImage presented = window().canvas().grab().toImage();
+  editor().clearSelection();
+  EXPECT_EQ(window().canvas().grab().toImage(), presented);
 }
 
 TEST_F(PresentationScreenTest, NothingOfItReachesTheSettings) {

@@ -82,14 +82,14 @@ TEST_F(WindowPlaceTest, IsRememberedOnceItRests) {
   EXPECT_EQ(m_settings.text(settings::windowPlace), QStringLiteral("40 50 700 500"));
   EXPECT_EQ(m_settings.flag(settings::windowIsMaximized), false);
   m_application.reset();
-  start();
+  startWhereItStands();
   EXPECT_EQ(window().geometry(), QRect(40, 50, 700, 500));
 }
 
 TEST_F(WindowPlaceTest, AMaximizedWindowComesBackMaximizedAndKnowsItsOldPlace) {
   m_settings.setText(settings::windowPlace, QStringLiteral("40 50 700 500"));
   m_settings.setFlag(settings::windowIsMaximized, true);
-  start();
+  startWhereItStands();
   EXPECT_TRUE(window().isMaximized());
   EXPECT_EQ(window().normalGeometry(), QRect(40, 50, 700, 500));
 }
@@ -97,7 +97,7 @@ TEST_F(WindowPlaceTest, AMaximizedWindowComesBackMaximizedAndKnowsItsOldPlace) {
 TEST_F(WindowPlaceTest, RubbishInTheSettingsIsNoPlace) {
   for (const char* text : {"", "1 2 3", "a b c d", "1 2 3 4 5", "10 10 0 500", "10 10 999999999 500"}) {
     m_settings.setText(settings::windowPlace, QLatin1String(text));
-    start();
+    startWhereItStands();
     EXPECT_EQ(window().geometry(), placeOnScreens(std::nullopt, {window().screen()->availableGeometry()})) << text;
   }
 }

@@ -109,6 +109,7 @@ void CanvasView::observeEditor() {
   connect(&m_editor, &MindMapViewModel::selectedRegionIDChanged, this, repaint);
   connect(&m_editor, &MindMapViewModel::isEdgeCreationModeChanged, this, repaint);
   connect(&m_editor, &MindMapViewModel::activeLensChanged, this, repaint);
+  connect(&m_editor, &MindMapViewModel::isPresentationModeChanged, this, repaint);
 }
 
 void CanvasView::receiveNotifications(NotificationCenter& notifications) {
