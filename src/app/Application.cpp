@@ -29,7 +29,9 @@ QWidget* activeTopLevelWindow() {
 }  // namespace
 
 Application::Application(QApplication& toolkit, Machine machine)
-    : m_toolkit(toolkit), m_machine(std::move(machine)), m_recentFiles(m_machine.settings, m_machine.bookmarks) {
+    : m_toolkit(toolkit),
+      m_machine(std::move(machine)),
+      m_recentFiles(m_machine.settings, m_machine.bookmarks, m_machine.desktopList) {
   toolkit.setQuitOnLastWindowClosed(false);
   toolkit.installEventFilter(this);
   connect(&toolkit, &QGuiApplication::commitDataRequest, this, &Application::sessionEnds, Qt::DirectConnection);

@@ -5,6 +5,7 @@
 #include <QString>
 
 #include "editor/MindMapViewModel.h"
+#include "editor/RecentFiles.h"
 
 namespace quilmora {
 
@@ -31,6 +32,7 @@ struct Machine {
   Look& look;
   QString defaultFolder;            // Documents/Quilmora of the user
   std::function<void()> terminate;  // ends the process's event loop
+  RecentFiles::DesktopList desktopList = {};
 
   EditorServices editorServices() const { return {clock, settings, bookmarks, log}; }
 };

@@ -7,14 +7,15 @@
 
 #include "app/Application.h"
 #include "app/SystemClipboard.h"
-#include "app/dialogs/AlertDialog.h"
-#include "app/dialogs/Alerts.h"
+#include "app/dialogs/AlertSheet.h"
 #include "app/dialogs/FileDialogPanels.h"
 #include "app/look/DesktopAppearance.h"
 #include "app/look/Look.h"
+#include "app/look/Widgets.h"
 #include "platform/Bookmarks.h"
 #include "platform/FileWriter.h"
 #include "platform/Log.h"
+#include "platform/RecentlyUsedFile.h"
 #include "platform/Scheduler.h"
 #include "platform/SettingsStore.h"
 #include "platform/SingleInstance.h"
@@ -23,6 +24,9 @@
 using namespace quilmora;
 
 namespace {
+
+// Of a window that holds nothing but an alert.
+constexpr QSize aloneSize(520, 240);
 
 QStringList argumentsOf(int argc, char** argv) {
   QStringList arguments;
@@ -55,7 +59,14 @@ int tellWhyNotStarted(QApplication& toolkit, const QString& reason) {
   const SystemDesktopAppearance desktop;
   Look look(settings, desktop);
   look.install(toolkit);
-  AlertDialog(look, AlertDialog::Kind::error, QStringLiteral("Error"), reason, nullptr).exec();
+  Ground window(look, &Tokens::window, {});
+  window.setWindowTitle(QGuiApplication::applicationDisplayName());
+  window.resize(aloneSize);
+  auto* alert = new AlertSheet(look, AlertSheet::Kind::error, QStringLiteral("Error"), reason, &window);
+  QObject::connect(alert, &AlertSheet::closed, &window, &QWidget::close, Qt::QueuedConnection);
+  window.show();
+  alert->open();
+  QApplication::exec();
   return 1;
 }
 
@@ -97,9 +108,22 @@ int main(int argc, char** argv) {
   Look look(settings, desktop);
   FileDialogPanels panels(look, defaultFolder());
   const SystemClipboard clipboard;
-  DialogAlerts alerts(look);
-  Application application(toolkit, {clock, settings, bookmarks, log, writer, scheduler, panels, clipboard, alerts, look,
-                                    defaultFolder(), [] { QCoreApplication::exit(0); }});
+  SheetAlerts alerts(look);
+  RecentlyUsedFile recentlyUsed(RecentlyUsedFile::pathForUser(), writer, clock);
+  Application application(toolkit, {clock,
+                                    settings,
+                                    bookmarks,
+                                    log,
+                                    writer,
+                                    scheduler,
+                                    panels,
+                                    clipboard,
+                                    alerts,
+                                    look,
+                                    defaultFolder(),
+                                    [] { QCoreApplication::exit(0); },
+                                    {[&recentlyUsed](const QString& path) { recentlyUsed.note(path); },
+                                     [&recentlyUsed] { recentlyUsed.clear(); }}});
   QObject::connect(&signalsCaught, &TerminationSignals::received, &application, [&application] { application.quit(); });
   QObject::connect(instance.get(), &SingleInstance::documentsReceived, &application, &Application::documentsReceived);
   application.start(documents);

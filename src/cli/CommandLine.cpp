@@ -5,6 +5,8 @@
 
 #include <QRegularExpression>
 
+#include "exchange/MapImport.h"
+#include "model/MindMapDocument.h"
 #include "script/MapFiles.h"
 #include "script/ScriptEditor.h"
 #include "script/ScriptRunner.h"
@@ -15,16 +17,21 @@ namespace {
 
 enum ExitStatus { succeeded = 0, failed = 1, wrongUsage = 2 };
 
+const QString standardStream = QStringLiteral("-");
 constexpr QSizeF defaultSize(1200.0, 800.0);
 
 constexpr char usage[] =
     "usage: quilmora-cli convert INPUT OUTPUT\n"
     "       quilmora-cli layout LAYOUT INPUT OUTPUT [--size WxH]\n"
     "       quilmora-cli script\n"
+    "       quilmora-cli --version\n"
     "\n"
     "convert reads a map, a plain document, a package, .opml, .mm (FreeMind) or .md (Markdown), and writes it by its\n"
     "extension: .mindmap and .json as a plain document, .opml, .md, .svg, .png and .pdf as the export of that name. A\n"
     "document that ends in \"/\" or is a package already becomes a package.\n"
+    "\"-\" as INPUT is standard input: a document, OPML, FreeMind or Markdown, known by how it begins. \"-\" as OUTPUT "
+    "is\n"
+    "standard output, which gets a plain document.\n"
     "layout arranges all topics on a canvas of this size, 1200x800 unless told, then writes. LAYOUT is tree,\n"
     "verticalTree, radial, leftRightTree or orgChart.\n"
     "script answers JSON lines on standard input with JSON lines on standard output.\n";
@@ -45,20 +52,44 @@ int failure(const QString& file, const QString& reason) {
   return failed;
 }
 
+// Throws FileError.
+QByteArray standardInput() {
+  QByteArray bytes;
+  QByteArray piece(1 << 20, Qt::Uninitialized);
+  while (const std::size_t count = std::fread(piece.data(), 1, static_cast<std::size_t>(piece.size()), stdin)) {
+    bytes.append(piece.constData(), static_cast<qsizetype>(count));
+    if (bytes.size() > maxImportSize) throw FileError(QStringLiteral("standard input is too large"));
+  }
+  if (std::ferror(stdin) != 0) throw FileError(QStringLiteral("standard input cannot be read"));
+  return bytes;
+}
+
+// Throws FileError.
+void writeStandardOutput(const QByteArray& bytes) {
+  const auto size = static_cast<std::size_t>(bytes.size());
+  if (std::fwrite(bytes.constData(), 1, size, stdout) != size || std::fflush(stdout) != 0)
+    throw FileError(QStringLiteral("standard output cannot be written"));
+}
+
 // Reads INPUT, lets change(map) have it, writes OUTPUT.
 template <class Change>
 int rewrite(const QString& input, const QString& output, Change&& change) {
   static const QString noMemory = QStringLiteral("the map is too large for the memory of this machine");
   MindMap map;
   try {
-    map = change(readMap(input));
+    map = change(input == standardStream ? readMapFrom(standardInput()) : readMap(input));
   } catch (const FileError& error) {
     return failure(input, error.reason());
   } catch (const std::bad_alloc&) {
     return failure(input, noMemory);
   }
   try {
-    writeMap(map, output);
+    if (output == standardStream)
+      writeStandardOutput(encodeDocument(map));
+    else
+      writeMap(map, output);
+  } catch (const DocumentError& error) {
+    return failure(output, error.message());
   } catch (const FileError& error) {
     return failure(output, error.reason());
   } catch (const std::bad_alloc&) {
@@ -111,6 +142,10 @@ int runCommandLine(const QStringList& arguments) {
   if (command == QLatin1String("convert")) return convert(rest);
   if (command == QLatin1String("layout")) return layout(rest);
   if (command == QLatin1String("script")) return script(rest);
+  if (command == QLatin1String("--version") && rest.isEmpty()) {
+    std::puts("quilmora-cli " QUILMORA_VERSION);
+    return succeeded;
+  }
   if (command == QLatin1String("--help") || command == QLatin1String("-h")) {
     std::fputs(usage, stdout);
     return succeeded;

@@ -1,6 +1,7 @@
 #include "editor/DocumentSession.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QPointer>
 
@@ -25,6 +26,11 @@ constexpr auto zoomDelayAfterReopen = 300ms;
 
 QString lastComponent(const QString& path) {
   return path.mid(path.lastIndexOf(u'/') + 1);
+}
+
+// The reason tells a place in the file, and not which file.
+QString named(const QString& path, const QString& reason) {
+  return lastComponent(path) + QStringLiteral(": ") + reason;
 }
 
 bool fileExists(const QString& path) {
@@ -83,30 +89,54 @@ QString DocumentSession::writeTo(const QString& path) {
 
 void DocumentSession::saveDocument() {
   const std::optional<QString> path = m_editor.lastSavedFilePath();
-  if (m_editor.hasExplicitSavePath() && path && writeTo(*path).isEmpty()) {
-    m_editor.recordSaveLocation(path, true);
-    m_services.recentFiles.add(*path);
-    return;
+  QString reason;
+  if (m_editor.hasExplicitSavePath() && path) {
+    reason = writeTo(*path);
+    if (reason.isEmpty()) {
+      m_editor.recordSaveLocation(path, true);
+      m_services.recentFiles.add(*path);
+      return;
+    }
   }
-  saveDocumentAs();
+  askAndSave(reason);
 }
 
 void DocumentSession::saveDocumentAs() {
+  askAndSave({});
+}
+
+void DocumentSession::askAndSave(const QString& reason) {
   const QPointer<DocumentSession> guard(this);
   const quint64 installCount = m_installCount;
   const std::optional<QString> chosen = m_services.panels.askSavePath(
-      {createdDefaultFolder(), documentFileName(m_editor.mindMap().title), QStringLiteral("mindmap")});
+      {createdDefaultFolder(), documentFileName(m_editor.mindMap().title), QStringLiteral("mindmap"), reason});
   // While the panel is open the program may end, or another start may hand its document over: the chosen place was for
   // the map that the user saw.
   if (!guard || !chosen || installCount != m_installCount) return;
   const QString path = withDocumentExtension(absolutePath(*chosen));
+  const MindMap autoSaved = m_keptMap;
   const QString error = writeTo(path);
   if (!error.isEmpty()) {
     Q_EMIT errorRaised(QStringLiteral("Failed to save document: ") + error);
     return;
   }
+  removeAutoSaved(autoSaved, path);
   m_editor.recordSaveLocation(path, true);
   m_services.recentFiles.add(path);
+}
+
+// The copy that auto-save made until the map had a place of its own would only confuse. It goes where it is this
+// session's and holds what was written there, so that nothing is lost that the new file and the history don't have.
+void DocumentSession::removeAutoSaved(const MindMap& autoSaved, const QString& newPath) {
+  const std::optional<QString> place = std::exchange(m_autoSavedPlace, std::nullopt);
+  if (!place || place != m_editor.lastSavedFilePath() || m_editor.hasExplicitSavePath()) return;
+  if (QFileInfo(*place).canonicalFilePath() == QFileInfo(newPath).canonicalFilePath()) return;
+  try {
+    if (QFileInfo(*place).isFile() && !QFileInfo(*place).isSymLink() && decodeDocumentAt(*place) == autoSaved)
+      QFile::remove(*place);
+  } catch (const DocumentError&) {
+    // Somebody else wrote there, and it stays.
+  }
 }
 
 void DocumentSession::openDocument() {
@@ -131,20 +161,34 @@ void DocumentSession::open(const QString& givenPath) {
   if (isAccessGranted) bookmarks.stopAccess(path);
 }
 
-void DocumentSession::loadChosen(const QString& path) {
+void DocumentSession::openLeavingCopy(const QString& path) {
+  loadChosen(absolutePath(path), Pending::copied);
+}
+
+void DocumentSession::saveAsAndOpen(const QString& path) {
+  const QPointer<DocumentSession> guard(this);
+  saveDocumentAs();
+  if (guard && !hasUnkeptChanges()) loadChosen(absolutePath(path));
+}
+
+void DocumentSession::loadChosen(const QString& path, Pending pending) {
   try {
     MindMap map = decodeDocumentAt(path);
     if (hasUnkeptChanges()) {
       // They may be the chosen file's own, and the open map goes only once they are kept.
-      if (const QString error = writePendingChanges(); !error.isEmpty()) {
-        Q_EMIT errorRaised(QStringLiteral("Failed to save document: ") + error);
+      const bool isCopied = pending == Pending::copied;
+      if (const QString error = isCopied ? writeRescueCopy().error : writePendingChanges(); !error.isEmpty()) {
+        if (isCopied)
+          Q_EMIT errorRaised(QStringLiteral("Failed to save document: ") + error);
+        else
+          Q_EMIT changesNotKept(path, error);
         return;
       }
       map = decodeDocumentAt(path);
     }
     install(map, path);
   } catch (const DocumentError& error) {
-    Q_EMIT errorRaised(QStringLiteral("Failed to open document: ") + error.message());
+    Q_EMIT errorRaised(QStringLiteral("Failed to open document: ") + named(path, error.message()));
     return;
   }
   m_editor.setCanvasOffset(QPointF(0, 0));
@@ -179,6 +223,7 @@ void DocumentSession::install(const MindMap& map, const QString& path) {
   m_document.mindMap = map;
   m_keptMap = map;
   m_editor.beginOtherDocument();
+  m_autoSavedPlace.reset();
   m_editor.setMindMap(map);
   m_editor.clearHistory();
   m_editor.recordSaveLocation(path, true);
@@ -204,8 +249,10 @@ QString DocumentSession::writePendingChanges() {
   if (!path) {
     const QString place = freePathInDefaultFolder();
     const QString error = writeTo(place);
-    if (error.isEmpty()) m_editor.recordSaveLocation(place, false);
-    return error;
+    if (!error.isEmpty()) return error;
+    m_autoSavedPlace = place;
+    m_editor.recordSaveLocation(place, false);
+    return {};
   }
   const QString error = writeTo(*path);
   if (!error.isEmpty()) {
@@ -230,19 +277,23 @@ QString DocumentSession::freePathInDefaultFolder() const {
 // place.
 void DocumentSession::saveForQuit() {
   if (!hasUnkeptChanges() || writePendingChanges().isEmpty() || !m_editor.lastSavedFilePath()) return;
-  const QString place = freePathInDefaultFolder();
-  if (const QString error = writeTo(place); !error.isEmpty()) {
-    log(QStringLiteral("Quilmora: rescue copy FAILED: ") + error);
-    return;
-  }
+  const RescueCopy copy = writeRescueCopy();
+  if (!copy.error.isEmpty()) return;
   SettingsStore& settings = m_services.editor.settings;
-  settings.setText(settings::lastSavedFilePath, place);
-  if (const auto made = m_services.editor.bookmarks.make(place, Bookmarks::Kind::plain); !made.data.isEmpty()) {
+  settings.setText(settings::lastSavedFilePath, copy.path);
+  if (const auto made = m_services.editor.bookmarks.make(copy.path, Bookmarks::Kind::plain); !made.data.isEmpty()) {
     settings.setBytes(settings::lastSavedFileBookmark, made.data);
   } else {
     settings.remove(settings::lastSavedFileBookmark);
   }
-  log(QStringLiteral("Quilmora: saved a rescue copy to ") + place);
+}
+
+DocumentSession::RescueCopy DocumentSession::writeRescueCopy() {
+  const QString place = freePathInDefaultFolder();
+  const QString error = writeTo(place);
+  log(error.isEmpty() ? QStringLiteral("Quilmora: saved a rescue copy to ") + place
+                      : QStringLiteral("Quilmora: rescue copy FAILED: ") + error);
+  return {place, error};
 }
 
 void DocumentSession::reopenLastDocument() {
@@ -261,7 +312,7 @@ void DocumentSession::reopenLastDocument() {
     log(QStringLiteral("Quilmora: load failed: ") + error.message());
     m_services.editor.settings.remove(settings::lastSavedFilePath);
     m_services.editor.settings.remove(settings::lastSavedFileBookmark);
-    Q_EMIT errorRaised(QStringLiteral("Could not open last document: ") + error.message());
+    Q_EMIT errorRaised(QStringLiteral("Could not open last document: ") + named(last->path, error.message()));
     return;
   }
   if (last->isAccessGranted) m_editor.holdScopedAccess(last->path);

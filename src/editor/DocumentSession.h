@@ -46,6 +46,12 @@ class DocumentSession : public QObject {
   void saveDocumentAs();
   void openDocument();
   void open(const QString& path);
+  // Where changesNotKept() told of this document: opens it all the same and leaves a copy of the open map in the
+  // default folder, or saves the open map at another place first.
+  void openLeavingCopy(const QString& path);
+  void saveAsAndOpen(const QString& path);
+  // Whether a document was opened or reopened, or another map took the first one's place.
+  bool hasReplacedMap() const { return m_installCount > 0; }
   // Puts an imported map in the place of the open one. Changes that are not kept yet are written first, and when that
   // fails the open map stays. Where the document is saved stays as it is, and nothing is captured for undo.
   void replaceWithImported(const MindMap& map);
@@ -56,24 +62,35 @@ class DocumentSession : public QObject {
  Q_SIGNALS:
   // The user must see this; the alert is titled "Error".
   void errorRaised(const QString& message);
+  // The document was not opened, because the changes of the open one cannot be written.
+  void changesNotKept(const QString& path, const QString& reason);
 
  private:
   struct LastDocument {
     QString path;
     bool isAccessGranted = false;
   };
+  struct RescueCopy {
+    QString path;
+    QString error;  // empty when it was written
+  };
+  enum class Pending { written, copied };
 
   void documentFollowsEditor();
   void dirtyFlagWasSet();
   QString createdDefaultFolder() const;
   QString writeTo(const QString& path);
+  // `reason` tells why the user is asked.
+  void askAndSave(const QString& reason);
+  void removeAutoSaved(const MindMap& autoSaved, const QString& newPath);
   bool hasUnkeptChanges() const;
   QString freePathInDefaultFolder() const;
   // An empty text, or why nothing was written.
   QString keepBeforeImport();
   QString writePendingChanges();
   void saveForQuit();
-  void loadChosen(const QString& path);
+  RescueCopy writeRescueCopy();
+  void loadChosen(const QString& path, Pending pending = Pending::written);
   void install(const MindMap& map, const QString& path);
   void zoomToFitAfter(std::chrono::milliseconds delay);
   std::optional<LastDocument> findLastDocument();
@@ -82,7 +99,8 @@ class DocumentSession : public QObject {
   MindMapViewModel& m_editor;
   Services m_services;
   MindMapDocument m_document;
-  MindMap m_keptMap;  // as last read or written
+  MindMap m_keptMap;                        // as last read or written
+  std::optional<QString> m_autoSavedPlace;  // in the default folder, where this session put the map unasked
   quint64 m_installCount = 0;
   NotificationCenter::Subscription m_quitSubscription;
   Scheduler::Task m_autoSaveTimer = 0;

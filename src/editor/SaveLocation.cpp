@@ -6,27 +6,36 @@
 
 namespace quilmora {
 
-void MindMapViewModel::recordSaveLocation(const std::optional<QString>& path, bool isExplicit) {
-  setIsDirty(false);
-  if (isExplicit) m_hasExplicitSavePath = true;
-  if (!path) return;
-  m_lastSavedFilePath = path;
-  m_services.settings.setText(settings::lastSavedFilePath, *path);
+namespace {
 
-  const Bookmarks::Made scoped = m_services.bookmarks.make(*path, Bookmarks::Kind::securityScoped);
+void remember(const QString& path, const EditorServices& services) {
+  services.settings.setText(settings::lastSavedFilePath, path);
+  const Bookmarks::Made scoped = services.bookmarks.make(path, Bookmarks::Kind::securityScoped);
   if (!scoped.data.isEmpty()) {
-    m_services.settings.setBytes(settings::lastSavedFileBookmark, scoped.data);
-    m_services.log.write(QStringLiteral("Quilmora: saved security-scoped bookmark for ") + *path);
+    services.settings.setBytes(settings::lastSavedFileBookmark, scoped.data);
+    services.log.write(QStringLiteral("Quilmora: saved security-scoped bookmark for ") + path);
     return;
   }
-  m_services.log.write(
+  services.log.write(
       QStringLiteral("Quilmora: security-scoped bookmark failed (%1) — saving plain bookmark").arg(scoped.error));
-  const Bookmarks::Made plain = m_services.bookmarks.make(*path, Bookmarks::Kind::plain);
+  const Bookmarks::Made plain = services.bookmarks.make(path, Bookmarks::Kind::plain);
   if (plain.data.isEmpty()) {
-    m_services.settings.remove(settings::lastSavedFileBookmark);
+    services.settings.remove(settings::lastSavedFileBookmark);
   } else {
-    m_services.settings.setBytes(settings::lastSavedFileBookmark, plain.data);
+    services.settings.setBytes(settings::lastSavedFileBookmark, plain.data);
   }
+}
+
+}  // namespace
+
+void MindMapViewModel::recordSaveLocation(const std::optional<QString>& path, bool isExplicit) {
+  if (isExplicit) m_hasExplicitSavePath = true;
+  if (path) {
+    m_lastSavedFilePath = path;
+    remember(*path, m_services);
+  }
+  // Last, so that whoever hears of it finds the new place.
+  setIsDirty(false);
 }
 
 void MindMapViewModel::holdScopedAccess(const QString& path) {

@@ -19,6 +19,7 @@ class FilePanels {
     QString folder;         // where the panel opens
     QString suggestedName;  // with its extension
     QString extension;      // the one type offered, without the dot
+    QString reason = {};    // why the user is asked, where that is not plain
   };
   struct OpenRequest {
     QStringList extensions;

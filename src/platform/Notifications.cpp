@@ -1,57 +1,18 @@
 #include "platform/Notifications.h"
 
 #include <algorithm>
-#include <array>
 #include <utility>
+
+#include <QMetaEnum>
 
 namespace quilmora {
 
-namespace {
-
-// In the order of the enumeration.
-constexpr std::array<const char*, notificationCount> notificationNames = {
-    "createNode",
-    "createEdge",
-    "openDocument",
-    "saveDocument",
-    "saveDocumentAs",
-    "importDocument",
-    "exportDocument",
-    "openRecentFile",
-    "undo",
-    "redo",
-    "duplicateSelection",
-    "toggleSearch",
-    "toggleOutline",
-    "toggleAIChat",
-    "toggleSidebar",
-    "toggleInspector",
-    "collapseNode",
-    "expandNode",
-    "togglePresentation",
-    "toggleCommandPalette",
-    "newFromTemplate",
-    "aiGenerate",
-    "showOnboarding",
-    "autoSaveBeforeQuit",
-    "zoomToFit",
-    "zoomIn",
-    "zoomOut",
-    "applyTreeLayout",
-    "applyVerticalTreeLayout",
-    "applyRadialLayout",
-    "applyLeftRightLayout",
-    "applyOrgChartLayout",
-    "createRegion",
-    "recolorByBranch",
-    "recolorByTheme",
-};
-static_assert(notificationNames.back() != nullptr, "a notification has no name");
-
-}  // namespace
-
 QString notificationName(Notification notification) {
-  return QString::fromLatin1(notificationNames.at(static_cast<std::size_t>(notification)));
+  return QString::fromLatin1(QMetaEnum::fromType<Notification>().valueToKey(static_cast<int>(notification)));
+}
+
+int notificationCount() {
+  return QMetaEnum::fromType<Notification>().keyCount();
 }
 
 NotificationCenter::~NotificationCenter() {

@@ -10,6 +10,7 @@
 #include <QVariant>
 
 namespace quilmora {
+Q_NAMESPACE
 
 // The requests that menus, the palette and panels broadcast, and that the main window or the canvas receives.
 enum class Notification {
@@ -49,10 +50,11 @@ enum class Notification {
   recolorByBranch,
   recolorByTheme,
 };
-inline constexpr int notificationCount = static_cast<int>(Notification::recolorByTheme) + 1;
+Q_ENUM_NS(Notification)
 
 // The name under which a notification is known outside the code, such as "createNode".
 QString notificationName(Notification notification);
+int notificationCount();
 
 // Synchronous broadcast on the main thread: post() returns after every receiver ran, in the order in which they came.
 // Receivers may subscribe and unsubscribe anyone, themselves included, while a post runs.

@@ -1,6 +1,7 @@
 #include "script/MapFiles.h"
 
 #include <QFileInfo>
+#include <QXmlStreamReader>
 
 #include "exchange/ExportWriter.h"
 #include "exchange/ImportError.h"
@@ -39,14 +40,24 @@ ExportFormat exportFormatOf(const QString& extension) {
   return *format;
 }
 
-}  // namespace
+// The extension of the files that begin like this.
+QString kindOf(const QByteArray& bytes) {
+  const qsizetype mark = bytes.startsWith("\xEF\xBB\xBF") ? 3 : 0;
+  const QByteArray begin = bytes.mid(mark, 4096).trimmed();
+  if (begin.startsWith('<')) {
+    QXmlStreamReader reader(bytes);
+    reader.readNextStartElement();
+    return reader.name() == QLatin1String("map") ? QStringLiteral("mm") : QStringLiteral("opml");
+  }
+  return !begin.isEmpty() && QByteArrayView("#-*+").contains(begin.front()) ? QStringLiteral("md")
+                                                                            : QStringLiteral("json");
+}
 
-MindMap readMap(const QString& path) {
-  const QString plain = withoutTrailingSlashes(path);
+// Every way in which reading fails, as the one of this folder.
+template <class Read>
+MindMap readOrFail(Read&& read) {
   try {
-    // A document opens whatever its name; only what is certainly of another kind is read as that.
-    if (isForeign(plain) && !QFileInfo(plain).isDir()) return importMapAt(plain, SystemClock()).value();
-    return decodeDocumentAt(plain);
+    return read();
   } catch (const DocumentError& error) {
     throw FileError(error.message());
   } catch (const ImportError& error) {
@@ -54,6 +65,21 @@ MindMap readMap(const QString& path) {
   } catch (const FileReadError& error) {
     throw FileError(error.message());
   }
+}
+
+}  // namespace
+
+MindMap readMap(const QString& path) {
+  const QString plain = withoutTrailingSlashes(path);
+  return readOrFail([&] {
+    // A document opens whatever its name; only what is certainly of another kind is read as that.
+    if (isForeign(plain) && !QFileInfo(plain).isDir()) return importMapAt(plain, SystemClock()).value();
+    return decodeDocumentAt(plain);
+  });
+}
+
+MindMap readMapFrom(const QByteArray& bytes) {
+  return readOrFail([&] { return importMap(bytes, kindOf(bytes), SystemClock()).value(); });
 }
 
 void writePlainDocument(const MindMap& map, const QString& path) {

@@ -28,8 +28,13 @@ namespace quilmora {
 // A whole application on a machine of twins. Files are real, in a folder that goes with the test.
 class AppTest : public ::testing::Test {
  protected:
-  // Dresses the application and shows the window.
+  // Dresses the application and shows the window with room for everything.
   void start(const QStringList& documents = {}) {
+    startWhereItStands(documents);
+    window().resize(1280, 800);
+  }
+  // The same in the place that the window takes by itself.
+  void startWhereItStands(const QStringList& documents = {}) {
     m_look = std::make_unique<Look>(m_settings, m_desktop);
     m_application = std::make_unique<Application>(*qApp, machine());
     m_application->start(documents);
@@ -40,8 +45,19 @@ class AppTest : public ::testing::Test {
   }
 
   Machine machine() {
-    return {m_clock,  m_settings,  m_bookmarks, m_log,   m_writer,        m_scheduler,
-            m_panels, m_clipboard, m_alerts,    *m_look, defaultFolder(), [this] { ++m_terminations; }};
+    return {m_clock,
+            m_settings,
+            m_bookmarks,
+            m_log,
+            m_writer,
+            m_scheduler,
+            m_panels,
+            m_clipboard,
+            m_alerts,
+            *m_look,
+            defaultFolder(),
+            [this] { ++m_terminations; },
+            {[this](const QString& path) { m_desktopList.append(path); }, [this] { m_desktopList.clear(); }}};
   }
   MainWindow& window() { return m_application->window(); }
   MindMapViewModel& editor() { return window().editor(); }
@@ -70,6 +86,7 @@ class AppTest : public ::testing::Test {
   FixedDesktopAppearance m_desktop;
   std::unique_ptr<Look> m_look;
   int m_terminations = 0;
+  QStringList m_desktopList;
   std::unique_ptr<Application> m_application;  // ends first
 };
 

@@ -137,6 +137,36 @@ TEST_F(ApplicationTest, ADocumentOnTheCommandLineTakesThePlaceOfTheLastOne) {
   EXPECT_FALSE(m_log.lines().join(QLatin1Char('\n')).contains(QStringLiteral("last.mindmap")));
 }
 
+TEST_F(ApplicationTest, WhereNoDocumentOfTheCommandLineOpensTheLastOneDoes) {
+  m_settings.setText(settings::lastSavedFilePath, writtenMap("last.mindmap", "Last"));
+  start({path("gone.mindmap")});
+  EXPECT_EQ(editor().mindMap().title, QStringLiteral("Last"));
+  EXPECT_EQ(m_alerts.messages, QStringList{QStringLiteral("File not found: gone.mindmap")});
+}
+
+TEST_F(ApplicationTest, AMapThatCannotBeSavedLetsAnotherOpenAfterAQuestion) {
+  QDir(m_folder.path()).mkpath(QStringLiteral("gone"));
+  start({writtenMap("gone/first.mindmap", "First")});
+  editor().createFreeNode(0, 0);
+  QDir(path("gone")).removeRecursively();
+  const QString second = writtenMap("second.mindmap", "Second");
+  notifications().post(Notification::openRecentFile, second);
+  ASSERT_EQ(m_alerts.questions.size(), 1U);
+  EXPECT_TRUE(m_alerts.questions[0].message.contains(QStringLiteral("first.mindmap")));
+  EXPECT_EQ(editor().mindMap().title, QStringLiteral("First"));
+  m_alerts.answers = {QStringLiteral("Open &Anyway")};
+  notifications().post(Notification::openRecentFile, second);
+  EXPECT_EQ(editor().mindMap().title, QStringLiteral("Second"));
+  EXPECT_EQ(decodeDocumentAt(defaultFolder() + QStringLiteral("/First.mindmap")).nodes.size(), 2U);
+}
+
+TEST_F(ApplicationTest, TheDesktopHearsOfDocumentsAndForgetsThemWithTheMenu) {
+  start({writtenMap("plan.mindmap", "Plan")});
+  EXPECT_EQ(m_desktopList, QStringList{path("plan.mindmap")});
+  m_application->recentFiles().clear();
+  EXPECT_EQ(m_desktopList, QStringList());
+}
+
 TEST_F(ApplicationTest, ShowingTheWindowAgainReopensNothing) {
   start();
   window().hide();

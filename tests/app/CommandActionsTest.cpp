@@ -38,7 +38,7 @@ class CommandActionsTest : public ::testing::Test {
   MindMapViewModel m_editor{MindMap::blankMap(m_clock), {m_clock, m_settings, m_bookmarks, m_log}};
   QWidget m_window;
   int m_quits = 0;
-  CommandActions m_actions{m_editor, m_notifications, {[this] { ++m_quits; }, [] {}, {}}, &m_window};
+  CommandActions m_actions{m_editor, m_notifications, {[this] { ++m_quits; }, [] {}, {}, {}}, &m_window};
   QStringList m_received;
 };
 
@@ -54,7 +54,7 @@ TEST_F(CommandActionsTest, EntriesAreEnabledWhileSomebodyReceivesTheirNotificati
 
 TEST_F(CommandActionsTest, EveryEntryPostsItsNotificationWithItsObject) {
   std::vector<NotificationCenter::Subscription> subscriptions;
-  for (int value = 0; value < notificationCount; ++value) {
+  for (int value = 0; value < notificationCount(); ++value) {
     subscriptions.push_back(receive(static_cast<Notification>(value)));
   }
   const QUuid root = rootWithChild();
@@ -120,6 +120,39 @@ TEST_F(CommandActionsTest, AThemeIsAppliedAndChecked) {
   // Choosing the current one again keeps its mark.
   action("theme:ocean")->trigger();
   EXPECT_TRUE(action("theme:ocean")->isChecked());
+}
+
+TEST_F(CommandActionsTest, MarksTellTheStateAndNotTheClick) {
+  const auto sidebar = receive(Notification::toggleSidebar);
+  EXPECT_TRUE(action("toggleSidebar")->isChecked());
+  action("toggleSidebar")->trigger();
+  EXPECT_TRUE(action("toggleSidebar")->isChecked());
+  m_actions.setShown({.sidebar = false, .inspector = true, .sidebarTab = SidebarTab::outline, .isFullScreen = true});
+  EXPECT_FALSE(action("toggleSidebar")->isChecked());
+  EXPECT_TRUE(action("toggleInspector")->isChecked());
+  EXPECT_FALSE(action("toggleOutline")->isChecked());
+  EXPECT_TRUE(action("fullScreen")->isChecked());
+  m_editor.setIsEdgeCreationMode(true);
+  EXPECT_TRUE(action("createEdge")->isChecked());
+  m_editor.escape();
+  EXPECT_FALSE(action("createEdge")->isChecked());
+}
+
+TEST_F(CommandActionsTest, OtherKeysOfUndoAndRedoWorkOnTheTextField) {
+  const auto undo = receive(Notification::undo);
+  const auto redo = receive(Notification::redo);
+  m_editor.createFreeNode(0, 0);
+  m_editor.undo();
+  auto* field = new QLineEdit(&m_window);
+  m_window.show();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&m_window));
+  field->setFocus();
+  QTest::keyClicks(field, QStringLiteral("word"));
+  QTest::keyClick(field, Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(field->text(), QString());
+  QTest::keyClick(field, Qt::Key_Y, Qt::ControlModifier);
+  EXPECT_EQ(field->text(), QStringLiteral("word"));
+  EXPECT_EQ(m_received, QStringList());
 }
 
 TEST_F(CommandActionsTest, EntriesWithoutAHandlerAreDisabled) {

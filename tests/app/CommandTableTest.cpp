@@ -1,8 +1,10 @@
+#include <algorithm>
 #include <set>
 
 #include <gtest/gtest.h>
 
 #include "app/commands/CommandTable.h"
+#include "app/commands/Mnemonics.h"
 
 namespace quilmora {
 namespace {
@@ -14,7 +16,7 @@ QStringList rowsOf(MenuId menu) {
     if (command.menu != menu) continue;
     if (command.dividerBefore) rows.append(QStringLiteral("---"));
     if (!command.sectionBefore.isEmpty()) rows.append(QLatin1Char('[') + command.sectionBefore + QLatin1Char(']'));
-    QStringList parts{command.text};
+    QStringList parts{withoutMnemonic(command.text)};
     parts.append(command.keySequence().toString(QKeySequence::PortableText));
     parts.append(command.notification ? notificationName(*command.notification) : QString());
     parts.append(command.object.toString());
@@ -104,6 +106,8 @@ TEST(CommandTable, ViewMenu) {
                                       "Zoom In | Ctrl+= | zoomIn",
                                       "Zoom Out | Ctrl+- | zoomOut",
                                       "---",
+                                      "Full Screen | F11",
+                                      "---",
                                       "Layout",
                                       "Theme",
                                   }));
@@ -141,18 +145,50 @@ TEST(CommandTable, IdsAndKeysAreUnique) {
   std::set<QString> keys;
   for (const Command& command : commandTable()) {
     EXPECT_TRUE(ids.insert(command.id).second) << command.id.toStdString();
-    if (!command.key.isEmpty()) {
-      EXPECT_TRUE(keys.insert(command.keySequence().toString()).second) << command.key.toStdString();
-      EXPECT_FALSE(command.keySequence().isEmpty()) << command.key.toStdString();
+    for (const QKeySequence& key : command.allKeys()) {
+      EXPECT_FALSE(key.isEmpty()) << command.id.toStdString();
+      EXPECT_TRUE(keys.insert(key.toString()).second) << command.id.toStdString();
     }
+  }
+}
+
+TEST(CommandTable, EveryRowDoesOneThingAndStandsInAMenuOrTheToolbar) {
+  for (const Command& command : commandTable()) {
+    const int ways =
+        int(command.notification.has_value()) + int(command.call != nullptr) + int(command.submenu.has_value());
+    EXPECT_EQ(ways, 1) << command.id.toStdString();
+    const bool isButton = std::ranges::any_of(
+        toolbarTable(), [&](const ToolbarButton& button) { return button.commandId == command.id; });
+    EXPECT_TRUE(command.menu || isButton) << command.id.toStdString();
+    EXPECT_EQ(isButton, !command.symbol.isEmpty()) << command.id.toStdString();
+  }
+}
+
+TEST(CommandTable, EveryMenuIsReachedFromTheMenuBar) {
+  std::set<MenuId> reached;
+  for (const MenuTitle& title : menuBarTable()) reached.insert(title.menu);
+  for (const Command& command : commandTable())
+    if (command.submenu && command.menu && reached.contains(*command.menu)) reached.insert(*command.submenu);
+  for (const Command& command : commandTable())
+    if (command.menu) EXPECT_TRUE(reached.contains(*command.menu)) << command.id.toStdString();
+}
+
+TEST(CommandTable, EveryEntryHasAMnemonicOfItsOwnInItsMenu) {
+  std::set<std::pair<MenuId, QChar>> taken;
+  for (const Command& command : commandTable()) {
+    if (!command.menu) continue;
+    const QChar letter = mnemonicOf(command.text);
+    EXPECT_FALSE(letter.isNull()) << command.text.toStdString();
+    EXPECT_TRUE(taken.insert({*command.menu, letter}).second) << command.text.toStdString();
   }
 }
 
 TEST(CommandTable, Toolbar) {
   QStringList rows;
   for (const ToolbarButton& button : toolbarTable()) {
-    rows.append(QStringLiteral("%1 | %2 | %3").arg(button.name, button.symbol, toolbarToolTip(button)));
-    EXPECT_NE(findCommand(button.commandId), nullptr) << button.name.toStdString();
+    const Command* command = findCommand(button.commandId);
+    ASSERT_NE(command, nullptr) << button.commandId.toStdString();
+    rows.append(QStringLiteral("%1 | %2 | %3").arg(command->name(), command->symbol, command->toolTip()));
   }
   EXPECT_EQ(rows, lines({
                       "Toggle Left Sidebar | sidebar.leading | Toggle Left Sidebar (Ctrl+Alt+S)",
@@ -163,6 +199,22 @@ TEST(CommandTable, Toolbar) {
                       "Delete | trash | Delete (Delete)",
                       "Toggle Inspector | sidebar.trailing | Toggle Inspector (Ctrl+Shift+I)",
                   }));
+}
+
+TEST(Mnemonics, TakeFirstLettersOfWordsThenAnyLetter) {
+  EXPECT_EQ(withMnemonics(lines({"JSON", "PNG Image", "PDF", "SVG", "Stop", "Join"})),
+            lines({"&JSON", "&PNG Image", "P&DF", "&SVG", "S&top", "J&oin"}));
+}
+
+TEST(Mnemonics, GivenOnesStayAndOthersYieldToThem) {
+  EXPECT_EQ(withMnemonics(lines({"Sum", "&Save", "Fish && Chips"})), lines({"S&um", "&Save", "&Fish && Chips"}));
+}
+
+TEST(Mnemonics, AreLeftOutWhereNoLetterIsFree) {
+  EXPECT_EQ(withMnemonics(lines({"A", "A", "…"})), lines({"&A", "A", "…"}));
+  EXPECT_EQ(mnemonicOf(QStringLiteral("Fish && &Chips")), u'C');
+  EXPECT_EQ(withoutMnemonic(QStringLiteral("Fish && &Chips")), QStringLiteral("Fish && Chips"));
+  EXPECT_TRUE(mnemonicOf(QStringLiteral("Fish && Chips")).isNull());
 }
 
 }  // namespace

@@ -70,14 +70,16 @@ TEST_F(ImportFlowTest, AnUnknownExtensionDoesNothing) {
 
 TEST_F(ImportFlowTest, FailuresShowTheAlertAndLeaveTheMap) {
   start({writtenMap("plan.mindmap", "Plan")});
-  expectRefusal(path("none.opml"), QStringLiteral("Import failed: there is no such file"));
+  expectRefusal(path("none.opml"), QStringLiteral("Import failed: none.opml: there is no such file"));
   expectRefusal(put("bad.opml", "<opml>\n<outline>\n"),
-                QStringLiteral("Import failed: line 3: Premature end of document."));
-  expectRefusal(put("latin.mm", "<map><node TEXT=\"\xF6\"/></map>"),
-                QStringLiteral("Import failed: the file is not UTF-8 text; save it as UTF-8 and import it again"));
-  expectRefusal(put("bad.md", "- \xF6"),
-                QStringLiteral("Import failed: the file is not UTF-8 text; save it as UTF-8 and import it again"));
-  expectRefusal(put("bad.json", "{\"version\": 1}"), QStringLiteral("Import failed: title: missing"));
+                QStringLiteral("Import failed: bad.opml: line 3: Premature end of document."));
+  expectRefusal(
+      put("latin.mm", "<map><node TEXT=\"\xF6\"/></map>"),
+      QStringLiteral("Import failed: latin.mm: the file is not UTF-8 text; save it as UTF-8 and import it again"));
+  expectRefusal(
+      put("bad.md", "- \xF6"),
+      QStringLiteral("Import failed: bad.md: the file is not UTF-8 text; save it as UTF-8 and import it again"));
+  expectRefusal(put("bad.json", "{\"version\": 1}"), QStringLiteral("Import failed: bad.json: title: missing"));
 }
 
 TEST_F(ImportFlowTest, ATitleThatIsBeingEditedIsInTheMapThatIsKept) {

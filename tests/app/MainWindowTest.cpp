@@ -5,6 +5,7 @@
 #include <QToolButton>
 
 #include "app/AppFixture.h"
+#include "app/commands/Mnemonics.h"
 #include "app/companions/BranchModeBanner.h"
 #include "app/companions/CanvasCompanions.h"
 #include "app/companions/NodeQuickLook.h"
@@ -24,13 +25,13 @@ class MainWindowTest : public AppTest {
  protected:
   QMenu* menu(const char* title) {
     for (QAction* entry : window().menuBar()->actions()) {
-      if (entry->text() == QLatin1String(title)) return entry->menu();
+      if (withoutMnemonic(entry->text()) == QLatin1String(title)) return entry->menu();
     }
     return nullptr;
   }
   static QMenu* submenu(QMenu* menu, const char* title) {
     for (QAction* entry : menu->actions()) {
-      if (entry->text() == QLatin1String(title)) return entry->menu();
+      if (withoutMnemonic(entry->text()) == QLatin1String(title)) return entry->menu();
     }
     return nullptr;
   }
@@ -38,7 +39,7 @@ class MainWindowTest : public AppTest {
   static QStringList entriesOf(QMenu* menu) {
     QStringList entries;
     for (QAction* entry : menu->actions()) {
-      const QString text = entry->isSeparator() ? QStringLiteral("---") : entry->text();
+      const QString text = entry->isSeparator() ? QStringLiteral("---") : withoutMnemonic(entry->text());
       entries.append(entry->isEnabled() ? text : QLatin1Char('(') + text + QLatin1Char(')'));
     }
     return entries;
@@ -60,26 +61,42 @@ TEST_F(MainWindowTest, TheCornerRadiusInTheSettingsChangesNothingOnTheCanvas) {
 
 TEST_F(MainWindowTest, MenusOfANewWindow) {
   start();
-  EXPECT_EQ(entriesOf(menu("&File")),
+  EXPECT_EQ(entriesOf(menu("File")),
             lines({"New Topic", "New from Template", "New Branch", "---", "Open...", "Open Recent", "Save...",
                    "Save As...", "---", "Import...", "Export", "---", "Quit"}));
-  EXPECT_EQ(entriesOf(submenu(menu("&File"), "New from Template")),
+  EXPECT_EQ(entriesOf(submenu(menu("File"), "New from Template")),
             lines({"(Brainstorm)", "(Project Plan)", "(Meeting Notes)", "(Research)", "(Personal Goals)"}));
-  EXPECT_EQ(entriesOf(submenu(menu("&File"), "Export")),
+  EXPECT_EQ(entriesOf(submenu(menu("File"), "Export")),
             lines({"JSON", "PNG Image", "PDF", "SVG", "---", "OPML", "Markdown"}));
-  EXPECT_EQ(entriesOf(menu("&Edit")), lines({"(Undo)", "(Redo)", "---", "(Cut)", "(Copy)", "(Paste)", "Select All",
-                                             "(Duplicate)", "---", "(Settings…)"}));
-  EXPECT_EQ(
-      entriesOf(menu("&View")),
-      lines({"(Collapse)", "(Expand)", "(AI Generate...)", "AI Chat", "(Command Palette)", "Find...", "Toggle Outline",
-             "Toggle Left Sidebar", "Toggle Inspector", "Presentation Mode", "Recolor by Branch", "Recolor by Theme",
-             "---", "Zoom to Fit", "Zoom In", "Zoom Out", "---", "Layout", "Theme"}));
-  EXPECT_EQ(entriesOf(menu("&Help")), lines({"(Quilmora Quick Start)", "---", "About Quilmora"}));
+  EXPECT_EQ(entriesOf(menu("Edit")), lines({"(Undo)", "(Redo)", "---", "(Cut)", "(Copy)", "(Paste)", "Select All",
+                                            "(Duplicate)", "---", "(Settings…)"}));
+  EXPECT_EQ(entriesOf(menu("View")), lines({"(Collapse)",
+                                            "(Expand)",
+                                            "(AI Generate...)",
+                                            "AI Chat",
+                                            "(Command Palette)",
+                                            "Find...",
+                                            "Toggle Outline",
+                                            "Toggle Left Sidebar",
+                                            "Toggle Inspector",
+                                            "Presentation Mode",
+                                            "Recolor by Branch",
+                                            "Recolor by Theme",
+                                            "---",
+                                            "Zoom to Fit",
+                                            "Zoom In",
+                                            "Zoom Out",
+                                            "---",
+                                            "Full Screen",
+                                            "---",
+                                            "Layout",
+                                            "Theme"}));
+  EXPECT_EQ(entriesOf(menu("Help")), lines({"(Quilmora Quick Start)", "---", "About Quilmora"}));
 }
 
 TEST_F(MainWindowTest, RecentFilesMenuFollowsTheList) {
   start();
-  QMenu* recent = submenu(menu("&File"), "Open Recent");
+  QMenu* recent = submenu(menu("File"), "Open Recent");
   EXPECT_EQ(entriesOf(recent), lines({"(No Recent Documents)"}));
   m_application->recentFiles().add(writtenMap("Older.mindmap", "Older"));
   m_application->recentFiles().add(writtenMap("Plans & more.mindmap", "Newer"));
@@ -152,6 +169,26 @@ TEST_F(MainWindowTest, ToolbarButtonsShowWhatIsOpen) {
   EXPECT_FALSE(isOn("toggleAIChat"));
   window().toolbar().button(QStringLiteral("toggleSidebar"))->click();
   EXPECT_FALSE(isOn("toggleSidebar"));
+}
+
+TEST_F(MainWindowTest, ToolbarButtonsPaintTheirStateAtOnce) {
+  startActive();
+  QToolButton* button = window().toolbar().button(QStringLiteral("toggleInspector"));
+  const QImage on = button->grab().toImage();
+  int paints = 0;
+  struct Counter final : QObject {
+    explicit Counter(int& count) : paints(count) {}
+    bool eventFilter(QObject*, QEvent* event) override {
+      if (event->type() == QEvent::Paint) ++paints;
+      return false;
+    }
+    int& paints;
+  } counter(paints);
+  QTest::keyClick(&window().canvas(), Qt::Key_I, Qt::ControlModifier | Qt::ShiftModifier);
+  button->installEventFilter(&counter);
+  QCoreApplication::processEvents();
+  EXPECT_GT(paints, 0);
+  EXPECT_NE(button->grab().toImage(), on);
 }
 
 TEST_F(MainWindowTest, EveryIconButtonSaysItsNameAndItsKey) {
@@ -391,7 +428,7 @@ TEST_F(MainWindowTest, TitleTellsMapFileAndUnsavedChanges) {
   EXPECT_FALSE(window().isWindowModified());
   window().session().open(writtenMap("tour.mindmap", "The [*] tour"));
   QCoreApplication::processEvents();
-  EXPECT_EQ(window().windowTitle(), QStringLiteral("The [*][*] tour[*] — tour.mindmap"));
+  EXPECT_EQ(window().windowTitle(), QStringLiteral("tour.mindmap[*] — The [*][*] tour"));
   EXPECT_FALSE(window().isWindowModified());
   editor().createFreeNode(0, 0);
   EXPECT_TRUE(window().isWindowModified());
@@ -425,13 +462,6 @@ TEST_F(MainWindowTest, SaveAsksForAPlaceAndShowsFailures) {
   EXPECT_TRUE(m_alerts.messages.at(0).startsWith(QStringLiteral("Failed to save document: ")));
 }
 
-TEST_F(MainWindowTest, OpensWithTheSizeOfTheScreenAtMost) {
-  start();
-  const QSize room = window().screen()->availableGeometry().size();
-  EXPECT_LE(window().width(), std::max(room.width(), window().minimumSizeHint().width()));
-  EXPECT_LE(window().height(), std::max(room.height(), window().minimumSizeHint().height()));
-}
-
 TEST_F(MainWindowTest, CollapseAndExpandKeys) {
   startActive();
   const QUuid root = editor().mindMap().nodes[0].id;
@@ -462,11 +492,10 @@ TEST_F(MainWindowTest, CanvasHasTheKeyboardAgainAfterASheet) {
   startActive();
   editor().selectNode(editor().mindMap().nodes[0].id, false);
   action("about")->trigger();
-  QWidget* sheet = QApplication::activeModalWidget();
-  ASSERT_NE(sheet, nullptr);
-  QTest::keyClick(sheet, Qt::Key_Escape);
-  ASSERT_TRUE(QTest::qWaitFor([this] { return QApplication::focusWidget() == &window().canvas(); }));
-  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+  ASSERT_FALSE(window().canvas().hasFocus());
+  QTest::keyClick(window().focusWidget(), Qt::Key_Escape);
+  ASSERT_TRUE(window().canvas().hasFocus());
+  QTest::keyClick(&window().canvas(), Qt::Key_Tab);
   EXPECT_EQ(editor().mindMap().nodes.size(), 2U);
 }
 
@@ -494,6 +523,66 @@ TEST_F(MainWindowTest, BranchModeTogglesByItsKeyAndShowsOnItsButton) {
   QTest::keyClick(&window().canvas(), Qt::Key_E, Qt::ControlModifier);
   EXPECT_FALSE(editor().isEdgeCreationMode());
   EXPECT_FALSE(button->isChecked());
+}
+
+TEST_F(MainWindowTest, DeleteKeyTakesWhatTheTrashTakes) {
+  startActive();
+  editor().createChild(editor().mindMap().nodes[0].id);
+  ASSERT_EQ(editor().mindMap().edges.size(), 1U);
+  editor().setSelectedNodeIDs({});
+  editor().selectEdge(editor().mindMap().edges[0].id, false);
+  QTest::keyClick(&window().canvas(), Qt::Key_Delete);
+  EXPECT_EQ(editor().mindMap().edges.size(), 0U);
+  editor().createRegion(QPointF(0, 0));
+  ASSERT_EQ(editor().mindMap().regions.size(), 1U);
+  editor().clearSelection();
+  editor().setSelectedRegionID(editor().mindMap().regions[0].id);
+  QTest::keyClick(&window().canvas(), Qt::Key_Backspace);
+  EXPECT_EQ(editor().mindMap().regions.size(), 0U);
+  EXPECT_EQ(editor().mindMap().nodes.size(), 2U);
+}
+
+TEST_F(MainWindowTest, ZoomAndRedoHaveTheirOtherKeysToo) {
+  startActive();
+  const double before = editor().canvasZoom();
+  QTest::keyClick(&window().canvas(), Qt::Key_Plus, Qt::ControlModifier | Qt::KeypadModifier);
+  EXPECT_DOUBLE_EQ(editor().canvasZoom(), before * 1.25);
+  QTest::keyClick(&window().canvas(), Qt::Key_Minus, Qt::ControlModifier | Qt::KeypadModifier);
+  EXPECT_DOUBLE_EQ(editor().canvasZoom(), before);
+  QTest::keyClick(&window().canvas(), Qt::Key_Plus, Qt::ControlModifier);
+  EXPECT_DOUBLE_EQ(editor().canvasZoom(), before * 1.25);
+  QTest::keyClick(&window().canvas(), Qt::Key_N, Qt::ControlModifier);
+  QTest::keyClick(&window().canvas(), Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(editor().mindMap().nodes.size(), 1U);
+  QTest::keyClick(&window().canvas(), Qt::Key_Y, Qt::ControlModifier);
+  EXPECT_EQ(editor().mindMap().nodes.size(), 2U);
+}
+
+TEST_F(MainWindowTest, F10OpensTheFirstMenuAndEscapeLeavesIt) {
+  startActive();
+  QTest::keyClick(&window().canvas(), Qt::Key_F10);
+  QWidget* opened = QApplication::activePopupWidget();
+  ASSERT_EQ(opened, menu("File"));
+  QTest::keyClick(opened, Qt::Key_Escape);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(window().focusWidget(), &window().canvas());
+}
+
+TEST_F(MainWindowTest, StatusLineCountsOneTopicAsOne) {
+  start();
+  EXPECT_EQ(window().statusLine().text(), QStringLiteral("1 topic"));
+  editor().createFreeNode(0, 0);
+  EXPECT_EQ(window().statusLine().text(), QStringLiteral("2 topics"));
+  editor().setMindMap(MindMap());
+  EXPECT_EQ(window().statusLine().text(), QStringLiteral("0 topics"));
+}
+
+TEST_F(MainWindowTest, TitleBarNamesTheFileThatTheUserChose) {
+  start();
+  m_panels.savePaths.append(path("Company plan.mindmap"));
+  action("saveDocumentAs")->trigger();
+  EXPECT_EQ(window().windowTitle(), QStringLiteral("Company plan.mindmap[*]"));
+  EXPECT_EQ(window().windowFilePath(), path("Company plan.mindmap"));
 }
 
 TEST_F(MainWindowTest, PresentationDuplicateAndQuickLookByTheirKeys) {

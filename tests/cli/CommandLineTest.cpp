@@ -218,4 +218,50 @@ TEST_F(CommandLine, HelpIsTheUsageOnStandardOutput) {
   EXPECT_EQ(outcome.error.toStdString(), "");
 }
 
+TEST_F(CommandLine, VersionIsOneLine) {
+  const cli::Outcome outcome = cli::run({QStringLiteral("--version")});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.out.toStdString(), "quilmora-cli " QUILMORA_VERSION "\n");
+  EXPECT_EQ(cli::run({QStringLiteral("--version"), QStringLiteral("now")}).status, 2);
+}
+
+TEST_F(CommandLine, ADashIsStandardInputAndStandardOutput) {
+  const QStringList dashes{QStringLiteral("convert"), QStringLiteral("-"), QStringLiteral("-")};
+  const cli::Outcome outcome = cli::run(dashes, cli::smallMap());
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.error.toStdString(), "");
+  EXPECT_EQ(outcome.out, encodeDocument(decodeDocument(cli::smallMap())));
+  EXPECT_EQ(entries(), QStringList());
+  const cli::Outcome arranged = cli::run(
+      {QStringLiteral("layout"), QStringLiteral("tree"), QStringLiteral("-"), QStringLiteral("-")}, cli::smallMap());
+  EXPECT_EQ(arranged.status, 0);
+  EXPECT_EQ(decodeDocument(arranged.out).nodes[0].position, QPointF(475, 400));
+}
+
+TEST_F(CommandLine, StandardInputIsKnownByHowItBegins) {
+  const QStringList dashes{QStringLiteral("convert"), QStringLiteral("-"), QStringLiteral("-")};
+  const auto topics = [&](const QByteArray& input) {
+    const cli::Outcome outcome = cli::run(dashes, input);
+    EXPECT_EQ(outcome.status, 0) << outcome.error.toStdString();
+    QStringList titles;
+    for (const auto& node : decodeDocument(outcome.out).nodes) titles.append(node.title);
+    return titles.join(u',');
+  };
+  EXPECT_EQ(topics("<?xml version=\"1.0\"?>\n<!-- outline -->\n<opml version=\"2.0\"><head/><body>"
+                   "<outline text=\"A\"><outline text=\"B\"/></outline></body></opml>"),
+            QStringLiteral("A,B"));
+  EXPECT_EQ(topics("<map version=\"1.0.1\"><node TEXT=\"A\"><node TEXT=\"B\"/></node></map>"), QStringLiteral("A,B"));
+  EXPECT_TRUE(topics("# A\n\n- B\n").endsWith(QStringLiteral("B")));
+}
+
+TEST_F(CommandLine, StandardInputThatIsNoMapIsOneLineAndStatusOne) {
+  for (const QByteArray& input : {QByteArray(), QByteArray("hello"), QByteArray("{"), QByteArray("<html></html>")}) {
+    const cli::Outcome outcome = cli::run({QStringLiteral("convert"), QStringLiteral("-"), QStringLiteral("-")}, input);
+    EXPECT_EQ(outcome.status, 1) << input.toStdString();
+    EXPECT_EQ(outcome.out.toStdString(), "") << input.toStdString();
+    EXPECT_TRUE(outcome.error.startsWith("quilmora-cli: -: ")) << outcome.error.toStdString();
+    EXPECT_EQ(outcome.error.count('\n'), 1) << outcome.error.toStdString();
+  }
+}
+
 }  // namespace

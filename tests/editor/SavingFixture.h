@@ -65,6 +65,10 @@ class SavingFixture : public testing::Test {
         DocumentSession::Services{services, writer, panels, scheduler, notifications, *recentFiles, defaultFolder()});
     QObject::connect(session.get(), &DocumentSession::errorRaised,
                      [this](const QString& message) { errors.append(message); });
+    QObject::connect(session.get(), &DocumentSession::changesNotKept,
+                     [this](const QString& path, const QString& reason) {
+                       notKept.append({path, reason});
+                     });
   }
 
   QString path(const QString& name) const { return m_home.filePath(name); }
@@ -110,6 +114,7 @@ class SavingFixture : public testing::Test {
   std::unique_ptr<MindMapViewModel> editor;
   std::unique_ptr<DocumentSession> session;
   QStringList errors;
+  QList<std::pair<QString, QString>> notKept;  // the document that was not opened, and why
 
  private:
   QTemporaryDir m_home;

@@ -48,11 +48,54 @@ TEST_F(PendingChanges, KeepTheirMapOpenWhenTheyCannotBeWritten) {
   edit();
   const MindMap edited = editor->mindMap();
   ASSERT_TRUE(QDir(path(QStringLiteral("gone"))).removeRecursively());
-  session->open(makeFile(QStringLiteral("second.mindmap")));
+  const QString second = makeFile(QStringLiteral("second.mindmap"));
+  session->open(second);
   EXPECT_EQ(editor->mindMap(), edited);
   EXPECT_TRUE(editor->isDirty());
+  EXPECT_EQ(errors, QStringList());
+  ASSERT_EQ(notKept.size(), 1);
+  EXPECT_EQ(notKept.first().first, second);
+  EXPECT_TRUE(notKept.first().second.contains(QStringLiteral("first.mindmap")));
+}
+
+TEST_F(PendingChanges, ThatCannotBeWrittenStayInACopyWhenTheUserOpensAnyway) {
+  const QString file = makeFile(QStringLiteral("gone/first.mindmap"));
+  session->open(file);
+  setTitle(QStringLiteral("Plan"));
+  edit();
+  const QByteArray edited = encodeDocument(editor->mindMap());
+  ASSERT_TRUE(QDir(path(QStringLiteral("gone"))).removeRecursively());
+  session->openLeavingCopy(makeFile(QStringLiteral("second.mindmap")));
+  EXPECT_EQ(editor->mindMap().title, QStringLiteral("second.mindmap"));
+  EXPECT_EQ(content(inDefaultFolder(QStringLiteral("Plan.mindmap"))), edited);
+  EXPECT_EQ(editor->lastSavedFilePath(), path(QStringLiteral("second.mindmap")));
+  EXPECT_EQ(errors, QStringList());
+}
+
+TEST_F(PendingChanges, ThatCannotBeCopiedEitherKeepTheirMapOpen) {
+  put(path(QStringLiteral("Documents")), "no folder");
+  edit();
+  const MindMap edited = editor->mindMap();
+  session->openLeavingCopy(makeFile(QStringLiteral("second.mindmap")));
+  EXPECT_EQ(editor->mindMap(), edited);
   ASSERT_EQ(errors.size(), 1);
   EXPECT_TRUE(errors.first().startsWith(QStringLiteral("Failed to save document: "))) << errors.first().toStdString();
+}
+
+TEST_F(PendingChanges, AreSavedElsewhereBeforeTheWantedDocumentOpens) {
+  const QString file = makeFile(QStringLiteral("gone/first.mindmap"));
+  session->open(file);
+  edit();
+  const QByteArray edited = encodeDocument(editor->mindMap());
+  ASSERT_TRUE(QDir(path(QStringLiteral("gone"))).removeRecursively());
+  const QString second = makeFile(QStringLiteral("second.mindmap"));
+  // Cancelled, it opens nothing.
+  session->saveAsAndOpen(second);
+  EXPECT_NE(editor->mindMap().title, QStringLiteral("second.mindmap"));
+  panels.savePaths = {path(QStringLiteral("elsewhere.mindmap"))};
+  session->saveAsAndOpen(second);
+  EXPECT_EQ(content(path(QStringLiteral("elsewhere.mindmap"))), edited);
+  EXPECT_EQ(editor->mindMap().title, QStringLiteral("second.mindmap"));
 }
 
 TEST_F(PendingChanges, GoToTheDefaultFolderOnQuitWhenTheirOwnFolderIsGone) {

@@ -269,8 +269,9 @@ TEST_F(Opening, ADamagedFileTellsAndKeepsTheOpenMap) {
   const MindMap before = editor->mindMap();
   session->open(file);
   ASSERT_EQ(errors.size(), 1);
-  EXPECT_TRUE(errors.at(0).startsWith(QStringLiteral("Failed to open document: "))) << errors.at(0).toStdString();
-  EXPECT_GT(errors.at(0).size(), 26);
+  const QString begin = QStringLiteral("Failed to open document: Plan.mindmap: ");
+  EXPECT_TRUE(errors.at(0).startsWith(begin)) << errors.at(0).toStdString();
+  EXPECT_GT(errors.at(0).size(), begin.size());
   EXPECT_EQ(bookmarks.calls, QStringList({QStringLiteral("start ") + file, QStringLiteral("stop ") + file}));
   EXPECT_EQ(recentFiles->urls(), QStringList());
   expectUntouched(before);
@@ -325,6 +326,77 @@ TEST_F(Opening, APackageIsSavedElsewhereAsAPlainFile) {
   EXPECT_FALSE(editor->isDirty());
   EXPECT_EQ(content(path(QStringLiteral("Plain.mindmap"))), encodeDocument(editor->mindMap()));
   EXPECT_EQ(decodeDocumentAt(package).title, QStringLiteral("Packed"));
+}
+
+TEST_F(Saving, WhoIsAskedForAPlaceBecauseTheOwnOneFailsHearsWhy) {
+  panels.savePaths = {path(QStringLiteral("gone/plan.mindmap")), std::nullopt};
+  ASSERT_TRUE(QDir(home()).mkpath(QStringLiteral("gone")));
+  session->saveDocument();
+  ASSERT_TRUE(QDir(path(QStringLiteral("gone"))).removeRecursively());
+  session->saveDocument();
+  ASSERT_EQ(panels.saveRequests.size(), 2);
+  EXPECT_EQ(panels.saveRequests.at(0).reason, QString());
+  EXPECT_TRUE(panels.saveRequests.at(1).reason.contains(QStringLiteral("“plan.mindmap” could not be written")))
+      << panels.saveRequests.at(1).reason.toStdString();
+  EXPECT_EQ(errors, QStringList());
+}
+
+TEST_F(Saving, TheNewPlaceIsKnownWhenTheFlagClears) {
+  edit();
+  std::optional<QString> heard;
+  QObject::connect(editor.get(), &MindMapViewModel::isDirtyChanged, session.get(),
+                   [&] { heard = editor->lastSavedFilePath(); });
+  panels.savePaths = {path(QStringLiteral("plan.mindmap"))};
+  session->saveDocumentAs();
+  EXPECT_EQ(heard, path(QStringLiteral("plan.mindmap")));
+}
+
+class AutoSavedCopy : public SavingFixture {
+ protected:
+  AutoSavedCopy() {
+    edit();
+    scheduler.advance(DocumentSession::autoSaveDelay);
+  }
+  QString copy() const { return inDefaultFolder(QStringLiteral("Untitled Map.mindmap")); }
+  void saveAs(const QString& name) {
+    panels.savePaths = {name};
+    session->saveDocument();
+  }
+};
+
+TEST_F(AutoSavedCopy, GoesWhenTheMapGetsAPlaceOfItsOwn) {
+  ASSERT_TRUE(QFileInfo::exists(copy()));
+  edit();
+  saveAs(path(QStringLiteral("Company plan.mindmap")));
+  EXPECT_FALSE(QFileInfo::exists(copy()));
+  EXPECT_EQ(content(path(QStringLiteral("Company plan.mindmap"))), encodeDocument(editor->mindMap()));
+}
+
+TEST_F(AutoSavedCopy, StaysWhereItIsThePlaceThatWasChosen) {
+  saveAs(copy());
+  EXPECT_EQ(content(copy()), encodeDocument(editor->mindMap()));
+}
+
+TEST_F(AutoSavedCopy, StaysWhereSomebodyElseWroteInIt) {
+  const QByteArray other = encodeDocument(mapWithTitle(QStringLiteral("Another")));
+  put(copy(), other);
+  saveAs(path(QStringLiteral("Company plan.mindmap")));
+  EXPECT_EQ(content(copy()), other);
+}
+
+TEST_F(AutoSavedCopy, StaysWhenTheSaveFails) {
+  saveAs(path(QStringLiteral("no/such/folder/plan.mindmap")));
+  EXPECT_EQ(errors.size(), 1);
+  EXPECT_TRUE(QFileInfo::exists(copy()));
+}
+
+TEST_F(AutoSavedCopy, OfAnEarlierSessionStays) {
+  start();
+  session->reopenLastDocument();
+  edit();
+  panels.savePaths = {path(QStringLiteral("Company plan.mindmap"))};
+  session->saveDocumentAs();
+  EXPECT_TRUE(QFileInfo::exists(copy()));
 }
 
 }  // namespace

@@ -27,7 +27,7 @@ TEST(Notifications, NamesAreThoseOfTheEnumeration) {
 
 TEST(Notifications, EachHasANameOfItsOwn) {
   QSet<QString> names;
-  for (int number = 0; number < notificationCount; ++number) {
+  for (int number = 0; number < notificationCount(); ++number) {
     names.insert(notificationName(static_cast<Notification>(number)));
   }
   EXPECT_EQ(names.size(), 35);

@@ -1,60 +1,56 @@
 #pragma once
 
-#include <functional>
 #include <unordered_map>
+#include <vector>
 
 #include <QAction>
 #include <QObject>
-#include <QPointer>
 
 #include "app/commands/CommandTable.h"
-
-class QWidget;
 
 class QKeyEvent;
 
 namespace quilmora {
 
-class MindMapViewModel;
-
-// The commands of one window as actions. An entry posts its notification and can be chosen only while somebody receives
-// it and the editor's state gives it something to do.
+// The commands of one window as actions. An entry can be chosen only while somebody receives its notification and its
+// row finds it possible.
 class CommandActions : public QObject {
   Q_OBJECT
 
  public:
-  // What entries do that post nothing; an empty function leaves its entry disabled.
-  struct Handlers {
-    std::function<void()> quit;
-    std::function<void()> about;
-    std::function<void()> settings;
-  };
-
-  CommandActions(MindMapViewModel& editor, NotificationCenter& notifications, Handlers handlers, QWidget* window);
+  CommandActions(MindMapViewModel& editor, NotificationCenter& notifications, CommandContext::Handlers handlers,
+                 QWidget* window);
 
   // The action of a command that is no submenu; nullptr for an unknown id.
   QAction* action(const QString& id) const;
-  bool isEnabled(const Command& command) const;
-  // Brings every action up to the state of things.
-  void refresh();
+  void setShown(const CommandContext::Shown& shown);
+  // Chooses the command whose key the views of the window have passed on. Returns whether there was one to choose.
+  bool pressPassedOnKey(const QKeyEvent& event);
 
  protected:
   // Watches the text field that has the keyboard: a key of a menu entry is never taken for one of the field's own.
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  void addAction(const Command& command);
+  void followEditor();
+  // Brings every action up to the state of things.
+  void refresh();
+  bool isEnabled(const Command& command) const;
   void trigger(const Command& command);
   void focusChanged(QWidget* now);
-  bool isKeyOfTheWindow(const QKeyEvent& event) const;
-  bool isPossible(Notification notification) const;
-  void applyTheme(const QString& id);
+  const Command* commandOfKey(const QKeyEvent& event, bool yieldsKey) const;
 
-  MindMapViewModel& m_editor;
+  struct Key {
+    QKeySequence sequence;
+    const Command* command;
+  };
+
   NotificationCenter& m_notifications;
-  Handlers m_handlers;
   QWidget* m_window;
-  QPointer<QWidget> m_textField;  // that has the keyboard, also while the menu bar borrows it
+  CommandContext m_context;
   std::unordered_map<QString, QAction*> m_actions;
+  std::vector<Key> m_keys;
 };
 
 }  // namespace quilmora

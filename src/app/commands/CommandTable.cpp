@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "app/commands/Mnemonics.h"
+#include "editor/MindMapViewModel.h"
 #include "exchange/ExportFormat.h"
 #include "platform/PlatformText.h"
 #include "themes/Theme.h"
@@ -10,164 +12,392 @@ namespace quilmora {
 
 namespace {
 
-using Action = Command::Action;
+using namespace Qt::StringLiterals;
+using enum Notification;
+using Context = CommandContext;
+using Rows = std::vector<Command>;
 
-Command entry(MenuId menu, const char16_t* text, const char16_t* key, Notification notification, QVariant object = {}) {
-  Command command;
-  command.id = notificationName(notification);
-  if (object.isValid()) command.id += QLatin1Char(':') + object.toString();
-  command.menu = menu;
-  command.text = QString::fromUtf16(text);
-  command.key = QString::fromUtf16(key);
-  command.notification = notification;
-  command.object = std::move(object);
-  return command;
+// --- When a command is possible ---
+
+bool isNoTitleEdited(const Context& context, const QVariant&) {
+  return !context.editor.isEditingInline();
 }
 
-Command entry(MenuId menu, const char16_t* text, const char16_t* key, Action action, const char16_t* id) {
-  Command command;
-  command.id = QString::fromUtf16(id);
-  command.menu = menu;
-  command.text = QString::fromUtf16(text);
-  command.key = QString::fromUtf16(key);
-  command.action = action;
-  return command;
+bool canUndo(const Context& context, const QVariant&) {
+  return context.editor.undoCount() > 0;
 }
 
-Command submenu(MenuId menu, const char16_t* text, MenuId opened) {
-  Command command;
-  command.id = QStringLiteral("submenu:") + QString::fromUtf16(text);
-  command.menu = menu;
-  command.text = QString::fromUtf16(text);
-  command.action = Action::submenu;
-  command.submenu = opened;
-  return command;
+bool canRedo(const Context& context, const QVariant&) {
+  return context.editor.redoCount() > 0;
 }
 
-Command divided(Command command) {
-  command.dividerBefore = true;
-  return command;
+bool canDuplicate(const Context& context, const QVariant&) {
+  return !context.editor.isEditingInline() && !context.editor.selectedNodeIDs().empty();
 }
 
-void addFileMenu(std::vector<Command>& table) {
-  using enum Notification;
+bool canDelete(const Context& context, const QVariant&) {
+  const MindMapViewModel& editor = context.editor;
+  if (editor.isEditingInline() || editor.isPresentationMode()) return false;
+  return !editor.selectedNodeIDs().empty() || !editor.selectedEdgeIDs().empty() ||
+         editor.selectedRegionID().has_value();
+}
+
+bool canCollapse(const Context& context, const QVariant&) {
+  const auto first = context.editor.firstSelectedNode();
+  return first && !context.editor.collapsedNodeIDs().contains(*first) &&
+         context.editor.treeInfo().childCount(*first) > 0;
+}
+
+bool canExpand(const Context& context, const QVariant&) {
+  const auto first = context.editor.firstSelectedNode();
+  return first && context.editor.collapsedNodeIDs().contains(*first);
+}
+
+bool hasTextField(const Context& context, const QVariant&) {
+  return context.textField != nullptr;
+}
+
+// --- What is on ---
+
+bool isThemeApplied(const Context& context, const QVariant& object) {
+  return context.editor.mindMap().canvas.themeId.value_or(QString()) == object.toString();
+}
+
+bool isTabShown(const Context& context, SidebarTab tab) {
+  return context.shown.sidebar && context.shown.sidebarTab == tab;
+}
+
+// --- What is called ---
+
+template <const char* slot>
+void callOnTextField(const Context& context, const QVariant&) {
+  if (context.textField != nullptr) QMetaObject::invokeMethod(context.textField, slot);
+}
+
+constexpr char cutSlot[] = "cut";
+constexpr char copySlot[] = "copy";
+constexpr char pasteSlot[] = "paste";
+constexpr char selectAllSlot[] = "selectAll";
+
+void selectAll(const Context& context, const QVariant& object) {
+  if (context.textField != nullptr)
+    callOnTextField<selectAllSlot>(context, object);
+  else
+    context.editor.selectAll();
+}
+
+void applyTheme(const Context& context, const QVariant& object) {
+  if (const Theme* theme = builtInTheme(object.toString())) context.editor.applyTheme(*theme);
+}
+
+template <std::function<void()> Context::Handlers::*handler>
+void callHandler(const Context& context, const QVariant&) {
+  (context.handlers.*handler)();
+}
+
+template <std::function<void()> Context::Handlers::*handler>
+bool hasHandler(const Context& context, const QVariant&) {
+  return context.handlers.*handler != nullptr;
+}
+
+// --- The rows ---
+
+Command submenu(MenuId menu, const QString& text, MenuId opened, bool dividerBefore = false) {
+  return {.menu = menu, .text = text, .submenu = opened, .dividerBefore = dividerBefore};
+}
+
+Rows fileMenu() {
   constexpr MenuId menu = MenuId::file;
-  table.push_back(entry(menu, u"New Topic", u"⌘N", createNode));
-  table.push_back(submenu(menu, u"New from Template", MenuId::newFromTemplate));
-  table.push_back(entry(menu, u"New Branch", u"⌘E", createEdge));
-  table.push_back(divided(entry(menu, u"Open...", u"⌘O", openDocument)));
-  table.push_back(submenu(menu, u"Open Recent", MenuId::openRecent));
-  table.push_back(entry(menu, u"Save...", u"⌘S", saveDocument));
-  table.push_back(entry(menu, u"Save As...", u"⇧⌘S", saveDocumentAs));
-  table.push_back(divided(entry(menu, u"Import...", u"", importDocument)));
-  table.push_back(submenu(menu, u"Export", MenuId::exportDocument));
-  table.push_back(divided(entry(menu, u"Quit", u"⌘Q", Action::quit, u"quit")));
+  using Handlers = Context::Handlers;
+  return {
+      {.menu = menu,
+       .text = u"&New Topic"_s,
+       .key = u"⌘N"_s,
+       .notification = createNode,
+       .isPossible = isNoTitleEdited,
+       .symbol = u"plus.circle.fill"_s},
+      submenu(menu, u"New from &Template"_s, MenuId::newFromTemplate),
+      {.menu = menu,
+       .text = u"New &Branch"_s,
+       .key = u"⌘E"_s,
+       .notification = createEdge,
+       .isPossible = isNoTitleEdited,
+       .isOn = [](const Context& context, const QVariant&) { return context.editor.isEdgeCreationMode(); },
+       .symbol = u"arrow.right"_s},
+      {.menu = menu, .text = u"&Open..."_s, .key = u"⌘O"_s, .notification = openDocument, .dividerBefore = true},
+      submenu(menu, u"Open &Recent"_s, MenuId::openRecent),
+      {.menu = menu, .text = u"&Save..."_s, .key = u"⌘S"_s, .notification = saveDocument},
+      {.menu = menu, .text = u"Save &As..."_s, .key = u"⇧⌘S"_s, .notification = saveDocumentAs},
+      {.menu = menu, .text = u"&Import..."_s, .notification = importDocument, .dividerBefore = true},
+      submenu(menu, u"&Export"_s, MenuId::exportDocument),
+      {.menu = menu,
+       .text = u"&Quit"_s,
+       .key = u"⌘Q"_s,
+       .call = callHandler<&Handlers::quit>,
+       .isPossible = hasHandler<&Handlers::quit>,
+       .dividerBefore = true,
+       .id = u"quit"_s},
+  };
 }
 
-void addTemplateMenu(std::vector<Command>& table) {
-  for (const char16_t* name : {u"Brainstorm", u"Project Plan", u"Meeting Notes", u"Research", u"Personal Goals"}) {
-    table.push_back(entry(MenuId::newFromTemplate, name, u"", Notification::newFromTemplate, QString::fromUtf16(name)));
-  }
+Rows templateMenu() {
+  Rows rows;
+  for (const QString& name :
+       {u"Brainstorm"_s, u"Project Plan"_s, u"Meeting Notes"_s, u"Research"_s, u"Personal Goals"_s})
+    rows.push_back({.menu = MenuId::newFromTemplate, .text = name, .notification = newFromTemplate, .object = name});
+  return rows;
 }
 
-void addExportMenu(std::vector<Command>& table) {
-  for (const ExportFormat format : allExportFormats()) {
-    Command command = entry(MenuId::exportDocument, u"", u"", Notification::exportDocument, rawValue(format));
-    command.text = menuEntry(format);
-    table.push_back(format == ExportFormat::opml ? divided(std::move(command)) : std::move(command));
-  }
+Rows exportMenu() {
+  Rows rows;
+  for (const ExportFormat format : allExportFormats())
+    rows.push_back({.menu = MenuId::exportDocument,
+                    .text = menuEntry(format),
+                    .notification = exportDocument,
+                    .object = rawValue(format),
+                    .dividerBefore = format == ExportFormat::opml});
+  return rows;
 }
 
-void addEditMenu(std::vector<Command>& table) {
+Rows editMenu() {
   constexpr MenuId menu = MenuId::edit;
-  table.push_back(entry(menu, u"Undo", u"⌘Z", Notification::undo));
-  table.push_back(entry(menu, u"Redo", u"⇧⌘Z", Notification::redo));
-  table.push_back(divided(entry(menu, u"Cut", u"⌘X", Action::cut, u"cut")));
-  table.push_back(entry(menu, u"Copy", u"⌘C", Action::copy, u"copy"));
-  table.push_back(entry(menu, u"Paste", u"⌘V", Action::paste, u"paste"));
-  table.push_back(entry(menu, u"Select All", u"⌘A", Action::selectAll, u"selectAll"));
-  table.push_back(entry(menu, u"Duplicate", u"⌘D", Notification::duplicateSelection));
-  table.push_back(divided(entry(menu, u"Settings…", u"⌘,", Action::settings, u"settings")));
+  using Handlers = Context::Handlers;
+  return {
+      {.menu = menu,
+       .text = u"&Undo"_s,
+       .key = u"⌘Z"_s,
+       .notification = undo,
+       .isPossible = canUndo,
+       .textSlot = "undo"},
+      {.menu = menu,
+       .text = u"&Redo"_s,
+       .key = u"⇧⌘Z"_s,
+       .moreKeys = {u"⌘Y"_s},
+       .notification = redo,
+       .isPossible = canRedo,
+       .textSlot = "redo"},
+      {.menu = menu,
+       .text = u"Cu&t"_s,
+       .key = u"⌘X"_s,
+       .call = callOnTextField<cutSlot>,
+       .isPossible = hasTextField,
+       .textSlot = cutSlot,
+       .dividerBefore = true,
+       .id = u"cut"_s},
+      {.menu = menu,
+       .text = u"&Copy"_s,
+       .key = u"⌘C"_s,
+       .call = callOnTextField<copySlot>,
+       .isPossible = hasTextField,
+       .textSlot = copySlot,
+       .id = u"copy"_s},
+      {.menu = menu,
+       .text = u"&Paste"_s,
+       .key = u"⌘V"_s,
+       .call = callOnTextField<pasteSlot>,
+       .isPossible = hasTextField,
+       .textSlot = pasteSlot,
+       .id = u"paste"_s},
+      {.menu = menu,
+       .text = u"Select &All"_s,
+       .key = u"⌘A"_s,
+       .call = selectAll,
+       .textSlot = selectAllSlot,
+       .id = u"selectAll"_s},
+      {.menu = menu,
+       .text = u"&Duplicate"_s,
+       .key = u"⌘D"_s,
+       .notification = duplicateSelection,
+       .isPossible = canDuplicate},
+      {.menu = menu,
+       .text = u"&Settings…"_s,
+       .key = u"⌘,"_s,
+       .call = callHandler<&Handlers::settings>,
+       .isPossible = hasHandler<&Handlers::settings>,
+       .dividerBefore = true,
+       .id = u"settings"_s},
+  };
 }
 
-void addViewMenu(std::vector<Command>& table) {
-  using enum Notification;
+// What the view shows beside the map.
+Rows viewMenu() {
   constexpr MenuId menu = MenuId::view;
-  table.push_back(entry(menu, u"Collapse", u"⌘[", collapseNode));
-  table.push_back(entry(menu, u"Expand", u"⌘]", expandNode));
-  table.push_back(entry(menu, u"AI Generate...", u"⇧⌘G", aiGenerate));
-  table.push_back(entry(menu, u"AI Chat", u"⇧⌘L", toggleAIChat));
-  table.push_back(entry(menu, u"Command Palette", u"⌘K", toggleCommandPalette));
-  table.push_back(entry(menu, u"Find...", u"⌘F", toggleSearch));
-  table.push_back(entry(menu, u"Toggle Outline", u"⇧⌘O", toggleOutline));
-  table.push_back(entry(menu, u"Toggle Left Sidebar", u"⌥⌘S", toggleSidebar));
-  table.push_back(entry(menu, u"Toggle Inspector", u"⇧⌘I", toggleInspector));
-  table.push_back(entry(menu, u"Presentation Mode", u"⇧⌘P", togglePresentation));
-  table.push_back(entry(menu, u"Recolor by Branch", u"", recolorByBranch));
-  table.push_back(entry(menu, u"Recolor by Theme", u"", recolorByTheme));
-  table.push_back(divided(entry(menu, u"Zoom to Fit", u"⌘0", zoomToFit)));
-  table.push_back(entry(menu, u"Zoom In", u"⌘=", zoomIn));
-  table.push_back(entry(menu, u"Zoom Out", u"⌘-", zoomOut));
-  // Until the palette brings layouts and themes.
-  table.push_back(divided(submenu(menu, u"Layout", MenuId::layout)));
-  table.push_back(submenu(menu, u"Theme", MenuId::theme));
+  return {
+      {.menu = menu, .text = u"&Collapse"_s, .key = u"⌘["_s, .notification = collapseNode, .isPossible = canCollapse},
+      {.menu = menu, .text = u"&Expand"_s, .key = u"⌘]"_s, .notification = expandNode, .isPossible = canExpand},
+      {.menu = menu,
+       .text = u"AI &Generate..."_s,
+       .key = u"⇧⌘G"_s,
+       .notification = aiGenerate,
+       .symbol = u"sparkles"_s},
+      {.menu = menu,
+       .text = u"AI C&hat"_s,
+       .key = u"⇧⌘L"_s,
+       .notification = toggleAIChat,
+       .isOn = [](const Context& context, const QVariant&) { return isTabShown(context, SidebarTab::aiChat); },
+       .symbol = u"bubble.left.and.text.bubble.right"_s},
+      {.menu = menu, .text = u"Command &Palette"_s, .key = u"⌘K"_s, .notification = toggleCommandPalette},
+      {.menu = menu, .text = u"&Find..."_s, .key = u"⌘F"_s, .notification = toggleSearch},
+      {.menu = menu,
+       .text = u"Toggle &Outline"_s,
+       .key = u"⇧⌘O"_s,
+       .notification = toggleOutline,
+       .isOn = [](const Context& context, const QVariant&) { return isTabShown(context, SidebarTab::outline); }},
+      {.menu = menu,
+       .text = u"Toggle Left Si&debar"_s,
+       .key = u"⌥⌘S"_s,
+       .notification = toggleSidebar,
+       .isOn = [](const Context& context, const QVariant&) { return context.shown.sidebar; },
+       .symbol = u"sidebar.leading"_s},
+      {.menu = menu,
+       .text = u"Toggle &Inspector"_s,
+       .key = u"⇧⌘I"_s,
+       .notification = toggleInspector,
+       .isOn = [](const Context& context, const QVariant&) { return context.shown.inspector; },
+       .symbol = u"sidebar.trailing"_s},
+      {.menu = menu,
+       .text = u"Presentation &Mode"_s,
+       .key = u"⇧⌘P"_s,
+       .notification = togglePresentation,
+       .isOn = [](const Context& context, const QVariant&) { return context.editor.isPresentationMode(); }},
+      {.menu = menu, .text = u"Recolor by &Branch"_s, .notification = recolorByBranch},
+      {.menu = menu, .text = u"&Recolor by Theme"_s, .notification = recolorByTheme},
+  };
 }
 
-void addLayoutMenu(std::vector<Command>& table) {
-  using enum Notification;
+Rows zoomEntries() {
+  constexpr MenuId menu = MenuId::view;
+  return {
+      {.menu = menu, .text = u"&Zoom to Fit"_s, .key = u"⌘0"_s, .notification = zoomToFit, .dividerBefore = true},
+      {.menu = menu, .text = u"Zoom I&n"_s, .key = u"⌘="_s, .moreKeys = {u"⌘+"_s}, .notification = zoomIn},
+      {.menu = menu, .text = u"Zoom O&ut"_s, .key = u"⌘-"_s, .notification = zoomOut},
+      {.menu = menu,
+       .text = u"Full &Screen"_s,
+       .key = u"F11"_s,
+       .call = callHandler<&Context::Handlers::toggleFullScreen>,
+       .isPossible = [](const Context& context, const QVariant&) { return !context.editor.isPresentationMode(); },
+       .isOn = [](const Context& context, const QVariant&) { return context.shown.isFullScreen; },
+       .dividerBefore = true,
+       .id = u"fullScreen"_s},
+      // Until the palette brings layouts and themes.
+      submenu(menu, u"&Layout"_s, MenuId::layout, true),
+      submenu(menu, u"&Theme"_s, MenuId::theme),
+  };
+}
+
+Rows layoutMenu() {
   constexpr MenuId menu = MenuId::layout;
-  table.push_back(entry(menu, u"Tree", u"", applyTreeLayout));
-  table.push_back(entry(menu, u"Vertical Tree", u"", applyVerticalTreeLayout));
-  table.push_back(entry(menu, u"Radial", u"", applyRadialLayout));
-  table.push_back(entry(menu, u"Left/Right Tree", u"", applyLeftRightLayout));
-  table.push_back(entry(menu, u"Org Chart", u"", applyOrgChartLayout));
+  return {
+      {.menu = menu, .text = u"Tree"_s, .notification = applyTreeLayout},
+      {.menu = menu, .text = u"Vertical Tree"_s, .notification = applyVerticalTreeLayout},
+      {.menu = menu, .text = u"Radial"_s, .notification = applyRadialLayout},
+      {.menu = menu, .text = u"Left/Right Tree"_s, .notification = applyLeftRightLayout},
+      {.menu = menu, .text = u"Org Chart"_s, .notification = applyOrgChartLayout},
+  };
 }
 
-void addThemeMenu(std::vector<Command>& table) {
+Rows themeMenu() {
+  Rows rows;
   for (const ThemeCategory category : {ThemeCategory::classic, ThemeCategory::vibrant, ThemeCategory::custom}) {
     bool isFirst = true;
     for (const Theme& theme : allThemes()) {
       if (theme.category != category) continue;
-      Command command;
-      command.id = QStringLiteral("theme:") + theme.id;
-      command.menu = MenuId::theme;
-      command.text = theme.name;
-      command.action = Action::applyTheme;
-      command.object = theme.id;
-      if (isFirst) command.sectionBefore = label(category);
+      rows.push_back({.menu = MenuId::theme,
+                      .text = theme.name,
+                      .call = applyTheme,
+                      .object = theme.id,
+                      .isOn = isThemeApplied,
+                      .sectionBefore = isFirst ? label(category) : QString(),
+                      .id = u"theme:"_s + theme.id});
       isFirst = false;
-      table.push_back(std::move(command));
     }
   }
+  return rows;
 }
 
-void addHelpMenu(std::vector<Command>& table) {
-  table.push_back(entry(MenuId::help, u"Quilmora Quick Start", u"", Notification::showOnboarding));
-  table.push_back(divided(entry(MenuId::help, u"About Quilmora", u"", Action::about, u"about")));
+Rows helpMenu() {
+  return {
+      {.menu = MenuId::help, .text = u"Quilmora Quick &Start"_s, .notification = showOnboarding},
+      {.menu = MenuId::help,
+       .text = u"&About Quilmora"_s,
+       .call = callHandler<&Context::Handlers::about>,
+       .isPossible = hasHandler<&Context::Handlers::about>,
+       .dividerBefore = true,
+       .id = u"about"_s},
+  };
 }
 
-std::vector<Command> makeTable() {
-  std::vector<Command> table;
-  addFileMenu(table);
-  addTemplateMenu(table);
-  addExportMenu(table);
-  addEditMenu(table);
-  addViewMenu(table);
-  addLayoutMenu(table);
-  addThemeMenu(table);
-  addHelpMenu(table);
-  Command remove;
-  remove.id = QStringLiteral("delete");
-  remove.text = QStringLiteral("Delete");
-  remove.action = Action::deleteSelection;
-  table.push_back(std::move(remove));
+Rows toolbarOnly() {
+  return {
+      {.text = u"Delete"_s,
+       .key = u"⌫"_s,
+       .moreKeys = {u"Backspace"_s},
+       .call = [](const Context& context, const QVariant&) { context.editor.deleteSelection(); },
+       .isPossible = canDelete,
+       .yieldsKey = true,
+       .symbol = u"trash"_s,
+       .id = u"delete"_s},
+  };
+}
+
+// --- The table ---
+
+QString idOf(const Command& command) {
+  if (!command.id.isEmpty()) return command.id;
+  if (command.submenu) return u"submenu:"_s + command.name();
+  const QString name = notificationName(*command.notification);
+  return command.object.isValid() ? name + u':' + command.object.toString() : name;
+}
+
+void giveMnemonics(Rows& table, MenuId menu) {
+  std::vector<Command*> entries;
+  QStringList texts;
+  for (Command& command : table) {
+    if (command.menu != menu) continue;
+    entries.push_back(&command);
+    texts.append(command.text);
+  }
+  texts = withMnemonics(texts);
+  for (std::size_t place = 0; place < entries.size(); ++place)
+    entries[place]->text = texts.at(static_cast<qsizetype>(place));
+}
+
+Rows makeTable() {
+  Rows table;
+  for (const auto& menu : {fileMenu, templateMenu, exportMenu, editMenu, viewMenu, zoomEntries, layoutMenu, themeMenu,
+                           helpMenu, toolbarOnly})
+    std::ranges::move(menu(), std::back_inserter(table));
+  for (Command& command : table) command.id = idOf(command);
+  for (const MenuId menu : {MenuId::newFromTemplate, MenuId::exportDocument, MenuId::layout, MenuId::theme})
+    giveMnemonics(table, menu);
   return table;
+}
+
+QKeySequence sequenceOf(const QString& key) {
+  return key.isEmpty() ? QKeySequence() : QKeySequence(platformText(key), QKeySequence::PortableText);
 }
 
 }  // namespace
 
+QString Command::name() const {
+  QString name = withoutMnemonic(text);
+  while (name.endsWith(u'.') || name.endsWith(u'…')) name.chop(1);
+  return name;
+}
+
 QKeySequence Command::keySequence() const {
-  return key.isEmpty() ? QKeySequence() : QKeySequence(platformText(key), QKeySequence::PortableText);
+  return sequenceOf(key);
+}
+
+QList<QKeySequence> Command::allKeys() const {
+  QList<QKeySequence> keys;
+  if (!key.isEmpty()) keys.append(sequenceOf(key));
+  for (const QString& more : moreKeys) keys.append(sequenceOf(more));
+  return keys;
+}
+
+QString Command::toolTip() const {
+  return key.isEmpty() ? name() : platformText(u"%1 (%2)"_s.arg(name(), key));
 }
 
 const std::vector<Command>& commandTable() {
@@ -177,39 +407,31 @@ const std::vector<Command>& commandTable() {
 
 const Command* findCommand(const QString& id) {
   const auto& table = commandTable();
-  const auto found = std::find_if(table.begin(), table.end(), [&](const Command& command) { return command.id == id; });
+  const auto found = std::ranges::find(table, id, &Command::id);
   return found == table.end() ? nullptr : &*found;
 }
 
 const std::vector<MenuTitle>& menuBarTable() {
   static const std::vector<MenuTitle> table = {
-      {MenuId::file, QStringLiteral("&File")},
-      {MenuId::edit, QStringLiteral("&Edit")},
-      {MenuId::view, QStringLiteral("&View")},
-      {MenuId::help, QStringLiteral("&Help")},
+      {MenuId::file, u"&File"_s},
+      {MenuId::edit, u"&Edit"_s},
+      {MenuId::view, u"&View"_s},
+      {MenuId::help, u"&Help"_s},
   };
   return table;
 }
 
 const std::vector<ToolbarButton>& toolbarTable() {
   static const std::vector<ToolbarButton> table = {
-      {QStringLiteral("toggleSidebar"), QStringLiteral("Toggle Left Sidebar"), QStringLiteral("sidebar.leading")},
-      {QStringLiteral("aiGenerate"), QStringLiteral("AI Generate"), QStringLiteral("sparkles"), true},
-      {QStringLiteral("toggleAIChat"), QStringLiteral("AI Chat"), QStringLiteral("bubble.left.and.text.bubble.right")},
-      {QStringLiteral("createNode"), QStringLiteral("New Topic"), QStringLiteral("plus.circle.fill"), true},
-      {QStringLiteral("createEdge"), QStringLiteral("New Branch"), QStringLiteral("arrow.right")},
-      {QStringLiteral("delete"), QStringLiteral("Delete"), QStringLiteral("trash")},
-      {QStringLiteral("toggleInspector"), QStringLiteral("Toggle Inspector"), QStringLiteral("sidebar.trailing"), false,
-       true},
+      {u"toggleSidebar"_s},
+      {u"aiGenerate"_s, true},
+      {u"toggleAIChat"_s},
+      {u"createNode"_s, true},
+      {u"createEdge"_s},
+      {u"delete"_s},
+      {u"toggleInspector"_s, false, true},
   };
   return table;
-}
-
-QString toolbarToolTip(const ToolbarButton& button) {
-  const Command* command = findCommand(button.commandId);
-  QString key = command != nullptr ? command->key : QString();
-  if (button.commandId == QLatin1String("delete")) key = QStringLiteral("⌫");
-  return key.isEmpty() ? button.name : platformText(QStringLiteral("%1 (%2)").arg(button.name, key));
 }
 
 }  // namespace quilmora

@@ -1,46 +1,79 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <vector>
 
 #include <QKeySequence>
+#include <QPointer>
 #include <QString>
 #include <QVariant>
+#include <QWidget>
 
+#include "app/window/SidebarTab.h"
 #include "platform/Notifications.h"
 
 namespace quilmora {
 
+class MindMapViewModel;
+
 enum class MenuId { file, newFromTemplate, openRecent, exportDocument, edit, view, layout, theme, help };
 
-// One entry of the menus: a row of data from which menus and toolbar are made.
-struct Command {
-  enum class Action {
-    post,     // posts `notification` with `object`
-    submenu,  // opens `submenu`
-    deleteSelection,
-    cut,  // these four act on the text field that has the keyboard
-    copy,
-    paste,
-    selectAll,
-    applyTheme,  // `object` is the theme's id
-    settings,
-    about,
-    quit,
+// What a row of the table looks at and acts on: one a window.
+struct CommandContext {
+  // What the window shows at this moment.
+  struct Shown {
+    bool sidebar = true;
+    bool inspector = true;
+    SidebarTab sidebarTab = SidebarTab::aiChat;
+    bool isFullScreen = false;
+
+    bool operator==(const Shown&) const = default;
+  };
+  // What entries do that post nothing; an empty function leaves its entry disabled.
+  struct Handlers {
+    std::function<void()> quit;
+    std::function<void()> about;
+    std::function<void()> settings;
+    std::function<void()> toggleFullScreen;
   };
 
-  QString id;                  // unique; for entries with the same notification it tells them apart
-  std::optional<MenuId> menu;  // nothing: stands in the toolbar only
-  QString text;
-  QString key;  // as the product's data tells keys, such as "⇧⌘S"
-  Action action = Action::post;
-  std::optional<Notification> notification;
-  QVariant object;
-  std::optional<MenuId> submenu;
-  bool dividerBefore = false;
-  QString sectionBefore;  // a header above the entry
+  MindMapViewModel& editor;
+  Handlers handlers;
+  Shown shown;
+  QPointer<QWidget> textField;  // that has the keyboard, also while the menu bar borrows it
+};
 
+// One command: a row of data from which menus, toolbar, tool tips and keys are made. It posts `notification` with
+// `object`, or calls `call`, or opens `submenu`.
+struct Command {
+  using Condition = bool (*)(const CommandContext& context, const QVariant& object);
+  using Call = void (*)(const CommandContext& context, const QVariant& object);
+
+  std::optional<MenuId> menu = {};  // nothing: stands in the toolbar only
+  QString text = {};                // with its mnemonic, such as "&New Topic"
+  QString key = {};                 // as the product's data tells keys, such as "⇧⌘S"
+  QStringList moreKeys = {};        // that do the same and are not shown
+  std::optional<Notification> notification = {};
+  Call call = nullptr;
+  std::optional<MenuId> submenu = {};
+  QVariant object = {};
+  Condition isPossible = nullptr;  // nothing: always
+  Condition isOn = nullptr;        // of what can be on and off
+  const char* textSlot = nullptr;  // what a text field does itself when it has the keyboard and the key is pressed
+  bool yieldsKey = false;          // the key is taken only when the view that has the keyboard passes it on
+  QString symbol = {};             // for the toolbar
+  bool dividerBefore = false;
+  QString sectionBefore = {};  // a header above the entry
+  QString id = {};             // unique; where no row names it, its notification with the object
+
+  // Without mnemonic and dots: "Open Recent".
+  QString name() const;
   QKeySequence keySequence() const;
+  // The one that is shown first.
+  QList<QKeySequence> allKeys() const;
+  // The name with the key behind it: "New Topic (Ctrl+N)".
+  QString toolTip() const;
 };
 
 // Every command in the order of the menus.
@@ -54,16 +87,12 @@ struct MenuTitle {
 };
 const std::vector<MenuTitle>& menuBarTable();
 
-// A button of the toolbar: a command with a symbol.
+// A button of the toolbar: a command that has a symbol.
 struct ToolbarButton {
   QString commandId;
-  QString name;  // the accessible name, and the tooltip with the key behind it
-  QString symbol;
   bool gapBefore = false;
   bool stretchBefore = false;
 };
 const std::vector<ToolbarButton>& toolbarTable();
-// "Toggle Inspector (Ctrl+Shift+I)"; the name alone for a command without a key.
-QString toolbarToolTip(const ToolbarButton& button);
 
 }  // namespace quilmora

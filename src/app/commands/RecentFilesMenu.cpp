@@ -30,7 +30,7 @@ void RecentFilesMenu::rebuild() {
     return;
   }
   addSeparator();
-  connect(addAction(QStringLiteral("Clear Menu")), &QAction::triggered, this, [this] { m_files.clear(); });
+  connect(addAction(QStringLiteral("&Clear Menu")), &QAction::triggered, this, [this] { m_files.clear(); });
 }
 
 }  // namespace quilmora

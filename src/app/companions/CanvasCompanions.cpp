@@ -60,6 +60,7 @@ CanvasCompanions::CanvasCompanions(const Look& look, EditorNavigation& editor, S
   for (const auto signal : {&EditorNavigation::selectedNodeIDsChanged, &EditorNavigation::canvasOffsetChanged,
                             &EditorNavigation::canvasZoomChanged})
     connect(&editor, signal, this, &CanvasCompanions::chooseMiniMapCornerSoon);
+  connect(&editor, &EditorNavigation::isPresentationModeChanged, this, &CanvasCompanions::followPresentation);
   canvas->installEventFilter(this);
   m_miniMap->installEventFilter(this);
   m_miniMap->setShown(true);
@@ -112,6 +113,13 @@ void CanvasCompanions::place() {
     const bool isElsewhere = entry.card->isDragged() || entry.card == m_settling;
     entry.card->setGeometry(isElsewhere ? QRect(entry.card->pos(), entry.rect.size()) : entry.rect);
   }
+}
+
+void CanvasCompanions::followPresentation() {
+  const bool isOver = !m_editor.isPresentationMode();
+  m_miniMap->setShown(isOver);
+  m_searchBar->setShown(isOver && m_editor.isSearching());
+  m_quickLook->setShown(isOver && m_editor.quickLookNodeID().has_value());
 }
 
 void CanvasCompanions::settle(Card& card) {

@@ -59,6 +59,8 @@ class CanvasCompanions : public QObject {
   std::vector<Place> places() const;
   void place();
   void settle(Card& card);
+  // A presentation begins without cards but the path, which tells its steps; afterwards they are there again.
+  void followPresentation();
   // Where most of a topic shows on the canvas; empty without one.
   QRectF shownArea(const std::optional<QUuid>& id) const;
   void chooseQuickLookCorner();

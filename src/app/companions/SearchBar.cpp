@@ -108,7 +108,10 @@ void SearchBar::followQuery() {
 
 void SearchBar::followResults() {
   const std::size_t count = m_editor.searchResultIDs().size();
-  m_count->setText(count == 0 ? QString() : QStringLiteral("%1/%2").arg(m_editor.searchResultIndex() + 1).arg(count));
+  if (count > 0)
+    m_count->setText(QStringLiteral("%1/%2").arg(m_editor.searchResultIndex() + 1).arg(count));
+  else
+    m_count->setText(m_editor.searchQuery().isEmpty() ? QString() : tr("No results"));
   m_previous->setEnabled(count > 0);
   m_next->setEnabled(count > 0);
 }

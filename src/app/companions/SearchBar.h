@@ -20,7 +20,7 @@ class SearchBar : public Card {
 
   QLineEdit& field() const { return *m_field; }
   bool isFocused() const { return m_field->hasFocus(); }
-  // "2/7"; empty without results.
+  // "2/7", or that there is no result; empty without a query.
   QString countText() const;
   IconButton& previousButton() const { return *m_previous; }
   IconButton& nextButton() const { return *m_next; }

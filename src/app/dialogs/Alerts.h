@@ -1,5 +1,8 @@
 #pragma once
 
+#include <functional>
+#include <vector>
+
 #include <QString>
 #include <QStringList>
 
@@ -9,28 +12,49 @@ namespace quilmora {
 
 class Look;
 
-// What the program must tell the user. Never waits for an answer.
+// A question with its answers. Another button, which chooses none of them, is always there.
+struct Question {
+  struct Answer {
+    enum class Weight { primary, plain, destructive };
+    QString text;  // may hold a mnemonic
+    Weight weight = Weight::plain;
+    std::function<void()> chosen;
+  };
+
+  QString title;
+  QString message;
+  std::vector<Answer> answers;
+};
+
+// What the program must tell or ask the user. Never waits for an answer.
 class Alerts {
  public:
   virtual ~Alerts() = default;
-  // The alert titled "Error".
-  virtual void showError(QWidget* parent, const QString& message) = 0;
+  // The alert titled "Error". While it is open in the window, what comes joins it.
+  virtual void showError(QWidget* window, const QString& message) = 0;
+  virtual void ask(QWidget* window, const Question& question) = 0;
 };
 
-class DialogAlerts final : public Alerts {
+// As sheets in the window.
+class SheetAlerts final : public Alerts {
  public:
-  explicit DialogAlerts(const Look& look) : m_look(look) {}
-  void showError(QWidget* parent, const QString& message) override;
+  explicit SheetAlerts(const Look& look) : m_look(look) {}
+  void showError(QWidget* window, const QString& message) override;
+  void ask(QWidget* window, const Question& question) override;
 
  private:
   const Look& m_look;
 };
 
-// Keeps the messages.
+// Keeps the messages and the questions, which are answered at once where an answer stands ready.
 class RecordedAlerts final : public Alerts {
  public:
   void showError(QWidget*, const QString& message) override { messages.append(message); }
+  void ask(QWidget*, const Question& question) override;
+
   QStringList messages;
+  std::vector<Question> questions;
+  QStringList answers;  // to come, by their texts
 };
 
 }  // namespace quilmora

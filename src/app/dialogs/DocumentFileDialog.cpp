@@ -1,14 +1,16 @@
 #include "app/dialogs/DocumentFileDialog.h"
 
 #include <QDir>
+#include <QGridLayout>
 #include <QHeaderView>
 #include <QSplitter>
 #include <QStandardPaths>
 #include <QTreeView>
 #include <QUrl>
 
-#include "app/dialogs/AlertDialog.h"
+#include "app/dialogs/AlertSheet.h"
 #include "app/look/Look.h"
+#include "app/look/Widgets.h"
 #include "editor/DocumentFileName.h"
 #include "exchange/ExportFormat.h"
 
@@ -63,6 +65,7 @@ DocumentFileDialog::DocumentFileDialog(const Look& look, SymbolFileIcons& icons,
   setOption(DontConfirmOverwrite);
   setDirectory(request.folder);
   selectFile(request.suggestedName);
+  showReason(request.reason);
 }
 
 DocumentFileDialog::DocumentFileDialog(const Look& look, SymbolFileIcons& icons, const FilePanels::OpenRequest& request,
@@ -135,17 +138,31 @@ void DocumentFileDialog::accept() {
     setDirectory(path);
     return;
   }
-  if (mayReplace(path)) choose(path);
+  chooseToWrite(path);
 }
 
-bool DocumentFileDialog::mayReplace(const QString& path) {
+void DocumentFileDialog::chooseToWrite(const QString& path) {
   // The file that will be written may have another extension than the name that was typed.
   const bool isDocument = m_extensions.contains(QStringLiteral("mindmap"));
   const QFileInfo target(isDocument ? withDocumentExtension(path) : withExtension(path, m_extensions.constFirst()));
-  if (!target.exists()) return true;
-  return askToProceed(m_look, tr("Replace “%1”?").arg(target.fileName()),
-                      tr("A file with this name is in the folder already. Its content will be lost."), tr("Replace"),
-                      this);
+  if (!target.exists()) {
+    choose(path);
+    return;
+  }
+  auto* question =
+      new AlertSheet(m_look, AlertSheet::Kind::warning, tr("Replace “%1”?").arg(target.fileName()),
+                     tr("A file with this name is in the folder already. Its content will be lost."), this);
+  question->addAnswer({tr("&Replace"), Question::Answer::Weight::destructive, [this, path] { choose(path); }});
+  question->open();
+}
+
+// Below the list, over the whole width.
+void DocumentFileDialog::showReason(const QString& reason) {
+  auto* grid = qobject_cast<QGridLayout*>(layout());
+  if (reason.isEmpty() || grid == nullptr) return;
+  auto* label = new TextLabel(m_look, reason, &Tokens::warning, m_look.font(), TextLabel::Overflow::wraps, this);
+  label->setObjectName(QStringLiteral("reason"));
+  grid->addWidget(label, grid->rowCount(), 0, 1, grid->columnCount());
 }
 
 }  // namespace quilmora

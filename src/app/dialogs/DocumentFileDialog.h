@@ -41,7 +41,9 @@ class DocumentFileDialog final : public QFileDialog {
   void arrangeList();
   bool isPackage(const QString& path) const;
   void choose(const QString& path);
-  bool mayReplace(const QString& path);
+  // Chooses the path, after a question where a file is there already.
+  void chooseToWrite(const QString& path);
+  void showReason(const QString& reason);
 
   const Look& m_look;
   QStringList m_extensions;

@@ -1,6 +1,7 @@
 #include "app/dialogs/Sheet.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -63,6 +64,7 @@ QWidget& Sheet::panel() const {
 
 void Sheet::open() {
   m_isOpen = true;
+  m_before = window()->focusWidget();
   setGeometry(parentWidget()->rect());
   place();
   raise();
@@ -71,10 +73,23 @@ void Sheet::open() {
 }
 
 void Sheet::finish(QWidget& next) {
-  m_isOpen = false;
-  next.setFocus(Qt::PopupFocusReason);
+  if (!std::exchange(m_isOpen, false)) return;
+  if (Sheet* below = topmost())
+    below->stepFocus(0, Qt::PopupFocusReason);
+  else
+    next.setFocus(Qt::PopupFocusReason);
   hide();
   deleteLater();
+}
+
+void Sheet::finish() {
+  finish(m_before != nullptr && m_before->isVisible() ? *m_before : *window());
+}
+
+Sheet* Sheet::topmost() const {
+  const auto sheets = parentWidget()->findChildren<Sheet*>(Qt::FindDirectChildrenOnly);
+  const auto found = std::find_if(sheets.rbegin(), sheets.rend(), [](const Sheet* sheet) { return sheet->isOpen(); });
+  return found == sheets.rend() ? nullptr : *found;
 }
 
 void Sheet::setMinPanelWidth(int width) {
@@ -122,12 +137,12 @@ bool Sheet::focusNextPrevChild(bool next) {
 
 // What else takes the keyboard in this window gives it back.
 void Sheet::keepFocus(const QWidget* now) {
-  if (m_isOpen && now != nullptr && now->window() == window() && now != this && !isAncestorOf(now))
-    stepFocus(0, Qt::OtherFocusReason);
+  if (!m_isOpen || now == nullptr || now->window() != window() || now == this || isAncestorOf(now)) return;
+  if (topmost() == this) stepFocus(0, Qt::OtherFocusReason);
 }
 
 bool Sheet::event(QEvent* event) {
-  // No menu entry acts while the sheet is open.
+  // No entry of a menu acts while the sheet is open.
   if (event->type() == QEvent::ShortcutOverride) {
     event->accept();
     return true;

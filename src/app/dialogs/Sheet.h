@@ -3,6 +3,7 @@
 #include <vector>
 
 #include <QPixmap>
+#include <QPointer>
 #include <QWidget>
 
 class QVBoxLayout;
@@ -22,9 +23,11 @@ class Sheet : public QWidget {
   ~Sheet() override;
 
   // Covers the window and takes the keyboard.
-  void open();
-  // Goes, and hands the keyboard to `next`. The sheet deletes itself.
+  virtual void open();
+  bool isOpen() const { return m_isOpen; }
+  // Goes, and hands the keyboard to `next`, or back to whoever had it. The sheet deletes itself.
   void finish(QWidget& next);
+  void finish();
   QWidget& panel() const;
 
  Q_SIGNALS:
@@ -59,12 +62,15 @@ class Sheet : public QWidget {
   void place();
   bool pressMnemonic(const QKeyEvent& event);
   void keepFocus(const QWidget* now);
+  // The open sheet that lies over all others, which alone has the keyboard.
+  Sheet* topmost() const;
 
   const Look& m_look;
   Panel* m_panel;
   QVBoxLayout* m_content;
   int m_minPanelWidth = 0;
   bool m_isOpen = false;
+  QPointer<QWidget> m_before;  // had the keyboard
   QPixmap m_shadow;
 };
 

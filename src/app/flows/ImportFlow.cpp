@@ -2,6 +2,7 @@
 
 #include <new>
 
+#include <QFileInfo>
 #include <QPointer>
 
 #include "editor/DocumentSession.h"
@@ -32,7 +33,7 @@ void ImportFlow::importFrom(const QString& path) {
     error = QString::fromUtf8(failure.what());
   }
   if (!error.isEmpty())
-    Q_EMIT errorRaised(QStringLiteral("Import failed: ") + error);
+    Q_EMIT errorRaised(QStringLiteral("Import failed: %1: %2").arg(QFileInfo(path).fileName(), error));
   else if (map)
     m_session.replaceWithImported(*map);
 }

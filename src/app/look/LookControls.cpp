@@ -108,7 +108,7 @@ void LookStyle::drawPushButtonLabel(const QStyleOption& option, QPainter& painte
   if (button == nullptr) return;
   const Tokens& tokens = *m_tokens;
   const bool enabled = option.state.testFlag(State_Enabled);
-  const bool primary = enabled && button->features.testFlag(QStyleOptionButton::DefaultButton);
+  const bool primary = enabled && isPrimary(*button, widget);
   const bool destructive = enabled && widget != nullptr && widget->property("destructive").toBool();
   QStyleOptionButton copy = *button;
   if (primary) {

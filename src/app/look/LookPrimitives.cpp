@@ -120,7 +120,7 @@ void LookStyle::drawPushButtonPanel(const QStyleOption& option, QPainter& painte
   const auto* button = qstyleoption_cast<const QStyleOptionButton*>(&option);
   const bool enabled = option.state.testFlag(State_Enabled);
   const bool down = option.state.testAnyFlags(State_Sunken | State_On);
-  const bool primary = enabled && button != nullptr && button->features.testFlag(QStyleOptionButton::DefaultButton);
+  const bool primary = enabled && button != nullptr && isPrimary(*button, widget);
   const bool flat = button != nullptr && button->features.testFlag(QStyleOptionButton::Flat);
   const bool destructive = widget != nullptr && widget->property("destructive").toBool();
   const QColor accent = destructive ? tokens.danger : tokens.accentFill;

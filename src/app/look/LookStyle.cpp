@@ -4,6 +4,7 @@
 #include <QAbstractScrollArea>
 #include <QAbstractSpinBox>
 #include <QComboBox>
+#include <QGuiApplication>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
@@ -97,6 +98,11 @@ QString standardSymbol(QStyle::StandardPixmap icon) {
 LookStyle::LookStyle(std::shared_ptr<const Tokens> tokens)
     : QProxyStyle(QStringLiteral("Fusion")), m_tokens(std::move(tokens)) {
   setObjectName(QStringLiteral("quilmora"));
+}
+
+bool isPrimary(const QStyleOptionButton& option, const QWidget* button) {
+  return option.features.testFlag(QStyleOptionButton::DefaultButton) ||
+         (button != nullptr && button->property("primary").toBool());
 }
 
 bool showsKeyboardFocus(const QStyleOption& option) {
@@ -206,12 +212,25 @@ int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
   }
 }
 
+namespace {
+
+// Mnemonics show while Alt is held, and in menus also when the menu bar was reached by a key.
+bool isUsedByKeyboard(const QWidget* widget) {
+  if (QGuiApplication::keyboardModifiers().testFlag(Qt::AltModifier)) return true;
+  const QWidget* bar = widget;
+  while (bar != nullptr && qobject_cast<const QMenuBar*>(bar) == nullptr) bar = bar->parentWidget();
+  return bar != nullptr && bar->hasFocus();
+}
+
+}  // namespace
+
 int LookStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                          QStyleHintReturn* result) const {
   switch (hint) {
+    case SH_UnderlineShortcut:
+      return isUsedByKeyboard(widget) ? 1 : 0;
     case SH_EtchDisabledText:
     case SH_DitherDisabledText:
-    case SH_UnderlineShortcut:
     case SH_ComboBox_Popup:
     case SH_TabBar_Alignment:
     case SH_MessageBox_CenterButtons:

@@ -70,5 +70,7 @@ std::optional<QColor> scrollGround(const QWidget* widget);
 
 // Whether the focus came by the keyboard, which is when it is shown.
 bool showsKeyboardFocus(const QStyleOption& option);
+// Whether the button is the one that is meant: the default of its dialog, or one with the property "primary".
+bool isPrimary(const QStyleOptionButton& option, const QWidget* button);
 
 }  // namespace quilmora

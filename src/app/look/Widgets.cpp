@@ -149,4 +149,9 @@ IconButton::IconButton(const Look& look, const QString& symbol, const QString& n
   connect(&look, &Look::changed, this, [this] { update(); });
 }
 
+void IconButton::setOn(bool on) {
+  setCheckable(true);
+  setChecked(on);
+}
+
 }  // namespace quilmora

@@ -95,6 +95,12 @@ class IconButton : public QToolButton {
 
  public:
   IconButton(const Look& look, const QString& symbol, const QString& name, QWidget* parent = nullptr);
+
+  // Shows in the accent that what the button stands for is on. A click alone does not change it.
+  void setOn(bool on);
+
+ protected:
+  void nextCheckState() override {}
 };
 
 }  // namespace quilmora

@@ -9,7 +9,7 @@ namespace quilmora {
 InspectorPanel::InspectorPanel(const Look& look, QWidget* parent) : Ground(look, &Tokens::panel, Qt::LeftEdge, parent) {
   setFixedWidth(metrics::inspectorWidth);
   setAccessibleName(tr("Inspector"));
-  auto* title = new TextLabel(look, QStringLiteral("Inspector"), &Tokens::text, look.font(Look::TextStyle::panelTitle),
+  auto* title = new TextLabel(look, tr("Inspector"), &Tokens::text, look.font(Look::TextStyle::panelTitle),
                               TextLabel::Overflow::elides, this);
   // In line with the tabs on the other side.
   title->setFixedHeight(metrics::sidebarTabBarHeight);

@@ -3,18 +3,15 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFileInfo>
-#include <QGuiApplication>
-#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMenuBar>
-#include <QScreen>
 
 #include "app/commands/CommandActions.h"
 #include "app/commands/Menus.h"
 #include "app/companions/CanvasCompanions.h"
 #include "app/companions/ExportOverlay.h"
-#include "app/dialogs/AlertDialog.h"
+#include "app/dialogs/AlertSheet.h"
 #include "app/dialogs/Alerts.h"
 #include "app/dialogs/TextField.h"
 #include "app/flows/ExportFlow.h"
@@ -22,9 +19,11 @@
 #include "app/look/Look.h"
 #include "app/window/FocusWalk.h"
 #include "app/window/InspectorPanel.h"
+#include "app/window/PresentationScreen.h"
 #include "app/window/Sidebar.h"
 #include "app/window/StatusLine.h"
 #include "app/window/Toolbar.h"
+#include "app/window/WindowContent.h"
 #include "canvas/view/CanvasView.h"
 #include "editor/RecentFiles.h"
 #include "platform/SettingsKeys.h"
@@ -33,10 +32,6 @@
 namespace quilmora {
 
 namespace {
-
-constexpr QSize defaultWindowSize(1280, 800);
-// Of a screen that is smaller, so that the frame and title stay in sight.
-constexpr double largestShareOfScreen = 0.92;
 
 // "[*]" stands for the mark of unsaved changes in a window title.
 QString withoutPlaceholder(QString text) {
@@ -60,10 +55,12 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
                                          [this](const QVariant&) { m_canvas->commitTitleEdit(); })),
       m_session(m_editor, {machine.editorServices(), machine.writer, machine.panels, machine.scheduler, notifications,
                            recentFiles, machine.defaultFolder}),
-      m_import(m_session, machine.panels, machine.clock) {
-  CommandActions::Handlers handlers;
+      m_import(m_session, machine.panels, machine.clock),
+      m_place(*this, machine.settings, machine.scheduler) {
+  CommandContext::Handlers handlers;
   handlers.quit = [this] { m_quit(); };
   handlers.about = [this] { showAbout(); };
+  handlers.toggleFullScreen = [this] { setWindowState(windowState() ^ Qt::WindowFullScreen); };
   m_actions = new CommandActions(m_editor, notifications, std::move(handlers), this);
   buildContent();
   buildExportFlow();
@@ -71,10 +68,12 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
   for (QAction* entry : menuBar()->actions())
     connect(entry->menu(), &QMenu::aboutToHide, this, &MainWindow::leaveMenuBar, Qt::QueuedConnection);
   receiveNotifications();
-  placeOnScreen();
+  m_presentation = new PresentationScreen(*this, *m_content, *m_canvas, m_editor, machine.scheduler);
+  m_place.restore();
 
   const auto showError = [this](const QString& message) { m_machine.alerts.showError(this, message); };
   connect(&m_session, &DocumentSession::errorRaised, this, showError);
+  connect(&m_session, &DocumentSession::changesNotKept, this, &MainWindow::askHowToKeep);
   connect(&m_import, &ImportFlow::errorRaised, this, showError);
   connect(&m_images, &NodeImages::errorRaised, this, showError);
   connect(m_exportFlow, &ExportFlow::errorRaised, this, showError);
@@ -83,18 +82,15 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
   connect(m_canvas, &CanvasView::imageDropped, &m_images, &NodeImages::setFromFile);
   connect(&m_editor, &MindMapViewModel::mindMapChanged, this, &MainWindow::refreshTitle);
   connect(&m_editor, &MindMapViewModel::isDirtyChanged, this, &MainWindow::refreshTitle);
-  // The flag is cleared a moment before the new place of the file is known.
-  connect(&m_editor, &MindMapViewModel::isDirtyChanged, this, &MainWindow::refreshTitle, Qt::QueuedConnection);
-  connect(&m_editor, &MindMapViewModel::isEdgeCreationModeChanged, this,
-          [this] { m_toolbar->setOn(QStringLiteral("createEdge"), m_editor.isEdgeCreationMode()); });
   connect(&m_editor, &MindMapViewModel::showSmartPasteChanged, this, &MainWindow::followSmartPaste);
   refreshTitle();
-  refreshPanels();
+  refreshShown();
   m_canvas->setFocus();
 }
 
 MainWindow::~MainWindow() {
   // They look at the editor, which ends before the base class would delete them.
+  delete m_presentation;
   delete m_smartPaste;
   delete m_exportFlow;
   delete takeCentralWidget();
@@ -103,38 +99,31 @@ MainWindow::~MainWindow() {
 
 void MainWindow::buildContent() {
   const Look& look = m_machine.look;
-  auto* content = new Ground(look, &Tokens::window, {}, this);
-  m_toolbar = new Toolbar(look, *m_actions, content);
-  m_sidebar = new Sidebar(look, content);
-  m_canvas = new CanvasView(m_editor, m_commands, m_notifications, m_machine.scheduler, m_machine.clock, content);
-  m_canvas->setMinimumWidth(metrics::canvasMinWidth);
+  m_content = new WindowContent(look, this);
+  m_toolbar = new Toolbar(look, *m_actions, m_content);
+  m_sidebar = new Sidebar(look, m_content);
+  m_canvas = new CanvasView(m_editor, m_commands, m_notifications, m_machine.scheduler, m_machine.clock, m_content);
   m_canvas->setAccessibleName(tr("Canvas"));
   m_companions = new CanvasCompanions(look, m_editor, m_machine.scheduler, m_canvas);
   m_canvas->setCoveredAreas([this] { return m_companions->coveredAreas(); });
   m_canvas->setGlides(!look.isStill());
   connect(&look, &Look::changed, m_canvas, [this, &look] { m_canvas->setGlides(!look.isStill()); });
-  m_statusLine = new StatusLine(look, m_editor, content);
-  m_inspector = new InspectorPanel(look, content);
-
-  auto* middle = new QVBoxLayout;
-  middle->setSpacing(0);
-  middle->addWidget(m_canvas, 1);
-  middle->addWidget(m_statusLine);
-  auto* columns = new QHBoxLayout;
-  columns->setSpacing(0);
-  columns->addWidget(m_sidebar);
-  columns->addLayout(middle, 1);
-  columns->addWidget(m_inspector);
-  auto* rows = new QVBoxLayout(content);
-  rows->setContentsMargins(0, 0, 0, 0);
-  rows->setSpacing(0);
-  rows->addWidget(m_toolbar);
-  rows->addLayout(columns, 1);
-  setCentralWidget(content);
+  m_statusLine = new StatusLine(look, m_editor, m_content);
+  m_inspector = new InspectorPanel(look, m_content);
+  m_content->setParts({m_toolbar, m_sidebar, m_canvas, m_statusLine, m_inspector});
+  const SettingsStore& settings = m_machine.settings;
+  m_content->setWishes({settings.flag(settings::showSidebar).value_or(true),
+                        settings.flag(settings::showInspector).value_or(true), std::nullopt});
+  setCentralWidget(m_content);
+  // The map stays where it is on the screen when a panel comes or goes beside it.
+  connect(m_content, &WindowContent::canvasShifted, this, [this](int distance) {
+    if (m_hasAppeared) m_editor.setCanvasOffset(m_editor.canvasOffset() - QPointF(distance, 0));
+  });
+  connect(m_content, &WindowContent::panelsChanged, this, &MainWindow::refreshShown);
   new FocusWalk({m_toolbar, m_sidebar, m_canvas, m_inspector}, this);
   connect(m_sidebar, &Sidebar::tabChosen, this, [this](SidebarTab tab) {
     m_sidebar->setActiveTab(tab);
-    refreshPanels();
+    refreshShown();
   });
 }
 
@@ -148,15 +137,6 @@ void MainWindow::buildExportFlow() {
           [this, &overlay] { overlay.setMessage(m_exportFlow->exportProgressMessage()); });
   connect(m_exportFlow, &ExportFlow::shareDoneChanged, &overlay, &ExportOverlay::setShareDone);
   connect(m_exportFlow, &ExportFlow::workBegins, &overlay, &ExportOverlay::showAtOnce);
-}
-
-void MainWindow::placeOnScreen() {
-  const QScreen* screen = QGuiApplication::primaryScreen();
-  if (screen == nullptr) return;
-  const QRect room = screen->availableGeometry();
-  QRect place(QPoint(), defaultWindowSize.boundedTo(room.size() * largestShareOfScreen));
-  place.moveCenter(room.center());
-  setGeometry(place);
 }
 
 void MainWindow::receiveNotifications() {
@@ -204,16 +184,16 @@ void MainWindow::receiveNotifications() {
   receive(expandNode, [this](const QVariant&) { m_commands.expandNode(); });
   receive(toggleOutline, [this](const QVariant&) { toggleTab(SidebarTab::outline); });
   receive(toggleAIChat, [this](const QVariant&) { toggleTab(SidebarTab::aiChat); });
-  receive(toggleSidebar, [this](const QVariant&) { setShowsSidebar(!showsSidebar()); });
-  receive(toggleInspector, [this](const QVariant&) { setShowsInspector(!showsInspector()); });
+  receive(toggleSidebar, [this](const QVariant&) { setShows(SidePanel::sidebar, !showsSidebar()); });
+  receive(toggleInspector, [this](const QVariant&) { setShows(SidePanel::inspector, !showsInspector()); });
 }
 
 bool MainWindow::showsSidebar() const {
-  return m_machine.settings.flag(settings::showSidebar).value_or(true);
+  return m_content->shows(SidePanel::sidebar);
 }
 
 bool MainWindow::showsInspector() const {
-  return m_machine.settings.flag(settings::showInspector).value_or(true);
+  return m_content->shows(SidePanel::inspector);
 }
 
 SidebarTab MainWindow::sidebarTab() const {
@@ -229,58 +209,70 @@ void MainWindow::leaveMenuBar() {
   if (focusWidget() == menuBar()) m_canvas->setFocus(Qt::MenuBarFocusReason);
 }
 
-void MainWindow::setShowsSidebar(bool shows) {
-  m_machine.settings.setFlag(settings::showSidebar, shows);
-  refreshPanels();
+void MainWindow::openMenuBar() {
+  QMenuBar* bar = menuBar();
+  if (!bar->isVisible()) return;
+  bar->setFocus(Qt::MenuBarFocusReason);
+  bar->setActiveAction(bar->actions().constFirst());
 }
 
-void MainWindow::setShowsInspector(bool shows) {
-  m_machine.settings.setFlag(settings::showInspector, shows);
-  refreshPanels();
+void MainWindow::setShows(SidePanel panel, bool shows) {
+  PanelWishes wishes = m_content->wishes();
+  (panel == SidePanel::sidebar ? wishes.sidebar : wishes.inspector) = shows;
+  // Where both have room nobody has to be first.
+  const int both = metrics::canvasMinWidth + metrics::sidebarWidth + metrics::inspectorWidth;
+  wishes.asked = shows && m_content->width() < both ? std::optional(panel) : std::nullopt;
+  m_machine.settings.setFlag(panel == SidePanel::sidebar ? settings::showSidebar : settings::showInspector, shows);
+  m_content->setWishes(wishes);
+  refreshShown();
 }
 
 void MainWindow::toggleTab(SidebarTab tab) {
   if (showsSidebar() && sidebarTab() == tab) {
-    setShowsSidebar(false);
+    setShows(SidePanel::sidebar, false);
     return;
   }
   m_sidebar->setActiveTab(tab);
-  setShowsSidebar(true);
+  setShows(SidePanel::sidebar, true);
 }
 
-void MainWindow::refreshPanels() {
-  const bool hadFocus = m_sidebar->isAncestorOf(focusWidget()) || m_inspector->isAncestorOf(focusWidget());
-  const int before = m_canvas->mapTo(this, QPoint()).x();
-  m_sidebar->setVisible(showsSidebar());
-  m_inspector->setVisible(showsInspector());
-  if (m_hasAppeared) {
-    // The map stays where it is on the screen when a panel comes or goes beside it.
-    centralWidget()->layout()->activate();
-    const int moved = m_canvas->mapTo(this, QPoint()).x() - before;
-    if (moved != 0) m_editor.setCanvasOffset(m_editor.canvasOffset() - QPointF(moved, 0));
-  }
-  if (hadFocus && (focusWidget() == nullptr || !focusWidget()->isVisible())) m_canvas->setFocus();
-  m_toolbar->setOn(QStringLiteral("toggleSidebar"), showsSidebar());
-  m_toolbar->setOn(QStringLiteral("toggleAIChat"), showsSidebar() && sidebarTab() == SidebarTab::aiChat);
-  m_toolbar->setOn(QStringLiteral("toggleInspector"), showsInspector());
+void MainWindow::refreshShown() {
+  const QWidget* owner = focusWidget();
+  if (owner == nullptr || !owner->isVisibleTo(this)) m_canvas->setFocus();
+  m_actions->setShown({showsSidebar(), showsInspector(), sidebarTab(), isFullScreen()});
 }
 
 void MainWindow::refreshTitle() {
-  const QString& title = m_editor.mindMap().title;
-  QString shown = withoutPlaceholder(title.isEmpty() ? QStringLiteral("Untitled") : title.simplified());
-  shown += QLatin1String("[*]");
-  if (const auto& path = m_editor.lastSavedFilePath()) {
-    setWindowFilePath(*path);
-    shown += QStringLiteral(" — ") + withoutPlaceholder(QFileInfo(*path).fileName());
+  const QString title = m_editor.mindMap().title.simplified();
+  const auto& path = m_editor.lastSavedFilePath();
+  setWindowFilePath(path.value_or(QString()));
+  QString shown = withoutPlaceholder(title.isEmpty() ? QStringLiteral("Untitled") : title) + QLatin1String("[*]");
+  // A place that the user chose names the document, and the map's title stands behind it where it says more.
+  if (path && m_editor.hasExplicitSavePath()) {
+    const QFileInfo file(*path);
+    shown = withoutPlaceholder(file.fileName()) + QLatin1String("[*]");
+    const bool saysMore = !title.isEmpty() && title != file.completeBaseName() && title != m_blankTitle;
+    if (saysMore) shown += QStringLiteral(" — ") + withoutPlaceholder(title);
   }
   setWindowTitle(shown);
   setWindowModified(m_editor.isDirty());
 }
 
 void MainWindow::showAbout() {
-  AlertDialog* dialog = makeAboutDialog(m_machine.look, this);
-  dialog->setAttribute(Qt::WA_DeleteOnClose);
-  dialog->open();
+  makeAboutSheet(m_machine.look, this)->open();
+}
+
+void MainWindow::askHowToKeep(const QString& path, const QString& reason) {
+  using Weight = Question::Answer::Weight;
+  Question question;
+  question.title = tr("The open map has changes that cannot be saved");
+  question.message =
+      tr("%1\n\nSave it at another place before “%2” opens, or open it anyway: a copy of the map with its "
+         "changes then stays in %3.")
+          .arg(reason, QFileInfo(path).fileName(), m_machine.defaultFolder);
+  question.answers = {{tr("Open &Anyway"), Weight::plain, [this, path] { m_session.openLeavingCopy(path); }},
+                      {tr("&Save As…"), Weight::primary, [this, path] { m_session.saveAsAndOpen(path); }}};
+  m_machine.alerts.ask(this, question);
 }
 
 void MainWindow::followSmartPaste() {
@@ -308,12 +300,22 @@ void MainWindow::bringToFront() {
 void MainWindow::showEvent(QShowEvent* event) {
   QMainWindow::showEvent(event);
   if (std::exchange(m_hasAppeared, true)) return;
-  if (m_documents.isEmpty()) m_session.reopenLastDocument();
   for (const QString& path : std::exchange(m_documents, {})) m_session.open(path);
+  if (!m_session.hasReplacedMap()) m_session.reopenLastDocument();
+}
+
+void MainWindow::changeEvent(QEvent* event) {
+  QMainWindow::changeEvent(event);
+  if (event->type() == QEvent::WindowStateChange && m_content != nullptr) refreshShown();
 }
 
 void MainWindow::keyPressEvent(QKeyEvent* event) {
-  if (!m_keys.press(event->key(), event->modifiers(), isTextField(focusWidget()))) QMainWindow::keyPressEvent(event);
+  if (m_keys.press(event->key(), event->modifiers(), isTextField(focusWidget()))) return;
+  if (m_actions->pressPassedOnKey(*event)) return;
+  if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::NoModifier)
+    openMenuBar();
+  else
+    QMainWindow::keyPressEvent(event);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

@@ -6,7 +6,9 @@
 
 #include "app/Machine.h"
 #include "app/flows/ImportFlow.h"
+#include "app/window/PanelPlaces.h"
 #include "app/window/SidebarTab.h"
+#include "app/window/WindowPlace.h"
 #include "editor/DocumentSession.h"
 #include "editor/KeyCommands.h"
 #include "editor/NodeImages.h"
@@ -20,11 +22,13 @@ class CanvasView;
 class CommandActions;
 class ExportFlow;
 class InspectorPanel;
+class PresentationScreen;
 class RecentFiles;
 class Sidebar;
 class SmartPasteView;
 class StatusLine;
 class Toolbar;
+class WindowContent;
 
 // The window of one map: owns the editor and the document's session, lays out canvas and panels, and receives the
 // requests that are meant for the window. Closing it only minimises it.
@@ -32,8 +36,8 @@ class MainWindow : public QMainWindow {
   Q_OBJECT
 
  public:
-  // `documents` are opened when the window first appears; with none it reopens the last document. `quit` ends the
-  // application.
+  // `documents` are opened when the window first appears; where none opens it reopens the last document. `quit` ends
+  // the application.
   MainWindow(Machine& machine, NotificationCenter& notifications, RecentFiles& recentFiles, QStringList documents,
              std::function<void()> quit);
   ~MainWindow() override;
@@ -51,6 +55,7 @@ class MainWindow : public QMainWindow {
   SmartPasteView* smartPaste() const { return m_smartPaste; }
   StatusLine& statusLine() const { return *m_statusLine; }
 
+  // What shows, which is what is wanted as far as there is room for it.
   bool showsSidebar() const;
   bool showsInspector() const;
   SidebarTab sidebarTab() const;
@@ -63,21 +68,23 @@ class MainWindow : public QMainWindow {
  protected:
   void showEvent(QShowEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
+  void changeEvent(QEvent* event) override;
   // The window's own keys, wherever the keyboard is, unless what has it uses the key itself.
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
   void buildContent();
-  void placeOnScreen();
   void buildExportFlow();
   void receiveNotifications();
   void leaveMenuBar();
-  void setShowsSidebar(bool shows);
-  void setShowsInspector(bool shows);
+  void openMenuBar();
+  void setShows(SidePanel panel, bool shows);
   void toggleTab(SidebarTab tab);
-  void refreshPanels();
+  void refreshShown();
   void refreshTitle();
   void showAbout();
+  // Why the document was not opened, and how the open map can be kept.
+  void askHowToKeep(const QString& path, const QString& reason);
   void followSmartPaste();
 
   Machine& m_machine;
@@ -88,6 +95,7 @@ class MainWindow : public QMainWindow {
   bool m_hasAppeared = false;
 
   MindMapViewModel m_editor;
+  const QString m_blankTitle = m_editor.mindMap().title;
   WindowCommands m_commands;
   KeyCommands m_keys;
   NodeImages m_images;
@@ -97,7 +105,9 @@ class MainWindow : public QMainWindow {
   ImportFlow m_import;
   std::vector<NotificationCenter::Subscription> m_subscriptions;
 
+  WindowPlace m_place;
   CommandActions* m_actions = nullptr;
+  WindowContent* m_content = nullptr;
   Toolbar* m_toolbar = nullptr;
   Sidebar* m_sidebar = nullptr;
   CanvasView* m_canvas = nullptr;
@@ -105,6 +115,7 @@ class MainWindow : public QMainWindow {
   ExportFlow* m_exportFlow = nullptr;
   StatusLine* m_statusLine = nullptr;
   InspectorPanel* m_inspector = nullptr;
+  PresentationScreen* m_presentation = nullptr;
   SmartPasteView* m_smartPaste = nullptr;
 };
 

@@ -20,7 +20,8 @@ StatusLine::StatusLine(const Look& look, const EditorState& editor, QWidget* par
 }
 
 void StatusLine::refresh() {
-  m_count->setText(QStringLiteral("%1 topics").arg(m_editor.mindMap().nodes.size()));
+  const std::size_t count = m_editor.mindMap().nodes.size();
+  m_count->setText(count == 1 ? QStringLiteral("1 topic") : QStringLiteral("%1 topics").arg(count));
 }
 
 }  // namespace quilmora

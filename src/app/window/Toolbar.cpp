@@ -16,27 +16,28 @@ Toolbar::Toolbar(const Look& look, const CommandActions& actions, QWidget* paren
   for (const ToolbarButton& entry : toolbarTable()) {
     if (entry.stretchBefore) row->addStretch();
     if (entry.gapBefore) row->addSpacing(metrics::gapLarge - metrics::gapSmall);
-    auto* button = new IconButton(look, entry.symbol, entry.name, this);
-    button->setToolTip(toolbarToolTip(entry));
-    QAction* action = actions.action(entry.commandId);
-    button->setEnabled(action->isEnabled());
-    connect(action, &QAction::changed, button, [button, action] { button->setEnabled(action->isEnabled()); });
-    connect(button, &QToolButton::clicked, action, [action] { action->trigger(); });
+    QToolButton* button = addButton(look, *findCommand(entry.commandId), *actions.action(entry.commandId));
     m_buttons.emplace(entry.commandId, button);
     row->addWidget(button);
   }
 }
 
+QToolButton* Toolbar::addButton(const Look& look, const Command& command, QAction& action) {
+  auto* button = new IconButton(look, command.symbol, command.name(), this);
+  button->setToolTip(command.toolTip());
+  const auto follow = [button, &action] {
+    button->setEnabled(action.isEnabled());
+    if (action.isCheckable()) button->setOn(action.isChecked());
+  };
+  connect(&action, &QAction::changed, button, follow);
+  connect(button, &QToolButton::clicked, &action, [&action] { action.trigger(); });
+  follow();
+  return button;
+}
+
 QToolButton* Toolbar::button(const QString& commandId) const {
   const auto found = m_buttons.find(commandId);
   return found == m_buttons.end() ? nullptr : found->second;
-}
-
-void Toolbar::setOn(const QString& commandId, bool on) {
-  QToolButton* toggled = button(commandId);
-  // A click flips a checkable button by itself; the state comes from what is shown alone.
-  toggled->setCheckable(on);
-  toggled->setChecked(on);
 }
 
 }  // namespace quilmora

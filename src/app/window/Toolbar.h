@@ -4,11 +4,15 @@
 
 #include "app/look/Widgets.h"
 
+class QAction;
+
 namespace quilmora {
 
 class CommandActions;
+struct Command;
 
-// One row of symbol buttons over the canvas and the panels, made from the table of the toolbar.
+// One row of symbol buttons over the canvas and the panels, made from the table of the toolbar. What a button toggles
+// shows on it in the accent while it is there.
 class Toolbar : public Ground {
   Q_OBJECT
 
@@ -16,10 +20,10 @@ class Toolbar : public Ground {
   Toolbar(const Look& look, const CommandActions& actions, QWidget* parent = nullptr);
 
   QToolButton* button(const QString& commandId) const;
-  // Shows in the accent that what the button toggles is there now.
-  void setOn(const QString& commandId, bool on);
 
  private:
+  QToolButton* addButton(const Look& look, const Command& command, QAction& action);
+
   std::unordered_map<QString, QToolButton*> m_buttons;
 };
 

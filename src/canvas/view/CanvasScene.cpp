@@ -39,6 +39,15 @@ bool isOnDisc(const QRectF& disc, QPointF point) {
   return !disc.isEmpty() && handleContains(disc.center(), disc.width(), point);
 }
 
+// A presentation shows the map alone: no rings and no handles.
+void withoutSelection(MapScene& scene) {
+  static const IdSet none;
+  scene.selectedNodeIDs = &none;
+  scene.selectedEdgeIDs = &none;
+  scene.selectedRegionID.reset();
+  scene.selectedRelationshipID.reset();
+}
+
 }  // namespace
 
 MapScene CanvasScene::describe(const CanvasState& state) {
@@ -79,6 +88,7 @@ MapScene CanvasScene::describe(const CanvasState& state) {
   if (m_editor.activeLens() != EditorNavigation::FocusLens::none)
     scene.nodeOpacity = [this](const Node& node) { return m_editor.nodeOpacity(node); };
   scene.opacityRule = static_cast<int>(m_editor.activeLens());
+  if (m_editor.isPresentationMode() && state.nodeDragTranslation.isNull()) withoutSelection(scene);
   return scene;
 }
 

@@ -116,6 +116,7 @@ void CanvasView::observeEditor() {
                             &MindMapViewModel::isPresentationModeChanged})
     connect(&m_editor, signal, this, &CanvasView::followInputMethod);
   connect(&m_editor, &MindMapViewModel::activeLensChanged, this, repaint);
+  connect(&m_editor, &MindMapViewModel::isPresentationModeChanged, this, repaint);
 }
 
 void CanvasView::receiveNotifications(NotificationCenter& notifications) {

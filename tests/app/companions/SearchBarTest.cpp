@@ -54,7 +54,7 @@ TEST_F(SearchBarTest, SearchesAtEachChangeOfTheText) {
   EXPECT_EQ(bar().countText(), QStringLiteral("1/1"));
   EXPECT_EQ(selected(), topicId(2));
   QTest::keyClicks(&bar().field(), QStringLiteral("x"));
-  EXPECT_EQ(bar().countText(), QString());
+  EXPECT_EQ(bar().countText(), QStringLiteral("No results"));
   EXPECT_FALSE(bar().previousButton().isEnabled());
   EXPECT_EQ(selected(), topicId(2));
 }
@@ -113,6 +113,14 @@ TEST_F(SearchBarTest, AKeyboardThatIsElsewhereStaysThere) {
   other.setFocus();
   editor().toggleSearch();
   EXPECT_TRUE(other.hasFocus());
+}
+
+TEST_F(SearchBarTest, ASearchWithoutAHitSaysSo) {
+  open();
+  QTest::keyClicks(&bar().field(), QStringLiteral("zebra"));
+  EXPECT_EQ(bar().countText(), QStringLiteral("No results"));
+  bar().field().clear();
+  EXPECT_EQ(bar().countText(), QString());
 }
 
 }  // namespace

@@ -1,0 +1,73 @@
+#include "app/window/WindowContent.h"
+
+#include <utility>
+
+#include "app/window/InspectorPanel.h"
+#include "app/window/Sidebar.h"
+#include "app/window/StatusLine.h"
+#include "app/window/Toolbar.h"
+
+namespace quilmora {
+
+namespace {
+
+constexpr int canvasMinHeight = 200;
+
+}  // namespace
+
+WindowContent::WindowContent(const Look& look, QWidget* parent) : Ground(look, &Tokens::window, {}, parent) {}
+
+void WindowContent::setParts(const Parts& parts) {
+  m_parts = parts;
+  m_parts.canvas->setMinimumSize(metrics::canvasMinWidth, canvasMinHeight);
+  arrange();
+}
+
+void WindowContent::setWishes(const PanelWishes& wishes) {
+  m_wishes = wishes;
+  arrange();
+}
+
+void WindowContent::setBare(bool bare) {
+  m_isBare = bare;
+  arrange();
+}
+
+QSize WindowContent::minimumSizeHint() const {
+  return {metrics::canvasMinWidth, metrics::toolbarHeight + canvasMinHeight + metrics::statusLineHeight};
+}
+
+void WindowContent::resizeEvent(QResizeEvent* event) {
+  Ground::resizeEvent(event);
+  arrange();
+}
+
+void WindowContent::arrange() {
+  if (m_parts.canvas == nullptr) return;
+  const PanelPlaces places = m_isBare ? PanelPlaces() : placePanels(width(), m_wishes);
+  const int top = m_isBare ? 0 : metrics::toolbarHeight;
+  const int bottom = m_isBare ? 0 : metrics::statusLineHeight;
+  const int sidebarWidth = widthOf(SidePanel::sidebar);
+  const int inspectorWidth = widthOf(SidePanel::inspector);
+  const int left = places.sidebar && !places.floats ? sidebarWidth : 0;
+  const int right = places.inspector && !places.floats ? inspectorWidth : 0;
+  const int middle = std::max(metrics::canvasMinWidth, width() - left - right);
+  const int shift = left - m_parts.canvas->x();
+
+  m_parts.toolbar->setGeometry(0, 0, width(), metrics::toolbarHeight);
+  m_parts.sidebar->setGeometry(0, top, sidebarWidth, height() - top);
+  m_parts.inspector->setGeometry(width() - inspectorWidth, top, inspectorWidth, height() - top);
+  m_parts.statusLine->setGeometry(left, height() - bottom, middle, metrics::statusLineHeight);
+  m_parts.canvas->setGeometry(left, top, middle, height() - top - bottom);
+  m_parts.toolbar->setVisible(!m_isBare);
+  m_parts.statusLine->setVisible(!m_isBare);
+  const bool changes = std::exchange(m_places, places) != places;
+  m_parts.sidebar->setVisible(places.sidebar);
+  m_parts.inspector->setVisible(places.inspector);
+  m_parts.sidebar->raise();
+  m_parts.inspector->raise();
+  if (shift != 0 && isVisible()) Q_EMIT canvasShifted(shift);
+  if (changes) Q_EMIT panelsChanged();
+}
+
+}  // namespace quilmora
