@@ -1,5 +1,6 @@
 #include "app/dialogs/AlertSheet.h"
 
+#include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include <QProxyStyle>
+#include <QStyleOptionButton>
 
 #include "app/look/Tokens.h"
 

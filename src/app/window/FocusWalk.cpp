@@ -13,7 +13,7 @@ bool holds(const QWidget& area, const QWidget* widget) {
 }
 
 bool takesKeyboard(const QWidget& widget) {
-  return widget.isVisible() && widget.isEnabled() && widget.focusPolicy().testFlag(Qt::TabFocus);
+  return widget.isVisible() && widget.isEnabled() && (widget.focusPolicy() & Qt::TabFocus) != 0;
 }
 
 // The first part that takes the keyboard; the area itself where there is none.

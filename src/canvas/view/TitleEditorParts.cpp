@@ -135,9 +135,9 @@ void TitleEditor::selectAll() {
 
 QMimeData* TitleEditor::createMimeDataFromSelection() const {
   if (!m_isAllSelected) return QTextEdit::createMimeDataFromSelection();
-  auto* data = new QMimeData;
-  data->setText(editableTitle());
-  return data;
+  auto* copied = new QMimeData;
+  copied->setText(editableTitle());
+  return copied;
 }
 
 }  // namespace quilmora

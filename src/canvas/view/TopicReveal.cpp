@@ -5,6 +5,7 @@
 
 #include "canvas/geometry/Reveal.h"
 #include "canvas/geometry/ViewTransform.h"
+#include "editor/MindMapViewModel.h"
 
 namespace quilmora {
 

@@ -13,6 +13,8 @@
 namespace quilmora {
 
 class IdTable;
+class MindMapViewModel;
+class Scheduler;
 
 // Brings topics into sight that a command just made and selected: moves the view by as little as is needed for them to
 // lie on the canvas and below no card.
