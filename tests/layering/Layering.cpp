@@ -7,6 +7,7 @@
 #include <map>
 #include <regex>
 #include <set>
+#include <sstream>
 
 namespace layering {
 
@@ -18,40 +19,31 @@ struct Floor {
   bool isHeadless = true;          // no Widgets
 };
 
-const std::vector<Floor>& floors() {
-  static const std::vector<Floor> table = {
-      {"platform", {}},
-      {"model", {"platform"}},
-      {"themes", {"platform", "model"}},
-      {"layout", {"platform", "model"}},
-      {"ai", {"platform", "model", "themes", "layout"}},
-      {"editor/edits", {"platform", "model", "themes", "layout"}},
-      {"editor", {"platform", "model", "themes", "layout", "ai", "editor/edits"}},
-      {"canvas/geometry", {"platform", "model", "themes", "layout", "ai", "editor/edits", "editor"}},
-      {"canvas/painting", {"platform", "model", "themes", "layout", "ai", "editor/edits", "editor", "canvas/geometry"}},
-      {"exchange",
-       {"platform", "model", "themes", "layout", "ai", "editor/edits", "editor", "canvas/geometry", "canvas/painting"}},
-      {"script",
-       {"platform", "model", "themes", "layout", "ai", "editor/edits", "editor", "canvas/geometry", "canvas/painting",
-        "exchange"}},
-      {"cli",
-       {"platform", "model", "themes", "layout", "ai", "editor/edits", "editor", "canvas/geometry", "canvas/painting",
-        "exchange", "script"}},
-      {"canvas/view",
-       {"platform", "model", "themes", "layout", "ai", "editor/edits", "editor", "canvas/geometry", "canvas/painting"},
-       false},
-      {"app",
-       {"platform", "model", "themes", "layout", "ai", "editor/edits", "editor", "canvas/geometry", "canvas/painting",
-        "canvas/view", "exchange", "script"},
-       false},
-  };
-  return table;
+// src/floors.txt: "folder *: folders below", where the star allows widgets.
+std::vector<Floor> readFloors() {
+  std::ifstream file(QUILMORA_FLOORS);
+  std::vector<Floor> floors;
+  for (std::string line; std::getline(file, line);) {
+    const std::size_t colon = line.find(':');
+    if (line.starts_with('#') || colon == std::string::npos) continue;
+    std::istringstream head(line.substr(0, colon));
+    std::istringstream tail(line.substr(colon + 1));
+    Floor floor;
+    std::string star;
+    head >> floor.folder >> star;
+    floor.isHeadless = star != "*";
+    floor.below.assign(std::istream_iterator<std::string>(tail), {});
+    floors.push_back(floor);
+  }
+  return floors;
 }
 
 const Floor* floorOf(const std::string& path) {
-  for (const Floor& floor : floors())
-    if (path.rfind(floor.folder + "/", 0) == 0) return &floor;
-  return nullptr;
+  static const std::vector<Floor> floors = readFloors();
+  const Floor* found = nullptr;
+  for (const Floor& floor : floors)
+    if (path.starts_with(floor.folder + "/") && (!found || floor.folder.size() > found->folder.size())) found = &floor;
+  return found;
 }
 
 // The names of Qt's own headers for widgets, such as "QWidget" and "qwidget.h".

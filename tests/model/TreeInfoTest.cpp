@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "model/TreeReference.h"
 #include "model/TreeInfo.h"
+#include "model/TreeReference.h"
 #include "support/MapGenerators.h"
 
 using namespace quilmora;
