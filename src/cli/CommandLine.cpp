@@ -36,9 +36,8 @@ constexpr char usage[] =
     "standard output, which gets a plain document.\n"
     "layout arranges all topics on a canvas of this size, 1200x800 unless told, then writes. LAYOUT is tree,\n"
     "verticalTree, radial, leftRightTree or orgChart.\n"
-    "generate writes a map that the offline generator makes for the prompt, such as \"Create a map about coffee\", "
-    "laid\n"
-    "out as radial unless told, in the colours of the built-in theme ID, such as ocean.\n"
+    "generate writes a map that the offline generator makes for the prompt, such as \"Create a map about tea\",\n"
+    "laid out as radial unless told, in the colours of the built-in theme ID, such as ocean.\n"
     "script answers JSON lines on standard input with JSON lines on standard output.\n";
 
 int wrong() {
