@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "ai/RequestCases.h"
 #include "ai/TextClasses.h"
 
 namespace quilmora {
@@ -92,14 +93,6 @@ QString textOf(const char16_t (&text)[N]) {
   return QStringView(text, N - 1).toString();
 }
 
-// One function for each kind of request.
-template <class... Functions>
-struct Cases : Functions... {
-  using Functions::operator()...;
-};
-template <class... Functions>
-Cases(Functions...) -> Cases<Functions...>;
-
 // "depth" with one blank and digits, at its first place in the text, or nothing.
 QString depthWish(const QString& text) {
   static const QString word = QStringLiteral("depth ");
@@ -136,30 +129,31 @@ QString summarizeBranchText(const SummarizeBranchRequest& request) {
 }  // namespace
 
 QString systemPrompt(const AIRequest& request) {
-  return std::visit(Cases{[](const GenerateMapRequest&) { return textOf(generateMapPrompt); },
-                          [](const ExpandNodeRequest&) { return textOf(expandNodePrompt); },
-                          [](const SuggestChildrenRequest&) { return textOf(suggestChildrenPrompt); },
-                          [](const SummarizeBranchRequest&) { return textOf(summarizeBranchPrompt); },
-                          [](const RewriteTitlesRequest&) { return textOf(rewriteTitlesPrompt); }},
+  return std::visit(RequestCases{[](const GenerateMapRequest&) { return textOf(generateMapPrompt); },
+                                 [](const ExpandNodeRequest&) { return textOf(expandNodePrompt); },
+                                 [](const SuggestChildrenRequest&) { return textOf(suggestChildrenPrompt); },
+                                 [](const SummarizeBranchRequest&) { return textOf(summarizeBranchPrompt); },
+                                 [](const RewriteTitlesRequest&) { return textOf(rewriteTitlesPrompt); }},
                     request);
 }
 
 QString userPrompt(const AIRequest& request) {
   return std::visit(
-      Cases{[](const GenerateMapRequest& wish) { return generateMapText(wish.prompt); },
-            [](const ExpandNodeRequest& wish) {
-              return QStringLiteral("Expand this node with sub-topics.\nPath: ") + wish.path +
-                     QStringLiteral("\nNode to expand: ") + wish.title;
-            },
-            [](const SuggestChildrenRequest& wish) {
-              return QStringLiteral("Suggest children for: ") + wish.title + QStringLiteral("\nExisting siblings: ") +
-                     (wish.siblings.isEmpty() ? QStringLiteral("none yet") : wish.siblings.join(QStringLiteral(", ")));
-            },
-            [](const SummarizeBranchRequest& wish) { return summarizeBranchText(wish); },
-            [](const RewriteTitlesRequest& wish) {
-              return QStringLiteral("Rewrite these titles to be more concise and professional:\n") +
-                     wish.titles.join(u'\n');
-            }},
+      RequestCases{
+          [](const GenerateMapRequest& wish) { return generateMapText(wish.prompt); },
+          [](const ExpandNodeRequest& wish) {
+            return QStringLiteral("Expand this node with sub-topics.\nPath: ") + wish.path +
+                   QStringLiteral("\nNode to expand: ") + wish.title;
+          },
+          [](const SuggestChildrenRequest& wish) {
+            return QStringLiteral("Suggest children for: ") + wish.title + QStringLiteral("\nExisting siblings: ") +
+                   (wish.siblings.isEmpty() ? QStringLiteral("none yet") : wish.siblings.join(QStringLiteral(", ")));
+          },
+          [](const SummarizeBranchRequest& wish) { return summarizeBranchText(wish); },
+          [](const RewriteTitlesRequest& wish) {
+            return QStringLiteral("Rewrite these titles to be more concise and professional:\n") +
+                   wish.titles.join(u'\n');
+          }},
       request);
 }
 

@@ -48,6 +48,26 @@ qsizetype skip(const QString& text, qsizetype at, IsInClass isInClass) {
   return at;
 }
 
+bool isBlank(char32_t character) {
+  return character == u'\t' || QChar::category(character) == QChar::Separator_Space;
+}
+
+bool isPunctuation(char32_t character) {
+  return QChar::isPunct(character);
+}
+
+template <class IsInClass>
+QString trimmed(const QString& text, IsInClass isInClass) {
+  const qsizetype start = skip(text, 0, isInClass);
+  qsizetype end = text.size();
+  while (end > start) {
+    const char32_t last = characterBefore(text, end);
+    if (!isInClass(last)) break;
+    end -= unitsOf(last);
+  }
+  return text.mid(start, end - start);
+}
+
 }  // namespace
 
 bool isSpace(char32_t character) {
@@ -98,6 +118,18 @@ bool isWordBoundary(const QString& text, qsizetype at) {
     at -= unitsOf(character);
   }
   return isWordBehind;
+}
+
+QString trimmedBlanks(const QString& text) {
+  return trimmed(text, isBlank);
+}
+
+QString trimmedPunctuation(const QString& text) {
+  return trimmed(text, isPunctuation);
+}
+
+QString trimmedBlanksAndPunctuation(const QString& text) {
+  return trimmed(text, [](char32_t character) { return isSpace(character) || isPunctuation(character); });
 }
 
 }  // namespace quilmora

@@ -20,4 +20,10 @@ qsizetype skipWord(const QString& text, qsizetype at);
 // Whether one side of `at` is of a word and the other is not. Inside a letter with its marks there is none.
 bool isWordBoundary(const QString& text, qsizetype at);
 
+// The text without what of the class stands at its ends. Blanks are those within a line.
+QString trimmedBlanks(const QString& text);
+QString trimmedPunctuation(const QString& text);
+// Without line breaks too.
+QString trimmedBlanksAndPunctuation(const QString& text);
+
 }  // namespace quilmora

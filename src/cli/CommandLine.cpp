@@ -5,6 +5,8 @@
 
 #include <QRegularExpression>
 
+#include "ai/AITreeConverter.h"
+#include "ai/OfflineTrees.h"
 #include "exchange/MapImport.h"
 #include "model/MindMapDocument.h"
 #include "script/MapFiles.h"
@@ -18,11 +20,11 @@ namespace {
 enum ExitStatus { succeeded = 0, failed = 1, wrongUsage = 2 };
 
 const QString standardStream = QStringLiteral("-");
-constexpr QSizeF defaultSize(1200.0, 800.0);
 
 constexpr char usage[] =
     "usage: quilmora-cli convert INPUT OUTPUT\n"
     "       quilmora-cli layout LAYOUT INPUT OUTPUT [--size WxH]\n"
+    "       quilmora-cli generate PROMPT OUTPUT [--layout LAYOUT] [--size WxH] [--theme ID]\n"
     "       quilmora-cli script\n"
     "       quilmora-cli --version\n"
     "\n"
@@ -34,6 +36,8 @@ constexpr char usage[] =
     "standard output, which gets a plain document.\n"
     "layout arranges all topics on a canvas of this size, 1200x800 unless told, then writes. LAYOUT is tree,\n"
     "verticalTree, radial, leftRightTree or orgChart.\n"
+    "generate writes a map that the offline generator makes for the prompt, such as \"Create a map about tea\",\n"
+    "laid out as radial unless told, in the colours of the built-in theme ID, such as ocean.\n"
     "script answers JSON lines on standard input with JSON lines on standard output.\n";
 
 int wrong() {
@@ -71,31 +75,36 @@ void writeStandardOutput(const QByteArray& bytes) {
     throw FileError(QStringLiteral("standard output cannot be written"));
 }
 
+// Runs work() about a file. Answers the exit status.
+template <class Work>
+int tryOn(const QString& file, Work&& work) {
+  try {
+    work();
+  } catch (const DocumentError& error) {
+    return failure(file, error.message());
+  } catch (const FileError& error) {
+    return failure(file, error.reason());
+  } catch (const std::bad_alloc&) {
+    return failure(file, QStringLiteral("the map is too large for the memory of this machine"));
+  }
+  return succeeded;
+}
+
+// Writes the map to a file or to standard output. Throws FileError or DocumentError.
+void write(const MindMap& map, const QString& output) {
+  if (output == standardStream)
+    writeStandardOutput(encodeDocument(map));
+  else
+    writeMap(map, output);
+}
+
 // Reads INPUT, lets change(map) have it, writes OUTPUT.
 template <class Change>
 int rewrite(const QString& input, const QString& output, Change&& change) {
-  static const QString noMemory = QStringLiteral("the map is too large for the memory of this machine");
   MindMap map;
-  try {
-    map = change(input == standardStream ? readMapFrom(standardInput()) : readMap(input));
-  } catch (const FileError& error) {
-    return failure(input, error.reason());
-  } catch (const std::bad_alloc&) {
-    return failure(input, noMemory);
-  }
-  try {
-    if (output == standardStream)
-      writeStandardOutput(encodeDocument(map));
-    else
-      writeMap(map, output);
-  } catch (const DocumentError& error) {
-    return failure(output, error.message());
-  } catch (const FileError& error) {
-    return failure(output, error.reason());
-  } catch (const std::bad_alloc&) {
-    return failure(output, noMemory);
-  }
-  return succeeded;
+  const int status =
+      tryOn(input, [&] { map = change(input == standardStream ? readMapFrom(standardInput()) : readMap(input)); });
+  return status == succeeded ? tryOn(output, [&] { write(map, output); }) : status;
 }
 
 int convert(const QStringList& arguments) {
@@ -103,27 +112,56 @@ int convert(const QStringList& arguments) {
   return rewrite(arguments[0], arguments[1], [](MindMap map) { return map; });
 }
 
+// Takes "NAME VALUE" out of the arguments and answers the value, or `usual` where the name is not there. Nothing when
+// no value follows the name.
+std::optional<QString> takeOption(QStringList& arguments, const QString& name, const QString& usual) {
+  const qsizetype place = arguments.indexOf(name);
+  if (place < 0) return usual;
+  if (place + 1 == arguments.size()) return std::nullopt;
+  const QString value = arguments[place + 1];
+  arguments.remove(place, 2);
+  return value;
+}
+
 // Takes "--size WxH" out of the arguments. Nothing when it is there and wrong.
 std::optional<QSizeF> takeSize(QStringList& arguments) {
-  const qsizetype place = arguments.indexOf(QStringLiteral("--size"));
-  if (place < 0) return defaultSize;
   static const QRegularExpression form(QStringLiteral("\\A([1-9][0-9]{0,5})x([1-9][0-9]{0,5})\\z"));
-  const auto match = form.match(arguments.value(place + 1));
+  const auto text = takeOption(arguments, QStringLiteral("--size"), QStringLiteral("1200x800"));
+  const auto match = form.match(text.value_or(QString()));
   if (!match.hasMatch()) return std::nullopt;
-  arguments.remove(place, 2);
   return QSizeF(match.captured(1).toDouble(), match.captured(2).toDouble());
+}
+
+// One of the automatic layouts by its name.
+std::optional<MindMap::Layout> layoutOf(const QString& name) {
+  const auto layout = fromRawValue<MindMap::Layout>(name.toStdString());
+  return layout == MindMap::Layout::manual ? std::nullopt : layout;
 }
 
 int layout(QStringList arguments) {
   const auto size = takeSize(arguments);
   if (!size || arguments.size() != 3) return wrong();
-  const auto wanted = fromRawValue<MindMap::Layout>(arguments[0].toStdString());
-  if (!wanted || *wanted == MindMap::Layout::manual) return wrong();
+  const auto wanted = layoutOf(arguments[0]);
+  if (!wanted) return wrong();
   return rewrite(arguments[1], arguments[2], [&](MindMap map) {
     ScriptEditor editor;
     editor.start(std::move(map));
     editor.editor().applyLayout(*wanted, *size);
     return editor.editor().mindMap();
+  });
+}
+
+int generate(QStringList arguments) {
+  const auto size = takeSize(arguments);
+  const auto layoutName = takeOption(arguments, QStringLiteral("--layout"), QStringLiteral("radial"));
+  const auto theme = takeOption(arguments, QStringLiteral("--theme"), QString());
+  if (!size || !layoutName || !theme || arguments.size() != 2) return wrong();
+  const auto wanted = layoutOf(*layoutName);
+  if (!wanted) return wrong();
+  const QString& output = arguments[1];
+  return tryOn(output, [&] {
+    const AITreeConverter converter{*size, *wanted, theme->isEmpty() ? std::nullopt : theme};
+    write(converter.convert(generateTree(arguments[0]), MemorySettingsStore(), SystemClock()), output);
   });
 }
 
@@ -141,6 +179,7 @@ int runCommandLine(const QStringList& arguments) {
   const QStringList rest = arguments.mid(1);
   if (command == QLatin1String("convert")) return convert(rest);
   if (command == QLatin1String("layout")) return layout(rest);
+  if (command == QLatin1String("generate")) return generate(rest);
   if (command == QLatin1String("script")) return script(rest);
   if (command == QLatin1String("--version") && rest.isEmpty()) {
     std::puts("quilmora-cli " QUILMORA_VERSION);

@@ -11,6 +11,7 @@
 #include <QByteArray>
 #include <QPointF>
 #include <QString>
+#include <QStringList>
 #include <QUuid>
 
 namespace quilmora {
@@ -29,7 +30,9 @@ enum class ArgumentKind {
   integer,
   flag,
   object,    // any JSON object
+  objects,   // an array of JSON objects
   numbers,   // an array of numbers
+  texts,     // an array of texts
   point,     // [x, y]
   anyValue,  // a text, a flag or a number
 };
@@ -45,7 +48,8 @@ struct ArgumentRule {
 // another kind than the rule names is a programming error.
 class Arguments {
  public:
-  using Value = std::variant<QString, QUuid, double, int, bool, QByteArray, std::vector<double>, QPointF>;
+  using Value = std::variant<QString, QUuid, double, int, bool, QByteArray, std::vector<QByteArray>,
+                             std::vector<double>, QStringList, QPointF>;
 
   void set(std::string_view name, Value value) { m_values.insert_or_assign(name, std::move(value)); }
 
@@ -55,6 +59,8 @@ class Arguments {
   int integer(std::string_view name) const { return get<int>(name); }
   bool flag(std::string_view name) const { return get<bool>(name); }
   const QByteArray& object(std::string_view name) const { return get<QByteArray>(name); }
+  const std::vector<QByteArray>& objects(std::string_view name) const { return get<std::vector<QByteArray>>(name); }
+  const QStringList& texts(std::string_view name) const { return get<QStringList>(name); }
   const std::vector<double>& numbers(std::string_view name) const { return get<std::vector<double>>(name); }
   std::optional<QUuid> optionalId(std::string_view name) const { return getOptional<QUuid>(name); }
   std::optional<QString> optionalText(std::string_view name) const { return getOptional<QString>(name); }

@@ -24,5 +24,6 @@ std::vector<Operation> viewOperations();
 std::vector<Operation> layoutOperations();
 std::vector<Operation> geometryOperations();
 std::vector<Operation> themeOperations();
+std::vector<Operation> aiOperations();
 
 }  // namespace quilmora

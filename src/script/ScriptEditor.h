@@ -24,6 +24,7 @@ class ScriptEditor {
   MindMapViewModel& editor() { return *m_editor; }
   WindowCommands& commands() { return *m_commands; }
   SettingsStore& settings() { return m_settings; }
+  const Clock& clock() const { return m_clock; }
 
  private:
   SystemClock m_clock;

@@ -51,6 +51,32 @@ std::optional<std::vector<double>> numbersOf(const element& value) {
   return numbers;
 }
 
+std::optional<QStringList> textsOf(const element& value) {
+  simdjson::dom::array array;
+  if (value.get_array().get(array) != simdjson::SUCCESS) return std::nullopt;
+  QStringList texts;
+  for (const element& item : array) {
+    if (!item.is_string()) return std::nullopt;
+    texts.append(textOf(item.get_string().value_unsafe()));
+  }
+  return texts;
+}
+
+QByteArray objectOf(const element& value) {
+  return QByteArray::fromStdString(simdjson::minify(value));
+}
+
+std::optional<std::vector<QByteArray>> objectsOf(const element& value) {
+  simdjson::dom::array array;
+  if (value.get_array().get(array) != simdjson::SUCCESS) return std::nullopt;
+  std::vector<QByteArray> objects;
+  for (const element& item : array) {
+    if (!item.is_object()) return std::nullopt;
+    objects.push_back(objectOf(item));
+  }
+  return objects;
+}
+
 std::optional<QPointF> pointOf(const element& value) {
   const auto numbers = numbersOf(value);
   if (!numbers || numbers->size() != 2) return std::nullopt;
@@ -80,10 +106,14 @@ std::optional<Arguments::Value> valueOf(const element& value, ArgumentKind kind)
       if (value.is_bool()) return value.get_bool().value_unsafe();
       break;
     case ArgumentKind::object:
-      if (value.is_object()) return QByteArray::fromStdString(simdjson::minify(value));
+      if (value.is_object()) return objectOf(value);
       break;
+    case ArgumentKind::objects:
+      return wrapped(objectsOf(value));
     case ArgumentKind::numbers:
       return wrapped(numbersOf(value));
+    case ArgumentKind::texts:
+      return wrapped(textsOf(value));
     case ArgumentKind::point:
       return wrapped(pointOf(value));
     case ArgumentKind::anyValue:
@@ -108,8 +138,12 @@ QString kindName(ArgumentKind kind) {
       return QStringLiteral("true or false");
     case ArgumentKind::object:
       return QStringLiteral("an object");
+    case ArgumentKind::objects:
+      return QStringLiteral("an array of objects");
     case ArgumentKind::numbers:
       return QStringLiteral("an array of numbers");
+    case ArgumentKind::texts:
+      return QStringLiteral("an array of texts");
     case ArgumentKind::point:
       return QStringLiteral("a point [x, y]");
     case ArgumentKind::anyValue:
@@ -120,14 +154,14 @@ QString kindName(ArgumentKind kind) {
 
 }  // namespace
 
-struct ScriptLine::Parsed {
+struct ScriptObject::Parsed {
   simdjson::dom::parser parser;
   simdjson::dom::object object;
 };
 
-ScriptLine::ScriptLine(const QByteArray& line) : m_parsed(std::make_unique<Parsed>()) {
+ScriptObject::ScriptObject(const QByteArray& json) : m_parsed(std::make_unique<Parsed>()) {
   element root;
-  const auto problem = m_parsed->parser.parse(line.constData(), static_cast<std::size_t>(line.size()), true).get(root);
+  const auto problem = m_parsed->parser.parse(json.constData(), static_cast<std::size_t>(json.size()), true).get(root);
   if (problem != simdjson::SUCCESS)
     throw ScriptError(QStringLiteral("not JSON: %1").arg(QLatin1String(simdjson::error_message(problem))));
   if (root.get_object().get(m_parsed->object) != simdjson::SUCCESS)
@@ -136,16 +170,18 @@ ScriptLine::ScriptLine(const QByteArray& line) : m_parsed(std::make_unique<Parse
   std::set<std::string_view> keys;
   for (const auto& field : m_parsed->object)
     if (!keys.insert(field.key).second) throw ScriptError(QStringLiteral("%1: given twice").arg(textOf(field.key)));
+}
 
+ScriptObject::~ScriptObject() = default;
+
+ScriptLine::ScriptLine(const QByteArray& line) : ScriptObject(line) {
   std::string_view name;
   if (m_parsed->object["do"].get_string().get(name) != simdjson::SUCCESS)
     throw ScriptError(QStringLiteral("do: missing or not a text"));
   m_operation = textOf(name);
 }
 
-ScriptLine::~ScriptLine() = default;
-
-Arguments ScriptLine::arguments(std::span<const ArgumentRule> rules) const {
+Arguments ScriptObject::arguments(std::span<const ArgumentRule> rules) const {
   Arguments arguments;
   for (const ArgumentRule& rule : rules) {
     element value;

@@ -7,21 +7,31 @@
 
 namespace quilmora {
 
-// One parsed line of a script: a JSON object whose key `do` names the operation. Nothing in a line can make reading it
-// recurse or run away: nesting beyond 1,024 levels is refused.
-class ScriptLine {
+// A parsed JSON object, such as a line of a script. Nothing in it can make reading it recurse or run away: nesting
+// beyond 1,024 levels is refused.
+class ScriptObject {
  public:
-  // Throws ScriptError unless the line is one JSON object with a text under `do` and no key twice.
-  explicit ScriptLine(const QByteArray& line);
-  ~ScriptLine();
+  // Throws ScriptError unless the text is one JSON object with no key twice.
+  explicit ScriptObject(const QByteArray& json);
+  ~ScriptObject();
 
-  const QString& operation() const { return m_operation; }
-  // The line's values for the rules. Throws ScriptError for one that is missing or of another kind.
+  // The object's values for the rules. Throws ScriptError for one that is missing or of another kind.
   Arguments arguments(std::span<const ArgumentRule> rules) const;
 
- private:
+ protected:
   struct Parsed;
   std::unique_ptr<Parsed> m_parsed;
+};
+
+// One line of a script: an object whose key `do` names the operation.
+class ScriptLine : public ScriptObject {
+ public:
+  // Throws ScriptError unless the line is such an object.
+  explicit ScriptLine(const QByteArray& line);
+
+  const QString& operation() const { return m_operation; }
+
+ private:
   QString m_operation;
 };
 

@@ -21,7 +21,7 @@ QByteArray success(const QByteArray& result) {
 
 ScriptRunner::ScriptRunner() {
   for (const auto& chapter : {documentOperations(), editingOperations(), connectionOperations(), viewOperations(),
-                              layoutOperations(), geometryOperations(), themeOperations()})
+                              layoutOperations(), geometryOperations(), themeOperations(), aiOperations()})
     for (const Operation& operation : chapter) m_operations.emplace(QLatin1String(operation.name), operation);
 }
 

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "ai/AIProvider.h"
+
+namespace quilmora {
+
+// The offline generator: answers from patterns and tables, with no model and no network, at once and always.
+class MockProvider final : public AIProvider {
+ public:
+  QString name() const override { return QStringLiteral("Smart (Offline)"); }
+  bool requiresAPIKey() const override { return false; }
+  QFuture<AIResponse> generate(const AIRequest& request, const Cancellation& cancellation) override;
+  QFuture<QString> chat(const std::vector<ChatMessage>& messages, const QString& mapContext,
+                        const Cancellation& cancellation) override;
+};
+
+// The same as plain functions.
+AIResponse offlineGenerate(const AIRequest& request);
+QString offlineChat(const std::vector<ChatMessage>& messages, const QString& mapContext);
+
+}  // namespace quilmora

@@ -1,0 +1,94 @@
+#include "ai/OfflineTrees.h"
+
+#include <algorithm>
+
+#include <QSet>
+
+#include "ai/PromptAnalysis.h"
+#include "ai/StructureTrees.h"
+#include "ai/TopicTable.h"
+
+namespace quilmora {
+
+namespace {
+
+constexpr std::int64_t usualCount = 5;
+constexpr std::int64_t usualDepth = 2;
+
+std::vector<AITreeNode> leaves(const QStringList& titles) {
+  return {titles.begin(), titles.end()};
+}
+
+// How many of `available` are wanted.
+template <class Size>
+Size wantedOf(std::int64_t count, Size available) {
+  return static_cast<Size>(std::min(count, static_cast<std::int64_t>(available)));
+}
+
+// The branches of a subject; one that is a subject itself holds the first three of its own.
+std::vector<AITreeNode> branchesOf(const TopicRow& row, std::int64_t count, std::int64_t depth) {
+  constexpr qsizetype nestedTitles = 3;
+  std::vector<AITreeNode> branches;
+  for (const QString& title : row.titles.first(wantedOf(count, row.titles.size()))) {
+    AITreeNode& branch = branches.emplace_back(title);
+    const TopicRow* nested = depth < 2 ? nullptr : topicRow(title.toLower());
+    if (nested) branch.children = leaves(nested->titles.mid(0, nestedTitles));
+  }
+  return branches;
+}
+
+AITreeNode topicTree(const ParsedPrompt& parsed) {
+  const std::int64_t count = parsed.count.value_or(usualCount);
+  const std::int64_t depth = parsed.depth.value_or(usualDepth);
+  if (const TopicRow* row = closestTopicRow(parsed.title)) return {parsed.title, branchesOf(*row, count, depth)};
+  std::vector<AITreeNode> branches = templateBranches();
+  branches.resize(wantedOf(count, branches.size()));
+  if (depth < 2)
+    for (AITreeNode& branch : branches) branch.children.reset();
+  return {parsed.title, std::move(branches)};
+}
+
+}  // namespace
+
+AITreeNode generateTree(const QString& prompt) {
+  const ParsedPrompt parsed = analyzePrompt(prompt);
+  if (!parsed.kind) return topicTree(parsed);
+  switch (*parsed.kind) {
+    case ParsedPrompt::Kind::swot:
+      return swotTree(parsed.title);
+    case ParsedPrompt::Kind::comparison:
+      return comparisonTree(prompt);
+    case ParsedPrompt::Kind::timeline:
+      return timelineTree(parsed.title, parsed.count.value_or(usualCount));
+    case ParsedPrompt::Kind::prosCons:
+      return prosAndConsTree(parsed.title);
+    case ParsedPrompt::Kind::fiveWhys:
+      return fiveWhysTree(parsed.title);
+    case ParsedPrompt::Kind::decision:
+      break;
+  }
+  return decisionTree(parsed.title);
+}
+
+AITreeNode expandTree(const QString& title) {
+  static const QStringList fitsAny{QStringLiteral("Overview"), QStringLiteral("Key Concepts"),
+                                   QStringLiteral("Methods"), QStringLiteral("Examples")};
+  const TopicRow* row = topicRow(title.toLower());
+  return {title, leaves(row ? row->titles : fitsAny)};
+}
+
+AITreeNode suggestTree(const QString& title, const QStringList& siblings) {
+  static const QStringList fitsAny{QStringLiteral("Details"), QStringLiteral("Examples"),  QStringLiteral("Challenges"),
+                                   QStringLiteral("Tools"),   QStringLiteral("Resources"), QStringLiteral("Timeline"),
+                                   QStringLiteral("Metrics")};
+  constexpr qsizetype mostSuggestions = 5;
+  QSet<QString> taken;
+  for (const QString& sibling : siblings) taken.insert(sibling.toLower());
+  const TopicRow* row = topicRow(title.toLower());
+  QStringList suggestions;
+  for (const QString& candidate : row ? row->titles : fitsAny)
+    if (suggestions.size() < mostSuggestions && !taken.contains(candidate.toLower())) suggestions << candidate;
+  return {title, leaves(suggestions)};
+}
+
+}  // namespace quilmora

@@ -1,0 +1,64 @@
+#include "ai/TopicTable.h"
+
+#include <tuple>
+
+#include <QHash>
+
+#include "ai/TextClasses.h"
+
+namespace quilmora {
+
+namespace {
+
+std::vector<TopicRow> readTable() {
+  std::vector<TopicRow> rows;
+  for (const auto& chapter :
+       {businessTopics(), technologyTopics(), knowledgeTopics(), placeTopics(), leisureTopics(), homeTopics()})
+    for (const WrittenTopicRow& row : chapter)
+      rows.push_back({QString::fromUtf16(row.key),
+                      QString::fromUtf16(row.titles).split(QStringLiteral(", "), Qt::KeepEmptyParts)});
+  return rows;
+}
+
+bool hasWholeWord(const QString& text, const QString& word) {
+  for (qsizetype at = text.indexOf(word); at >= 0; at = text.indexOf(word, at + 1))
+    if (isWordBoundary(text, at) && isWordBoundary(text, at + word.size())) return true;
+  return false;
+}
+
+}  // namespace
+
+const std::vector<TopicRow>& topicTable() {
+  static const std::vector<TopicRow> table = readTable();
+  return table;
+}
+
+const TopicRow* topicRow(const QString& key) {
+  static const QHash<QString, const TopicRow*> rows = [] {
+    QHash<QString, const TopicRow*> byKey;
+    for (const TopicRow& row : topicTable()) byKey.insert(row.key, &row);
+    return byKey;
+  }();
+  return rows.value(key);
+}
+
+const TopicRow* closestTopicRow(const QString& title) {
+  const QString lower = title.toLower();
+  const TopicRow* best = nullptr;
+  std::tuple<int, int, qsizetype> bestScore;  // words found, words that are words of the title, letters
+  for (const TopicRow& row : topicTable()) {
+    std::tuple<int, int, qsizetype> score;
+    for (const QString& word : row.key.split(u' ')) {
+      if (!lower.contains(word)) continue;
+      ++std::get<0>(score);
+      std::get<1>(score) += hasWholeWord(lower, word) ? 1 : 0;
+      std::get<2>(score) += word.size();
+    }
+    if (std::get<0>(score) == 0 || (best && score <= bestScore)) continue;
+    best = &row;
+    bestScore = score;
+  }
+  return best;
+}
+
+}  // namespace quilmora
