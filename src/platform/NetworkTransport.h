@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 
 #include <QNetworkAccessManager>
@@ -23,7 +24,7 @@ class NetworkTransport final : public QObject, public HttpTransport {
 
  private:
   std::optional<QSslConfiguration> m_tls;
-  QNetworkAccessManager m_network;
+  std::unique_ptr<QNetworkAccessManager> m_network;  // made when it is first needed
 };
 
 }  // namespace quilmora
