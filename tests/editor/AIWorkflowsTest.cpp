@@ -87,7 +87,8 @@ TEST_F(AIWorkflowsTest, ASmallMapIsShownAtFullSizeAtMost) {
 }
 
 TEST_F(AIWorkflowsTest, ALargeMapIsShownAtAFifthAtLeast) {
-  generate();
+  rig.workflows.generateMap(QStringLiteral("tea"), MindMap::Layout::tree);
+  ASSERT_TRUE(rig.isAsked());
   AITreeNode wide(QStringLiteral("Wide"));
   wide.children.emplace();
   for (int i = 0; i < 400; ++i) wide.children->emplace_back(QStringLiteral("Child %1").arg(i));
