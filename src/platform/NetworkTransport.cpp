@@ -142,6 +142,11 @@ class Exchange final : public QObject {
 
 NetworkTransport::NetworkTransport(std::optional<QSslConfiguration> tls) : m_tls(std::move(tls)) {}
 
+// Replies must not outlive the network.
+NetworkTransport::~NetworkTransport() {
+  for (QObject* exchange : QObjectList(children())) delete exchange;
+}
+
 QFuture<HttpReply> NetworkTransport::send(const HttpRequest& request) {
   if (const QString reason = refusal(request); !reason.isEmpty())
     return QtFuture::makeExceptionalFuture<HttpReply>(

@@ -20,6 +20,7 @@ class NetworkTransport final : public QObject, public HttpTransport {
  public:
   // Without a configuration, the desktop's own certificates hold; they are read at the first secure request.
   explicit NetworkTransport(std::optional<QSslConfiguration> tls = std::nullopt);
+  ~NetworkTransport() override;
   QFuture<HttpReply> send(const HttpRequest& request) override;
 
  private:
