@@ -2,7 +2,6 @@
 
 #include "ai/AppleFoundationProvider.h"
 #include "ai/LateProvider.h"
-#include "ai/MockProvider.h"
 #include "platform/HttpTransport.h"
 #include "platform/KeyStore.h"
 #include "platform/OnDeviceModel.h"
@@ -25,19 +24,20 @@ const QString demo = QStringLiteral("demo");
 
 template <class Vendor>
 Provider keyedProvider(const AIBackEnds& backEnds, const QString& account, const QString& host) {
-  const auto made = [&transport = backEnds.transport, host](const QString& key) -> Provider {
-    if (key.isEmpty()) return std::make_shared<MockProvider>();
+  const auto made = [&transport = backEnds.transport, offline = backEnds.offline,
+                     host](const QString& key) -> Provider {
+    if (key.isEmpty()) return offline();
     return std::make_shared<Vendor>(transport, key, host);
   };
-  if (const auto key = backEnds.keys.knownKey(account)) return made(*key);
-  return std::make_shared<LateProvider>(std::make_shared<Vendor>(backEnds.transport, QString(), host),
-                                        backEnds.keys.loadKey(account).then(made));
+  QFuture<QString> key = backEnds.keys.loadKey(account);
+  if (key.isFinished()) return made(key.result());
+  return std::make_shared<LateProvider>(std::make_shared<Vendor>(backEnds.transport, QString(), host), key.then(made));
 }
 
 Provider onDeviceProvider(const AIBackEnds& backEnds) {
   const Provider onDevice = std::make_shared<AppleFoundationProvider>(backEnds.onDevice);
   const auto choice = backEnds.onDevice.lookUp().then(
-      [onDevice](bool isThere) -> Provider { return isThere ? onDevice : std::make_shared<MockProvider>(); });
+      [onDevice, offline = backEnds.offline](bool isThere) { return isThere ? onDevice : offline(); });
   return std::make_shared<LateProvider>(onDevice, choice);
 }
 
@@ -51,7 +51,7 @@ std::shared_ptr<AIProvider> chosenProvider(const AIBackEnds& backEnds) {
   const QString choice = choiceIn(backEnds.settings);
   if (choice == openAI) return keyedProvider<OpenAIProvider>(backEnds, accounts::openAIKey, backEnds.openAIHost);
   if (choice == claude) return keyedProvider<ClaudeProvider>(backEnds, accounts::claudeKey, backEnds.claudeHost);
-  if (choice == demo) return std::make_shared<MockProvider>();
+  if (choice == demo) return backEnds.offline();
   return onDeviceProvider(backEnds);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include "ai/AIProvider.h"
@@ -19,6 +20,8 @@ struct AIBackEnds {
   KeyStore& keys;
   HttpTransport& transport;
   OnDeviceModel& onDevice;
+  // Makes the offline generator, which takes the place of every other that is not to be had.
+  std::function<std::shared_ptr<AIProvider>()> offline;
   QString claudeHost = ClaudeProvider::publicHost();
   QString openAIHost = OpenAIProvider::publicHost();
 };

@@ -9,6 +9,7 @@
 
 #include "app/look/Look.h"
 #include "app/window/MainWindow.h"
+#include "platform/KeyStore.h"
 #include "platform/Paths.h"
 
 namespace quilmora {
@@ -45,6 +46,7 @@ Application::~Application() {
 }
 
 void Application::start(const QStringList& documents) {
+  migrateKeys(m_machine.settings, m_machine.keys);
   m_machine.look.install(m_toolkit);
   m_window = std::make_unique<MainWindow>(m_machine, m_notifications, m_recentFiles, documents, [this] { quit(); });
   m_window->show();

@@ -14,7 +14,10 @@ class Clipboard;
 class DesktopAppearance;
 class FilePanels;
 class FileWriter;
+class HttpTransport;
+class KeyStore;
 class Look;
+class OnDeviceModel;
 class Scheduler;
 
 // Everything of the machine that the application touches. All outlive it. Tests put in-memory twins here, and the
@@ -32,6 +35,9 @@ struct Machine {
   Look& look;
   QString defaultFolder;            // Documents/Quilmora of the user
   std::function<void()> terminate;  // ends the process's event loop
+  KeyStore& keys;
+  HttpTransport& transport;
+  OnDeviceModel& onDeviceModel;
   RecentFiles::DesktopList desktopList = {};
 
   EditorServices editorServices() const { return {clock, settings, bookmarks, log}; }

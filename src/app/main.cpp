@@ -14,7 +14,10 @@
 #include "app/look/Widgets.h"
 #include "platform/Bookmarks.h"
 #include "platform/FileWriter.h"
+#include "platform/KeychainKeyStore.h"
+#include "platform/LocalModelServer.h"
 #include "platform/Log.h"
+#include "platform/NetworkTransport.h"
 #include "platform/RecentlyUsedFile.h"
 #include "platform/Scheduler.h"
 #include "platform/SettingsStore.h"
@@ -109,6 +112,9 @@ int main(int argc, char** argv) {
   FileDialogPanels panels(look, defaultFolder());
   const SystemClipboard clipboard;
   SheetAlerts alerts(look);
+  KeychainKeyStore keys;
+  NetworkTransport transport;
+  LocalModelServer onDeviceModel(transport, settings);
   RecentlyUsedFile recentlyUsed(RecentlyUsedFile::pathForUser(), writer, clock);
   Application application(toolkit, {clock,
                                     settings,
@@ -122,6 +128,9 @@ int main(int argc, char** argv) {
                                     look,
                                     defaultFolder(),
                                     [] { QCoreApplication::exit(0); },
+                                    keys,
+                                    transport,
+                                    onDeviceModel,
                                     {[&recentlyUsed](const QString& path) { recentlyUsed.note(path); },
                                      [&recentlyUsed] { recentlyUsed.clear(); }}});
   QObject::connect(&signalsCaught, &TerminationSignals::received, &application, [&application] { application.quit(); });

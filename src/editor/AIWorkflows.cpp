@@ -4,7 +4,6 @@
 
 #include "ai/AITreeConverter.h"
 #include "ai/MapOutline.h"
-#include "ai/MockProvider.h"
 #include "platform/Futures.h"
 
 namespace quilmora {
@@ -71,8 +70,7 @@ void AIWorkflows::generateMap(const QString& prompt, MindMap::Layout layout) {
     };
     // A back end that fails leaves no word: the offline generator takes its place.
     const auto generateOffline = [=, this](const std::exception&) {
-      const auto offline =
-          std::make_shared<AIService>(std::make_shared<MockProvider>(), m_services.settings, m_services.clock);
+      const auto offline = std::make_shared<AIService>(m_backEnds.offline(), m_services.settings, m_services.clock);
       whenFinished(
           offline->generateMap(prompt, layout, size, theme, m_goingAway), this,
           [install, offline](const MindMap& map) { install(map); },
@@ -141,7 +139,7 @@ void AIWorkflows::summarizeBranch(const QUuid& nodeID) {
 }
 
 QString AIWorkflows::mapContext() {
-  return mapOutline(m_editor.mindMap(), m_editor.treeInfo());
+  return mapOutline(m_editor.mindMap(), m_editor.mapIndex(), m_editor.treeInfo());
 }
 
 void AIWorkflows::installGenerated(MindMap map, QSizeF sizeWhereNoneIsKnown) {
@@ -206,8 +204,9 @@ QString AIWorkflows::pathTo(const Node& node) {
   const TreeInfo& tree = m_editor.treeInfo();
   QStringList titles{node.title};
   IdSet visited{node.id};
-  for (auto parent = tree.parent(node.id); parent && visited.insert(*parent).second; parent = tree.parent(*parent)) {
-    const auto ancestor = m_editor.nodeByID(*parent);
+  for (auto above = tree.parent(node.id); above && !visited.contains(*above); above = tree.parent(*above)) {
+    visited.insert(*above);
+    const auto ancestor = m_editor.nodeByID(*above);
     if (!ancestor) break;
     titles.prepend(ancestor->title);
   }

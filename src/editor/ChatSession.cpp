@@ -23,7 +23,7 @@ void ChatSession::sendChat(const QString& text) {
   const std::size_t count = std::min(m_chatMessages.size(), messageLimit);
   const std::vector<ChatMessage> messages(m_chatMessages.end() - static_cast<std::ptrdiff_t>(count),
                                           m_chatMessages.end());
-  const Cancellation task;
+  Cancellation task;
   m_chatTask = task;
   m_goingAway.whenCancelled(this, [task]() mutable { task.cancel(); });
   QMetaObject::invokeMethod(

@@ -21,7 +21,7 @@ QFuture<QString> KeyStore::loadKey(const QString& name) {
   QPromise<QString> promise;
   promise.start();
   QFuture<QString> future = promise.future();
-  if (account.key || account.isReadSlow) {
+  if (account.isChosenHere || account.isFound || account.isReadSlow) {
     promise.addResult(account.key.value_or(QString()));
     promise.finish();
     return future;
@@ -39,9 +39,8 @@ void KeyStore::readAnswered(const QString& name, const Answer& answer) {
   account.isReading = account.isReadSlow = false;
   if (!account.isChosenHere) {
     setState(answer.outcome == Outcome::unavailable ? State::thisRunOnly : State::kept);
-    // Who denied once may allow it the next time, so a denial is not kept.
-    const bool isText = answer.outcome == Outcome::done && answer.value.isValidUtf8();
-    if (answer.outcome != Outcome::denied) account.key = isText ? QString::fromUtf8(answer.value) : QString();
+    account.isFound = answer.outcome == Outcome::done;
+    account.key = account.isFound && answer.value.isValidUtf8() ? QString::fromUtf8(answer.value) : QString();
   }
   know(account, account.key.value_or(QString()));
 }

@@ -67,6 +67,7 @@ class KeyStore : public QObject {
   struct Account {
     std::optional<QString> key;
     bool isChosenHere = false;  // by saveKey, so that no later answer of a read holds
+    bool isFound = false;       // what is not found is looked for again: a store may be locked now and open later
     bool isReading = false;
     bool isReadSlow = false;  // beyond the patience: nobody waits for it any more
     bool isWriting = false;

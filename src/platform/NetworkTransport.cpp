@@ -140,15 +140,22 @@ class Exchange final : public QObject {
 
 }  // namespace
 
-NetworkTransport::NetworkTransport(std::optional<QSslConfiguration> tls) : m_tls(std::move(tls)) {
-  m_network.setProxyFactory(new Proxies);
+NetworkTransport::NetworkTransport(std::optional<QSslConfiguration> tls) : m_tls(std::move(tls)) {}
+
+// Replies must not outlive the network.
+NetworkTransport::~NetworkTransport() {
+  for (QObject* exchange : QObjectList(children())) delete exchange;
 }
 
 QFuture<HttpReply> NetworkTransport::send(const HttpRequest& request) {
   if (const QString reason = refusal(request); !reason.isEmpty())
     return QtFuture::makeExceptionalFuture<HttpReply>(
         std::make_exception_ptr(HttpError(HttpError::Kind::notAllowed, reason)));
-  return (new Exchange(m_network, request, m_tls, this))->future();
+  if (!m_network) {
+    m_network = std::make_unique<QNetworkAccessManager>();
+    m_network->setProxyFactory(new Proxies);
+  }
+  return (new Exchange(*m_network, request, m_tls, this))->future();
 }
 
 }  // namespace quilmora

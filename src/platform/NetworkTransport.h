@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 
 #include <QNetworkAccessManager>
@@ -19,11 +20,12 @@ class NetworkTransport final : public QObject, public HttpTransport {
  public:
   // Without a configuration, the desktop's own certificates hold; they are read at the first secure request.
   explicit NetworkTransport(std::optional<QSslConfiguration> tls = std::nullopt);
+  ~NetworkTransport() override;
   QFuture<HttpReply> send(const HttpRequest& request) override;
 
  private:
   std::optional<QSslConfiguration> m_tls;
-  QNetworkAccessManager m_network;
+  std::unique_ptr<QNetworkAccessManager> m_network;  // made when it is first needed
 };
 
 }  // namespace quilmora

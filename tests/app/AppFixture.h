@@ -18,7 +18,10 @@
 #include "platform/Clipboard.h"
 #include "platform/FilePanels.h"
 #include "platform/FileWriter.h"
+#include "platform/HttpTransport.h"
+#include "platform/KeyStore.h"
 #include "platform/Log.h"
+#include "platform/OnDeviceModel.h"
 #include "platform/Scheduler.h"
 #include "platform/SettingsKeys.h"
 #include "platform/SettingsStore.h"
@@ -57,6 +60,9 @@ class AppTest : public ::testing::Test {
             *m_look,
             defaultFolder(),
             [this] { ++m_terminations; },
+            m_keys,
+            m_transport,
+            m_onDeviceModel,
             {[this](const QString& path) { m_desktopList.append(path); }, [this] { m_desktopList.clear(); }}};
   }
   MainWindow& window() { return m_application->window(); }
@@ -84,6 +90,9 @@ class AppTest : public ::testing::Test {
   MemoryClipboard m_clipboard;
   RecordedAlerts m_alerts;
   FixedDesktopAppearance m_desktop;
+  MemoryKeyStore m_keys;
+  MemoryHttpTransport m_transport;
+  MemoryOnDeviceModel m_onDeviceModel;
   std::unique_ptr<Look> m_look;
   int m_terminations = 0;
   QStringList m_desktopList;

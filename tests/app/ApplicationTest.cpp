@@ -227,6 +227,13 @@ TEST_F(ApplicationTest, ACommandActsInEveryWindow) {
   EXPECT_EQ(second.editor().mindMap().nodes.size(), 2U);
 }
 
+TEST_F(ApplicationTest, KeysLeaveTheSettingsForTheKeyStoreAtStart) {
+  m_settings.setText(QStringLiteral("ai_claude_key"), QStringLiteral("sk-old"));
+  start();
+  EXPECT_EQ(m_settings.text(QStringLiteral("ai_claude_key")), std::nullopt);
+  EXPECT_EQ(m_keys.items, (std::map<QString, QByteArray>{{QStringLiteral("ai_claude_key"), "sk-old"}}));
+}
+
 TEST(CommandLine, EveryArgumentIsADocument) {
   const QString here = QDir::currentPath();
   EXPECT_EQ(documentsOf({QStringLiteral("trip.mindmap"), QStringLiteral("/tmp/../etc/a b.json"),

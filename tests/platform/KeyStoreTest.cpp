@@ -70,14 +70,25 @@ TEST(KeyStore, WhereNothingIsToBeHadAKeyIsKeptForThisRunAndThatIsTold) {
   EXPECT_EQ(store.note(), QString());
 }
 
-TEST(KeyStore, WhoDeniesIsAskedAgainTheNextTime) {
+TEST(KeyStore, WhoDeniesOrHasNothingIsAskedAgainTheNextTime) {
   MemoryKeyStore store;
   store.items[claudeKey] = "sk-1";
   store.denies = true;
   EXPECT_EQ(loaded(store, claudeKey), QString());
-  EXPECT_EQ(store.knownKey(claudeKey), std::nullopt);
+  EXPECT_EQ(store.knownKey(claudeKey), QString());
   store.denies = false;
   EXPECT_EQ(loaded(store, claudeKey), QStringLiteral("sk-1"));
+}
+
+TEST(KeyStore, AStoreThatComesLateIsFound) {
+  MemoryKeyStore store;
+  store.isAvailable = false;
+  EXPECT_EQ(loaded(store, claudeKey), QString());
+  store.isAvailable = true;
+  EXPECT_EQ(loaded(store, claudeKey), QString());
+  store.items[claudeKey] = "sk-1";
+  EXPECT_EQ(loaded(store, claudeKey), QStringLiteral("sk-1"));
+  EXPECT_EQ(store.state(), KeyStore::State::kept);
 }
 
 TEST(KeyStore, AStoreThatHangsEndsNobodysPatienceTwice) {
