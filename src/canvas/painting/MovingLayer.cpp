@@ -24,11 +24,6 @@ constexpr std::size_t maxRestingCount = 300;
 constexpr std::size_t minPictureCount = 40;
 constexpr int pictureMargin = 160;
 
-const std::vector<char>& hiddenNodes(const MapScene& scene) {
-  static const std::vector<char> none;
-  return scene.hiddenNodes ? *scene.hiddenNodes : none;
-}
-
 QColor withOpacity(QColor color, double opacity) {
   color.setAlphaF(static_cast<float>(opacity));
   return color;
@@ -37,8 +32,8 @@ QColor withOpacity(QColor color, double opacity) {
 }  // namespace
 
 bool MovingLayer::isNeeded(const MapScene& scene) {
-  return (!scene.nodeDragTranslation.isNull() && scene.selectedNodeIDs && !scene.selectedNodeIDs->empty()) ||
-         scene.connectionDrag || scene.draggedHandle;
+  return (scene.isDragging() && !scene.selectedNodeIDs.empty()) || scene.shown.connectionDrag() ||
+         scene.shown.draggedHandle;
 }
 
 void MovingLayer::paint() {
@@ -48,16 +43,16 @@ void MovingLayer::paint() {
   m_marks.assign(static_cast<std::size_t>(m_columns) * static_cast<std::size_t>(m_rows), 0);
   paintRelationships();
   paintPreviews();
-  if (m_context.scene.connectionDrag) paintConnection();
+  if (m_context.scene.shown.connectionDrag()) paintConnection();
   paintRestingNodes();
   paintDraggedNodes();
-  if (m_context.scene.connectionDrag) paintMovedConnectionHandle();
+  if (m_context.scene.shown.connectionDrag()) paintMovedConnectionHandle();
   paintHandles();
 }
 
 void MovingLayer::paintRelationships() {
   if (!m_context.isDragging()) return;
-  for (const Relationship& relationship : m_context.scene.map->relationships) {
+  for (const Relationship& relationship : m_context.scene.map.relationships) {
     const auto from = m_context.shownNode(relationship.from);
     const auto to = m_context.shownNode(relationship.to);
     if (from && to && (m_context.isNodeDragged(*from) || m_context.isNodeDragged(*to)))
@@ -67,7 +62,7 @@ void MovingLayer::paintRelationships() {
 
 void MovingLayer::paintPreviews() {
   if (!m_context.isDragging()) return;
-  const MapIndex& index = *m_context.scene.index;
+  const MapIndex& index = m_context.scene.index;
   const auto& sketches = m_context.sketch.edges();
   struct Preview {
     QLineF line;
@@ -111,9 +106,10 @@ void MovingLayer::paintConnection() {
 // The handle from which the connection comes moves along with the pointer.
 void MovingLayer::paintMovedConnectionHandle() {
   const MapScene& scene = m_context.scene;
-  const auto source = m_context.shownNode(scene.connectionDrag->sourceID);
-  if (!source || !m_context.isNodeSelected(scene.index->numberOfNode()[*source])) return;
-  const QPointF center = scene.connectionDrag->end;
+  const auto drag = scene.shown.connectionDrag();
+  const auto source = m_context.shownNode(drag->sourceID);
+  if (!source || !m_context.isNodeSelected(scene.index.numberOfNode()[*source])) return;
+  const QPointF center = drag->end;
   if (!m_context.drawable.contains(center)) return;
   paintHandle(m_painter, center,
               {HandleMetrics::connectionHandleDiameter, m_context.colors.selection, Qt::transparent, 0.0,
@@ -122,16 +118,17 @@ void MovingLayer::paintMovedConnectionHandle() {
 
 void MovingLayer::paintHandles() {
   const MapScene& scene = m_context.scene;
-  if (scene.draggedHandle && scene.draggedHandle->kind == MapScene::HandleKind::relationshipBend) {
-    for (const Relationship& relationship : scene.map->relationships)
-      if (relationship.id == scene.draggedHandle->ownerID)
+  if (scene.shown.draggedHandle && scene.shown.draggedHandle->kind == ShownGestures::HandleKind::relationshipBend) {
+    for (const Relationship& relationship : scene.map.relationships)
+      if (relationship.id == scene.shown.draggedHandle->ownerID)
         paintRelationshipHandles(m_painter, m_context, relationship, HandleState::dragged);
     return;
   }
-  if (!scene.draggedHandle) return;
+  if (!scene.shown.draggedHandle) return;
   const auto& sketches = m_context.sketch.edges();
   for (std::size_t i = 0; i < sketches.size(); ++i)
-    if (sketches[i].id == scene.draggedHandle->ownerID) paintEdgeHandles(m_painter, m_context, i, HandleState::dragged);
+    if (sketches[i].id == scene.shown.draggedHandle->ownerID)
+      paintEdgeHandles(m_painter, m_context, i, HandleState::dragged);
 }
 
 void MovingLayer::mark(QPointF from, QPointF to, double reach) {
@@ -169,7 +166,7 @@ bool MovingLayer::isMarked(const QRectF& rect) const {
 void MovingLayer::paintRestingNodes() {
   if (!m_hasMarks) return;
   const MapScene& scene = m_context.scene;
-  const auto& positions = scene.index->positions();
+  const auto& positions = scene.index.positions();
   const auto& sketches = m_context.sketch.nodes();
   // The picture below has the shadows of topics at rest already.
   NodeLayer resting(m_painter, m_context, NodeLayer::Shadows::none);
@@ -180,7 +177,7 @@ void MovingLayer::paintRestingNodes() {
                      2 * half.height());
     if (!box.intersects(m_context.exposed) || m_context.isNodeDragged(i) || !isMarked(box)) continue;
     // What shines through would do so twice.
-    if (scene.nodeOpacity && scene.nodeOpacity(scene.map->nodes[i]) < 1.0) continue;
+    if (scene.nodeOpacity && scene.nodeOpacity(scene.map.nodes[i]) < 1.0) continue;
     resting.collect(i);
     ++count;
   }
@@ -191,7 +188,7 @@ void MovingLayer::paintRestingNodes() {
 void MovingLayer::paintDraggedNodes() {
   if (!m_context.isDragging()) return;
   std::vector<std::size_t> dragged;
-  const std::size_t count = std::min(m_context.scene.index->positions().size(), m_context.sketch.nodes().size());
+  const std::size_t count = std::min(m_context.scene.index.positions().size(), m_context.sketch.nodes().size());
   for (std::size_t i = 0; i < count; ++i)
     if (m_context.isNodeDragged(i)) dragged.push_back(i);
   if (dragged.size() >= minPictureCount && m_context.standsUpright) return paintAsPicture(dragged);
@@ -204,13 +201,13 @@ void MovingLayer::paintDraggedNodes() {
 void MovingLayer::paintAsPicture(const std::vector<std::size_t>& dragged) {
   const MapScene& scene = m_context.scene;
   const auto shift = [&] {
-    const QPointF way = (scene.nodeDragTranslation - m_kept.translation) * m_context.scale;
+    const QPointF way = (scene.shown.nodeDragTranslation - m_kept.translation) * m_context.scale;
     return QPoint(static_cast<int>(std::lround(way.x())), static_cast<int>(std::lround(way.y())));
   };
   const QRect shown = m_context.toDevice.mapRect(m_context.exposed).toAlignedRect();
   const bool isKept = !m_kept.image.isNull() && m_kept.toDevice == m_context.toDevice &&
-                      m_kept.nodes.sharesStorageWith(scene.map->nodes) && m_kept.opacityRule == scene.opacityRule &&
-                      m_kept.isSelected == m_context.isSelected && m_kept.isHidden == hiddenNodes(scene) &&
+                      m_kept.nodes.sharesStorageWith(scene.map.nodes) && m_kept.opacityRule == scene.opacityRule &&
+                      m_kept.isSelected == m_context.isSelected && *m_kept.isHidden == *scene.hiddenNodes &&
                       std::max(std::abs(shift().x()), std::abs(shift().y())) <= pictureMargin &&
                       QRect(m_kept.origin + shift(), m_kept.image.size()).contains(shown);
   if (!isKept) renderPicture(dragged, shown.adjusted(-pictureMargin, -pictureMargin, pictureMargin, pictureMargin));
@@ -223,11 +220,11 @@ void MovingLayer::paintAsPicture(const std::vector<std::size_t>& dragged) {
 void MovingLayer::renderPicture(const std::vector<std::size_t>& dragged, const QRect& pixels) {
   m_kept = {QImage(pixels.size(), QImage::Format_ARGB32_Premultiplied),
             pixels.topLeft(),
-            m_context.scene.nodeDragTranslation,
+            m_context.scene.shown.nodeDragTranslation,
             m_context.toDevice,
-            m_context.scene.map->nodes,
+            m_context.scene.map.nodes,
             m_context.isSelected,
-            hiddenNodes(m_context.scene),
+            m_context.scene.hiddenNodes,
             m_context.scene.opacityRule};
   m_kept.image.fill(Qt::transparent);
   QPainter painter(&m_kept.image);

@@ -18,7 +18,7 @@ struct DraggedPicture {
   QTransform toDevice;
   SharedArray<Node> nodes;
   std::vector<char> isSelected;
-  std::vector<char> isHidden;  // by position in `nodes`
+  SharedValue<std::vector<char>> isHidden;  // by position in `nodes`
   int opacityRule = 0;
 };
 
