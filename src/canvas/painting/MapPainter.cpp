@@ -86,7 +86,7 @@ PaintOptions PaintOptions::forExport() {
 MapPainter::MapPainter()
     : m_sketch(std::make_shared<SceneSketch>()),
       m_pictures(std::make_unique<PictureStore>()),
-      m_dragged(std::make_unique<DraggedPicture>()) {}
+      m_moving(std::make_unique<MovingStore>()) {}
 
 MapPainter::~MapPainter() = default;
 
@@ -168,12 +168,12 @@ void MapPainter::paint(QPainter& painter, const MapScene& scene, const PaintOpti
 
 void MapPainter::paintMoving(QPainter& painter, const MapScene& scene, const PaintOptions& options) {
   if (!hasSense(scene) || !options.selection || !MovingLayer::isNeeded(scene)) {
-    *m_dragged = {};
+    *m_moving = {};
     return;
   }
   const std::vector<char> isSelected = selectedNumbers(scene);
   const Session session(*this, painter, scene, options, isSelected);
-  MovingLayer(painter, session.context, *m_dragged).paint();
+  MovingLayer(painter, session.context, *m_moving).paint();
 }
 
 PaintSteps MapPainter::makePlan(ScenePlan& plan, MapScene scene, PaintOptions options) {

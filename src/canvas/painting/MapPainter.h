@@ -13,7 +13,7 @@ namespace quilmora {
 
 class CoverageGrid;
 class SceneSketch;
-struct DraggedPicture;
+struct MovingStore;
 struct PaintContext;
 struct PictureStore;
 
@@ -59,7 +59,7 @@ class MapPainter {
   NodeMeasurer m_measurer;
   std::shared_ptr<SceneSketch> m_sketch;  // paintings under way have it, too
   std::unique_ptr<PictureStore> m_pictures;
-  std::unique_ptr<DraggedPicture> m_dragged;
+  std::unique_ptr<MovingStore> m_moving;
 };
 
 // Draws a map once, keeping nothing.

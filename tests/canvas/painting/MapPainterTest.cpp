@@ -468,6 +468,7 @@ TEST(MapPainter, FindsTheTopmostTopicUnderAPoint) {
   EXPECT_EQ(painted.painter.nodeAt(painted.scene, QPointF(5, 0)), 1u);
   EXPECT_EQ(painted.painter.nodeAt(painted.scene, QPointF(0, 100)), std::nullopt);
   painted.hidden = {0, 1};
+  painted.refresh();
   EXPECT_EQ(painted.painter.nodeAt(painted.scene, QPointF(5, 0)), 0u);
 }
 
