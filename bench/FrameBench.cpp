@@ -22,7 +22,6 @@ struct FrameScene {
   MindMap map;
   MapIndex index;
   TreeInfo tree;
-  std::vector<char> hidden;
   QRectF bounds;
   MapPainter painter;
 
@@ -33,7 +32,6 @@ struct FrameScene {
     }
     index = MapIndex(map.nodes, map.edges);
     tree = TreeInfo(index);
-    hidden.assign(map.nodes.size(), 0);
     QPointF low = index.positions().front();
     QPointF high = low;
     for (QPointF position : index.positions()) {
@@ -68,10 +66,9 @@ void frame(benchmark::State& state, MindMap::Layout layout, double wantedZoom) {
   QImage image(screen, QImage::Format_ARGB32_Premultiplied);
   QPainter painter(&image);
   MapScene picture;
-  picture.map = &scene.map;
-  picture.index = &scene.index;
-  picture.tree = &scene.tree;
-  picture.hiddenNodes = &scene.hidden;
+  picture.map = scene.map;
+  picture.index = scene.index;
+  picture.tree = scene.tree;
   picture.exposed = QRectF(QPointF(0, 0), QSizeF(screen));
   picture.view.zoom = zoom;
   const QPointF middle(screen.width() / 2.0, screen.height() / 2.0);

@@ -25,7 +25,9 @@ class EditorNavigation : public EditorState {
   void selectAll();
   std::optional<QUuid> firstSelectedNode() const;
   void toggleCollapsed(const QUuid& id);
-  double nodeOpacity(const Node& node);
+  // How opaque the lens lets a topic be, from 0 to 1.
+  double nodeOpacity(const Node& node) { return opacityUnder(activeLens(), node, treeInfo()); }
+  static double opacityUnder(FocusLens lens, const Node& node, const TreeInfo& tree);
   // Clamps to 0.1 to 5.0 and keeps the canvas point under the anchor (view coordinates) in place.
   void zoomAt(double zoom, double anchorX, double anchorY);
   void centerOn(const QUuid& id, double width, double height, bool useLastKnownSize);

@@ -64,8 +64,9 @@ const std::vector<char>& EditorState::hiddenNumbers() {
   if (!m_hiddenStale) return m_hiddenNumbers;
   m_hiddenNumbers = edits::hiddenNumbers(tree, m_collapsedNodeIDs);
   const auto& numberOfNode = m_index.numberOfNode();
-  m_hiddenNodes.resize(numberOfNode.size());
-  for (std::size_t i = 0; i < numberOfNode.size(); ++i) m_hiddenNodes[i] = m_hiddenNumbers[numberOfNode[i]];
+  std::vector<char> hiddenNodes(numberOfNode.size());
+  for (std::size_t i = 0; i < numberOfNode.size(); ++i) hiddenNodes[i] = m_hiddenNumbers[numberOfNode[i]];
+  m_hiddenNodes = SharedValue(std::move(hiddenNodes));
   m_hiddenStale = false;
   return m_hiddenNumbers;
 }
@@ -76,7 +77,7 @@ bool EditorState::isHidden(const QUuid& id) {
   return number < hidden.size() && hidden[number];
 }
 
-const std::vector<char>& EditorState::hiddenNodes() {
+const SharedValue<std::vector<char>>& EditorState::sharedHiddenNodes() {
   hiddenNumbers();
   return m_hiddenNodes;
 }

@@ -11,6 +11,7 @@
 #include "model/IdSet.h"
 #include "model/MapIndex.h"
 #include "model/MindMap.h"
+#include "model/SharedValue.h"
 #include "model/TreeInfo.h"
 
 namespace quilmora {
@@ -44,7 +45,8 @@ class EditorState : public QObject {
   // Whether a strict ancestor is collapsed. Ends at the first repetition when parent links form a cycle.
   bool isHidden(const QUuid& id);
   // By ordinal in `nodes`: 1 where isHidden holds. Kept until the map or the collapsed set changes.
-  const std::vector<char>& hiddenNodes();
+  const std::vector<char>& hiddenNodes() { return *sharedHiddenNodes(); }
+  const SharedValue<std::vector<char>>& sharedHiddenNodes();
   // Depth ÷ maxDepth by which a topic is sized, or nothing when the map has only roots.
   std::optional<double> depthFraction(const QUuid& id);
   // Changes wait to be written.
@@ -188,9 +190,9 @@ class EditorState : public QObject {
   quint64 m_treeGeneration = 0;
   MapIndex m_index;
   bool m_indexStale = true;
-  std::optional<TreeInfo> m_treeInfo;  // of the structure as last indexed
-  std::vector<char> m_hiddenNumbers;   // by number of the index
-  std::vector<char> m_hiddenNodes;     // by ordinal in `nodes`
+  std::optional<TreeInfo> m_treeInfo;            // of the structure as last indexed
+  std::vector<char> m_hiddenNumbers;             // by number of the index
+  SharedValue<std::vector<char>> m_hiddenNodes;  // by ordinal in `nodes`
   bool m_hiddenStale = true;
 };
 

@@ -37,7 +37,7 @@ void MindMapViewModel::moveRegion(const QUuid& id, QPointF translation) {
 }
 
 void MindMapViewModel::resizeRegion(const QUuid& id, QSizeF delta) {
-  editRegion(id, false, [&](Region& region) { region.rect.setSize(edits::regionSize(region.rect.size() + delta)); });
+  editRegion(id, false, [&](Region& region) { region.rect.setSize(regionSize(region.rect.size() + delta)); });
 }
 
 void MindMapViewModel::setRegionLabel(const QUuid& id, const QString& label) {

@@ -53,8 +53,8 @@ void EditorNavigation::toggleCollapsed(const QUuid& id) {
   setCollapsedNodeIDs(std::move(collapsed));
 }
 
-double EditorNavigation::nodeOpacity(const Node& node) {
-  switch (activeLens()) {
+double EditorNavigation::opacityUnder(FocusLens lens, const Node& node, const TreeInfo& tree) {
+  switch (lens) {
     case FocusLens::none:
       return 1.0;
     case FocusLens::priority:
@@ -62,7 +62,7 @@ double EditorNavigation::nodeOpacity(const Node& node) {
     case FocusLens::progress:
       return node.badge == Badge::done || node.badge == Badge::inProgress || node.badge == Badge::blocked ? 1.0 : 0.25;
     case FocusLens::depth:
-      return std::max(1.0 - treeInfo().depth(node.id).value_or(0) * 0.2, 0.2);
+      return std::max(1.0 - tree.depth(node.id).value_or(0) * 0.2, 0.2);
   }
   Q_UNREACHABLE();
 }

@@ -132,16 +132,14 @@ std::optional<PictureScene::Range> PictureScene::columnsOfEdge(std::size_t edge,
 
 void PictureScene::paint(MapPainter& painter, QImage& image, QPoint origin, const Content& content) const {
   MapScene scene;
-  scene.map = &m_map;
-  scene.index = &m_index;
-  scene.tree = &m_tree;
+  scene.map = m_map;
+  scene.index = m_index;
+  scene.tree = m_tree;
   scene.view = {-m_origin * scale, scale};
   scene.exposed = QRectF(origin, image.size());
   scene.pixelOrigin = origin;
-  scene.nodesInSight = &content.nodes;
-  scene.edgesInSight = &content.edges;
   QPainter onImage(&image);
-  painter.paint(onImage, scene, PaintOptions::forExport());
+  painter.paint(onImage, scene, PaintOptions::forExport(), &content);
 }
 
 }  // namespace quilmora

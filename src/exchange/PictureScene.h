@@ -34,12 +34,7 @@ std::optional<PictureSize> pictureSize(const QRectF& bounds);
 class PictureScene {
  public:
   // Positions of what a part of the picture may show, in `nodes` and `edges`, in ascending order.
-  struct Content {
-    std::vector<std::uint32_t> nodes;
-    std::vector<std::uint32_t> edges;
-
-    bool isEmpty() const { return nodes.empty() && edges.empty(); }
-  };
+  using Content = ScenePlan::Part;
   // Pixels of the picture.
   struct Range {
     std::int64_t first;

@@ -3,10 +3,12 @@
 #include <initializer_list>
 
 #include "model/IdTable.h"
+#include "model/SharedValue.h"
 
 namespace quilmora {
 
-// A set of ids, compared as a set. Iterates in the order of insertion as long as nothing is removed.
+// A set of ids, compared as a set. Iterates in the order of insertion as long as nothing is removed. Copies share the
+// ids until one of them changes.
 class IdSet {
  public:
   IdSet() = default;
@@ -14,17 +16,20 @@ class IdSet {
     for (const QUuid& id : ids) insert(id);
   }
 
-  void insert(const QUuid& id) { m_table.insert(id); }
-  bool remove(const QUuid& id) { return m_table.erase(id); }
-  bool contains(const QUuid& id) const { return m_table.contains(id); }
-  std::size_t size() const { return m_table.size(); }
-  bool empty() const { return m_table.empty(); }
-  void clear() { m_table.clear(); }
-  void reserve(std::size_t count) { m_table.reserve(count); }
-  auto begin() const { return m_table.ids().begin(); }
-  auto end() const { return m_table.ids().end(); }
+  void insert(const QUuid& id) { m_table.write().insert(id); }
+  bool remove(const QUuid& id) { return contains(id) && m_table.write().erase(id); }
+  bool contains(const QUuid& id) const { return m_table->contains(id); }
+  std::size_t size() const { return m_table->size(); }
+  bool empty() const { return m_table->empty(); }
+  void clear() { m_table = {}; }
+  void reserve(std::size_t count) { m_table.write().reserve(count); }
+  auto begin() const { return m_table->ids().begin(); }
+  auto end() const { return m_table->ids().end(); }
 
+  // Whether no look at the ids is needed to tell that the sets are equal.
+  bool sharesStorageWith(const IdSet& other) const { return m_table.sharesStorageWith(other.m_table); }
   bool operator==(const IdSet& other) const {
+    if (sharesStorageWith(other)) return true;
     if (size() != other.size()) return false;
     for (const QUuid& id : *this)
       if (!other.contains(id)) return false;
@@ -32,7 +37,7 @@ class IdSet {
   }
 
  private:
-  IdTable m_table;
+  SharedValue<IdTable> m_table;
 };
 
 }  // namespace quilmora

@@ -59,7 +59,7 @@ bool isSameRange(const std::vector<std::uint32_t>& values, std::size_t start, st
 
 MapIndex::Change MapIndex::update(const SharedArray<Node>& nodes, const SharedArray<Edge>& edges) {
   // Ids that left the map keep their numbers; once they outweigh the living ones the table starts afresh.
-  const bool startsAfresh = numberCount() > 2 * (nodes.size() + edges.size()) + 1024;
+  const bool startsAfresh = m_ids->size() > 2 * (nodes.size() + edges.size()) + 1024;
   if (startsAfresh) *this = MapIndex();
   Change change;
   change.structure = updateNodes(nodes, change.positions);
@@ -67,13 +67,13 @@ MapIndex::Change MapIndex::update(const SharedArray<Node>& nodes, const SharedAr
   // Numbers given before are void now, also where the map became empty and the fresh index has nothing to take in.
   change.structure |= startsAfresh;
   change.positions |= startsAfresh;
-  if (m_nodeOfNumber.size() < numberCount()) m_nodeOfNumber.resize(numberCount(), npos);
+  if (numberCount() < m_ids->size()) m_nodeOfNumber.write().resize(m_ids->size(), npos);
   return change;
 }
 
 std::uint32_t MapIndex::find(const QUuid& id) const {
   const std::uint32_t number = m_ids->find(id);
-  return number == npos ? npos : m_nodeOfNumber[number];
+  return number < numberCount() ? (*m_nodeOfNumber)[number] : npos;
 }
 
 // Most changed records keep their ids: the number that stood in the same place spares the search.
@@ -87,6 +87,7 @@ bool MapIndex::updateNodes(const SharedArray<Node>& nodes, bool& positionsChange
   if (nodes.sharesStorageWith(m_nodes)) return false;
   const Difference difference = differenceOf(m_nodes, nodes);
   const std::size_t count = difference.newEnd - difference.oldStart;
+  const std::vector<std::uint32_t>& numbersBefore = *m_numberOfNode;
   std::vector<std::uint32_t> numbers;
   std::vector<QPointF> positions;
   numbers.reserve(count);
@@ -95,37 +96,34 @@ bool MapIndex::updateNodes(const SharedArray<Node>& nodes, bool& positionsChange
   for (std::size_t k = difference.firstBlock; k < difference.newEndBlock; ++k)
     for (const Node& node : nodes.block(k)) {
       const std::size_t place = difference.oldStart + numbers.size();
-      numbers.push_back(numberOf(node.id, place < m_numberOfNode.size() ? m_numberOfNode[place] : npos));
+      numbers.push_back(numberOf(node.id, place < numbersBefore.size() ? numbersBefore[place] : npos));
       positions.push_back(node.position);
     }
-  const bool sameStructure = isSameRange(m_numberOfNode, difference.oldStart, difference.oldEnd, numbers);
+  const bool sameStructure = isSameRange(numbersBefore, difference.oldStart, difference.oldEnd, numbers);
   // QPointF compares loosely; here a point is the same only to the bit.
   const bool samePositions =
-      sameStructure && std::equal(positions.begin(), positions.end(), m_positions.begin() + difference.oldStart,
+      sameStructure && std::equal(positions.begin(), positions.end(), m_positions->begin() + difference.oldStart,
                                   [](QPointF a, QPointF b) { return a.x() == b.x() && a.y() == b.y(); });
-  if (!samePositions) splice(m_positions, difference.oldStart, difference.oldEnd, positions);
+  if (!samePositions) splice(m_positions.write(), difference.oldStart, difference.oldEnd, positions);
   positionsChanged = !samePositions;
   if (!sameStructure) {
-    const bool isAppend =
-        difference.oldEnd == m_numberOfNode.size() && numbers.size() >= difference.oldEnd - difference.oldStart &&
-        std::equal(m_numberOfNode.begin() + difference.oldStart, m_numberOfNode.end(), numbers.begin());
-    const std::size_t countBefore = m_numberOfNode.size();
-    splice(m_numberOfNode, difference.oldStart, difference.oldEnd, numbers);
-    m_nodeOfNumber.resize(numberCount(), npos);
-    if (isAppend)
-      for (std::size_t i = countBefore; i < m_numberOfNode.size(); ++i)
-        m_nodeOfNumber[m_numberOfNode[i]] = static_cast<std::uint32_t>(i);
-    else
-      renumber();
+    const std::size_t countBefore = numbersBefore.size();
+    const bool isAppend = difference.oldEnd == countBefore && numbers.size() >= countBefore - difference.oldStart &&
+                          std::equal(numbersBefore.begin() + difference.oldStart, numbersBefore.end(), numbers.begin());
+    splice(m_numberOfNode.write(), difference.oldStart, difference.oldEnd, numbers);
+    renumber(isAppend ? countBefore : 0);
   }
   m_nodes = nodes;
   return !sameStructure;
 }
 
-void MapIndex::renumber() {
-  std::fill(m_nodeOfNumber.begin(), m_nodeOfNumber.end(), npos);
-  for (std::size_t i = 0; i < m_numberOfNode.size(); ++i)
-    m_nodeOfNumber[m_numberOfNode[i]] = static_cast<std::uint32_t>(i);
+void MapIndex::renumber(std::size_t first) {
+  std::vector<std::uint32_t>& nodeOfNumber = m_nodeOfNumber.write();
+  if (first == 0) nodeOfNumber.clear();
+  nodeOfNumber.resize(m_ids->size(), npos);
+  const std::vector<std::uint32_t>& numberOfNode = *m_numberOfNode;
+  for (std::size_t i = first; i < numberOfNode.size(); ++i)
+    nodeOfNumber[numberOfNode[i]] = static_cast<std::uint32_t>(i);
 }
 
 bool MapIndex::updateEdges(const SharedArray<Edge>& edges) {
@@ -138,15 +136,15 @@ bool MapIndex::updateEdges(const SharedArray<Edge>& edges) {
   for (std::size_t k = difference.firstBlock; k < difference.newEndBlock; ++k)
     for (const Edge& edge : edges.block(k)) {
       const std::size_t place = difference.oldStart + from.size();
-      const bool hadOne = place < m_edgeFrom.size();
-      from.push_back(numberOf(edge.from, hadOne ? m_edgeFrom[place] : npos));
-      to.push_back(numberOf(edge.to, hadOne ? m_edgeTo[place] : npos));
+      const bool hadOne = place < m_edgeFrom->size();
+      from.push_back(numberOf(edge.from, hadOne ? (*m_edgeFrom)[place] : npos));
+      to.push_back(numberOf(edge.to, hadOne ? (*m_edgeTo)[place] : npos));
     }
-  const bool isSame = isSameRange(m_edgeFrom, difference.oldStart, difference.oldEnd, from) &&
-                      isSameRange(m_edgeTo, difference.oldStart, difference.oldEnd, to);
+  const bool isSame = isSameRange(*m_edgeFrom, difference.oldStart, difference.oldEnd, from) &&
+                      isSameRange(*m_edgeTo, difference.oldStart, difference.oldEnd, to);
   if (!isSame) {
-    splice(m_edgeFrom, difference.oldStart, difference.oldEnd, from);
-    splice(m_edgeTo, difference.oldStart, difference.oldEnd, to);
+    splice(m_edgeFrom.write(), difference.oldStart, difference.oldEnd, from);
+    splice(m_edgeTo.write(), difference.oldStart, difference.oldEnd, to);
   }
   m_edges = edges;
   return !isSame;

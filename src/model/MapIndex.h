@@ -6,11 +6,13 @@
 
 #include "model/IdTable.h"
 #include "model/MindMap.h"
+#include "model/SharedValue.h"
 
 namespace quilmora {
 
 // Flat arrays over a map's topics and edges, for everything that walks the map: ids become dense numbers, also those
-// that only an edge names. update() looks only into the blocks that changed since the last call.
+// that only an edge names. update() looks only into the blocks that changed since the last call. Copies share the
+// arrays until one of them is updated.
 class MapIndex {
  public:
   static constexpr std::uint32_t npos = IdTable::npos;
@@ -35,24 +37,32 @@ class MapIndex {
   // The same for topics that were moved too; `positions` are theirs, by position in `nodes`.
   void adopt(const SharedArray<Node>& nodes, std::vector<QPointF> positions) {
     m_nodes = nodes;
-    m_positions = std::move(positions);
+    m_positions = SharedValue(std::move(positions));
   }
 
   // Shared with those who keep it. Later updates only add to it, so that numbers once given stay; a reader who made
   // arrays by number treats a higher number as unknown.
   const std::shared_ptr<IdTable>& ids() const { return m_ids; }
-  std::uint32_t numberCount() const { return m_ids->size(); }
+  // Of the numbers that this index knows; the ids may have more by later updates of a copy.
+  std::uint32_t numberCount() const { return static_cast<std::uint32_t>(m_nodeOfNumber->size()); }
+  // Whether the other one holds the same arrays, told without looking into them.
+  bool sharesStorageWith(const MapIndex& other) const {
+    return m_ids == other.m_ids && m_positions.sharesStorageWith(other.m_positions) &&
+           m_numberOfNode.sharesStorageWith(other.m_numberOfNode) &&
+           m_nodeOfNumber.sharesStorageWith(other.m_nodeOfNumber) && m_edgeFrom.sharesStorageWith(other.m_edgeFrom) &&
+           m_edgeTo.sharesStorageWith(other.m_edgeTo);
+  }
 
   // By position in `nodes`.
-  const std::vector<std::uint32_t>& numberOfNode() const { return m_numberOfNode; }
-  const std::vector<QPointF>& positions() const { return m_positions; }
+  const std::vector<std::uint32_t>& numberOfNode() const { return *m_numberOfNode; }
+  const std::vector<QPointF>& positions() const { return *m_positions; }
 
   // By number: the last position in `nodes` with this id, or npos for an id that names no topic.
-  const std::vector<std::uint32_t>& nodeOfNumber() const { return m_nodeOfNumber; }
+  const std::vector<std::uint32_t>& nodeOfNumber() const { return *m_nodeOfNumber; }
 
   // By position in `edges`: numbers of the two ends.
-  const std::vector<std::uint32_t>& edgeFrom() const { return m_edgeFrom; }
-  const std::vector<std::uint32_t>& edgeTo() const { return m_edgeTo; }
+  const std::vector<std::uint32_t>& edgeFrom() const { return *m_edgeFrom; }
+  const std::vector<std::uint32_t>& edgeTo() const { return *m_edgeTo; }
 
   // Position in `nodes`, or npos.
   std::uint32_t find(const QUuid& id) const;
@@ -61,16 +71,17 @@ class MapIndex {
   bool updateNodes(const SharedArray<Node>& nodes, bool& positionsChanged);
   bool updateEdges(const SharedArray<Edge>& edges);
   std::uint32_t numberOf(const QUuid& id, std::uint32_t likely);
-  void renumber();
+  // Of the topics from this position on; of all it starts afresh.
+  void renumber(std::size_t first);
 
   SharedArray<Node> m_nodes;
   SharedArray<Edge> m_edges;
   std::shared_ptr<IdTable> m_ids;
-  std::vector<std::uint32_t> m_numberOfNode;
-  std::vector<QPointF> m_positions;
-  std::vector<std::uint32_t> m_nodeOfNumber;
-  std::vector<std::uint32_t> m_edgeFrom;
-  std::vector<std::uint32_t> m_edgeTo;
+  SharedValue<std::vector<std::uint32_t>> m_numberOfNode;
+  SharedValue<std::vector<QPointF>> m_positions;
+  SharedValue<std::vector<std::uint32_t>> m_nodeOfNumber;
+  SharedValue<std::vector<std::uint32_t>> m_edgeFrom;
+  SharedValue<std::vector<std::uint32_t>> m_edgeTo;
 };
 
 // Children of every number in the order of the edges, in one flat list.

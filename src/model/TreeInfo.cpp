@@ -4,7 +4,10 @@
 
 namespace quilmora {
 
-TreeInfo::TreeInfo() : TreeInfo(MapIndex()) {}
+TreeInfo::TreeInfo() {
+  static const TreeInfo ofNothing{MapIndex()};
+  *this = ofNothing;
+}
 
 TreeInfo::TreeInfo(const MapIndex& index) {
   auto data = std::make_shared<Data>();

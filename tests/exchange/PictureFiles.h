@@ -72,13 +72,11 @@ inline QImage pngImage(const QString& path) {
 inline QImage unbandedPicture(const MindMap& map) {
   const QRectF bounds = pictureBounds(map);
   const auto size = pictureSize(bounds);
-  const MapIndex index(map.nodes, map.edges);
-  const TreeInfo tree(index);
   QImage image(static_cast<int>(size->width), static_cast<int>(size->height), QImage::Format_RGB32);
   MapScene scene;
-  scene.map = &map;
-  scene.index = &index;
-  scene.tree = &tree;
+  scene.map = map;
+  scene.index = MapIndex(map.nodes, map.edges);
+  scene.tree = TreeInfo(scene.index);
   scene.view = {-bounds.topLeft() * 2, 2.0};
   scene.exposed = QRectF(image.rect());
   QPainter painter(&image);

@@ -52,7 +52,7 @@ void addPolygon(QPainterPath& path, const std::vector<QPointF>& points) {
 // --- Collecting ---
 
 void EdgeLayer::collect(std::size_t edge) {
-  const MapIndex& index = *m_context.scene.index;
+  const MapIndex& index = m_context.scene.index;
   const std::uint32_t from = index.nodeOfNumber()[index.edgeFrom()[edge]];
   const std::uint32_t to = index.nodeOfNumber()[index.edgeTo()[edge]];
   if (from == MapIndex::npos || to == MapIndex::npos) return;
@@ -70,8 +70,8 @@ void EdgeLayer::collectionEnded() {
 
 EdgeStyle::TaperConfig EdgeLayer::widths(std::size_t edge) const {
   const HierarchicalConfig* sizing = m_context.sizing();
-  if (sizing && sizing->edgeSizing && m_context.scene.tree && m_context.scene.tree->maxDepth() >= 1) {
-    const MapIndex& index = *m_context.scene.index;
+  if (sizing && sizing->edgeSizing && m_context.scene.tree.maxDepth() >= 1) {
+    const MapIndex& index = m_context.scene.index;
     return {edgeWidthAtDepth(m_context.depth(index.edgeFrom()[edge]), *sizing),
             edgeWidthAtDepth(m_context.depth(index.edgeTo()[edge]), *sizing), EdgeStyle::TaperEasing::linear};
   }
@@ -80,8 +80,8 @@ EdgeStyle::TaperConfig EdgeLayer::widths(std::size_t edge) const {
 }
 
 bool EdgeLayer::isEdgeSelected(std::size_t edge) const {
-  const IdSet* selected = m_context.options.selection ? m_context.scene.selectedEdgeIDs : nullptr;
-  return selected && !selected->empty() && selected->contains(m_context.scene.map->edges[edge].id);
+  const IdSet& selected = m_context.scene.selectedEdgeIDs;
+  return m_context.options.selection && !selected.empty() && selected.contains(m_context.scene.map.edges[edge].id);
 }
 
 double EdgeLayer::opacity(std::size_t edge) const {
@@ -103,7 +103,7 @@ bool EdgeLayer::isSeen(const QRectF& piece) const {
 }
 
 void EdgeLayer::collectEdge(std::size_t edge, std::uint32_t from, std::uint32_t to) {
-  const MapIndex& index = *m_context.scene.index;
+  const MapIndex& index = m_context.scene.index;
   const auto& sketch = m_context.sketch.edges()[edge];
   const QPointF a = index.positions()[from];
   const QPointF b = index.positions()[to];
@@ -190,7 +190,7 @@ TaperedConnector EdgeLayer::connectorOf(std::size_t edge, QPointF a, QPointF b) 
 }
 
 TaperedConnector EdgeLayer::connectorOf(std::size_t edge) const {
-  const MapIndex& index = *m_context.scene.index;
+  const MapIndex& index = m_context.scene.index;
   return connectorOf(edge, index.positions()[index.nodeOfNumber()[index.edgeFrom()[edge]]],
                      index.positions()[index.nodeOfNumber()[index.edgeTo()[edge]]]);
 }

@@ -17,7 +17,7 @@ namespace quilmora {
 
 namespace {
 
-using HandleKind = MapScene::HandleKind;
+using HandleKind = ShownGestures::HandleKind;
 
 QColor withOpacity(QColor color, double opacity) {
   color.setAlphaF(static_cast<float>(opacity));
@@ -33,12 +33,12 @@ QPen dashedPen(const QColor& color, double width, double on, double off) {
 }
 
 QPointF dragged(const PaintContext& context, HandleKind kind, const QUuid& ownerID) {
-  const auto& handle = context.scene.draggedHandle;
+  const auto& handle = context.scene.shown.draggedHandle;
   return handle && handle->kind == kind && handle->ownerID == ownerID ? handle->translation : QPointF();
 }
 
 bool isDragged(const PaintContext& context, HandleKind kind, const QUuid& ownerID) {
-  const auto& handle = context.scene.draggedHandle;
+  const auto& handle = context.scene.shown.draggedHandle;
   return handle && handle->kind == kind && handle->ownerID == ownerID;
 }
 
@@ -123,7 +123,7 @@ void paintRelationshipHandles(QPainter& painter, const PaintContext& context, co
 }
 
 void paintEdgeHandles(QPainter& painter, const PaintContext& context, std::size_t edgeIndex, HandleState state) {
-  const Edge& edge = context.scene.map->edges[edgeIndex];
+  const Edge& edge = context.scene.map.edges[edgeIndex];
   const auto from = context.shownNode(edge.from);
   const auto to = context.shownNode(edge.to);
   if (!from || !to) return;
@@ -149,7 +149,7 @@ void paintEdgeHandles(QPainter& painter, const PaintContext& context, std::size_
 }
 
 std::optional<QLineF> connectionLine(const PaintContext& context) {
-  const auto& drag = context.scene.connectionDrag;
+  const auto drag = context.scene.shown.connectionDrag();
   if (!drag) return std::nullopt;
   const auto source = context.shownNode(drag->sourceID);
   if (!source) return std::nullopt;

@@ -34,10 +34,9 @@ constexpr std::uint32_t planStep = 1024;
 PaintContext::Detail detailAt(double scale, const MapScene& scene, const PaintOptions& options) {
   if (!options.levelsOfDetail) return PaintContext::Detail::full;
   double fontScale = 1.0;
-  if (options.depthSizing && scene.map->hierarchical.nodeSizing)
+  if (options.depthSizing && scene.map.hierarchical.nodeSizing)
     fontScale = std::clamp(
-        std::max(scene.map->hierarchical.rootFontSize, scene.map->hierarchical.leafFontSize) / typicalFontSize, 1.0,
-        4.0);
+        std::max(scene.map.hierarchical.rootFontSize, scene.map.hierarchical.leafFontSize) / typicalFontSize, 1.0, 4.0);
   if (scale * typicalBoxHeight * fontScale < minBoxHeight) return PaintContext::Detail::dots;
   if (scale * typicalFontSize * fontScale < minFontSize) return PaintContext::Detail::bars;
   return PaintContext::Detail::full;
@@ -51,19 +50,19 @@ bool isDragged(const PaintContext& context, const Relationship& relationship) {
 }
 
 void paintSelectedRelationship(QPainter& painter, const PaintContext& context) {
-  if (!context.scene.selectedRelationshipID) return;
-  for (const Relationship& relationship : context.scene.map->relationships)
-    if (relationship.id == context.scene.selectedRelationshipID)
+  if (!context.scene.shown.selectedRelationshipID) return;
+  for (const Relationship& relationship : context.scene.map.relationships)
+    if (relationship.id == context.scene.shown.selectedRelationshipID)
       paintRelationshipHandles(painter, context, relationship, HandleState::resting);
 }
 
 std::vector<char> selectedNumbers(const MapScene& scene) {
   std::vector<char> flags;
-  if (!scene.selectedNodeIDs || scene.selectedNodeIDs->empty()) return flags;
-  flags.assign(scene.index->numberCount(), 0);
-  for (const QUuid& id : *scene.selectedNodeIDs) {
-    const std::uint32_t number = scene.index->ids()->find(id);
-    if (number != IdTable::npos) flags[number] = 1;
+  if (scene.selectedNodeIDs.empty()) return flags;
+  flags.assign(scene.index.numberCount(), 0);
+  for (const QUuid& id : scene.selectedNodeIDs) {
+    const std::uint32_t number = scene.index.ids()->find(id);
+    if (number < flags.size()) flags[number] = 1;
   }
   return flags;
 }
@@ -85,21 +84,24 @@ PaintOptions PaintOptions::forExport() {
 }
 
 MapPainter::MapPainter()
-    : m_sketch(std::make_unique<SceneSketch>()),
+    : m_sketch(std::make_shared<SceneSketch>()),
       m_pictures(std::make_unique<PictureStore>()),
-      m_dragged(std::make_unique<DraggedPicture>()) {}
+      m_moving(std::make_unique<MovingStore>()) {}
 
 MapPainter::~MapPainter() = default;
 
 // What one painting needs for as long as it lasts.
 struct MapPainter::Session {
   QPainter& painter;
+  std::shared_ptr<SceneSketch> sketch;
   CoverageGrid coverage;
   PaintContext context;
 
   Session(MapPainter& owner, QPainter& target, const MapScene& scene, const PaintOptions& options,
           const std::vector<char>& isSelected)
-      : painter(target), context(owner.enter(target, scene, options, coverage, isSelected)) {}
+      : painter(target),
+        sketch(owner.sketchOf(scene.map)),
+        context(owner.enter(target, scene, options, *sketch, coverage, isSelected)) {}
   Session(const Session&) = delete;
   ~Session() { painter.restore(); }
 };
@@ -114,7 +116,7 @@ bool hasSense(const MapScene& scene) {
 }  // namespace
 
 PaintContext MapPainter::enter(QPainter& painter, const MapScene& scene, const PaintOptions& options,
-                               CoverageGrid& coverage, const std::vector<char>& isSelected) {
+                               SceneSketch& sketch, CoverageGrid& coverage, const std::vector<char>& isSelected) {
   painter.save();
   const QTransform toPicture = scene.view.transform() * painter.deviceTransform();
   painter.translate(-scene.pixelOrigin);
@@ -127,10 +129,10 @@ PaintContext MapPainter::enter(QPainter& painter, const MapScene& scene, const P
   return PaintContext{scene,
                       options,
                       m_measurer,
-                      *m_sketch,
+                      sketch,
                       *m_pictures,
                       coverage,
-                      CanvasColors::onBackground(colorFromHex(scene.map->canvas.background)),
+                      CanvasColors::onBackground(colorFromHex(scene.map.canvas.background)),
                       scale,
                       painter.deviceTransform(),
                       toPicture,
@@ -141,59 +143,63 @@ PaintContext MapPainter::enter(QPainter& painter, const MapScene& scene, const P
                       isSelected};
 }
 
-void MapPainter::paint(QPainter& painter, const MapScene& scene, const PaintOptions& options) {
+// A painting under way keeps the sketch that it began with.
+const std::shared_ptr<SceneSketch>& MapPainter::sketchOf(const MindMap& map) {
+  if (m_sketch->isOf(map)) return m_sketch;
+  if (m_sketch.use_count() > 1) m_sketch = std::make_shared<SceneSketch>(*m_sketch);
+  m_sketch->update(map);
+  return m_sketch;
+}
+
+void MapPainter::paint(QPainter& painter, const MapScene& scene, const PaintOptions& options,
+                       const ScenePlan::Part* part) {
   if (!hasSense(scene)) return;
-  m_sketch->update(*scene.map);
   const std::vector<char> isSelected = options.selection ? selectedNumbers(scene) : std::vector<char>();
   ScenePlan::Part all;
-  const auto inSight = [](const std::vector<std::uint32_t>* chosen, std::size_t count) {
-    if (chosen) return *chosen;
-    std::vector<std::uint32_t> each(count);
-    std::iota(each.begin(), each.end(), 0U);
-    return each;
-  };
-  all.nodes = inSight(scene.nodesInSight, std::min(scene.index->positions().size(), m_sketch->nodes().size()));
-  all.edges = inSight(scene.edgesInSight, std::min(scene.index->edgeFrom().size(), m_sketch->edges().size()));
-  paintSteps(painter, scene, options, all, isSelected).finish();
+  if (!part) {
+    all.nodes.resize(scene.index.positions().size());
+    all.edges.resize(scene.index.edgeFrom().size());
+    std::iota(all.nodes.begin(), all.nodes.end(), 0U);
+    std::iota(all.edges.begin(), all.edges.end(), 0U);
+  }
+  paintSteps(painter, scene, options, part ? *part : all, isSelected).finish();
   paintMoving(painter, scene, options);
 }
 
 void MapPainter::paintMoving(QPainter& painter, const MapScene& scene, const PaintOptions& options) {
   if (!hasSense(scene) || !options.selection || !MovingLayer::isNeeded(scene)) {
-    *m_dragged = {};
+    *m_moving = {};
     return;
   }
-  m_sketch->update(*scene.map);
   const std::vector<char> isSelected = selectedNumbers(scene);
   const Session session(*this, painter, scene, options, isSelected);
-  MovingLayer(painter, session.context, *m_dragged).paint();
+  MovingLayer(painter, session.context, *m_moving).paint();
 }
 
 PaintSteps MapPainter::makePlan(ScenePlan& plan, MapScene scene, PaintOptions options) {
   using Work = PaintSteps::Work;
-  m_sketch->update(*scene.map);
+  const std::shared_ptr<SceneSketch> sketch = sketchOf(scene.map);
   plan.isSelected = options.selection ? selectedNumbers(scene) : std::vector<char>();
   co_yield Work::texts;
-  const MapIndex& index = *scene.index;
-  const auto isHidden = [&](std::uint32_t node) { return scene.hiddenNodes && (*scene.hiddenNodes)[node]; };
-  const QSizeF reach(m_sketch->maxHalfWidth(), 0.0);
-  const std::size_t nodeCount = std::min(index.positions().size(), m_sketch->nodes().size());
+  const MapIndex& index = scene.index;
+  const double reach = sketch->maxHalfWidth();
+  const std::size_t nodeCount = index.positions().size();
   for (std::uint32_t i = 0; i < nodeCount; ++i) {
     if (i % planStep == 0) co_yield Work::texts;
-    if (isHidden(i)) continue;
+    if (scene.isHidden(i)) continue;
     const QPointF position = index.positions()[i];
-    const double halfHeight = m_sketch->nodes()[i].boundHalfHeight;
-    plan.addNode(i, QRectF(position.x() - reach.width(), position.y() - halfHeight, 2 * reach.width(), 2 * halfHeight));
+    const double halfHeight = sketch->nodes()[i].boundHalfHeight;
+    plan.addNode(i, QRectF(position.x() - reach, position.y() - halfHeight, 2 * reach, 2 * halfHeight));
   }
-  const std::size_t edgeCount = std::min(index.edgeFrom().size(), m_sketch->edges().size());
+  const std::size_t edgeCount = index.edgeFrom().size();
   for (std::uint32_t i = 0; i < edgeCount; ++i) {
     if (i % planStep == 0) co_yield Work::texts;
     const std::uint32_t from = index.nodeOfNumber()[index.edgeFrom()[i]];
     const std::uint32_t to = index.nodeOfNumber()[index.edgeTo()[i]];
-    if (from == MapIndex::npos || to == MapIndex::npos || isHidden(from) || isHidden(to)) continue;
-    const auto& sketch = m_sketch->edges()[i];
+    if (from == MapIndex::npos || to == MapIndex::npos || scene.isHidden(from) || scene.isHidden(to)) continue;
+    const auto& edge = sketch->edges()[i];
     plan.addEdge(i, index.positions()[from], index.positions()[to],
-                 sketch.isBent && options.bends ? sketch.bend : QPointF(), m_sketch->edgeReach(i));
+                 edge.isBent && options.bends ? edge.bend : QPointF(), sketch->edgeReach(i));
   }
 }
 
@@ -207,7 +213,7 @@ PaintSteps MapPainter::paintSteps(QPainter& painter, MapScene scene, PaintOption
   using Work = PaintSteps::Work;
   if (!hasSense(scene)) co_return;
   if (options.background)
-    painter.fillRect(scene.exposed.translated(-scene.pixelOrigin), colorFromHex(scene.map->canvas.background));
+    painter.fillRect(scene.exposed.translated(-scene.pixelOrigin), colorFromHex(scene.map.canvas.background));
   const Session session(*this, painter, scene, options, isSelected);
   const PaintContext& context = session.context;
 
@@ -233,47 +239,60 @@ PaintSteps MapPainter::paintSteps(QPainter& painter, MapScene scene, PaintOption
   }
   std::size_t number = 0;
   if (options.relationships)
-    for (const Relationship& relationship : scene.map->relationships) {
+    for (const Relationship& relationship : scene.map.relationships) {
       if (++number % 16 == 0) co_yield Work::shapes;
       if (!isDragged(context, relationship)) paintRelationship(painter, context, relationship);
     }
 
   co_yield Work::texts;
-  const bool hasHandles = options.selection && scene.selectedEdgeIDs && !scene.selectedEdgeIDs->empty();
   const bool handlesAbove = handlesLieAbove(scene, options);
-  for (const bool isAbove : {false, true}) {
-    if (hasHandles && handlesAbove == isAbove)
-      for (const std::uint32_t edge : part.edges) {
-        if (++number % 16 == 0) co_yield Work::texts;
-        if (!context.isEdgeDragged(edge) && scene.selectedEdgeIDs->contains(m_sketch->edges()[edge].id))
-          paintEdgeHandles(painter, context, edge, HandleState::resting);
-      }
-    if (options.selection && handlesAbove == isAbove) paintSelectedRelationship(painter, context);
-    for (std::size_t k = 0; !isAbove && k < nodes.pieceCount(); ++k) {
-      nodes.paintPiece(k);
-      co_yield Work::texts;
+  std::vector<std::uint32_t> edgesWithHandles;
+  if (options.selection && !scene.selectedEdgeIDs.empty())
+    for (const std::uint32_t edge : part.edges) {
+      if (++number % 16 == 0) co_yield Work::texts;
+      if (!context.isEdgeDragged(edge) && scene.selectedEdgeIDs.contains(context.sketch.edges()[edge].id))
+        edgesWithHandles.push_back(edge);
     }
+  // The last handles are those of the relationship.
+  const std::size_t handleCount = options.selection ? edgesWithHandles.size() + 1 : 0;
+  const auto paintHandles = [&](std::size_t k) {
+    if (k < edgesWithHandles.size())
+      paintEdgeHandles(painter, context, edgesWithHandles[k], HandleState::resting);
+    else
+      paintSelectedRelationship(painter, context);
+  };
+  for (std::size_t k = 0; k < handleCount && !handlesAbove; ++k) {
+    paintHandles(k);
+    co_yield Work::texts;
+  }
+  for (std::size_t k = 0; k < nodes.pieceCount(); ++k) {
+    nodes.paintPiece(k);
+    co_yield Work::texts;
+  }
+  for (std::size_t k = 0; k < handleCount && handlesAbove; ++k) {
+    paintHandles(k);
+    co_yield Work::texts;
   }
 }
 
 NodeMetrics MapPainter::measure(const MapScene& scene, std::size_t nodeIndex, const PaintOptions& options) {
-  const Node& node = scene.map->nodes[nodeIndex];
-  const bool isEdited = scene.editingNodeID == node.id;
-  return m_measurer.measure(node, depthFraction(scene, scene.index->numberOfNode()[nodeIndex]),
-                            options.depthSizing ? &scene.map->hierarchical : nullptr,
-                            isEdited ? std::optional(scene.editingTitle.value_or(node.title)) : std::nullopt);
+  const Node& node = scene.map.nodes[nodeIndex];
+  const bool isEdited = scene.shown.editingNodeID == node.id;
+  return m_measurer.measure(node, depthFraction(scene, scene.index.numberOfNode()[nodeIndex]),
+                            options.depthSizing ? &scene.map.hierarchical : nullptr,
+                            isEdited ? std::optional(scene.shown.editingTitle.value_or(node.title)) : std::nullopt);
 }
 
 std::optional<std::size_t> MapPainter::nodeAt(const MapScene& scene, QPointF canvasPoint, const PaintOptions& options,
                                               std::size_t* patience) {
-  m_sketch->update(*scene.map);
-  const std::vector<QPointF>& positions = scene.index->positions();
-  const double reach = m_sketch->maxHalfWidth();
+  const SceneSketch& sketch = *sketchOf(scene.map);
+  const std::vector<QPointF>& positions = scene.index.positions();
+  const double reach = sketch.maxHalfWidth();
   for (std::size_t i = positions.size(); i-- > 0;) {
     const QPointF distance = canvasPoint - positions[i];
     if (!(std::abs(distance.x()) <= reach)) continue;
-    if (!(std::abs(distance.y()) <= static_cast<double>(m_sketch->nodes()[i].boundHalfHeight))) continue;
-    if (scene.hiddenNodes && i < scene.hiddenNodes->size() && (*scene.hiddenNodes)[i]) continue;
+    if (!(std::abs(distance.y()) <= static_cast<double>(sketch.nodes()[i].boundHalfHeight))) continue;
+    if (scene.isHidden(i)) continue;
     if (patience && (*patience == 0 || --*patience == 0)) return std::nullopt;
     if (measure(scene, i, options).box.contains(distance)) return i;
   }
@@ -281,16 +300,16 @@ std::optional<std::size_t> MapPainter::nodeAt(const MapScene& scene, QPointF can
 }
 
 std::optional<std::size_t> MapPainter::edgeAt(const MapScene& scene, QPointF canvasPoint, const PaintOptions& options) {
-  m_sketch->update(*scene.map);
-  const MapIndex& index = *scene.index;
-  const HierarchicalConfig& config = scene.map->hierarchical;
+  const std::shared_ptr<SceneSketch>& sketches = sketchOf(scene.map);
+  const MapIndex& index = scene.index;
+  const HierarchicalConfig& config = scene.map.hierarchical;
   for (std::size_t i = index.edgeFrom().size(); i-- > 0;) {
     const std::uint32_t from = index.nodeOfNumber()[index.edgeFrom()[i]];
     const std::uint32_t to = index.nodeOfNumber()[index.edgeTo()[i]];
     if (from == MapIndex::npos || to == MapIndex::npos) continue;
-    if (scene.hiddenNodes && ((*scene.hiddenNodes)[from] || (*scene.hiddenNodes)[to])) continue;
+    if (scene.isHidden(from) || scene.isHidden(to)) continue;
     // The curve stays between its ends but for its bend, and the ribbon and the head within a few widths of it.
-    const auto& sketch = m_sketch->edges()[i];
+    const auto& sketch = sketches->edges()[i];
     const double reach = 2.5 * std::max({std::abs(double{sketch.startWidth}), std::abs(double{sketch.endWidth}),
                                          std::abs(config.rootEdgeWidth), std::abs(config.leafEdgeWidth)}) +
                          (options.bends ? std::abs(sketch.bend.x()) + std::abs(sketch.bend.y()) : 0.0);
@@ -298,9 +317,9 @@ std::optional<std::size_t> MapPainter::edgeAt(const MapScene& scene, QPointF can
     const QPointF b = index.positions()[to];
     if (canvasPoint.x() < std::min(a.x(), b.x()) - reach || canvasPoint.x() > std::max(a.x(), b.x()) + reach) continue;
     if (canvasPoint.y() < std::min(a.y(), b.y()) - reach || canvasPoint.y() > std::max(a.y(), b.y()) + reach) continue;
-    Edge edge = scene.map->edges[i];
+    Edge edge = scene.map.edges[i];
     if (!options.bends) edge.controlPointOffset.reset();
-    const auto taper = options.depthSizing ? effectiveTaper(edge, *scene.tree, config) : std::nullopt;
+    const auto taper = options.depthSizing ? effectiveTaper(edge, scene.tree, config) : std::nullopt;
     if (TaperedConnector(edge, a, b, taper).contains(canvasPoint)) return i;
   }
   return std::nullopt;
@@ -308,14 +327,13 @@ std::optional<std::size_t> MapPainter::edgeAt(const MapScene& scene, QPointF can
 
 std::optional<std::size_t> MapPainter::relationshipAt(const MapScene& scene, QPointF canvasPoint) {
   const auto shown = [&](const QUuid& id) -> std::optional<QPointF> {
-    const std::uint32_t index = scene.index->find(id);
-    if (index == MapIndex::npos) return std::nullopt;
-    if (scene.hiddenNodes && (*scene.hiddenNodes)[index]) return std::nullopt;
-    return scene.index->positions()[index];
+    const std::uint32_t index = scene.index.find(id);
+    if (index == MapIndex::npos || scene.isHidden(index)) return std::nullopt;
+    return scene.index.positions()[index];
   };
   std::optional<std::size_t> found;
   std::size_t i = 0;
-  for (const Relationship& relationship : scene.map->relationships) {
+  for (const Relationship& relationship : scene.map.relationships) {
     const auto from = shown(relationship.from);
     const auto to = shown(relationship.to);
     if (from && to && RelationshipCurve(*from, *to, relationship.controlPointOffset).contains(canvasPoint)) found = i;

@@ -13,7 +13,7 @@ namespace quilmora {
 
 class CoverageGrid;
 class SceneSketch;
-struct DraggedPicture;
+struct MovingStore;
 struct PaintContext;
 struct PictureStore;
 
@@ -24,10 +24,12 @@ class MapPainter {
   MapPainter();
   ~MapPainter();
 
-  void paint(QPainter& painter, const MapScene& scene, const PaintOptions& options = {});
+  // Where a part is given, only what it names is looked at.
+  void paint(QPainter& painter, const MapScene& scene, const PaintOptions& options = {},
+             const ScenePlan::Part* part = nullptr);
 
-  // The same in small steps, tile by tile, but for what a gesture moves. What the scene borrows, plan and painter must
-  // outlive the steps. Fills the plan; both calls must be given the same scene but for view and exposed part.
+  // The same in small steps, tile by tile, but for what a gesture moves. Plan and painters must outlive the steps.
+  // Fills the plan; both calls must be given the same scene but for view and exposed part.
   PaintSteps makePlan(ScenePlan& plan, MapScene scene, PaintOptions options);
   PaintSteps paintTile(QPainter& painter, const ScenePlan& plan, QPoint tile, const MapScene& scene,
                        const PaintOptions& options);
@@ -48,15 +50,16 @@ class MapPainter {
 
  private:
   struct Session;
-  PaintContext enter(QPainter& painter, const MapScene& scene, const PaintOptions& options, CoverageGrid& coverage,
-                     const std::vector<char>& isSelected);
+  const std::shared_ptr<SceneSketch>& sketchOf(const MindMap& map);
+  PaintContext enter(QPainter& painter, const MapScene& scene, const PaintOptions& options, SceneSketch& sketch,
+                     CoverageGrid& coverage, const std::vector<char>& isSelected);
   PaintSteps paintSteps(QPainter& painter, MapScene scene, PaintOptions options, const ScenePlan::Part& part,
                         const std::vector<char>& isSelected);
 
   NodeMeasurer m_measurer;
-  std::unique_ptr<SceneSketch> m_sketch;
+  std::shared_ptr<SceneSketch> m_sketch;  // paintings under way have it, too
   std::unique_ptr<PictureStore> m_pictures;
-  std::unique_ptr<DraggedPicture> m_dragged;
+  std::unique_ptr<MovingStore> m_moving;
 };
 
 // Draws a map once, keeping nothing.

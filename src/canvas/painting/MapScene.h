@@ -1,83 +1,52 @@
 #pragma once
 
-#include <cstdint>
 #include <functional>
 #include <optional>
 #include <vector>
 
 #include <QRectF>
-#include <QString>
 #include <QUuid>
 
 #include "canvas/geometry/ViewTransform.h"
+#include "canvas/painting/ShownGestures.h"
 #include "model/IdSet.h"
 #include "model/MapIndex.h"
+#include "model/SharedValue.h"
 #include "model/TreeInfo.h"
 
 namespace quilmora {
 
-// Everything that a picture of a map depends on; SceneDifference compares all of it. Pointers are borrowed for the time
-// of one call; the first three must be set and belong to the same state of the map.
+// Everything that a picture of a map depends on; SceneDifference compares all of it. A value: a painting that pauses
+// between two frames keeps its own, whatever happens to the map meanwhile. Map, index and tree belong to the same
+// state.
 struct MapScene {
-  enum class DropTarget { reparent, connection };
-  enum class HandleKind { edgeSource, edgeTarget, edgeBend, relationshipBend };
-
-  // A handle on the way: of which edge or relationship, and how far it was dragged, in canvas units.
-  struct DraggedHandle {
-    HandleKind kind;
-    QUuid ownerID;
-    QPointF translation;
-  };
-  // A connection being drawn from a topic's connection handle to a point of the canvas or to a topic.
-  struct ConnectionDrag {
-    QUuid sourceID;
-    QPointF end;
-    std::optional<QUuid> targetID;
-  };
-  // A region on the way: where it shows instead of its own rectangle.
-  struct RegionDrag {
-    QUuid regionID;
-    QRectF rect;
-  };
-
-  const MindMap* map = nullptr;
-  const MapIndex* index = nullptr;
-  const TreeInfo* tree = nullptr;
-  // By position in `nodes`: 1 for a topic that a collapsed one hides. None is hidden without it.
-  const std::vector<char>* hiddenNodes = nullptr;
+  MindMap map;
+  MapIndex index;
+  TreeInfo tree;
+  // By position in `nodes`: 1 for a topic that a collapsed one hides. None is hidden where it is empty.
+  SharedValue<std::vector<char>> hiddenNodes;
 
   ViewTransform view;
   // What has to be painted, in view coordinates.
   QRectF exposed;
   // Which device pixel of a larger picture the painter's first one is: its painting moves by as much up and left.
   QPoint pixelOrigin;
-  // Where set, only these positions in `nodes` and `edges` are looked at, in ascending order.
-  const std::vector<std::uint32_t>* nodesInSight = nullptr;
-  const std::vector<std::uint32_t>* edgesInSight = nullptr;
 
-  const IdSet* selectedNodeIDs = nullptr;
-  const IdSet* selectedEdgeIDs = nullptr;
-  const IdSet* collapsedNodeIDs = nullptr;
+  IdSet selectedNodeIDs;
+  IdSet selectedEdgeIDs;
+  IdSet collapsedNodeIDs;
   std::optional<QUuid> selectedRegionID;
-  std::optional<QUuid> selectedRelationshipID;
-
-  // By how much the selected topics are being dragged, in canvas units.
-  QPointF nodeDragTranslation;
-  // The topic whose title an editor covers: its title is left out. `editingTitle` is the text in that editor, which
-  // sizes the box.
-  std::optional<QUuid> editingNodeID;
-  std::optional<QString> editingTitle;
-  std::optional<QUuid> dropTargetID;
-  DropTarget dropTarget = DropTarget::reparent;
-  std::optional<ConnectionDrag> connectionDrag;
-  std::optional<DraggedHandle> draggedHandle;
-  std::optional<RegionDrag> regionDrag;
-  // The region whose label an editor covers.
-  std::optional<QUuid> editingRegionID;
+  ShownGestures shown;
+  // The selected topics were dropped just now: they show above the picture until it has caught up.
+  bool isLanding = false;
   // The opacity that a lens gives a topic, from 0 to 1; all are opaque without it.
   std::function<double(const Node&)> nodeOpacity;
   // Another number for every other rule by which opacities follow from topics and their depths.
   int opacityRule = 0;
+
+  bool isHidden(std::size_t node) const { return node < hiddenNodes->size() && (*hiddenNodes)[node]; }
+  // Whether the selected topics lie above the picture.
+  bool isDragging() const { return isLanding || !shown.nodeDragTranslation.isNull(); }
 };
 
 struct PaintOptions {
@@ -103,14 +72,14 @@ struct PaintOptions {
 // Whether the topic shows its connection handle, for painting and hits alike: the only one that is selected does, while
 // its title is not edited.
 inline bool showsConnectionHandle(const MapScene& scene, const QUuid& nodeID) {
-  return scene.selectedNodeIDs && scene.selectedNodeIDs->size() == 1 && scene.selectedNodeIDs->contains(nodeID) &&
-         scene.editingNodeID != nodeID;
+  return scene.selectedNodeIDs.size() == 1 && scene.selectedNodeIDs.contains(nodeID) &&
+         scene.shown.editingNodeID != nodeID;
 }
 
 // Whether the handles of selected edges and relationships lie above the topics, for painting and hits alike. Where a
 // topic is selected it is the one that is to be moved, and handles on its middle must not take the press.
 inline bool handlesLieAbove(const MapScene& scene, const PaintOptions& options) {
-  return options.handlesAboveNodes && (!scene.selectedNodeIDs || scene.selectedNodeIDs->empty());
+  return options.handlesAboveNodes && scene.selectedNodeIDs.empty();
 }
 
 }  // namespace quilmora

@@ -3,58 +3,73 @@
 #include <vector>
 
 #include <QImage>
+#include <QLineF>
 
 #include "canvas/painting/PaintContext.h"
+#include "canvas/painting/RestingMask.h"
 
 class QPainter;
 
 namespace quilmora {
 
-// The picture of many dragged topics, which move as one; kept as long as they are the same.
+// What many dragged topics look like, and the previews between them, which move as one; kept as long as they are the
+// same.
 struct DraggedPicture {
-  QImage image;
-  QPoint origin;        // of the image, in device pixels
-  QPointF translation;  // of the drag that the image shows, in canvas units
+  QImage topics;
+  QImage previews;      // null where they are few enough to be drawn at each frame
+  QPoint origin;        // of the images, in device pixels
+  QPointF translation;  // of the drag that the images show, in canvas units
   QTransform toDevice;
   SharedArray<Node> nodes;
+  SharedArray<Edge> edges;
   std::vector<char> isSelected;
-  std::vector<char> isHidden;  // by position in `nodes`
+  SharedValue<std::vector<char>> isHidden;  // by position in `nodes`
   int opacityRule = 0;
 };
 
+// What is kept from frame to frame of a gesture.
+struct MovingStore {
+  DraggedPicture dragged;
+  RestingMask mask;
+};
+
 // Paints what a gesture moves, above a picture that lacks it: dragged topics with straight previews of their edges, a
-// connection on its way, and a dragged handle. Topics that rest stay above the lines.
+// connection on its way, and a dragged handle. Lines stay below the topics that rest.
 class MovingLayer {
  public:
   // Whether the scene has anything that moves.
   static bool isNeeded(const MapScene& scene);
 
-  MovingLayer(QPainter& painter, const PaintContext& context, DraggedPicture& kept)
+  MovingLayer(QPainter& painter, const PaintContext& context, MovingStore& kept)
       : m_painter(painter), m_context(context), m_kept(kept) {}
   void paint();
 
  private:
+  struct Preview {
+    QLineF line;
+    QRgb color;
+  };
+
+  void paintLines();
   void paintRelationships();
-  void paintPreviews();
-  void paintConnection();
+  // The previews of the edges that reach out of what is dragged, or of those within.
+  std::vector<Preview> previewsIn(const QRectF& seen, bool areWithin) const;
+  static void paintPreviews(QPainter& painter, const std::vector<Preview>& previews);
   void paintMovedConnectionHandle();
   void paintHandles();
-  void paintRestingNodes();
+  void findDraggedNodes();
   void paintDraggedNodes();
-  // Puts dragged topics on a picture of their own and draws that.
-  void paintAsPicture(const std::vector<std::size_t>& dragged);
-  void renderPicture(const std::vector<std::size_t>& dragged, const QRect& pixels);
-  // Remembers that resting topics near a line have to be painted above it (canvas units).
-  void mark(QPointF from, QPointF to, double reach);
-  bool isMarked(const QRectF& rect) const;
+  // Puts dragged topics on a picture of their own, with the previews between them on another.
+  bool hasPicture() const;
+  void preparePicture();
+  void renderPicture(const QRect& pixels);
+  QPoint shift() const;
+  void drawPicture(const QImage& picture);
 
   QPainter& m_painter;
   const PaintContext& m_context;
-  DraggedPicture& m_kept;
-  bool m_hasMarks = false;
-  int m_columns = 0;
-  int m_rows = 0;
-  std::vector<char> m_marks;  // of square cells of the exposed part
+  MovingStore& m_kept;
+  std::vector<std::size_t> m_dragged;  // positions in `nodes`
 };
 
 }  // namespace quilmora

@@ -97,7 +97,8 @@ double NodeLayer::surroundings(bool isSelected) const {
 bool NodeLayer::isSizeKnown(std::size_t index) const {
   const bool isSized = m_context.sizing() && m_context.sizing()->nodeSizing;
   if (!m_context.sketch.nodes()[index].isMeasured || isSized) return false;
-  return !m_context.scene.editingNodeID || m_context.scene.map->nodes[index].id != m_context.scene.editingNodeID;
+  return !m_context.scene.shown.editingNodeID ||
+         m_context.scene.map.nodes[index].id != m_context.scene.shown.editingNodeID;
 }
 
 bool NodeLayer::isKnownToBeCovered(std::size_t index, QPointF position) const {
@@ -105,7 +106,7 @@ bool NodeLayer::isKnownToBeCovered(std::size_t index, QPointF position) const {
   if (!coverage.isActive()) return false;
   const auto& sketch = m_context.sketch.nodes()[index];
   const bool isKnown = isSizeKnown(index);
-  const bool isSelected = m_context.isNodeSelected(m_context.scene.index->numberOfNode()[index]);
+  const bool isSelected = m_context.isNodeSelected(m_context.scene.index.numberOfNode()[index]);
   // A pixel more on all sides, by which a box may move to whole pixels.
   const double margin = surroundings(isSelected) + 1.0 / m_context.scale;
   const double halfWidth = (isKnown ? double{sketch.halfWidth} : m_context.sketch.maxHalfWidth()) + margin;
@@ -158,7 +159,7 @@ bool NodeLayer::findSeenPart(SeenNode& seen) {
     // Only boxes put together on whole pixels hide all that is below their rim.
     const int smallest = 2 * static_cast<int>(std::ceil(radius)) + 2;
     const bool isSharp = m_context.standsUpright && seen.pixels.width() >= smallest &&
-                         seen.pixels.height() >= smallest && !m_context.scene.map->nodes[seen.index].style.fillGradient;
+                         seen.pixels.height() >= smallest && !m_context.scene.map.nodes[seen.index].style.fillGradient;
     const QRectF opaque = isSharp ? QRectF(seen.pixels) : box.adjusted(0.5, 0.5, -0.5, -0.5);
     coverage.cover(opaque.adjusted(radius, 0, -radius, 0));
     coverage.cover(opaque.adjusted(0, radius, 0, -radius));
@@ -176,16 +177,17 @@ void NodeLayer::paintPiece(std::size_t number) {
 
 double NodeLayer::opacityOf(std::size_t index) const {
   if (!m_context.scene.nodeOpacity) return 1.0;
-  return std::clamp(m_context.scene.nodeOpacity(m_context.scene.map->nodes[index]), 0.0, 1.0);
+  return std::clamp(m_context.scene.nodeOpacity(m_context.scene.map.nodes[index]), 0.0, 1.0);
 }
 
 bool NodeLayer::isDropTarget(const QUuid& id) const {
-  return m_context.options.selection && m_context.scene.dropTargetID == id;
+  const auto target = m_context.scene.shown.dropTarget();
+  return m_context.options.selection && target && target->id == id;
 }
 
 QColor NodeLayer::dropColor() const {
-  return m_context.scene.dropTarget == MapScene::DropTarget::reparent ? m_context.colors.reparentTarget
-                                                                      : m_context.colors.connectionTarget;
+  return m_context.scene.shown.dropTarget()->isReparenting ? m_context.colors.reparentTarget
+                                                           : m_context.colors.connectionTarget;
 }
 
 NodeLayer::Border NodeLayer::borderOf(const Node& node, bool isSelected) const {
@@ -196,9 +198,9 @@ NodeLayer::Border NodeLayer::borderOf(const Node& node, bool isSelected) const {
 
 void NodeLayer::collectDot(std::size_t index, QPointF position) {
   const auto& sketch = m_context.sketch.nodes()[index];
-  const std::uint32_t number = m_context.scene.index->numberOfNode()[index];
+  const std::uint32_t number = m_context.scene.index.numberOfNode()[index];
   QRgb color = sketch.fill;
-  if (m_context.scene.dropTargetID && isDropTarget(m_context.scene.map->nodes[index].id))
+  if (m_context.scene.shown.dropTarget() && isDropTarget(m_context.scene.map.nodes[index].id))
     color = dropColor().rgb();
   else if (m_context.isNodeSelected(number))
     color = m_context.colors.selection.rgb();
@@ -220,18 +222,19 @@ void NodeLayer::collectDot(std::size_t index, QPointF position) {
 
 void NodeLayer::collectNode(std::size_t index, QPointF position) {
   const MapScene& scene = m_context.scene;
-  const Node& node = scene.map->nodes[index];
-  const std::uint32_t number = scene.index->numberOfNode()[index];
-  const bool isEditing = scene.editingNodeID == node.id;
+  const Node& node = scene.map.nodes[index];
+  const std::uint32_t number = scene.index.numberOfNode()[index];
+  const bool isEditing = scene.shown.editingNodeID == node.id;
   const bool isSketched =
-      (m_context.detail == PaintContext::Detail::bars && !node.imageData && areMany(scene.map->nodes.size())) ||
+      (m_context.detail == PaintContext::Detail::bars && !node.imageData && areMany(scene.map.nodes.size())) ||
       isContentKnownToBeCovered(index, position);
   SeenNode seen{index, position, {}, {}, opacityOf(index), isEditing, m_context.isNodeSelected(number), {}};
   if (seen.opacity <= 0.0) return;
-  seen.metrics = isSketched ? sketchedMetrics(index, node)
-                            : m_context.measurer.measure(
-                                  node, m_context.depthFraction(number), m_context.sizing(),
-                                  isEditing ? std::optional(scene.editingTitle.value_or(node.title)) : std::nullopt);
+  seen.metrics = isSketched
+                     ? sketchedMetrics(index, node)
+                     : m_context.measurer.measure(
+                           node, m_context.depthFraction(number), m_context.sizing(),
+                           isEditing ? std::optional(scene.shown.editingTitle.value_or(node.title)) : std::nullopt);
   if (!isSketched && !isEditing) m_context.sketch.rememberBox(index, seen.metrics.box);
   const QRectF box = seen.metrics.box.translated(position);
   if (!box.adjusted(-handleReach, -handleReach, handleReach, handleReach).intersects(m_context.exposed)) return;
@@ -267,8 +270,8 @@ void NodeLayer::paintDots(const DotBundle& bundle) {
 }
 
 void NodeLayer::paintNode(const SeenNode& seen) {
-  const Node& node = m_context.scene.map->nodes[seen.index];
-  const std::uint32_t number = m_context.scene.index->numberOfNode()[seen.index];
+  const Node& node = m_context.scene.map.nodes[seen.index];
+  const std::uint32_t number = m_context.scene.index.numberOfNode()[seen.index];
   if (seen.opacity < 1.0) m_painter.setOpacity(seen.opacity);
   paintBox(seen, node);
   m_painter.translate(seen.position);
@@ -408,8 +411,7 @@ void NodeLayer::paintMarkers(const Node& node, std::uint32_t number, const SeenN
   if (!seen.isToggleCovered && hasChildren(node, number)) {
     const QColor textColor = colorFromHex(node.style.textColor);
     paintDisc(metrics.collapseToggle, withOpacity(colorFromHex(node.style.fill), 0.8));
-    const IdSet* collapsed = m_context.scene.collapsedNodeIDs;
-    const bool isCollapsed = collapsed && collapsed->contains(node.id);
+    const bool isCollapsed = m_context.scene.collapsedNodeIDs.contains(node.id);
     const double inset = (metrics.collapseToggle.width() - 9.0) / 2;
     paintSymbol(m_painter, isCollapsed ? QStringLiteral("chevron.right") : QStringLiteral("chevron.down"),
                 metrics.collapseToggle.adjusted(inset, inset, -inset, -inset), withOpacity(textColor, 0.5), 1.2);
@@ -434,9 +436,9 @@ void NodeLayer::paintCornerMarkers(const Node& node, const NodeMetrics& metrics)
 }
 
 bool NodeLayer::hasChildren(const Node& node, std::uint32_t number) const {
-  if (!m_context.options.collapseToggles || !m_context.scene.tree) return false;
-  if (number < m_context.scene.tree->numberCount()) return !m_context.scene.tree->childNumbers(number).empty();
-  return m_context.scene.tree->childCount(node.id) > 0;
+  if (!m_context.options.collapseToggles) return false;
+  if (number < m_context.scene.tree.numberCount()) return !m_context.scene.tree.childNumbers(number).empty();
+  return m_context.scene.tree.childCount(node.id) > 0;
 }
 
 void NodeLayer::paintDisc(const QRectF& rect, const QColor& color) {
@@ -446,9 +448,9 @@ void NodeLayer::paintDisc(const QRectF& rect, const QColor& color) {
 }
 
 void NodeLayer::paintConnectionHandle(const Node& node, const QRectF& rect) {
-  const auto& drag = m_context.scene.connectionDrag;
+  const auto& source = m_context.scene.shown.handleDragSourceID;
   // A handle on its way shows as the end of the line that it draws.
-  if (drag && drag->sourceID == node.id) return;
+  if (source == node.id) return;
   const QPointF center = rect.center();
   paintHandle(m_painter, center,
               {HandleMetrics::connectionHandleDiameter, m_context.colors.selection, Qt::transparent, 0.0,

@@ -8,19 +8,19 @@
 namespace quilmora {
 
 QPointF PaintContext::shownPosition(std::size_t nodeIndex) const {
-  const QPointF position = scene.index->positions()[nodeIndex];
-  return isNodeDragged(nodeIndex) ? position + scene.nodeDragTranslation : position;
+  const QPointF position = scene.index.positions()[nodeIndex];
+  return isNodeDragged(nodeIndex) ? position + scene.shown.nodeDragTranslation : position;
 }
 
 int PaintContext::depth(std::uint32_t number) const {
-  if (!scene.tree || number >= scene.tree->numberCount()) return 0;
-  return std::max(0, scene.tree->depthOfNumber(number));
+  if (number >= scene.tree.numberCount()) return 0;
+  return std::max(0, scene.tree.depthOfNumber(number));
 }
 
 std::optional<double> depthFraction(const MapScene& scene, std::uint32_t number) {
-  if (!scene.tree || scene.tree->maxDepth() < 1) return std::nullopt;
-  const int depth = number < scene.tree->numberCount() ? std::max(0, scene.tree->depthOfNumber(number)) : 0;
-  return static_cast<double>(depth) / scene.tree->maxDepth();
+  if (scene.tree.maxDepth() < 1) return std::nullopt;
+  const int depth = number < scene.tree.numberCount() ? std::max(0, scene.tree.depthOfNumber(number)) : 0;
+  return static_cast<double>(depth) / scene.tree.maxDepth();
 }
 
 std::optional<double> PaintContext::depthFraction(std::uint32_t number) const {
@@ -28,11 +28,11 @@ std::optional<double> PaintContext::depthFraction(std::uint32_t number) const {
 }
 
 const HierarchicalConfig* PaintContext::sizing() const {
-  return options.depthSizing ? &scene.map->hierarchical : nullptr;
+  return options.depthSizing ? &scene.map.hierarchical : nullptr;
 }
 
 std::optional<std::size_t> PaintContext::shownNode(const QUuid& id) const {
-  const std::uint32_t index = scene.index->find(id);
+  const std::uint32_t index = scene.index.find(id);
   if (index == MapIndex::npos || isHidden(index)) return std::nullopt;
   return index;
 }

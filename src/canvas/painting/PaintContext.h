@@ -45,19 +45,16 @@ struct PaintContext {
   QRectF drawable;
   const std::vector<char>& isSelected;  // by number of the index; empty when nothing is selected or shown so
 
-  bool isDragging() const { return !scene.nodeDragTranslation.isNull() && !isSelected.empty(); }
+  bool isDragging() const { return scene.isDragging() && !isSelected.empty(); }
   // Whether the topic or one end of the edge is being dragged along with the selection.
   bool isNodeDragged(std::size_t nodeIndex) const {
-    return isDragging() && isNodeSelected(scene.index->numberOfNode()[nodeIndex]);
+    return isDragging() && isNodeSelected(scene.index.numberOfNode()[nodeIndex]);
   }
   bool isEdgeDragged(std::size_t edge) const {
-    return isDragging() &&
-           (isNodeSelected(scene.index->edgeFrom()[edge]) || isNodeSelected(scene.index->edgeTo()[edge]));
+    return isDragging() && (isNodeSelected(scene.index.edgeFrom()[edge]) || isNodeSelected(scene.index.edgeTo()[edge]));
   }
   bool isNodeSelected(std::uint32_t number) const { return !isSelected.empty() && isSelected[number]; }
-  bool isHidden(std::size_t nodeIndex) const {
-    return scene.hiddenNodes && nodeIndex < scene.hiddenNodes->size() && (*scene.hiddenNodes)[nodeIndex];
-  }
+  bool isHidden(std::size_t nodeIndex) const { return scene.isHidden(nodeIndex); }
   // Where a topic shows, with the drag under way.
   QPointF shownPosition(std::size_t nodeIndex) const;
   // The depth of a topic by its number; 0 for one that the tree doesn't know.

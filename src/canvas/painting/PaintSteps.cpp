@@ -5,9 +5,6 @@
 
 namespace quilmora {
 
-namespace {
-
-// Runs the work in a thread of the global pool, and waits.
 void runInPool(const std::function<void()>& work) {
   QSemaphore done;
   const bool isStarted = QThreadPool::globalInstance()->tryStart([&] {
@@ -19,8 +16,6 @@ void runInPool(const std::function<void()>& work) {
   else
     work();
 }
-
-}  // namespace
 
 bool PaintSteps::run(const std::function<bool()>& isTimeUp) {
   const auto hasShapes = [this] { return !isDone() && m_handle.promise().next == Work::shapes; };

@@ -7,6 +7,9 @@
 
 namespace quilmora {
 
+// Paints shapes in a thread of the global pool while the caller waits; see PaintSteps::Work.
+void runInPool(const std::function<void()>& work);
+
 // Long work cut into many small steps, so that it can pause between two frames. Whoever lets what it reads or paints on
 // change or vanish meanwhile must destroy it before.
 class [[nodiscard]] PaintSteps {

@@ -49,9 +49,8 @@ void paintRegions(QPainter& painter, const PaintContext& context) {
   const MapScene& scene = context.scene;
   // The label of a small region is larger than it.
   const QRectF seen = context.exposed.adjusted(-regionReach, -regionReach, regionReach, regionReach);
-  for (const Region& region : scene.map->regions) {
-    const bool isDragged = scene.regionDrag && scene.regionDrag->regionID == region.id;
-    const QRectF rect = (isDragged ? scene.regionDrag->rect : region.rect).normalized();
+  for (const Region& region : scene.map.regions) {
+    const QRectF rect = displayRect(region, scene.shown.regions).normalized();
     if (!isFinite(rect) || !rect.intersects(seen)) continue;
     const bool isSelected = context.options.selection && scene.selectedRegionID == region.id;
     const QColor color = colorFromHex(region.color);
@@ -60,7 +59,7 @@ void paintRegions(QPainter& painter, const PaintContext& context) {
     painter.setPen(QPen(withOpacity(color, isSelected ? 0.9 : 0.55), contourWidth));
     painter.drawRoundedRect(shown, RegionLabel::cornerRadius, RegionLabel::cornerRadius);
     const bool isReadable = context.scale * RegionLabel::fontSize >= 4.0 || !context.options.levelsOfDetail;
-    if (isReadable && scene.editingRegionID != region.id && context.drawable.contains(rect.topLeft()))
+    if (isReadable && scene.shown.regions.editingLabelID != region.id && context.drawable.contains(rect.topLeft()))
       paintLabel(painter, region.label, rect, color);
     if (isSelected && context.drawable.contains(rect.bottomRight()))
       paintHandle(painter, resizeHandleCenter(rect),

@@ -1,7 +1,6 @@
 #include "canvas/painting/SceneDifference.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <utility>
 
@@ -24,100 +23,102 @@ constexpr double nodeMargin = 34.0;
 // The label's plate at the corner of a small region, and its handle.
 constexpr double regionMargin = 60.0;
 
-template <class Drag>
-std::optional<QUuid> ownerOf(const std::optional<Drag>& drag, QUuid Drag::*owner) {
-  return drag ? std::optional((*drag).*owner) : std::nullopt;
-}
-
 }  // namespace
 
-ChangedParts SceneDifference::follow(const MapScene& scene, const PaintOptions& options, MapPainter& painter,
-                                     bool onlyGestures) {
+ChangedParts SceneDifference::follow(const MapScene& scene, const PaintOptions& options, MapPainter& painter) {
   m_parts = {};
   m_options = &options;
   m_painter = &painter;
-  const bool needsPass = !m_isKnown || !onlyGestures || isDragging(scene) != isDragging(m_scene);
-  if (!m_isKnown || changesEverything(scene)) m_parts.everything = true;
-  if (needsPass) {
+  m_parts.everything = !m_scene || changesEverything(scene);
+  if (!m_scene || hasOtherContent(scene)) {
     m_newLooks = looksOf(scene);
     m_isMoved.assign(m_newLooks.size(), 0);
-    if (!m_parts.everything) compareLooks(scene);
-    if (!m_parts.everything) compareNodes(scene);
-    if (!m_parts.everything) compareEdges(scene);
-    if (!m_parts.everything) compareSelectedEdges(scene);
-    if (!m_parts.everything) compareRelationships(scene);
-    if (!m_parts.everything) compareRegions(scene);
-    m_map = *scene.map;
-    m_ids = scene.index->ids();
+    if (!m_parts.everything) compareContent(scene);
     m_looks = std::move(m_newLooks);
-    m_maxDepth = scene.tree->maxDepth();
-    m_selectedEdges.assign(scene.selectedEdgeIDs->begin(), scene.selectedEdgeIDs->end());
   }
   if (!m_parts.everything) compareGestures(scene);
-  m_areHandlesAbove = handlesLieAbove(scene, options);
   m_scene = scene;
-  m_scene.map = nullptr;
-  m_isKnown = true;
   if (m_parts.areas.size() + m_parts.edges.size() > 4 * maxChangeCount) m_parts.everything = true;
   return std::move(m_parts);
 }
 
-bool SceneDifference::isDragging(const MapScene& scene) const {
-  return !scene.nodeDragTranslation.isNull();
+bool SceneDifference::hasOtherContent(const MapScene& scene) const {
+  const MindMap& before = m_scene->map;
+  const MindMap& now = scene.map;
+  return !now.nodes.sharesStorageWith(before.nodes) || !now.edges.sharesStorageWith(before.edges) ||
+         !now.relationships.sharesStorageWith(before.relationships) || !now.regions.sharesStorageWith(before.regions) ||
+         !scene.hiddenNodes.sharesStorageWith(m_scene->hiddenNodes) ||
+         !scene.selectedNodeIDs.sharesStorageWith(m_scene->selectedNodeIDs) ||
+         !scene.selectedEdgeIDs.sharesStorageWith(m_scene->selectedEdgeIDs) ||
+         !scene.collapsedNodeIDs.sharesStorageWith(m_scene->collapsedNodeIDs) ||
+         scene.isDragging() != m_scene->isDragging();
 }
 
 bool SceneDifference::changesEverything(const MapScene& scene) const {
-  const HierarchicalConfig& config = scene.map->hierarchical;
-  if (scene.opacityRule != m_scene.opacityRule || scene.map->canvas != m_map.canvas || config != m_map.hierarchical)
+  const MindMap& before = m_scene->map;
+  const HierarchicalConfig& config = scene.map.hierarchical;
+  if (scene.opacityRule != m_scene->opacityRule || scene.map.canvas != before.canvas || config != before.hierarchical)
     return true;
-  if (scene.index->ids() != m_ids) return true;
-  if (NodeLayer::areMany(scene.map->nodes.size()) != NodeLayer::areMany(m_map.nodes.size()) ||
-      EdgeLayer::areMany(scene.map->edges.size()) != EdgeLayer::areMany(m_map.edges.size()))
+  if (scene.index.ids() != m_scene->index.ids()) return true;
+  if (NodeLayer::areMany(scene.map.nodes.size()) != NodeLayer::areMany(before.nodes.size()) ||
+      EdgeLayer::areMany(scene.map.edges.size()) != EdgeLayer::areMany(before.edges.size()))
     return true;
-  const int depth = scene.tree->maxDepth();
-  return depth != m_maxDepth && (config.nodeSizing || (config.edgeSizing && (depth < 1) != (m_maxDepth < 1)));
+  const int depth = scene.tree.maxDepth();
+  const int depthBefore = m_scene->tree.maxDepth();
+  return depth != depthBefore && (config.nodeSizing || (config.edgeSizing && (depth < 1) != (depthBefore < 1)));
+}
+
+bool SceneDifference::haveHandlesMoved(const MapScene& scene) const {
+  return handlesLieAbove(scene, *m_options) != handlesLieAbove(*m_scene, *m_options);
+}
+
+void SceneDifference::compareContent(const MapScene& scene) {
+  using Comparison = void (SceneDifference::*)(const MapScene&);
+  for (const Comparison compare : {&SceneDifference::compareLooks, &SceneDifference::compareNodes,
+                                   &SceneDifference::compareEdges, &SceneDifference::compareSelectedEdges,
+                                   &SceneDifference::compareRelationships, &SceneDifference::compareRegions})
+    if (!m_parts.everything) (this->*compare)(scene);
 }
 
 // --- The map, and what is selected and collapsed ---
 
-std::vector<SceneDifference::NodeLook> SceneDifference::looksOf(const MapScene& scene) const {
-  const MapIndex& index = *scene.index;
+std::vector<SceneDifference::NodeLook> SceneDifference::looksOf(const MapScene& scene) {
+  const MapIndex& index = scene.index;
   std::vector<NodeLook> looks(index.numberCount());
+  m_hasTwins = false;
   for (std::size_t i = 0; i < index.positions().size(); ++i) {
     const std::uint32_t number = index.numberOfNode()[i];
     NodeLook& look = looks[number];
+    m_hasTwins = m_hasTwins || look.exists;
     look.position = index.positions()[i];
     look.exists = true;
-    look.isShown = !(scene.hiddenNodes && (*scene.hiddenNodes)[i]);
-    if (number >= scene.tree->numberCount()) continue;
-    look.depth = std::max(0, scene.tree->depthOfNumber(number));
-    look.hasChildren = !scene.tree->childNumbers(number).empty();
+    look.isShown = !scene.isHidden(i);
+    if (number >= scene.tree.numberCount()) continue;
+    look.depth = std::max(0, scene.tree.depthOfNumber(number));
+    look.hasChildren = !scene.tree.childNumbers(number).empty();
   }
-  const auto mark = [&](const IdSet* ids, bool NodeLook::*flag) {
-    if (!ids) return;
-    for (const QUuid& id : *ids)
+  const auto mark = [&](const IdSet& ids, bool NodeLook::*flag) {
+    for (const QUuid& id : ids)
       if (const std::uint32_t number = index.ids()->find(id); number < looks.size()) looks[number].*flag = true;
   };
   mark(scene.selectedNodeIDs, &NodeLook::isSelected);
-  if (scene.selectedNodeIDs && scene.selectedNodeIDs->size() == 1) mark(scene.selectedNodeIDs, &NodeLook::hasHandle);
+  if (scene.selectedNodeIDs.size() == 1) mark(scene.selectedNodeIDs, &NodeLook::hasHandle);
   mark(scene.collapsedNodeIDs, &NodeLook::isCollapsed);
-  if (isDragging(scene))
+  if (scene.isDragging())
     for (NodeLook& look : looks) look.isShown = look.isShown && !look.isSelected;
   return looks;
 }
 
 void SceneDifference::compareLooks(const MapScene& scene) {
-  const MapIndex& index = *scene.index;
-  const HierarchicalConfig& config = scene.map->hierarchical;
+  const MapIndex& index = scene.index;
+  const HierarchicalConfig& config = scene.map.hierarchical;
   const bool isSizedByDepth = config.nodeSizing || scene.opacityRule != 0;
   std::size_t count = 0;
+  // Of topics with one id only the last is told apart.
+  m_parts.everything = m_hasTwins;
+  if (m_hasTwins) return;
   for (std::size_t i = 0; i < index.positions().size(); ++i) {
     const std::uint32_t number = index.numberOfNode()[i];
-    // Of topics with one id only the last is told apart.
-    if (index.nodeOfNumber()[number] != i) {
-      m_parts.everything = true;
-      return;
-    }
     const NodeLook& now = m_newLooks[number];
     const NodeLook before = number < m_looks.size() ? m_looks[number] : NodeLook();
     const bool hasMoved =
@@ -133,7 +134,7 @@ void SceneDifference::compareLooks(const MapScene& scene) {
     }
     if (!isOther) continue;
     // Changed records are compared beside this; here the record as it stands shows at both places.
-    Node node = scene.map->nodes[i];
+    Node node = scene.map.nodes[i];
     if (now.isShown) addNode(node, now.depth, scene);
     node.position = before.position;
     if (before.exists && before.isShown) addNode(node, before.depth, scene);
@@ -141,25 +142,25 @@ void SceneDifference::compareLooks(const MapScene& scene) {
 }
 
 void SceneDifference::compareNodes(const MapScene& scene) {
-  const RecordChanges<Node> changes(m_map.nodes, scene.map->nodes, maxRecordCount);
+  const RecordChanges<Node> changes(m_scene->map.nodes, scene.map.nodes, maxRecordCount);
   if (changes.isTooMuch || changes.gone.size() + changes.came.size() > 2 * maxChangeCount) {
     m_parts.everything = true;
     return;
   }
   for (const Node* node : changes.gone) {
-    const std::uint32_t number = m_ids->find(node->id);
+    const std::uint32_t number = scene.index.ids()->find(node->id);
     if (number >= m_looks.size() || !m_looks[number].exists) continue;
     if (m_looks[number].isShown) addNode(*node, m_looks[number].depth, scene);
     if (number < m_isMoved.size() && !m_newLooks[number].exists) m_isMoved[number] = 1;
   }
   for (const Node* node : changes.came) {
-    const std::uint32_t number = m_ids->find(node->id);
+    const std::uint32_t number = scene.index.ids()->find(node->id);
     if (number < m_newLooks.size() && m_newLooks[number].isShown) addNode(*node, m_newLooks[number].depth, scene);
   }
 }
 
 void SceneDifference::compareEdges(const MapScene& scene) {
-  const RecordChanges<Edge> changes(m_map.edges, scene.map->edges, maxRecordCount);
+  const RecordChanges<Edge> changes(m_scene->map.edges, scene.map.edges, maxRecordCount);
   if (changes.isTooMuch || changes.gone.size() + changes.came.size() > 2 * maxChangeCount) {
     m_parts.everything = true;
     return;
@@ -168,27 +169,25 @@ void SceneDifference::compareEdges(const MapScene& scene) {
   for (const Edge* edge : changes.came) addEdge(*edge, m_newLooks, scene);
   // Those that hang on topics which moved, went or came into sight.
   if (std::ranges::find(m_isMoved, 1) == m_isMoved.end()) return;
-  const MapIndex& index = *scene.index;
+  const MapIndex& index = scene.index;
   for (std::size_t i = 0; i < index.edgeFrom().size(); ++i) {
     if (!m_isMoved[index.edgeFrom()[i]] && !m_isMoved[index.edgeTo()[i]]) continue;
     if (m_parts.edges.size() > 2 * maxChangeCount) {
       m_parts.everything = true;
       return;
     }
-    const Edge& edge = scene.map->edges[i];
+    const Edge& edge = scene.map.edges[i];
     addEdge(edge, m_looks, scene);
     addEdge(edge, m_newLooks, scene);
   }
 }
 
 void SceneDifference::compareSelectedEdges(const MapScene& scene) {
-  const IdSet& now = *scene.selectedEdgeIDs;
-  if (now.empty() && m_selectedEdges.empty()) return;
-  IdSet before;
-  before.reserve(m_selectedEdges.size());
-  for (const QUuid& id : m_selectedEdges) before.insert(id);
+  const IdSet& now = scene.selectedEdgeIDs;
+  const IdSet& before = m_scene->selectedEdgeIDs;
+  const bool areHandlesMoved = haveHandlesMoved(scene);
+  if (now.sharesStorageWith(before) && !areHandlesMoved) return;
   IdSet changed;
-  const bool areHandlesMoved = handlesLieAbove(scene, *m_options) != m_areHandlesAbove;
   for (const QUuid& id : now)
     if (areHandlesMoved || !before.contains(id)) changed.insert(id);
   for (const QUuid& id : before)
@@ -201,105 +200,116 @@ void SceneDifference::compareSelectedEdges(const MapScene& scene) {
   // A few ids are sooner compared than hashed.
   const std::vector<QUuid> few(changed.begin(), changed.end());
   const bool areFew = few.size() <= 4;
-  for (const Edge& edge : scene.map->edges)
+  for (const Edge& edge : scene.map.edges)
     if (areFew ? std::ranges::find(few, edge.id) != few.end() : changed.contains(edge.id))
       addEdge(edge, m_newLooks, scene);
 }
 
 void SceneDifference::compareRelationships(const MapScene& scene) {
-  const RecordChanges<Relationship> changes(m_map.relationships, scene.map->relationships, maxRecordCount);
+  const RecordChanges<Relationship> changes(m_scene->map.relationships, scene.map.relationships, maxRecordCount);
   if (changes.isTooMuch) {
     m_parts.everything = true;
     return;
   }
-  for (const Relationship* relationship : changes.gone) addRelationship(*relationship, m_looks);
-  for (const Relationship* relationship : changes.came) addRelationship(*relationship, m_newLooks);
+  for (const Relationship* relationship : changes.gone) addRelationship(*relationship, m_looks, scene);
+  for (const Relationship* relationship : changes.came) addRelationship(*relationship, m_newLooks, scene);
   if (std::ranges::find(m_isMoved, 1) == m_isMoved.end()) return;
-  const auto isMoved = [this](const QUuid& id) {
-    const std::uint32_t number = m_ids->find(id);
+  const auto isMoved = [&](const QUuid& id) {
+    const std::uint32_t number = scene.index.ids()->find(id);
     return number < m_isMoved.size() && m_isMoved[number];
   };
-  for (const Relationship& relationship : scene.map->relationships) {
+  for (const Relationship& relationship : scene.map.relationships) {
     if (!isMoved(relationship.from) && !isMoved(relationship.to)) continue;
-    addRelationship(relationship, m_looks);
-    addRelationship(relationship, m_newLooks);
+    addRelationship(relationship, m_looks, scene);
+    addRelationship(relationship, m_newLooks, scene);
   }
 }
 
 void SceneDifference::compareRegions(const MapScene& scene) {
-  const RecordChanges<Region> changes(m_map.regions, scene.map->regions, maxRecordCount);
+  const RecordChanges<Region> changes(m_scene->map.regions, scene.map.regions, maxRecordCount);
   m_parts.everything = m_parts.everything || changes.isTooMuch;
-  for (const Region* region : changes.gone) addRegion(region->rect);
-  for (const Region* region : changes.came) addRegion(region->rect);
+  for (const Region* region : changes.gone) addRegion(displayRect(*region, m_scene->shown.regions));
+  for (const Region* region : changes.came) addRegion(displayRect(*region, scene.shown.regions));
 }
 
 // --- Gestures ---
 
 void SceneDifference::compareGestures(const MapScene& scene) {
-  const std::array<const MapScene*, 2> both{&m_scene, &scene};
-  const auto compareNode = [&](const std::optional<QUuid>& before, const std::optional<QUuid>& now, bool isOther) {
-    if (before == now && !(isOther && now)) return;
-    addNodeOf(before, scene);
-    addNodeOf(now, scene);
+  const ShownGestures& before = m_scene->shown;
+  const ShownGestures& now = scene.shown;
+  // Marks go by id, which twins share.
+  if (m_hasTwins && before != now) m_parts.everything = true;
+  if (m_parts.everything) return;
+  const auto compareNode = [&](const std::optional<QUuid>& one, const std::optional<QUuid>& other) {
+    if (one == other) return;
+    addNodeOf(one, scene);
+    addNodeOf(other, scene);
   };
-  if (scene.editingNodeID != m_scene.editingNodeID || scene.editingTitle != m_scene.editingTitle) {
-    addNodeOf(m_scene.editingNodeID, scene);
-    addNodeOf(scene.editingNodeID, scene);
+  if (now.editingNodeID != before.editingNodeID || now.editingTitle != before.editingTitle) {
+    addNodeOf(before.editingNodeID, scene);
+    addNodeOf(now.editingNodeID, scene);
   }
-  compareNode(m_scene.dropTargetID, scene.dropTargetID, scene.dropTarget != m_scene.dropTarget);
+  const auto target = now.dropTarget();
+  const auto targetBefore = before.dropTarget();
+  if (target != targetBefore) {
+    if (target) addNodeOf(target->id, scene);
+    if (targetBefore) addNodeOf(targetBefore->id, scene);
+  }
   // The handle of a topic that a connection comes from is on its way.
-  using Drag = MapScene::ConnectionDrag;
-  compareNode(ownerOf(m_scene.connectionDrag, &Drag::sourceID), ownerOf(scene.connectionDrag, &Drag::sourceID), false);
+  compareNode(before.handleDragSourceID, now.handleDragSourceID);
+  compareLinks(scene);
+  compareShownRegions(scene);
+}
 
-  const auto handleOf = [](const MapScene& one) {
-    return one.draggedHandle ? std::optional(std::pair(one.draggedHandle->kind, one.draggedHandle->ownerID))
-                             : std::nullopt;
+void SceneDifference::compareLinks(const MapScene& scene) {
+  const ShownGestures& before = m_scene->shown;
+  const ShownGestures& now = scene.shown;
+  // Where a handle is dragged to shows above the picture.
+  const auto handleOf = [](const ShownGestures& shown) {
+    return shown.draggedHandle ? std::optional(std::pair(shown.draggedHandle->kind, shown.draggedHandle->ownerID))
+                               : std::nullopt;
   };
   std::vector<QUuid> links;
-  if (handleOf(m_scene) != handleOf(scene))
-    for (const MapScene* one : both)
+  if (handleOf(before) != handleOf(now))
+    for (const ShownGestures* one : {&before, &now})
       if (one->draggedHandle) links.push_back(one->draggedHandle->ownerID);
-  if (m_scene.selectedRelationshipID != scene.selectedRelationshipID ||
-      handlesLieAbove(scene, *m_options) != m_areHandlesAbove)
-    for (const auto& id : {m_scene.selectedRelationshipID, scene.selectedRelationshipID})
+  if (before.selectedRelationshipID != now.selectedRelationshipID || haveHandlesMoved(scene))
+    for (const auto& id : {before.selectedRelationshipID, now.selectedRelationshipID})
       if (id) links.push_back(*id);
-  if (!links.empty()) {
-    const auto isMeant = [&](const QUuid& id) { return std::ranges::find(links, id) != links.end(); };
-    for (const Edge& edge : scene.map->edges)
-      if (isMeant(edge.id)) addEdge(edge, m_looks, scene);
-    for (const Relationship& relationship : scene.map->relationships)
-      if (isMeant(relationship.id)) addRelationship(relationship, m_looks);
-  }
+  if (links.empty()) return;
+  const auto isMeant = [&](const QUuid& id) { return std::ranges::find(links, id) != links.end(); };
+  for (const Edge& edge : scene.map.edges)
+    if (isMeant(edge.id)) addEdge(edge, m_looks, scene);
+  for (const Relationship& relationship : scene.map.relationships)
+    if (isMeant(relationship.id)) addRelationship(relationship, m_looks, scene);
+}
 
-  const auto regionOf = [](const MapScene& one) {
-    return one.regionDrag ? std::optional(std::pair(one.regionDrag->regionID, one.regionDrag->rect)) : std::nullopt;
-  };
-  const bool isDragOther = regionOf(m_scene) != regionOf(scene);
-  if (isDragOther)
-    for (const MapScene* one : both)
-      if (one->regionDrag) addRegion(one->regionDrag->rect);
-  std::vector<std::optional<QUuid>> regions;
-  if (m_scene.selectedRegionID != scene.selectedRegionID) regions = {m_scene.selectedRegionID, scene.selectedRegionID};
-  if (m_scene.editingRegionID != scene.editingRegionID)
-    regions.insert(regions.end(), {m_scene.editingRegionID, scene.editingRegionID});
-  if (isDragOther)
-    for (const MapScene* one : both)
-      if (one->regionDrag) regions.emplace_back(one->regionDrag->regionID);
-  if (!regions.empty())
-    for (const Region& region : scene.map->regions)
-      if (std::ranges::find(regions, std::optional(region.id)) != regions.end()) addRegion(region.rect);
+void SceneDifference::compareShownRegions(const MapScene& scene) {
+  const RegionLayerState& before = m_scene->shown.regions;
+  const RegionLayerState& now = scene.shown.regions;
+  if (before == now && m_scene->selectedRegionID == scene.selectedRegionID) return;
+  for (const Region& region : scene.map.regions) {
+    const QRectF rectBefore = displayRect(region, before);
+    const QRectF rect = displayRect(region, now);
+    const bool isOther = rectBefore != rect ||
+                         (m_scene->selectedRegionID == region.id) != (scene.selectedRegionID == region.id) ||
+                         (before.editingLabelID == region.id) != (now.editingLabelID == region.id);
+    if (!isOther) continue;
+    addRegion(rectBefore);
+    addRegion(rect);
+  }
 }
 
 // --- Marks ---
 
 void SceneDifference::addNode(const Node& node, int depth, const MapScene& scene) {
-  const double deepest = scene.tree->maxDepth();
+  const double deepest = scene.tree.maxDepth();
   const auto fraction = deepest >= 1 ? std::optional(std::max(0, depth) / deepest) : std::nullopt;
-  const HierarchicalConfig& config = scene.map->hierarchical;
+  const HierarchicalConfig& config = scene.map.hierarchical;
   const HierarchicalConfig* sizing = m_options->depthSizing ? &config : nullptr;
   QSizeF box = m_painter->measurer().measure(node, fraction, sizing).box.size();
   // A topic that was or is being edited has the size of the text in its field.
-  for (const MapScene* one : {&std::as_const(m_scene), &scene})
+  for (const ShownGestures* one : {&std::as_const(m_scene)->shown, &scene.shown})
     if (one->editingNodeID == node.id)
       box = box.expandedTo(
           m_painter->measurer().measure(node, fraction, sizing, one->editingTitle.value_or(node.title)).box.size());
@@ -313,27 +323,29 @@ void SceneDifference::addNode(const Node& node, int depth, const MapScene& scene
 
 void SceneDifference::addNodeOf(const std::optional<QUuid>& id, const MapScene& scene) {
   if (!id) return;
-  const std::uint32_t place = scene.index->find(*id);
+  const std::uint32_t place = scene.index.find(*id);
   if (place == MapIndex::npos) return;
-  addNode(scene.map->nodes[place], m_looks[scene.index->numberOfNode()[place]].depth, scene);
+  addNode(scene.map.nodes[place], m_looks[scene.index.numberOfNode()[place]].depth, scene);
 }
 
-const SceneDifference::NodeLook* SceneDifference::shown(const std::vector<NodeLook>& looks, const QUuid& id) const {
-  const std::uint32_t number = m_ids->find(id);
+const SceneDifference::NodeLook* SceneDifference::shown(const std::vector<NodeLook>& looks, const QUuid& id,
+                                                        const MapScene& scene) const {
+  const std::uint32_t number = scene.index.ids()->find(id);
   return number < looks.size() && looks[number].exists && looks[number].isShown ? &looks[number] : nullptr;
 }
 
 void SceneDifference::addEdge(const Edge& edge, const std::vector<NodeLook>& looks, const MapScene& scene) {
-  const NodeLook* from = shown(looks, edge.from);
-  const NodeLook* to = shown(looks, edge.to);
+  const NodeLook* from = shown(looks, edge.from, scene);
+  const NodeLook* to = shown(looks, edge.to, scene);
   if (!from || !to) return;
   m_parts.edges.push_back({from->position, to->position, edge.controlPointOffset.value_or(QPointF()),
-                           SceneSketch::reachOf(edge, scene.map->hierarchical)});
+                           SceneSketch::reachOf(edge, scene.map.hierarchical)});
 }
 
-void SceneDifference::addRelationship(const Relationship& relationship, const std::vector<NodeLook>& looks) {
-  const NodeLook* from = shown(looks, relationship.from);
-  const NodeLook* to = shown(looks, relationship.to);
+void SceneDifference::addRelationship(const Relationship& relationship, const std::vector<NodeLook>& looks,
+                                      const MapScene& scene) {
+  const NodeLook* from = shown(looks, relationship.from, scene);
+  const NodeLook* to = shown(looks, relationship.to, scene);
   if (!from || !to) return;
   const RelationshipCurve curve(from->position, to->position, relationship.controlPointOffset);
   m_parts.areas.push_back(curve.bounds().adjusted(-20, -40, 20, 20));

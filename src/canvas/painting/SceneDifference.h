@@ -1,6 +1,6 @@
 #pragma once
 
-#include <memory>
+#include <optional>
 #include <vector>
 
 #include "canvas/painting/MapPainter.h"
@@ -31,7 +31,7 @@ class SceneDifference {
  public:
   // Follows the scene but for its view and its exposed part. Where only gestures changed, and neither the map nor what
   // is selected or collapsed, the pass is spared. The painter is the one that paints the scene.
-  ChangedParts follow(const MapScene& scene, const PaintOptions& options, MapPainter& painter, bool onlyGestures);
+  ChangedParts follow(const MapScene& scene, const PaintOptions& options, MapPainter& painter);
 
  private:
   // A topic's look as far as it doesn't follow from its record.
@@ -46,23 +46,29 @@ class SceneDifference {
     bool hasChildren = false;
   };
 
+  // Told by what both scenes share, without a look inside.
+  bool hasOtherContent(const MapScene& scene) const;
   bool changesEverything(const MapScene& scene) const;
-  bool isDragging(const MapScene& scene) const;
+  // Whether handles of connectors lie on another side of the topics than before.
+  bool haveHandlesMoved(const MapScene& scene) const;
+  void compareContent(const MapScene& scene);
   void compareGestures(const MapScene& scene);
+  void compareLinks(const MapScene& scene);
+  void compareShownRegions(const MapScene& scene);
   void compareLooks(const MapScene& scene);
   void compareNodes(const MapScene& scene);
   void compareEdges(const MapScene& scene);
   void compareSelectedEdges(const MapScene& scene);
   void compareRelationships(const MapScene& scene);
   void compareRegions(const MapScene& scene);
-  std::vector<NodeLook> looksOf(const MapScene& scene) const;
+  std::vector<NodeLook> looksOf(const MapScene& scene);
 
   void addNode(const Node& node, int depth, const MapScene& scene);
   void addNodeOf(const std::optional<QUuid>& id, const MapScene& scene);
   void addEdge(const Edge& edge, const std::vector<NodeLook>& looks, const MapScene& scene);
-  void addRelationship(const Relationship& relationship, const std::vector<NodeLook>& looks);
+  void addRelationship(const Relationship& relationship, const std::vector<NodeLook>& looks, const MapScene& scene);
   void addRegion(const QRectF& rect);
-  const NodeLook* shown(const std::vector<NodeLook>& looks, const QUuid& id) const;
+  const NodeLook* shown(const std::vector<NodeLook>& looks, const QUuid& id, const MapScene& scene) const;
 
   // Of the call under way.
   ChangedParts m_parts;
@@ -72,14 +78,9 @@ class SceneDifference {
   std::vector<char> m_isMoved;       // by number: the topic's edges change with it
 
   // Of the scene that is remembered.
-  bool m_isKnown = false;
-  MindMap m_map;
-  MapScene m_scene;  // its pointers are not used
-  int m_maxDepth = 0;
-  std::shared_ptr<IdTable> m_ids;
+  std::optional<MapScene> m_scene;
   std::vector<NodeLook> m_looks;
-  std::vector<QUuid> m_selectedEdges;
-  bool m_areHandlesAbove = false;
+  bool m_hasTwins = false;  // topics of one id
 };
 
 }  // namespace quilmora

@@ -18,6 +18,8 @@ class ScenePlan {
   struct Part {
     std::vector<std::uint32_t> nodes;
     std::vector<std::uint32_t> edges;
+
+    bool isEmpty() const { return nodes.empty() && edges.empty(); }
   };
 
   // Tiles have a side of `tileSide` canvas units; that of coordinates (x, y) begins at x × side, y × side. `tiles` are

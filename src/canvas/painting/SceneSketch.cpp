@@ -85,6 +85,11 @@ bool isSizedAlike(const Node& a, const Node& b) {
 
 }  // namespace
 
+bool SceneSketch::isOf(const MindMap& map) const {
+  return m_nodes.sharesStorageWith(map.nodes) && m_edges.sharesStorageWith(map.edges) &&
+         m_hierarchical == map.hierarchical;
+}
+
 void SceneSketch::update(const MindMap& map) {
   if (!m_nodes.sharesStorageWith(map.nodes) || m_hierarchical != map.hierarchical) updateNodes(map);
   if (!m_edges.sharesStorageWith(map.edges)) updateEdges(map);
@@ -127,9 +132,6 @@ void SceneSketch::updateNodes(const MindMap& map) {
   }
   m_nodes = map.nodes;
   m_hierarchical = map.hierarchical;
-  m_maxHalfHeight = 0.0;
-  for (const NodeSketch& sketch : m_nodeSketches)
-    m_maxHalfHeight = std::max(m_maxHalfHeight, static_cast<double>(sketch.boundHalfHeight));
 }
 
 void SceneSketch::updateEdges(const MindMap& map) {

@@ -35,6 +35,8 @@ class SceneSketch {
   };
 
   void update(const MindMap& map);
+  // Whether it was last updated for a map with these topics and edges.
+  bool isOf(const MindMap& map) const;
   // Of a topic that nobody measured.
   static NodeSketch guess(const Node& node, const HierarchicalConfig& config);
 
@@ -45,9 +47,8 @@ class SceneSketch {
   // How far ribbon, head and handles of an edge reach from its curve.
   double edgeReach(std::size_t edge) const;
   static double reachOf(const Edge& edge, const HierarchicalConfig& config);
-  // Half the width and height that no topic exceeds, with its markers.
+  // Half the width that no topic exceeds, with its markers.
   double maxHalfWidth() const;
-  double maxHalfHeight() const { return m_maxHalfHeight; }
 
  private:
   void updateNodes(const MindMap& map);
@@ -58,7 +59,6 @@ class SceneSketch {
   HierarchicalConfig m_hierarchical;
   std::vector<NodeSketch> m_nodeSketches;
   std::vector<EdgeSketch> m_edgeSketches;
-  double m_maxHalfHeight = 0.0;
 };
 
 }  // namespace quilmora

@@ -150,9 +150,9 @@ std::unique_ptr<CanvasGesture> CanvasGestures::recognize(const PointerInput& inp
     case Kind::edgeTargetHandle:
       return std::make_unique<EndpointDrag>(context(), id, EdgeEndpoint::target, press.canvasStart);
     case Kind::edgeBendHandle:
-      return std::make_unique<BendDrag>(context(), CanvasState::Bend{false, id, {}}, press.canvasStart);
+      return std::make_unique<BendDrag>(context(), ShownGestures::HandleKind::edgeBend, id, press.canvasStart);
     case Kind::relationshipBendHandle:
-      return std::make_unique<BendDrag>(context(), CanvasState::Bend{true, id, {}}, press.canvasStart);
+      return std::make_unique<BendDrag>(context(), ShownGestures::HandleKind::relationshipBend, id, press.canvasStart);
     case Kind::region:
       return std::make_unique<RegionMoveDrag>(context(), id, press.viewStart);
     case Kind::regionResizeHandle:

@@ -24,6 +24,9 @@ constexpr double maxPartDistanceY = HandleMetrics::connectionHandleDiameter / 2.
 // microseconds.
 constexpr std::size_t movesPatience = 300;
 
+// More topics than these would cost more than their picture below.
+constexpr std::size_t maxLandingCount = 500;
+
 const PaintOptions& canvasOptions() {
   static const PaintOptions options = [] {
     PaintOptions canvas;
@@ -39,97 +42,84 @@ bool isOnDisc(const QRectF& disc, QPointF point) {
   return !disc.isEmpty() && handleContains(disc.center(), disc.width(), point);
 }
 
-// A presentation shows the map alone: no rings and no handles.
-void withoutSelection(MapScene& scene) {
-  static const IdSet none;
-  scene.selectedNodeIDs = &none;
-  scene.selectedEdgeIDs = &none;
-  scene.selectedRegionID.reset();
-  scene.selectedRelationshipID.reset();
-}
-
 }  // namespace
 
-MapScene CanvasScene::describe(const CanvasState& state) {
-  MapScene scene;
-  scene.map = &m_editor.mindMap();
-  scene.tree = &m_editor.treeInfo();
-  scene.index = &m_editor.mapIndex();
-  scene.hiddenNodes = &m_editor.hiddenNodes();
-  scene.view = {m_editor.canvasOffset(), m_editor.canvasZoom()};
-  scene.selectedNodeIDs = &m_editor.selectedNodeIDs();
-  scene.selectedEdgeIDs = &m_editor.selectedEdgeIDs();
-  scene.collapsedNodeIDs = &m_editor.collapsedNodeIDs();
-  scene.selectedRegionID = m_editor.selectedRegionID();
-  scene.selectedRelationshipID = state.selectedRelationshipID;
-  scene.nodeDragTranslation = state.nodeDragTranslation;
-  scene.editingNodeID = state.editingNodeID;
-  if (state.reparentTargetID) {
-    scene.dropTargetID = state.reparentTargetID;
-  } else if (state.handleDragTargetID) {
-    scene.dropTargetID = state.handleDragTargetID;
-    scene.dropTarget = MapScene::DropTarget::connection;
+const MapScene& CanvasScene::current(const ShownGestures& shown) {
+  // A presentation shows the map alone: no rings and no handles.
+  const bool showsSelection = !m_editor.isPresentationMode() || !shown.nodeDragTranslation.isNull();
+  const IdSet selectedNodes = showsSelection ? m_editor.selectedNodeIDs() : IdSet();
+  const IdSet selectedEdges = showsSelection ? m_editor.selectedEdgeIDs() : IdSet();
+  if (!isCurrent(selectedNodes, selectedEdges)) {
+    m_current.map = m_editor.mindMap();
+    m_current.index = m_editor.mapIndex();
+    m_current.tree = m_editor.treeInfo();
+    m_current.hiddenNodes = m_editor.sharedHiddenNodes();
+    m_current.selectedNodeIDs = selectedNodes;
+    m_current.selectedEdgeIDs = selectedEdges;
+    m_current.collapsedNodeIDs = m_editor.collapsedNodeIDs();
+    using Lens = EditorNavigation::FocusLens;
+    const Lens lens = m_editor.activeLens();
+    m_current.opacityRule = static_cast<int>(lens);
+    m_current.nodeOpacity = nullptr;
+    if (lens != Lens::none)
+      m_current.nodeOpacity = [lens, tree = m_current.tree](const Node& node) {
+        return EditorNavigation::opacityUnder(lens, node, tree);
+      };
   }
-  if (state.handleDragSourceID && state.handleDragEndPoint)
-    scene.connectionDrag = {*state.handleDragSourceID, *state.handleDragEndPoint, state.handleDragTargetID};
-  if (state.draggingEdgeID && state.edgeDragTranslation)
-    scene.draggedHandle = {state.draggingEdgeEndpoint == EdgeEndpoint::source ? MapScene::HandleKind::edgeSource
-                                                                              : MapScene::HandleKind::edgeTarget,
-                           *state.draggingEdgeID, *state.edgeDragTranslation};
-  if (const auto& bend = state.draggedBend)
-    scene.draggedHandle = {
-        bend->isRelationship ? MapScene::HandleKind::relationshipBend : MapScene::HandleKind::edgeBend, bend->ownerID,
-        bend->translation};
-  if (state.imageDropTargetID) {
-    scene.dropTargetID = state.imageDropTargetID;
-    scene.dropTarget = MapScene::DropTarget::connection;
-  }
-  describeRegions(scene, state.regions);
-  if (m_editor.activeLens() != EditorNavigation::FocusLens::none)
-    scene.nodeOpacity = [this](const Node& node) { return m_editor.nodeOpacity(node); };
-  scene.opacityRule = static_cast<int>(m_editor.activeLens());
-  if (m_editor.isPresentationMode() && state.nodeDragTranslation.isNull()) withoutSelection(scene);
-  return scene;
+  m_current.view = {m_editor.canvasOffset(), m_editor.canvasZoom()};
+  m_current.selectedRegionID = showsSelection ? m_editor.selectedRegionID() : std::nullopt;
+  m_current.shown = shown;
+  if (!showsSelection) m_current.shown.selectedRelationshipID.reset();
+  return m_current;
 }
 
-void CanvasScene::describeRegions(MapScene& scene, const RegionLayerState& state) const {
-  scene.editingRegionID = state.editingLabelID;
-  const std::optional<QUuid> dragged = state.draggingRegionID ? state.draggingRegionID : state.resizingRegionID;
-  if (!dragged) return;
-  if (const auto region = m_editor.regionByID(*dragged))
-    scene.regionDrag = MapScene::RegionDrag{*dragged, displayRect(*region, state)};
+// Told by what both sides share, without a look inside.
+bool CanvasScene::isCurrent(const IdSet& selectedNodes, const IdSet& selectedEdges) {
+  const MindMap& map = m_editor.mindMap();
+  return m_current.map.nodes.sharesStorageWith(map.nodes) && m_current.map.edges.sharesStorageWith(map.edges) &&
+         m_current.map.relationships.sharesStorageWith(map.relationships) &&
+         m_current.map.regions.sharesStorageWith(map.regions) && m_current.map.canvas == map.canvas &&
+         m_current.map.hierarchical == map.hierarchical &&
+         m_current.hiddenNodes.sharesStorageWith(m_editor.sharedHiddenNodes()) &&
+         m_current.selectedNodeIDs.sharesStorageWith(selectedNodes) &&
+         m_current.selectedEdgeIDs.sharesStorageWith(selectedEdges) &&
+         m_current.collapsedNodeIDs.sharesStorageWith(m_editor.collapsedNodeIDs()) &&
+         m_current.opacityRule == static_cast<int>(m_editor.activeLens());
 }
 
-ChangedParts CanvasScene::follow(const CanvasState& state, const std::optional<QString>& editedTitle,
-                                 bool onlyGestures) {
-  m_state = state;
-  m_editedTitle = editedTitle;
-  return m_difference.follow(describe(ViewTransform(), QRectF()), canvasOptions(), m_painter, onlyGestures);
+ChangedParts CanvasScene::follow(const ShownGestures& shown) {
+  const bool wasDragging = !m_pictured.shown.nodeDragTranslation.isNull();
+  const bool wasLanding = std::exchange(m_pictured.isLanding, false);
+  m_pictured = current(shown);
+  ChangedParts changes = m_difference.follow(m_pictured, canvasOptions(), m_painter);
+  m_pictured.isLanding = shown.nodeDragTranslation.isNull() && (wasDragging || (wasLanding && changes.isEmpty())) &&
+                         m_pictured.selectedNodeIDs.size() <= maxLandingCount;
+  return changes;
 }
 
-MapScene CanvasScene::describe(const ViewTransform& view, const QRectF& exposed) {
-  MapScene scene = describe(m_state);
+MapScene CanvasScene::pictured(const ViewTransform& view, const QRectF& exposed) const {
+  MapScene scene = m_pictured;
   scene.view = view;
   scene.exposed = exposed;
-  scene.editingTitle = m_editedTitle;
+  scene.isLanding = false;
   return scene;
 }
 
 PaintSteps CanvasScene::prepare(double zoom, const QRect& tiles) {
   m_plan = std::make_unique<ScenePlan>(PictureTiles::side / zoom, tiles);
-  return m_painter.makePlan(*m_plan, describe({QPointF(0, 0), zoom}, QRectF()), canvasOptions());
+  return m_painter.makePlan(*m_plan, pictured({QPointF(0, 0), zoom}, QRectF()), canvasOptions());
 }
 
 PaintSteps CanvasScene::paint(QPainter& painter, double zoom, QPoint tile) {
   constexpr double side = PictureTiles::side;
-  return m_painter.paintTile(painter, *m_plan, tile, describe({-QPointF(tile) * side, zoom}, QRectF(0, 0, side, side)),
+  return m_painter.paintTile(painter, *m_plan, tile, pictured({-QPointF(tile) * side, zoom}, QRectF(0, 0, side, side)),
                              canvasOptions());
 }
 
-void CanvasScene::paintMoving(QPainter& painter, QSize pixels, const ViewTransform& view, bool isLanding) {
-  MapScene scene = describe(view, QRectF(QPointF(0, 0), QSizeF(pixels)));
-  // Dragged by next to nothing.
-  if (isLanding) scene.nodeDragTranslation = QPointF(1e-9, 0);
+void CanvasScene::paintMoving(QPainter& painter, QSize pixels, const ViewTransform& view, bool haveTilesCaughtUp) {
+  m_pictured.isLanding = m_pictured.isLanding && !haveTilesCaughtUp;
+  MapScene scene = pictured(view, QRectF(QPointF(0, 0), QSizeF(pixels)));
+  scene.isLanding = m_pictured.isLanding;
   m_painter.paintMoving(painter, scene, canvasOptions());
 }
 
@@ -159,7 +149,7 @@ void CanvasScene::paintPartState(QPainter& painter, const CanvasState& state) {
 // --- What lies where ---
 
 CanvasTarget CanvasScene::targetAt(QPointF point, const CanvasState& state) {
-  const MapScene scene = describe(state);
+  const MapScene& scene = current(state);
   const bool handlesAbove = handlesLieAbove(scene, canvasOptions());
   if (handlesAbove)
     if (const auto handle = linkHandleAt(point, state)) return *handle;
@@ -167,14 +157,14 @@ CanvasTarget CanvasScene::targetAt(QPointF point, const CanvasState& state) {
   if (!handlesAbove)
     if (const auto handle = linkHandleAt(point, state)) return *handle;
   if (const auto index = m_painter.relationshipAt(scene, point))
-    return {CanvasTarget::Kind::relationship, scene.map->relationships[*index].id};
+    return {CanvasTarget::Kind::relationship, scene.map.relationships[*index].id};
   if (const auto index = m_painter.edgeAt(scene, point, canvasOptions()))
-    return {CanvasTarget::Kind::edge, scene.map->edges[*index].id};
+    return {CanvasTarget::Kind::edge, scene.map.edges[*index].id};
   return regionAt(point).value_or(CanvasTarget());
 }
 
 CanvasTarget CanvasScene::partAt(QPointF point, const CanvasState& state) {
-  const MapScene scene = describe(state);
+  const MapScene& scene = current(state);
   const bool handlesAbove = handlesLieAbove(scene, canvasOptions());
   if (handlesAbove)
     if (const auto handle = linkHandleAt(point, state)) return *handle;
@@ -226,9 +216,9 @@ std::optional<QRectF> CanvasScene::nodePartRect(const CanvasTarget& part, const 
   const auto position = shownPosition(part.id);
   if (!position || m_editor.canvasZoom() * m_pixelRatio < NodeMetrics::minPartScale) return std::nullopt;
   const bool isHandle = part.kind == CanvasTarget::Kind::connectionHandle;
-  if (isHandle ? !showsConnectionHandle(describe(state), part.id) : m_editor.treeInfo().childCount(part.id) == 0)
+  if (isHandle ? !showsConnectionHandle(current(state), part.id) : m_editor.treeInfo().childCount(part.id) == 0)
     return std::nullopt;
-  const NodeMetrics metrics = m_painter.measure(describe(state), m_editor.mapIndex().find(part.id), canvasOptions());
+  const NodeMetrics metrics = m_painter.measure(current(state), m_editor.mapIndex().find(part.id), canvasOptions());
   return (isHandle ? metrics.connectionHandle : metrics.collapseToggle).translated(*position);
 }
 
@@ -256,7 +246,7 @@ std::optional<QRectF> CanvasScene::relationshipHandleRect(const CanvasTarget& pa
 }
 
 std::optional<QUuid> CanvasScene::topicAt(QPointF point) {
-  const auto part = nodePartAt(describe({}), point);
+  const auto part = nodePartAt(current(), point);
   return part ? std::optional(part->id) : std::nullopt;
 }
 
@@ -329,16 +319,16 @@ std::optional<CanvasTarget> CanvasScene::relationshipHandleAt(QPointF point, con
 std::optional<CanvasTarget> CanvasScene::nodePartAt(const MapScene& scene, QPointF point, std::size_t* patience) {
   using Kind = CanvasTarget::Kind;
   const auto boxed = m_painter.nodeAt(scene, point, canvasOptions(), patience);
-  const auto& positions = scene.index->positions();
+  const auto& positions = scene.index.positions();
   const std::size_t last = boxed.value_or(0);
   if (scene.view.zoom * m_pixelRatio >= NodeMetrics::minPartScale)
     for (std::size_t i = positions.size(); i-- > last;) {
       const QPointF offset = point - positions[i];
       if (!(std::abs(offset.y()) <= maxPartDistanceY && std::abs(offset.x()) <= maxPartDistanceX)) continue;
-      if ((*scene.hiddenNodes)[i]) continue;
-      const QUuid id = scene.map->nodes[i].id;
+      if (scene.isHidden(i)) continue;
+      const QUuid id = scene.map.nodes[i].id;
       const bool hasHandle = showsConnectionHandle(scene, id);
-      const bool hasToggle = scene.tree->childCount(id) > 0;
+      const bool hasToggle = scene.tree.childCount(id) > 0;
       if (!hasHandle && !hasToggle) continue;
       if (patience && (*patience == 0 || --*patience == 0)) return std::nullopt;
       const NodeMetrics metrics = m_painter.measure(scene, i, canvasOptions());
@@ -346,12 +336,12 @@ std::optional<CanvasTarget> CanvasScene::nodePartAt(const MapScene& scene, QPoin
       if (hasToggle && isOnDisc(metrics.collapseToggle, offset)) return CanvasTarget{Kind::collapseToggle, id};
     }
   if (!boxed) return std::nullopt;
-  return CanvasTarget{Kind::node, scene.map->nodes[*boxed].id};
+  return CanvasTarget{Kind::node, scene.map.nodes[*boxed].id};
 }
 
 QRectF CanvasScene::topicBounds(const QUuid& nodeID) {
   const std::size_t index = m_editor.mapIndex().find(nodeID);
-  const NodeMetrics metrics = m_painter.measure(describe({}), index, canvasOptions());
+  const NodeMetrics metrics = m_painter.measure(current(), index, canvasOptions());
   return metrics.bounds().united(metrics.connectionHandle).translated(m_editor.mapIndex().positions()[index]);
 }
 
@@ -359,16 +349,17 @@ QRectF CanvasScene::topicBounds(const QUuid& nodeID) {
 
 TitleLook CanvasScene::titleLook(const QUuid& nodeID) {
   const std::size_t index = m_editor.mapIndex().find(nodeID);
-  const NodeSizing sizing = m_painter.measure(describe({}), index, canvasOptions()).sizing;
+  const NodeSizing sizing = m_painter.measure(current(), index, canvasOptions()).sizing;
   return {sizing.titleFont(), sizing.fontSize, colorFromHex(m_editor.mindMap().nodes[index].style.textColor)};
 }
 
 QRectF CanvasScene::titleField(const QUuid& nodeID, const QString& editedTitle) {
   const std::size_t index = m_editor.mapIndex().find(nodeID);
-  MapScene scene = describe({});
-  scene.editingNodeID = nodeID;
-  scene.editingTitle = editedTitle;
-  return m_painter.measure(scene, index, canvasOptions()).title.translated(scene.index->positions()[index]);
+  ShownGestures shown;
+  shown.editingNodeID = nodeID;
+  shown.editingTitle = editedTitle;
+  const MapScene& scene = current(shown);
+  return m_painter.measure(scene, index, canvasOptions()).title.translated(scene.index.positions()[index]);
 }
 
 }  // namespace quilmora

@@ -35,16 +35,14 @@ class CanvasScene final : public ScenePicture::Source {
  public:
   explicit CanvasScene(EditorNavigation& editor) : m_editor(editor) {}
 
-  // What to show from now on. `editedTitle` is the text in the open title field.
-  // Returns what looks different from what was to be shown before. Where only gestures changed, and neither the map nor
-  // what is selected or collapsed, that is found faster.
-  ChangedParts follow(const CanvasState& state, const std::optional<QString>& editedTitle, bool onlyGestures);
+  // What to show from now on. Returns what looks different from what was to be shown before.
+  ChangedParts follow(const ShownGestures& shown);
   void setPixelRatio(double ratio) { m_pixelRatio = ratio; }
   PaintSteps prepare(double zoom, const QRect& tiles) override;
   PaintSteps paint(QPainter& painter, double zoom, QPoint tile) override;
   // Paints what a gesture moves, which the tiles lack, in device pixels of a view of this size. After a drag the topics
-  // may be shown so until the tiles have caught up.
-  void paintMoving(QPainter& painter, QSize pixels, const ViewTransform& view, bool isLanding);
+  // are shown so until the tiles have caught up.
+  void paintMoving(QPainter& painter, QSize pixels, const ViewTransform& view, bool haveTilesCaughtUp);
   // Paints the selection box, which lies above all else (view coordinates).
   void paintSelectionBox(QPainter& painter, const CanvasState& state) const;
   // Paints the answer of the button or handle under the pointer, above the picture of the map (view coordinates).
@@ -64,9 +62,11 @@ class CanvasScene final : public ScenePicture::Source {
   QRectF titleField(const QUuid& nodeID, const QString& editedTitle);
 
  private:
-  MapScene describe(const CanvasState& state);
-  MapScene describe(const ViewTransform& view, const QRectF& exposed);
-  void describeRegions(MapScene& scene, const RegionLayerState& state) const;
+  // The map as it stands, for what lies where; cheap where nothing changed.
+  const MapScene& current(const ShownGestures& shown = {});
+  bool isCurrent(const IdSet& selectedNodes, const IdSet& selectedEdges);
+  // What is to be shown, in this view.
+  MapScene pictured(const ViewTransform& view, const QRectF& exposed) const;
   // The handle of a selected edge or relationship.
   std::optional<CanvasTarget> linkHandleAt(QPointF point, const CanvasState& state);
   std::optional<CanvasTarget> edgeHandleAt(QPointF point);
@@ -80,8 +80,8 @@ class CanvasScene final : public ScenePicture::Source {
   std::optional<QRectF> relationshipHandleRect(const CanvasTarget& part);
 
   EditorNavigation& m_editor;
-  CanvasState m_state;
-  std::optional<QString> m_editedTitle;
+  MapScene m_current;
+  MapScene m_pictured;
   double m_pixelRatio = 1.0;
   MapPainter m_painter;
   std::unique_ptr<ScenePlan> m_plan;

@@ -22,14 +22,6 @@ namespace quilmora {
 
 namespace {
 
-const Clock& systemClock() {
-  static const SystemClock clock;
-  return clock;
-}
-
-// More topics than these would cost more than their picture below.
-constexpr std::size_t maxLandingCount = 500;
-
 Qt::CursorShape shapeOf(CanvasCursor cursor) {
   switch (cursor) {
     case CanvasCursor::arrow:
@@ -42,29 +34,7 @@ Qt::CursorShape shapeOf(CanvasCursor cursor) {
   Q_UNREACHABLE();
 }
 
-// The gestures' state without what only moves the view or lies above the picture.
-CanvasState picturedState(CanvasState state) {
-  const CanvasState none;
-  state.initialZoom = none.initialZoom;
-  state.hasAppearedOnce = none.hasAppearedOnce;
-  state.selectionBoxStart.reset();
-  state.selectionBoxCurrent.reset();
-  state.isPanning = none.isPanning;
-  state.panStartOffset = none.panStartOffset;
-  state.isOptionHeld = none.isOptionHeld;
-  state.canvasSize = none.canvasSize;
-  state.lastTapNodeID.reset();
-  state.lastTapTime = none.lastTapTime;
-  state.hoveredPart.reset();
-  state.pressedPart.reset();
-  return state;
-}
-
 }  // namespace
-
-CanvasView::CanvasView(MindMapViewModel& editor, WindowCommands& commands, NotificationCenter& notifications,
-                       Scheduler& scheduler, QWidget* parent)
-    : CanvasView(editor, commands, notifications, scheduler, systemClock(), parent) {}
 
 CanvasView::CanvasView(MindMapViewModel& editor, WindowCommands& commands, NotificationCenter& notifications,
                        Scheduler& scheduler, const Clock& clock, QWidget* parent)
@@ -102,7 +72,7 @@ CanvasView::~CanvasView() {
 }
 
 void CanvasView::observeEditor() {
-  const auto repaint = [this] { sceneChanged(); };
+  const auto repaint = [this] { update(); };
   const auto move = [this] { viewMoved(); };
   connect(&m_editor, &MindMapViewModel::mindMapChanged, this, &CanvasView::mapChanged);
   connect(&m_editor, &MindMapViewModel::collapsedNodeIDsChanged, this, &CanvasView::mapChanged);
@@ -156,7 +126,7 @@ void CanvasView::zoomToFit() {
 
 // --- What is shown ---
 
-void CanvasView::paintEvent(QPaintEvent*) {
+void CanvasView::paintEvent(QPaintEvent* event) {
   followScene();
   QPainter painter(this);
   const double ratio = devicePixelRatioF();
@@ -165,12 +135,13 @@ void CanvasView::paintEvent(QPaintEvent*) {
   const QPaintDevice* device = redirected(nullptr);
   const bool isPicture = device && device->devType() == QInternal::Pixmap;
   m_picture.setImportantPoint(m_editor.isCanvasHovered ? m_editor.cursorLocation : QRectF(rect()).center());
-  m_picture.show(painter, size(), ratio, view, colorFromHex(m_editor.mindMap().canvas.background),
-                 isPicture ? ScenePicture::Effort::all : ScenePicture::Effort::slice);
-  m_isLanding = m_isLanding && !m_picture.isSettled();
+  const bool isNew = m_picture.show(painter, size(), ratio, view, colorFromHex(m_editor.mindMap().canvas.background),
+                                    isPicture ? ScenePicture::Effort::all : ScenePicture::Effort::slice);
+  // A card above the canvas may have asked for what lies below it alone.
+  if (isNew && !isPicture && event->region() != QRegion(rect())) update();
   painter.save();
   painter.scale(1.0 / ratio, 1.0 / ratio);
-  m_scene.paintMoving(painter, size() * ratio, ScenePicture::onDevicePixels(view, ratio), m_isLanding);
+  m_scene.paintMoving(painter, size() * ratio, ScenePicture::onDevicePixels(view, ratio), m_picture.isSettled());
   painter.restore();
   m_scene.paintPartState(painter, m_gestures.state());
   m_scene.paintSelectionBox(painter, m_gestures.state());
@@ -181,24 +152,15 @@ void CanvasView::assumeQuickPainting() {
   m_picture.assumeViewCost(std::chrono::milliseconds(0));
 }
 
-void CanvasView::followScene() {
-  Pictured pictured{picturedState(m_gestures.state()),
-                    m_titleEditor ? std::optional(m_titleEditor->shownTitle()) : std::nullopt};
-  m_scene.setPixelRatio(devicePixelRatioF());
-  if (pictured == m_pictured && !m_isSceneChanged) return;
-  const bool wasDragging = !m_pictured.state.nodeDragTranslation.isNull();
-  m_isLanding = pictured.state.nodeDragTranslation.isNull() && (wasDragging || (m_isLanding && !m_isSceneChanged)) &&
-                m_editor.selectedNodeIDs().size() <= maxLandingCount;
-  m_pictured = std::move(pictured);
-  m_picture.markStale(
-      m_scene.follow(m_gestures.state(), m_pictured.editedTitle, !std::exchange(m_isSceneChanged, false)));
+void CanvasView::assumeSlices(int steps) {
+  m_picture.assumeSlices([steps] { return [left = steps]() mutable { return --left <= 0; }; });
 }
 
-void CanvasView::sceneChanged() {
-  m_isSceneChanged = true;
-  // What it reads may be gone before the next frame.
-  m_picture.interrupt();
-  update();
+void CanvasView::followScene() {
+  ShownGestures shown = m_gestures.state();
+  if (m_titleEditor) shown.editingTitle = m_titleEditor->shownTitle();
+  m_scene.setPixelRatio(devicePixelRatioF());
+  m_picture.markStale(m_scene.follow(shown));
 }
 
 void CanvasView::gesturesChanged() {
@@ -223,7 +185,7 @@ void CanvasView::mapChanged() {
   if (m_titleEditor && m_titleEditorNodeID && m_editor.isHidden(*m_titleEditorNodeID)) m_titleEditor->commit();
   placeTitleEditor();
   placeLabelField();
-  sceneChanged();
+  update();
 }
 
 // --- Title field ---

@@ -35,9 +35,7 @@ class CanvasView : public QWidget {
   Q_OBJECT
 
  public:
-  CanvasView(MindMapViewModel& editor, WindowCommands& commands, NotificationCenter& notifications,
-             Scheduler& scheduler, QWidget* parent = nullptr);
-  // With a clock for double taps and animations.
+  // The clock is for double taps and animations.
   CanvasView(MindMapViewModel& editor, WindowCommands& commands, NotificationCenter& notifications,
              Scheduler& scheduler, const Clock& clock, QWidget* parent = nullptr);
   ~CanvasView() override;
@@ -58,6 +56,8 @@ class CanvasView : public QWidget {
   void forgetPicture() { m_picture.markAllStale(); }
   // Lets every frame be complete, as if painting took no time; for tests.
   void assumeQuickPainting();
+  // Lets every slice of painting take so many steps; for tests.
+  void assumeSlices(int steps);
   // Whether the last frame showed every detail.
   bool isPictureSettled() const { return m_picture.isSettled(); }
   QSize minimumSizeHint() const override { return {400, 300}; }
@@ -103,7 +103,6 @@ class CanvasView : public QWidget {
   void showPartToolTip(const QHelpEvent& event);
   void gesturesChanged();
   void viewMoved();
-  void sceneChanged();
   // Tells the picture what became stale since the last frame.
   void followScene();
   void mapChanged();
@@ -140,15 +139,6 @@ class CanvasView : public QWidget {
   Scheduler& m_scheduler;
   CanvasScene m_scene;
   ScenePicture m_picture;
-  // What of the gestures is in the picture.
-  struct Pictured {
-    CanvasState state;
-    std::optional<QString> editedTitle;
-
-    bool operator==(const Pictured&) const = default;
-  } m_pictured;
-  bool m_isSceneChanged = true;  // since the last frame
-  bool m_isLanding = false;      // topics were dropped, and the picture lacks them still
   CanvasGestures m_gestures;
   CanvasKeys m_keys;
   LayoutNotificationReceivers m_layoutReceivers;

@@ -60,9 +60,9 @@ void ScenePicture::markStale(const ChangedParts& parts) {
                      [this](QPoint tile) { m_tiles.markStale(tile); });
 }
 
-void ScenePicture::show(QPainter& painter, QSize size, double pixelRatio, const ViewTransform& view,
+bool ScenePicture::show(QPainter& painter, QSize size, double pixelRatio, const ViewTransform& view,
                         const QColor& background, Effort effort) {
-  if (size.isEmpty() || !isFinite(view.offset) || !(view.zoom > 0)) return;
+  if (size.isEmpty() || !isFinite(view.offset) || !(view.zoom > 0)) return false;
   const ViewTransform wanted = onDevicePixels(view, pixelRatio);
   if (wanted.zoom != m_view.zoom) changeZoom(wanted, background);
   m_pixelRatio = pixelRatio;
@@ -71,12 +71,11 @@ void ScenePicture::show(QPainter& painter, QSize size, double pixelRatio, const 
   m_view = wanted;
   findTiles();
   if (effort == Effort::all) m_isZooming = false;
+  bool isNewInView = false;
   if (!m_isZooming) {
     cancel(m_restTask);
-    if (effort == Effort::all)
-      work([] { return false; });
-    else
-      work(m_startSlice ? m_startSlice() : startSlice());
+    const auto isTimeUp = m_startSlice ? m_startSlice() : startSlice();
+    isNewInView = work([&] { return effort == Effort::slice && isTimeUp(); });
   }
   painter.save();
   // Pixel upon pixel, which is copied many times faster than a picture with a ratio of its own.
@@ -84,6 +83,7 @@ void ScenePicture::show(QPainter& painter, QSize size, double pixelRatio, const 
   draw(painter, m_pixels, m_inView, m_view, background);
   painter.restore();
   if (!m_isZooming && !m_tiles.isSettled(m_wanted)) continueLater();
+  return isNewInView;
 }
 
 void ScenePicture::changeZoom(const ViewTransform& wanted, const QColor& background) {

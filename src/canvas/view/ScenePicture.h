@@ -61,8 +61,9 @@ class ScenePicture {
   void setImportantPoint(QPointF point) { m_importantPoint = point; }
 
   // Paints the view, of a size in device-independent pixels, on a painter in those. The offset is rounded to whole
-  // device pixels. `background` shows where there is no picture yet. With all effort nothing is left stale.
-  void show(QPainter& painter, QSize size, double pixelRatio, const ViewTransform& view, const QColor& background,
+  // device pixels. `background` shows where there is no picture yet. With all effort nothing is left stale. Returns
+  // whether some of it was painted just now: whoever lets only a part of it through has to show the rest as well.
+  bool show(QPainter& painter, QSize size, double pixelRatio, const ViewTransform& view, const QColor& background,
             Effort effort = Effort::slice);
   // Whether the view as last shown has every detail.
   bool isSettled() const { return m_tiles.isSettled(m_inView); }

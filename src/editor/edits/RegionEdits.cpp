@@ -23,10 +23,6 @@ const QString& newRegionColor(std::size_t regionCount) {
 
 }  // namespace
 
-QSizeF regionSize(QSizeF wanted) {
-  return wanted.expandedTo(minRegionSize);
-}
-
 QRectF newRegionRect(const MapIndex& index, const IdSet& ids, std::optional<QPointF> point) {
   std::optional<QPointF> low;
   QPointF high;

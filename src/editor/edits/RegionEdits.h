@@ -4,14 +4,10 @@
 
 #include "model/IdSet.h"
 #include "model/MapIndex.h"
+#include "model/RegionSize.h"
 
 // Regions: labelled rectangles behind the topics.
 namespace quilmora::edits {
-
-inline constexpr QSizeF minRegionSize{80.0, 60.0};
-
-// The size that a region takes when it is pulled to the wanted one.
-QSizeF regionSize(QSizeF wanted);
 
 // Around the topics with these ids, else around the point (canvas units), else at a fixed place.
 QRectF newRegionRect(const MapIndex& index, const IdSet& ids, std::optional<QPointF> point);

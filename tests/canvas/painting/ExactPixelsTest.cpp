@@ -17,9 +17,9 @@ class Picture {
 
   QImage paint(const QRect& part) {
     MapScene scene;
-    scene.map = &m_map;
-    scene.index = &m_index;
-    scene.tree = &m_tree;
+    scene.map = m_map;
+    scene.index = m_index;
+    scene.tree = m_tree;
     scene.view = {QPointF(160, 160), 2.0};
     scene.exposed = part;
     scene.pixelOrigin = part.topLeft();

@@ -55,7 +55,7 @@ struct RelationshipPainting : testing::Test {
     painted.options.handlesAboveNodes = true;
     painted.map.canvas.background = QStringLiteral("#E0E0E0");
     painted.map.relationships.append(link);
-    painted.scene.selectedRelationshipID = link.id;
+    painted.scene.shown.selectedRelationshipID = link.id;
   }
   PaintedMap painted;
   const QUuid a = painted.addNode(QPointF(-150, 0));
@@ -92,7 +92,8 @@ TEST_F(HandlePainting, EndsLieBelowTheTopicsWhereTheOptionsSaySo) {
 }
 
 TEST_F(HandlePainting, EndUnderADragIsDrawnWhereItWasDraggedTo) {
-  painted.scene.draggedHandle = MapScene::DraggedHandle{MapScene::HandleKind::edgeTarget, edge, QPointF(-20, 80)};
+  painted.scene.shown.draggedHandle =
+      ShownGestures::DraggedHandle{ShownGestures::HandleKind::edgeTarget, edge, QPointF(-20, 80)};
   const QImage image = select();
   EXPECT_EQ(painted.at(image, QPointF(130, 80)), orange);
   EXPECT_EQ(painted.at(image, QPointF(150, 0)), fill);
@@ -107,7 +108,8 @@ TEST_F(HandlePainting, BendIsAPurpleDiscAtSevenTenthsWithAContourOfOneAndAHalf) 
 }
 
 TEST_F(HandlePainting, BendUnderADragIsSolid) {
-  painted.scene.draggedHandle = MapScene::DraggedHandle{MapScene::HandleKind::edgeBend, edge, QPointF(10, 70)};
+  painted.scene.shown.draggedHandle =
+      ShownGestures::DraggedHandle{ShownGestures::HandleKind::edgeBend, edge, QPointF(10, 70)};
   const QImage image = select();
   EXPECT_EQ(painted.at(image, QPointF(10, 70)), purple);
   EXPECT_EQ(painted.at(image, QPointF(0, 0)), QColor(Qt::red));
@@ -139,7 +141,7 @@ TEST_F(RelationshipPainting, SelectedOneShowsItsBendAndItsDeleteButton) {
 }
 
 TEST_F(RelationshipPainting, AnotherOneShowsNoHandles) {
-  painted.scene.selectedRelationshipID = QUuid::createUuid();
+  painted.scene.shown.selectedRelationshipID = QUuid::createUuid();
   const QImage image = paintFinely(painted);
   EXPECT_EQ(painted.at(image, QPointF(0, 9)), ground);
   EXPECT_EQ(painted.at(image, QPointF(0, 34)), ground);
@@ -153,8 +155,8 @@ TEST_F(RelationshipPainting, HandlesLieAboveTopicsAsThoseOfEdgesDo) {
 }
 
 TEST_F(RelationshipPainting, BendUnderADragIsSolidAndTheButtonStays) {
-  painted.scene.draggedHandle =
-      MapScene::DraggedHandle{MapScene::HandleKind::relationshipBend, link.id, QPointF(40, 50)};
+  painted.scene.shown.draggedHandle =
+      ShownGestures::DraggedHandle{ShownGestures::HandleKind::relationshipBend, link.id, QPointF(40, 50)};
   const QImage image = paintFinely(painted);
   EXPECT_EQ(painted.at(image, QPointF(40, 80)), purple);
   EXPECT_EQ(painted.at(image, QPointF(0, 9)), red);
@@ -165,7 +167,8 @@ TEST_F(RelationshipPainting, BendUnderADragIsSolidAndTheButtonStays) {
 TEST(ConnectionPainting, PreviewIsADashedLineWithAPlusOnADiscAtItsEnd) {
   PaintedMap painted;
   const QUuid source = painted.addNode(QPointF(-150, -40));
-  painted.scene.connectionDrag = MapScene::ConnectionDrag{source, QPointF(150, -40), {}};
+  painted.scene.shown.handleDragSourceID = source;
+  painted.scene.shown.handleDragEndPoint = QPointF(150, -40);
   const QImage image = painted.paint();
   const QColor dash = blend(accent, 0.6, white);
   int dashes = 0;
@@ -189,9 +192,9 @@ TEST(ConnectionPainting, PreviewLeadsToTheCentreOfItsTarget) {
   PaintedMap painted;
   const QUuid source = painted.addNode(QPointF(-150, 0));
   const QUuid target = painted.addNode(QPointF(120, 60));
-  painted.scene.dropTargetID = target;
-  painted.scene.dropTarget = MapScene::DropTarget::connection;
-  painted.scene.connectionDrag = MapScene::ConnectionDrag{source, QPointF(150, 20), target};
+  painted.scene.shown.handleDragSourceID = source;
+  painted.scene.shown.handleDragEndPoint = QPointF(150, 20);
+  painted.scene.shown.handleDragTargetID = target;
   const QImage image = paintFinely(painted);
   EXPECT_EQ(painted.at(image, QPointF(150, 12)), white);  // no disc at the pointer
   const double bottom = painted.metrics(1).box.bottom();
@@ -206,7 +209,8 @@ TEST(ConnectionPainting, HandleFollowsTheDragWithoutItsPlus) {
   EXPECT_EQ(rest.size(), QSizeF(22, 22));
   EXPECT_DOUBLE_EQ(rest.center().x(), -100 + painted.metrics(0).box.right() + 8);
   EXPECT_GT(pointsNear(painted, paintFinely(painted), rest.adjusted(5, 5, -5, -5), white), 40);
-  painted.scene.connectionDrag = MapScene::ConnectionDrag{source, QPointF(-20, 70), {}};
+  painted.scene.shown.handleDragSourceID = source;
+  painted.scene.shown.handleDragEndPoint = QPointF(-20, 70);
   const QImage image = paintFinely(painted);
   const QRectF dragged = rest.translated(80, 70);
   EXPECT_EQ(painted.at(image, dragged.center()), accent);
@@ -345,7 +349,7 @@ TEST_F(RegionPainting, LabelIsWhiteOnAPlateOfTheColour) {
   const QColor plate = blend(Qt::black, 0.95, blend(Qt::black, 0.12, white));
   EXPECT_LE(colorDistance(painted.at(image, QPointF(-96, -70)), plate), 2);
   EXPECT_GT(pointsNear(painted, image, QRectF(-92, -78, 40, 16), white), 40);
-  painted.scene.editingRegionID = region.id;
+  painted.scene.shown.regions.editingLabelID = region.id;
   EXPECT_LE(colorDistance(painted.at(paint(), QPointF(-96, -70)), blend(Qt::black, 0.12, white)), 1);
 }
 

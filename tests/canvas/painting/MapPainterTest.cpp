@@ -71,11 +71,12 @@ TEST_P(NodeLook, HasASelectionBorderOfTwoAndAHalf) {
 TEST_P(NodeLook, ShowsTheDropTargetBeforeTheSelection) {
   const QUuid id = painted.addNode(QPointF(0, 0));
   painted.selectedNodes.insert(id);
-  painted.scene.dropTargetID = id;
+  painted.scene.shown.reparentTargetID = id;
   QImage image = paint();
   EXPECT_NEAR(borderWidthAt(image, reparentGreen), 3.0, 0.06);
   EXPECT_EQ(painted.at(image, insideBottom(4.5)), fill);
-  painted.scene.dropTarget = MapScene::DropTarget::connection;
+  painted.scene.shown.reparentTargetID.reset();
+  painted.scene.shown.handleDragTargetID = id;
   image = paint();
   EXPECT_NEAR(borderWidthAt(image, selection), 3.0, 0.06);
 }
@@ -136,7 +137,7 @@ TEST_P(NodeLook, ShowsTheConnectionHandleOnlyWhenSelectedAndNotEdited) {
   EXPECT_EQ(painted.at(paint(), probe), white);
   painted.selectedNodes.insert(id);
   EXPECT_EQ(painted.at(paint(), probe), selection);
-  painted.scene.editingNodeID = id;
+  painted.scene.shown.editingNodeID = id;
   EXPECT_EQ(painted.at(paint(), painted.metrics(0).connectionHandle.center() + QPointF(8, 0)), white);
 }
 
@@ -170,7 +171,7 @@ TEST(MapPainter, DrawsTitlesButForTheOneBeingEdited) {
     return count;
   };
   EXPECT_GT(lightPixels(painted.paint()), 150);
-  painted.scene.editingNodeID = id;
+  painted.scene.shown.editingNodeID = id;
   EXPECT_EQ(lightPixels(painted.paint()), 0);
 }
 
@@ -295,7 +296,7 @@ TEST(MapPainter, ShowsStraightPreviewsOfTheEdgesOfDraggedTopics) {
   const QImage still = painted.paint();
   EXPECT_LE(colorDistance(painted.at(still, QPointF(0, -57)), QColor(255, 51, 51)), 1);
 
-  painted.scene.nodeDragTranslation = QPointF(0, 20);
+  painted.scene.shown.nodeDragTranslation = QPointF(0, 20);
   const QImage dragged = painted.paint();
   // The edge between the other two keeps its ribbon; the one with a dragged end is a line from centre to centre.
   EXPECT_LE(colorDistance(painted.at(dragged, QPointF(0, -57)), QColor(255, 51, 51)), 1);
@@ -304,7 +305,7 @@ TEST(MapPainter, ShowsStraightPreviewsOfTheEdgesOfDraggedTopics) {
   EXPECT_EQ(painted.at(dragged, QPointF(0, 36)), white);
   EXPECT_EQ(painted.at(dragged, QPointF(150, 124)), fill);
 
-  painted.scene.nodeDragTranslation = QPointF(0, 0);
+  painted.scene.shown.nodeDragTranslation = QPointF(0, 0);
   EXPECT_EQ(painted.paint(), still);
 }
 
@@ -347,7 +348,8 @@ TEST(MapPainter, DrawsRegionsBelowTopics) {
   painted.scene.selectedRegionID = region.id;
   image = painted.paint();
   EXPECT_EQ(painted.at(image, QPointF(100, 80)), white);  // the resize handle
-  painted.scene.regionDrag = MapScene::RegionDrag{region.id, QRectF(-100, -80, 80, 60)};
+  painted.scene.shown.regions.resizingRegionID = region.id;
+  painted.scene.shown.regions.resizeDelta = QSizeF(-120, -100);
   EXPECT_EQ(painted.at(painted.paint(), QPointF(80, 60)), white);
 }
 
@@ -466,6 +468,7 @@ TEST(MapPainter, FindsTheTopmostTopicUnderAPoint) {
   EXPECT_EQ(painted.painter.nodeAt(painted.scene, QPointF(5, 0)), 1u);
   EXPECT_EQ(painted.painter.nodeAt(painted.scene, QPointF(0, 100)), std::nullopt);
   painted.hidden = {0, 1};
+  painted.refresh();
   EXPECT_EQ(painted.painter.nodeAt(painted.scene, QPointF(5, 0)), 0u);
 }
 

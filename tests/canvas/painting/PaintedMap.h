@@ -25,9 +25,6 @@ struct PaintedMap {
   PaintedMap() {
     map.canvas.background = QStringLiteral("#FFFFFF");
     map.hierarchical.edgeSizing = false;
-    scene.selectedNodeIDs = &selectedNodes;
-    scene.selectedEdgeIDs = &selectedEdges;
-    scene.collapsedNodeIDs = &collapsed;
   }
 
   QUuid addNode(QPointF position, const QString& title = {}, const char* fill = "#4080C0",
@@ -62,15 +59,16 @@ struct PaintedMap {
     map.edges.update(index, change);
   }
 
-  // Brings what is derived from the map up to date.
+  // Brings the scene up to date.
   void refresh() {
-    m_index = MapIndex(map.nodes, map.edges);
-    m_tree = TreeInfo(m_index);
-    scene.map = &map;
-    scene.index = &m_index;
-    scene.tree = &m_tree;
     hidden.resize(map.nodes.size(), 0);
-    scene.hiddenNodes = &hidden;
+    scene.map = map;
+    scene.index = MapIndex(map.nodes, map.edges);
+    scene.tree = TreeInfo(scene.index);
+    scene.hiddenNodes = SharedValue(hidden);
+    scene.selectedNodeIDs = selectedNodes;
+    scene.selectedEdgeIDs = selectedEdges;
+    scene.collapsedNodeIDs = collapsed;
   }
 
   // A picture of the view with the canvas point (0, 0) in its middle.
@@ -102,8 +100,6 @@ struct PaintedMap {
   }
 
  private:
-  MapIndex m_index;
-  TreeInfo m_tree;
   double m_ratio = 1.0;
   double m_zoom = 1.0;
   QSize m_size;

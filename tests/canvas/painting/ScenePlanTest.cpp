@@ -144,7 +144,7 @@ TEST(MovingLayer, ManyDraggedTopicsMoveAsOnePicture) {
   for (const QPointF way : {QPointF(4, 4), QPointF(40, 9), QPointF(140, 60), QPointF(400, 60), QPointF(-30, 5)}) {
     PaintedMap fresh;
     fill(fresh);
-    kept.scene.nodeDragTranslation = fresh.scene.nodeDragTranslation = way;
+    kept.scene.shown.nodeDragTranslation = fresh.scene.shown.nodeDragTranslation = way;
     EXPECT_EQ(farthestColors(kept.paint(QSize(768, 512)), fresh.paint(QSize(768, 512))), 0) << way.x();
   }
   // Another selection is another picture.
@@ -152,7 +152,7 @@ TEST(MovingLayer, ManyDraggedTopicsMoveAsOnePicture) {
   PaintedMap fresh;
   fill(fresh);
   fresh.selectedNodes.remove(fresh.map.nodes[5].id);
-  fresh.scene.nodeDragTranslation = kept.scene.nodeDragTranslation;
+  fresh.scene.shown.nodeDragTranslation = kept.scene.shown.nodeDragTranslation;
   EXPECT_EQ(farthestColors(kept.paint(QSize(768, 512)), fresh.paint(QSize(768, 512))), 0);
 }
 
@@ -163,7 +163,7 @@ TEST(MovingLayer, TopicsAtRestStayAboveThePreviews) {
   painted.addNode(QPointF(0, 10), {}, "#FFCC00", "#FFCC00");
   painted.addEdge(moved, other);
   painted.selectedNodes.insert(moved);
-  painted.scene.nodeDragTranslation = QPointF(0, 5);
+  painted.scene.shown.nodeDragTranslation = QPointF(0, 5);
   const QImage image = painted.paint();
   EXPECT_EQ(painted.at(image, QPointF(0, 3)), QColor(0xFF, 0xCC, 0x00));
   EXPECT_NE(painted.at(image, QPointF(70, 1.5)), QColor(Qt::white));

@@ -165,13 +165,14 @@ TEST_F(EdgeHandleDrag, TapOnAnEndIsATapOnItsTopic) {
 TEST_F(EdgeHandleDrag, OfABendAddsToItAtTheEnd) {
   rig.press({250, 100});
   rig.move({251.9, 100});
-  EXPECT_FALSE(rig.state().draggedBend);
+  EXPECT_FALSE(rig.state().draggedHandle);
   rig.move({250, 140});
-  EXPECT_EQ(rig.state().draggedBend, (CanvasState::Bend{false, edgeId(0), QPointF(0, 40)}));
+  EXPECT_EQ(rig.state().draggedHandle,
+            (ShownGestures::DraggedHandle{ShownGestures::HandleKind::edgeBend, edgeId(0), QPointF(0, 40)}));
   EXPECT_FALSE(edge(0).controlPointOffset);
   rig.release({250, 140});
   EXPECT_EQ(edge(0).controlPointOffset, QPointF(0, 40));
-  EXPECT_FALSE(rig.state().draggedBend);
+  EXPECT_FALSE(rig.state().draggedHandle);
   rig.look(0.5, {0, 0});
   rig.drag({125, 50}, {130, 45});
   EXPECT_EQ(edge(0).controlPointOffset, QPointF(10, 30));

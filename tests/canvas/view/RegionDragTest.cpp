@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "canvas/view/CanvasRig.h"
+#include "canvas/view/RegionLayer.h"
 #include "canvas/view/RegionMaps.h"
 
 using namespace quilmora;

@@ -442,14 +442,11 @@ TEST_F(PictureInWindow, AChangeOfOneTopicPaintsItsSurroundingsAlone) {
   const PaintOptions options;
   MapScene scene;
   const auto follow = [&] {
-    scene.map = &rig.editor.mindMap();
-    scene.index = &rig.editor.mapIndex();
-    scene.tree = &rig.editor.treeInfo();
-    scene.hiddenNodes = &rig.editor.hiddenNodes();
-    scene.selectedNodeIDs = &rig.editor.selectedNodeIDs();
-    scene.selectedEdgeIDs = &rig.editor.selectedEdgeIDs();
-    scene.collapsedNodeIDs = &rig.editor.collapsedNodeIDs();
-    return difference.follow(scene, options, painter, false);
+    scene.map = rig.editor.mindMap();
+    scene.index = rig.editor.mapIndex();
+    scene.tree = rig.editor.treeInfo();
+    scene.selectedNodeIDs = rig.editor.selectedNodeIDs();
+    return difference.follow(scene, options, painter);
   };
   EXPECT_TRUE(follow().everything);
   EXPECT_TRUE(follow().isEmpty());

@@ -14,7 +14,7 @@ EndpointDrag::~EndpointDrag() {
   state().draggingEdgeID.reset();
   state().draggingEdgeEndpoint.reset();
   state().edgeDragPosition.reset();
-  state().edgeDragTranslation.reset();
+  state().draggedHandle.reset();
 }
 
 std::optional<Edge> EndpointDrag::edge() const {
@@ -25,11 +25,14 @@ void EndpointDrag::change(const PointerInput& input) {
   state().draggingEdgeID = m_edgeID;
   state().draggingEdgeEndpoint = m_endpoint;
   state().edgeDragPosition.reset();
-  state().edgeDragTranslation = canvasPoint(input.position) - m_start;
+  const QPointF translation = canvasPoint(input.position) - m_start;
+  using Kind = ShownGestures::HandleKind;
+  const Kind kind = m_endpoint == EdgeEndpoint::source ? Kind::edgeSource : Kind::edgeTarget;
+  state().draggedHandle = {kind, m_edgeID, translation};
   const std::optional<Edge> dragged = edge();
   if (!dragged) return;
   const std::optional<Node> node = editor().nodeByID(m_endpoint == EdgeEndpoint::source ? dragged->from : dragged->to);
-  if (node) state().edgeDragPosition = node->position + *state().edgeDragTranslation;
+  if (node) state().edgeDragPosition = node->position + translation;
 }
 
 void EndpointDrag::end(const PointerInput& input) {
@@ -52,24 +55,23 @@ void EndpointDrag::reconnect(const Edge& dragged, QPointF point) const {
 
 // --- Bends ---
 
-BendDrag::BendDrag(GestureContext context, CanvasState::Bend bend, QPointF start)
-    : CanvasGesture(context), m_bend(bend), m_start(start) {}
+BendDrag::BendDrag(GestureContext context, ShownGestures::HandleKind kind, const QUuid& ownerID, QPointF start)
+    : CanvasGesture(context), m_kind(kind), m_ownerID(ownerID), m_start(start) {}
 
 BendDrag::~BendDrag() {
-  state().draggedBend.reset();
+  state().draggedHandle.reset();
 }
 
 void BendDrag::change(const PointerInput& input) {
-  m_bend.translation = canvasPoint(input.position) - m_start;
-  state().draggedBend = m_bend;
+  state().draggedHandle = {m_kind, m_ownerID, canvasPoint(input.position) - m_start};
 }
 
 void BendDrag::end(const PointerInput& input) {
   const QPointF translation = canvasPoint(input.position) - m_start;
-  if (m_bend.isRelationship) {
-    if (const auto link = recordByID(editor().mindMap().relationships, m_bend.ownerID))
+  if (m_kind == ShownGestures::HandleKind::relationshipBend) {
+    if (const auto link = recordByID(editor().mindMap().relationships, m_ownerID))
       editor().setRelationshipBend(link->id, link->controlPointOffset.value_or(QPointF()) + translation);
-  } else if (const auto edge = recordByID(editor().mindMap().edges, m_bend.ownerID)) {
+  } else if (const auto edge = recordByID(editor().mindMap().edges, m_ownerID)) {
     editor().setEdgeBend(edge->id, edge->controlPointOffset.value_or(QPointF()) + translation);
   }
 }

@@ -30,14 +30,15 @@ class BendDrag final : public CanvasGesture {
  public:
   static constexpr double minimumDistance = 2.0;  // canvas units
 
-  BendDrag(GestureContext context, CanvasState::Bend bend, QPointF start);
+  BendDrag(GestureContext context, ShownGestures::HandleKind kind, const QUuid& ownerID, QPointF start);
   ~BendDrag() override;
 
   void change(const PointerInput& input) override;
   void end(const PointerInput& input) override;
 
  private:
-  CanvasState::Bend m_bend;
+  ShownGestures::HandleKind m_kind;
+  QUuid m_ownerID;
   QPointF m_start;
 };
 

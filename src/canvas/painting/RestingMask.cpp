@@ -1,0 +1,118 @@
+#include "canvas/painting/RestingMask.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <vector>
+
+#include "canvas/geometry/Polygons.h"
+
+namespace quilmora {
+
+namespace {
+
+// A picture of absurd size has no mask.
+constexpr int maxSide = 20000;
+
+// How far a rounded corner steps back in a row of pixels.
+int insetOfRow(int row, int height, int radius) {
+  const int fromEdge = std::min(row, height - 1 - row);
+  if (fromEdge >= radius) return 0;
+  const double up = radius - fromEdge - 0.5;
+  return radius - static_cast<int>(std::sqrt(std::max(0.0, double{1.0} * radius * radius - up * up)));
+}
+
+// One byte a pixel, 1 where a topic lies.
+class Mask {
+ public:
+  explicit Mask(const QRect& pixels)
+      : m_pixels(pixels),
+        m_bytes(static_cast<std::size_t>(pixels.width()) * static_cast<std::size_t>(pixels.height()), 0) {}
+
+  void cover(const QRect& box, int radius) {
+    const QRect seen = box & m_pixels;
+    for (int y = seen.top(); y <= seen.bottom(); ++y) {
+      const int inset = std::min(insetOfRow(y - box.top(), box.height(), radius), box.width() / 2);
+      const int left = std::max(box.left() + inset, m_pixels.left());
+      const int right = std::min(box.right() - inset, m_pixels.right());
+      if (left <= right) std::memset(row(y) + (left - m_pixels.left()), 1, static_cast<std::size_t>(right - left + 1));
+    }
+  }
+
+  QRegion openPart() const {
+    std::vector<QRect> open;
+    int top = m_pixels.top();
+    for (int y = m_pixels.top(); y <= m_pixels.bottom(); ++y) {
+      const bool isLast = y == m_pixels.bottom();
+      if (!isLast && std::memcmp(row(y), row(y + 1), static_cast<std::size_t>(m_pixels.width())) == 0) continue;
+      addRuns(open, row(y), top, y);
+      top = y + 1;
+    }
+    QRegion region;
+    region.setRects(open.data(), static_cast<int>(open.size()));
+    return region;
+  }
+
+ private:
+  char* row(int y) { return m_bytes.data() + offsetOf(y); }
+  const char* row(int y) const { return m_bytes.data() + offsetOf(y); }
+  std::size_t offsetOf(int y) const {
+    return static_cast<std::size_t>(y - m_pixels.top()) * static_cast<std::size_t>(m_pixels.width());
+  }
+  void addRuns(std::vector<QRect>& open, const char* bytes, int top, int bottom) const {
+    const char* end = bytes + m_pixels.width();
+    for (const char* start = std::find(bytes, end, 0); start != end;) {
+      const char* stop = std::find(start, end, 1);
+      const int left = m_pixels.left() + static_cast<int>(start - bytes);
+      open.emplace_back(QPoint(left, top), QPoint(left + static_cast<int>(stop - start) - 1, bottom));
+      start = std::find(stop, end, 0);
+    }
+  }
+
+  QRect m_pixels;
+  std::vector<char> m_bytes;
+};
+
+}  // namespace
+
+bool RestingMask::isOf(const PaintContext& context) const {
+  const MapScene& scene = context.scene;
+  return m_isKnown && m_toDevice == context.toDevice && m_exposed == context.exposed &&
+         m_nodes.sharesStorageWith(scene.map.nodes) && m_hiddenNodes.sharesStorageWith(scene.hiddenNodes) &&
+         m_isDragged == (context.isDragging() ? context.isSelected : std::vector<char>());
+}
+
+const QRegion& RestingMask::freeRegion(const PaintContext& context) {
+  if (isOf(context)) return m_free;
+  const MapScene& scene = context.scene;
+  m_toDevice = context.toDevice;
+  m_exposed = context.exposed;
+  m_nodes = scene.map.nodes;
+  m_hiddenNodes = scene.hiddenNodes;
+  m_isDragged = context.isDragging() ? context.isSelected : std::vector<char>();
+  m_isKnown = true;
+  const QRect pixels = context.toDevice.mapRect(context.exposed).toAlignedRect();
+  m_free = pixels;
+  if (!context.standsUpright || pixels.isEmpty() || pixels.width() > maxSide || pixels.height() > maxSide)
+    return m_free;
+  Mask mask(pixels);
+  const auto& positions = scene.index.positions();
+  const auto& sketches = context.sketch.nodes();
+  const int radius = static_cast<int>(NodeMetrics::cornerRadius * context.scale);
+  for (std::size_t i = 0; i < positions.size(); ++i) {
+    const QSizeF half(sketches[i].halfWidth, sketches[i].halfHeight);
+    const QRectF box(positions[i].x() - half.width(), positions[i].y() - half.height(), 2 * half.width(),
+                     2 * half.height());
+    if (!isFinite(box) || !box.intersects(context.exposed) || scene.isHidden(i) || context.isNodeDragged(i)) continue;
+    const QRectF device = context.toDevice.mapRect(box);
+    const QPoint corner(static_cast<int>(std::floor(device.left() + 0.5)),
+                        static_cast<int>(std::floor(device.top() + 0.5)));
+    mask.cover(QRect(corner, QSize(std::max(1, static_cast<int>(std::lround(device.width()))),
+                                   std::max(1, static_cast<int>(std::lround(device.height()))))),
+               radius);
+  }
+  m_free = mask.openPart();
+  return m_free;
+}
+
+}  // namespace quilmora

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QSizeF>
+
+namespace quilmora {
+
+inline constexpr QSizeF minRegionSize{80.0, 60.0};
+
+// The size that a region takes when it is pulled to the wanted one.
+inline QSizeF regionSize(QSizeF wanted) {
+  return wanted.expandedTo(minRegionSize);
+}
+
+}  // namespace quilmora

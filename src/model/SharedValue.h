@@ -1,0 +1,36 @@
+#pragma once
+
+#include <memory>
+#include <utility>
+
+namespace quilmora {
+
+// A value that copies share until one of them writes, so that a copy takes constant time.
+template <class T>
+class SharedValue {
+ public:
+  SharedValue() = default;
+  explicit SharedValue(T value) : m_value(std::make_shared<T>(std::move(value))) {}
+
+  const T& operator*() const { return m_value ? *m_value : fresh(); }
+  const T* operator->() const { return &**this; }
+  // For a change in place; copies the value first if others share it.
+  T& write() {
+    if (!m_value)
+      m_value = std::make_shared<T>();
+    else if (m_value.use_count() > 1)
+      m_value = std::make_shared<T>(*m_value);
+    return *m_value;
+  }
+  bool sharesStorageWith(const SharedValue& other) const { return m_value == other.m_value; }
+
+ private:
+  static const T& fresh() {
+    static const T value{};
+    return value;
+  }
+
+  std::shared_ptr<T> m_value;
+};
+
+}  // namespace quilmora
