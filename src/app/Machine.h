@@ -15,6 +15,7 @@ class DesktopAppearance;
 class FilePanels;
 class FileWriter;
 class Look;
+class OpeningMark;
 class Scheduler;
 
 // Everything of the machine that the application touches. All outlive it. Tests put in-memory twins here, and the
@@ -33,6 +34,7 @@ struct Machine {
   QString defaultFolder;            // Documents/Quilmora of the user
   std::function<void()> terminate;  // ends the process's event loop
   RecentFiles::DesktopList desktopList = {};
+  OpeningMark* openingMark = nullptr;
 
   EditorServices editorServices() const { return {clock, settings, bookmarks, log}; }
 };

@@ -39,7 +39,7 @@ struct CanvasState {
   std::optional<QUuid> handleDragSourceID;
   std::optional<QPointF> handleDragEndPoint;  // canvas units
   std::optional<QUuid> lastTapNodeID;
-  TimePoint lastTapTime;
+  SteadyPoint lastTapTime;
   std::optional<QUuid> editingNodeID;
   std::optional<QUuid> reparentTargetID;
   std::optional<QUuid> selectedRelationshipID;
