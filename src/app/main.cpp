@@ -12,6 +12,7 @@
 #include "app/look/DesktopAppearance.h"
 #include "app/look/Look.h"
 #include "app/look/Widgets.h"
+#include "app/window/MainWindow.h"
 #include "platform/Bookmarks.h"
 #include "platform/FileWriter.h"
 #include "platform/Log.h"
