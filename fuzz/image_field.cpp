@@ -18,7 +18,7 @@ void show(const QString& imageData) {
   node.style = NodeStyle::defaultStyle();
   node.imageData = imageData;
   const NodeMetrics metrics = measurer.measure(node, std::nullopt, nullptr);
-  ShownImage* shown = measurer.image(imageData);
+  ShownImage* shown = measurer.pictures().image(imageData);
   if (metrics.image.isEmpty() != (shown == nullptr)) std::abort();
   if (shown == nullptr) return;
   if (!metrics.box.contains(metrics.image) || metrics.image.width() > 1000 || metrics.image.height() > 1000)

@@ -82,7 +82,7 @@ QStringList documentsOf(const QStringList& arguments) {
   QStringList documents;
   for (const QString& argument : arguments) {
     const QUrl url(argument);
-    const QString path = url.isLocalFile() ? url.toLocalFile() : argument;
+    const QString path = url.isLocalFile() ? pathFromUrl(url) : argument;
     if (!path.isEmpty()) documents.append(absolutePath(path));
   }
   return documents;

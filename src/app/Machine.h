@@ -18,6 +18,7 @@ class HttpTransport;
 class KeyStore;
 class Look;
 class OnDeviceModel;
+class OpeningMark;
 class Scheduler;
 
 // Everything of the machine that the application touches. All outlive it. Tests put in-memory twins here, and the
@@ -39,6 +40,7 @@ struct Machine {
   HttpTransport& transport;
   OnDeviceModel& onDeviceModel;
   RecentFiles::DesktopList desktopList = {};
+  OpeningMark* openingMark = nullptr;
 
   EditorServices editorServices() const { return {clock, settings, bookmarks, log}; }
 };

@@ -12,12 +12,16 @@
 #include "app/look/DesktopAppearance.h"
 #include "app/look/Look.h"
 #include "app/look/Widgets.h"
+#include "app/window/MainWindow.h"
 #include "platform/Bookmarks.h"
 #include "platform/FileWriter.h"
 #include "platform/KeychainKeyStore.h"
 #include "platform/LocalModelServer.h"
 #include "platform/Log.h"
 #include "platform/NetworkTransport.h"
+#include "platform/OpeningMark.h"
+#include "platform/Paths.h"
+#include "platform/ProcessGuards.h"
 #include "platform/RecentlyUsedFile.h"
 #include "platform/Scheduler.h"
 #include "platform/SettingsStore.h"
@@ -33,7 +37,7 @@ constexpr QSize aloneSize(520, 240);
 
 QStringList argumentsOf(int argc, char** argv) {
   QStringList arguments;
-  for (int index = 1; index < argc; ++index) arguments.append(QString::fromLocal8Bit(argv[index]));
+  for (int index = 1; index < argc; ++index) arguments.append(pathFromBytes(argv[index]));
   return arguments;
 }
 
@@ -73,9 +77,28 @@ int tellWhyNotStarted(QApplication& toolkit, const QString& reason) {
   return 1;
 }
 
+// The window works all the same, and nobody hears of it twice.
+void tellWhatCannotBeKept(Application& application, DesktopSettingsStore& settings, const SingleInstance& instance,
+                          Log& log, Alerts& alerts) {
+  const auto tell = [&](const QString& message) {
+    log.write(QStringLiteral("Quilmora: ") + message);
+    alerts.showError(&application.window(), message);
+  };
+  const auto tellOfSettings = [tell](const QString& reason) {
+    tell(QStringLiteral("Settings and the list of recent documents cannot be kept. ") + reason);
+  };
+  if (const QString obstacle = settings.obstacle(); !obstacle.isEmpty())
+    tellOfSettings(obstacle);
+  else
+    settings.setFailureReceiver(tellOfSettings);
+  if (!instance.error().isEmpty()) tell(instance.error());
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+  guardProcess();
+  neverWaitForStandardError();
   const QStringList documents = documentsOf(argumentsOf(argc, argv));
   // The toolkit sees no arguments: every one of them is a document.
   int toolkitArgumentCount = 1;
@@ -103,9 +126,8 @@ int main(int argc, char** argv) {
   DesktopSettingsStore settings;
   PathBookmarks bookmarks;
   SystemLog log;
-  // It runs all the same, but later starts cannot reach it.
-  if (!instance->error().isEmpty()) log.write(QStringLiteral("Quilmora: ") + instance->error());
   DiskFileWriter writer;
+  FileOpeningMark openingMark(QFileInfo(settings.path()).path() + QStringLiteral("/opening"));
   TimerScheduler scheduler;
   const SystemDesktopAppearance desktop;
   Look look(settings, desktop);
@@ -132,9 +154,11 @@ int main(int argc, char** argv) {
                                     transport,
                                     onDeviceModel,
                                     {[&recentlyUsed](const QString& path) { recentlyUsed.note(path); },
-                                     [&recentlyUsed] { recentlyUsed.clear(); }}});
+                                     [&recentlyUsed] { recentlyUsed.clear(); }},
+                                    &openingMark});
   QObject::connect(&signalsCaught, &TerminationSignals::received, &application, [&application] { application.quit(); });
   QObject::connect(instance.get(), &SingleInstance::documentsReceived, &application, &Application::documentsReceived);
   application.start(documents);
+  tellWhatCannotBeKept(application, settings, *instance, log, alerts);
   return QApplication::exec();
 }

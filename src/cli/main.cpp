@@ -6,6 +6,8 @@
 #include <langinfo.h>
 
 #include "cli/CommandLine.h"
+#include "platform/Paths.h"
+#include "platform/ProcessGuards.h"
 
 // Qt writes a warning to standard error, where scripts expect nothing but our own line, unless the locale is UTF-8.
 static void useUtf8Locale() {
@@ -19,11 +21,16 @@ static void silence(QtMsgType type, const QMessageLogContext&, const QString& me
 }
 
 int main(int argc, char** argv) {
+  quilmora::guardProcess();
   useUtf8Locale();
   qInstallMessageHandler(silence);
   // Pictures need fonts, and those a platform; this one needs no display.
   qputenv("QT_QPA_PLATFORM", "offscreen");
-  QGuiApplication application(argc, argv);
+  QStringList arguments;
+  for (int index = 1; index < argc; ++index) arguments.append(quilmora::pathFromBytes(argv[index]));
+  // The toolkit sees none of them: a file may be called like one of its own.
+  int toolkitArgumentCount = 1;
+  QGuiApplication application(toolkitArgumentCount, argv);
   QCoreApplication::setApplicationName(QStringLiteral("quilmora-cli"));
-  return quilmora::runCommandLine(QCoreApplication::arguments().mid(1));
+  return quilmora::runCommandLine(arguments);
 }

@@ -1,5 +1,8 @@
 #include "editor/DocumentSession.h"
 
+#include <algorithm>
+#include <new>
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -22,7 +25,6 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto zoomDelayAfterOpen = 200ms;
-constexpr auto zoomDelayAfterReopen = 300ms;
 
 QString lastComponent(const QString& path) {
   return path.mid(path.lastIndexOf(u'/') + 1);
@@ -64,11 +66,19 @@ void DocumentSession::documentFollowsEditor() {
 void DocumentSession::dirtyFlagWasSet() {
   const bool wasDirty = std::exchange(m_wasDirty, m_editor.isDirty());
   if (wasDirty || !m_wasDirty) return;
+  autoSaveAfter(autoSaveDelay);
+}
+
+void DocumentSession::autoSaveAfter(std::chrono::milliseconds delay) {
   m_services.scheduler.cancel(m_autoSaveTimer);
-  m_autoSaveTimer = m_services.scheduler.after(autoSaveDelay, [this] {
+  m_autoSaveTimer = m_services.scheduler.after(delay, [this] {
     m_autoSaveTimer = 0;
     autoSave();
   });
+}
+
+void DocumentSession::setAutoSaveProblem(const QString& problem) {
+  if (std::exchange(m_autoSaveProblem, problem) != problem) Q_EMIT autoSaveProblemChanged();
 }
 
 QString DocumentSession::createdDefaultFolder() const {
@@ -80,10 +90,15 @@ QString DocumentSession::createdDefaultFolder() const {
 QString DocumentSession::writeTo(const QString& path) {
   try {
     const QString error = m_services.writer.write(path, encodeDocument(m_editor.mindMap()));
-    if (error.isEmpty()) m_keptMap = m_editor.mindMap();
-    return error;
+    if (!error.isEmpty()) return error;
+    m_keptMap = m_editor.mindMap();
+    m_retryDelay = firstRetryDelay;
+    setAutoSaveProblem({});
+    return {};
   } catch (const DocumentError& error) {
     return error.message();
+  } catch (const std::bad_alloc&) {
+    return noMemory();
   }
 }
 
@@ -150,12 +165,14 @@ void DocumentSession::open(const QString& givenPath) {
   const QString path = absolutePath(givenPath);
   Bookmarks& bookmarks = m_services.editor.bookmarks;
   RecentFiles& recentFiles = m_services.recentFiles;
+  if (const QString refusal = refusalOfPath(path); !refusal.isEmpty())
+    return raise(QStringLiteral("Failed to open document: ") + named(path, refusal));
   const bool isAccessGranted = bookmarks.startAccess(path);
   if (fileExists(path)) {
     loadChosen(path);
   } else {
     // Whoever shows the error may end the session, but nothing that it was given.
-    Q_EMIT errorRaised(QStringLiteral("File not found: ") + lastComponent(path));
+    raise(QStringLiteral("File not found: ") + lastComponent(path));
     recentFiles.remove(path);
   }
   if (isAccessGranted) bookmarks.stopAccess(path);
@@ -171,15 +188,38 @@ void DocumentSession::saveAsAndOpen(const QString& path) {
   if (guard && !hasUnkeptChanges()) loadChosen(absolutePath(path));
 }
 
+void DocumentSession::openAll(const QStringList& paths) {
+  constexpr qsizetype mostTold = 5;
+  m_heldErrors.emplace();
+  for (const QString& path : paths) open(path);
+  QStringList errors = *std::exchange(m_heldErrors, std::nullopt);
+  if (errors.isEmpty()) return;
+  const qsizetype more = errors.size() - mostTold;
+  if (more > 1) {
+    errors.resize(mostTold);
+    errors.append(QStringLiteral("… and %1 more").arg(more));
+  }
+  raise(errors.join(u'\n'));
+}
+
+void DocumentSession::raise(const QString& message) {
+  if (m_heldErrors)
+    m_heldErrors->append(message);
+  else
+    Q_EMIT errorRaised(message);
+}
+
 void DocumentSession::loadChosen(const QString& path, Pending pending) {
+  beginOpening(path);
   try {
     MindMap map = decodeDocumentAt(path);
     if (hasUnkeptChanges()) {
       // They may be the chosen file's own, and the open map goes only once they are kept.
       const bool isCopied = pending == Pending::copied;
       if (const QString error = isCopied ? writeRescueCopy().error : writePendingChanges(); !error.isEmpty()) {
+        endOpening();
         if (isCopied)
-          Q_EMIT errorRaised(QStringLiteral("Failed to save document: ") + error);
+          raise(QStringLiteral("Failed to save document: ") + error);
         else
           Q_EMIT changesNotKept(path, error);
         return;
@@ -188,7 +228,12 @@ void DocumentSession::loadChosen(const QString& path, Pending pending) {
     }
     install(map, path);
   } catch (const DocumentError& error) {
-    Q_EMIT errorRaised(QStringLiteral("Failed to open document: ") + named(path, error.message()));
+    endOpening();
+    raise(QStringLiteral("Failed to open document: ") + named(path, error.message()));
+    return;
+  } catch (const std::bad_alloc&) {
+    endOpening();
+    raise(QStringLiteral("Failed to open document: ") + named(path, noMemory()));
     return;
   }
   m_editor.setCanvasOffset(QPointF(0, 0));
@@ -228,6 +273,9 @@ void DocumentSession::install(const MindMap& map, const QString& path) {
   m_editor.clearHistory();
   m_editor.recordSaveLocation(path, true);
   m_services.recentFiles.add(path);
+  m_retryDelay = firstRetryDelay;
+  setAutoSaveProblem({});
+  Q_EMIT documentInstalled();
 }
 
 void DocumentSession::zoomToFitAfter(std::chrono::milliseconds delay) {
@@ -235,8 +283,15 @@ void DocumentSession::zoomToFitAfter(std::chrono::milliseconds delay) {
   m_services.scheduler.after(delay, [&notifications] { notifications.post(Notification::zoomToFit); });
 }
 
+// What the disk does not take now it may take later, so a failure is no reason to stop: tried again by and by, until
+// the map is written or replaced.
 void DocumentSession::autoSave() {
-  if (m_editor.isDirty()) writePendingChanges();
+  if (!m_editor.isDirty()) return;
+  const QString error = writePendingChanges();
+  if (error.isEmpty()) return;
+  setAutoSaveProblem(error);
+  autoSaveAfter(m_retryDelay);
+  m_retryDelay = std::min(2 * m_retryDelay, longestRetryDelay);
 }
 
 // More than the dirty flag tells: an undo after a save, and typing that goes on after one, change the map without it.
@@ -256,7 +311,8 @@ QString DocumentSession::writePendingChanges() {
   }
   const QString error = writeTo(*path);
   if (!error.isEmpty()) {
-    log(QStringLiteral("Quilmora: auto-save FAILED for %1: %2").arg(*path, error));
+    // A place that goes on refusing for the same reason is told of once.
+    if (error != m_autoSaveProblem) log(QStringLiteral("Quilmora: auto-save FAILED for %1: %2").arg(*path, error));
     return error;
   }
   m_editor.recordSaveLocation(path, false);
@@ -276,6 +332,7 @@ QString DocumentSession::freePathInDefaultFolder() const {
 // the default folder, where the next start finds them. The session may go on after all, so the editor keeps its own
 // place.
 void DocumentSession::saveForQuit() {
+  endOpening();
   if (!hasUnkeptChanges() || writePendingChanges().isEmpty() || !m_editor.lastSavedFilePath()) return;
   const RescueCopy copy = writeRescueCopy();
   if (!copy.error.isEmpty()) return;
@@ -296,57 +353,8 @@ DocumentSession::RescueCopy DocumentSession::writeRescueCopy() {
   return {place, error};
 }
 
-void DocumentSession::reopenLastDocument() {
-  const std::optional<LastDocument> last = findLastDocument();
-  if (!last) return;
-  Bookmarks& bookmarks = m_services.editor.bookmarks;
-  if (!fileExists(last->path)) {
-    if (last->isAccessGranted) bookmarks.stopAccess(last->path);
-    log(QStringLiteral("Quilmora: last-saved file does not exist at ") + last->path);
-    return;
-  }
-  try {
-    install(decodeDocumentAt(last->path), last->path);
-  } catch (const DocumentError& error) {
-    if (last->isAccessGranted) bookmarks.stopAccess(last->path);
-    log(QStringLiteral("Quilmora: load failed: ") + error.message());
-    m_services.editor.settings.remove(settings::lastSavedFilePath);
-    m_services.editor.settings.remove(settings::lastSavedFileBookmark);
-    Q_EMIT errorRaised(QStringLiteral("Could not open last document: ") + named(last->path, error.message()));
-    return;
-  }
-  if (last->isAccessGranted) m_editor.holdScopedAccess(last->path);
-  log(QStringLiteral("Quilmora: loaded %1 nodes from %2")
-          .arg(QString::number(m_editor.mindMap().nodes.size()), lastComponent(last->path)));
-  zoomToFitAfter(zoomDelayAfterReopen);
-}
-
-std::optional<DocumentSession::LastDocument> DocumentSession::findLastDocument() {
-  const std::optional<QByteArray> bookmark = m_services.editor.settings.bytes(settings::lastSavedFileBookmark);
-  const std::optional<QString> path = m_services.editor.settings.text(settings::lastSavedFilePath);
-  if (!bookmark) {
-    if (!path) {
-      log(QStringLiteral("Quilmora: no last-saved file in UserDefaults"));
-      return std::nullopt;
-    }
-    log(QStringLiteral("Quilmora: no bookmark, using path ") + *path);
-    return LastDocument{*path};
-  }
-  Bookmarks& bookmarks = m_services.editor.bookmarks;
-  if (const auto resolved = bookmarks.resolve(*bookmark, Bookmarks::Kind::securityScoped)) {
-    const bool isAccessGranted = bookmarks.startAccess(resolved->path);
-    log(QStringLiteral("Quilmora: resolved security-scoped bookmark to %1 (scopedAccess=%2, stale=%3)")
-            .arg(resolved->path, QString::number(isAccessGranted), QString::number(resolved->stale)));
-    return LastDocument{resolved->path, isAccessGranted};
-  }
-  if (const auto resolved = bookmarks.resolve(*bookmark, Bookmarks::Kind::plain)) {
-    log(QStringLiteral("Quilmora: resolved plain bookmark to %1 (stale=%2)")
-            .arg(resolved->path, QString::number(resolved->stale)));
-    return LastDocument{resolved->path};
-  }
-  log(QStringLiteral("Quilmora: bookmark resolve failed — falling back to path"));
-  if (!path) return std::nullopt;
-  return LastDocument{*path};
+QString DocumentSession::noMemory() {
+  return QStringLiteral("There is not enough memory for it.");
 }
 
 void DocumentSession::log(const QString& line) const {

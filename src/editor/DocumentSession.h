@@ -14,6 +14,7 @@ namespace quilmora {
 
 class FilePanels;
 class FileWriter;
+class OpeningMark;
 class RecentFiles;
 
 // How one window's map reaches the disk and comes back: Save, Save As, Open, auto-save and reopening. Holds the
@@ -24,6 +25,9 @@ class DocumentSession : public QObject {
 
  public:
   static constexpr std::chrono::seconds autoSaveDelay{5};
+  // After an auto-save that failed, doubled each time.
+  static constexpr std::chrono::seconds firstRetryDelay{10};
+  static constexpr std::chrono::seconds longestRetryDelay{300};
 
   // All outlive the session.
   struct Services {
@@ -34,6 +38,7 @@ class DocumentSession : public QObject {
     NotificationCenter& notifications;
     RecentFiles& recentFiles;
     QString defaultFolder;  // Documents/Quilmora of the user
+    OpeningMark* openingMark = nullptr;
   };
 
   DocumentSession(MindMapViewModel& editor, Services services);
@@ -46,6 +51,8 @@ class DocumentSession : public QObject {
   void saveDocumentAs();
   void openDocument();
   void open(const QString& path);
+  // One after the other; what went wrong with several is told at once.
+  void openAll(const QStringList& paths);
   // Where changesNotKept() told of this document: opens it all the same and leaves a copy of the open map in the
   // default folder, or saves the open map at another place first.
   void openLeavingCopy(const QString& path);
@@ -57,13 +64,24 @@ class DocumentSession : public QObject {
   void replaceWithImported(const MindMap& map);
   // Writes when there are changes since the last write. Quitting and opening another document do the same first.
   void autoSave();
+  // Why the last auto-save failed, or an empty text where nothing waits to be written.
+  const QString& autoSaveProblem() const { return m_autoSaveProblem; }
+  // The last document is not reopened when its opening or drawing ended the program before: reopeningDoubted() asks.
   void reopenLastDocument();
+  void reopenAllTheSame();
+  // The document was drawn whole since it was opened, so that the next start may reopen it.
+  void documentWasShown();
 
  Q_SIGNALS:
   // The user must see this; the alert is titled "Error".
   void errorRaised(const QString& message);
   // The document was not opened, because the changes of the open one cannot be written.
   void changesNotKept(const QString& path, const QString& reason);
+  void autoSaveProblemChanged();
+  // A document was opened or reopened, and is about to be drawn.
+  void documentInstalled();
+  // This document ended the program last time.
+  void reopeningDoubted(const QString& path);
 
  private:
   struct LastDocument {
@@ -78,6 +96,12 @@ class DocumentSession : public QObject {
 
   void documentFollowsEditor();
   void dirtyFlagWasSet();
+  void autoSaveAfter(std::chrono::milliseconds delay);
+  void setAutoSaveProblem(const QString& problem);
+  void raise(const QString& message);
+  void beginOpening(const QString& path);
+  void endOpening();
+  void reopen(const LastDocument& last);
   QString createdDefaultFolder() const;
   QString writeTo(const QString& path);
   // `reason` tells why the user is asked.
@@ -95,6 +119,7 @@ class DocumentSession : public QObject {
   void zoomToFitAfter(std::chrono::milliseconds delay);
   std::optional<LastDocument> findLastDocument();
   void log(const QString& line) const;
+  static QString noMemory();
 
   MindMapViewModel& m_editor;
   Services m_services;
@@ -104,6 +129,10 @@ class DocumentSession : public QObject {
   quint64 m_installCount = 0;
   NotificationCenter::Subscription m_quitSubscription;
   Scheduler::Task m_autoSaveTimer = 0;
+  std::chrono::seconds m_retryDelay = firstRetryDelay;
+  QString m_autoSaveProblem;
+  bool m_isOpeningMarked = false;
+  std::optional<QStringList> m_heldErrors;  // while several documents are opened
   bool m_wasDirty = false;
 };
 

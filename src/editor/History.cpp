@@ -4,7 +4,7 @@ namespace quilmora {
 
 void MindMapViewModel::captureSnapshot(bool throttled) {
   if (throttled) {
-    const TimePoint now = m_services.clock.now();
+    const SteadyPoint now = m_services.clock.steadyNow();
     if (m_lastCaptureTime && !(now - *m_lastCaptureTime > captureThrottleInterval)) return;
     m_lastCaptureTime = now;
   }

@@ -162,7 +162,7 @@ class MindMapViewModel : public EditorNavigation {
 
   std::vector<MindMap> m_undoStack;  // oldest first
   std::vector<MindMap> m_redoStack;
-  std::optional<TimePoint> m_lastCaptureTime;  // nothing is the distant past
+  std::optional<SteadyPoint> m_lastCaptureTime;  // nothing is the distant past
   edits::Clipping m_copied;
 
   std::optional<QString> m_lastSavedFilePath;

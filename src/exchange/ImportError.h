@@ -4,10 +4,12 @@
 
 #include <QString>
 
+#include "platform/TextError.h"
+
 namespace quilmora {
 
 // Why a foreign file could not be read.
-class ImportError : public std::runtime_error {
+class ImportError : public TextError {
  public:
   enum class Case { parseError, invalidData, unsupportedFormat };
 
@@ -19,11 +21,9 @@ class ImportError : public std::runtime_error {
   static ImportError unsupportedFormat();
 
   Case kind() const { return m_kind; }
-  // One line, fit to be shown.
-  QString message() const { return QString::fromUtf8(what()); }
 
  private:
-  ImportError(Case kind, const QString& message) : std::runtime_error(message.toStdString()), m_kind(kind) {}
+  ImportError(Case kind, const QString& message) : TextError(message), m_kind(kind) {}
 
   Case m_kind;
 };

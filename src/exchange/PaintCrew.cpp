@@ -14,7 +14,7 @@ constexpr int keptImageKilobytes = 12 * 1024;
 }  // namespace
 
 PaintTools::PaintTools() {
-  painter.measurer().setKeptImageSize(keptImageKilobytes);
+  painter.measurer().pictures().setKeptSize(keptImageKilobytes);
 }
 
 int PaintCrew::usualSize() {

@@ -1,21 +1,20 @@
 #pragma once
 
 #include <optional>
-#include <stdexcept>
 #include <vector>
 
 #include <QByteArray>
 #include <QRectF>
 
 #include "model/MindMap.h"
+#include "platform/TextError.h"
 
 namespace quilmora {
 
 // Why a map could not be exported, fit to be shown.
-class ExportError : public std::runtime_error {
+class ExportError : public TextError {
  public:
-  explicit ExportError(const QString& message) : std::runtime_error(message.toStdString()) {}
-  QString message() const { return QString::fromUtf8(what()); }
+  using TextError::TextError;
 };
 
 // A map as text in UTF-8. Half a surrogate pair becomes U+FFFD, and in OPML and SVG so does every character that XML

@@ -4,7 +4,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QRandomGenerator>
 #include <fcntl.h>
 #include <stdio.h>
 #include <sys/stat.h>
@@ -15,6 +14,7 @@
 #include "platform/FileWriter.h"
 #include "platform/Paths.h"
 #include "platform/RegularFile.h"
+#include "platform/Strays.h"
 
 namespace quilmora {
 
@@ -83,11 +83,15 @@ void moveIntoPlace(const QString& from, const QString& to) {
   if (errno != EINVAL || ::rename(source.constData(), target.constData()) != 0) failWithSystemError(errno);
 }
 
+void requireFilePath(const QString& path) {
+  if (const QString refusal = refusalOfPath(path); !refusal.isEmpty()) throw DocumentError(refusal);
+}
+
 }  // namespace
 
 MindMap decodeDocumentAt(const QString& path) {
+  requireFilePath(path);
   const QByteArray outer = QFile::encodeName(path);
-  if (outer.contains('\0')) failWithSystemError(ENOENT);
   const QByteArray inner = outer + '/' + documentName.data();
   struct stat status {};
   const bool isPackage = ::stat(inner.constData(), &status) == 0;
@@ -95,6 +99,7 @@ MindMap decodeDocumentAt(const QString& path) {
 }
 
 void writePackage(const MindMap& map, const QString& path) {
+  requireFilePath(path);
   const QString target = absolutePath(path);
   const QFileInfo existing(target);
   const QByteArray json = encodeDocument(map);
@@ -105,9 +110,8 @@ void writePackage(const MindMap& map, const QString& path) {
     return;
   }
   if (!QFileInfo(existing.absolutePath()).isDir()) throw DocumentError(QStringLiteral("there is no such folder"));
-  const QString name =
-      QStringLiteral(".%1.%2").arg(existing.fileName()).arg(QRandomGenerator::system()->generate64(), 0, 16);
-  const QString temporary = existing.absolutePath() + QLatin1Char('/') + name;
+  const QString temporary = existing.absolutePath() + QLatin1Char('/') + QLatin1String(temporaryName());
+  removeStraysOnce(QFile::encodeName(existing.absolutePath()));
   if (::mkdir(QFile::encodeName(temporary).constData(), 0777) != 0) failWithSystemError(errno);
   try {
     fillPackage(temporary, json);

@@ -1,19 +1,17 @@
 #pragma once
 
-#include <stdexcept>
-
 #include <QByteArray>
 
 #include "model/MindMap.h"
+#include "platform/TextError.h"
 
 namespace quilmora {
 
 // Why a document could not be read or written. The text names the place or the cause and is fit to be shown, such as
 // "nodes[12].style.fill: missing".
-class DocumentError : public std::runtime_error {
+class DocumentError : public TextError {
  public:
-  explicit DocumentError(const QString& message) : std::runtime_error(message.toStdString()) {}
-  QString message() const { return QString::fromUtf8(what()); }
+  using TextError::TextError;
 };
 
 enum class JsonForm { pretty, compact };

@@ -6,18 +6,24 @@ namespace quilmora {
 
 // A point in time in UTC, with sub-second precision.
 using TimePoint = std::chrono::sys_time<std::chrono::microseconds>;
+// A reading of a clock that nobody sets, for intervals: the time of day may jump both ways between two readings.
+using SteadyPoint = std::chrono::time_point<std::chrono::steady_clock, std::chrono::microseconds>;
 
 // Where commands take the time from. Tests set it.
 class Clock {
  public:
   virtual ~Clock() = default;
   virtual TimePoint now() const = 0;
+  virtual SteadyPoint steadyNow() const = 0;
 };
 
 class SystemClock final : public Clock {
  public:
   TimePoint now() const override {
     return std::chrono::floor<std::chrono::microseconds>(std::chrono::system_clock::now());
+  }
+  SteadyPoint steadyNow() const override {
+    return std::chrono::floor<std::chrono::microseconds>(std::chrono::steady_clock::now());
   }
 };
 
@@ -26,11 +32,17 @@ class ManualClock final : public Clock {
  public:
   explicit ManualClock(TimePoint start = TimePoint(std::chrono::seconds(1'700'000'000))) : m_now(start) {}
   TimePoint now() const override { return m_now; }
+  SteadyPoint steadyNow() const override { return m_steadyNow; }
+  // Sets the time of day, as a person or a time server does; no time passes.
   void set(TimePoint now) { m_now = now; }
-  void advance(std::chrono::microseconds step) { m_now += step; }
+  void advance(std::chrono::microseconds step) {
+    m_now += step;
+    m_steadyNow += step;
+  }
 
  private:
   TimePoint m_now;
+  SteadyPoint m_steadyNow{std::chrono::seconds(1000)};
 };
 
 }  // namespace quilmora

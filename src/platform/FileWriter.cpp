@@ -7,11 +7,13 @@
 #include <utility>
 
 #include <QFile>
-#include <QRandomGenerator>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
+
+#include "platform/Paths.h"
+#include "platform/Strays.h"
 
 namespace quilmora {
 
@@ -73,6 +75,7 @@ class WholeFileWrite {
     const QString refusal = followLinks();
     if (!refusal.isEmpty()) return refusal;
     // A file without a name leaves no trace when the process is killed while it writes, but not every disk has them.
+    removeStraysOnce(m_folder);
     const bool isReady = create(&WholeFileWrite::createUnnamed) || create(&WholeFileWrite::createNamed);
     return isReady ? QString() : causeOf(errno, m_folder);
   }
@@ -127,7 +130,10 @@ class WholeFileWrite {
   // Opens an empty file beside the one that it is to replace.
   bool create(bool (WholeFileWrite::*open)(mode_t)) {
     // A file that others must not read stays so from the first byte on; a new one gets what the user's mask leaves.
-    if ((this->*open)(m_existing ? 0600 : 0666) && keepAttributes()) return true;
+    if ((this->*open)(m_existing ? 0600 : 0666) && keepAttributes()) {
+      holdTemporary(m_descriptor);
+      return true;
+    }
     drop();
     return false;
   }
@@ -177,8 +183,7 @@ class WholeFileWrite {
   template <class Attempt>
   bool tryNames(Attempt attempt) {
     for (int count = 0; count < maxTemporaryNames; ++count) {
-      const QByteArray number = QByteArray::number(QRandomGenerator::system()->generate64(), 36);
-      const QByteArray path = m_folder + "/.quilmora-" + number;
+      const QByteArray path = m_folder + '/' + temporaryName();
       if (attempt(path)) {
         m_temporaryPath = path;
         return true;
@@ -253,8 +258,8 @@ class DiskFileStream final : public FileStream {
  public:
   explicit DiskFileStream(const QString& path)
       : m_name(path.mid(path.lastIndexOf(u'/') + 1)), m_write(std::in_place, QFile::encodeName(path)) {
-    note(m_name.isEmpty() || path.contains(QChar(u'\0')) ? QStringLiteral("This is not a file name.")
-                                                         : m_write->begin());
+    note(m_name.isEmpty() || !refusalOfPath(path).isEmpty() ? QStringLiteral("This is not a file name.")
+                                                            : m_write->begin());
   }
 
   bool append(const char* data, qsizetype size) override {

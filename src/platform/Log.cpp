@@ -1,6 +1,6 @@
 #include "platform/Log.h"
 
-#include <cstdio>
+#include "platform/ProcessGuards.h"
 
 namespace quilmora {
 
@@ -9,8 +9,7 @@ void SystemLog::write(const QString& line) {
   // One entry stays one line, whatever a file is called.
   bytes.replace('\n', ' ').replace('\r', ' ');
   bytes.append('\n');
-  std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stderr);
-  std::fflush(stderr);
+  writeToStandardError(bytes);
 }
 
 }  // namespace quilmora

@@ -7,6 +7,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/Paths.h"
+
 namespace quilmora {
 
 namespace {
@@ -64,6 +66,7 @@ std::size_t RegularFile::read(char* bytes, std::size_t capacity) {
 }
 
 QByteArray readWholeFile(const QString& path, qsizetype maxSize) {
+  if (const QString refusal = refusalOfPath(path); !refusal.isEmpty()) throw FileReadError(refusal);
   RegularFile file(QFile::encodeName(path));
   const auto tooLarge = [] { return FileReadError(QStringLiteral("the file is too large")); };
   if (file.size() > static_cast<std::uint64_t>(maxSize)) throw tooLarge();

@@ -1,18 +1,18 @@
 #pragma once
 
 #include <cstdint>
-#include <stdexcept>
 
 #include <QByteArray>
 #include <QString>
 
+#include "platform/TextError.h"
+
 namespace quilmora {
 
 // Why a file could not be read. One line, fit to be shown, without the file's name.
-class FileReadError : public std::runtime_error {
+class FileReadError : public TextError {
  public:
-  explicit FileReadError(const QString& message) : std::runtime_error(message.toStdString()) {}
-  QString message() const { return QString::fromUtf8(what()); }
+  using TextError::TextError;
 };
 
 // A file that is open for reading. A pipe, a socket or a device, which could keep the reader waiting, is refused and

@@ -1,11 +1,24 @@
 #include "platform/SettingsStore.h"
 
+#include <algorithm>
+#include <cerrno>
 #include <cmath>
+#include <system_error>
+#include <utility>
 
-#include <QIODevice>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QStandardPaths>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "platform/FileWriter.h"
+#include "platform/RegularFile.h"
 
 namespace quilmora {
 
@@ -76,28 +89,31 @@ QVariant fromJson(const QJsonValue& value) {
   return list;
 }
 
-bool readSettings(QIODevice& device, QSettings::SettingsMap& map) {
-  const QJsonDocument document = QJsonDocument::fromJson(device.readAll());
-  if (!document.isObject()) return false;
-  const QJsonObject object = document.object();
-  for (auto entry = object.begin(); entry != object.end(); ++entry) {
-    const QVariant value = fromJson(entry.value());
-    if (value.isValid()) map.insert(entry.key(), value);
+using Values = std::map<QString, QVariant>;
+
+constexpr qsizetype maxFileBytes = qsizetype{16} << 20;
+
+// A damaged file, and what is no file, read as empty.
+Values readSettings(const QString& path) {
+  Values values;
+  try {
+    const QJsonObject object = QJsonDocument::fromJson(readWholeFile(path, maxFileBytes)).object();
+    for (auto entry = object.begin(); entry != object.end(); ++entry)
+      if (const QVariant value = fromJson(entry.value()); value.isValid()) values[entry.key()] = value;
+  } catch (const FileReadError&) {
+    return {};
   }
-  return true;
+  return values;
 }
 
-bool writeSettings(QIODevice& device, const QSettings::SettingsMap& map) {
+QByteArray settingsText(const Values& values) {
   QJsonObject object;
-  for (auto entry = map.begin(); entry != map.end(); ++entry) object.insert(entry.key(), toJson(entry.value()));
-  const QByteArray text = QJsonDocument(object).toJson();
-  return device.write(text) == text.size();
+  for (const auto& [key, value] : values) object.insert(key, toJson(value));
+  return QJsonDocument(object).toJson();
 }
 
-QSettings::Format settingsFormat() {
-  static const QSettings::Format format =
-      QSettings::registerFormat(QStringLiteral("json"), readSettings, writeSettings, Qt::CaseSensitive);
-  return format;
+QString systemMessage(int error) {
+  return QString::fromStdString(std::system_category().message(error));
 }
 
 }  // namespace
@@ -163,24 +179,62 @@ QVariant MemorySettingsStore::read(const QString& key) const {
 }
 
 DesktopSettingsStore::DesktopSettingsStore()
-    : m_settings(settingsFormat(), QSettings::UserScope, QStringLiteral("Quilmora"), QStringLiteral("Quilmora")) {
-  m_settings.setFallbacksEnabled(false);
+    : DesktopSettingsStore(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+                           QStringLiteral("/Quilmora/Quilmora.json")) {}
+
+DesktopSettingsStore::DesktopSettingsStore(QString path) : m_path(std::move(path)), m_values(readSettings(m_path)) {
+  m_writeTimer.setSingleShot(true);
+  QObject::connect(&m_writeTimer, &QTimer::timeout, &m_writeTimer, [this] { writeNow(); });
 }
 
-DesktopSettingsStore::DesktopSettingsStore(const QString& path) : m_settings(path, settingsFormat()) {
-  m_settings.setFallbacksEnabled(false);
+DesktopSettingsStore::~DesktopSettingsStore() {
+  m_onFailure = nullptr;
+  writeNow();
+}
+
+QString DesktopSettingsStore::obstacle() const {
+  struct stat status {};
+  const QByteArray file = QFile::encodeName(m_path);
+  if (::lstat(file.constData(), &status) == 0) {
+    if (::stat(file.constData(), &status) == 0 && !S_ISREG(status.st_mode))
+      return QStringLiteral("“%1” is not a regular file.").arg(m_path);
+    if (::access(file.constData(), W_OK) != 0) return QStringLiteral("“%1”: %2.").arg(m_path, systemMessage(errno));
+  }
+  // The folder, or the nearest one above it that is there.
+  QByteArray folder = file;
+  do folder.truncate(std::max<qsizetype>(folder.lastIndexOf('/'), 1));
+  while (folder.size() > 1 && ::stat(folder.constData(), &status) != 0 && errno == ENOENT);
+  if (::access(folder.constData(), W_OK | X_OK) != 0)
+    return QStringLiteral("“%1”: %2.").arg(QFile::decodeName(folder), systemMessage(errno));
+  return {};
 }
 
 void DesktopSettingsStore::remove(const QString& key) {
-  m_settings.remove(key);
+  if (m_values.erase(key) > 0) writeSoon();
 }
 
 QVariant DesktopSettingsStore::read(const QString& key) const {
-  return m_settings.value(key);
+  const auto found = m_values.find(key);
+  return found == m_values.end() ? QVariant() : found->second;
 }
 
 void DesktopSettingsStore::write(const QString& key, const QVariant& value) {
-  m_settings.setValue(key, value);
+  QVariant& kept = m_values[key];
+  if (kept == value && kept.typeId() == value.typeId()) return;
+  kept = value;
+  writeSoon();
+}
+
+void DesktopSettingsStore::writeSoon() {
+  m_isChanged = true;
+  if (QCoreApplication::instance() != nullptr && !m_writeTimer.isActive()) m_writeTimer.start(0);
+}
+
+void DesktopSettingsStore::writeNow() {
+  if (!std::exchange(m_isChanged, false)) return;
+  QDir().mkpath(QFileInfo(m_path).path());
+  const QString reason = DiskFileWriter().write(m_path, settingsText(m_values));
+  if (!reason.isEmpty() && m_onFailure) std::exchange(m_onFailure, nullptr)(reason);
 }
 
 }  // namespace quilmora

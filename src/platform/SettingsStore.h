@@ -1,12 +1,13 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <optional>
 
 #include <QByteArray>
 #include <QList>
-#include <QSettings>
 #include <QString>
+#include <QTimer>
 #include <QVariant>
 
 namespace quilmora {
@@ -50,22 +51,35 @@ class MemorySettingsStore final : public SettingsStore {
   std::map<QString, QVariant> m_values;
 };
 
-// The desktop's per-user settings file, a JSON text: Quilmora/Quilmora.json in the user's configuration folder. Changes
-// reach the file at the next turn of the main loop, and at the latest when the store ends.
+// The desktop's per-user settings file, a JSON text: Quilmora/Quilmora.json in the user's configuration folder. It is
+// read once, and changes reach it at the next turn of the main loop, at the latest when the store ends. One process
+// writes it at a time: see SingleInstance.
 class DesktopSettingsStore final : public SettingsStore {
  public:
   DesktopSettingsStore();
   // For a file of its own instead of the user's.
-  explicit DesktopSettingsStore(const QString& path);
+  explicit DesktopSettingsStore(QString path);
+  ~DesktopSettingsStore() override;
   void remove(const QString& key) override;
-  QString path() const { return m_settings.fileName(); }
+  const QString& path() const { return m_path; }
+  // Why changes cannot be kept, fit to be shown, or an empty text; touches nothing.
+  QString obstacle() const;
+  // Called with the reason when the file cannot be written, once.
+  void setFailureReceiver(std::function<void(const QString& reason)> receiver) { m_onFailure = std::move(receiver); }
 
  protected:
   QVariant read(const QString& key) const override;
   void write(const QString& key, const QVariant& value) override;
 
  private:
-  QSettings m_settings;
+  void writeSoon();
+  void writeNow();
+
+  QString m_path;
+  std::map<QString, QVariant> m_values;
+  QTimer m_writeTimer;
+  bool m_isChanged = false;
+  std::function<void(const QString& reason)> m_onFailure;
 };
 
 }  // namespace quilmora

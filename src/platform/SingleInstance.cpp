@@ -16,7 +16,10 @@
 #include <QtEndian>
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
+
+#include "platform/Paths.h"
 
 namespace quilmora {
 
@@ -29,10 +32,12 @@ constexpr qsizetype headerBytes = 5 + 4;
 constexpr char accepted = '+';
 constexpr int senderPatienceMilliseconds = 3000;
 constexpr int retryMilliseconds = 50;
+// With room for the folder in which the server makes its socket.
+constexpr qsizetype longestSocketPath = 90;
 
 QByteArray encodeMessage(const QStringList& paths) {
   QByteArray body;
-  for (const QString& path : paths) body += QDir::current().absoluteFilePath(path).toUtf8() + '\0';
+  for (const QString& path : paths) body += bytesFromPath(QDir::current().absoluteFilePath(path)) + '\0';
   QByteArray length(4, '\0');
   qToBigEndian(static_cast<quint32>(body.size()), length.data());
   return greeting + length + body;
@@ -60,12 +65,38 @@ std::optional<QStringList> decodeMessage(const QByteArray& received) {
     const qsizetype end = body.indexOf('\0', start);
     if (end < 0) return std::nullopt;
     const QByteArray bytes = body.mid(start, end - start);
-    const QString path = QString::fromUtf8(bytes);
-    if (!path.startsWith(u'/') || path.toUtf8() != bytes) return std::nullopt;
+    const QString path = pathFromBytes(bytes);
+    if (!path.startsWith(u'/')) return std::nullopt;
     paths.append(path);
     start = end + 1;
   }
   return paths;
+}
+
+bool isWritable(const QString& folder) {
+  QDir().mkpath(folder);
+  return ::access(QFile::encodeName(folder).constData(), W_OK | X_OK) == 0;
+}
+
+// A folder that is this user's alone, or an empty text: in a shared place somebody else may have made it.
+QString privateFolder(const QString& path) {
+  const QByteArray bytes = QFile::encodeName(path);
+  ::mkdir(bytes.constData(), 0700);
+  struct stat status {};
+  const bool isOwn = ::lstat(bytes.constData(), &status) == 0 && S_ISDIR(status.st_mode) &&
+                     status.st_uid == ::geteuid() && (status.st_mode & 077) == 0;
+  return isOwn ? path : QString();
+}
+
+QString folderForUser() {
+  const QString settings =
+      QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + QStringLiteral("/Quilmora");
+  if (isWritable(settings)) return settings;
+  if (const QString session = qEnvironmentVariable("XDG_RUNTIME_DIR"); session.startsWith(u'/'))
+    if (const QString folder = privateFolder(session + QStringLiteral("/Quilmora")); !folder.isEmpty()) return folder;
+  const QString shared = QStringLiteral("/tmp/Quilmora-%1").arg(::geteuid());
+  const QString folder = privateFolder(shared);
+  return folder.isEmpty() ? settings : folder;
 }
 
 }  // namespace
@@ -78,8 +109,7 @@ SingleInstance::SingleInstance(QString lockPath, QString socketPath, QObject* pa
 }
 
 std::unique_ptr<SingleInstance> SingleInstance::forUser() {
-  const QString folder =
-      QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + QStringLiteral("/Quilmora");
+  const QString folder = folderForUser();
   return std::make_unique<SingleInstance>(folder + QStringLiteral("/running.lock"),
                                           folder + QStringLiteral("/running.socket"));
 }
@@ -88,6 +118,7 @@ SingleInstance::~SingleInstance() {
   // The socket goes first: who then still meets the lock waits for it instead of talking to nobody.
   m_server.close();
   if (m_lockDescriptor >= 0) ::close(m_lockDescriptor);
+  if (m_socketFolder >= 0) ::close(m_socketFolder);
 }
 
 SingleInstance::Result SingleInstance::start(const QStringList& documents, int patienceMilliseconds) {
@@ -96,7 +127,8 @@ SingleInstance::Result SingleInstance::start(const QStringList& documents, int p
   // Again and again, because the other one may be just starting, or just ending.
   while (true) {
     const Lock lock = tryLock();
-    if (lock == Lock::impossible) return Result::failed;
+    // A machine on which no lock can be had has no second editor that could keep one either.
+    if (lock == Lock::impossible) return Result::first;
     if (lock == Lock::held) {
       listen();
       return Result::first;
@@ -127,16 +159,25 @@ SingleInstance::Lock SingleInstance::tryLock() {
   const int error = errno;
   if (descriptor >= 0) ::close(descriptor);
   if (error == EWOULDBLOCK) return Lock::taken;
-  m_error = QStringLiteral("The lock “%1” cannot be had: %2.")
+  m_error = QStringLiteral("Another Quilmora that is started beside this one would not be noticed: “%1”: %2.")
                 .arg(m_lockPath, QString::fromStdString(std::system_category().message(error)));
   return Lock::impossible;
+}
+
+// The system takes about a hundred bytes for a socket's path, so a longer one goes through the open folder.
+QString SingleInstance::reachableSocketPath() {
+  const QByteArray path = QFile::encodeName(m_socketPath);
+  if (path.size() <= longestSocketPath) return m_socketPath;
+  const qsizetype slash = path.lastIndexOf('/');
+  if (m_socketFolder < 0) m_socketFolder = ::open(path.left(slash).constData(), O_PATH | O_DIRECTORY | O_CLOEXEC);
+  return QStringLiteral("/proc/self/fd/%1").arg(m_socketFolder) + QFile::decodeName(path.mid(slash));
 }
 
 bool SingleInstance::handOver(const QByteArray& message, int patienceMilliseconds) {
   const QDeadlineTimer deadline(patienceMilliseconds);
   const auto remaining = [&] { return static_cast<int>(std::max<qint64>(deadline.remainingTime(), 1)); };
   QLocalSocket socket;
-  socket.connectToServer(m_socketPath);
+  socket.connectToServer(reachableSocketPath());
   if (!socket.waitForConnected(remaining())) return false;
   socket.write(message);
   while (socket.bytesToWrite() > 0) {
@@ -152,8 +193,9 @@ bool SingleInstance::handOver(const QByteArray& message, int patienceMillisecond
 void SingleInstance::listen() {
   if (m_server.isListening()) return;
   QDir().mkpath(QFileInfo(m_socketPath).path());
-  QLocalServer::removeServer(m_socketPath);
-  if (!m_server.listen(m_socketPath)) {
+  const QString path = reachableSocketPath();
+  QLocalServer::removeServer(path);
+  if (!m_server.listen(path)) {
     m_error = QStringLiteral("Later starts cannot reach this one: ") + m_server.errorString();
   }
 }

@@ -3,7 +3,6 @@
 #include <initializer_list>
 #include <map>
 #include <optional>
-#include <stdexcept>
 #include <string_view>
 #include <variant>
 #include <vector>
@@ -14,13 +13,14 @@
 #include <QStringList>
 #include <QUuid>
 
+#include "platform/TextError.h"
+
 namespace quilmora {
 
 // Why a line of a script was refused. The text is the line's answer.
-class ScriptError : public std::runtime_error {
+class ScriptError : public TextError {
  public:
-  explicit ScriptError(const QString& message) : std::runtime_error(message.toStdString()) {}
-  QString message() const { return QString::fromUtf8(what()); }
+  using TextError::TextError;
 };
 
 enum class ArgumentKind {

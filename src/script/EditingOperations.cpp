@@ -1,6 +1,4 @@
-#include <QFileInfo>
-#include <QImageReader>
-
+#include "editor/PictureFiles.h"
 #include "script/Operations.h"
 
 namespace quilmora {
@@ -17,13 +15,9 @@ std::optional<Badge> badgeArgument(const Arguments& arguments) {
   return badge;
 }
 
-// Only a regular file: opening a pipe would wait for its writer.
 QImage readImage(const QString& path) {
-  if (!QFileInfo(path).isFile()) throw ScriptError(QStringLiteral("%1: not a file").arg(path));
-  QImageReader reader(path);
-  reader.setDecideFormatFromContent(true);
-  QImage image = reader.read();
-  if (image.isNull()) throw ScriptError(QStringLiteral("%1: %2").arg(path, reader.errorString()));
+  auto [image, error] = readPictureFile(path);
+  if (image.isNull()) throw ScriptError(QStringLiteral("%1: %2").arg(path, error));
   return image;
 }
 

@@ -8,6 +8,7 @@
 #include "exchange/MapImport.h"
 #include "model/MindMapDocument.h"
 #include "platform/FileWriter.h"
+#include "platform/Paths.h"
 #include "platform/RegularFile.h"
 
 namespace quilmora {
@@ -40,6 +41,10 @@ ExportFormat exportFormatOf(const QString& extension) {
   return *format;
 }
 
+void requireFilePath(const QString& path) {
+  if (const QString refusal = refusalOfPath(path); !refusal.isEmpty()) throw FileError(refusal);
+}
+
 // The extension of the files that begin like this.
 QString kindOf(const QByteArray& bytes) {
   const qsizetype mark = bytes.startsWith("\xEF\xBB\xBF") ? 3 : 0;
@@ -70,6 +75,7 @@ MindMap readOrFail(Read&& read) {
 }  // namespace
 
 MindMap readMap(const QString& path) {
+  requireFilePath(path);
   const QString plain = withoutTrailingSlashes(path);
   return readOrFail([&] {
     // A document opens whatever its name; only what is certainly of another kind is read as that.
@@ -95,6 +101,7 @@ void exportMap(const MindMap& map, ExportFormat format, const QString& path) {
 }
 
 void writeMap(const MindMap& map, const QString& path) {
+  requireFilePath(path);
   const QString plain = withoutTrailingSlashes(path);
   const QString extension = extensionOf(plain);
   const bool asksForFolder = path.endsWith(u'/') || QFileInfo(plain).isDir();

@@ -1,19 +1,18 @@
 #pragma once
 
-#include <stdexcept>
-
 #include <QString>
 
 #include "exchange/ExportFormat.h"
 #include "model/MindMap.h"
+#include "platform/TextError.h"
 
 namespace quilmora {
 
 // Why a file given on the command line or in a script could not be read or written. One line, without the file's name.
-class FileError : public std::runtime_error {
+class FileError : public TextError {
  public:
-  explicit FileError(const QString& reason) : std::runtime_error(reason.toStdString()) {}
-  QString reason() const { return QString::fromUtf8(what()); }
+  using TextError::TextError;
+  const QString& reason() const { return message(); }
 };
 
 // Reads a map: .opml, .mm and .md as what they are, anything else as a plain document or a package. Throws FileError.

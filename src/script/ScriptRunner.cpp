@@ -34,7 +34,7 @@ QByteArray ScriptRunner::answer(const QByteArray& line) {
     JsonText result;
     found->second.run(m_script, parsed.arguments(found->second.rules), result);
     return success(result.take());
-  } catch (const ScriptError& error) {
+  } catch (const TextError& error) {
     return refusal(error.message());
   } catch (const std::exception& error) {
     return refusal(QString::fromUtf8(error.what()));

@@ -1,3 +1,4 @@
+#include <QSettings>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -33,6 +34,12 @@ TEST_F(DocumentFileDialogTest, SavingAMapIsNoExport) {
       m_look, m_icons, {m_folder.path(), QStringLiteral("Trip.mindmap"), QStringLiteral("mindmap")}, nullptr);
   EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Save"));
   EXPECT_EQ(dialog.nameFilters(), QStringList{QStringLiteral("Mind maps (*.mindmap)")});
+}
+
+TEST_F(DocumentFileDialogTest, TheFoldersThatWereVisitedAreWrittenNowhere) {
+  const DocumentFileDialog dialog(m_look, m_icons, FilePanels::OpenRequest{{QStringLiteral("mindmap")}}, nullptr);
+  const QSettings toolkits(QSettings::UserScope, QStringLiteral("QtProject"));
+  EXPECT_TRUE(toolkits.fileName().startsWith(QLatin1String("/dev/null/"))) << toolkits.fileName().toStdString();
 }
 
 }  // namespace

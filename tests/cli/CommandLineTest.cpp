@@ -264,4 +264,27 @@ TEST_F(CommandLine, StandardInputThatIsNoMapIsOneLineAndStatusOne) {
   }
 }
 
+// Bytes that are no UTF-8 must not be taken for the file that is called like their replacement.
+TEST_F(CommandLine, ANameThatIsNoTextIsRefusedAndNoOtherFileTouched) {
+  const QString input = write("in.mindmap", cli::smallMap());
+  const QString neighbour = m_folder.filePath(QStringLiteral("caf\uFFFD.mindmap"));
+  ASSERT_TRUE(QFile::copy(input, neighbour));
+  const QByteArray before = read(neighbour);
+  const QByteArray program = QFile::encodeName(cli::programPath());
+  const auto shell = [&](const QByteArray& from, const QByteArray& to) {
+    QProcess process;
+    process.setProcessEnvironment(cli::bareEnvironment());
+    process.setWorkingDirectory(m_folder.path());
+    process.start(QStringLiteral("/bin/bash"),
+                  {QStringLiteral("-c"), QString::fromLatin1(program + " convert " + from + ' ' + to)});
+    EXPECT_TRUE(process.waitForFinished());
+    EXPECT_EQ(process.exitCode(), 1);
+    return process.readAllStandardError();
+  };
+  EXPECT_TRUE(shell("in.mindmap", "$'caf\\xe9.mindmap'").contains("the name is not UTF-8 text"));
+  EXPECT_TRUE(shell("$'caf\\xe9.mindmap'", "out.mindmap").contains("the name is not UTF-8 text"));
+  EXPECT_EQ(read(neighbour), before);
+  EXPECT_EQ(entries().size(), 2);
+}
+
 }  // namespace

@@ -167,6 +167,18 @@ TEST(Script, ImagesComeFromFilesAndGo) {
   EXPECT_FALSE(node(script.result(), 0).contains(QLatin1String("imageData")));
 }
 
+TEST(Script, ADrawingIsNoImageBecauseItMayReadOtherFiles) {
+  QTemporaryDir folder;
+  const QString path = folder.filePath(QStringLiteral("drawing.svg"));
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write(R"(<svg xmlns="http://www.w3.org/2000/svg" width="9" height="9"/>)");
+  file.close();
+  Script script;
+  script.line(loadSmallMap()).line(with("setNodeImage", "id", idA, R"(,"path":")" + path.toUtf8() + '"'));
+  EXPECT_FALSE(script.isOk());
+}
+
 TEST(Script, TopicsMoveAndChangeParents) {
   Script script;
   script.line(loadSmallMap())

@@ -76,6 +76,23 @@ TEST_F(HistoryTest, ThrottleNeedsMoreThanHalfASecond) {
   EXPECT_EQ(editor.undoCount(), 2);
 }
 
+// Set back, the clock would make every title edit of the next hours part of the last one.
+TEST_F(HistoryTest, SettingTheTimeOfDayNeitherEndsNorStretchesTheThrottle) {
+  using std::chrono::hours;
+  for (const auto jump : {-hours(24), hours(24)}) {
+    rig.clock.advance(1s);
+    const auto before = editor.undoCount();
+    editor.captureSnapshot(true);
+    EXPECT_EQ(editor.undoCount(), before + 1);
+    rig.clock.set(rig.clock.now() + jump);
+    editor.captureSnapshot(true);
+    EXPECT_EQ(editor.undoCount(), before + 1);
+    rig.clock.advance(501ms);
+    editor.captureSnapshot(true);
+    EXPECT_EQ(editor.undoCount(), before + 2);
+  }
+}
+
 TEST_F(HistoryTest, IntervalRunsFromTheLastSnapshotAndNotFromTheLastTry) {
   editor.captureSnapshot(true);
   for (int i = 0; i < 2; ++i) {

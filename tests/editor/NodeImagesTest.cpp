@@ -1,6 +1,7 @@
 #include <QFile>
 #include <QImage>
 #include <QTemporaryDir>
+#include <sys/stat.h>
 
 #include "editor/CommandRig.h"
 #include "editor/NodeImages.h"
@@ -77,6 +78,39 @@ TEST_F(NodeImageFiles, CutPictureMissingFileAndFolderChangeNothing) {
   rig.expectNothing();
 }
 
+// An SVG would be drawn with the files that it names, wherever they lie, and wait for ever for a pipe.
+TEST_F(NodeImageFiles, DrawingIsRefusedWhateverItsName) {
+  const QByteArray drawing = R"(<svg xmlns="http://www.w3.org/2000/svg" xmlns:xlink="http://www.w3.org/1999/xlink"
+      width="9" height="9"><image xlink:href=")" +
+                             path("pipe").toUtf8() + R"(" width="9" height="9"/></svg>)";
+  ASSERT_EQ(::mkfifo(QFile::encodeName(path("pipe")).constData(), 0600), 0);
+  for (const char* name : {"drawing.svg", "drawing.png", "drawing"})
+    images.setFromFile(topicId(1), file(name, drawing));
+  ASSERT_EQ(errors.size(), 3);
+  EXPECT_EQ(errors[0],
+            QStringLiteral("Failed to add image: drawing.svg: This is a drawing. Save it as PNG or JPEG, and "
+                           "add that."));
+  rig.expectNothing();
+}
+
+TEST_F(NodeImageFiles, PipeIsRefusedAtOnce) {
+  ASSERT_EQ(::mkfifo(QFile::encodeName(path("pipe.png")).constData(), 0600), 0);
+  images.setFromFile(topicId(1), path("pipe.png"));
+  EXPECT_EQ(errors.size(), 1);
+  rig.expectNothing();
+}
+
+TEST_F(NodeImageFiles, PictureStandsUprightAsItsCameraSays) {
+  // The smallest Exif block that says "turn by 90 degrees".
+  const QByteArray turned =
+      QByteArray::fromHex("ffe1002245786966000049492a0008000000010012010300010000000600000000000000");
+  QFile upright(picture("photo.jpg", {40, 20}));
+  ASSERT_TRUE(upright.open(QIODevice::ReadOnly));
+  QByteArray bytes = upright.readAll();
+  images.setFromFile(topicId(1), file("turned.jpg", bytes.insert(2, turned)));
+  EXPECT_EQ(storedSize(), QSize(20, 40));
+}
+
 TEST_F(NodeImageFiles, TopicThatHasGoneTakesNoPicture) {
   images.setFromFile(topicId(9), picture("small.png", {40, 30}));
   EXPECT_TRUE(errors.isEmpty());
@@ -93,5 +127,6 @@ TEST_F(NodeImageFiles, AskingOffersImagesAndTakesTheAnswer) {
   EXPECT_EQ(panels.openRequests[0].content, FilePanels::Content::images);
   EXPECT_TRUE(panels.openRequests[0].extensions.contains(QStringLiteral("png")));
   EXPECT_TRUE(panels.openRequests[0].extensions.contains(QStringLiteral("jpg")));
+  EXPECT_FALSE(panels.openRequests[0].extensions.contains(QStringLiteral("svg")));
   EXPECT_FALSE(panels.openRequests[0].allowsFolders);
 }

@@ -119,7 +119,7 @@ TEST_F(AutoSave, EndsWithTheSession) {
   EXPECT_EQ(scheduler.waitingCount(), 0u);
 }
 
-TEST_F(AutoSave, FailureGoesToTheLogAndWaitsForQuitOrSave) {
+TEST_F(AutoSave, FailureGoesToTheLogOnceAndAQuitWritesAtOnce) {
   const QString file = openFile(path(QStringLiteral("folder/Plan.mindmap")));
   ASSERT_TRUE(QDir(path(QStringLiteral("folder"))).removeRecursively());
   edit();

@@ -197,6 +197,25 @@ TEST_F(DocumentFile, WritesAPackage) {
   EXPECT_EQ(decodeDocumentAt(path("p.mindmap")), m_map);
 }
 
+TEST_F(DocumentFile, WritesAPackageUnderTheLongestName) {
+  const QString longest = m_folder.filePath(QString(247, u'n') + QStringLiteral(".mindmap"));
+  writePackage(m_map, longest);
+  EXPECT_EQ(decodeDocumentAt(longest), m_map);
+}
+
+// A title with a null character must not cut the sentence that quotes it.
+TEST_F(DocumentFile, AnErrorIsWholeWhateverItQuotes) {
+  const QString text = QStringLiteral("before") + QChar(u'\0') + QStringLiteral("after");
+  EXPECT_EQ(DocumentError(text).message(), text);
+}
+
+TEST_F(DocumentFile, RefusesANameThatIsNoText) {
+  EXPECT_EQ(refusalOf([&] { decodeDocumentAt(m_folder.path() + u'/' + QChar(0xDCE9)); }),
+            "the name is not UTF-8 text; rename the file first");
+  EXPECT_EQ(refusalOf([&] { writePackage(m_map, m_folder.path() + u'/' + QChar(0xDCE9)); }),
+            "the name is not UTF-8 text; rename the file first");
+}
+
 TEST_F(DocumentFile, WritesAPackageUnderANameWithASlashAtItsEnd) {
   writePackage(m_map, path("p.mindmap/"));
   EXPECT_EQ(decodeDocumentAt(path("p.mindmap")), m_map);

@@ -2,9 +2,12 @@
 #include <limits>
 #include <memory>
 
+#include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include "platform/SettingsStore.h"
 #include "support/QtPrinters.h"
@@ -200,9 +203,60 @@ TEST(DesktopSettingsStore, ReadsForeignValuesAsAbsent) {
 
 TEST(DesktopSettingsStore, LiesInTheUsersConfigurationFolder) {
   const QTemporaryDir folder;
-  QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder.path());
-  const DesktopSettingsStore store;
-  EXPECT_EQ(store.path(), folder.filePath(QStringLiteral("Quilmora/Quilmora.json")));
+  const QByteArray before = qgetenv("XDG_CONFIG_HOME");
+  qputenv("XDG_CONFIG_HOME", QFile::encodeName(folder.path()));
+  {
+    DesktopSettingsStore store;
+    EXPECT_EQ(store.path(), folder.filePath(QStringLiteral("Quilmora/Quilmora.json")));
+    EXPECT_EQ(store.obstacle(), QString());
+    store.setFlag(key, true);
+  }
+  EXPECT_EQ(DesktopSettingsStore().flag(key), true);
+  before.isNull() ? qunsetenv("XDG_CONFIG_HOME") : qputenv("XDG_CONFIG_HOME", before);
+}
+
+TEST(DesktopSettingsStore, WritesAtTheNextTurnOfTheMainLoop) {
+  const QTemporaryDir folder;
+  const QString path = folder.filePath(QStringLiteral("settings.json"));
+  DesktopSettingsStore store(path);
+  store.setText(key, QStringLiteral("new"));
+  EXPECT_FALSE(QFile::exists(path));
+  QCoreApplication::processEvents();
+  EXPECT_EQ(DesktopSettingsStore(path).text(key), QStringLiteral("new"));
+}
+
+// Another program's lock file beside it, however fresh, makes nobody wait.
+TEST(DesktopSettingsStore, WaitsForNoLock) {
+  const QTemporaryDir folder;
+  const QString path = folder.filePath(QStringLiteral("settings.json"));
+  writeFile(path + QStringLiteral(".lock"), "1\nquilmora\nelsewhere\n");
+  QElapsedTimer time;
+  time.start();
+  {
+    DesktopSettingsStore store(path);
+    store.setText(key, QStringLiteral("new"));
+  }
+  EXPECT_LT(time.elapsed(), 3000);
+  EXPECT_EQ(DesktopSettingsStore(path).text(key), QStringLiteral("new"));
+}
+
+TEST(DesktopSettingsStore, TellsOnceWhatStandsInTheWay) {
+  const QTemporaryDir folder;
+  const QString pipe = folder.filePath(QStringLiteral("pipe.json"));
+  ASSERT_EQ(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+  const QString inAFile = folder.filePath(QStringLiteral("pipe.json/settings.json"));
+  for (const QString& path : {pipe, folder.path(), inAFile}) {
+    QStringList reasons;
+    DesktopSettingsStore store(path);
+    EXPECT_NE(store.obstacle(), QString()) << path.toStdString();
+    store.setFailureReceiver([&](const QString& reason) { reasons.append(reason); });
+    for (int round = 0; round < 3; ++round) {
+      store.setReal(key, round);
+      QCoreApplication::processEvents();
+      EXPECT_EQ(store.real(key), round);
+    }
+    EXPECT_EQ(reasons.size(), 1) << path.toStdString();
+  }
 }
 
 }  // namespace

@@ -16,6 +16,7 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+#include "platform/Paths.h"
 #include "platform/SingleInstance.h"
 #include "support/Folders.h"
 #include "support/QtPrinters.h"
@@ -167,18 +168,36 @@ TEST_F(SingleInstanceTest, GivesUpOnOneThatHangsAndNeverRunsBesideIt) {
           "Quilmora is already running but does not answer. Wait a moment or end that process, then start again."));
 }
 
-TEST_F(SingleInstanceTest, TellsWhenTheLockCannotBeHad) {
+TEST_F(SingleInstanceTest, GoesOnAndTellsWhenTheLockCannotBeHad) {
   QFile file(m_folder.filePath(QStringLiteral("state")));
   ASSERT_TRUE(file.open(QIODevice::WriteOnly));
   SingleInstance instance(lock, socket);
-  EXPECT_EQ(instance.start({}, 300), Result::failed);
-  EXPECT_EQ(instance.error(), QStringLiteral("The lock “%1” cannot be had: Not a directory.").arg(lock));
+  EXPECT_EQ(instance.start({}, 300), Result::first);
+  EXPECT_EQ(instance.error(),
+            QStringLiteral(
+                "Another Quilmora that is started beside this one would not be noticed: “%1”: Not a directory.")
+                .arg(lock));
 }
 
 TEST_F(SingleInstanceTest, GoesOnUnreachableWhenTheSocketCannotBeMade) {
   SingleInstance instance(lock, m_folder.filePath(QString(200, u's')));
   EXPECT_EQ(instance.start({}, 300), Result::first);
   EXPECT_TRUE(instance.error().startsWith(QStringLiteral("Later starts cannot reach this one: ")));
+}
+
+TEST_F(SingleInstanceTest, IsReachedBelowAPathThatIsTooLongForASocket) {
+  const QString folder = m_folder.filePath(QString(100, u'f') + u'/' + QString(200, u'g'));
+  SingleInstance first(folder + QStringLiteral("/running.lock"), folder + QStringLiteral("/running.socket"));
+  ASSERT_EQ(first.start({}, 300), Result::first);
+  EXPECT_EQ(first.error(), QString());
+  QSignalSpy spy(&first, &SingleInstance::documentsReceived);
+  QProcess later;
+  later.start(supportProgramFolder() + QStringLiteral("/support_single_instance"),
+              {folder + QStringLiteral("/running.lock"), folder + QStringLiteral("/running.socket"),
+               QStringLiteral("5000"), QStringLiteral("/a.mindmap")});
+  EXPECT_EQ(lastWords(later), QStringLiteral("handed over"));
+  ASSERT_TRUE(QTest::qWaitFor([&] { return spy.count() == 1; }, 5000));
+  EXPECT_EQ(spy.at(0).at(0).toStringList(), QStringList{QStringLiteral("/a.mindmap")});
 }
 
 TEST_F(SingleInstanceTest, RefusesToSendTooMuch) {
@@ -232,11 +251,15 @@ TEST_F(HostileMessage, IsDroppedAndTheNextOneHeard) {
   EXPECT_EQ(answerTo(message(QByteArrayLiteral("/not ended"))), QByteArray());
   EXPECT_EQ(answerTo(message(QByteArray("relative\0", 9))), QByteArray());
   EXPECT_EQ(answerTo(message(QByteArray("\0", 1))), QByteArray());
-  EXPECT_EQ(answerTo(message(QByteArray("/\xff\0", 3))), QByteArray());
   EXPECT_EQ(answerTo(message(path) + QByteArrayLiteral("more")), QByteArray());
   EXPECT_EQ(answerTo(message(path).chopped(1), true), QByteArray());
   EXPECT_EQ(answerTo(QByteArray(), true), QByteArray());
   EXPECT_EQ(spy.count(), 0);
+
+  // A name that is no text stays told apart from every other.
+  EXPECT_EQ(answerTo(message(QByteArray("/\xff\0", 3))), QByteArrayLiteral("+"));
+  ASSERT_TRUE(QTest::qWaitFor([&] { return spy.count() == 1; }, 5000));
+  EXPECT_EQ(spy.takeFirst().at(0).toStringList(), QStringList{pathFromBytes("/\xff")});
 
   EXPECT_EQ(answerTo(message(path)), QByteArrayLiteral("+"));
   EXPECT_EQ(answerTo(message(path.repeated(300'000))), QByteArrayLiteral("+"));

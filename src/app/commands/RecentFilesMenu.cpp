@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 
+#include "canvas/view/PlainText.h"
 #include "editor/RecentFiles.h"
 #include "platform/Notifications.h"
 
@@ -19,9 +20,8 @@ RecentFilesMenu::RecentFilesMenu(const QString& title, RecentFiles& files, Notif
 void RecentFilesMenu::rebuild() {
   clear();
   for (const QString& path : m_files.urls()) {
-    QString name = QFileInfo(path).fileName();
-    QAction* entry = addAction(name.replace(QLatin1Char('&'), QLatin1String("&&")));
-    entry->setToolTip(path);
+    QAction* entry = plain::addAction(*this, QFileInfo(path).fileName());
+    plain::setToolTip(*entry, path);
     connect(entry, &QAction::triggered, this,
             [this, path] { m_notifications.post(Notification::openRecentFile, path); });
   }

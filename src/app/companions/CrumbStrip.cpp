@@ -12,6 +12,7 @@
 #include "app/look/LookStyle.h"
 #include "app/look/Paint.h"
 #include "canvas/painting/Symbols.h"
+#include "canvas/view/PlainText.h"
 
 namespace quilmora {
 
@@ -38,15 +39,15 @@ QFont crumbFont(const Look& look) {
 class CrumbStrip::Crumb final : public QAbstractButton {
  public:
   Crumb(const Look& look, const QString& title, bool isLast, CrumbStrip* strip)
-      : QAbstractButton(strip), m_look(look), m_strip(strip), m_isLast(isLast) {
-    setText(title);
+      : QAbstractButton(strip), m_look(look), m_strip(strip), m_title(title), m_isLast(isLast) {
+    plain::setText(*this, title);
     setAccessibleName(title);
     setFont(crumbFont(look));
     setFocusPolicy(Qt::TabFocus);
     setAttribute(Qt::WA_Hover);
     setCursor(Qt::ArrowCursor);
     const int natural = fontMetrics().horizontalAdvance(title) + 2 * crumbPadding + 1;
-    if (natural > maxCrumbWidth) setToolTip(title);
+    if (natural > maxCrumbWidth) plain::setToolTip(*this, title);
     resize(std::min(natural, maxCrumbWidth), strip->wantedHeight());
     connect(&look, &Look::changed, this, [this] { update(); });
   }
@@ -65,7 +66,7 @@ class CrumbStrip::Crumb final : public QAbstractButton {
       paint::drawBorder(painter, rect(), metrics::gapSmall, tokens.accent, metrics::focusRingWidth);
     painter.setPen(m_isLast ? tokens.text : tokens.secondary);
     const QRect inner = rect().adjusted(crumbPadding, 0, -crumbPadding, 0);
-    painter.drawText(inner, Qt::AlignCenter, fontMetrics().elidedText(text(), Qt::ElideRight, inner.width()));
+    painter.drawText(inner, Qt::AlignCenter, fontMetrics().elidedText(m_title, Qt::ElideRight, inner.width()));
   }
   void keyPressEvent(QKeyEvent* event) override {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
@@ -81,6 +82,7 @@ class CrumbStrip::Crumb final : public QAbstractButton {
  private:
   const Look& m_look;
   CrumbStrip* m_strip;
+  QString m_title;
   bool m_isLast;
 };
 

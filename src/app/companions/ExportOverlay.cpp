@@ -79,7 +79,7 @@ QString ExportOverlay::message() const {
 }
 
 void ExportOverlay::setMessage(const QString& message) {
-  m_text->setText(message);
+  m_text->setPlainText(message);
   setAccessibleName(message);
   m_ring->setShare({});
   Q_EMIT placementWanted();

@@ -149,12 +149,12 @@ void NodeQuickLook::refresh() {
   const auto id = m_editor.quickLookNodeID();
   m_node = id ? m_editor.nodeByID(*id) : std::nullopt;
   if (m_node) {
-    m_title->setText(withBreaks(shownTitle(*m_node)));
+    m_title->setPlainText(withBreaks(shownTitle(*m_node)));
     m_badge->setBadge(m_node->badge);
     if (const QString notes = shownNotes(*m_node); m_notes->toPlainText() != notes) m_notes->setPlainText(notes);
     m_notes->setVisible(!m_node->notes.isEmpty());
-    m_children->setText(QStringLiteral("%1 children").arg(m_editor.treeInfo().childCount(*id)));
-    m_depth->setText(QStringLiteral("Depth %1").arg(m_editor.treeInfo().depth(*id).value_or(0)));
+    m_children->setPlainText(QStringLiteral("%1 children").arg(m_editor.treeInfo().childCount(*id)));
+    m_depth->setPlainText(QStringLiteral("Depth %1").arg(m_editor.treeInfo().depth(*id).value_or(0)));
     layout()->invalidate();
     if (isShown()) Q_EMIT placementWanted();
   }

@@ -5,6 +5,7 @@
 
 #include "app/look/Look.h"
 #include "app/look/Widgets.h"
+#include "canvas/view/PlainText.h"
 #include "editor/EditorNavigation.h"
 
 namespace quilmora {
@@ -20,7 +21,7 @@ constexpr QSize buttonIcon(12, 12);
 IconButton* stepButton(const Look& look, const QString& symbol, const QString& name, const QString& key,
                        QWidget* parent) {
   auto* button = new IconButton(look, symbol, name, parent);
-  button->setToolTip(QStringLiteral("%1 (%2)").arg(name, key));
+  plain::setToolTip(*button, QStringLiteral("%1 (%2)").arg(name, key));
   button->setFixedSize(buttonSize);
   button->setIconSize(buttonIcon);
   return button;
@@ -103,15 +104,15 @@ void SearchBar::followSearching() {
 }
 
 void SearchBar::followQuery() {
-  if (m_field->text() != m_editor.searchQuery()) m_field->setText(m_editor.searchQuery());
+  if (m_field->text() != m_editor.searchQuery()) plain::setText(*m_field, m_editor.searchQuery());
 }
 
 void SearchBar::followResults() {
   const std::size_t count = m_editor.searchResultIDs().size();
   if (count > 0)
-    m_count->setText(QStringLiteral("%1/%2").arg(m_editor.searchResultIndex() + 1).arg(count));
+    m_count->setPlainText(QStringLiteral("%1/%2").arg(m_editor.searchResultIndex() + 1).arg(count));
   else
-    m_count->setText(m_editor.searchQuery().isEmpty() ? QString() : tr("No results"));
+    m_count->setPlainText(m_editor.searchQuery().isEmpty() ? QString() : tr("No results"));
   m_previous->setEnabled(count > 0);
   m_next->setEnabled(count > 0);
 }

@@ -8,6 +8,7 @@
 
 #include "app/look/Look.h"
 #include "app/look/Widgets.h"
+#include "canvas/view/PlainText.h"
 
 namespace quilmora {
 
@@ -36,8 +37,7 @@ KindLook lookOf(AlertSheet::Kind kind) {
 }
 
 QLabel* newLabel(QWidget* parent) {
-  auto* label = new QLabel(parent);
-  label->setTextFormat(Qt::PlainText);
+  QLabel* label = plain::newLabel({}, parent);
   label->setWordWrap(true);
   label->setFixedWidth(messageWidth);
   return label;
@@ -55,7 +55,7 @@ AlertSheet::AlertSheet(const Look& look, Kind kind, const QString& title, const 
       m_first(m_close) {
   setAccessibleName(title);
   m_title->setFont(look.font(Look::TextStyle::panelTitle));
-  m_title->setText(title);
+  plain::setText(*m_title, title);
   m_text->setTextInteractionFlags(Qt::TextSelectableByMouse);
   addMessage(message);
   m_close->setProperty("primary", true);
@@ -80,11 +80,11 @@ AlertSheet::AlertSheet(const Look& look, Kind kind, const QString& title, const 
 }
 
 QString AlertSheet::title() const {
-  return m_title->text();
+  return plain::shownText(*m_title);
 }
 
 QString AlertSheet::message() const {
-  return m_text->text();
+  return plain::shownText(*m_text);
 }
 
 void AlertSheet::addMessage(const QString& message) {
@@ -95,12 +95,13 @@ void AlertSheet::addMessage(const QString& message) {
   QStringList shown = m_messages;
   const qsizetype hidden = m_heard.size() - shown.size();
   if (hidden > 0) shown.prepend(tr("%1 more, and last:").arg(hidden));
-  m_text->setText(shown.join(QStringLiteral("\n\n")));
+  plain::setText(*m_text, shown.join(QStringLiteral("\n\n")));
 }
 
 void AlertSheet::addAnswer(const Question::Answer& answer) {
   using Weight = Question::Answer::Weight;
-  auto* button = new QPushButton(answer.text, &panel());
+  auto* button = new QPushButton(&panel());
+  plain::setOwnText(*button, answer.text);
   button->setAutoDefault(false);
   button->setProperty("destructive", answer.weight == Weight::destructive);
   button->setProperty("primary", answer.weight == Weight::primary);

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QGridLayout>
 #include <QHeaderView>
+#include <QSettings>
 #include <QSplitter>
 #include <QStandardPaths>
 #include <QTreeView>
@@ -81,7 +82,18 @@ DocumentFileDialog::DocumentFileDialog(const Look& look, SymbolFileIcons& icons,
   });
 }
 
+namespace {
+
+// The toolkit would write the folders that were visited into a settings file of its own, which nobody asked it to.
+// Below a device nothing can be kept.
+void keepNoVisitedFolders() {
+  QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("/dev/null"));
+}
+
+}  // namespace
+
 void DocumentFileDialog::prepare(SymbolFileIcons& icons, const QStringList& extensions, FilePanels::Content content) {
+  keepNoVisitedFolders();
   m_extensions = extensions;
   setOption(DontUseNativeDialog);
   setOption(DontUseCustomDirectoryIcons);

@@ -9,6 +9,7 @@
 #include "app/look/LookStyle.h"
 #include "app/look/Paint.h"
 #include "canvas/painting/Symbols.h"
+#include "canvas/view/PlainText.h"
 
 namespace quilmora {
 
@@ -28,7 +29,7 @@ SheetRow::SheetRow(const Look& look, QString symbol, const QString& title, QStri
       m_symbol(std::move(symbol)),
       m_description(std::move(description)),
       m_titleFont(look.font(Look::TextStyle::baseSemibold)) {
-  setText(title);
+  plain::setOwnText(*this, title);
   setAccessibleName(this->title());
   setAccessibleDescription(m_description);
   setFocusPolicy(Qt::StrongFocus);

@@ -29,8 +29,8 @@ void ImportFlow::importFrom(const QString& path) {
     map = importMapAt(path, m_clock);
   } catch (const std::bad_alloc&) {
     error = QStringLiteral("the file is too large for the memory of this machine");
-  } catch (const std::runtime_error& failure) {
-    error = QString::fromUtf8(failure.what());
+  } catch (const TextError& failure) {
+    error = failure.message();
   }
   if (!error.isEmpty())
     Q_EMIT errorRaised(QStringLiteral("Import failed: %1: %2").arg(QFileInfo(path).fileName(), error));

@@ -7,6 +7,7 @@
 #include "app/look/Look.h"
 #include "app/look/Paint.h"
 #include "canvas/painting/Symbols.h"
+#include "canvas/view/PlainText.h"
 
 namespace quilmora {
 
@@ -70,7 +71,7 @@ TextLabel::TextLabel(const Look& look, QString text, TokenColor color, const QFo
   repaintWithLook(look, this);
 }
 
-void TextLabel::setText(const QString& text) {
+void TextLabel::setPlainText(const QString& text) {
   if (m_text == text) return;
   m_text = text;
   setAccessibleName(text);
@@ -113,7 +114,7 @@ void TextLabel::resizeEvent(QResizeEvent*) {
 
 void TextLabel::updateToolTip() {
   const bool isCut = m_overflow == Overflow::elides && fontMetrics().horizontalAdvance(m_text) > width();
-  setToolTip(isCut ? m_text : QString());
+  plain::setToolTip(*this, isCut ? m_text : QString());
 }
 
 EmptyState::EmptyState(const Look& look, const QString& symbol, const QString& text, QWidget* parent)
@@ -145,7 +146,7 @@ IconButton::IconButton(const Look& look, const QString& symbol, const QString& n
   setFixedSize(metrics::toolbarButton, metrics::toolbarButton);
   setFocusPolicy(Qt::TabFocus);
   setAccessibleName(name);
-  setToolTip(name);
+  plain::setToolTip(*this, name);
   connect(&look, &Look::changed, this, [this] { update(); });
 }
 

@@ -59,7 +59,7 @@ class TextLabel : public QWidget {
             QWidget* parent = nullptr);
 
   QString text() const { return m_text; }
-  void setText(const QString& text);
+  void setPlainText(const QString& text);
   void setAlignment(Qt::Alignment alignment);
 
   QSize sizeHint() const override;

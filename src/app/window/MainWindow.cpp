@@ -33,6 +33,8 @@ namespace quilmora {
 
 namespace {
 
+constexpr std::chrono::milliseconds shownCheckInterval{1000};
+
 // "[*]" stands for the mark of unsaved changes in a window title.
 QString withoutPlaceholder(QString text) {
   return text.replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
@@ -54,7 +56,7 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
       m_beforeQuit(notifications.observe(Notification::autoSaveBeforeQuit,
                                          [this](const QVariant&) { m_canvas->commitTitleEdit(); })),
       m_session(m_editor, {machine.editorServices(), machine.writer, machine.panels, machine.scheduler, notifications,
-                           recentFiles, machine.defaultFolder}),
+                           recentFiles, machine.defaultFolder, machine.openingMark}),
       m_import(m_session, machine.panels, machine.clock),
       m_place(*this, machine.settings, machine.scheduler) {
   CommandContext::Handlers handlers;
@@ -74,6 +76,12 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
   const auto showError = [this](const QString& message) { m_machine.alerts.showError(this, message); };
   connect(&m_session, &DocumentSession::errorRaised, this, showError);
   connect(&m_session, &DocumentSession::changesNotKept, this, &MainWindow::askHowToKeep);
+  connect(&m_session, &DocumentSession::reopeningDoubted, this, &MainWindow::askToReopen);
+  connect(&m_session, &DocumentSession::documentInstalled, this, &MainWindow::waitUntilShown);
+  connect(&m_session, &DocumentSession::autoSaveProblemChanged, this, [this] {
+    const QString& problem = m_session.autoSaveProblem();
+    m_statusLine->setNotice(problem.isEmpty() ? QString() : QStringLiteral("Not saved: ") + problem);
+  });
   connect(&m_import, &ImportFlow::errorRaised, this, showError);
   connect(&m_images, &NodeImages::errorRaised, this, showError);
   connect(m_exportFlow, &ExportFlow::errorRaised, this, showError);
@@ -89,6 +97,7 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
 }
 
 MainWindow::~MainWindow() {
+  m_machine.scheduler.cancel(m_shownTask);
   // They look at the editor, which ends before the base class would delete them.
   delete m_presentation;
   delete m_smartPaste;
@@ -284,10 +293,27 @@ void MainWindow::followSmartPaste() {
 
 void MainWindow::openHandedOver(const QStringList& paths) {
   bringToFront();
-  for (const QString& path : paths) {
-    m_canvas->commitTitleEdit();
-    m_session.open(path);
-  }
+  m_canvas->commitTitleEdit();
+  m_session.openAll(paths);
+}
+
+void MainWindow::askToReopen(const QString& path) {
+  Question question;
+  question.title = QStringLiteral("“%1” ended the program last time").arg(QFileInfo(path).fileName());
+  question.message = QStringLiteral("Open it again?");
+  question.answers = {
+      {QStringLiteral("&Open Again"), Question::Answer::Weight::plain, [this] { m_session.reopenAllTheSame(); }}};
+  m_machine.alerts.ask(this, question);
+}
+
+// The document is fitted into the view a moment after it was opened, and only then drawn as it will stand.
+void MainWindow::waitUntilShown() {
+  m_machine.scheduler.cancel(m_shownTask);
+  m_shownTask = m_machine.scheduler.after(shownCheckInterval, [this] {
+    if (!m_canvas->isVisible() || !m_canvas->isPictureSettled()) return waitUntilShown();
+    m_shownTask = 0;
+    m_session.documentWasShown();
+  });
 }
 
 void MainWindow::bringToFront() {
@@ -300,7 +326,7 @@ void MainWindow::bringToFront() {
 void MainWindow::showEvent(QShowEvent* event) {
   QMainWindow::showEvent(event);
   if (std::exchange(m_hasAppeared, true)) return;
-  for (const QString& path : std::exchange(m_documents, {})) m_session.open(path);
+  m_session.openAll(std::exchange(m_documents, {}));
   if (!m_session.hasReplacedMap()) m_session.reopenLastDocument();
 }
 

@@ -85,6 +85,8 @@ class MainWindow : public QMainWindow {
   void showAbout();
   // Why the document was not opened, and how the open map can be kept.
   void askHowToKeep(const QString& path, const QString& reason);
+  void askToReopen(const QString& path);
+  void waitUntilShown();
   void followSmartPaste();
 
   Machine& m_machine;
@@ -117,6 +119,7 @@ class MainWindow : public QMainWindow {
   InspectorPanel* m_inspector = nullptr;
   PresentationScreen* m_presentation = nullptr;
   SmartPasteView* m_smartPaste = nullptr;
+  Scheduler::Task m_shownTask = 0;
 };
 
 }  // namespace quilmora

@@ -10,6 +10,7 @@
 #include "app/look/LookStyle.h"
 #include "app/look/Paint.h"
 #include "canvas/painting/Symbols.h"
+#include "canvas/view/PlainText.h"
 
 namespace quilmora {
 
@@ -23,7 +24,7 @@ class TabButton final : public QAbstractButton {
  public:
   TabButton(const Look& look, SidebarTab tab, QWidget* parent)
       : QAbstractButton(parent), m_look(look), m_symbol(symbol(tab)) {
-    setText(label(tab));
+    plain::setText(*this, label(tab));
     setCheckable(true);
     setAutoExclusive(true);
     setFocusPolicy(Qt::TabFocus);

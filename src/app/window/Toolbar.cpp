@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 
 #include "app/commands/CommandActions.h"
+#include "canvas/view/PlainText.h"
 
 namespace quilmora {
 
@@ -24,7 +25,7 @@ Toolbar::Toolbar(const Look& look, const CommandActions& actions, QWidget* paren
 
 QToolButton* Toolbar::addButton(const Look& look, const Command& command, QAction& action) {
   auto* button = new IconButton(look, command.symbol, command.name(), this);
-  button->setToolTip(command.toolTip());
+  plain::setToolTip(*button, command.toolTip());
   const auto follow = [button, &action] {
     button->setEnabled(action.isEnabled());
     if (action.isCheckable()) button->setOn(action.isChecked());

@@ -37,6 +37,7 @@ class MapPainter {
   void paintMoving(QPainter& painter, const MapScene& scene, const PaintOptions& options = {});
 
   NodeMeasurer& measurer() { return m_measurer; }
+  const NodeMeasurer& measurer() const { return m_measurer; }
   // Measures the topic at a position in `nodes` as it is painted, in canvas units from its centre.
   NodeMetrics measure(const MapScene& scene, std::size_t nodeIndex, const PaintOptions& options = {});
   // The topmost topic whose box holds the canvas point, as its position in `nodes`; hidden topics don't count.

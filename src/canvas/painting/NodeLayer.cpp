@@ -390,7 +390,7 @@ void NodeLayer::paintContent(const Node& node, const NodeMetrics& metrics, bool 
 }
 
 void NodeLayer::paintImage(const QString& imageData, const QRectF& rect) {
-  ShownImage* shown = m_context.measurer.image(imageData);
+  ShownImage* shown = m_context.measurer.pictures().image(imageData, rect.width() * m_context.scale);
   if (!shown) return;
   const QImage& picture = shown->forWidth(rect.width() * m_context.scale);
   QBrush brush(picture);

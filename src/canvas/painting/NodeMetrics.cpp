@@ -4,9 +4,7 @@
 #include <cmath>
 #include <memory>
 
-#include <QBuffer>
 #include <QGuiApplication>
-#include <QImageReader>
 #include <QPainter>
 #include <QTextBoundaryFinder>
 #include <QTextLayout>
@@ -33,14 +31,8 @@ constexpr QPointF cornerMarkerInset(5.0, 3.0);
 constexpr QPointF aiMarkerOffset(4.0, -4.0);
 
 constexpr int keptTextCost = 12000;
-constexpr int keptImageKilobytes = 96 * 1024;
 // A grapheme may be made of any number of combining marks.
 constexpr qsizetype maxTitleUnits = 8000;
-constexpr qsizetype maxImageDataLength = 64 * 1024 * 1024;
-constexpr int maxImageSide = 16384;
-constexpr qint64 maxImagePixels = 48LL * 1024 * 1024;
-// Pictures are kept as large as the deepest zoom shows them.
-constexpr QSize keptImageSize(1000, 2000);
 
 double within(double value, double low, double high, double fallback) {
   return std::isfinite(value) ? std::clamp(value, low, high) : fallback;
@@ -80,27 +72,6 @@ QSizeF breakLines(QTextLayout& layout, double width, double top) {
   }
   layout.endLayout();
   return QSizeF(std::min(std::ceil(widest), width), height);
-}
-
-QImage decoded(const QString& imageData) {
-  if (imageData.size() > maxImageDataLength) return {};
-  auto bytes = QByteArray::fromBase64Encoding(imageData.toLatin1(), QByteArray::AbortOnBase64DecodingErrors);
-  if (!bytes || bytes.decoded.isEmpty()) return {};
-  QBuffer buffer(&bytes.decoded);
-  buffer.open(QIODevice::ReadOnly);
-  QImageReader reader(&buffer);
-  reader.setDecideFormatFromContent(true);
-  reader.setAutoTransform(true);
-  // Only pictures made of pixels: a drawing may hold work without bounds.
-  if (reader.format().startsWith("svg")) return {};
-  const QSize size = reader.size();
-  if (size.width() > maxImageSide || size.height() > maxImageSide) return {};
-  if (qint64{size.width()} * size.height() > maxImagePixels) return {};
-  QImage image = reader.read();
-  if (image.isNull()) return {};
-  if (image.width() > keptImageSize.width() || image.height() > keptImageSize.height())
-    image = image.scaled(keptImageSize, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-  return image.convertToFormat(QImage::Format_ARGB32_Premultiplied);
 }
 
 }  // namespace
@@ -157,17 +128,7 @@ void ShapedText::draw(QPainter& painter, QPointF position) const {
   painter.restore();
 }
 
-const QImage& ShownImage::forWidth(double pixelWidth) {
-  const QImage* best = &full;
-  for (std::size_t level = 0; best->width() / 2 >= pixelWidth && best->width() >= 16 && best->height() >= 16; ++level) {
-    if (level == halvings.size())
-      halvings.push_back(best->scaled(best->size() / 2, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
-    best = &halvings[level];
-  }
-  return *best;
-}
-
-NodeMeasurer::NodeMeasurer() : m_texts(keptTextCost), m_images(keptImageKilobytes) {}
+NodeMeasurer::NodeMeasurer() : m_texts(keptTextCost) {}
 
 template <class MakeFont>
 const ShapedText& NodeMeasurer::shaped(const QString& text, double fontSize, int style, MakeFont&& makeFont) {
@@ -220,20 +181,6 @@ const ShapedText& NodeMeasurer::shapedEmoji(const QString& emoji, const NodeSizi
     font.setPixelSize(std::max(1, static_cast<int>(std::lround(sizing.emojiSize))));
     return font;
   });
-}
-
-ShownImage* NodeMeasurer::image(const QString& imageData) {
-  if (imageData.isEmpty()) return nullptr;
-  const ImageKey key{imageData.constData(), imageData.size()};
-  KeptImage* kept = m_images.object(key);
-  if (!kept) {
-    kept = new KeptImage{imageData, {decoded(imageData), {}}};
-    // The halvings together take a third of the picture again.
-    const qsizetype bytes = kept->image.full.sizeInBytes() * 4 / 3 + imageData.size() * 2;
-    const int cost = static_cast<int>(std::min<qsizetype>(1 + bytes / 1024, keptImageKilobytes));
-    m_images.insert(key, kept, cost);
-  }
-  return kept->image.full.isNull() ? nullptr : &kept->image;
 }
 
 QSizeF NodeMeasurer::shownImageSize(QSize pixels) {
@@ -294,8 +241,8 @@ NodeMetrics NodeMeasurer::measure(const Node& node, std::optional<double> depthF
   const QSizeF emoji =
       node.emoji && !node.emoji->isEmpty() ? shapedEmoji(*node.emoji, metrics.sizing).size : QSizeF(0, 0);
   const QSizeF icon = node.icon ? QSizeF(metrics.sizing.fontSize, metrics.sizing.fontSize) : QSizeF(0, 0);
-  const ShownImage* picture = node.imageData ? image(*node.imageData) : nullptr;
-  const QSizeF shown = picture ? shownImageSize(picture->full.size()) : QSizeF(0, 0);
+  const ShownImage* picture = node.imageData ? m_pictures.image(*node.imageData, 0.0) : nullptr;
+  const QSizeF shown = picture ? shownImageSize(picture->size) : QSizeF(0, 0);
 
   double rowWidth = title.width();
   if (!emoji.isEmpty()) rowWidth += emoji.width() + rowSpacing;

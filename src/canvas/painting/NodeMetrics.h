@@ -2,15 +2,14 @@
 
 #include <cstddef>
 #include <optional>
-#include <vector>
 
 #include <QCache>
 #include <QFont>
 #include <QGlyphRun>
-#include <QImage>
 #include <QList>
 #include <QRectF>
 
+#include "canvas/painting/TopicPictures.h"
 #include "model/Records.h"
 
 class QPainter;
@@ -78,16 +77,7 @@ struct ShapedText {
   void draw(QPainter& painter, QPointF position) const;
 };
 
-// A decoded picture and its halvings, because a picture that is drawn much smaller than it is would flicker.
-struct ShownImage {
-  QImage full;
-  std::vector<QImage> halvings;
-
-  // The smallest kept version that is at least `pixelWidth` wide.
-  const QImage& forWidth(double pixelWidth);
-};
-
-// Measures topics, and keeps what is dear to make: shaped texts and decoded images. Both stores are bounded. For the
+// Measures topics, and keeps what is dear to make: shaped texts and decoded pictures. Both stores are bounded. For the
 // main thread, or for one thread that owns it.
 class NodeMeasurer {
  public:
@@ -96,8 +86,8 @@ class NodeMeasurer {
 
   NodeMeasurer();
 
-  // How much of decoded images is kept.
-  void setKeptImageSize(int kilobytes) { m_images.setMaxCost(kilobytes); }
+  TopicPictures& pictures() { return m_pictures; }
+  const TopicPictures& pictures() const { return m_pictures; }
 
   // `editedTitle` stands for the title while it is being edited: then the title's place is at least 80 wide and 20
   // high.
@@ -107,8 +97,6 @@ class NodeMeasurer {
   // Both are valid until the next call of this object.
   const ShapedText& shapedTitle(const QString& title, const NodeSizing& sizing);
   const ShapedText& shapedEmoji(const QString& emoji, const NodeSizing& sizing);
-  // The picture that base64 text of an image file holds, or null where it holds none. Valid until the next call.
-  ShownImage* image(const QString& imageData);
   // The size at which a picture is shown on a topic.
   static QSizeF shownImageSize(QSize pixels);
   // Titles and emoji kept at present; for tests of the bound.
@@ -124,25 +112,11 @@ class NodeMeasurer {
       return qHashMulti(seed, key.text, key.fontSize, key.style);
     }
   };
-  // By address: the entry keeps a copy of the text, so that the address stays taken.
-  struct ImageKey {
-    const QChar* address;
-    qsizetype length;
-    bool operator==(const ImageKey&) const = default;
-    friend std::size_t qHash(const ImageKey& key, std::size_t seed) {
-      return qHashMulti(seed, quintptr(key.address), key.length);
-    }
-  };
-  struct KeptImage {
-    QString data;
-    ShownImage image;
-  };
-
   template <class MakeFont>
   const ShapedText& shaped(const QString& text, double fontSize, int style, MakeFont&& makeFont);
 
   QCache<TextKey, ShapedText> m_texts;
-  QCache<ImageKey, KeptImage> m_images;
+  TopicPictures m_pictures;
 };
 
 }  // namespace quilmora

@@ -236,9 +236,9 @@ void CanvasGestures::tapEndpointHandle(const QUuid& edgeID, QUuid Edge::*end, co
 
 void CanvasGestures::tapNode(const QUuid& id, const InputModifiers& modifiers) {
   if (m_editor.isEdgeCreationMode()) return tapNodeInBranchMode(id);
-  const TimePoint now = m_clock.now();
+  const SteadyPoint now = m_clock.steadyNow();
   const auto sinceLast = now - m_state.lastTapTime;
-  if (m_state.lastTapNodeID == id && sinceLast >= sinceLast.zero() && sinceLast < doubleTapInterval) {
+  if (m_state.lastTapNodeID == id && sinceLast < doubleTapInterval) {
     beginEditing(id);
     return;
   }

@@ -4,6 +4,7 @@
 #include <QPainter>
 
 #include "canvas/view/CanvasGestures.h"
+#include "canvas/view/PlainText.h"
 #include "canvas/view/RegionLayer.h"
 #include "themes/Color.h"
 
@@ -46,7 +47,7 @@ QMenu* CanvasMenus::nodeMenu(const QUuid& nodeID, QWidget* parent) {
   if (!node) return nullptr;
   QMenu* menu = newMenu(parent);
   const auto add = [&](const QString& text, auto action) {
-    menu->addAction(text, menu, [this, nodeID, action] {
+    QObject::connect(plain::addAction(*menu, text), &QAction::triggered, menu, [this, nodeID, action] {
       if (m_editor.hasNode(nodeID)) action();
     });
   };
@@ -78,8 +79,10 @@ QMenu* CanvasMenus::regionMenu(const QUuid& regionID, QWidget* parent) {
   QMenu* colors = menu->addMenu(QStringLiteral("Color"));
   for (const RegionColor& color : regionColorPalette) {
     const QString hex = color.hex;
-    colors->addAction(swatch(colorFromHex(hex)), color.name, menu,
-                      [this, regionID, hex] { m_editor.setRegionColor(regionID, hex); });
+    QAction* entry = plain::addAction(*colors, color.name);
+    entry->setIcon(swatch(colorFromHex(hex)));
+    QObject::connect(entry, &QAction::triggered, menu,
+                     [this, regionID, hex] { m_editor.setRegionColor(regionID, hex); });
   }
   addDelete(*menu, [this, regionID] {
     if (m_editor.regionByID(regionID)) m_editor.deleteRegion(regionID);

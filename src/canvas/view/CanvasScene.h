@@ -61,6 +61,12 @@ class CanvasScene final : public ScenePicture::Source {
   // Where the title field of an existing topic lies when it holds this text, in canvas units.
   QRectF titleField(const QUuid& nodeID, const QString& editedTitle);
 
+  // Large pictures of topics are decoded on other threads, and `ready` is called when some of them are.
+  void decodePicturesInBackground(std::function<void()> ready) {
+    m_painter.measurer().pictures().decodeInBackground(std::move(ready));
+  }
+  bool isDecodingPictures() const { return m_painter.measurer().pictures().isDecoding(); }
+
  private:
   // The map as it stands, for what lies where; cheap where nothing changed.
   const MapScene& current(const ShownGestures& shown = {});

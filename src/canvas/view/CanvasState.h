@@ -34,7 +34,7 @@ struct GesturesMemory {
   QPointF panStartOffset;
   QSizeF canvasSize;
   std::optional<QUuid> lastTapNodeID;
-  TimePoint lastTapTime;
+  SteadyPoint lastTapTime;
   std::optional<QUuid> draggingEdgeID;
   std::optional<EdgeEndpoint> draggingEdgeEndpoint;
   std::optional<QPointF> edgeDragPosition;  // canvas units

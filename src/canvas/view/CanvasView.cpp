@@ -11,6 +11,7 @@
 
 #include "canvas/view/CanvasParts.h"
 #include "canvas/view/EventTranslation.h"
+#include "canvas/view/PlainText.h"
 #include "canvas/view/RegionLabelField.h"
 #include "canvas/view/TitleEditor.h"
 #include "editor/MindMapViewModel.h"
@@ -62,6 +63,11 @@ CanvasView::CanvasView(MindMapViewModel& editor, WindowCommands& commands, Notif
   observeEditor();
   receiveNotifications(notifications);
   m_gestures.setStateObserver([this] { gesturesChanged(); });
+  m_scene.decodePicturesInBackground([this] {
+    m_picture.interrupt();
+    m_picture.markAllStale();
+    update();
+  });
 }
 
 CanvasView::~CanvasView() {
@@ -285,7 +291,7 @@ void CanvasView::showPartToolTip(const QHelpEvent& event) {
     QToolTip::hideText();
     return;
   }
-  QToolTip::showText(event.globalPos(), partToolTip(part->kind, m_editor.collapsedNodeIDs().contains(part->id)), this,
+  plain::showToolTip(event.globalPos(), partToolTip(part->kind, m_editor.collapsedNodeIDs().contains(part->id)), this,
                      area);
 }
 

@@ -59,7 +59,7 @@ class CanvasView : public QWidget {
   // Lets every slice of painting take so many steps; for tests.
   void assumeSlices(int steps);
   // Whether the last frame showed every detail.
-  bool isPictureSettled() const { return m_picture.isSettled(); }
+  bool isPictureSettled() const { return m_picture.isSettled() && !m_scene.isDecodingPictures(); }
   QSize minimumSizeHint() const override { return {400, 300}; }
   QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
 

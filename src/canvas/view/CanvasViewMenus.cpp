@@ -5,6 +5,7 @@
 
 #include "canvas/view/CanvasView.h"
 #include "canvas/view/RegionLabelField.h"
+#include "platform/Paths.h"
 #include "themes/Color.h"
 
 namespace quilmora {
@@ -14,7 +15,7 @@ namespace {
 // The first file of what is being dragged.
 std::optional<QString> fileIn(const QMimeData& data) {
   for (const QUrl& url : data.urls())
-    if (url.isLocalFile()) return url.toLocalFile();
+    if (url.isLocalFile()) return pathFromUrl(url);
   return std::nullopt;
 }
 

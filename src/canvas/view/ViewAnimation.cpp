@@ -11,7 +11,7 @@ void ViewAnimation::start(const View& target, std::function<void()> finished) {
   m_from = m_shown = present();
   m_to = target;
   m_finished = std::move(finished);
-  m_start = m_clock.now();
+  m_start = m_clock.steadyNow();
   m_task = m_scheduler.after(frameInterval, [this] { step(); });
 }
 
@@ -49,9 +49,8 @@ void ViewAnimation::show(const View& view) {
 void ViewAnimation::step() {
   m_task = 0;
   if (present() != m_shown) return end();
-  const auto elapsed = m_clock.now() - m_start;
-  // A system clock that was set back must not hold the view in the air.
-  if (elapsed >= duration || elapsed < elapsed.zero()) {
+  const auto elapsed = m_clock.steadyNow() - m_start;
+  if (elapsed >= duration) {
     show(m_to);
     return end();
   }

@@ -54,7 +54,7 @@ class ViewAnimation {
   View m_from;
   View m_to;
   View m_shown;
-  TimePoint m_start;
+  SteadyPoint m_start;
   std::function<void()> m_finished;
   Scheduler::Task m_task = 0;
 };

@@ -180,5 +180,19 @@ TEST_F(BreadcrumbBarTest, TheKeyboardScrollsWhatItReachesIntoSight) {
   EXPECT_GE(hidden->x(), 0);
 }
 
+// A tool tip of markup would read the device until memory ends.
+TEST_F(BreadcrumbBarTest, ATitleThatLooksLikeMarkupIsPlainText) {
+  MindMap map = chain(2);
+  const QString title = QStringLiteral("<img src=\"file:///dev/zero\"> R&D ") + QString(200, u'x');
+  map.nodes.update(1, [&](Node& node) { node.title = title; });
+  start(std::move(map));
+  select(1);
+  const QAbstractButton& crumb = *bar().button(1);
+  EXPECT_FALSE(crumb.toolTip().contains(QLatin1String("<img")));
+  EXPECT_TRUE(crumb.toolTip().contains(QLatin1String("&lt;img")));
+  EXPECT_TRUE(crumb.shortcut().isEmpty());
+  EXPECT_EQ(crumb.accessibleName(), title);
+}
+
 }  // namespace
 }  // namespace quilmora::test

@@ -14,7 +14,7 @@ std::optional<QSize> shownSize(const QString& imageData) {
   node.style = NodeStyle::defaultStyle();
   node.imageData = imageData;
   const NodeMetrics metrics = measurer.measure(node, std::nullopt, nullptr);
-  ShownImage* image = measurer.image(imageData);
+  ShownImage* image = measurer.pictures().image(imageData);
   EXPECT_EQ(image == nullptr, metrics.image.isEmpty());
   EXPECT_LT(metrics.box.width(), 1000);
   EXPECT_LT(metrics.box.height(), 1000);
