@@ -38,12 +38,12 @@ class MapJourney {
 
   void paint(const char* name, PaintOptions options = {}) {
     MapScene scene;
-    scene.map = &editor().mindMap();
-    scene.index = &editor().mapIndex();
-    scene.tree = &editor().treeInfo();
-    scene.selectedNodeIDs = &editor().selectedNodeIDs();
-    scene.selectedEdgeIDs = &editor().selectedEdgeIDs();
-    scene.collapsedNodeIDs = &editor().collapsedNodeIDs();
+    scene.map = editor().mindMap();
+    scene.index = editor().mapIndex();
+    scene.tree = editor().treeInfo();
+    scene.selectedNodeIDs = editor().selectedNodeIDs();
+    scene.selectedEdgeIDs = editor().selectedEdgeIDs();
+    scene.collapsedNodeIDs = editor().collapsedNodeIDs();
     scene.view = {editor().canvasOffset(), editor().canvasZoom()};
     scene.exposed = QRectF(QPointF(0, 0), viewSize);
     QImage image(viewSize, QImage::Format_RGB32);
