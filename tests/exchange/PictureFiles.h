@@ -80,7 +80,7 @@ inline QImage unbandedPicture(const MindMap& map) {
   scene.view = {-bounds.topLeft() * 2, 2.0};
   scene.exposed = QRectF(image.rect());
   QPainter painter(&image);
-  paintMap(painter, scene, PaintOptions::forExport());
+  MapPainter().paint(painter, scene, PaintOptions::forExport());
   return image;
 }
 

@@ -342,8 +342,4 @@ std::optional<std::size_t> MapPainter::relationshipAt(const MapScene& scene, QPo
   return found;
 }
 
-void paintMap(QPainter& painter, const MapScene& scene, const PaintOptions& options) {
-  MapPainter().paint(painter, scene, options);
-}
-
 }  // namespace quilmora

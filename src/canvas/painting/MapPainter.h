@@ -63,7 +63,4 @@ class MapPainter {
   std::unique_ptr<MovingStore> m_moving;
 };
 
-// Draws a map once, keeping nothing.
-void paintMap(QPainter& painter, const MapScene& scene, const PaintOptions& options = {});
-
 }  // namespace quilmora
