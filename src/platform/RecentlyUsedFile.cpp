@@ -54,27 +54,69 @@ struct List {
   qsizetype end = 0;  // before the closing tag of the root; 0 where there is none
 };
 
-// Walks the elements of the list. Positions come from the reader; where one does not lie at a tag, it cannot be relied
-// on.
+// Behind the next `end`; the text's size where there is none.
+qsizetype behind(const QString& text, qsizetype from, QLatin1String end) {
+  const qsizetype found = text.indexOf(end, from);
+  return found < 0 ? text.size() : found + end.size();
+}
+
+// Behind the ">" that closes the tag at `from`, whatever stands in its quotes.
+qsizetype behindTag(const QString& text, qsizetype from) {
+  QChar quote;
+  for (qsizetype at = from; at < text.size(); ++at) {
+    const QChar character = text.at(at);
+    if (!quote.isNull()) {
+      if (character == quote) quote = QChar();
+    } else if (character == u'"' || character == u'\'') {
+      quote = character;
+    } else if (character == u'>') {
+      return at + 1;
+    }
+  }
+  return text.size();
+}
+
+// The tags of all elements of a well-formed text, in order.
+std::vector<Piece> tagsIn(const QString& text) {
+  std::vector<Piece> tags;
+  for (qsizetype at = text.indexOf(u'<'); at >= 0; at = text.indexOf(u'<', at)) {
+    const QStringView rest = QStringView(text).mid(at);
+    if (rest.startsWith(u"<!--")) {
+      at = behind(text, at + 4, QLatin1String("-->"));
+    } else if (rest.startsWith(u"<![CDATA[")) {
+      at = behind(text, at, QLatin1String("]]>"));
+    } else if (rest.startsWith(u"<?")) {
+      at = behind(text, at, QLatin1String("?>"));
+    } else {
+      const qsizetype end = behindTag(text, at);
+      if (!rest.startsWith(u"<!")) tags.push_back({at, end});
+      at = end;
+    }
+  }
+  return tags;
+}
+
+// Walks the elements of the list: what they are comes from the parser, where they stand from their tags.
 class ListReader {
  public:
-  explicit ListReader(const QString& text) : m_text(text), m_reader(text) {}
+  explicit ListReader(const QString& text) : m_text(text), m_reader(text), m_tags(tagsIn(text)) {}
 
+  // Nothing where the text is not well-formed, or holds more than elements that are written out.
   std::optional<List> read() {
     while (!m_reader.atEnd()) {
-      const qsizetype begin = m_reader.characterOffset();
       const auto token = m_reader.readNext();
-      const Piece piece{begin, m_reader.characterOffset()};
       if (token != QXmlStreamReader::StartElement && token != QXmlStreamReader::EndElement) continue;
-      // An element without content has one tag for both.
-      const bool isWhole = piece.begin == piece.end;
-      if (!isWhole && (piece.end > m_text.size() || m_text.at(piece.begin) != u'<')) return std::nullopt;
-      if (token == QXmlStreamReader::StartElement)
-        elementStarts(piece);
+      const bool starts = token == QXmlStreamReader::StartElement;
+      const bool closesItself = !starts && m_closesItself;
+      if (!closesItself && m_tag == m_tags.size()) return std::nullopt;
+      const Piece tag = closesItself ? Piece{m_tags[m_tag - 1].end, m_tags[m_tag - 1].end} : m_tags[m_tag++];
+      m_closesItself = starts && m_text.at(tag.end - 2) == u'/';
+      if (starts)
+        elementStarts(tag);
       else
-        elementEnds(piece);
+        elementEnds(tag);
     }
-    if (m_reader.hasError() || m_list.end == 0) return std::nullopt;
+    if (m_reader.hasError() || m_list.end == 0 || m_tag != m_tags.size()) return std::nullopt;
     return m_list;
   }
 
@@ -110,6 +152,9 @@ class ListReader {
 
   const QString& m_text;
   QXmlStreamReader m_reader;
+  const std::vector<Piece> m_tags;
+  std::size_t m_tag = 0;        // the next one
+  bool m_closesItself = false;  // the element that started last
   List m_list;
   int m_depth = 0;
   bool m_hasRoot = false;
@@ -132,7 +177,7 @@ QString applicationElement(const QString& time) {
 }
 
 QString newEntry(const QString& path, const QString& address, const QString& time) {
-  return uR"(  <bookmark href="%1" added="%2" modified="%2" visited="%2">
+  return uR"(<bookmark href="%1" added="%2" modified="%2" visited="%2">
     <info>
       <metadata owner="http://freedesktop.org">
         <mime:mime-type xmlns:mime="%3" type="%4"/>
@@ -141,8 +186,22 @@ QString newEntry(const QString& path, const QString& address, const QString& tim
         </bookmark:applications>
       </metadata>
     </info>
-  </bookmark>
-)"_s.arg(address.toHtmlEscaped(), time, mimeNamespace, typeOf(path), bookmarkNamespace, applicationElement(time));
+  </bookmark>)"_s.arg(address.toHtmlEscaped(), time, mimeNamespace, typeOf(path), bookmarkNamespace,
+                      applicationElement(time));
+}
+
+// The start of the line where nothing but blanks stands between it and `at`, else `at` itself.
+qsizetype startOfBlanks(const QString& text, qsizetype at) {
+  qsizetype begin = at;
+  while (begin > 0 && (text.at(begin - 1) == u' ' || text.at(begin - 1) == u'\t')) --begin;
+  return begin == 0 || text.at(begin - 1) == u'\n' ? begin : at;
+}
+
+// On a line of its own where the list has lines.
+QString withEntry(QString text, qsizetype at, const QString& entry) {
+  const qsizetype begin = startOfBlanks(text, at);
+  const bool hasLines = begin > 0 && text.at(begin - 1) == u'\n';
+  return text.insert(begin, hasLines ? u"  "_s + entry + u'\n' : entry);
 }
 
 // The start tag with another value of an attribute that it has.
@@ -157,14 +216,12 @@ QString withAttribute(QString tag, const QString& name, const QString& value) {
   return tag;
 }
 
-QString without(const QString& text, Piece piece) {
-  // With its line, where it has one of its own.
-  qsizetype begin = piece.begin;
-  while (begin > 0 && (text.at(begin - 1) == u' ' || text.at(begin - 1) == u'\t')) --begin;
+// With its line, where it has one of its own.
+QString without(QString text, Piece piece) {
+  const qsizetype begin = startOfBlanks(text, piece.begin);
   const bool hasLine =
-      (begin == 0 || text.at(begin - 1) == u'\n') && piece.end < text.size() && text.at(piece.end) == u'\n';
-  return hasLine ? QString(text).remove(begin, piece.end + 1 - begin)
-                 : QString(text).remove(piece.begin, piece.end - piece.begin);
+      begin > 0 && text.at(begin - 1) == u'\n' && piece.end < text.size() && text.at(piece.end) == u'\n';
+  return hasLine ? text.remove(begin, piece.end + 1 - begin) : text.remove(piece.begin, piece.end - piece.begin);
 }
 
 }  // namespace
@@ -202,13 +259,13 @@ void RecentlyUsedFile::note(const QString& documentPath) {
   if (!list) return;
   const QString address = QString::fromLatin1(QUrl::fromLocalFile(documentPath).toEncoded());
   const QString time = timeText(m_clock);
-  QString changed = *text;
   const auto found = std::ranges::find(list->entries, address, &Entry::address);
   if (found == list->entries.end()) {
-    write(changed.insert(list->end, newEntry(documentPath, address, time)));
+    write(withEntry(*text, list->end, newEntry(documentPath, address, time)));
     return;
   }
   // From the end to the start, so that positions stay true.
+  QString changed = *text;
   if (found->ours.empty() && found->applicationsEnd) changed.insert(*found->applicationsEnd, applicationElement(time));
   const Piece& tag = found->startTag;
   QString start = text->mid(tag.begin, tag.end - tag.begin);

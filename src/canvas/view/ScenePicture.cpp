@@ -80,6 +80,9 @@ bool ScenePicture::show(QPainter& painter, QSize size, double pixelRatio, const 
   painter.save();
   // Pixel upon pixel, which is copied many times faster than a picture with a ratio of its own.
   painter.scale(1.0 / pixelRatio, 1.0 / pixelRatio);
+  // At a ratio such as 2.25 the widget may begin within a pixel, and tiles would leave rows between them.
+  const QPointF begin = painter.deviceTransform().map(QPointF());
+  painter.translate(begin.toPoint() - begin);
   draw(painter, m_pixels, m_inView, m_view, background);
   painter.restore();
   if (!m_isZooming && !m_tiles.isSettled(m_wanted)) continueLater();
