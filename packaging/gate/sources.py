@@ -14,9 +14,10 @@ _LITERALS_AND_COMMENTS = re.compile(
 )
 _DIRECTIVE = re.compile(r"^[ \t]*#(?:[^\n\\]|\\.|\\\n)*", re.MULTILINE)
 _NAME_BEFORE_PARENTHESIS = re.compile(r"(~?[A-Za-z_]\w*)\s*\(")
-_TYPE_HEAD = re.compile(r"^(?:template\s*<.*>\s*)?(?:class|struct|union|enum|namespace|extern)\b|^namespace$", re.DOTALL)
+_TYPE_HEAD = re.compile(r"^(?:template\s*<.*>\s*)?(?:class|struct|union|enum|namespace|extern)\b", re.DOTALL)
+_NOT_OFFERED = re.compile(r"\b(override|friend|using|typedef|default|delete)\b|~")
 _CONTROL = re.compile(r"^(?:if|for|while|switch|do|else|try|catch|return|case|default)\b")
-_ACCESS = re.compile(r"\b(public|private|protected|Q_SIGNALS|Q_OBJECT)\s*:?")
+_ACCESS = re.compile(r"\b(public|private|protected|Q_SIGNALS|Q_OBJECT)\b\s*:?")
 
 
 @dataclass(frozen=True)
@@ -66,7 +67,7 @@ def _name_of(head):
 
 
 def _pieces(code):
-    """Walks the declarations outside of functions: yields (kind, head, start, end), where kind is "body" or "semicolon"."""
+    """Walks what stands outside of functions: yields (kind, head, start, end) of a body, a scope or a semicolon."""
     scopes = []  # of each open brace whether declarations stand in it
     start = 0
     depth_in_parentheses = 0
@@ -140,7 +141,7 @@ def public_functions_of(text):
     """The functions that a header declares outside of private and protected parts."""
     code = code_of(text)
     found = []
-    open_types = []  # [position behind the type's end, whether the part is public]
+    open_types = []  # [position behind the type's end, whether the part is public, the type's name]
     for kind, head, start, end in _pieces(code):
         while open_types and start > open_types[-1][0]:
             open_types.pop()
@@ -152,12 +153,14 @@ def public_functions_of(text):
             if re.match(r"(?:template\s*<.*>\s*)?(class|struct)\b", bare, re.DOTALL):
                 is_struct = re.search(r"\bstruct\b", bare) is not None
                 inherited = not open_types or open_types[-1][1]
-                open_types.append([_matching_brace(code, end), is_struct and inherited])
+                names = re.findall(r"\b(?:class|struct)\s+(\w+)", bare)
+                open_types.append([_matching_brace(code, end), is_struct and inherited, names[-1] if names else None])
             continue
         if open_types and not open_types[-1][1]:
             continue
         name = _name_of(bare)
-        if name and not name.startswith("Q_") and not re.search(r"\b(override|friend|using|typedef|default|delete)\b|~", bare):
+        is_constructor = bool(open_types) and name == open_types[-1][2]
+        if name and not is_constructor and not name.startswith("Q_") and not _NOT_OFFERED.search(bare):
             found.append(Declaration(name, _first_line(code, start, head), kind == "body"))
     return found
 

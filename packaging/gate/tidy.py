@@ -1,6 +1,7 @@
 """clang-tidy over single sources, with the commands of the release build."""
 
 import json
+import shlex
 import subprocess
 import tempfile
 from pathlib import Path
@@ -19,9 +20,23 @@ def changed_sources(root):
     return [name for name in listed.stdout.split() if name.endswith(".cpp")]
 
 
-def without_precompiled_header(command):
-    """The compiler's own precompiled headers mean nothing to clang; the sources include what they need."""
-    words = command.split()
+def compile_commands(build):
+    """How the build compiles each source, by the source's path."""
+    listed = subprocess.run(["ninja", "-C", build, "-t", "compdb"], capture_output=True, text=True, check=True)
+    commands = {}
+    for entry in json.loads(listed.stdout[listed.stdout.index("[") :]):
+        path = (Path(entry["directory"]) / entry["file"]).resolve()
+        if path.suffix == ".cpp":
+            entry["command"] = for_clang(entry["command"])
+            commands[str(path)] = entry
+    return commands
+
+
+def for_clang(command):
+    """The compiler's arguments alone: without its launcher, and without precompiled headers, which are not clang's."""
+    words = shlex.split(command)
+    while not words[0].endswith(("c++", "g++")):
+        words.pop(0)
     kept = []
     while words:
         word = words.pop(0)
@@ -29,25 +44,22 @@ def without_precompiled_header(command):
             words.pop(0)
         elif word not in ("-Winvalid-pch", "-fpch-preprocess"):
             kept.append(word)
-    return " ".join(kept)
+    return shlex.join(kept)
 
 
 def run(root, files):
     """Prints what clang-tidy finds. Returns the number of sources with a finding."""
-    database = root / "build/release/compile_commands.json"
-    if not database.exists():
-        print("There is no build/release/compile_commands.json: run ./test or cmake --preset release first.")
+    build = root / "build/release"
+    if not (build / "build.ninja").exists():
+        print("There is no build/release/build.ninja: run ./test or cmake --preset release first.")
         return 1
-    commands = json.loads(database.read_text())
-    for entry in commands:
-        entry["command"] = without_precompiled_header(entry["command"])
+    commands = compile_commands(build)
     wanted = [str((root / name).resolve()) for name in files or changed_sources(root)]
-    known = {entry["file"] for entry in commands}
     failed = 0
     with tempfile.TemporaryDirectory() as folder:
-        (Path(folder) / "compile_commands.json").write_text(json.dumps(commands))
+        (Path(folder) / "compile_commands.json").write_text(json.dumps(list(commands.values())))
         for path in wanted:
-            if path not in known:
+            if path not in commands:
                 continue
             result = subprocess.run(
                 ["nice", "-n", "19", CLANG_TIDY, "-p", folder, "--quiet", path],

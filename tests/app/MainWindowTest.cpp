@@ -52,11 +52,21 @@ class MainWindowTest : public AppTest {
 };
 
 TEST_F(MainWindowTest, TheCornerRadiusInTheSettingsChangesNothingOnTheCanvas) {
+  const auto shown = [this] {
+    CanvasView& canvas = window().canvas();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return canvas.grab().isNull() || canvas.isPictureSettled(); }));
+    return canvas.grab().toImage();
+  };
   start();
-  const QImage before = window().canvas().grab().toImage();
+  const QImage before = shown();
   m_settings.setReal(settings::nodeCornerRadius, 20.0);
   start();
-  EXPECT_EQ(window().canvas().grab().toImage(), before);
+  EXPECT_EQ(shown(), before);
+  // The picture does show how corners are: another shape is another picture.
+  MindMap map = editor().mindMap();
+  map.nodes.update(0, [](Node& node) { node.style.shape = NodeStyle::Shape::rectangle; });
+  editor().setMindMap(map);
+  EXPECT_NE(shown(), before);
 }
 
 TEST_F(MainWindowTest, MenusOfANewWindow) {

@@ -173,10 +173,10 @@ TEST_F(SingleInstanceTest, GoesOnAndTellsWhenTheLockCannotBeHad) {
   ASSERT_TRUE(file.open(QIODevice::WriteOnly));
   SingleInstance instance(lock, socket);
   EXPECT_EQ(instance.start({}, 300), Result::first);
-  EXPECT_EQ(instance.error(),
-            QStringLiteral(
-                "Another Quilmora that is started beside this one would not be noticed: “%1”: Not a directory.")
-                .arg(lock));
+  EXPECT_EQ(
+      instance.error(),
+      QStringLiteral("Another Quilmora that is started beside this one would not be noticed: “%1”: Not a directory.")
+          .arg(lock));
 }
 
 TEST_F(SingleInstanceTest, GoesOnUnreachableWhenTheSocketCannotBeMade) {

@@ -2,6 +2,7 @@
 #include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QPointer>
 #include <QScrollBar>
 #include <QTextDocument>
 
@@ -221,8 +222,14 @@ TEST_F(TitleEditing, ViewMayEndWhileATitleIsEdited) {
   auto passing = std::make_unique<WindowRig>(mapWith({topic(1, 100, 100)}));
   passing->editTitleOf(1);
   passing->type(QStringLiteral("never"));
+  const QPointer<TitleEditor> field = passing->view.titleEditor();
+  ASSERT_TRUE(field);
+  int changes = 0;
+  QObject::connect(&passing->editor, &MindMapViewModel::mindMapChanged, [&] { ++changes; });
   passing.reset();
   QApplication::processEvents();
+  EXPECT_FALSE(field);
+  EXPECT_EQ(changes, 0);
 }
 
 TEST_F(TitleEditing, SpacesThatDoNotBreakAreKept) {
