@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include "ai/MockProvider.h"
+#include "ai/ProviderChoice.h"
 #include "editor/MindMapViewModel.h"
 #include "editor/RecentFiles.h"
 
@@ -42,6 +44,9 @@ struct Machine {
   RecentFiles::DesktopList desktopList = {};
   OpeningMark* openingMark = nullptr;
 
+  AIBackEnds aiBackEnds() const {
+    return {settings, keys, transport, onDeviceModel, [] { return std::make_shared<MockProvider>(); }};
+  }
   EditorServices editorServices() const { return {clock, settings, bookmarks, log}; }
 };
 

@@ -84,7 +84,7 @@ std::vector<LocalModelServer::Place> LocalModelServer::placesToLook() const {
   address.setFragment(QString());
   const bool isTaken =
       address.scheme() == QLatin1String("https") || (address.scheme() == QLatin1String("http") && isLoopback(address));
-  if (!address.isValid() || !isTaken) return {};
+  if (!address.isValid() || address.host().isEmpty() || !isTaken) return {};
   return {{address, byModels}, {address, byTags}};
 }
 

@@ -14,6 +14,30 @@ namespace {
 // What the network may hold beyond what was read from it, in bytes.
 constexpr qint64 readAhead = 1024 * 1024;
 
+// The body of a request, which can be read once: Qt would send it again, up to three times, where the connection is
+// lost before the reply begins, and the vendor may have done the work by then.
+class BodyOnce final : public QIODevice {
+ public:
+  BodyOnce(QByteArray body, QObject* parent) : QIODevice(parent), m_body(std::move(body)) {
+    open(ReadOnly | Unbuffered);
+  }
+  qint64 size() const override { return m_body.size(); }
+
+ protected:
+  qint64 readData(char* data, qint64 maxSize) override {
+    if (pos() < m_position) return -1;
+    const qint64 count = std::min<qint64>(maxSize, m_body.size() - m_position);
+    std::copy_n(m_body.constData() + m_position, count, data);
+    m_position += count;
+    return count;
+  }
+  qint64 writeData(const char*, qint64) override { return -1; }
+
+ private:
+  const QByteArray m_body;
+  qint64 m_position = 0;
+};
+
 class Proxies final : public QNetworkProxyFactory {
  public:
   QList<QNetworkProxy> queryProxy(const QNetworkProxyQuery& query) override {
@@ -75,7 +99,8 @@ class Exchange final : public QObject {
     m_deadline.setSingleShot(true);
     m_deadline.setTimerType(Qt::PreciseTimer);
     m_deadline.start(request.timeout);
-    m_reply = network.sendCustomRequest(networkRequest(request, tls), request.method, request.body);
+    QIODevice* body = request.body.isEmpty() ? nullptr : new BodyOnce(request.body, this);
+    m_reply = network.sendCustomRequest(networkRequest(request, tls), request.method, body);
     m_reply->setParent(this);
     m_reply->setReadBufferSize(readAhead);
     connect(m_reply, &QNetworkReply::readyRead, this, &Exchange::readAvailable);

@@ -12,7 +12,7 @@ using namespace quilmora;
 const AIRequest request = ExpandNodeRequest{QStringLiteral("Green"), QStringLiteral("Tea > Green")};
 const QString cutSentence = QStringLiteral(
     "Could not parse AI response: Apple Intelligence is not enabled. Go to System Settings → Apple Intelligence & Siri "
-    "→ turn ON Appl");
+    "→ turn ON Apple");
 
 class AppleFoundationProviderTest : public testing::Test {
  protected:

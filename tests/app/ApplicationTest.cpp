@@ -227,6 +227,21 @@ TEST_F(ApplicationTest, ACommandActsInEveryWindow) {
   EXPECT_EQ(second.editor().mindMap().nodes.size(), 2U);
 }
 
+TEST_F(ApplicationTest, WithNeitherAKeyNorAModelTheOfflineGeneratorAnswers) {
+  start();
+  const QString before = editor().mindMap().title;
+  window().aiWorkflows().generateMap(QStringLiteral("solar system"), MindMap::Layout::radial);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return !window().aiWorkflows().aiIsGenerating(); }));
+  EXPECT_EQ(window().aiWorkflows().aiError(), std::nullopt);
+  EXPECT_GT(editor().mindMap().nodes.size(), 1U);
+  editor().undo();
+  EXPECT_EQ(editor().mindMap().title, before);
+  window().chat().sendChat(QStringLiteral("hello"));
+  ASSERT_TRUE(QTest::qWaitFor([&] { return !window().chat().chatIsLoading(); }));
+  EXPECT_EQ(window().chat().chatMessages().size(), 2U);
+  EXPECT_EQ(m_transport.count(), 0U);
+}
+
 TEST_F(ApplicationTest, KeysLeaveTheSettingsForTheKeyStoreAtStart) {
   m_settings.setText(QStringLiteral("ai_claude_key"), QStringLiteral("sk-old"));
   start();

@@ -66,8 +66,11 @@ class KeychainKeyStoreTest : public testing::Test {
     ASSERT_TRUE(daemon.waitForStarted());
     if (isUnlocked) daemon.write("password");
     daemon.closeWriteChannel();
-    // It tells its control folder once it has the bus.
-    ASSERT_TRUE(daemon.waitForReadyRead(10'000));
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] {
+          return ask({QStringLiteral("read"), QStringLiteral("probe")}).state == QStringLiteral("kept");
+        },
+        20'000));
   }
   Answer ask(const QStringList& arguments) {
     QProcess client;

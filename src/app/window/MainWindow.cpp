@@ -57,6 +57,8 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
                                          [this](const QVariant&) { m_canvas->commitTitleEdit(); })),
       m_session(m_editor, {machine.editorServices(), machine.writer, machine.panels, machine.scheduler, notifications,
                            recentFiles, machine.defaultFolder, machine.openingMark}),
+      m_aiWorkflows(m_editor, machine.editorServices(), machine.aiBackEnds()),
+      m_chat(m_editor, machine.clock, m_aiWorkflows),
       m_import(m_session, machine.panels, machine.clock),
       m_place(*this, machine.settings, machine.scheduler) {
   CommandContext::Handlers handlers;

@@ -9,6 +9,8 @@
 #include "app/window/PanelPlaces.h"
 #include "app/window/SidebarTab.h"
 #include "app/window/WindowPlace.h"
+#include "editor/AIWorkflows.h"
+#include "editor/ChatSession.h"
 #include "editor/DocumentSession.h"
 #include "editor/KeyCommands.h"
 #include "editor/NodeImages.h"
@@ -44,6 +46,8 @@ class MainWindow : public QMainWindow {
 
   MindMapViewModel& editor() { return m_editor; }
   DocumentSession& session() { return m_session; }
+  AIWorkflows& aiWorkflows() { return m_aiWorkflows; }
+  ChatSession& chat() { return m_chat; }
   const CommandActions& actions() const { return *m_actions; }
   CanvasView& canvas() const { return *m_canvas; }
   CanvasCompanions& companions() const { return *m_companions; }
@@ -104,6 +108,8 @@ class MainWindow : public QMainWindow {
   // Before the session, so that a title that is being edited is in the map when the session saves it on quitting.
   NotificationCenter::Subscription m_beforeQuit;
   DocumentSession m_session;
+  AIWorkflows m_aiWorkflows;
+  ChatSession m_chat;
   ImportFlow m_import;
   std::vector<NotificationCenter::Subscription> m_subscriptions;
 
