@@ -76,12 +76,12 @@ TEST(HiddenCount, CountsEachTopicBelowOnceAndNoFurtherThanItShows) {
   painted.addEdge(a, b);
   painted.addEdge(b, root);
   painted.refresh();
-  const TreeInfo& tree = *painted.scene.tree;
+  const TreeInfo& tree = painted.scene.tree;
   EXPECT_EQ(hiddenCount(tree, tree.number(root)), 2U);
   EXPECT_EQ(hiddenCountText(tree, tree.number(root)), QStringLiteral("2"));
   for (int i = 0; i < 1200; ++i) painted.addEdge(root, painted.addNode(QPointF(0, 0)));
   painted.refresh();
-  const TreeInfo& wide = *painted.scene.tree;
+  const TreeInfo& wide = painted.scene.tree;
   EXPECT_EQ(hiddenCountText(wide, wide.number(root)), QStringLiteral("999+"));
 }
 
@@ -101,7 +101,7 @@ TEST(FarView, HasNoBarsForTheTextUnderAnOpenTitleField) {
   PaintedMap painted;
   const QUuid id = painted.addNode(QPointF(0, 0), QStringLiteral("A title of some length"));
   const QImage resting = painted.paint(viewSize, 1.0, far);
-  painted.scene.editingNodeID = id;
+  painted.scene.shown.editingNodeID = id;
   const QImage edited = painted.paint(viewSize, 1.0, far);
   EXPECT_NE(resting, edited);
   painted.changeNode(0, [](Node& node) { node.style.textColor = QStringLiteral("#00FF00"); });
