@@ -89,7 +89,8 @@ double topicSurroundings(double zoom, bool isSelected, bool isCollapsed) {
 }
 
 double maxTopicSurroundings(double zoom) {
-  return topicSurroundings(zoom, true, true);
+  // And two pixels, by which a box moves to whole ones and by which its rim may fade.
+  return topicSurroundings(zoom, true, true) + 2.0 / std::max(zoom, minZoom);
 }
 
 double handleSurroundings(double zoom) {

@@ -39,7 +39,7 @@ QPointF shownDeleteButtonCenter(QPointF relationshipMidpoint, double zoom);
 
 // How far shadow, selection ring, marks and handle of a topic reach beyond its box, in canvas units.
 double topicSurroundings(double zoom, bool isSelected, bool isCollapsed);
-// The same for any topic, whatever its state.
+// The same for any topic, whatever its state, with what rounding to pixels adds.
 double maxTopicSurroundings(double zoom);
 
 // How far the handles of an edge or a relationship reach from their centres, shadow included, in canvas units.

@@ -310,8 +310,7 @@ void SceneDifference::addNode(const Node& node, int depth, const MapScene& scene
     if (one->editingNodeID == node.id)
       box = box.expandedTo(
           m_painter->measurer().measure(node, fraction, sizing, one->editingTitle.value_or(node.title)).box.size());
-  // With a few units more, by which a box moves to whole pixels.
-  const double margin = maxTopicSurroundings(m_zoom) + 4.0;
+  const double margin = maxTopicSurroundings(m_zoom);
   const QSizeF half(box.width() / 2 + margin, box.height() / 2 + margin);
   m_parts.areas.emplace_back(node.position.x() - half.width(), node.position.y() - half.height(), 2 * half.width(),
                              2 * half.height());
