@@ -66,8 +66,9 @@ PictureScene::PictureScene(const MindMap& map, const QRectF& bounds, PictureSize
   for (const auto& node : sketch.nodes()) m_halfHeights.push_back(node.boundHalfHeight);
   m_edgeReaches.reserve(sketch.edges().size());
   for (const auto& edge : sketch.edges()) {
-    const float width = std::max(std::abs(edge.startWidth), std::abs(edge.endWidth));
-    m_edgeReaches.push_back(std::max(width / 2.0F, edge.hasHead ? 2.6F * std::abs(edge.endWidth) : 0.0F) + 2.0F);
+    const double reach =
+        connectorReach({edge.startWidth, edge.endWidth, edge.easing}, edge.hasHead ? edge.endWidth : 0);
+    m_edgeReaches.push_back(static_cast<float>(reach) + 2.0F);
   }
 }
 

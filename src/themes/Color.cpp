@@ -25,6 +25,10 @@ constexpr int hexValue(char16_t unit) {
   return -1;
 }
 
+double linear(double component) {
+  return component <= 0.04045 ? component / 12.92 : std::pow((component + 0.055) / 1.055, 2.4);
+}
+
 QColor opaqueColor(std::uint32_t value) {
   return QColor(static_cast<int>(value >> 16 & 0xFF), static_cast<int>(value >> 8 & 0xFF),
                 static_cast<int>(value & 0xFF));
@@ -135,6 +139,26 @@ QString hexFromColor(std::span<const double> components) {
   const bool isGrey = components.size() < 3;
   return QString::asprintf("#%02X%02X%02X", printedStep(components[0]), printedStep(components[isGrey ? 0 : 1]),
                            printedStep(components[isGrey ? 0 : 2]));
+}
+
+QColor withOpacity(QColor color, double opacity) {
+  color.setAlphaF(static_cast<float>(std::clamp(opacity, 0.0, 1.0)));
+  return color;
+}
+
+double relativeLuminance(const QColor& color) {
+  return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+double contrastRatio(const QColor& a, const QColor& b) {
+  const double first = relativeLuminance(a);
+  const double second = relativeLuminance(b);
+  return (std::max(first, second) + 0.05) / (std::min(first, second) + 0.05);
+}
+
+QColor readableOn(const QColor& ground) {
+  constexpr double leastContrast = 2.5;
+  return contrastRatio(Qt::white, ground) >= leastContrast ? QColor(Qt::white) : QColor(0x1D, 0x1D, 0x1F);
 }
 
 }  // namespace quilmora

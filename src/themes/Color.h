@@ -13,6 +13,15 @@ namespace quilmora {
 // nothing is remembered, so that a map of ever new colours costs no memory.
 QColor colorFromHex(const QString& text);
 
+// The colour with another opacity, from 0 to 1; what lies beyond is clamped.
+QColor withOpacity(QColor color, double opacity);
+
+// How bright a colour is, from 0 for black to 1 for white, and how far two stand apart, from 1 to 21, as WCAG 2 tells.
+double relativeLuminance(const QColor& color);
+double contrastRatio(const QColor& a, const QColor& b);
+// White, or nearly black where white could hardly be read on the ground.
+QColor readableOn(const QColor& ground);
+
 // A colour as "#RRGGBB". Truncates, so that it is no round trip.
 QString hexFromColor(const QColor& color);
 

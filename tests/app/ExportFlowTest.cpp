@@ -149,6 +149,16 @@ TEST_F(ExportFlowTest, TheWorkBeginsWithTheOverlayFullyDrawn) {
   EXPECT_TRUE(isOpaque);
 }
 
+TEST_F(ExportFlowTest, TheOverlayFadesInWhileAPictureIsMade) {
+  request("png", path("out.png"));
+  bool wasCut = false;
+  QObject::connect(&flow(), &ExportFlow::workBegins, &flow(), [&] { wasCut = true; });
+  nextTurn();
+  EXPECT_FALSE(wasCut);
+  EXPECT_NE(overlay().graphicsEffect(), nullptr);
+  EXPECT_TRUE(waitUntilHidden(overlay()));
+}
+
 TEST_F(ExportFlowTest, TheMapIsTakenWhenThePanelCloses) {
   const MindMap before = editor().mindMap();
   request("opml", path("out.opml"));

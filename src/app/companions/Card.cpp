@@ -9,6 +9,7 @@
 #include "app/look/CardShadow.h"
 #include "app/look/Look.h"
 #include "app/look/Paint.h"
+#include "themes/Color.h"
 
 namespace quilmora {
 
@@ -85,6 +86,13 @@ void Card::setOpacity(double opacity) {
   }
 }
 
+void Card::setGround(std::optional<QColor> color, int top) {
+  m_groundTop = top;
+  if (m_ground == color) return;
+  m_ground = color;
+  update();
+}
+
 void Card::setShadowColor(const QColor& color) {
   m_shadow->setColor(color);
 }
@@ -100,12 +108,21 @@ void Card::runSoon(bool& isPending, std::function<void()> work) {
       Qt::QueuedConnection);
 }
 
+void Card::paintGround(QPainter& painter) const {
+  const auto fill = [&](const QRect& part, QColor color) {
+    painter.setClipRect(part);
+    paint::fillRounded(painter, rect(), metrics::cardRadius, withOpacity(color, m_groundOpacity));
+  };
+  const int top = m_ground ? m_groundTop : height();
+  fill(QRect(0, 0, width(), top), m_look.tokens().raised);
+  if (m_ground) fill(QRect(0, top, width(), height() - top), *m_ground);
+  painter.setClipping(false);
+}
+
 void Card::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   const Tokens& tokens = m_look.tokens();
-  QColor ground = tokens.raised;
-  ground.setAlphaF(static_cast<float>(m_groundOpacity));
-  paint::fillRounded(painter, rect(), metrics::cardRadius, ground);
+  paintGround(painter);
   if (m_contour)
     paint::drawBorder(painter, rect(), metrics::cardRadius, *m_contour, 1.0);
   else

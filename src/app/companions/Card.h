@@ -6,6 +6,8 @@
 #include <QColor>
 #include <QWidget>
 
+class QPainter;
+
 namespace quilmora {
 
 class Look;
@@ -42,6 +44,8 @@ class Card : public QWidget {
   void setGroundOpacity(double opacity) { m_groundOpacity = opacity; }
   // Of the card as a whole, with its shadow.
   void setOpacity(double opacity);
+  // Stands from so far below the top instead of the raised ground of the interface.
+  void setGround(std::optional<QColor> color, int top = 0);
   // Instead of the hairline.
   void setContour(const QColor& color) { m_contour = color; }
   // Runs the work once after the events at hand, however often they ask for it.
@@ -61,11 +65,14 @@ class Card : public QWidget {
 
  private:
   class Shadow;
+  void paintGround(QPainter& painter) const;
 
   const Look& m_look;
   Shadow* m_shadow;
   double m_groundOpacity = 1.0;
   std::optional<QColor> m_contour;
+  std::optional<QColor> m_ground;
+  int m_groundTop = 0;
   bool m_isMovable = false;
   bool m_showsGrip = false;
   std::optional<QPoint> m_dragStart;  // where the pointer holds the card, in its own coordinates

@@ -1,5 +1,7 @@
 #include "app/companions/MiniMapPicture.h"
 
+#include <cmath>
+
 #include <QPainter>
 
 namespace quilmora {
@@ -8,8 +10,9 @@ namespace {
 
 constexpr double edgeWidth = 0.5;
 constexpr double topicRadius = 2.0;
-// Where that many lines cross in so small a place, nobody sees their steps, and such lines cost a twentieth.
-constexpr std::size_t manyEdges = 2000;
+// Dots shrink where they would cover more than this share of the overview, but not below this radius.
+constexpr double maxDotShare = 0.3;
+constexpr double minTopicRadius = 0.6;
 // To look at an edge or topic and leave it out costs about a twentieth of drawing it.
 constexpr std::size_t seenPerDrawn = 20;
 
@@ -33,22 +36,10 @@ std::uint32_t MiniMapPicture::pixelOf(QPointF miniMapPoint) const {
   return static_cast<std::uint32_t>(y * m_image.width() + x);
 }
 
-// One pixel for each step along the longer side, as strongly as a line of the right width would cover it.
-void MiniMapPicture::drawSteps(std::uint32_t from, std::uint32_t to) {
-  const int width = m_image.width();
-  const QPoint start(static_cast<int>(from) % width, static_cast<int>(from) / width);
-  const QPoint way = QPoint(static_cast<int>(to) % width, static_cast<int>(to) / width) - start;
-  const int steps = std::max(std::abs(way.x()), std::abs(way.y()));
-  const int alpha = static_cast<int>(m_edgeColor.alpha() * std::min(1.0, edgeWidth * m_image.devicePixelRatio()));
-  const QRgb color = qPremultiply(qRgba(m_edgeColor.red(), m_edgeColor.green(), m_edgeColor.blue(), alpha));
-  const auto over = [alpha](int above, int below) { return above + below * (255 - alpha) / 255; };
-  auto* pixels = reinterpret_cast<QRgb*>(m_image.bits());
-  const std::ptrdiff_t lineLength = m_image.bytesPerLine() / static_cast<std::ptrdiff_t>(sizeof(QRgb));
-  for (int step = 0; step <= steps; ++step) {
-    QRgb& pixel = pixels[(start.y() + way.y() * step / steps) * lineLength + start.x() + way.x() * step / steps];
-    pixel = qRgba(over(qRed(color), qRed(pixel)), over(qGreen(color), qGreen(pixel)), over(qBlue(color), qBlue(pixel)),
-                  over(qAlpha(color), qAlpha(pixel)));
-  }
+double MiniMapPicture::dotRadius(std::size_t topicCount, QSizeF miniMapSize) {
+  const double area = std::max(1.0, miniMapSize.width() * miniMapSize.height());
+  const double share = static_cast<double>(topicCount) * M_PI * topicRadius * topicRadius / area;
+  return share <= maxDotShare ? topicRadius : std::max(minTopicRadius, topicRadius * std::sqrt(maxDotShare / share));
 }
 
 bool MiniMapPicture::advance(const MapIndex& index, std::size_t count) {
@@ -76,10 +67,7 @@ bool MiniMapPicture::advanceEdges(QPainter& painter, const MapIndex& index, std:
     const std::uint32_t endPixel = pixelOf(end);
     if (startPixel == endPixel) continue;
     if (!m_drawnEdges.insert(quint64(startPixel) << 32 | endPixel).second) continue;
-    if (edgeCount > manyEdges)
-      drawSteps(startPixel, endPixel);
-    else
-      painter.drawLine(start, end);
+    painter.drawLine(start, end);
     ++drawn;
   }
   return true;
@@ -89,12 +77,13 @@ bool MiniMapPicture::advanceTopics(QPainter& painter, const MapIndex& index, std
                                    std::size_t count) {
   painter.setPen(Qt::NoPen);
   painter.setBrush(m_topicColor);
+  const double radius = dotRadius(index.positions().size(), QSizeF(m_image.size()) / m_image.devicePixelRatio());
   for (; m_nextTopic < index.positions().size(); ++m_nextTopic) {
     if (drawn >= count || seen >= count * seenPerDrawn) return false;
     ++seen;
     const QPointF point = m_geometry.toMiniMap(index.positions()[m_nextTopic]);
     if (std::exchange(m_drawnTopics[pixelOf(point)], 1)) continue;
-    painter.drawEllipse(point, topicRadius, topicRadius);
+    painter.drawEllipse(point, radius, radius);
     ++drawn;
   }
   return true;

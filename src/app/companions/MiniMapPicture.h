@@ -22,6 +22,9 @@ class MiniMapPicture {
   // each call. Returns whether the picture is complete.
   bool advance(const MapIndex& index, std::size_t count);
 
+  // Of the dots of so many topics: told for few, thinner where they would run together.
+  static double dotRadius(std::size_t topicCount, QSizeF miniMapSize);
+
   const MiniMapGeometry& geometry() const { return m_geometry; }
   const QImage& image() const { return m_image; }
 
@@ -29,7 +32,6 @@ class MiniMapPicture {
   bool advanceEdges(QPainter& painter, const MapIndex& index, std::size_t& drawn, std::size_t& seen, std::size_t count);
   bool advanceTopics(QPainter& painter, const MapIndex& index, std::size_t& drawn, std::size_t& seen,
                      std::size_t count);
-  void drawSteps(std::uint32_t from, std::uint32_t to);
   std::uint32_t pixelOf(QPointF miniMapPoint) const;
 
   MiniMapGeometry m_geometry;

@@ -7,7 +7,9 @@
 #include "app/look/Look.h"
 #include "app/look/Paint.h"
 #include "app/look/Widgets.h"
+#include "canvas/painting/CanvasColors.h"
 #include "editor/EditorState.h"
+#include "themes/Color.h"
 
 namespace quilmora {
 
@@ -24,11 +26,6 @@ constexpr double groundOpacity = 0.85;
 constexpr std::size_t countAtOnce = 1200;
 constexpr auto quietTime = 150ms;
 constexpr auto pause = 4ms;
-
-QColor translucent(QColor color, double opacity) {
-  color.setAlphaF(static_cast<float>(opacity));
-  return color;
-}
 
 const QColor gray(0x8E, 0x8E, 0x93);
 
@@ -53,7 +50,7 @@ MiniMapView::MiniMapView(const Look& look, EditorState& editor, Scheduler& sched
   setMovable();
   setMouseTracking(true);
   setGroundOpacity(groundOpacity);
-  setContour(translucent(gray, 0.3));
+  setContour(withOpacity(gray, 0.3));
   connect(&editor, &EditorState::mindMapChanged, this, &MiniMapView::mapChanged);
   connect(&editor, &EditorState::canvasOffsetChanged, this, [this] { update(); });
   connect(&editor, &EditorState::canvasZoomChanged, this, [this] { update(); });
@@ -89,7 +86,15 @@ void MiniMapView::setFolded(bool folded) {
   m_foldButton->setVisible(!folded);
   m_unfoldButton->setVisible(folded);
   Q_EMIT placementWanted();
-  if (!folded) mapChanged();
+  if (folded)
+    setGround(std::nullopt);
+  else
+    mapChanged();
+}
+
+// The canvas is what the overview shows, so its ground and its blue are those of the canvas.
+QColor MiniMapView::ink() const {
+  return CanvasColors::onBackground(colorFromHex(m_editor.mindMap().canvas.background)).selection;
 }
 
 std::optional<MiniMapGeometry> MiniMapView::geometry() const {
@@ -101,6 +106,7 @@ void MiniMapView::mapChanged() {
   m_drawnGeneration.reset();
   if (m_isFolded) return;
   const MindMap& map = m_editor.mindMap();
+  setGround(colorFromHex(map.canvas.background), stripHeight);
   const bool isLarge = map.nodes.size() + map.edges.size() > countAtOnce;
   if (isLarge) {
     schedule(quietTime, &MiniMapView::begin);
@@ -130,8 +136,8 @@ void MiniMapView::begin() {
     update();
     return;
   }
-  m_growing = std::make_unique<MiniMapPicture>(*geometry, miniMapSize(), devicePixelRatioF(), translucent(gray, 0.3),
-                                               look().tokens().accent);
+  m_growing =
+      std::make_unique<MiniMapPicture>(*geometry, miniMapSize(), devicePixelRatioF(), withOpacity(gray, 0.3), ink());
   advance();
 }
 
@@ -165,12 +171,9 @@ void MiniMapView::paintEvent(QPaintEvent* event) {
                               .translated(geometry.inset() + mapRect().topLeft());
   // Lines far outside would only cost time.
   const QRectF shown = viewport.intersected(mapRect().adjusted(-10, -10, 10, 10));
-  const QColor blue = look().tokens().accent;
-  painter.fillRect(shown, translucent(blue, 0.05));
-  // A pale line below the blue one keeps it in sight where topics lie close together.
-  painter.setPen(QPen(translucent(look().tokens().raised, 0.9), 3.0));
-  painter.drawRect(shown);
-  painter.setPen(QPen(translucent(blue, 0.6), 1.0));
+  const QColor blue = ink();
+  painter.fillRect(shown, withOpacity(blue, 0.05));
+  painter.setPen(QPen(withOpacity(blue, 0.6), 1.0));
   painter.drawRect(shown);
 }
 

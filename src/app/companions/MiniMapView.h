@@ -49,6 +49,7 @@ class MiniMapView : public Card {
   void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }
 
  private:
+  QColor ink() const;
   void mapChanged();
   void schedule(std::chrono::milliseconds delay, void (MiniMapView::*work)());
   void begin();

@@ -11,7 +11,6 @@
 #include "app/look/Look.h"
 #include "app/look/Widgets.h"
 #include "canvas/painting/BadgeLook.h"
-#include "canvas/painting/Symbols.h"
 #include "editor/EditorNavigation.h"
 
 namespace quilmora {
@@ -75,14 +74,9 @@ class NodeQuickLook::BadgeMark final : public QWidget {
  protected:
   void paintEvent(QPaintEvent*) override {
     if (!m_badge) return;
-    const BadgeLook& look = badgeLook(*m_badge);
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(look.color);
-    painter.drawEllipse(rect());
-    constexpr int inset = badgePadding;
-    paintSymbol(painter, look.symbol, rect().adjusted(inset, inset, -inset, -inset), Qt::white, 1.0);
+    paintBadge(painter, *m_badge, rect());
   }
 
  private:
@@ -129,7 +123,7 @@ NodeQuickLook::NodeQuickLook(const Look& look, EditorNavigation& editor, QWidget
   metricsRow->addWidget(m_depth);
   metricsRow->addStretch(1);
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(padding, padding + metrics::gapSmall, padding, padding);
+  column->setContentsMargins(padding, padding, padding, padding);
   column->setSpacing(spacing);
   column->addLayout(head);
   column->addWidget(m_notes);

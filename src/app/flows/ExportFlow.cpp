@@ -72,12 +72,13 @@ void ExportFlow::runNext() {
   m_task = 0;
   const Job job = std::move(m_jobs.front());
   m_jobs.pop_front();
-  Q_EMIT workBegins();
   m_isWorking = true;
-  if (job.format == ExportFormat::png || job.format == ExportFormat::pdf)
+  if (job.format == ExportFormat::png || job.format == ExportFormat::pdf) {
     startPicture(job);
-  else
-    finish(writeExport(job.map, job.format, job.path, m_services.writer));
+    return;
+  }
+  Q_EMIT workBegins();
+  finish(writeExport(job.map, job.format, job.path, m_services.writer));
 }
 
 void ExportFlow::startPicture(const Job& job) {

@@ -1,26 +1,10 @@
 #include "app/look/Tokens.h"
 
-#include <algorithm>
-#include <cmath>
-
 #include "canvas/painting/CanvasColors.h"
 
 namespace quilmora {
 
 namespace {
-
-QColor translucent(QColor color, double opacity) {
-  color.setAlphaF(static_cast<float>(opacity));
-  return color;
-}
-
-double linear(double component) {
-  return component <= 0.04045 ? component / 12.92 : std::pow((component + 0.055) / 1.055, 2.4);
-}
-
-double relativeLuminance(const QColor& color) {
-  return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
-}
 
 Tokens makeLight() {
   Tokens tokens;
@@ -32,11 +16,11 @@ Tokens makeLight() {
   tokens.secondary = QColor(0x6A, 0x6A, 0x70);
   tokens.accent = QColor(accentOnLight);
   tokens.onAccent = QColor(0xFF, 0xFF, 0xFF);
-  tokens.tint = translucent(tokens.accent, 0.12);
+  tokens.tint = withOpacity(tokens.accent, 0.12);
   tokens.danger = QColor(0xD7, 0x00, 0x15);
   tokens.warning = QColor(0xB2, 0x50, 0x00);
   tokens.success = QColor(0x1E, 0x7F, 0x37);
-  tokens.shadow = translucent(Qt::black, 0.14);
+  tokens.shadow = withOpacity(Qt::black, 0.14);
   tokens.accentFill = tokens.accent;
   tokens.isDark = false;
   return tokens;
@@ -52,11 +36,11 @@ Tokens makeDark() {
   tokens.secondary = QColor(0xA5, 0xA5, 0xAB);
   tokens.accent = QColor(accentOnDark);
   tokens.onAccent = QColor(0xFF, 0xFF, 0xFF);
-  tokens.tint = translucent(tokens.accent, 0.20);
+  tokens.tint = withOpacity(tokens.accent, 0.20);
   tokens.danger = QColor(0xFF, 0x69, 0x61);
   tokens.warning = QColor(0xFF, 0xB3, 0x40);
   tokens.success = QColor(0x4C, 0xD0, 0x7D);
-  tokens.shadow = translucent(Qt::black, 0.45);
+  tokens.shadow = withOpacity(Qt::black, 0.45);
   // White text on the dark accent would be too faint, so what carries text takes the deeper accent of the light table.
   tokens.accentFill = lightTokens().accent;
   tokens.isDark = true;
@@ -64,11 +48,11 @@ Tokens makeDark() {
 }
 
 Tokens withDerived(Tokens tokens) {
-  tokens.hover = translucent(tokens.accent, tokens.tint.alphaF() / 2);
-  tokens.pressed = translucent(tokens.accent, tokens.tint.alphaF() * 1.5);
-  tokens.disabledText = translucent(tokens.secondary, 0.55);
+  tokens.hover = withOpacity(tokens.accent, tokens.tint.alphaF() / 2);
+  tokens.pressed = withOpacity(tokens.accent, tokens.tint.alphaF() * 1.5);
+  tokens.disabledText = withOpacity(tokens.secondary, 0.55);
   tokens.groove = tokens.isDark ? QColor(0x48, 0x48, 0x4C) : QColor(0xD5, 0xD5, 0xDB);
-  tokens.thumb = translucent(tokens.secondary, 0.45);
+  tokens.thumb = withOpacity(tokens.secondary, 0.45);
   return tokens;
 }
 
@@ -82,12 +66,6 @@ const Tokens& lightTokens() {
 const Tokens& darkTokens() {
   static const Tokens tokens = withDerived(makeDark());
   return tokens;
-}
-
-double contrastRatio(const QColor& first, const QColor& second) {
-  const double a = relativeLuminance(first);
-  const double b = relativeLuminance(second);
-  return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
 }
 
 QColor blended(const QColor& above, const QColor& ground) {

@@ -2,6 +2,8 @@
 
 #include <QColor>
 
+#include "themes/Color.h"
+
 namespace quilmora {
 
 // The colours of the interface; one table for light, one for dark.
@@ -32,11 +34,6 @@ struct Tokens {
 
 const Tokens& lightTokens();
 const Tokens& darkTokens();
-
-// Contrast of two opaque colours by their relative luminance, 1 to 21.
-double contrastRatio(const QColor& first, const QColor& second);
-// What `above`, which may be translucent, looks like on the opaque `ground`.
-QColor blended(const QColor& above, const QColor& ground);
 
 // Sizes in logical pixels.
 namespace metrics {
@@ -69,5 +66,8 @@ inline constexpr int baseText = 13;
 inline constexpr int sectionHeaderText = 11;
 inline constexpr int panelTitleText = 15;
 }  // namespace metrics
+
+// What `above`, which may be translucent, looks like on the opaque `ground`.
+QColor blended(const QColor& above, const QColor& ground);
 
 }  // namespace quilmora

@@ -16,10 +16,13 @@ struct HalfPlane {
   double excess(QPointF point) const { return (isHorizontal ? point.x() : point.y()) * sign - limit; }
 };
 
-QPointF crossing(QPointF a, double excessA, QPointF b, double excessB) {
+QPointF crossing(const HalfPlane& plane, QPointF a, double excessA, QPointF b, double excessB) {
   // The weights stay in 0 to 1 whatever the sizes, so that the products cannot overflow.
   const double t = excessA / (excessA - excessB);
-  return a * (1.0 - t) + b * t;
+  const QPointF point = a * (1.0 - t) + b * t;
+  // On the limit itself: between numbers that are far apart rounding would leave the crossing far outside.
+  return plane.isHorizontal ? QPointF(plane.limit * plane.sign, point.y())
+                            : QPointF(point.x(), plane.limit * plane.sign);
 }
 
 }  // namespace
@@ -61,7 +64,7 @@ std::vector<QPointF> clippedPolygon(std::span<const QPointF> polygon, const QRec
       const double excessA = plane.excess(a);
       const double excessB = plane.excess(b);
       if (excessA <= 0) kept.push_back(a);
-      if ((excessA <= 0) != (excessB <= 0)) kept.push_back(crossing(a, excessA, b, excessB));
+      if ((excessA <= 0) != (excessB <= 0)) kept.push_back(crossing(plane, a, excessA, b, excessB));
     }
     points.swap(kept);
   }
@@ -76,8 +79,8 @@ bool clipSegment(QPointF& from, QPointF& to, const QRectF& rect) {
     const double excessFrom = plane.excess(from);
     const double excessTo = plane.excess(to);
     if (excessFrom > 0 && excessTo > 0) return false;
-    if (excessFrom > 0) from = crossing(from, excessFrom, to, excessTo);
-    if (excessTo > 0) to = crossing(from, excessFrom, to, excessTo);
+    if (excessFrom > 0) from = crossing(plane, from, excessFrom, to, excessTo);
+    if (excessTo > 0) to = crossing(plane, from, excessFrom, to, excessTo);
   }
   return true;
 }

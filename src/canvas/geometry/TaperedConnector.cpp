@@ -55,15 +55,11 @@ int TaperedConnector::sampleCount() const {
 }
 
 QPointF TaperedConnector::pointAt(double t) const {
-  const double u = 1.0 - t;
-  return startPoint * (u * u * u) + controlPoint1 * (3 * u * u * t) + controlPoint2 * (3 * u * t * t) +
-         endPoint * (t * t * t);
+  return curve().pointAt(t);
 }
 
 QPointF TaperedConnector::tangentAt(double t) const {
-  const double u = 1.0 - t;
-  return (controlPoint1 - startPoint) * (3 * u * u) + (controlPoint2 - controlPoint1) * (6 * u * t) +
-         (endPoint - controlPoint2) * (3 * t * t);
+  return curve().tangentAt(t);
 }
 
 std::array<QPointF, 2> TaperedConnector::sidesAt(double t) const {
@@ -107,15 +103,21 @@ QPointF TaperedConnector::bendHandlePosition() const {
 QRectF TaperedConnector::bounds() const {
   const auto [left, right] = std::minmax({startPoint.x(), endPoint.x(), controlPoint1.x(), controlPoint2.x()});
   const auto [top, bottom] = std::minmax({startPoint.y(), endPoint.y(), controlPoint1.y(), controlPoint2.y()});
-  const double width = std::max(std::abs(taper().startWidth), std::abs(taper().endWidth)) / 2.0;
-  const double head = std::abs(style.taper.endWidth) * headLengthPerWidth;
-  const double margin = std::max(width, head);
+  const double margin =
+      connectorReach(taper(), style.arrowHead == EdgeStyle::ArrowHead::triangle ? style.taper.endWidth : 0.0);
   return QRectF(QPointF(left, top), QPointF(right, bottom)).adjusted(-margin, -margin, margin, margin);
 }
 
 bool TaperedConnector::contains(QPointF point) const {
   if (!bounds().contains(point)) return false;
   return polygonContains(outline(), point) || polygonContains(arrowHead(), point);
+}
+
+double connectorReach(const EdgeStyle::TaperConfig& widths, double headWidth) {
+  // From the tip to a corner of the head.
+  static const double headReachPerWidth = std::hypot(headLengthPerWidth, headBasePerWidth / 2.0);
+  return std::max(
+      {std::abs(widths.startWidth) / 2.0, std::abs(widths.endWidth) / 2.0, std::abs(headWidth) * headReachPerWidth});
 }
 
 double edgeWidthAtDepth(int depth, const HierarchicalConfig& config) {

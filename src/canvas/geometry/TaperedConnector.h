@@ -6,6 +6,7 @@
 
 #include <QRectF>
 
+#include "canvas/geometry/CubicCurve.h"
 #include "model/Records.h"
 
 namespace quilmora {
@@ -36,6 +37,7 @@ struct TaperedConnector {
 
   // N, from 20 to 100 by the straight distance of the ends; the outline has N + 1 samples on each side.
   int sampleCount() const;
+  CubicCurve curve() const { return {startPoint, controlPoint1, controlPoint2, endPoint}; }
   QPointF pointAt(double t) const;
   QPointF tangentAt(double t) const;
   // The left and the right point of the outline at a place of the curve.
@@ -56,6 +58,9 @@ struct TaperedConnector {
 
 // The two inner Bézier points of an edge's curve.
 std::array<QPointF, 2> edgeControlPoints(QPointF from, QPointF to, const std::optional<QPointF>& offset);
+
+// How far ribbon and head reach from the curve. `headWidth` is the end width that sizes the head, or 0 without one.
+double connectorReach(const EdgeStyle::TaperConfig& widths, double headWidth);
 
 // The width that an edge has at a depth when edges are sized by depth.
 double edgeWidthAtDepth(int depth, const HierarchicalConfig& config);

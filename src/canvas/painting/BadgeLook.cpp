@@ -1,5 +1,9 @@
 #include "canvas/painting/BadgeLook.h"
 
+#include <QPainter>
+
+#include "canvas/painting/Symbols.h"
+
 namespace quilmora {
 
 const BadgeLook& badgeLook(Badge badge) {
@@ -12,6 +16,17 @@ const BadgeLook& badgeLook(Badge badge) {
       {QStringLiteral("xmark.octagon.fill"), QColor(0xC0392B)},
   };
   return looks[static_cast<std::size_t>(badge)];
+}
+
+void paintBadge(QPainter& painter, Badge badge, const QRectF& square) {
+  const BadgeLook& look = badgeLook(badge);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(look.color);
+  painter.drawEllipse(square);
+  const double inset = square.width() * 3.0 / 16.0;
+  // Thicker lines would close the holes of a filled symbol.
+  const double boldness = look.symbol.endsWith(QLatin1String(".fill")) ? 0.0 : 0.6;
+  paintSymbol(painter, look.symbol, square.adjusted(inset, inset, -inset, -inset), Qt::white, boldness);
 }
 
 }  // namespace quilmora

@@ -1,9 +1,12 @@
 #pragma once
 
 #include <QColor>
+#include <QRectF>
 #include <QString>
 
 #include "model/Records.h"
+
+class QPainter;
 
 namespace quilmora {
 
@@ -14,5 +17,8 @@ struct BadgeLook {
 };
 
 const BadgeLook& badgeLook(Badge badge);
+
+// Paints a badge on a disc that fills the square.
+void paintBadge(QPainter& painter, Badge badge, const QRectF& square);
 
 }  // namespace quilmora

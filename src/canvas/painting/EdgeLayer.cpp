@@ -7,29 +7,24 @@
 
 #include "canvas/geometry/Polygons.h"
 #include "canvas/painting/TileWalk.h"
+#include "themes/Color.h"
 
 namespace quilmora {
 
 namespace {
 
 constexpr double unselectedOpacity = 0.8;
-// In device pixels: thinner ribbons are drawn as lines, and curves are sampled this densely.
-constexpr double minRibbonWidth = 1.3;
+// In device pixels: thinner ribbons and heads are drawn as lines, and curves are sampled this densely.
+constexpr double minRibbonWidth = 1.0;
+constexpr double minHeadWidth = 1.0;
 constexpr double sampleStep = 7.0;
 constexpr double straightLength = 14.0;
-// Lines from afar are smooth as long as there are not too many of them. The map's size decides and not the number in
-// sight, so that neighbouring parts of a picture look alike.
-constexpr std::size_t maxSmoothLineCount = 2500;
-constexpr double minSmoothLineScale = 0.25;
-constexpr double minDashScale = 0.3;
+// The share of a pixel below which a thin edge does not fade further.
+constexpr double minFade = 0.35;
+// In device pixels a canvas unit: where a dash is as long as a pixel.
+constexpr double minDashScale = 0.199;
 constexpr double dashLength = 5.0;
 constexpr std::size_t bundleSize = 64;
-
-QColor withOpacity(QRgb rgb, double opacity) {
-  QColor color(rgb);
-  color.setAlphaF(static_cast<float>(std::clamp(opacity, 0.0, 1.0)));
-  return color;
-}
 
 QRectF hullOf(QPointF a, QPointF b) {
   return QRectF(QPointF(std::min(a.x(), b.x()), std::min(a.y(), b.y())),
@@ -58,14 +53,6 @@ void EdgeLayer::collect(std::size_t edge) {
   if (from == MapIndex::npos || to == MapIndex::npos) return;
   if (m_context.isHidden(from) || m_context.isHidden(to)) return;
   collectEdge(edge, from, to);
-}
-
-void EdgeLayer::collectionEnded() {
-  // In an order that does not depend on which edges are in sight.
-  std::ranges::sort(m_batches, {}, [](const LineBatch& batch) { return std::pair(batch.color, batch.width); });
-  for (std::size_t batch = 0; batch < m_batches.size(); ++batch)
-    for (std::size_t first = 0; first < m_batches[batch].lines.size(); first += bundleSize)
-      m_bundles.push_back({batch, first, std::min(bundleSize, m_batches[batch].lines.size() - first)});
 }
 
 EdgeStyle::TaperConfig EdgeLayer::widths(std::size_t edge) const {
@@ -109,7 +96,7 @@ void EdgeLayer::collectEdge(std::size_t edge, std::uint32_t from, std::uint32_t 
   const QPointF b = index.positions()[to];
   const EdgeStyle::TaperConfig taper = widths(edge);
   const double width = std::max(std::abs(taper.startWidth), std::abs(taper.endWidth));
-  const double reach = std::max(width / 2, sketch.hasHead ? 2.5 * std::abs(double{sketch.endWidth}) : 0.0) + 1.0;
+  const double reach = connectorReach(taper, sketch.hasHead ? double{sketch.endWidth} : 0.0) + 1.0;
   QRectF hull = hullOf(a, b);
   const bool isBent = sketch.isBent && m_context.options.bends;
   // Widened first: of two topics on one point the bare hull is empty, and a union leaves empty ones out.
@@ -117,24 +104,25 @@ void EdgeLayer::collectEdge(std::size_t edge, std::uint32_t from, std::uint32_t 
   if (isBent) hull = hull.united(hull.translated(sketch.bend));
   if (!isSeen(hull) || !isFinite(a) || !isFinite(b)) return;
   const bool hasDashes = sketch.isDashed && m_context.scale >= minDashScale;
-  if (m_context.options.levelsOfDetail && !hasDashes && width * m_context.scale < minRibbonWidth)
+  if (m_context.options.levelsOfDetail && !hasDashes && width * m_context.scale < minRibbonWidth) {
+    if (sketch.hasHead && 1.5 * std::abs(double{sketch.endWidth}) * m_context.scale > minHeadWidth)
+      addHead(edge, connectorOf(edge, a, b), false);
     collectLine(edge, a, b, isBent ? sketch.bend : QPointF(), width * m_context.scale);
-  else
+  } else {
     collectRibbon(edge, connectorOf(edge, a, b), width / 2);
+  }
 }
 
 void EdgeLayer::collectLine(std::size_t edge, QPointF a, QPointF b, QPointF bend, double deviceWidth) {
   // Below one pixel an edge fades instead of thinning.
-  const double fade = std::clamp(deviceWidth, 0.35, 1.0) * opacity(edge);
+  const double fade = std::clamp(deviceWidth, minFade, 1.0) * opacity(edge);
   const QRgb rgb = m_context.sketch.edges()[edge].color;
   const QRgb color = qRgba(qRed(rgb), qGreen(rgb), qBlue(rgb), static_cast<int>(std::lround(fade * 255)));
-  const double shownWidth = std::clamp(deviceWidth, 1.0, minRibbonWidth);
-  LineBatch& batch = batchOf(color, static_cast<float>(shownWidth));
   CoverageGrid& coverage = m_context.coverage;
   const auto add = [&](QPointF from, QPointF to) {
     if (!isSeen(hullOf(from, to)) || !clipSegment(from, to, m_context.drawable)) return;
-    batch.lines.emplace_back(from, to);
-    if (coverage.isActive()) coverage.shadeLine(toDevice(from), toDevice(to), shownWidth);
+    addLine(color, QLineF(from, to));
+    if (coverage.isActive()) coverage.shadeLine(toDevice(from), toDevice(to), 1.0);
   };
   const double length = std::hypot(b.x() - a.x(), b.y() - a.y()) * m_context.scale;
   const bool isStraight = bend.isNull() && (a.x() == b.x() || a.y() == b.y());
@@ -144,11 +132,8 @@ void EdgeLayer::collectLine(std::size_t edge, QPointF a, QPointF b, QPointF bend
     const auto controls = edgeControlPoints(a, b, bend);
     const double extent = std::min(length + std::hypot(bend.x(), bend.y()) * m_context.scale, 2000.0);
     const int steps = std::clamp(static_cast<int>(extent / (2 * sampleStep)), 4, 40);
-    const auto pointAt = [&](int step) {
-      const double t = static_cast<double>(step) / steps;
-      const double u = 1.0 - t;
-      return a * (u * u * u) + controls[0] * (3 * u * u * t) + controls[1] * (3 * u * t * t) + b * (t * t * t);
-    };
+    const CubicCurve curve{a, controls[0], controls[1], b};
+    const auto pointAt = [&](int step) { return curve.pointAt(static_cast<double>(step) / steps); };
     CurveShare share;
     const double reach = 2.0 / m_context.scale;
     if (bend.isNull()) share = curveShareIn(sight().adjusted(-reach, -reach, reach, reach), a, b);
@@ -164,14 +149,18 @@ void EdgeLayer::collectLine(std::size_t edge, QPointF a, QPointF b, QPointF bend
   if (coverage.isActive()) coverage.finishShape(fade);
 }
 
-EdgeLayer::LineBatch& EdgeLayer::batchOf(QRgb color, float width) {
-  if (m_lastBatch < m_batches.size() && m_batches[m_lastBatch].color == color && m_batches[m_lastBatch].width == width)
-    return m_batches[m_lastBatch];
-  const quint64 key = quint64{color} << 32 | static_cast<quint32>(std::lround(width * 100));
-  const auto [place, isNew] = m_batchOfKey.try_emplace(key, m_batches.size());
-  if (isNew) m_batches.push_back({color, width, {}});
-  m_lastBatch = place->second;
-  return m_batches[m_lastBatch];
+// Lines of one colour that follow one another are drawn together.
+void EdgeLayer::addLine(QRgb color, const QLineF& line) {
+  const bool continues = !m_pieces.empty() && m_pieces.back().lineCount > 0 && m_pieces.back().lineCount < bundleSize &&
+                         m_pieces.back().lineColor == color;
+  if (!continues) {
+    Piece piece;
+    piece.first = m_lines.size();
+    piece.lineColor = color;
+    m_pieces.push_back(piece);
+  }
+  ++m_pieces.back().lineCount;
+  m_lines.push_back(line);
 }
 
 TaperedConnector EdgeLayer::connectorOf(std::size_t edge, QPointF a, QPointF b) const {
@@ -256,7 +245,7 @@ void EdgeLayer::addStretch(std::size_t edge, const TaperedConnector& connector, 
       coverage.shadeQuadrilateral(
           {toDevice(points[k - 1]), toDevice(left), toDevice(right), toDevice(points[2 * length - k])});
   }
-  m_pieces.push_back({edge, begin, 2 * length});
+  m_pieces.push_back({.edge = edge, .first = begin, .count = 2 * length});
 }
 
 void EdgeLayer::addHead(std::size_t edge, const TaperedConnector& connector, bool isBehindStretch) {
@@ -265,7 +254,7 @@ void EdgeLayer::addHead(std::size_t edge, const TaperedConnector& connector, boo
   const auto [minX, maxX] = std::minmax({head[0].x(), head[1].x(), head[2].x()});
   const auto [minY, maxY] = std::minmax({head[0].y(), head[1].y(), head[2].y()});
   if (!isSeen(QRectF(QPointF(minX, minY), QPointF(maxX, maxY)))) return;
-  if (!isBehindStretch) m_pieces.push_back({edge, m_points.size(), 0});
+  if (!isBehindStretch) m_pieces.push_back({.edge = edge, .first = m_points.size()});
   m_pieces.back().headCount = head.size();
   // Turned the way of the ribbon, so that the non-zero rule fills both where they lie upon each other.
   m_points.insert(m_points.end(), head.rbegin(), head.rend());
@@ -275,9 +264,9 @@ void EdgeLayer::addHead(std::size_t edge, const TaperedConnector& connector, boo
 
 void EdgeLayer::paintPiece(std::size_t number) {
   if (m_context.options.exactPixels) return paintExactly();
-  if (number >= m_pieces.size()) return paintLines(m_bundles[number - m_pieces.size()]);
   const std::size_t k = m_pieces.size() - 1 - number;
   const Piece& piece = m_pieces[k];
+  if (piece.lineCount > 0) return paintLines(piece);
   paintRibbon(piece);
   const bool isLastOfEdge = k == 0 || m_pieces[k - 1].edge != piece.edge;
   if (isLastOfEdge && m_context.sketch.edges()[piece.edge].isDashed && m_context.scale >= minDashScale)
@@ -295,7 +284,7 @@ void EdgeLayer::paintRibbon(const Piece& piece) {
   m_painter.setPen(Qt::NoPen);
   const std::vector<QPointF> stretch = clipped(m_points.data() + piece.first, piece.count);
   const std::vector<QPointF> head = clipped(m_points.data() + piece.first + piece.count, piece.headCount);
-  m_painter.setBrush(withOpacity(m_context.sketch.edges()[piece.edge].color, opacity(piece.edge)));
+  m_painter.setBrush(withOpacity(QColor(m_context.sketch.edges()[piece.edge].color), opacity(piece.edge)));
   if (stretch.size() >= 3 && head.size() >= 3) {
     // In one path, so that ribbon and head don't show through each other.
     QPainterPath path;
@@ -310,23 +299,12 @@ void EdgeLayer::paintRibbon(const Piece& piece) {
   }
 }
 
-bool EdgeLayer::areMany(std::size_t edgeCount) {
-  return edgeCount > maxSmoothLineCount;
-}
-
-bool EdgeLayer::isSmooth() const {
-  return !areMany(m_context.sketch.edges().size()) || m_context.scale >= minSmoothLineScale;
-}
-
-void EdgeLayer::paintLines(const Bundle& bundle) {
-  const LineBatch& batch = m_batches[bundle.batch];
-  QPen pen(QColor::fromRgba(batch.color), isSmooth() ? static_cast<double>(batch.width) : 1.0);
+void EdgeLayer::paintLines(const Piece& piece) {
+  QPen pen(QColor::fromRgba(piece.lineColor), 1.0);
   pen.setCosmetic(true);
   pen.setCapStyle(Qt::FlatCap);
   m_painter.setPen(pen);
-  m_painter.setRenderHint(QPainter::Antialiasing, isSmooth());
-  m_painter.drawLines(batch.lines.data() + bundle.first, static_cast<int>(bundle.count));
-  m_painter.setRenderHint(QPainter::Antialiasing, true);
+  m_painter.drawLines(m_lines.data() + piece.first, static_cast<int>(piece.lineCount));
 }
 
 void EdgeLayer::paintDashes(std::size_t edge) {
@@ -345,7 +323,7 @@ void EdgeLayer::paintDashes(std::size_t edge) {
       addDashes(dashes, QLineF(from, to), passed + QLineF(start, from).length(), dashLength, dashLength);
     passed += QLineF(start, end).length();
   }
-  QPen pen(withOpacity(m_context.sketch.edges()[edge].color, 0.5 * opacity(edge)), 1.0);
+  QPen pen(withOpacity(QColor(m_context.sketch.edges()[edge].color), 0.5 * opacity(edge)), 1.0);
   pen.setCapStyle(Qt::FlatCap);
   m_painter.setPen(pen);
   m_painter.drawLines(dashes.data(), static_cast<int>(dashes.size()));

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <unordered_map>
 #include <vector>
 
 #include <QLineF>
@@ -18,36 +17,24 @@ class EdgeLayer {
  public:
   EdgeLayer(QPainter& painter, const PaintContext& context) : m_painter(painter), m_context(context) {}
 
-  // Whether a map has so many edges that they are drawn more simply from afar.
-  static bool areMany(std::size_t edgeCount);
-
   // Edges are collected one by one, the topmost first.
   void collect(std::size_t edge);
-  void collectionEnded();
   // What was collected is painted piece by piece.
-  std::size_t pieceCount() const { return m_context.options.exactPixels ? 1 : m_pieces.size() + m_bundles.size(); }
+  std::size_t pieceCount() const { return m_context.options.exactPixels ? 1 : m_pieces.size(); }
   void paintPiece(std::size_t number);
 
  private:
-  // Thin edges of one colour and width, drawn together.
-  struct LineBatch {
-    QRgb color;
-    float width;  // device pixels
-    std::vector<QLineF> lines;
-  };
-  // As many lines of a batch as are drawn in one piece.
-  struct Bundle {
-    std::size_t batch;
-    std::size_t first;
-    std::size_t count;
-  };
-  // A stretch of a ribbon: a closed polygon in m_points. With a head it is the ribbon's last one.
+  // A stretch of a ribbon: a closed polygon in m_points. With a head it is the ribbon's last one. Or lines of edges too
+  // thin for a ribbon.
   struct Piece {
-    std::size_t edge;
-    std::size_t first;
-    std::size_t count;
+    std::size_t edge = noEdge;
+    std::size_t first = 0;  // in m_points or m_lines
+    std::size_t count = 0;
     std::size_t headCount = 0;  // points of the head, behind those of the stretch
+    std::size_t lineCount = 0;
+    QRgb lineColor = 0;
   };
+  static constexpr std::size_t noEdge = static_cast<std::size_t>(-1);
   struct Samples {
     int first;
     int last;
@@ -71,15 +58,14 @@ class EdgeLayer {
   Samples samplesInSight(const TaperedConnector& connector, double reach) const;
   void addStretch(std::size_t edge, const TaperedConnector& connector, int first, int last, int count);
   void addHead(std::size_t edge, const TaperedConnector& connector, bool isBehindStretch);
-  LineBatch& batchOf(QRgb color, float width);
+  void addLine(QRgb color, const QLineF& line);
 
-  bool isSmooth() const;
   void paintRibbon(const Piece& piece);
   void paintExactly();
   void breakLongSides(std::vector<QPointF>& polygon) const;
   void addExactly(QPainterPath& path, const QPointF* points, std::size_t count) const;
   QPainterPath exactDashes(std::size_t edge) const;
-  void paintLines(const Bundle& bundle);
+  void paintLines(const Piece& piece);
   void paintDashes(std::size_t edge);
   std::vector<QPointF> clipped(const QPointF* points, std::size_t count) const;
 
@@ -87,10 +73,7 @@ class EdgeLayer {
   const PaintContext& m_context;
   std::vector<QPointF> m_points;
   std::vector<Piece> m_pieces;  // of the topmost edge first
-  std::vector<LineBatch> m_batches;
-  std::vector<Bundle> m_bundles;
-  std::unordered_map<quint64, std::size_t> m_batchOfKey;
-  std::size_t m_lastBatch = 0;
+  std::vector<QLineF> m_lines;
 };
 
 }  // namespace quilmora

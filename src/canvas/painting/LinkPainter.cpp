@@ -10,6 +10,7 @@
 #include "canvas/geometry/RelationshipCurve.h"
 #include "canvas/geometry/TaperedConnector.h"
 #include "canvas/painting/PaintContext.h"
+#include "canvas/painting/PartVisibility.h"
 #include "canvas/painting/Symbols.h"
 #include "themes/Color.h"
 
@@ -18,11 +19,6 @@ namespace quilmora {
 namespace {
 
 using HandleKind = ShownGestures::HandleKind;
-
-QColor withOpacity(QColor color, double opacity) {
-  color.setAlphaF(static_cast<float>(opacity));
-  return color;
-}
 
 QPen dashedPen(const QColor& color, double width, double on, double off) {
   QPen pen(color, width);
@@ -47,19 +43,19 @@ void paintBendHandle(QPainter& painter, const PaintContext& context, QPointF pos
   if (isDragged(context, kind, ownerID) != (state == HandleState::dragged)) return;
   const QColor fill = withOpacity(context.colors.bendHandle, state == HandleState::dragged ? 1.0 : 0.7);
   paintHandle(painter, position + dragged(context, kind, ownerID),
-              {HandleMetrics::edgeHandleDiameter, fill, Qt::white, 1.5, withOpacity(Qt::black, 0.2), 2.0});
+              {HandleMetrics::edgeHandleDiameter, fill, Qt::white, 1.5, withOpacity(Qt::black, 0.2), 2.0},
+              partGrowth(CanvasPart::bendHandle, context.zoom));
 }
 
 constexpr double curveWidth = 1.5;
 constexpr double dashLength = 8.0;
 constexpr double gapLength = 4.0;
-// In device pixels a canvas unit: from farther away dashes run together anyway.
-constexpr double minDashScale = 0.15;
+// The share of a pixel below which a thin curve does not fade further.
+constexpr double minFade = 0.5;
 
 // Draws what is in sight of a curve, however far it goes: dashes are made for that part alone, because stroking a
 // dashed path costs by its whole length.
 void paintCurve(QPainter& painter, const PaintContext& context, const RelationshipCurve& curve, const QColor& color) {
-  const bool isDashed = context.scale >= minDashScale || !context.options.levelsOfDetail;
   const QRectF seen = context.exposed.adjusted(-10, -10, 10, 10);
   const double reach = QLineF(curve.from, curve.control).length() + QLineF(curve.control, curve.to).length();
   const int steps =
@@ -72,15 +68,16 @@ void paintCurve(QPainter& painter, const PaintContext& context, const Relationsh
     QPointF from = previous;
     QPointF to = next;
     if (clipSegment(from, to, seen)) {
-      if (isDashed)
-        addDashes(lines, QLineF(from, to), passed + QLineF(previous, from).length(), dashLength, gapLength);
-      else
-        lines.emplace_back(from, to);
+      addDashes(lines, QLineF(from, to), passed + QLineF(previous, from).length(), dashLength, gapLength);
     }
     passed += QLineF(previous, next).length();
     previous = next;
   }
-  QPen pen(color, curveWidth);
+  // Below one pixel a curve fades instead of thinning.
+  const double pixels = curveWidth * context.scale;
+  const bool isThin = context.options.levelsOfDetail && pixels < 1.0;
+  QPen pen(isThin ? withOpacity(color, color.alphaF() * std::max(pixels, minFade)) : color,
+           isThin ? 1.0 / context.scale : curveWidth);
   pen.setCapStyle(Qt::FlatCap);
   painter.setPen(pen);
   painter.drawLines(lines.data(), static_cast<int>(lines.size()));
@@ -95,7 +92,8 @@ std::optional<RelationshipCurve> curveOf(const PaintContext& context, const Rela
   const QPointF b = context.shownPosition(*to);
   if (!isFinite(a) || !isFinite(b)) return std::nullopt;
   const RelationshipCurve curve(a, b, relationship.controlPointOffset);
-  const QRectF bounds = curve.bounds().adjusted(-20, -40, 20, 20);
+  const double reach = handleSurroundings(context.zoom);
+  const QRectF bounds = curve.bounds().adjusted(-reach, -reach, reach, reach);
   if (!isFinite(bounds) || !bounds.intersects(context.exposed)) return std::nullopt;
   return curve;
 }
@@ -113,13 +111,15 @@ void paintRelationshipHandles(QPainter& painter, const PaintContext& context, co
   if (!curve || !context.drawable.contains(curve->midpoint())) return;
   paintBendHandle(painter, context, curve->midpoint(), HandleKind::relationshipBend, relationship.id, state);
   if (state == HandleState::dragged) return;
-  const QPointF center = deleteButtonCenter(curve->midpoint());
-  const double disc = HandleMetrics::deleteButtonDiameter;
+  const QPointF center = shownDeleteButtonCenter(curve->midpoint(), context.zoom);
+  const double growth = partGrowth(CanvasPart::deleteButton, context.zoom);
+  const double disc = HandleMetrics::deleteButtonDiameter * growth;
+  const double symbol = 16.0 * growth;
   painter.setPen(Qt::NoPen);
   painter.setBrush(Qt::white);
   painter.drawEllipse(center, disc / 2, disc / 2);
-  paintSymbol(painter, QStringLiteral("xmark.circle.fill"), QRectF(center.x() - 8, center.y() - 8, 16, 16),
-              context.colors.deleteButton);
+  paintSymbol(painter, QStringLiteral("xmark.circle.fill"),
+              QRectF(center.x() - symbol / 2, center.y() - symbol / 2, symbol, symbol), context.colors.deleteButton);
 }
 
 void paintEdgeHandles(QPainter& painter, const PaintContext& context, std::size_t edgeIndex, HandleState state) {
@@ -127,7 +127,8 @@ void paintEdgeHandles(QPainter& painter, const PaintContext& context, std::size_
   const auto from = context.shownNode(edge.from);
   const auto to = context.shownNode(edge.to);
   if (!from || !to) return;
-  const QRectF seen = context.exposed.adjusted(-20, -20, 20, 20);
+  const double reach = handleSurroundings(context.zoom);
+  const QRectF seen = context.exposed.adjusted(-reach, -reach, reach, reach);
   const HandleLook endLook{HandleMetrics::edgeHandleDiameter,
                            context.colors.endpointHandle,
                            Qt::white,
@@ -139,7 +140,7 @@ void paintEdgeHandles(QPainter& painter, const PaintContext& context, std::size_
   const auto paintEnd = [&](QPointF end, HandleKind kind) {
     if (isDragged(context, kind, edge.id) != (state == HandleState::dragged)) return;
     const QPointF center = end + dragged(context, kind, edge.id);
-    if (seen.contains(center)) paintHandle(painter, center, endLook);
+    if (seen.contains(center)) paintHandle(painter, center, endLook, partGrowth(CanvasPart::edgeHandle, context.zoom));
   };
   paintEnd(a, HandleKind::edgeSource);
   paintEnd(b, HandleKind::edgeTarget);

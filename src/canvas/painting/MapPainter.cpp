@@ -13,6 +13,7 @@
 #include "canvas/painting/MovingLayer.h"
 #include "canvas/painting/NodeLayer.h"
 #include "canvas/painting/PaintContext.h"
+#include "canvas/painting/PartVisibility.h"
 #include "themes/Color.h"
 
 namespace quilmora {
@@ -24,7 +25,6 @@ constexpr double typicalBoxHeight = 34.0;
 constexpr double typicalFontSize = 15.0;
 // In device pixels.
 constexpr double minBoxHeight = 5.0;
-constexpr double minFontSize = 4.5;
 constexpr double drawableMargin = 4000.0;
 // As far as the rasteriser allows beside a part of some thousand pixels: clipping moves lines a little.
 constexpr double exactDrawableMargin = 65536.0;
@@ -37,9 +37,7 @@ PaintContext::Detail detailAt(double scale, const MapScene& scene, const PaintOp
   if (options.depthSizing && scene.map.hierarchical.nodeSizing)
     fontScale = std::clamp(
         std::max(scene.map.hierarchical.rootFontSize, scene.map.hierarchical.leafFontSize) / typicalFontSize, 1.0, 4.0);
-  if (scale * typicalBoxHeight * fontScale < minBoxHeight) return PaintContext::Detail::dots;
-  if (scale * typicalFontSize * fontScale < minFontSize) return PaintContext::Detail::bars;
-  return PaintContext::Detail::full;
+  return scale * typicalBoxHeight * fontScale < minBoxHeight ? PaintContext::Detail::dots : PaintContext::Detail::full;
 }
 
 bool isDragged(const PaintContext& context, const Relationship& relationship) {
@@ -134,6 +132,7 @@ PaintContext MapPainter::enter(QPainter& painter, const MapScene& scene, const P
                       coverage,
                       CanvasColors::onBackground(colorFromHex(scene.map.canvas.background)),
                       scale,
+                      options.levelsOfDetail ? scene.view.zoom / scene.pixelRatio : std::max(scale, 1.0),
                       painter.deviceTransform(),
                       toPicture,
                       painter.deviceTransform().type() <= QTransform::TxScale,
@@ -182,14 +181,16 @@ PaintSteps MapPainter::makePlan(ScenePlan& plan, MapScene scene, PaintOptions op
   plan.isSelected = options.selection ? selectedNumbers(scene) : std::vector<char>();
   co_yield Work::texts;
   const MapIndex& index = scene.index;
-  const double reach = sketch->maxHalfWidth();
+  const double zoom = scene.view.zoom / scene.pixelRatio;
+  const double around = maxTopicSurroundings(zoom);
+  const double halfWidth = sketch->maxHalfWidth() + around;
   const std::size_t nodeCount = index.positions().size();
   for (std::uint32_t i = 0; i < nodeCount; ++i) {
     if (i % planStep == 0) co_yield Work::texts;
     if (scene.isHidden(i)) continue;
     const QPointF position = index.positions()[i];
-    const double halfHeight = sketch->nodes()[i].boundHalfHeight;
-    plan.addNode(i, QRectF(position.x() - reach, position.y() - halfHeight, 2 * reach, 2 * halfHeight));
+    const double halfHeight = double{sketch->nodes()[i].boundHalfHeight} + around;
+    plan.addNode(i, QRectF(position.x() - halfWidth, position.y() - halfHeight, 2 * halfWidth, 2 * halfHeight));
   }
   const std::size_t edgeCount = index.edgeFrom().size();
   for (std::uint32_t i = 0; i < edgeCount; ++i) {
@@ -199,7 +200,7 @@ PaintSteps MapPainter::makePlan(ScenePlan& plan, MapScene scene, PaintOptions op
     if (from == MapIndex::npos || to == MapIndex::npos || scene.isHidden(from) || scene.isHidden(to)) continue;
     const auto& edge = sketch->edges()[i];
     plan.addEdge(i, index.positions()[from], index.positions()[to],
-                 edge.isBent && options.bends ? edge.bend : QPointF(), sketch->edgeReach(i));
+                 edge.isBent && options.bends ? edge.bend : QPointF(), sketch->edgeReach(i, zoom));
   }
 }
 
@@ -218,11 +219,12 @@ PaintSteps MapPainter::paintSteps(QPainter& painter, MapScene scene, PaintOption
   const PaintContext& context = session.context;
 
   NodeLayer nodes(painter, context);
+  nodes.prepareCoverage();
+  if (options.background) nodes.standOnGround();
   for (std::size_t k = part.nodes.size(); k-- > 0;) {
     if (!context.isNodeDragged(part.nodes[k])) nodes.collect(part.nodes[k]);
     if (k % 4 == 0) co_yield Work::texts;
   }
-  nodes.collectionEnded();
   if (options.regions) paintRegions(painter, context);
 
   co_yield Work::shapes;
@@ -232,7 +234,6 @@ PaintSteps MapPainter::paintSteps(QPainter& painter, MapScene scene, PaintOption
     if (!context.isEdgeDragged(part.edges[k])) edges.collect(part.edges[k]);
     if (k % 4 == 0) co_yield Work::shapes;
   }
-  edges.collectionEnded();
   for (std::size_t k = 0; k < edges.pieceCount(); ++k) {
     edges.paintPiece(k);
     co_yield Work::shapes;
@@ -310,9 +311,8 @@ std::optional<std::size_t> MapPainter::edgeAt(const MapScene& scene, QPointF can
     if (scene.isHidden(from) || scene.isHidden(to)) continue;
     // The curve stays between its ends but for its bend, and the ribbon and the head within a few widths of it.
     const auto& sketch = sketches->edges()[i];
-    const double reach = 2.5 * std::max({std::abs(double{sketch.startWidth}), std::abs(double{sketch.endWidth}),
-                                         std::abs(config.rootEdgeWidth), std::abs(config.leafEdgeWidth)}) +
-                         (options.bends ? std::abs(sketch.bend.x()) + std::abs(sketch.bend.y()) : 0.0);
+    const double reach =
+        sketches->edgeReach(i, 1.0) + (options.bends ? std::abs(sketch.bend.x()) + std::abs(sketch.bend.y()) : 0.0);
     const QPointF a = index.positions()[from];
     const QPointF b = index.positions()[to];
     if (canvasPoint.x() < std::min(a.x(), b.x()) - reach || canvasPoint.x() > std::max(a.x(), b.x()) + reach) continue;

@@ -27,6 +27,8 @@ struct MapScene {
   SharedValue<std::vector<char>> hiddenNodes;
 
   ViewTransform view;
+  // How many of the view's pixels are one of the window's, by which the sizes of handles and marks are bounded.
+  double pixelRatio = 1.0;
   // What has to be painted, in view coordinates.
   QRectF exposed;
   // Which device pixel of a larger picture the painter's first one is: its painting moves by as much up and left.

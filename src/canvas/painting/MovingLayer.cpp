@@ -9,6 +9,7 @@
 #include "canvas/geometry/Polygons.h"
 #include "canvas/painting/NodeLayer.h"
 #include "canvas/painting/PaintSteps.h"
+#include "themes/Color.h"
 
 namespace quilmora {
 
@@ -23,11 +24,6 @@ constexpr std::size_t minPictureCount = 40;
 constexpr int pictureMargin = 160;
 // From so many on previews between dragged topics are in the picture, too.
 constexpr std::size_t minPicturedPreviews = 400;
-
-QColor withOpacity(QColor color, double opacity) {
-  color.setAlphaF(static_cast<float>(opacity));
-  return color;
-}
 
 }  // namespace
 
@@ -159,8 +155,8 @@ void MovingLayer::paintDraggedNodes() {
     return;
   }
   NodeLayer layer(m_painter, m_context);
+  layer.prepareCoverage();
   for (std::size_t k = m_dragged.size(); k-- > 0;) layer.collect(m_dragged[k]);
-  layer.collectionEnded();
   for (std::size_t k = 0; k < layer.pieceCount(); ++k) layer.paintPiece(k);
 }
 
@@ -213,8 +209,8 @@ void MovingLayer::renderPicture(const QRect& pixels) {
     context.toDevice = context.toPicture = painter.transform();
     context.exposed = seen;
     NodeLayer layer(painter, context);
+    layer.prepareCoverage();
     for (std::size_t k = m_dragged.size(); k-- > 0;) layer.collect(m_dragged[k]);
-    layer.collectionEnded();
     for (std::size_t k = 0; k < layer.pieceCount(); ++k) layer.paintPiece(k);
   });
   const std::vector<Preview> previews = previewsIn(seen, true);

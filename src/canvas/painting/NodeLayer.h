@@ -1,7 +1,8 @@
 #pragma once
 
-#include <map>
 #include <vector>
+
+#include <QImage>
 
 #include "canvas/painting/PaintContext.h"
 
@@ -14,14 +15,16 @@ class NodeLayer {
   enum class Shadows { none, all };
   NodeLayer(QPainter& painter, const PaintContext& context, Shadows shadows = Shadows::all);
 
-  // Whether a map has so many topics that they are drawn more simply where their titles cannot be read.
-  static bool areMany(std::size_t topicCount);
+  // Makes dimmed topics stand on the canvas and its regions, so that no connector shines through their bodies. To be
+  // called before collecting, where the layer is painted over connectors and no topics.
+  void standOnGround() { m_showsGround = true; }
+  // Lets what is collected tell what it hides of all that is collected after it.
+  void prepareCoverage();
 
   // Topics are collected one by one, the topmost first.
   void collect(std::size_t index);
-  void collectionEnded();
   // What was collected is painted piece by piece.
-  std::size_t pieceCount() const { return m_dotBundles.size() + m_seen.size(); }
+  std::size_t pieceCount() const;
   void paintPiece(std::size_t number);
 
  private:
@@ -34,63 +37,88 @@ class NodeLayer {
     bool isEditing;
     bool isSelected;
     SeenPatches patches;            // what later topics leave of the box and of its surroundings
+    bool isTextShown = true;        // the letters are large enough to be read
     bool isContentCovered = false;  // later topics hide image, emoji, icon and title
     bool isToggleCovered = false;
     bool isEveryMarkerCovered = false;  // but for the toggle
   };
-  // As many dots of one colour as are painted in one piece.
-  struct DotBundle {
-    QRgb color;
-    const QRectF* dots;
-    std::size_t count;
+  // A topic so small that only its box is told.
+  struct Dot {
+    std::size_t index;
+    QRect pixels;
+    double opacity;
+    bool isSelected;
   };
   struct Border {
     QColor color;
     double width;
   };
+  // How many device pixels the ring of a selected dot reaches beyond it, and how many dots make a piece.
+  static constexpr int dotRingReach = 2;
+  static constexpr std::size_t bundleSize = 256;
 
   double opacityOf(std::size_t index) const;
   bool isDropTarget(const QUuid& id) const;
   QColor dropColor() const;
   Border borderOf(const Node& node, bool isSelected) const;
   bool hasChildren(const Node& node, std::uint32_t number) const;
+  bool isCollapsed(std::size_t index) const;
+  bool isTextShown(std::size_t index) const;
+  NodeSizing sizingOf(std::size_t index) const;
+  // By what depth sizing sized a topic, as the sketch keeps it.
+  float sizingFraction(std::size_t index) const;
 
   void collectDot(std::size_t index, QPointF position);
   void collectNode(std::size_t index, QPointF position);
   NodeMetrics sketchedMetrics(std::size_t index, const Node& node) const;
-  void prepareCoverage();
+  // A box of canvas units in device pixels.
+  QRect wholePixels(const QRectF& box) const;
   // Whether a topic's sketch holds the size at which its box is painted.
   bool isSizeKnown(std::size_t index) const;
+  void ensureSize(std::size_t index);
   // Whether the topic with all around it lies below later ones; told without measuring it.
   bool isKnownToBeCovered(std::size_t index, QPointF position) const;
   // The same of what the topic holds inside its paddings.
   bool isContentKnownToBeCovered(std::size_t index, QPointF position) const;
   // Finds what later topics hide of this one, and marks what it hides itself. False where nothing is left.
   bool findSeenPart(SeenNode& seen);
-  // How far shadow, markers and handle reach beyond the box, in canvas units.
-  double surroundings(bool isSelected) const;
+  // How far shadow, ring, markers and handle reach beyond the box, in canvas units.
+  double surroundings(std::size_t index) const;
 
-  void paintDots(const DotBundle& bundle);
+  void paintDots(std::size_t bundle);
+  void paintDot(const Dot& dot);
+  void paintFrame(const QRect& outer, const QColor& color);
+  void paintGround(const SeenNode& seen);
+  void paintSeen(const SeenNode& seen);
   void paintNode(const SeenNode& seen);
   void paintApart(const SeenNode& seen);
+  void paintDimmed(const SeenNode& seen);
+  // Paints the topic whole on a picture whose first pixel is that one of the device.
+  void paintOnPicture(const SeenNode& seen, QImage& picture, QPoint origin) const;
+  QRect pixelsAround(const SeenNode& seen) const;
   void paintBox(const SeenNode& seen, const Node& node);
-  void paintRoundedBox(const QRectF& box, const Node& node, const Border& border, double opacity);
+  void paintRoundedBox(const QRectF& box, const Node& node, const Border& border);
+  void paintSelectionRing(const QRectF& box);
   void paintBars(const Node& node, const NodeMetrics& metrics);
   void paintContent(const Node& node, const NodeMetrics& metrics, bool isEditing);
   void paintImage(const QString& imageData, const QRectF& rect);
   void paintMarkers(const Node& node, std::uint32_t number, const SeenNode& seen);
   void paintCornerMarkers(const Node& node, const NodeMetrics& metrics);
-  void paintDisc(const QRectF& rect, const QColor& color);
+  void paintToggle(const Node& node, const NodeMetrics& metrics, bool isCollapsed);
+  void paintHiddenCount(const Node& node, std::uint32_t number, const QRectF& box);
   void paintConnectionHandle(const Node& node, const QRectF& rect);
 
   QPainter& m_painter;
   const PaintContext& m_context;
   QTransform m_canvasTransform;
   QTransform m_devicePixels;  // lets the painter speak device pixels
-  bool m_hasShadows = false;
+  double m_maxSurroundings;
+  bool m_hasShadows;
+  bool m_showsGround = false;
+  QImage m_ground;               // canvas and regions without all else, made when it is needed
   std::vector<SeenNode> m_seen;  // the topmost first
-  std::map<QRgb, std::vector<QRectF>> m_dots;
-  std::vector<DotBundle> m_dotBundles;
+  std::vector<std::size_t> m_dimmed;
+  std::vector<Dot> m_dots;  // the topmost first
 };
 
 }  // namespace quilmora

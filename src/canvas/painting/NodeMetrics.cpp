@@ -38,6 +38,11 @@ double within(double value, double low, double high, double fallback) {
   return std::isfinite(value) ? std::clamp(value, low, high) : fallback;
 }
 
+int shapedPixelSize(double fontSize) {
+  constexpr int smallest = 8;
+  return std::max(smallest, static_cast<int>(std::lround(fontSize)));
+}
+
 QString shortened(const QString& title) {
   if (title.size() <= NodeMeasurer::maxTitleLength) return title;
   QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, title.constData(), std::min(title.size(), maxTitleUnits));
@@ -106,10 +111,14 @@ NodeSizing::NodeSizing(const NodeStyle& style, std::optional<double> depthFracti
 
 QFont NodeSizing::titleFont() const {
   QFont font = interfaceFont();
-  font.setPixelSize(std::max(1, static_cast<int>(std::lround(fontSize))));
+  font.setPixelSize(shapedPixelSize(fontSize));
   font.setWeight(weight);
   font.setItalic(italic);
   return font;
+}
+
+double NodeMetrics::titleWidthLimit(double fontSize) {
+  return titleMaxWidth * std::clamp(fontSize / NodeSizing().fontSize, 1.0, 20.0);
 }
 
 QRectF NodeMetrics::bounds() const {
@@ -131,13 +140,14 @@ void ShapedText::draw(QPainter& painter, QPointF position) const {
 NodeMeasurer::NodeMeasurer() : m_texts(keptTextCost) {}
 
 template <class MakeFont>
-const ShapedText& NodeMeasurer::shaped(const QString& text, double fontSize, int style, MakeFont&& makeFont) {
+const ShapedText& NodeMeasurer::shaped(const QString& text, double fontSize, double widthLimit, int style,
+                                       MakeFont&& makeFont) {
   const TextKey key{text, fontSize, style};
   if (const ShapedText* kept = m_texts.object(key)) return *kept;
   const QFont font = makeFont();
   auto made = std::make_unique<ShapedText>();
   made->scale = fontSize / font.pixelSize();
-  const double maxWidth = NodeMetrics::titleMaxWidth / made->scale;
+  const double maxWidth = widthLimit / made->scale;
   struct Paragraph {
     std::unique_ptr<QTextLayout> layout;
     double top;
@@ -171,14 +181,15 @@ const ShapedText& NodeMeasurer::shaped(const QString& text, double fontSize, int
 
 const ShapedText& NodeMeasurer::shapedTitle(const QString& title, const NodeSizing& sizing) {
   const int style = static_cast<int>(sizing.weight) * 2 + (sizing.italic ? 1 : 0);
-  return shaped(title, sizing.fontSize, style, [&] { return sizing.titleFont(); });
+  return shaped(title, sizing.fontSize, NodeMetrics::titleWidthLimit(sizing.fontSize), style,
+                [&] { return sizing.titleFont(); });
 }
 
 const ShapedText& NodeMeasurer::shapedEmoji(const QString& emoji, const NodeSizing& sizing) {
-  return shaped(emoji, sizing.emojiSize, -1, [&] {
+  return shaped(emoji, sizing.emojiSize, NodeMetrics::titleWidthLimit(sizing.fontSize), -1, [&] {
     QFont font = interfaceFont();
     font.setFamilies(QStringList{QStringLiteral("Noto Color Emoji")} + font.families());
-    font.setPixelSize(std::max(1, static_cast<int>(std::lround(sizing.emojiSize))));
+    font.setPixelSize(shapedPixelSize(sizing.emojiSize));
     return font;
   });
 }
@@ -236,7 +247,7 @@ NodeMetrics NodeMeasurer::measure(const Node& node, std::optional<double> depthF
 
   QSizeF title = shapedTitle(editedTitle ? *editedTitle : node.title, metrics.sizing).size;
   if (editedTitle)
-    title = QSizeF(std::clamp(title.width(), editorMinWidth, NodeMetrics::titleMaxWidth),
+    title = QSizeF(std::clamp(title.width(), editorMinWidth, NodeMetrics::titleWidthLimit(metrics.sizing.fontSize)),
                    std::max(title.height(), editorMinHeight));
   const QSizeF emoji =
       node.emoji && !node.emoji->isEmpty() ? shapedEmoji(*node.emoji, metrics.sizing).size : QSizeF(0, 0);
@@ -249,7 +260,10 @@ NodeMetrics NodeMeasurer::measure(const Node& node, std::optional<double> depthF
   if (!icon.isEmpty()) rowWidth += icon.width() + rowSpacing;
   const double rowHeight = std::max({title.height(), emoji.height(), icon.height()});
   const QSizeF content(std::max(rowWidth, shown.width()), rowHeight + (picture ? shown.height() + stackSpacing : 0.0));
-  const QSizeF size = content + QSizeF(2 * metrics.sizing.horizontalPadding, 2 * metrics.sizing.verticalPadding);
+  // In steps that numbers of single precision hold, too: sizes are kept as such.
+  const auto stepped = [](double side) { return std::ceil(side * 32.0) / 32.0; };
+  const QSizeF size(stepped(content.width() + 2 * metrics.sizing.horizontalPadding),
+                    stepped(content.height() + 2 * metrics.sizing.verticalPadding));
   metrics.box = QRectF(QPointF(-size.width() / 2, -size.height() / 2), size);
 
   double top = metrics.box.top() + metrics.sizing.verticalPadding;

@@ -33,7 +33,8 @@ struct NodeSizing {
   // off the fixed sizes apply.
   NodeSizing(const NodeStyle& style, std::optional<double> depthFraction, const HierarchicalConfig* config);
 
-  // The title's font, for an editor too; its pixel size is the nearest whole one.
+  // The title's font, for an editor too; its pixel size is the nearest whole one, but never so small that shaping emoji
+  // takes seconds.
   QFont titleFont() const;
 
   bool operator==(const NodeSizing&) const = default;
@@ -43,9 +44,9 @@ struct NodeSizing {
 // the topic doesn't have is an empty rectangle.
 struct NodeMetrics {
   static constexpr double cornerRadius = 6.0;
-  // Device pixels a canvas unit, below which markers, toggle and handle are left out and cannot be hit.
-  static constexpr double minPartScale = 0.35;
+  // Of a title at the usual size; of larger ones it grows with the font, so that as many letters fit into a line.
   static constexpr double titleMaxWidth = 200.0;
+  static double titleWidthLimit(double fontSize);
 
   NodeSizing sizing;
   QRectF box;
@@ -113,7 +114,7 @@ class NodeMeasurer {
     }
   };
   template <class MakeFont>
-  const ShapedText& shaped(const QString& text, double fontSize, int style, MakeFont&& makeFont);
+  const ShapedText& shaped(const QString& text, double fontSize, double widthLimit, int style, MakeFont&& makeFont);
 
   QCache<TextKey, ShapedText> m_texts;
   TopicPictures m_pictures;

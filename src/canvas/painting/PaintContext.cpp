@@ -39,16 +39,19 @@ std::optional<std::size_t> PaintContext::shownNode(const QUuid& id) const {
 
 void addDashes(std::vector<QLineF>& dashes, const QLineF& stretch, double phase, double on, double off) {
   const double length = stretch.length();
-  if (!(length > 0) || !std::isfinite(phase)) return;
+  const double period = on + off;
+  if (!(length > 0) || !(period > 0) || !std::isfinite(phase)) return;
+  // No view shows more of them apart, and steps beyond the precision of numbers would never end.
+  if (!(length <= period * maxDashCount)) return;
   const QPointF direction = (stretch.p2() - stretch.p1()) / length;
-  for (double start = -std::fmod(phase, on + off); start < length; start += on + off) {
+  for (double start = -std::fmod(phase, period); start < length; start += period) {
     const double low = std::max(start, 0.0);
     const double high = std::min(start + on, length);
     if (high > low) dashes.emplace_back(stretch.p1() + direction * low, stretch.p1() + direction * high);
   }
 }
 
-void paintHandle(QPainter& painter, QPointF center, const HandleLook& look) {
+void paintHandle(QPainter& painter, QPointF center, const HandleLook& look, double growth) {
   painter.setPen(Qt::NoPen);
   // Rings that grow and fade stand for a blur; a handful of handles is ever on screen.
   constexpr int rings = 4;
@@ -56,16 +59,16 @@ void paintHandle(QPainter& painter, QPointF center, const HandleLook& look) {
     QColor color = look.shadow;
     color.setAlphaF(look.shadow.alphaF() / rings);
     painter.setBrush(color);
-    const double radius = look.diameter / 2 + look.shadowBlur * (2.0 * ring / rings - 1.0);
+    const double radius = growth * (look.diameter / 2 + look.shadowBlur * (2.0 * ring / rings - 1.0));
     painter.drawEllipse(center, radius, radius);
   }
   // The contour covers the edge of the fill, and nothing of it shows through a fill that lets light through.
-  const double radius = (look.diameter - look.contourWidth) / 2;
+  const double radius = growth * (look.diameter - look.contourWidth) / 2;
   painter.setBrush(look.fill);
   painter.drawEllipse(center, radius, radius);
   if (!(look.contourWidth > 0)) return;
   painter.setBrush(Qt::NoBrush);
-  painter.setPen(QPen(look.contour, look.contourWidth));
+  painter.setPen(QPen(look.contour, growth * look.contourWidth));
   painter.drawEllipse(center, radius, radius);
 }
 

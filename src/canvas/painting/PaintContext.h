@@ -25,7 +25,7 @@ struct PictureStore {
 // What the parts of one painting share.
 struct PaintContext {
   // How much of the topics and edges can be seen.
-  enum class Detail { full, bars, dots };
+  enum class Detail { full, dots };
 
   const MapScene& scene;
   const PaintOptions& options;
@@ -35,6 +35,7 @@ struct PaintContext {
   CoverageGrid& coverage;
   const CanvasColors& colors;
   double scale;          // device pixels a canvas unit
+  double zoom;           // pixels of the window a canvas unit
   QTransform toDevice;   // from canvas units to device pixels
   QTransform toPicture;  // the same to the pixels of the larger picture that the scene's pixel origin tells of
   bool standsUpright;    // whether that transform only scales and moves
@@ -80,10 +81,11 @@ void paintConnectionLine(QPainter& painter, const PaintContext& context);
 void paintConnectionDisc(QPainter& painter, const PaintContext& context);
 
 // Adds the dashes of one straight stretch that begins at `phase` of the pattern. Where a view begins and ends has no
-// say in where dashes lie, unlike with dashed pens.
+// say in where dashes lie, unlike with dashed pens. A stretch of more than maxDashCount dashes gets none.
+inline constexpr int maxDashCount = 20000;
 void addDashes(std::vector<QLineF>& dashes, const QLineF& stretch, double phase, double on, double off);
 
-// A disc with an optional contour inside its edge and a soft shadow below it.
+// A disc with an optional contour inside its edge and a soft shadow below it. `growth` enlarges all of it.
 struct HandleLook {
   double diameter;
   QColor fill;
@@ -92,6 +94,6 @@ struct HandleLook {
   QColor shadow;
   double shadowBlur;
 };
-void paintHandle(QPainter& painter, QPointF center, const HandleLook& look);
+void paintHandle(QPainter& painter, QPointF center, const HandleLook& look, double growth = 1.0);
 
 }  // namespace quilmora

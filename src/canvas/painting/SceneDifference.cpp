@@ -6,9 +6,10 @@
 
 #include "canvas/geometry/Polygons.h"
 #include "canvas/geometry/RelationshipCurve.h"
-#include "canvas/painting/EdgeLayer.h"
-#include "canvas/painting/NodeLayer.h"
+#include "canvas/painting/HiddenCount.h"
+#include "canvas/painting/PartVisibility.h"
 #include "canvas/painting/RecordChanges.h"
+#include "canvas/painting/RegionLabel.h"
 #include "canvas/painting/SceneSketch.h"
 
 namespace quilmora {
@@ -18,10 +19,6 @@ namespace {
 // From so many changed records or topics on, painting everything anew is simpler than telling what changed.
 constexpr std::size_t maxRecordCount = 20000;
 constexpr std::size_t maxChangeCount = 2000;
-// How far shadow, markers and handle reach beyond a box.
-constexpr double nodeMargin = 34.0;
-// The label's plate at the corner of a small region, and its handle.
-constexpr double regionMargin = 60.0;
 
 }  // namespace
 
@@ -29,6 +26,7 @@ ChangedParts SceneDifference::follow(const MapScene& scene, const PaintOptions& 
   m_parts = {};
   m_options = &options;
   m_painter = &painter;
+  m_zoom = scene.view.zoom / scene.pixelRatio;
   m_parts.everything = !m_scene || changesEverything(scene);
   if (!m_scene || hasOtherContent(scene)) {
     m_newLooks = looksOf(scene);
@@ -60,9 +58,6 @@ bool SceneDifference::changesEverything(const MapScene& scene) const {
   if (scene.opacityRule != m_scene->opacityRule || scene.map.canvas != before.canvas || config != before.hierarchical)
     return true;
   if (scene.index.ids() != m_scene->index.ids()) return true;
-  if (NodeLayer::areMany(scene.map.nodes.size()) != NodeLayer::areMany(before.nodes.size()) ||
-      EdgeLayer::areMany(scene.map.edges.size()) != EdgeLayer::areMany(before.edges.size()))
-    return true;
   const int depth = scene.tree.maxDepth();
   const int depthBefore = m_scene->tree.maxDepth();
   return depth != depthBefore && (config.nodeSizing || (config.edgeSizing && (depth < 1) != (depthBefore < 1)));
@@ -104,6 +99,8 @@ std::vector<SceneDifference::NodeLook> SceneDifference::looksOf(const MapScene& 
   mark(scene.selectedNodeIDs, &NodeLook::isSelected);
   if (scene.selectedNodeIDs.size() == 1) mark(scene.selectedNodeIDs, &NodeLook::hasHandle);
   mark(scene.collapsedNodeIDs, &NodeLook::isCollapsed);
+  for (std::uint32_t number = 0; number < looks.size(); ++number)
+    if (looks[number].isCollapsed && looks[number].isShown) looks[number].hiddenCount = hiddenCount(scene.tree, number);
   if (scene.isDragging())
     for (NodeLook& look : looks) look.isShown = look.isShown && !look.isSelected;
   return looks;
@@ -125,8 +122,8 @@ void SceneDifference::compareLooks(const MapScene& scene) {
         now.position != before.position || now.isShown != before.isShown || now.exists != before.exists;
     m_isMoved[number] = hasMoved || (config.edgeSizing && now.depth != before.depth);
     const bool isOther = hasMoved || now.isSelected != before.isSelected || now.hasHandle != before.hasHandle ||
-                         now.isCollapsed != before.isCollapsed || now.hasChildren != before.hasChildren ||
-                         (isSizedByDepth && now.depth != before.depth);
+                         now.isCollapsed != before.isCollapsed || now.hiddenCount != before.hiddenCount ||
+                         now.hasChildren != before.hasChildren || (isSizedByDepth && now.depth != before.depth);
     if (!isOther && !m_isMoved[number]) continue;
     if (++count > maxChangeCount) {
       m_parts.everything = true;
@@ -313,10 +310,8 @@ void SceneDifference::addNode(const Node& node, int depth, const MapScene& scene
     if (one->editingNodeID == node.id)
       box = box.expandedTo(
           m_painter->measurer().measure(node, fraction, sizing, one->editingTitle.value_or(node.title)).box.size());
-  // From afar a topic that nobody measured shows as large as it is guessed to be.
-  const auto guess = SceneSketch::guess(node, config);
-  const QSizeF half(std::max<double>(box.width() / 2, guess.halfWidth) + nodeMargin,
-                    std::max<double>(box.height() / 2, guess.halfHeight) + nodeMargin);
+  const double margin = maxTopicSurroundings(m_zoom);
+  const QSizeF half(box.width() / 2 + margin, box.height() / 2 + margin);
   m_parts.areas.emplace_back(node.position.x() - half.width(), node.position.y() - half.height(), 2 * half.width(),
                              2 * half.height());
 }
@@ -339,7 +334,7 @@ void SceneDifference::addEdge(const Edge& edge, const std::vector<NodeLook>& loo
   const NodeLook* to = shown(looks, edge.to, scene);
   if (!from || !to) return;
   m_parts.edges.push_back({from->position, to->position, edge.controlPointOffset.value_or(QPointF()),
-                           SceneSketch::reachOf(edge, scene.map.hierarchical)});
+                           SceneSketch::reachOf(edge, scene.map.hierarchical, m_zoom)});
 }
 
 void SceneDifference::addRelationship(const Relationship& relationship, const std::vector<NodeLook>& looks,
@@ -348,11 +343,13 @@ void SceneDifference::addRelationship(const Relationship& relationship, const st
   const NodeLook* to = shown(looks, relationship.to, scene);
   if (!from || !to) return;
   const RelationshipCurve curve(from->position, to->position, relationship.controlPointOffset);
-  m_parts.areas.push_back(curve.bounds().adjusted(-20, -40, 20, 20));
+  const double reach = handleSurroundings(m_zoom);
+  m_parts.areas.push_back(curve.bounds().adjusted(-reach, -reach, reach, reach));
 }
 
 void SceneDifference::addRegion(const QRectF& rect) {
-  m_parts.areas.push_back(rect.normalized().adjusted(-regionMargin, -regionMargin, regionMargin, regionMargin));
+  const double handle = partDiameter(CanvasPart::resizeHandle, m_zoom) / 2 + 4.0;
+  m_parts.areas.push_back(RegionLabel::reach(rect.normalized(), m_zoom).adjusted(-handle, -handle, handle, handle));
 }
 
 }  // namespace quilmora

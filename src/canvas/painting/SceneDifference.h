@@ -44,6 +44,7 @@ class SceneDifference {
     bool hasHandle = false;
     bool isCollapsed = false;
     bool hasChildren = false;
+    std::size_t hiddenCount = 0;  // of a collapsed topic
   };
 
   // Told by what both scenes share, without a look inside.
@@ -73,6 +74,7 @@ class SceneDifference {
   // Of the call under way.
   ChangedParts m_parts;
   const PaintOptions* m_options = nullptr;
+  double m_zoom = 1.0;  // at which the areas are told
   MapPainter* m_painter = nullptr;
   std::vector<NodeLook> m_newLooks;  // by number of the index
   std::vector<char> m_isMoved;       // by number: the topic's edges change with it

@@ -5,7 +5,9 @@
 #include <unordered_map>
 #include <utility>
 
+#include "canvas/geometry/TaperedConnector.h"
 #include "canvas/painting/NodeMetrics.h"
+#include "canvas/painting/PartVisibility.h"
 #include "themes/Color.h"
 
 namespace quilmora {
@@ -41,11 +43,11 @@ double fontScaleOf(const HierarchicalConfig& config) {
   return std::isfinite(largest) ? std::min(largest, 40.0) : 1.0;
 }
 
-double reach(double startWidth, double endWidth, bool hasHead, const HierarchicalConfig& config) {
-  constexpr double handleReach = 12.0;
-  double width = std::max(std::abs(startWidth), std::abs(endWidth));
-  if (config.edgeSizing) width = std::max({width, std::abs(config.rootEdgeWidth), std::abs(config.leafEdgeWidth)});
-  return std::max({handleReach, width / 2 + 1.0, hasHead ? 2.5 * std::abs(endWidth) + 1.0 : 0.0});
+double reach(const EdgeStyle::TaperConfig& widths, bool hasHead, const HierarchicalConfig& config, double zoom) {
+  double reach = connectorReach(widths, hasHead ? widths.endWidth : 0.0);
+  if (config.edgeSizing)
+    reach = std::max(reach, connectorReach({config.rootEdgeWidth, config.leafEdgeWidth, widths.easing}, 0.0));
+  return std::max(handleSurroundings(zoom), reach + 1.0);
 }
 
 // Sizes of a box whose texts nobody shaped yet.
@@ -67,6 +69,7 @@ SceneSketch::NodeSketch sketchOf(const Node& node, double fontScale) {
   const double extra = padding + (hasImage ? 404.0 : 0.0);
   SceneSketch::NodeSketch sketch;
   sketch.isMeasured = false;
+  sketch.sizingFraction = SceneSketch::unsized;
   sketch.fill = colorFromHex(node.style.fill).rgb();
   if (node.style.fillGradient) sketch.fill = averaged(sketch.fill, colorFromHex(*node.style.fillGradient).rgb());
   sketch.halfWidth = narrowed(likelyWidth / 2);
@@ -93,10 +96,6 @@ bool SceneSketch::isOf(const MindMap& map) const {
 void SceneSketch::update(const MindMap& map) {
   if (!m_nodes.sharesStorageWith(map.nodes) || m_hierarchical != map.hierarchical) updateNodes(map);
   if (!m_edges.sharesStorageWith(map.edges)) updateEdges(map);
-}
-
-SceneSketch::NodeSketch SceneSketch::guess(const Node& node, const HierarchicalConfig& config) {
-  return sketchOf(node, fontScaleOf(config));
 }
 
 void SceneSketch::updateNodes(const MindMap& map) {
@@ -128,6 +127,7 @@ void SceneSketch::updateNodes(const MindMap& map) {
       sketches[i].halfWidth = kept.halfWidth;
       sketches[i].halfHeight = kept.halfHeight;
       sketches[i].isMeasured = true;
+      sketches[i].sizingFraction = kept.sizingFraction;
     }
   }
   m_nodes = map.nodes;
@@ -151,21 +151,23 @@ void SceneSketch::updateEdges(const MindMap& map) {
   m_edges = map.edges;
 }
 
-void SceneSketch::rememberBox(std::size_t nodeIndex, const QRectF& box) {
+void SceneSketch::rememberBox(std::size_t nodeIndex, const QRectF& box, float sizingFraction) {
   NodeSketch& sketch = m_nodeSketches[nodeIndex];
   sketch.halfWidth = narrowed(box.width() / 2);
   sketch.halfHeight = narrowed(box.height() / 2);
   sketch.isMeasured = true;
+  sketch.sizingFraction = sizingFraction;
 }
 
-double SceneSketch::edgeReach(std::size_t edge) const {
+double SceneSketch::edgeReach(std::size_t edge, double zoom) const {
   const EdgeSketch& sketch = m_edgeSketches[edge];
-  return reach(sketch.startWidth, sketch.endWidth, sketch.hasHead, m_hierarchical);
+  return reach({sketch.startWidth, sketch.endWidth, sketch.easing}, sketch.hasHead, m_hierarchical, zoom);
 }
 
-double SceneSketch::reachOf(const Edge& edge, const HierarchicalConfig& config) {
-  return reach(narrowed(edge.style.taper.startWidth), narrowed(edge.style.taper.endWidth),
-               edge.style.arrowHead == EdgeStyle::ArrowHead::triangle, config);
+double SceneSketch::reachOf(const Edge& edge, const HierarchicalConfig& config, double zoom) {
+  const EdgeStyle::TaperConfig& taper = edge.style.taper;
+  return reach({narrowed(taper.startWidth), narrowed(taper.endWidth), taper.easing},
+               edge.style.arrowHead == EdgeStyle::ArrowHead::triangle, config, zoom);
 }
 
 double SceneSketch::maxHalfWidth() const {
@@ -177,7 +179,7 @@ double SceneSketch::maxHalfWidth() const {
   const double font = m_hierarchical.nodeSizing
                           ? std::clamp(std::max(m_hierarchical.rootFontSize, m_hierarchical.leafFontSize), 17.0, 512.0)
                           : 17.0;
-  return NodeMetrics::titleMaxWidth + padding + font + 40.0;
+  return NodeMetrics::titleWidthLimit(m_hierarchical.nodeSizing ? font : 15.0) + padding + font + 40.0;
 }
 
 }  // namespace quilmora

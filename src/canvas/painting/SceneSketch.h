@@ -20,7 +20,8 @@ class SceneSketch {
     float boundHalfHeight;
     float halfWidth;
     float halfHeight;
-    bool isMeasured;  // whether the halves are those of the box as last painted
+    bool isMeasured;       // whether the halves are those of the box as last painted
+    float sizingFraction;  // the share of depth by which it was sized then
   };
   struct EdgeSketch {
     QUuid id;
@@ -34,20 +35,21 @@ class SceneSketch {
     QPointF bend;
   };
 
+  // Stands for the share of depth where topics have no sizes by depth.
+  static constexpr float unsized = -1.0F;
+
   void update(const MindMap& map);
   // Whether it was last updated for a map with these topics and edges.
   bool isOf(const MindMap& map) const;
-  // Of a topic that nobody measured.
-  static NodeSketch guess(const Node& node, const HierarchicalConfig& config);
 
   const std::vector<NodeSketch>& nodes() const { return m_nodeSketches; }
   const std::vector<EdgeSketch>& edges() const { return m_edgeSketches; }
   // Remembers the true size of a topic's box.
-  void rememberBox(std::size_t nodeIndex, const QRectF& box);
-  // How far ribbon, head and handles of an edge reach from its curve.
-  double edgeReach(std::size_t edge) const;
-  static double reachOf(const Edge& edge, const HierarchicalConfig& config);
-  // Half the width that no topic exceeds, with its markers.
+  void rememberBox(std::size_t nodeIndex, const QRectF& box, float sizingFraction = unsized);
+  // How far ribbon, head and handles of an edge reach from its curve; handles depend on the zoom.
+  double edgeReach(std::size_t edge, double zoom) const;
+  static double reachOf(const Edge& edge, const HierarchicalConfig& config, double zoom);
+  // Half the width and height that no topic's box exceeds.
   double maxHalfWidth() const;
 
  private:

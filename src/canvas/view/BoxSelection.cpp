@@ -1,7 +1,6 @@
 #include "canvas/view/BoxSelection.h"
 
 #include <algorithm>
-#include <array>
 
 #include "canvas/geometry/TaperedConnector.h"
 #include "canvas/geometry/ViewTransform.h"
@@ -13,29 +12,22 @@ namespace {
 
 constexpr int curveSteps = 20;
 
-using Cubic = std::array<QPointF, 4>;
-
-Cubic curveOf(QPointF start, QPointF end, const std::optional<QPointF>& bend) {
+CubicCurve curveOf(QPointF start, QPointF end, const std::optional<QPointF>& bend) {
   const auto [inner1, inner2] = edgeControlPoints(start, end, bend);
   return {start, inner1, inner2, end};
 }
 
-QPointF pointAt(const Cubic& curve, double t) {
-  const double u = 1.0 - t;
-  return curve[0] * (u * u * u) + curve[1] * (3.0 * u * u * t) + curve[2] * (3.0 * u * t * t) + curve[3] * (t * t * t);
-}
-
 // A curve stays within the box of its four points.
-bool mayTouch(const Cubic& curve, const QRectF& box) {
-  const auto [left, right] = std::minmax({curve[0].x(), curve[1].x(), curve[2].x(), curve[3].x()});
-  const auto [top, bottom] = std::minmax({curve[0].y(), curve[1].y(), curve[2].y(), curve[3].y()});
+bool mayTouch(const CubicCurve& curve, const QRectF& box) {
+  const auto [left, right] = std::minmax({curve.start.x(), curve.inner1.x(), curve.inner2.x(), curve.end.x()});
+  const auto [top, bottom] = std::minmax({curve.start.y(), curve.inner1.y(), curve.inner2.y(), curve.end.y()});
   return left <= box.right() && right >= box.left() && top <= box.bottom() && bottom >= box.top();
 }
 
-bool touches(const Cubic& curve, const QRectF& box) {
+bool touches(const CubicCurve& curve, const QRectF& box) {
   if (!mayTouch(curve, box)) return false;
   for (int i = 0; i <= curveSteps; ++i)
-    if (box.contains(pointAt(curve, static_cast<double>(i) / curveSteps))) return true;
+    if (box.contains(curve.pointAt(static_cast<double>(i) / curveSteps))) return true;
   return false;
 }
 

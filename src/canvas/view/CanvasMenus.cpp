@@ -5,8 +5,8 @@
 
 #include "canvas/view/CanvasGestures.h"
 #include "canvas/view/PlainText.h"
-#include "canvas/view/RegionLayer.h"
 #include "themes/Color.h"
+#include "themes/RegionColors.h"
 
 namespace quilmora {
 

@@ -3,17 +3,13 @@
 #include <QPainter>
 
 #include "platform/PlatformText.h"
+#include "themes/Color.h"
 
 namespace quilmora {
 
 namespace {
 
 using Kind = CanvasTarget::Kind;
-
-QColor withOpacity(QColor color, double opacity) {
-  color.setAlphaF(static_cast<float>(opacity));
-  return color;
-}
 
 bool isPale(Kind kind) {
   return kind == Kind::relationshipDeleteButton || kind == Kind::regionResizeHandle;

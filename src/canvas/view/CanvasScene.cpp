@@ -8,6 +8,7 @@
 #include "canvas/geometry/RelationshipCurve.h"
 #include "canvas/geometry/TaperedConnector.h"
 #include "canvas/painting/CanvasColors.h"
+#include "canvas/painting/PartVisibility.h"
 #include "canvas/view/CanvasParts.h"
 #include "editor/EditorNavigation.h"
 #include "model/FindById.h"
@@ -18,7 +19,7 @@ namespace quilmora {
 namespace {
 
 // How far from a topic's centre its small parts can lie: they sit in the middle of its left and right edge.
-constexpr double maxPartDistanceX = 2500.0;
+constexpr double maxPartDistanceX = 12000.0;
 constexpr double maxPartDistanceY = HandleMetrics::connectionHandleDiameter / 2.0;
 // Topics that are measured at one move of the pointer. Few lie near a point but in a heap, where each takes
 // microseconds.
@@ -100,6 +101,7 @@ ChangedParts CanvasScene::follow(const ShownGestures& shown) {
 MapScene CanvasScene::pictured(const ViewTransform& view, const QRectF& exposed) const {
   MapScene scene = m_pictured;
   scene.view = view;
+  scene.pixelRatio = m_pixelRatio;
   scene.exposed = exposed;
   scene.isLanding = false;
   return scene;
@@ -189,6 +191,10 @@ QRectF discAt(QPointF center, double diameter) {
 
 }  // namespace
 
+double CanvasScene::handleDiameter(CanvasPart part) const {
+  return partDiameter(part, m_editor.canvasZoom());
+}
+
 std::optional<QRectF> CanvasScene::partRect(const CanvasTarget& part, const CanvasState& state) {
   using Kind = CanvasTarget::Kind;
   switch (part.kind) {
@@ -205,7 +211,7 @@ std::optional<QRectF> CanvasScene::partRect(const CanvasTarget& part, const Canv
     case Kind::regionResizeHandle: {
       const auto region = m_editor.regionByID(part.id);
       if (!region || m_editor.selectedRegionID() != part.id) return std::nullopt;
-      return discAt(resizeHandleCenter(region->rect.normalized()), HandleMetrics::resizeHandleDiameter);
+      return discAt(resizeHandleCenter(region->rect.normalized()), handleDiameter(CanvasPart::resizeHandle));
     }
     default:
       return std::nullopt;
@@ -214,12 +220,15 @@ std::optional<QRectF> CanvasScene::partRect(const CanvasTarget& part, const Canv
 
 std::optional<QRectF> CanvasScene::nodePartRect(const CanvasTarget& part, const CanvasState& state) {
   const auto position = shownPosition(part.id);
-  if (!position || m_editor.canvasZoom() * m_pixelRatio < NodeMetrics::minPartScale) return std::nullopt;
+  if (!position) return std::nullopt;
   const bool isHandle = part.kind == CanvasTarget::Kind::connectionHandle;
   if (isHandle ? !showsConnectionHandle(current(state), part.id) : m_editor.treeInfo().childCount(part.id) == 0)
     return std::nullopt;
   const NodeMetrics metrics = m_painter.measure(current(state), m_editor.mapIndex().find(part.id), canvasOptions());
-  return (isHandle ? metrics.connectionHandle : metrics.collapseToggle).translated(*position);
+  const CanvasPart shape = isHandle ? CanvasPart::connectionHandle : CanvasPart::collapseToggle;
+  const QRectF place = isHandle ? metrics.connectionHandle : metrics.collapseToggle;
+  const QRectF shown = shownPart(shape, place.translated(*position), m_editor.canvasZoom());
+  return shown.isEmpty() ? std::nullopt : std::optional(shown);
 }
 
 std::optional<QRectF> CanvasScene::edgeHandleRect(const CanvasTarget& part) {
@@ -232,7 +241,7 @@ std::optional<QRectF> CanvasScene::edgeHandleRect(const CanvasTarget& part) {
                          : part.kind == CanvasTarget::Kind::edgeTargetHandle
                              ? *to
                              : TaperedConnector(*edge, *from, *to).bendHandlePosition();
-  return discAt(center, HandleMetrics::edgeHandleDiameter);
+  return discAt(center, handleDiameter(CanvasPart::edgeHandle));
 }
 
 std::optional<QRectF> CanvasScene::relationshipHandleRect(const CanvasTarget& part) {
@@ -241,8 +250,9 @@ std::optional<QRectF> CanvasScene::relationshipHandleRect(const CanvasTarget& pa
   const auto to = link ? shownPosition(link->to) : std::nullopt;
   if (!from || !to) return std::nullopt;
   const QPointF middle = RelationshipCurve(*from, *to, link->controlPointOffset).midpoint();
-  if (part.kind == CanvasTarget::Kind::relationshipBendHandle) return discAt(middle, HandleMetrics::edgeHandleDiameter);
-  return discAt(deleteButtonCenter(middle), HandleMetrics::deleteButtonDiameter);
+  if (part.kind == CanvasTarget::Kind::relationshipBendHandle)
+    return discAt(middle, handleDiameter(CanvasPart::bendHandle));
+  return discAt(shownDeleteButtonCenter(middle, m_editor.canvasZoom()), handleDiameter(CanvasPart::deleteButton));
 }
 
 std::optional<QUuid> CanvasScene::topicAt(QPointF point) {
@@ -257,7 +267,8 @@ std::optional<CanvasTarget> CanvasScene::regionAt(QPointF point) const {
   for (std::size_t i = regions.size(); i-- > 0;) {
     const Region& region = regions[i];
     const QRectF rect = region.rect.normalized();
-    if (region.id == selected && handleContains(resizeHandleCenter(rect), HandleMetrics::resizeHandleDiameter, point))
+    if (region.id == selected &&
+        handleContains(resizeHandleCenter(rect), handleDiameter(CanvasPart::resizeHandle), point))
       return CanvasTarget{CanvasTarget::Kind::regionResizeHandle, region.id};
     if (rect.contains(point)) return CanvasTarget{CanvasTarget::Kind::region, region.id};
   }
@@ -277,8 +288,8 @@ std::optional<CanvasTarget> CanvasScene::linkHandleAt(QPointF point, const Canva
 
 std::optional<CanvasTarget> CanvasScene::edgeHandleAt(QPointF point) {
   if (m_editor.selectedEdgeIDs().empty()) return std::nullopt;
-  const auto isOn = [point](QPointF center) {
-    return handleContains(center, HandleMetrics::edgeHandleDiameter, point);
+  const auto isOn = [this, point](QPointF center) {
+    return handleContains(center, handleDiameter(CanvasPart::edgeHandle), point);
   };
   // The last one is drawn on top.
   std::optional<CanvasTarget> found;
@@ -305,9 +316,10 @@ std::optional<CanvasTarget> CanvasScene::relationshipHandleAt(QPointF point, con
     const auto to = shownPosition(link.to);
     if (!from || !to) return std::nullopt;
     const QPointF middle = RelationshipCurve(*from, *to, link.controlPointOffset).midpoint();
-    if (handleContains(deleteButtonCenter(middle), HandleMetrics::deleteButtonDiameter, point))
+    if (handleContains(shownDeleteButtonCenter(middle, m_editor.canvasZoom()), handleDiameter(CanvasPart::deleteButton),
+                       point))
       return CanvasTarget{CanvasTarget::Kind::relationshipDeleteButton, link.id};
-    if (handleContains(middle, HandleMetrics::edgeHandleDiameter, point))
+    if (handleContains(middle, handleDiameter(CanvasPart::bendHandle), point))
       return CanvasTarget{CanvasTarget::Kind::relationshipBendHandle, link.id};
     return std::nullopt;
   }
@@ -321,10 +333,12 @@ std::optional<CanvasTarget> CanvasScene::nodePartAt(const MapScene& scene, QPoin
   const auto boxed = m_painter.nodeAt(scene, point, canvasOptions(), patience);
   const auto& positions = scene.index.positions();
   const std::size_t last = boxed.value_or(0);
-  if (scene.view.zoom * m_pixelRatio >= NodeMetrics::minPartScale)
+  const double zoom = scene.view.zoom;
+  const double reach = partGrowth(CanvasPart::connectionHandle, zoom) * maxPartDistanceY;
+  if (isPartShown(CanvasPart::connectionHandle, zoom) || isPartShown(CanvasPart::collapseToggle, zoom))
     for (std::size_t i = positions.size(); i-- > last;) {
       const QPointF offset = point - positions[i];
-      if (!(std::abs(offset.y()) <= maxPartDistanceY && std::abs(offset.x()) <= maxPartDistanceX)) continue;
+      if (!(std::abs(offset.y()) <= reach && std::abs(offset.x()) <= maxPartDistanceX)) continue;
       if (scene.isHidden(i)) continue;
       const QUuid id = scene.map.nodes[i].id;
       const bool hasHandle = showsConnectionHandle(scene, id);
@@ -332,8 +346,10 @@ std::optional<CanvasTarget> CanvasScene::nodePartAt(const MapScene& scene, QPoin
       if (!hasHandle && !hasToggle) continue;
       if (patience && (*patience == 0 || --*patience == 0)) return std::nullopt;
       const NodeMetrics metrics = m_painter.measure(scene, i, canvasOptions());
-      if (hasHandle && isOnDisc(metrics.connectionHandle, offset)) return CanvasTarget{Kind::connectionHandle, id};
-      if (hasToggle && isOnDisc(metrics.collapseToggle, offset)) return CanvasTarget{Kind::collapseToggle, id};
+      if (hasHandle && isOnDisc(shownPart(CanvasPart::connectionHandle, metrics.connectionHandle, zoom), offset))
+        return CanvasTarget{Kind::connectionHandle, id};
+      if (hasToggle && isOnDisc(shownPart(CanvasPart::collapseToggle, metrics.collapseToggle, zoom), offset))
+        return CanvasTarget{Kind::collapseToggle, id};
     }
   if (!boxed) return std::nullopt;
   return CanvasTarget{Kind::node, scene.map.nodes[*boxed].id};

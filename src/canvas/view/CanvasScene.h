@@ -10,6 +10,7 @@
 #include <QUuid>
 
 #include "canvas/painting/MapPainter.h"
+#include "canvas/painting/PartVisibility.h"
 #include "canvas/painting/SceneDifference.h"
 #include "canvas/view/CanvasState.h"
 #include "canvas/view/CanvasTarget.h"
@@ -81,6 +82,7 @@ class CanvasScene final : public ScenePicture::Source {
   std::optional<CanvasTarget> nodePartAt(const MapScene& scene, QPointF point, std::size_t* patience = nullptr);
   std::optional<CanvasTarget> regionAt(QPointF point) const;
   std::optional<QPointF> shownPosition(const QUuid& nodeID);
+  double handleDiameter(CanvasPart part) const;
   std::optional<QRectF> nodePartRect(const CanvasTarget& part, const CanvasState& state);
   std::optional<QRectF> edgeHandleRect(const CanvasTarget& part);
   std::optional<QRectF> relationshipHandleRect(const CanvasTarget& part);

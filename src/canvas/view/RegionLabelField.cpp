@@ -6,8 +6,11 @@
 #include <QFontMetricsF>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QStyle>
+#include <QStyleOptionFrame>
 
 #include "canvas/painting/RegionLabel.h"
+#include "themes/Color.h"
 
 namespace quilmora {
 
@@ -38,24 +41,31 @@ RegionLabelField::RegionLabelField(const QString& label, QWidget* canvas) : QLin
 
 void RegionLabelField::place(QPointF corner, double zoom, const QColor& color) {
   m_corner = corner;
-  m_scale = std::max(zoom, minScale);
+  m_scale = zoom * RegionLabel::growth(zoom);
   if (color != m_color) {
     m_color = color;
     QPalette colors = palette();
-    QColor faint = Qt::white;
-    faint.setAlphaF(0.7F);
-    colors.setColor(QPalette::Text, Qt::white);
-    colors.setColor(QPalette::PlaceholderText, faint);
+    const QColor ink = readableOn(color);
+    colors.setColor(QPalette::Text, ink);
+    colors.setColor(QPalette::PlaceholderText, withOpacity(ink, 0.7));
     colors.setColor(QPalette::Base, Qt::transparent);
-    colors.setColor(QPalette::Highlight, Qt::white);
-    colors.setColor(QPalette::HighlightedText, color.darker(130));
+    colors.setColor(QPalette::Highlight, ink);
+    colors.setColor(QPalette::HighlightedText, readableOn(ink));
     setPalette(colors);
   }
   const QFont scaled = RegionLabel::font(std::max(1, qRound(RegionLabel::fontSize * m_scale)));
   if (scaled != font()) setFont(scaled);
-  const int padding = std::max(0, qRound(RegionLabel::paddingX * m_scale) - innerMargin);
+  const int padding = std::max(0, qRound(RegionLabel::paddingX * m_scale) - innerMargin - frameWidth() / 2);
   setTextMargins(padding, 0, padding, 0);
   fitToText();
+}
+
+// What the style keeps to itself on both sides of a field.
+int RegionLabelField::frameWidth() const {
+  QStyleOptionFrame option;
+  initStyleOption(&option);
+  option.rect = QRect(0, 0, 1000, 100);
+  return option.rect.width() - style()->subElementRect(QStyle::SE_LineEditContents, &option, this).width();
 }
 
 void RegionLabelField::fitToText() {
@@ -66,8 +76,9 @@ void RegionLabelField::fitToText() {
   const QFontMetricsF metrics(font());
   const QString shown = text().isEmpty() ? placeholderText() : text();
   const double textWidth = metrics.horizontalAdvance(shown) + cursorRoom;
-  const double width =
-      std::clamp(textWidth, minWidth * m_scale, maxWidth * m_scale) + 2 * RegionLabel::paddingX * m_scale;
+  const QMargins margins = textMargins();
+  const int beside = margins.left() + margins.right() + 2 * innerMargin + frameWidth();
+  const double width = std::ceil(std::clamp(textWidth, minWidth * m_scale, maxWidth * m_scale)) + beside;
   const double height = metrics.height() + 2 * RegionLabel::paddingY * m_scale;
   setGeometry(QRect(m_corner.toPoint(), QSizeF(width, height).toSize()));
 }
@@ -118,7 +129,7 @@ void RegionLabelField::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(m_color);
+    painter.setBrush(withOpacity(m_color, RegionLabel::plateOpacity));
     const double radius = std::min(RegionLabel::cornerRadius * m_scale, height() / 2.0);
     painter.drawRoundedRect(QRectF(rect()), radius, radius);
   }

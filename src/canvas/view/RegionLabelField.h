@@ -11,8 +11,6 @@ class RegionLabelField : public QLineEdit {
 
  public:
   static constexpr double minWidth = 60.0;  // of the text, in canvas units
-  // The field shrinks no further with the canvas, as nobody could read it.
-  static constexpr double minScale = 0.8;
 
   RegionLabelField(const QString& label, QWidget* canvas);
 
@@ -36,6 +34,7 @@ class RegionLabelField : public QLineEdit {
   enum class End { submit, cancel };
   void end(End how);
   void fitToText();
+  int frameWidth() const;
 
   QPointF m_corner;
   double m_scale = 1.0;

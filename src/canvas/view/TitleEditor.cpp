@@ -123,7 +123,8 @@ void TitleEditor::setTitleLook(const TitleLook& look) {
 QFont TitleEditor::fontAt(double zoom) const {
   QFont scaled = m_look.font;
   const double wanted = m_look.pixelSize * zoom;
-  const int whole = std::max(1, qRound(wanted));
+  // Emoji of a single pixel take minutes to shape.
+  const int whole = std::max(2, qRound(wanted));
   scaled.setPixelSize(whole);
   scaled.setLetterSpacing(QFont::PercentageSpacing, 100.0 * wanted / whole);
   return scaled;
@@ -146,7 +147,7 @@ void TitleEditor::place(const QRectF& field, double zoom) {
   const QStringList lines = shownLines(*document());
   const TextExtent extent = extentOf(lines, scaled, field.width() + roundingRoom);
   const double unit = m_look.pixelSize / m_look.font.pixelSize() * zoom;
-  const TextExtent painted = extentOf(lines, m_look.font, NodeMetrics::titleMaxWidth * zoom / unit);
+  const TextExtent painted = extentOf(lines, m_look.font, NodeMetrics::titleWidthLimit(m_look.pixelSize) * zoom / unit);
   const bool isEven = painted.lineHeight > 0 && extent.lineHeight > 0;
   if (isEven) setLineSpacing(100.0 * painted.lineHeight * unit / extent.lineHeight);
   const QSizeF text(extent.size.width(), isEven ? extent.lineCount * painted.lineHeight * unit : extent.size.height());

@@ -1,9 +1,9 @@
 #include "editor/edits/RegionEdits.h"
 
 #include <algorithm>
-#include <array>
 
 #include "model/NewId.h"
+#include "themes/RegionColors.h"
 
 namespace quilmora::edits {
 
@@ -13,13 +13,6 @@ constexpr double regionMargin = 80.0;
 constexpr double regionLabelRoom = 20.0;
 constexpr QSizeF newRegionSize(300.0, 200.0);
 constexpr QPointF newRegionOrigin(250.0, 200.0);
-
-const QString& newRegionColor(std::size_t regionCount) {
-  static const std::array colors{QStringLiteral("#7C4DFF"), QStringLiteral("#FF7043"), QStringLiteral("#26A69A"),
-                                 QStringLiteral("#FFCA28"), QStringLiteral("#EC407A"), QStringLiteral("#42A5F5"),
-                                 QStringLiteral("#9CCC65")};
-  return colors[regionCount % colors.size()];
-}
 
 }  // namespace
 
@@ -44,7 +37,7 @@ QRectF newRegionRect(const MapIndex& index, const IdSet& ids, std::optional<QPoi
 }
 
 Region newRegion(std::size_t regionCount, const QRectF& rect) {
-  return Region{newId(), QStringLiteral("Region"), newRegionColor(regionCount), rect};
+  return Region{newId(), QStringLiteral("Region"), regionColorPalette[regionCount % newRegionColorCount].hex, rect};
 }
 
 }  // namespace quilmora::edits

@@ -198,19 +198,41 @@ TEST(MiniMapPicture, DrawnInPiecesItIsTheSame) {
   EXPECT_EQ(whole.image(), pieces.image());
 }
 
-TEST(MiniMapPicture, ManyEdgesAreAsStrongAsFew) {
+TEST(MiniMapPicture, ManyEdgesAreDrawnLikeFew) {
   MindMap map;
-  map.nodes = {topic(1, 0, 0), topic(2, 100, 0), topic(3, 50, 100)};
+  map.nodes = {topic(1, 0, 0), topic(2, 100, 30), topic(3, 50, 100)};
   map.edges = {edgeBetween(1, 1, 2)};
+  const auto pictureOf = [&map] {
+    const MapIndex index(map.nodes, map.edges);
+    const auto geometry = MiniMapGeometry::of(index.positions(), {200, 200});
+    MiniMapPicture picture(*geometry, {200, 200}, 1.0, QColor(128, 128, 128, 80), Qt::blue);
+    EXPECT_TRUE(picture.advance(index, 100'000));
+    return picture.image();
+  };
+  const QImage few = pictureOf();
   for (int i = 0; i < 3000; ++i) map.edges.append(edgeBetween(10 + i, 1, 2));
-  const MapIndex index(map.nodes, map.edges);
-  const auto geometry = MiniMapGeometry::of(index.positions(), {200, 200});
-  MiniMapPicture picture(*geometry, {200, 200}, 1.0, QColor(128, 128, 128, 80), Qt::blue);
-  EXPECT_TRUE(picture.advance(index, 100'000));
-  // Half a pixel's width, drawn once.
-  for (const int x : {60, 100, 140}) EXPECT_EQ(picture.image().pixelColor(x, 50).alpha(), 40);
-  EXPECT_EQ(picture.image().pixelColor(100, 52).alpha(), 0);
-  EXPECT_EQ(picture.image().pixelColor(50, 50), QColor(Qt::blue));
+  EXPECT_EQ(pictureOf(), few);
+}
+
+TEST(MiniMapPicture, DotsGrowThinnerWhereTheyWouldRunTogether) {
+  EXPECT_EQ(MiniMapPicture::dotRadius(1, {180, 120}), 2.0);
+  EXPECT_EQ(MiniMapPicture::dotRadius(400, {180, 120}), 2.0);
+  EXPECT_LT(MiniMapPicture::dotRadius(2000, {180, 120}), 1.5);
+  EXPECT_GT(MiniMapPicture::dotRadius(2000, {180, 120}), MiniMapPicture::dotRadius(10'000, {180, 120}));
+  EXPECT_GE(MiniMapPicture::dotRadius(1'000'000, {180, 120}), 0.5);
+}
+
+TEST_F(MiniMapViewTest, StandsOnTheColourOfTheCanvas) {
+  for (const char* color : {"#101014", "#FFF8E8"}) {
+    MindMap map = editor().mindMap();
+    map.canvas.background = QString::fromLatin1(color);
+    editor().setMindMap(map);
+    QCoreApplication::processEvents();
+    const QImage picture = canvas().grab().toImage();
+    const QPoint corner = view().mapTo(&canvas(), view().mapRect().topLeft().toPoint() + QPoint(6, 6));
+    const QColor ground = picture.pixelColor(corner * picture.devicePixelRatio());
+    EXPECT_NEAR(ground.lightness(), QColor(QLatin1String(color)).lightness(), 30) << color;
+  }
 }
 
 TEST(MiniMapPicture, TopicsOnOnePointAreDrawnOnce) {

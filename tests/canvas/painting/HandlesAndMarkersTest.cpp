@@ -353,6 +353,32 @@ TEST_F(RegionPainting, LabelIsWhiteOnAPlateOfTheColour) {
   EXPECT_LE(colorDistance(painted.at(paint(), QPointF(-96, -70)), blend(Qt::black, 0.12, white)), 1);
 }
 
+TEST_F(RegionPainting, LabelIsDarkWhereWhiteCouldNotBeRead) {
+  for (const char* color : {"#FFCA28", "#9CCC65"}) {
+    painted.map.regions.update(0, [&](Region& changed) { changed.color = QString::fromLatin1(color); });
+    const QImage image = paint();
+    EXPECT_GT(pointsNear(painted, image, QRectF(-92, -78, 40, 16), QColor(0x1D1D1F), 60), 40) << color;
+    EXPECT_EQ(pointsNear(painted, image, QRectF(-92, -78, 20, 16), white, 10), 0) << color;
+  }
+}
+
+TEST_F(RegionPainting, LabelStaysReadableFromAfar) {
+  painted.map.regions.update(0, [](Region& changed) { changed.rect = QRectF(-800, -600, 1600, 1200); });
+  const QImage image = painted.paint(QSize(400, 300), 1.0, 0.2);
+  int plate = 0;
+  for (int x = 0; x < 80; ++x) plate += image.pixelColor(40 + x, 32).value() < 60;
+  EXPECT_GE(plate, 14);  // the region begins at (40, 30)
+  EXPECT_LT(image.pixelColor(50, 30 + 8).value(), 250);
+}
+
+TEST_F(RegionPainting, LabelRunsBeyondANarrowRegionInsteadOfEnding) {
+  painted.map.regions.update(0, [](Region& changed) {
+    changed.rect = QRectF(-180, -80, 60, 100);
+    changed.label = QStringLiteral("A name of some words");
+  });
+  EXPECT_LT(painted.at(paint(), QPointF(-90, -77)).value(), 40);
+}
+
 TEST_F(RegionPainting, EmptyLabelKeepsThePlaceOfItsPlate) {
   painted.map.regions.update(0, [](Region& changed) { changed.label.clear(); });
   const QImage image = paint();

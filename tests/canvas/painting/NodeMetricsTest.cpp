@@ -1,3 +1,4 @@
+#include <QFontMetricsF>
 #include <gtest/gtest.h>
 
 #include "canvas/painting/NodeMetrics.h"
@@ -283,6 +284,62 @@ TEST(NodeMeasurer, EndsEveryLineThatRunsFromTheRightAtTheRightEdge) {
   EXPECT_GT(text.size.width(), 100.0);
   // The short last line too.
   for (const QGlyphRun& run : text.runs) EXPECT_NEAR(run.boundingRect().right(), text.size.width(), 4.0);
+}
+
+NodeSizing sizingOf(double fontSize) {
+  NodeSizing sizing;
+  sizing.fontSize = fontSize;
+  sizing.weight = QFont::Bold;
+  return sizing;
+}
+
+TEST(TitleLines, KeepEveryWordWholeThatFitsIntoALine) {
+  NodeMeasurer measurer;
+  for (const double fontSize : {9.0, 15.0, 22.0, 28.0, 40.0, 60.0, 200.0}) {
+    const NodeSizing sizing = sizingOf(fontSize);
+    const double limit = NodeMetrics::titleWidthLimit(fontSize);
+    const double line = measurer.shapedTitle(QStringLiteral("K"), sizing).size.height();
+    for (const QString& word : {QStringLiteral("Knowledge"), QStringLiteral("Responsibilities"),
+                                QStringLiteral("Straßenverkehrsordnung"), QStringLiteral("Wissenschaft")}) {
+      const QFont font = sizing.titleFont();
+      const double advance = QFontMetricsF(font).horizontalAdvance(word) * fontSize / font.pixelSize();
+      if (advance > limit - 1.0) continue;
+      EXPECT_EQ(measurer.shapedTitle(word, sizing).size.height(), line) << fontSize << word.toStdString();
+      // Behind another word it goes to the next line as a whole.
+      const QSizeF both = measurer.shapedTitle(QStringLiteral("Knowledge ") + word, sizing).size;
+      EXPECT_LE(both.height(), 2.01 * line) << fontSize << word.toStdString();
+    }
+  }
+}
+
+TEST(TitleLines, AreWiderWithLargerLetters) {
+  EXPECT_EQ(NodeMetrics::titleWidthLimit(15.0), 200.0);
+  EXPECT_EQ(NodeMetrics::titleWidthLimit(1.0), 200.0);
+  EXPECT_EQ(NodeMetrics::titleWidthLimit(30.0), 400.0);
+  NodeMeasurer measurer;
+  const QString word(12, QLatin1Char('o'));
+  EXPECT_GT(measurer.shapedTitle(word, sizingOf(40.0)).size.width(), 200.0);
+  EXPECT_LE(measurer.shapedTitle(QString(300, QLatin1Char('o')), sizingOf(40.0)).size.width(),
+            NodeMetrics::titleWidthLimit(40.0) + 0.01);
+}
+
+TEST(TitleLines, OfTheSmallestLettersAreShapedLarger) {
+  const NodeSizing smallest = sizingOf(1.0);
+  EXPECT_GE(smallest.titleFont().pixelSize(), 8);
+  NodeMeasurer measurer;
+  const double small = measurer.shapedTitle(QStringLiteral("Smallest"), smallest).size.height();
+  const double usual = measurer.shapedTitle(QStringLiteral("Smallest"), sizingOf(16.0)).size.height();
+  EXPECT_NEAR(small, usual / 16.0, 0.2);
+}
+
+TEST(TitleLines, BoxesHaveSizesThatSinglePrecisionHolds) {
+  PaintedMap painted;
+  for (int i = 0; i < 60; ++i) painted.addNode(QPointF(0, 0), QString(i, QLatin1Char(i % 2 ? 'w' : 'j')));
+  for (std::size_t i = 0; i < 60; ++i) {
+    const QRectF box = painted.metrics(i).box;
+    EXPECT_EQ(static_cast<double>(static_cast<float>(box.width() / 2)), box.width() / 2);
+    EXPECT_EQ(static_cast<double>(static_cast<float>(box.height() / 2)), box.height() / 2);
+  }
 }
 
 }  // namespace

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "canvas/view/CanvasRig.h"
-#include "canvas/view/RegionLayer.h"
 #include "canvas/view/RegionMaps.h"
+#include "themes/RegionColors.h"
 
 using namespace quilmora;
 using namespace quilmora::test;

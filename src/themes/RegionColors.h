@@ -11,6 +11,7 @@ struct RegionColor {
   QLatin1String name;  // for menus and screen readers
 };
 
+// The colours that regions are offered. New ones take the first seven in turn.
 inline constexpr std::array<RegionColor, 8> regionColorPalette{{
     {QLatin1String("#7C4DFF"), QLatin1String("Violet")},
     {QLatin1String("#FF7043"), QLatin1String("Orange")},
@@ -21,5 +22,6 @@ inline constexpr std::array<RegionColor, 8> regionColorPalette{{
     {QLatin1String("#9CCC65"), QLatin1String("Green")},
     {QLatin1String("#AB47BC"), QLatin1String("Purple")},
 }};
+inline constexpr std::size_t newRegionColorCount = 7;
 
 }  // namespace quilmora
