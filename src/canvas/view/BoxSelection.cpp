@@ -50,8 +50,8 @@ void selectByRectangle(EditorState& editor, const QRectF& box) {
     const std::uint32_t to = index.nodeOfNumber()[index.edgeTo()[i]];
     ++i;
     if (from == MapIndex::npos || to == MapIndex::npos) continue;
-    Cubic curve = curveOf(positions[from], positions[to], edge.controlPointOffset);
-    for (QPointF& point : curve) point = view.toView(point);
+    CubicCurve curve = curveOf(positions[from], positions[to], edge.controlPointOffset);
+    for (QPointF* point : {&curve.start, &curve.inner1, &curve.inner2, &curve.end}) *point = view.toView(*point);
     if (touches(curve, box)) edges.insert(edge.id);
   }
   editor.setSelectedNodeIDs(std::move(nodes));
