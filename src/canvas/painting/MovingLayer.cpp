@@ -117,10 +117,12 @@ void MovingLayer::paintPreviews(QPainter& painter, const std::vector<Preview>& p
   painter.setRenderHint(QPainter::Antialiasing, true);
 }
 
-// The handle from which the connection comes moves along with the pointer.
+// The handle from which the connection comes moves along with the pointer. The disc at the end of the line stands for
+// it unless that leads to a topic.
 void MovingLayer::paintMovedConnectionHandle() {
   const MapScene& scene = m_context.scene;
   const auto drag = scene.shown.connectionDrag();
+  if (!drag->targetID) return;
   const auto source = m_context.shownNode(drag->sourceID);
   if (!source || !m_context.isNodeSelected(scene.index.numberOfNode()[*source])) return;
   const QPointF center = drag->end;

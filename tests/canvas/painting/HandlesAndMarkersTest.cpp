@@ -201,7 +201,7 @@ TEST(ConnectionPainting, PreviewLeadsToTheCentreOfItsTarget) {
   EXPECT_EQ(painted.at(image, QPointF(120, 60 + bottom - 1.5)), accent);
 }
 
-TEST(ConnectionPainting, HandleFollowsTheDragWithoutItsPlus) {
+TEST(ConnectionPainting, HandleLeavesItsPlaceForTheEndOfTheLine) {
   PaintedMap painted;
   const QUuid source = painted.addNode(QPointF(-100, 0));
   painted.selectedNodes.insert(source);
@@ -212,10 +212,12 @@ TEST(ConnectionPainting, HandleFollowsTheDragWithoutItsPlus) {
   painted.scene.shown.handleDragSourceID = source;
   painted.scene.shown.handleDragEndPoint = QPointF(-20, 70);
   const QImage image = paintFinely(painted);
-  const QRectF dragged = rest.translated(80, 70);
-  EXPECT_EQ(painted.at(image, dragged.center()), accent);
-  EXPECT_EQ(pointsNear(painted, image, dragged.adjusted(5, 5, -5, -5), white), 0);
+  EXPECT_EQ(painted.at(image, QPointF(-12, 70)), accent);
+  EXPECT_GT(pointsNear(painted, image, QRectF(-26, 64, 12, 12), white), 40);
   EXPECT_EQ(painted.at(image, rest.center() + QPointF(6, 6)), white);
+  // Over a topic the line leads to its centre, and the handle stays with the pointer.
+  painted.scene.shown.handleDragTargetID = painted.addNode(QPointF(60, 90));
+  EXPECT_EQ(painted.at(paintFinely(painted), QPointF(-20, 70)), accent);
 }
 
 // --- Markers ---

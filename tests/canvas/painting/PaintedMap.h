@@ -63,7 +63,7 @@ struct PaintedMap {
   void refresh() {
     hidden.resize(map.nodes.size(), 0);
     scene.map = map;
-    scene.index = MapIndex(map.nodes, map.edges);
+    scene.index.update(map.nodes, map.edges);
     scene.tree = TreeInfo(scene.index);
     scene.hiddenNodes = SharedValue(hidden);
     scene.selectedNodeIDs = selectedNodes;
