@@ -70,7 +70,7 @@ QString pathFromUrl(const QUrl& url) {
 }
 
 QString refusalOfPath(const QString& path) {
-  if (path.contains(QChar(u'\0'))) return QStringLiteral("the name holds a null character");
+  if (path.contains(QChar(u'\0'))) return QStringLiteral("there is no such file");
   if (!path.isValidUtf16()) return QStringLiteral("the name is not UTF-8 text; rename the file first");
   return {};
 }
