@@ -48,7 +48,9 @@ TEST(RelationshipCurve, BearsNumbersBeyondReason) {
   for (double far : {1e9, 1e300, 1.7e308, qInf(), qQNaN()}) {
     const RelationshipCurve curve(QPointF(-far, far), QPointF(far, -far), QPointF(far, far));
     EXPECT_FALSE(curve.contains(QPointF(0, 0))) << far;
-    if (std::isfinite(far) && far < 1e300) EXPECT_TRUE(curve.bounds().contains(QPointF(-far, far))) << far;
+    if (std::isfinite(far) && far < 1e300) {
+      EXPECT_TRUE(curve.bounds().contains(QPointF(-far, far))) << far;
+    }
   }
 }
 
