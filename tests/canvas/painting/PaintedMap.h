@@ -65,7 +65,7 @@ struct PaintedMap {
     scene.map = map;
     scene.index.update(map.nodes, map.edges);
     scene.tree = TreeInfo(scene.index);
-    scene.hiddenNodes = SharedValue(hidden);
+    if (*scene.hiddenNodes != hidden) scene.hiddenNodes = SharedValue(hidden);
     scene.selectedNodeIDs = selectedNodes;
     scene.selectedEdgeIDs = selectedEdges;
     scene.collapsedNodeIDs = collapsed;

@@ -62,17 +62,6 @@ TEST_F(ReferencePictures, RelationshipWithItsButton) {
   EXPECT_TRUE(isReference(painted.paint(size), QStringLiteral("relationship")));
 }
 
-TEST_F(ReferencePictures, RegionsUnderADrag) {
-  for (const auto& [color, rect] :
-       {std::pair("#7C4DFF", QRectF(-100, -60, 120, 80)), {"#26A69A", QRectF(0, 0, 100, 60)}})
-    painted.map.regions.append(Region{QUuid::createUuid(), QString(), QString::fromLatin1(color), rect});
-  const QUuid dragged = painted.map.regions[1].id;
-  painted.scene.selectedRegionID = dragged;
-  painted.scene.shown.regions.draggingRegionID = dragged;
-  painted.scene.shown.regions.dragOffset = QSizeF(-30, -20);
-  EXPECT_TRUE(isReference(painted.paint(size), QStringLiteral("regions")));
-}
-
 TEST_F(ReferencePictures, PreviewsOfDraggedTopics) {
   connect(-100, 60, {16, 4, EdgeStyle::TaperEasing::linear}, "#1565C0");
   painted.selectedNodes.insert(painted.map.nodes[1].id);
