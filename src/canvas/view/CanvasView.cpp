@@ -144,7 +144,7 @@ void CanvasView::paintEvent(QPaintEvent* event) {
   const bool isNew = m_picture.show(painter, size(), ratio, view, colorFromHex(m_editor.mindMap().canvas.background),
                                     isPicture ? ScenePicture::Effort::all : ScenePicture::Effort::slice);
   // A card above the canvas may have asked for what lies below it alone.
-  if (isNew && !isPicture && event->region() != QRegion(rect())) update();
+  if (isNew && !isPicture && !QRegion(rect()).subtracted(event->region()).isEmpty()) update();
   painter.save();
   painter.scale(1.0 / ratio, 1.0 / ratio);
   m_scene.paintMoving(painter, size() * ratio, ScenePicture::onDevicePixels(view, ratio), m_picture.isSettled());

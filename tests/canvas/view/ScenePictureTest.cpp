@@ -457,7 +457,7 @@ TEST_F(PictureInWindow, AChangeOfOneTopicPaintsItsSurroundingsAlone) {
   ASSERT_EQ(titled.areas.size(), 2U);
   for (const QRectF& area : titled.areas) {
     EXPECT_TRUE(QRectF(100, 150, 400, 200).contains(area));
-    EXPECT_TRUE(area.contains(QRectF(240, 230, 120, 40)));
+    EXPECT_TRUE(area.contains(QRectF(280, 240, 40, 20)));
   }
   rig.editor.selectNode(topicId(1), false);
   rig.editor.moveSelectedNodes(QPointF(0, 200));
