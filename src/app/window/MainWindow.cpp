@@ -158,8 +158,8 @@ void MainWindow::receiveNotifications() {
   using enum Notification;
   receive(createNode, [this](const QVariant&) {
     m_commands.createNode();
-    // The letters typed next are its title.
-    if (!m_editor.isEditingInline()) m_canvas->setFocus(Qt::ShortcutFocusReason);
+    // The letters typed next are its title, but for those of a text field.
+    if (!m_editor.isEditingInline() && !isTextField(focusWidget())) m_canvas->setFocus(Qt::ShortcutFocusReason);
   });
   receive(createEdge, [this](const QVariant&) { m_commands.toggleEdgeCreation(); });
   receive(openDocument, [this](const QVariant&) {

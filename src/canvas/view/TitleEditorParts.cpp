@@ -136,7 +136,7 @@ void TitleEditor::selectAll() {
 QMimeData* TitleEditor::createMimeDataFromSelection() const {
   if (!m_isAllSelected) return QTextEdit::createMimeDataFromSelection();
   auto* copied = new QMimeData;
-  copied->setText(editableTitle());
+  copied->setData(QStringLiteral("text/plain"), editableTitle().toUtf8());
   return copied;
 }
 

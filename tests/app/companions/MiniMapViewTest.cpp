@@ -63,6 +63,9 @@ TEST_F(MiniMapViewTest, ADragGoesOnMovingTheCanvas) {
 TEST_F(MiniMapViewTest, MakesWayForTheSelectedTopicOnceTheViewRestsAndComesHome) {
   m_desktop.setPrefersStillness(true);
   startWithTwoTopics();
+  // It never leaves a pointer that is on it.
+  QTest::mouseMove(&canvas(), {5, 5});
+  settle();
   editor().createFreeNode(700, 520);
   m_scheduler.advance(100ms);
   EXPECT_EQ(view().pos(), QPoint(608, 454));
@@ -223,6 +226,7 @@ TEST(MiniMapPicture, DotsGrowThinnerWhereTheyWouldRunTogether) {
 }
 
 TEST_F(MiniMapViewTest, StandsOnTheColourOfTheCanvas) {
+  startWithTwoTopics();
   for (const char* color : {"#101014", "#FFF8E8"}) {
     MindMap map = editor().mindMap();
     map.canvas.background = QString::fromLatin1(color);

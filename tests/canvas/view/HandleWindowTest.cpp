@@ -19,25 +19,25 @@ struct HandleWindow : testing::Test {
   static QPoint shown(int x, int y) { return {400 + x, 300 + y}; }
   const SharedArray<Edge>& edges() { return rig.editor.mindMap().edges; }
   const SharedArray<Relationship>& relationships() { return rig.editor.mindMap().relationships; }
-  void dragHandleOfThird(QPoint by, Qt::KeyboardModifiers modifiers = {}) {
+  void dragHandleOfThird(QPoint to, Qt::KeyboardModifiers modifiers = {}) {
     rig.clock.advance(std::chrono::seconds(1));
     rig.click(rig.at(3));
     const QPoint handle = rig.at(3, {rig.partBeside(3, CanvasTarget::Kind::connectionHandle).value() + 3, 0});
-    rig.drag(handle, handle + by, Qt::LeftButton, modifiers);
+    rig.drag(handle, to, Qt::LeftButton, modifiers);
   }
 };
 
 }  // namespace
 
 TEST_F(HandleWindow, ConnectionHandleDrawsAnEdgeToATopic) {
-  dragHandleOfThird({195, 5});
+  dragHandleOfThird(shown(195, 165));
   ASSERT_EQ(edges().size(), 2u);
   EXPECT_EQ(edges()[1].from, topicId(3));
   EXPECT_EQ(edges()[1].to, topicId(4));
 }
 
 TEST_F(HandleWindow, ConnectionHandleWithShiftDrawsARelationship) {
-  dragHandleOfThird({200, -160}, Qt::ShiftModifier);
+  dragHandleOfThird(shown(200, 0), Qt::ShiftModifier);
   EXPECT_EQ(edges().size(), 1u);
   ASSERT_EQ(relationships().size(), 2u);
   EXPECT_EQ(relationships()[1].from, topicId(3));
@@ -45,8 +45,8 @@ TEST_F(HandleWindow, ConnectionHandleWithShiftDrawsARelationship) {
 }
 
 TEST_F(HandleWindow, ConnectionHandleOnFreeCanvasMakesAChildThereAlsoWithShift) {
-  dragHandleOfThird({-60, 70});
-  dragHandleOfThird({-160, 70}, Qt::ShiftModifier);
+  dragHandleOfThird(shown(-60, 230));
+  dragHandleOfThird(shown(-160, 230), Qt::ShiftModifier);
   ASSERT_EQ(rig.editor.mindMap().nodes.size(), 6u);
   EXPECT_EQ(rig.editor.mindMap().nodes[4].position, QPointF(-60, 230));
   EXPECT_EQ(rig.editor.mindMap().nodes[5].position, QPointF(-160, 230));

@@ -286,6 +286,9 @@ TEST_F(TitleEditing, CompositionThatBeginsBeforeTheFieldHasTheKeyboardGoesOn) {
   compose(QString(), QStringLiteral("本"));
   rig.key(Qt::Key_Return);
   EXPECT_EQ(rig.titleOf(1), QStringLiteral("日本"));
+  // The topic is still selected and takes letters.
+  EXPECT_TRUE(rig.view.testAttribute(Qt::WA_InputMethodEnabled));
+  rig.editor.clearSelection();
   EXPECT_FALSE(rig.view.testAttribute(Qt::WA_InputMethodEnabled));
 }
 

@@ -66,7 +66,10 @@ class WindowRig {
     mouse(QTest::MouseRelease, to, button, modifiers);
   }
   void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(handle(), key, modifiers); }
-  void type(const QString& text) { QTest::keyClicks(QApplication::focusWidget(), text); }
+  // Each letter goes to what has the keyboard by then.
+  void type(const QString& text) {
+    for (const QChar letter : text) QTest::keyClicks(QApplication::focusWidget(), QString(letter));
+  }
   // How far right of a topic's centre, in view pixels, the pointer first finds this button or handle of it.
   std::optional<int> partBeside(int number, CanvasTarget::Kind kind) {
     for (int x = -120; x <= 120; ++x) {
