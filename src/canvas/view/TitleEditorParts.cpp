@@ -136,7 +136,8 @@ void TitleEditor::selectAll() {
 QMimeData* TitleEditor::createMimeDataFromSelection() const {
   if (!m_isAllSelected) return QTextEdit::createMimeDataFromSelection();
   auto* copied = new QMimeData;
-  copied->setText(editableTitle());
+  const QString title = editableTitle();
+  copied->setText(title);
   return copied;
 }
 
