@@ -45,14 +45,17 @@ void requireFilePath(const QString& path) {
   if (const QString refusal = refusalOfPath(path); !refusal.isEmpty()) throw FileError(refusal);
 }
 
-// The extension of the files that begin like this.
+// The extension of the files that begin like this. Throws FileError for XML of another kind.
 QString kindOf(const QByteArray& bytes) {
   const qsizetype mark = bytes.startsWith("\xEF\xBB\xBF") ? 3 : 0;
   const QByteArray begin = bytes.mid(mark, 4096).trimmed();
   if (begin.startsWith('<')) {
     QXmlStreamReader reader(bytes);
-    reader.readNextStartElement();
-    return reader.name() == QLatin1String("map") ? QStringLiteral("mm") : QStringLiteral("opml");
+    const bool hasRoot = reader.readNextStartElement();
+    if (reader.name() == QLatin1String("map")) return QStringLiteral("mm");
+    // The importer tells what is wrong with XML that has no root.
+    if (!hasRoot || reader.name() == QLatin1String("opml")) return QStringLiteral("opml");
+    throw FileError(QStringLiteral("this XML is neither OPML nor FreeMind"));
   }
   return !begin.isEmpty() && QByteArrayView("#-*+").contains(begin.front()) ? QStringLiteral("md")
                                                                             : QStringLiteral("json");

@@ -58,7 +58,7 @@ TEST_F(CommandKeysTest, TheKeyThatIsShownIsTheKeyThatWorks) {
       ++count;
     }
   }
-  EXPECT_GE(count, 30);
+  EXPECT_GE(count, 27);
 }
 
 TEST_F(CommandKeysTest, EveryRowIsInAMenuOrTheToolbar) {

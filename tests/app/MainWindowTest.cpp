@@ -62,9 +62,9 @@ TEST_F(MainWindowTest, TheCornerRadiusInTheSettingsChangesNothingOnTheCanvas) {
   m_settings.setReal(settings::nodeCornerRadius, 20.0);
   start();
   EXPECT_EQ(shown(), before);
-  // The picture does show how corners are: another shape is another picture.
+  // The picture does show the topic: in another colour it is another picture.
   MindMap map = editor().mindMap();
-  map.nodes.update(0, [](Node& node) { node.style.shape = NodeStyle::Shape::rectangle; });
+  map.nodes.update(0, [](Node& node) { node.style.fill = QStringLiteral("#00FF00"); });
   editor().setMindMap(map);
   EXPECT_NE(shown(), before);
 }
@@ -282,7 +282,8 @@ TEST_F(MainWindowTest, KeysOfTheWindowComeBeforeThoseThatATextFieldHasOfItsOwn) 
   EXPECT_FALSE(editor().quickLookNodeID());
   QTest::keyClick(&field, Qt::Key_N, Qt::ControlModifier);
   EXPECT_EQ(editor().mindMap().nodes.size(), topics + 1);
-  EXPECT_TRUE(field.hasFocus());
+  // A new topic is there to be named.
+  EXPECT_TRUE(window().canvas().hasFocus());
 }
 
 TEST_F(MainWindowTest, TitleThatIsBeingEditedKeepsTheKeysThatRestMeanwhile) {
@@ -417,7 +418,7 @@ TEST_F(MainWindowTest, ImagesComeFromThePanelAndFromDrops) {
   EXPECT_TRUE(editor().nodeByID(topic)->imageData);
   EXPECT_TRUE(m_alerts.messages.isEmpty());
   Q_EMIT window().canvas().imageDropped(topic, path("missing.png"));
-  EXPECT_EQ(m_alerts.messages, QStringList{QStringLiteral("Failed to add image: missing.png: Not a file")});
+  EXPECT_EQ(m_alerts.messages, QStringList{QStringLiteral("Failed to add image: missing.png: there is no such file")});
 }
 
 TEST_F(MainWindowTest, KeysReachTheTextFieldBeforeTheMenus) {
