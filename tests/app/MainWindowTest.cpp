@@ -417,7 +417,7 @@ TEST_F(MainWindowTest, ImagesComeFromThePanelAndFromDrops) {
   EXPECT_TRUE(editor().nodeByID(topic)->imageData);
   EXPECT_TRUE(m_alerts.messages.isEmpty());
   Q_EMIT window().canvas().imageDropped(topic, path("missing.png"));
-  EXPECT_EQ(m_alerts.messages, QStringList{QStringLiteral("Failed to add image: missing.png: Not a file")});
+  EXPECT_EQ(m_alerts.messages, QStringList{QStringLiteral("Failed to add image: missing.png: there is no such file")});
 }
 
 TEST_F(MainWindowTest, KeysReachTheTextFieldBeforeTheMenus) {
