@@ -17,7 +17,7 @@ bool isJudged(const std::string& path) {
 
 // What stands before a call of the same name that shows nothing: settings, data for the clipboard, whole actions.
 bool isAnotherCall(const std::string& before) {
-  return before.ends_with("ettings.") || before.ends_with("data->") || before.ends_with("m_window->");
+  return before.ends_with("ettings.") || before.ends_with("copied->") || before.ends_with("m_window->");
 }
 
 // Every call that shows a text by the toolkit's own road, unless the text is a literal: a line for each, "path:line".
