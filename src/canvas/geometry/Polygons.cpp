@@ -19,10 +19,12 @@ struct HalfPlane {
 QPointF crossing(const HalfPlane& plane, QPointF a, double excessA, QPointF b, double excessB) {
   // The weights stay in 0 to 1 whatever the sizes, so that the products cannot overflow.
   const double t = excessA / (excessA - excessB);
-  const QPointF point = a * (1.0 - t) + b * t;
+  const auto between = [t](double from, double to) {
+    return std::clamp(from * (1.0 - t) + to * t, std::min(from, to), std::max(from, to));
+  };
   // On the limit itself: between numbers that are far apart rounding would leave the crossing far outside.
-  return plane.isHorizontal ? QPointF(plane.limit * plane.sign, point.y())
-                            : QPointF(point.x(), plane.limit * plane.sign);
+  const double limit = plane.limit * plane.sign;
+  return plane.isHorizontal ? QPointF(limit, between(a.y(), b.y())) : QPointF(between(a.x(), b.x()), limit);
 }
 
 }  // namespace
