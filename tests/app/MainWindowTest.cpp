@@ -282,8 +282,8 @@ TEST_F(MainWindowTest, KeysOfTheWindowComeBeforeThoseThatATextFieldHasOfItsOwn) 
   EXPECT_FALSE(editor().quickLookNodeID());
   QTest::keyClick(&field, Qt::Key_N, Qt::ControlModifier);
   EXPECT_EQ(editor().mindMap().nodes.size(), topics + 1);
-  // A new topic is there to be named.
-  EXPECT_TRUE(window().canvas().hasFocus());
+  // Who types in a field goes on there.
+  EXPECT_TRUE(field.hasFocus());
 }
 
 TEST_F(MainWindowTest, TitleThatIsBeingEditedKeepsTheKeysThatRestMeanwhile) {

@@ -235,7 +235,8 @@ TEST_F(MiniMapViewTest, StandsOnTheColourOfTheCanvas) {
     const QImage picture = canvas().grab().toImage();
     const QPoint corner = view().mapTo(&canvas(), view().mapRect().topLeft().toPoint() + QPoint(6, 6));
     const QColor ground = picture.pixelColor(corner * picture.devicePixelRatio());
-    EXPECT_NEAR(ground.lightness(), QColor(QLatin1String(color)).lightness(), 30) << color;
+    // A share of what lies below shines through.
+    EXPECT_NEAR(ground.lightness(), QColor(QLatin1String(color)).lightness(), 40) << color;
   }
 }
 

@@ -39,6 +39,8 @@ class Walk {
   using Action = std::pair<const char*, std::function<void()>>;
 
   Walk(MindMap map, unsigned seed) : m_random(seed), m_rig(std::move(map)), m_editor(m_rig.editor) {
+    // The mark of an open title would come and go between two pictures.
+    QApplication::setCursorFlashTime(0);
     m_rig.view.assumeSlices(2 + below(300));
     addCommands();
     addGestures();
