@@ -2,9 +2,9 @@
 
 #include "ai/AIProviderError.h"
 #include "ai/AITreeNode.h"
+#include "model/DocumentError.h"
 #include "model/JsonDiagnosis.h"
 #include "model/JsonRecord.h"
-#include "model/MindMapDocument.h"
 
 namespace quilmora {
 

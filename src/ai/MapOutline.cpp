@@ -42,9 +42,9 @@ QString mapOutline(const MindMap& map, const MapIndex& index, const TreeInfo& tr
         continue;
       }
       const std::uint32_t number = level.numbers[level.next++];
-      const std::uint32_t position = number < index.numberCount() ? index.nodeOfNumber()[number] : MapIndex::npos;
-      if (position == MapIndex::npos) continue;
-      lines << lineOf(map.nodes[position], static_cast<int>(open.size()) - 1);
+      const std::uint32_t ordinal = number < index.numberCount() ? index.nodeOfNumber()[number] : MapIndex::npos;
+      if (ordinal == MapIndex::npos) continue;
+      lines << lineOf(map.nodes[ordinal], static_cast<int>(open.size()) - 1);
       open.push_back({tree.childNumbers(number)});
     }
   }

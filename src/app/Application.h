@@ -5,7 +5,7 @@
 #include <QObject>
 #include <QStringList>
 
-#include "app/Machine.h"
+#include "app/window/Machine.h"
 #include "editor/RecentFiles.h"
 #include "platform/Notifications.h"
 

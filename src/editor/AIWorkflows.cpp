@@ -125,8 +125,8 @@ void AIWorkflows::summarizeBranch(const QUuid& nodeID) {
       if (!isStillOpen(document)) return;
       m_editor.captureSnapshot(false);
       MindMap map = m_editor.mindMap();
-      if (const std::uint32_t position = m_editor.mapIndex().find(nodeID); position != MapIndex::npos) {
-        map.nodes.update(position, [&](Node& node) { node.notes = summary; });
+      if (const std::uint32_t ordinal = m_editor.mapIndex().find(nodeID); ordinal != MapIndex::npos) {
+        map.nodes.update(ordinal, [&](Node& node) { node.notes = summary; });
         map.updatedAt = m_services.clock.now();
       }
       m_editor.setMindMap(std::move(map));

@@ -87,18 +87,18 @@ QString DocumentSession::createdDefaultFolder() const {
   return m_services.defaultFolder;
 }
 
-QString DocumentSession::writeTo(const QString& path) {
+Outcome DocumentSession::writeTo(const QString& path) {
   try {
-    const QString error = m_services.writer.write(path, encodeDocument(m_editor.mindMap()));
-    if (!error.isEmpty()) return error;
+    Outcome written = m_services.writer.write(path, encodeDocument(m_editor.mindMap()));
+    if (!written.isDone()) return written;
     m_keptMap = m_editor.mindMap();
     m_retryDelay = firstRetryDelay;
     setAutoSaveProblem({});
-    return {};
+    return written;
   } catch (const DocumentError& error) {
-    return error.message();
+    return Outcome::failed(error.message());
   } catch (const std::bad_alloc&) {
-    return noMemory();
+    return Outcome::failed(noMemory());
   }
 }
 
@@ -106,8 +106,9 @@ void DocumentSession::saveDocument() {
   const std::optional<QString> path = m_editor.lastSavedFilePath();
   QString reason;
   if (m_editor.hasExplicitSavePath() && path) {
-    reason = writeTo(*path);
-    if (reason.isEmpty()) {
+    const Outcome written = writeTo(*path);
+    reason = written.reason();
+    if (written.isDone()) {
       m_editor.recordSaveLocation(path, true);
       m_services.recentFiles.add(*path);
       return;
@@ -130,9 +131,8 @@ void DocumentSession::askAndSave(const QString& reason) {
   if (!guard || !chosen || installCount != m_installCount) return;
   const QString path = withDocumentExtension(absolutePath(*chosen));
   const MindMap autoSaved = m_keptMap;
-  const QString error = writeTo(path);
-  if (!error.isEmpty()) {
-    Q_EMIT errorRaised(QStringLiteral("Failed to save document: ") + error);
+  if (const Outcome written = writeTo(path); !written.isDone()) {
+    Q_EMIT errorRaised(QStringLiteral("Failed to save document: ") + written.reason());
     return;
   }
   removeAutoSaved(autoSaved, path);
@@ -216,12 +216,12 @@ void DocumentSession::loadChosen(const QString& path, Pending pending) {
     if (hasUnkeptChanges()) {
       // They may be the chosen file's own, and the open map goes only once they are kept.
       const bool isCopied = pending == Pending::copied;
-      if (const QString error = isCopied ? writeRescueCopy().error : writePendingChanges(); !error.isEmpty()) {
+      if (const Outcome kept = isCopied ? writeRescueCopy().outcome : writePendingChanges(); !kept.isDone()) {
         endOpening();
         if (isCopied)
-          raise(QStringLiteral("Failed to save document: ") + error);
+          raise(QStringLiteral("Failed to save document: ") + kept.reason());
         else
-          Q_EMIT changesNotKept(path, error);
+          Q_EMIT changesNotKept(path, kept.reason());
         return;
       }
       map = decodeDocumentAt(path);
@@ -242,8 +242,8 @@ void DocumentSession::loadChosen(const QString& path, Pending pending) {
 }
 
 void DocumentSession::replaceWithImported(const MindMap& map) {
-  if (const QString error = keepBeforeImport(); !error.isEmpty()) {
-    Q_EMIT errorRaised(QStringLiteral("Failed to save document: ") + error);
+  if (const Outcome kept = keepBeforeImport(); !kept.isDone()) {
+    Q_EMIT errorRaised(QStringLiteral("Failed to save document: ") + kept.reason());
     return;
   }
   ++m_installCount;
@@ -258,8 +258,8 @@ void DocumentSession::replaceWithImported(const MindMap& map) {
 
 // A map that was never written gets a file of its own in the default folder, which does not become the document's
 // place: the next save would overwrite it.
-QString DocumentSession::keepBeforeImport() {
-  if (!hasUnkeptChanges()) return {};
+Outcome DocumentSession::keepBeforeImport() {
+  if (!hasUnkeptChanges()) return Outcome::done();
   return m_editor.lastSavedFilePath() ? writePendingChanges() : writeTo(freePathInDefaultFolder());
 }
 
@@ -287,9 +287,9 @@ void DocumentSession::zoomToFitAfter(std::chrono::milliseconds delay) {
 // the map is written or replaced.
 void DocumentSession::autoSave() {
   if (!m_editor.isDirty()) return;
-  const QString error = writePendingChanges();
-  if (error.isEmpty()) return;
-  setAutoSaveProblem(error);
+  const Outcome written = writePendingChanges();
+  if (written.isDone()) return;
+  setAutoSaveProblem(written.reason());
   autoSaveAfter(m_retryDelay);
   m_retryDelay = std::min(2 * m_retryDelay, longestRetryDelay);
 }
@@ -299,25 +299,26 @@ bool DocumentSession::hasUnkeptChanges() const {
   return m_editor.isDirty() || m_editor.mindMap() != m_keptMap;
 }
 
-QString DocumentSession::writePendingChanges() {
+Outcome DocumentSession::writePendingChanges() {
   const std::optional<QString> path = m_editor.lastSavedFilePath();
   if (!path) {
     const QString place = freePathInDefaultFolder();
-    const QString error = writeTo(place);
-    if (!error.isEmpty()) return error;
+    Outcome written = writeTo(place);
+    if (!written.isDone()) return written;
     m_autoSavedPlace = place;
     m_editor.recordSaveLocation(place, false);
-    return {};
+    return written;
   }
-  const QString error = writeTo(*path);
-  if (!error.isEmpty()) {
+  Outcome written = writeTo(*path);
+  if (!written.isDone()) {
     // A place that goes on refusing for the same reason is told of once.
-    if (error != m_autoSaveProblem) log(QStringLiteral("Quilmora: auto-save FAILED for %1: %2").arg(*path, error));
-    return error;
+    if (written.reason() != m_autoSaveProblem)
+      log(QStringLiteral("Quilmora: auto-save FAILED for %1: %2").arg(*path, written.reason()));
+    return written;
   }
   m_editor.recordSaveLocation(path, false);
   log(QStringLiteral("Quilmora: auto-saved to ") + *path);
-  return {};
+  return written;
 }
 
 QString DocumentSession::freePathInDefaultFolder() const {
@@ -333,9 +334,9 @@ QString DocumentSession::freePathInDefaultFolder() const {
 // place.
 void DocumentSession::saveForQuit() {
   endOpening();
-  if (!hasUnkeptChanges() || writePendingChanges().isEmpty() || !m_editor.lastSavedFilePath()) return;
+  if (!hasUnkeptChanges() || writePendingChanges().isDone() || !m_editor.lastSavedFilePath()) return;
   const RescueCopy copy = writeRescueCopy();
-  if (!copy.error.isEmpty()) return;
+  if (!copy.outcome.isDone()) return;
   SettingsStore& settings = m_services.editor.settings;
   settings.setText(settings::lastSavedFilePath, copy.path);
   if (const auto made = m_services.editor.bookmarks.make(copy.path, Bookmarks::Kind::plain); !made.data.isEmpty()) {
@@ -347,10 +348,10 @@ void DocumentSession::saveForQuit() {
 
 DocumentSession::RescueCopy DocumentSession::writeRescueCopy() {
   const QString place = freePathInDefaultFolder();
-  const QString error = writeTo(place);
-  log(error.isEmpty() ? QStringLiteral("Quilmora: saved a rescue copy to ") + place
-                      : QStringLiteral("Quilmora: rescue copy FAILED: ") + error);
-  return {place, error};
+  Outcome written = writeTo(place);
+  log(written.isDone() ? QStringLiteral("Quilmora: saved a rescue copy to ") + place
+                       : QStringLiteral("Quilmora: rescue copy FAILED: ") + written.reason());
+  return {place, std::move(written)};
 }
 
 QString DocumentSession::noMemory() {

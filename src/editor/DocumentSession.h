@@ -8,6 +8,7 @@
 #include "editor/MindMapViewModel.h"
 #include "model/MindMapDocument.h"
 #include "platform/Notifications.h"
+#include "platform/Outcome.h"
 #include "platform/Scheduler.h"
 
 namespace quilmora {
@@ -90,7 +91,7 @@ class DocumentSession : public QObject {
   };
   struct RescueCopy {
     QString path;
-    QString error;  // empty when it was written
+    Outcome outcome;
   };
   enum class Pending { written, copied };
 
@@ -103,15 +104,14 @@ class DocumentSession : public QObject {
   void endOpening();
   void reopen(const LastDocument& last);
   QString createdDefaultFolder() const;
-  QString writeTo(const QString& path);
+  Outcome writeTo(const QString& path);
   // `reason` tells why the user is asked.
   void askAndSave(const QString& reason);
   void removeAutoSaved(const MindMap& autoSaved, const QString& newPath);
   bool hasUnkeptChanges() const;
   QString freePathInDefaultFolder() const;
-  // An empty text, or why nothing was written.
-  QString keepBeforeImport();
-  QString writePendingChanges();
+  Outcome keepBeforeImport();
+  Outcome writePendingChanges();
   void saveForQuit();
   RescueCopy writeRescueCopy();
   void loadChosen(const QString& path, Pending pending = Pending::written);

@@ -30,8 +30,7 @@ ExportOutcome writeExport(const MindMap& map, ExportFormat format, const QString
   const bool isPicture = format == ExportFormat::png || format == ExportFormat::pdf;
   try {
     if (isPicture) return exportPicture(map, format, path, writer, progress, stop);
-    const QString problem = writer.write(path, exportedText(map, format).value());
-    return problem.isEmpty() ? ExportOutcome{} : ExportOutcome::failure(problem);
+    return ExportOutcome::of(writer.write(path, exportedText(map, format).value()));
   } catch (const ExportError& error) {
     return ExportOutcome::failure(error.message());
   } catch (const std::bad_alloc&) {

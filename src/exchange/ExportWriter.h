@@ -7,12 +7,13 @@
 
 #include "exchange/ExportFormat.h"
 #include "model/MindMap.h"
+#include "platform/Outcome.h"
 
 namespace quilmora {
 
 class FileWriter;
 
-// Hears, now and then, which share of a long export is done, from 0 to 1. Whoever shows a window lets it paint here.
+// Told now and then how much of a long export is done, from 0 to 1.
 using ExportProgress = std::function<void(double share)>;
 
 struct ExportOutcome {
@@ -27,6 +28,9 @@ struct ExportOutcome {
   QString reason;  // fit to be shown
 
   static ExportOutcome failure(const QString& reason) { return {State::failed, reason}; }
+  static ExportOutcome of(const Outcome& written) {
+    return written.isDone() ? ExportOutcome() : failure(written.reason());
+  }
 };
 
 // Writes a map in a format, whatever the extension of `path`. Unless it is written whole, the path stays as it was.

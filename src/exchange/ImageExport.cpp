@@ -40,13 +40,12 @@ ExportOutcome exportPicture(const MindMap& map, ExportFormat format, const QStri
         QStringLiteral("“%1” could not be written. The disk has no room for the parts of the picture.")
             .arg(file.fileName()));
   if (stop.stop_requested()) return {ExportOutcome::State::canceled, {}};
-  if (end != PictureStreamEnd::done && output->append(nullptr, 0))
+  if (end != PictureStreamEnd::done && !output->hasFailed())
     return ExportOutcome::failure(
         QStringLiteral("“%1” could not be written. The picture is too large for this kind of file.")
             .arg(file.fileName()));
   // A file that stopped the picture tells why.
-  const QString problem = output->commit();
-  return problem.isEmpty() ? ExportOutcome() : ExportOutcome::failure(problem);
+  return ExportOutcome::of(output->commit());
 }
 
 }  // namespace quilmora

@@ -6,7 +6,7 @@
 
 namespace quilmora {
 
-// What all imports share: the map that they begin with, their topics and edges, and where the topics stand.
+// What all imports share: the empty map they start from, their topics and edges, and where topics are placed.
 
 // A map of more topics takes gigabytes; imports refuse it.
 inline constexpr std::size_t maxImportedTopics = 1'000'000;
@@ -16,7 +16,7 @@ MindMap importedMap(const QString& title, const Clock& clock);
 
 // A topic with a new id and the default style, at (0, 0).
 Node importedNode(QString title, QString notes);
-// An edge with a new id and the default style, which owes nothing to the theme in force.
+// An edge with a new id and the default style, whatever the current theme is.
 Edge importedEdge(const QUuid& from, const QUuid& to);
 
 // Gives topics their places: at depth d, as number s of its level from 0, a topic stands at (d × 200 + 100, s × 100 +

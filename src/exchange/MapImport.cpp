@@ -6,7 +6,7 @@
 #include "exchange/FreeMindParser.h"
 #include "exchange/MarkdownImport.h"
 #include "exchange/OPMLParser.h"
-#include "model/MindMapDocument.h"
+#include "model/DocumentReader.h"
 #include "platform/RegularFile.h"
 
 namespace quilmora {

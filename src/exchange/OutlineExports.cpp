@@ -1,7 +1,7 @@
 #include "exchange/ExportText.h"
 #include "exchange/TextExports.h"
 #include "exchange/TopicTable.h"
-#include "model/MindMapDocument.h"
+#include "model/DocumentWriter.h"
 #include "model/StoredText.h"
 
 namespace quilmora {

@@ -24,7 +24,7 @@ struct PaintTools {
   PaintTools();
 };
 
-// A few threads that take tasks in the order in which they were posted. What is not begun when the crew goes is
+// A few threads that take tasks in the order they were posted. Tasks that have not begun when the crew is destroyed are
 // dropped.
 class PaintCrew {
  public:
@@ -34,7 +34,7 @@ class PaintCrew {
   PaintCrew(const PaintCrew&) = delete;
   PaintCrew& operator=(const PaintCrew&) = delete;
 
-  // As many threads as pay here.
+  // How many threads are worth having on this machine.
   static int usualSize();
   int size() const { return static_cast<int>(m_threads.size()); }
 

@@ -11,11 +11,11 @@ namespace quilmora {
 
 class FileStream;
 
-// Writes a PDF file of one page that is filled by one picture, around the compressed rows of it. Each returns false
-// once the file failed.
+// Writes a PDF file of one page, filled by one picture whose rows arrive compressed. Each function returns false once
+// the file has failed.
 class PdfWriter {
  public:
-  // `page` is in points. A page beyond what readers allow is counted in larger units, and as large all the same.
+  // `page` is in points. A page larger than readers allow is measured in larger units, so that it keeps its size.
   PdfWriter(FileStream& file, PictureSize size, QSizeF page) : m_file(file), m_size(size), m_page(page) {}
 
   bool begin();

@@ -14,7 +14,7 @@
 
 namespace quilmora {
 
-// Pixels of a whole picture, more than an int can count.
+// The size of a whole picture in pixels, which may exceed an int.
 struct PictureSize {
   std::int64_t width = 0;
   std::int64_t height = 0;
@@ -30,10 +30,10 @@ QRectF pictureBounds(const MindMap& map, double margin = 80.0);
 // up to 2^31 - 1, and 2^38 pixels in all.
 std::optional<PictureSize> pictureSize(const QRectF& bounds);
 
-// What a picture shows of a map. Never changes once it is made, so that several threads can paint its parts at a time.
+// What a picture shows of a map. It never changes once made, so several threads can paint parts of it at once.
 class PictureScene {
  public:
-  // Positions of what a part of the picture may show, in `nodes` and `edges`, in ascending order.
+  // Ordinals in `nodes` and `edges` of what a part of the picture may show, ascending.
   using Content = ScenePlan::Part;
   // Pixels of the picture.
   struct Range {

@@ -12,11 +12,11 @@ namespace quilmora {
 
 // How a picture is cut into the parts that are painted at a time. The picture is the same however it is cut.
 struct PictureParts {
-  std::int64_t pixelCount = 4LL * 1024 * 1024;  // of a part, about
+  std::int64_t pixelCount = 4LL * 1024 * 1024;  // roughly, of one part
   int maxWidth = 16384;                         // a wider picture is cut into columns, too
   int columnWidth = 8192;
   std::int64_t bandPixelCount = 1LL << 32;  // of a band of such a wide picture, at most
-  int threads = 0;                          // as many as pay
+  int threads = 0;                          // 0 means as many as are worth having
 };
 
 enum class PictureStreamEnd {
@@ -27,9 +27,9 @@ enum class PictureStreamEnd {
 };
 
 // Paints a picture part by part and hands its rows on as one stream in the zlib format: 8 bit red, green and blue, each
-// row behind the number of its PNG filter. Takes no more memory for a larger picture. `take` gets the stream piece by
-// piece and returns false to stop. `progress` gets the share that is done. Both are called in the calling thread. What
-// has to wait for its turn goes into a file without a name in `folder` when it is much.
+// row behind the number of its PNG filter. Memory does not grow with the picture. `take` receives the stream piece by
+// piece and returns false to stop; `progress` receives the share done; both run in the calling thread. When much has to
+// wait for its turn it goes into an unnamed file in `folder`.
 PictureStreamEnd streamPicture(const PictureScene& scene, const QString& folder,
                                const std::function<bool(const char*, qsizetype)>& take,
                                const std::function<void(double)>& progress = {}, const std::stop_token& stop = {},

@@ -7,8 +7,8 @@
 
 namespace quilmora {
 
-// Tells band by band, from the top down, what of a map a band of rows may show, without looking at all of the map
-// again.
+// Tells, band by band from the top down, what a band of rows may show of a map, without going through the whole map
+// each time.
 class PictureSweep {
  public:
   explicit PictureSweep(const PictureScene& scene);

@@ -8,8 +8,8 @@
 
 namespace quilmora {
 
-// A stretch of a compressed stream that needs nothing of what stands before it: whole bytes of deflate blocks.
-// Stretches in a row, with a head and an end, make a stream in the zlib format, which PNG and PDF share.
+// A stretch of a compressed stream that does not depend on what precedes it: deflate blocks in whole bytes. Stretches
+// in sequence, between a header and a trailer, form a stream in the zlib format, which PNG and PDF share.
 struct DeflatedStretch {
   std::vector<char> bytes;
   std::uint32_t checksum = 1;   // Adler-32 of what it was made from
@@ -26,9 +26,9 @@ class StretchDeflater {
   StretchDeflater(const StretchDeflater&) = delete;
   StretchDeflater& operator=(const StretchDeflater&) = delete;
 
-  // Starts where there is nothing under way.
+  // Starts a stretch if none is under way.
   void append(const std::uint8_t* data, std::size_t size);
-  // Adds what was appended since the last time to `target`, and begins anew.
+  // Adds what was appended since the last call to `target`, and starts over.
   void finish(DeflatedStretch& target);
 
  private:
@@ -37,13 +37,13 @@ class StretchDeflater {
 };
 
 // Rows of 8 bit red, green and blue, each behind the number of its PNG filter: the first row of a part as it stands,
-// and later ones as the difference from the row above, so that parts of a picture need nothing of each other.
+// and later ones as the difference from the row above, so that the parts of a picture are independent.
 inline constexpr std::uint8_t filterNone = 0;
 inline constexpr std::uint8_t filterUp = 2;
 inline constexpr int bytesPerPixel = 3;
 
-// Rows without a change, many times needed: compressed once for a width. `isWithFilter` counts the filter's number to
-// each row. For several threads.
+// Unchanged rows, which are needed many times: compressed once per width. With `isWithFilter` each row includes its
+// filter's number. Safe to share between threads.
 class SteadyRows {
  public:
   static constexpr int blockRows = 32;

@@ -8,8 +8,8 @@ namespace quilmora {
 
 class FileStream;
 
-// Writes a PNG file of 8 bit red, green and blue around the compressed rows of a picture, marked as having two pixels a
-// point (144 an inch). Each returns false once the file failed.
+// Writes a PNG file with 8 bits each of red, green and blue from a picture whose rows arrive compressed; two pixels a
+// point (144 per inch). Each function returns false once the file has failed.
 class PngWriter {
  public:
   PngWriter(FileStream& file, PictureSize size) : m_file(file), m_size(size) {}

@@ -4,7 +4,7 @@
 
 namespace quilmora {
 
-// Compresses the rows of one part after the other, each by what suits it. For one thread.
+// Compresses the rows of one part after another, each part with the compressor that suits it. For one thread.
 class RowDeflater {
  public:
   // The rows of a part as wide as the picture: `pixels` are `rows` rows of `width` opaque pixels without gaps.

@@ -7,14 +7,14 @@
 
 namespace quilmora {
 
-// Compresses rows of which little differs from the row above: much faster than a general compressor, because it never
-// touches what is the same. One code for all that suits such rows, and repeats of a byte or of a pixel only. For one
-// thread.
+// Compresses rows that differ little from the row above: much faster than a general compressor, because it never
+// touches what stays the same. It uses one fixed code that suits such rows, and repeats of a byte or a pixel only. For
+// one thread.
 class SparseDeflater {
  public:
   // A row behind its filter's number, or without it: as it stands where there is no row above.
   void row(const QRgb* pixels, const QRgb* above, int width, bool isWithFilter);
-  // Adds the rows since the last time to `target`, and begins anew.
+  // Adds the rows since the last call to `target`, and starts over.
   void finish(DeflatedStretch& target);
 
  private:

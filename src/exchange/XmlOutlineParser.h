@@ -41,9 +41,8 @@ class XmlOutlineParser {
 
   Form m_form;
   QByteArray m_xml;
-  MindMap m_mindMap;                  // without topics until the end
-  std::optional<Node> m_currentNode;  // stays empty: a topic is complete with its opening tag
-  std::vector<QUuid> m_nodeStack;     // open elements from the outermost to the innermost
+  MindMap m_mindMap;               // without topics until the end
+  std::vector<QUuid> m_nodeStack;  // open elements from the outermost to the innermost
   LevelPlaces m_places;
   SharedArray<Node> m_nodes;  // in the order of the opening tags
   SharedArray<Edge> m_edges;  // in the order of the opening tags of the children

@@ -9,8 +9,7 @@ namespace quilmora {
 // An XML text in UTF-8 as it goes to the parser. A raw line end inside an attribute's value becomes a character
 // reference, because a parser makes a blank of it and exports write the lines of a note so. Refuses what well-formed
 // files could use to keep the parser busy or to fill the memory: its time grows with the square of an element's
-// attributes, and entities and attribute defaults multiply the text. Whatever else is wrong is left for the parser to
-// find.
+// attributes, and entities and attribute defaults multiply the text. Any other fault is left to the parser.
 class XmlText {
  public:
   // No topic, and nothing real, comes near these.

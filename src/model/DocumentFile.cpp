@@ -1,3 +1,5 @@
+#include "model/DocumentFile.h"
+
 #include <cerrno>
 #include <cstring>
 
@@ -9,7 +11,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "model/MindMapDocument.h"
+#include "model/DocumentReader.h"
+#include "model/DocumentWriter.h"
 #include "model/PaddedText.h"
 #include "platform/FileWriter.h"
 #include "platform/Paths.h"
@@ -23,16 +26,7 @@ namespace {
 constexpr QLatin1String documentName("document.json");
 
 [[noreturn]] void failWithSystemError(int error) {
-  switch (error) {
-    case ENOENT:
-    case ENOTDIR:
-      throw DocumentError(QStringLiteral("there is no such file"));
-    case EACCES:
-    case EPERM:
-      throw DocumentError(QStringLiteral("permission denied"));
-    default:
-      throw DocumentError(qt_error_string(error));
-  }
+  throw DocumentError(readingFailure(error));
 }
 
 PaddedText readWhole(const QByteArray& path) try {
@@ -59,8 +53,8 @@ PaddedText readWhole(const QByteArray& path) try {
 }
 
 void writeFile(const QString& path, const QByteArray& bytes) {
-  const QString failure = DiskFileWriter().write(path, bytes);
-  if (!failure.isEmpty()) throw DocumentError(failure);
+  const Outcome written = DiskFileWriter().write(path, bytes);
+  if (!written.isDone()) throw DocumentError(written.reason());
 }
 
 void ensureFolder(const QString& path) {
@@ -95,7 +89,7 @@ MindMap decodeDocumentAt(const QString& path) {
   const QByteArray inner = outer + '/' + documentName.data();
   struct stat status {};
   const bool isPackage = ::stat(inner.constData(), &status) == 0;
-  return readDocument(readWhole(isPackage ? inner : outer));
+  return decodePadded(readWhole(isPackage ? inner : outer));
 }
 
 void writePackage(const MindMap& map, const QString& path) {

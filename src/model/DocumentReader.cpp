@@ -1,9 +1,10 @@
+#include "model/DocumentReader.h"
+
 #include <algorithm>
 #include <cstring>
 
 #include "model/JsonDiagnosis.h"
 #include "model/JsonRecord.h"
-#include "model/MindMapDocument.h"
 #include "model/PaddedText.h"
 
 namespace quilmora {
@@ -241,13 +242,13 @@ PaddedText padded(const QByteArray& bytes) {
 
 }  // namespace
 
-MindMap readDocument(PaddedText text) {
+MindMap decodePadded(PaddedText text) {
   const simdjson::dom::document document = parseWhole(std::move(text));
   return MapReader().readMap(document.root());
 }
 
 MindMap decodeDocument(const QByteArray& json) {
-  return readDocument(padded(json));
+  return decodePadded(padded(json));
 }
 
 EdgeStyle decodeEdgeStyle(const QByteArray& json) {

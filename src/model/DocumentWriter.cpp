@@ -1,5 +1,6 @@
+#include "model/DocumentWriter.h"
+
 #include "model/JsonWriter.h"
-#include "model/MindMapDocument.h"
 #include "model/StoredText.h"
 
 namespace quilmora {

@@ -9,7 +9,7 @@
 #include <locale.h>
 #include <stdlib.h>
 
-#include "model/MindMapDocument.h"
+#include "model/DocumentError.h"
 
 namespace quilmora::json {
 

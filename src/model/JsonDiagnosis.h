@@ -6,7 +6,7 @@
 
 namespace quilmora::json {
 
-// Levels of arrays and objects that a document may nest; ours uses six.
+// How deeply a document may nest arrays and objects; ours use six levels.
 constexpr std::size_t deepestNesting = 1024;
 
 // Finds the first fault of a text that the parser refused, and throws DocumentError with its line, column and cause.

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <vector>
 
-#include "model/MindMapDocument.h"
+#include "model/DocumentError.h"
 #include "model/StoredText.h"
 
 namespace quilmora::json {
@@ -16,8 +16,7 @@ using simdjson::dom::element;
 // A text of the document as part of a message: never longer than a line.
 QString quotable(std::string_view text) {
   constexpr qsizetype longest = 40;
-  QString quoted =
-      QString::fromUtf8(text.data(), static_cast<qsizetype>(std::min<std::size_t>(text.size(), 4 * longest)));
+  QString quoted = QString::fromUtf8(QByteArrayView(text.substr(0, 4 * longest)));
   if (quoted.size() > longest) quoted = quoted.left(longest) + QChar(0x2026);
   for (QChar& character : quoted)
     if (character.category() == QChar::Other_Control) character = QChar(QChar::ReplacementCharacter);
@@ -33,8 +32,10 @@ std::optional<std::array<double, 2>> pairOf(element value) {
   if (value.get(items) != simdjson::SUCCESS) return std::nullopt;
   std::array<double, 2> pair{};
   std::size_t count = 0;
-  for (const element item : items)
-    if (count == 2 || item.get(pair[count++]) != simdjson::SUCCESS) return std::nullopt;
+  for (const element item : items) {
+    if (count == 2 || item.get(pair[count]) != simdjson::SUCCESS) return std::nullopt;
+    ++count;
+  }
   if (count != 2) return std::nullopt;
   return pair;
 }

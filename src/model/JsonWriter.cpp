@@ -30,7 +30,7 @@ constexpr auto escapes = [] {
 void JsonWriter::newLine() {
   if (!m_isPretty) return;
   m_buffer.put('\n');
-  m_buffer.putBlanks(2 * m_depth);
+  m_buffer.putBlanks(qsizetype{2} * m_depth);
 }
 
 void JsonWriter::separate() {

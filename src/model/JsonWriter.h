@@ -8,12 +8,12 @@
 #include <QString>
 
 #include "model/ByteBuffer.h"
-#include "model/MindMapDocument.h"
+#include "model/DocumentWriter.h"
 
 namespace quilmora::json {
 
-// Writes JSON text straight into one growing buffer. The caller keeps the structure right: in an object each value
-// follows its key. Whatever is written stays valid: texts become UTF-8 with every lone surrogate as U+FFFD, and a
+// Writes JSON text straight into one growing buffer. The caller is responsible for the structure: in an object each
+// value follows its key. Whatever is written stays valid: texts become UTF-8 with every lone surrogate as U+FFFD, and a
 // number that is not finite becomes the nearest finite one, NaN becomes 0.
 class JsonWriter {
  public:

@@ -4,7 +4,7 @@
 
 #include <sys/mman.h>
 
-#include "model/MindMapDocument.h"
+#include "model/DocumentError.h"
 
 namespace quilmora {
 
@@ -21,7 +21,7 @@ void adviseLargePages(void* begin, std::size_t size) {
   const std::uintptr_t first = (address + largePage - 1) & ~(largePage - 1);
   const std::uintptr_t last = (address + size) & ~(largePage - 1);
   // Only advice: where it cannot be followed, small pages do.
-  if (first < last) ::madvise(reinterpret_cast<void*>(first), last - first, MADV_HUGEPAGE);
+  if (first < last) ::madvise(static_cast<char*>(begin) + (first - address), last - first, MADV_HUGEPAGE);
 }
 
 }  // namespace quilmora

@@ -7,7 +7,7 @@
 
 namespace quilmora {
 
-// Bytes that the JSON parser may read a little beyond the end of.
+// Bytes with room behind them, because the JSON parser reads a little beyond the end.
 struct PaddedText {
   static constexpr std::size_t padding = 64;
   // A document of 500,000 topics has about as much. Reading a hostile text takes up to 13 times its size in memory, so
@@ -21,19 +21,13 @@ struct PaddedText {
   std::unique_ptr<char[], Free> bytes;
   std::size_t size = 0;
 
-  // Room for `capacity` bytes and the padding; nothing is set to zero. Throws DocumentError
-  // where there is none.
+  // Room for `capacity` bytes and the padding, not zeroed. Throws DocumentError when memory runs out.
   static PaddedText withCapacity(std::size_t capacity);
   std::string_view view() const { return {bytes.get(), size}; }
 };
 
-// Asks the system to back a large buffer by large pages before it is first touched: most of the time of filling one
-// goes into the faults of small pages.
+// Asks the system to back a large buffer with large pages before it is first touched: filling one otherwise spends most
+// of its time in page faults.
 void adviseLargePages(void* begin, std::size_t size);
-
-struct MindMap;
-
-// Reads a whole document and frees the text as soon as it is parsed. Throws DocumentError.
-MindMap readDocument(PaddedText text);
 
 }  // namespace quilmora

@@ -7,12 +7,12 @@
 
 namespace quilmora {
 
-// The desktop's clipboard, as far as the editor reads it by itself; text fields see to their own pasting.
+// The desktop's clipboard, for what the editor itself reads; text fields handle their own pasting.
 class Clipboard {
  public:
   virtual ~Clipboard() = default;
-  // The text on the clipboard, or nothing where it holds none. What other things can be told as text, such as files by
-  // their names, is no text.
+  // The text on the clipboard, or nothing. Other contents that have a text form, such as files by their names, do not
+  // count.
   virtual std::optional<QString> text() const = 0;
 };
 

@@ -70,27 +70,30 @@ class WholeFileWrite {
   WholeFileWrite& operator=(const WholeFileWrite&) = delete;
   ~WholeFileWrite() { drop(); }
 
-  // These three return an empty text or the cause of the failure.
-  QString begin() {
-    const QString refusal = followLinks();
-    if (!refusal.isEmpty()) return refusal;
+  // The reasons are the causes alone.
+  Outcome begin() {
+    Outcome followed = followLinks();
+    if (!followed.isDone()) return followed;
     // A file without a name leaves no trace when the process is killed while it writes, but not every disk has them.
     removeStraysOnce(m_folder);
     const bool isReady = create(&WholeFileWrite::createUnnamed) || create(&WholeFileWrite::createNamed);
-    return isReady ? QString() : causeOf(errno, m_folder);
+    return isReady ? Outcome::done() : failure();
   }
 
-  QString append(const char* data, qsizetype size) {
-    return writeAll(m_descriptor, data, size) ? QString() : causeOf(errno, m_folder);
+  Outcome append(const char* data, qsizetype size) {
+    return writeAll(m_descriptor, data, size) ? Outcome::done() : failure();
   }
 
-  QString finish() {
-    if (!flush() || !(giveName() || copyToNamed()) || !closeFile() || !replace()) return causeOf(errno, m_folder);
+  Outcome finish() {
+    if (!flush() || !(giveName() || copyToNamed()) || !closeFile() || !replace()) return failure();
     flushFolder();
-    return {};
+    return Outcome::done();
   }
 
  private:
+  // Of the last system call.
+  Outcome failure() const { return Outcome::failed(causeOf(errno, m_folder)); }
+
   void drop() {
     const int error = errno;
     if (m_descriptor >= 0) ::close(std::exchange(m_descriptor, -1));
@@ -99,32 +102,33 @@ class WholeFileWrite {
   }
 
   // Finds the file that is to be replaced: a link stays a link, and what it leads to is written.
-  QString followLinks() {
+  Outcome followLinks() {
     for (int followed = 0; followed <= maxLinksFollowed; ++followed) {
       struct stat status;
       if (::lstat(m_path.constData(), &status) != 0) {
-        return errno == ENOENT ? QString() : causeOf(errno, m_folder);
+        return errno == ENOENT ? Outcome::done() : failure();
       }
       if (!S_ISLNK(status.st_mode)) return examine(status);
       QByteArray target(4096, '\0');
       const ssize_t length = ::readlink(m_path.constData(), target.data(), static_cast<std::size_t>(target.size()));
-      if (length < 0) return causeOf(errno, m_folder);
+      if (length < 0) return failure();
       target.truncate(length);
       m_path = target.startsWith('/') ? target : m_folder + '/' + target;
       m_folder = folderOf(m_path);
     }
-    return causeOf(ELOOP, m_folder);
+    return Outcome::failed(causeOf(ELOOP, m_folder));
   }
 
-  QString examine(const struct stat& status) {
-    if (S_ISDIR(status.st_mode)) return QStringLiteral("There is a folder of this name.");
-    if (!S_ISREG(status.st_mode)) return QStringLiteral("It is not a regular file.");
+  Outcome examine(const struct stat& status) {
+    if (S_ISDIR(status.st_mode)) return Outcome::failed(QStringLiteral("There is a folder of this name."));
+    if (!S_ISREG(status.st_mode)) return Outcome::failed(QStringLiteral("It is not a regular file."));
     // Renaming over it needs no permission on the file itself, but who protected it did not want it replaced.
     if (::access(m_path.constData(), W_OK) != 0) {
-      return errno == EROFS ? causeOf(errno, m_folder) : QStringLiteral("You have no permission to change this file.");
+      return errno == EROFS ? failure()
+                            : Outcome::failed(QStringLiteral("You have no permission to change this file."));
     }
     m_existing = status;
-    return {};
+    return Outcome::done();
   }
 
   // Opens an empty file beside the one that it is to replace.
@@ -208,7 +212,7 @@ class WholeFileWrite {
   // list, they must not be given to the group.
   bool keepAccessList() {
     constexpr const char* attribute = "system.posix_acl_access";
-    QByteArray list(64 * 1024, '\0');
+    QByteArray list(qsizetype{64} * 1024, '\0');
     const ssize_t length =
         ::getxattr(m_path.constData(), attribute, list.data(), static_cast<std::size_t>(list.size()));
     if (length <= 0) return true;
@@ -258,8 +262,9 @@ class DiskFileStream final : public FileStream {
  public:
   explicit DiskFileStream(const QString& path)
       : m_name(path.mid(path.lastIndexOf(u'/') + 1)), m_write(std::in_place, QFile::encodeName(path)) {
-    note(m_name.isEmpty() || !refusalOfPath(path).isEmpty() ? QStringLiteral("This is not a file name.")
-                                                            : m_write->begin());
+    note(m_name.isEmpty() || !refusalOfPath(path).isEmpty()
+             ? Outcome::failed(QStringLiteral("This is not a file name."))
+             : m_write->begin());
   }
 
   bool append(const char* data, qsizetype size) override {
@@ -267,21 +272,24 @@ class DiskFileStream final : public FileStream {
     return m_write.has_value();
   }
 
-  QString commit() override {
+  bool hasFailed() const override { return !m_outcome.isDone(); }
+
+  Outcome commit() override {
     if (m_write) note(m_write->finish());
     m_write.reset();
-    return m_cause.isEmpty() ? QString() : QStringLiteral("“%1” could not be written. %2").arg(m_name, m_cause);
+    if (m_outcome.isDone()) return m_outcome;
+    return Outcome::failed(QStringLiteral("“%1” could not be written. %2").arg(m_name, m_outcome.reason()));
   }
 
  private:
-  void note(const QString& cause) {
-    if (cause.isEmpty()) return;
-    m_cause = cause;
+  void note(const Outcome& outcome) {
+    if (outcome.isDone()) return;
+    m_outcome = outcome;
     m_write.reset();
   }
 
   QString m_name;
-  QString m_cause;
+  Outcome m_outcome = Outcome::done();
   std::optional<WholeFileWrite> m_write;
 };
 
@@ -294,7 +302,7 @@ class HeldFileStream final : public FileStream {
     m_data.append(data, size);
     return true;
   }
-  QString commit() override { return m_writer.write(m_path, m_data); }
+  Outcome commit() override { return m_writer.write(m_path, m_data); }
 
  private:
   FileWriter& m_writer;
@@ -312,7 +320,7 @@ std::unique_ptr<FileStream> DiskFileWriter::stream(const QString& path) {
   return std::make_unique<DiskFileStream>(path);
 }
 
-QString DiskFileWriter::write(const QString& path, const QByteArray& data) {
+Outcome DiskFileWriter::write(const QString& path, const QByteArray& data) {
   DiskFileStream stream(path);
   stream.append(data.constData(), data.size());
   return stream.commit();

@@ -11,7 +11,7 @@
 
 namespace quilmora {
 
-// The work behind a future ended without a result because somebody cancelled it, or went away.
+// The work behind a future ended without a result, because it was cancelled or its owner has gone.
 class WorkDropped : public std::runtime_error {
  public:
   WorkDropped() : std::runtime_error("cancelled") {}

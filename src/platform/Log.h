@@ -12,7 +12,7 @@ class Log {
   virtual void write(const QString& line) = 0;
 };
 
-// Standard error, which the desktop's session log collects. A line that would have to wait is dropped.
+// Standard error, which the desktop's session log collects. A line that would block is dropped.
 class SystemLog final : public Log {
  public:
   void write(const QString& line) override;

@@ -248,7 +248,7 @@ std::optional<QString> RecentlyUsedFile::read() const {
 void RecentlyUsedFile::write(const QString& text) const {
   const bool isNew = !QFileInfo::exists(m_path);
   if (isNew) QDir().mkpath(QFileInfo(m_path).path());
-  if (m_writer.write(m_path, text.toUtf8()).isEmpty() && isNew)
+  if (m_writer.write(m_path, text.toUtf8()).isDone() && isNew)
     QFile::setPermissions(m_path, QFile::ReadOwner | QFile::WriteOwner);
 }
 

@@ -14,16 +14,7 @@ namespace quilmora {
 namespace {
 
 [[noreturn]] void failWithSystemError(int error) {
-  switch (error) {
-    case ENOENT:
-    case ENOTDIR:
-      throw FileReadError(QStringLiteral("there is no such file"));
-    case EACCES:
-    case EPERM:
-      throw FileReadError(QStringLiteral("permission denied"));
-    default:
-      throw FileReadError(qt_error_string(error));
-  }
+  throw FileReadError(readingFailure(error));
 }
 
 void requireRegularFile(const struct stat& status, const QString& folderReason) {
@@ -33,6 +24,19 @@ void requireRegularFile(const struct stat& status, const QString& folderReason) 
 }
 
 }  // namespace
+
+QString readingFailure(int error) {
+  switch (error) {
+    case ENOENT:
+    case ENOTDIR:
+      return QStringLiteral("there is no such file");
+    case EACCES:
+    case EPERM:
+      return QStringLiteral("permission denied");
+    default:
+      return qt_error_string(error);
+  }
+}
 
 RegularFile::RegularFile(const QByteArray& path, const QString& folderReason) {
   if (path.contains('\0')) failWithSystemError(ENOENT);

@@ -15,8 +15,11 @@ class FileReadError : public TextError {
   using TextError::TextError;
 };
 
-// A file that is open for reading. A pipe, a socket or a device, which could keep the reader waiting, is refused and
-// not opened. Throws FileReadError.
+// Words for the errno of a failed system call, such as "permission denied".
+QString readingFailure(int error);
+
+// A file open for reading. Pipes, sockets and devices, which could block the reader, are refused unopened. Throws
+// FileReadError.
 class RegularFile {
  public:
   // `path` in the file system's own bytes; `folderReason` is the error for a folder.

@@ -81,7 +81,7 @@ QVariant fromJson(const QJsonValue& value) {
   const QJsonValue array = object.value(bytesListKey);
   if (!array.isArray()) return {};
   QVariantList list;
-  for (const QJsonValue& entry : array.toArray()) {
+  for (const auto& entry : array.toArray()) {
     const auto bytes = fromBase64(entry);
     if (!bytes) return {};
     list.append(*bytes);
@@ -233,8 +233,8 @@ void DesktopSettingsStore::writeSoon() {
 void DesktopSettingsStore::writeNow() {
   if (!std::exchange(m_isChanged, false)) return;
   QDir().mkpath(QFileInfo(m_path).path());
-  const QString reason = DiskFileWriter().write(m_path, settingsText(m_values));
-  if (!reason.isEmpty() && m_onFailure) std::exchange(m_onFailure, nullptr)(reason);
+  const Outcome written = DiskFileWriter().write(m_path, settingsText(m_values));
+  if (!written.isDone() && m_onFailure) std::exchange(m_onFailure, nullptr)(written.reason());
 }
 
 }  // namespace quilmora

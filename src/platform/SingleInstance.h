@@ -10,9 +10,9 @@ class QLocalSocket;
 
 namespace quilmora {
 
-// Sees to it that one editor runs for a user. The first holds a lock until it ends, by whatever means; a later start
-// hands its documents to the first over a local socket that is only for this user, and ends. The object must outlive
-// all that writes the user's documents and settings.
+// Makes sure that a user runs one editor. The first holds a lock until its process ends, however it ends; a later start
+// hands its documents to the first over a local socket that only this user may use, and exits. The object must outlive
+// everything that writes the user's documents and settings.
 class SingleInstance : public QObject {
   Q_OBJECT
 

@@ -1,4 +1,4 @@
-#include "model/MindMapDocument.h"
+#include "model/DocumentReader.h"
 #include "script/Operations.h"
 
 namespace quilmora {

@@ -3,7 +3,8 @@
 
 #include "exchange/ExportWriter.h"
 #include "exchange/TextExports.h"
-#include "model/MindMapDocument.h"
+#include "model/DocumentReader.h"
+#include "model/DocumentWriter.h"
 #include "script/MapFiles.h"
 #include "script/Operations.h"
 

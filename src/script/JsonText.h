@@ -10,7 +10,7 @@
 
 namespace quilmora {
 
-// Writes JSON on one line, call after call; knows by itself where a value stands in an array.
+// Writes JSON on one line, call by call, and puts the commas of arrays itself.
 class JsonText {
  public:
   JsonText& beginObject() { return open(false); }

@@ -6,7 +6,7 @@
 #include "exchange/ExportWriter.h"
 #include "exchange/ImportError.h"
 #include "exchange/MapImport.h"
-#include "model/MindMapDocument.h"
+#include "model/DocumentFile.h"
 #include "platform/FileWriter.h"
 #include "platform/Paths.h"
 #include "platform/RegularFile.h"

@@ -8,8 +8,8 @@
 
 namespace quilmora {
 
-// What one operation of a script needs to be run: its arguments are checked against the rules before run is called. run
-// writes its result, if it has one, and throws ScriptError before it changes anything.
+// One operation of a script. Its arguments are checked against the rules before run() is called; run() writes the
+// result, if there is one, and throws ScriptError before it changes anything.
 struct Operation {
   const char* name;
   std::vector<ArgumentRule> rules;

@@ -11,8 +11,8 @@
 
 namespace quilmora {
 
-// The headless editor that a script works on, with the services that it stands on: settings in memory, empty at first
-// and kept for the whole script.
+// The headless editor that a script works on, and its services. Its settings live in memory, empty at first, for the
+// whole script.
 class ScriptEditor {
  public:
   ScriptEditor() { startBlank(); }

@@ -1,4 +1,4 @@
-#include "model/MindMapDocument.h"
+#include "model/DocumentWriter.h"
 #include "script/Operations.h"
 #include "themes/Color.h"
 #include "themes/Theme.h"

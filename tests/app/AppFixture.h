@@ -74,7 +74,7 @@ class AppTest : public ::testing::Test {
   QString writtenMap(const char* name, const char* title) const {
     MindMap map = MindMap::blankMap(m_clock);
     map.title = QLatin1String(title);
-    EXPECT_TRUE(DiskFileWriter().write(path(name), encodeDocument(map)).isEmpty());
+    EXPECT_TRUE(DiskFileWriter().write(path(name), encodeDocument(map)).isDone());
     return path(name);
   }
   QString titleIn(const QString& file) const { return decodeDocumentAt(file).title; }

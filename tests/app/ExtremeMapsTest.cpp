@@ -32,7 +32,7 @@ class ExtremeMapsTest : public AppTest {
   }
   void open(const MindMap& map) {
     const QString file = path("Extreme.mindmap");
-    ASSERT_EQ(m_writer.write(file, encodeDocument(map)), QString());
+    ASSERT_EQ(m_writer.write(file, encodeDocument(map)).reason(), QString());
     start({file});
   }
   void spendAMinute() {

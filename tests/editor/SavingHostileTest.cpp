@@ -11,10 +11,10 @@ using namespace std::chrono_literals;
 // A disk that can be made to refuse, or to need more memory than there is.
 class MoodyWriter final : public FileWriter {
  public:
-  QString write(const QString& path, const QByteArray& data) override {
+  Outcome write(const QString& path, const QByteArray& data) override {
     ++writes;
     if (lacksMemory) throw std::bad_alloc();
-    return refusal.isEmpty() ? m_disk.write(path, data) : refusal;
+    return refusal.isEmpty() ? m_disk.write(path, data) : Outcome::failed(refusal);
   }
 
   QString refusal;

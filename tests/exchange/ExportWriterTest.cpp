@@ -12,7 +12,7 @@ namespace {
 
 class WriterWithoutMemory final : public FileWriter {
  public:
-  QString write(const QString&, const QByteArray&) override { throw std::bad_alloc(); }
+  Outcome write(const QString&, const QByteArray&) override { throw std::bad_alloc(); }
   std::unique_ptr<FileStream> stream(const QString&) override { throw std::bad_alloc(); }
 };
 

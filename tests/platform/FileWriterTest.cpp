@@ -69,11 +69,11 @@ class FileWriterTest : public testing::Test {
 
 TEST_F(FileWriterTest, MakesANewFileAndReplacesAnOldOne) {
   const QString file = path(QStringLiteral("Plan ö 🌍.mindmap"));
-  EXPECT_EQ(m_writer.write(file, QByteArrayLiteral("first, which is longer")), QString());
+  EXPECT_EQ(m_writer.write(file, QByteArrayLiteral("first, which is longer")).reason(), QString());
   EXPECT_EQ(content(file), QByteArrayLiteral("first, which is longer"));
-  EXPECT_EQ(m_writer.write(file, QByteArrayLiteral("second")), QString());
+  EXPECT_EQ(m_writer.write(file, QByteArrayLiteral("second")).reason(), QString());
   EXPECT_EQ(content(file), QByteArrayLiteral("second"));
-  EXPECT_EQ(m_writer.write(file, QByteArray()), QString());
+  EXPECT_EQ(m_writer.write(file, QByteArray()).reason(), QString());
   EXPECT_EQ(content(file), QByteArray());
   EXPECT_EQ(namesIn(m_folder.path()), QStringList{QStringLiteral("Plan ö 🌍.mindmap")});
 }
@@ -82,14 +82,14 @@ TEST_F(FileWriterTest, WritesManyMegabytesWhole) {
   QByteArray data(20'000'000, '\0');
   for (qsizetype index = 0; index < data.size(); ++index) data[index] = static_cast<char>(index * 31 + (index >> 12));
   const QString file = path(QStringLiteral("large"));
-  EXPECT_EQ(m_writer.write(file, data), QString());
+  EXPECT_EQ(m_writer.write(file, data).reason(), QString());
   EXPECT_TRUE(content(file) == data);
 }
 
 TEST_F(FileWriterTest, GivesANewFileWhatTheUsersMaskLeaves) {
   const mode_t before = ::umask(027);
   const QString file = path(QStringLiteral("new"));
-  const QString error = m_writer.write(file, QByteArrayLiteral("a"));
+  const QString error = m_writer.write(file, QByteArrayLiteral("a")).reason();
   ::umask(before);
   EXPECT_EQ(error, QString());
   EXPECT_EQ(modeOf(file), 0640u);
@@ -100,7 +100,7 @@ TEST_F(FileWriterTest, KeepsPermissions) {
   for (const mode_t mode : {0600u, 0664u, 0755u, 0666u}) {
     put(file, QByteArrayLiteral("old"));
     ASSERT_EQ(::chmod(QFile::encodeName(file).constData(), mode), 0);
-    EXPECT_EQ(m_writer.write(file, QByteArrayLiteral("new")), QString());
+    EXPECT_EQ(m_writer.write(file, QByteArrayLiteral("new")).reason(), QString());
     EXPECT_EQ(modeOf(file), mode);
     EXPECT_EQ(content(file), QByteArrayLiteral("new"));
   }
@@ -111,7 +111,7 @@ TEST_F(FileWriterTest, KeepsOwnerAndGroup) {
   const QString file = path(QStringLiteral("file"));
   put(file, QByteArrayLiteral("old"));
   ASSERT_EQ(::chown(QFile::encodeName(file).constData(), 1234, 2345), 0);
-  EXPECT_EQ(m_writer.write(file, QByteArrayLiteral("new")), QString());
+  EXPECT_EQ(m_writer.write(file, QByteArrayLiteral("new")).reason(), QString());
   EXPECT_EQ(QFileInfo(file).ownerId(), 1234u);
   EXPECT_EQ(QFileInfo(file).groupId(), 2345u);
 }
@@ -125,11 +125,11 @@ TEST_F(FileWriterTest, WritesThroughSymbolicLinks) {
   ASSERT_TRUE(QFile::link(path(QStringLiteral("relative")), path(QStringLiteral("absolute"))));
   ASSERT_EQ(::symlink("real", QFile::encodeName(path(QStringLiteral("folder"))).constData()), 0);
 
-  EXPECT_EQ(m_writer.write(path(QStringLiteral("relative")), QByteArrayLiteral("1")), QString());
+  EXPECT_EQ(m_writer.write(path(QStringLiteral("relative")), QByteArrayLiteral("1")).reason(), QString());
   EXPECT_EQ(content(file), QByteArrayLiteral("1"));
-  EXPECT_EQ(m_writer.write(path(QStringLiteral("absolute")), QByteArrayLiteral("2")), QString());
+  EXPECT_EQ(m_writer.write(path(QStringLiteral("absolute")), QByteArrayLiteral("2")).reason(), QString());
   EXPECT_EQ(content(file), QByteArrayLiteral("2"));
-  EXPECT_EQ(m_writer.write(path(QStringLiteral("folder/file")), QByteArrayLiteral("3")), QString());
+  EXPECT_EQ(m_writer.write(path(QStringLiteral("folder/file")), QByteArrayLiteral("3")).reason(), QString());
   EXPECT_EQ(content(file), QByteArrayLiteral("3"));
 
   EXPECT_TRUE(QFileInfo(path(QStringLiteral("relative"))).isSymLink());
@@ -139,7 +139,7 @@ TEST_F(FileWriterTest, WritesThroughSymbolicLinks) {
 
 TEST_F(FileWriterTest, MakesTheFileThatALinkAwaits) {
   ASSERT_TRUE(QFile::link(path(QStringLiteral("awaited")), path(QStringLiteral("link"))));
-  EXPECT_EQ(m_writer.write(path(QStringLiteral("link")), QByteArrayLiteral("a")), QString());
+  EXPECT_EQ(m_writer.write(path(QStringLiteral("link")), QByteArrayLiteral("a")).reason(), QString());
   EXPECT_EQ(content(path(QStringLiteral("awaited"))), QByteArrayLiteral("a"));
   EXPECT_TRUE(QFileInfo(path(QStringLiteral("link"))).isSymLink());
 }
@@ -147,19 +147,19 @@ TEST_F(FileWriterTest, MakesTheFileThatALinkAwaits) {
 TEST_F(FileWriterTest, RefusesLinksThatLeadInACircle) {
   ASSERT_EQ(::symlink("b", QFile::encodeName(path(QStringLiteral("a"))).constData()), 0);
   ASSERT_EQ(::symlink("a", QFile::encodeName(path(QStringLiteral("b"))).constData()), 0);
-  EXPECT_EQ(m_writer.write(path(QStringLiteral("a")), QByteArrayLiteral("x")),
+  EXPECT_EQ(m_writer.write(path(QStringLiteral("a")), QByteArrayLiteral("x")).reason(),
             QStringLiteral("“a” could not be written. Too many symbolic links follow one another."));
 }
 
 TEST_F(FileWriterTest, RefusesWhatIsNoRegularFileWithoutWaitingForIt) {
   const QString fifo = path(QStringLiteral("fifo"));
   ASSERT_EQ(::mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
-  EXPECT_EQ(m_writer.write(fifo, QByteArrayLiteral("a")),
+  EXPECT_EQ(m_writer.write(fifo, QByteArrayLiteral("a")).reason(),
             QStringLiteral("“fifo” could not be written. It is not a regular file."));
   ASSERT_TRUE(QFile::link(fifo, path(QStringLiteral("link"))));
-  EXPECT_EQ(m_writer.write(path(QStringLiteral("link")), QByteArrayLiteral("a")),
+  EXPECT_EQ(m_writer.write(path(QStringLiteral("link")), QByteArrayLiteral("a")).reason(),
             QStringLiteral("“link” could not be written. It is not a regular file."));
-  EXPECT_EQ(m_writer.write(QStringLiteral("/dev/null"), QByteArrayLiteral("a")),
+  EXPECT_EQ(m_writer.write(QStringLiteral("/dev/null"), QByteArrayLiteral("a")).reason(),
             QStringLiteral("“null” could not be written. It is not a regular file."));
   struct stat status = {};
   ASSERT_EQ(::stat(QFile::encodeName(fifo).constData(), &status), 0);
@@ -169,33 +169,34 @@ TEST_F(FileWriterTest, RefusesWhatIsNoRegularFileWithoutWaitingForIt) {
 TEST_F(FileWriterTest, RefusesAFolder) {
   const QString folder = path(QStringLiteral("package.mindmap"));
   ASSERT_TRUE(QDir().mkdir(folder));
-  EXPECT_EQ(m_writer.write(folder, QByteArrayLiteral("a")),
+  EXPECT_EQ(m_writer.write(folder, QByteArrayLiteral("a")).reason(),
             QStringLiteral("“package.mindmap” could not be written. There is a folder of this name."));
   EXPECT_TRUE(QFileInfo(folder).isDir());
 }
 
 TEST_F(FileWriterTest, RefusesWhatIsNoFileName) {
-  EXPECT_EQ(m_writer.write(QString(), QByteArrayLiteral("a")),
+  EXPECT_EQ(m_writer.write(QString(), QByteArrayLiteral("a")).reason(),
             QStringLiteral("“” could not be written. This is not a file name."));
-  EXPECT_EQ(m_writer.write(m_folder.path() + u'/', QByteArrayLiteral("a")),
+  EXPECT_EQ(m_writer.write(m_folder.path() + u'/', QByteArrayLiteral("a")).reason(),
             QStringLiteral("“” could not be written. This is not a file name."));
   const QString withNull = path(QStringLiteral("cut")) + QChar(u'\0') + QStringLiteral("off");
-  EXPECT_TRUE(m_writer.write(withNull, QByteArrayLiteral("a")).endsWith(QStringLiteral("This is not a file name.")));
+  EXPECT_TRUE(
+      m_writer.write(withNull, QByteArrayLiteral("a")).reason().endsWith(QStringLiteral("This is not a file name.")));
   EXPECT_EQ(namesIn(m_folder.path()), QStringList());
 }
 
 TEST_F(FileWriterTest, TellsOfANameThatIsTooLong) {
   const QString name(256, u'a');
-  EXPECT_EQ(m_writer.write(path(name), QByteArrayLiteral("a")),
+  EXPECT_EQ(m_writer.write(path(name), QByteArrayLiteral("a")).reason(),
             QStringLiteral("“%1” could not be written. The file name is too long.").arg(name));
-  EXPECT_EQ(m_writer.write(path(QString(255, u'a')), QByteArrayLiteral("a")), QString());
+  EXPECT_EQ(m_writer.write(path(QString(255, u'a')), QByteArrayLiteral("a")).reason(), QString());
 }
 
 TEST_F(FileWriterTest, TellsOfAFolderThatIsGone) {
-  EXPECT_EQ(m_writer.write(path(QStringLiteral("gone/file")), QByteArrayLiteral("a")),
+  EXPECT_EQ(m_writer.write(path(QStringLiteral("gone/file")), QByteArrayLiteral("a")).reason(),
             QStringLiteral("“file” could not be written. The folder “%1/gone” does not exist.").arg(m_folder.path()));
   put(path(QStringLiteral("file")), QByteArrayLiteral("x"));
-  EXPECT_EQ(m_writer.write(path(QStringLiteral("file/below")), QByteArrayLiteral("a")),
+  EXPECT_EQ(m_writer.write(path(QStringLiteral("file/below")), QByteArrayLiteral("a")).reason(),
             QStringLiteral("“below” could not be written. The folder “%1/file” does not exist.").arg(m_folder.path()));
   EXPECT_EQ(namesIn(m_folder.path()), QStringList{QStringLiteral("file")});
 }
@@ -205,7 +206,7 @@ TEST_F(FileWriterTest, TellsOfAFolderWithoutPermission) {
   put(file, QByteArrayLiteral("old"));
   ASSERT_EQ(::chmod(QFile::encodeName(file).constData(), 0666), 0);
   ASSERT_EQ(::chmod(QFile::encodeName(m_folder.path()).constData(), 0555), 0);
-  const QString error = asOrdinaryUser([&] { return m_writer.write(file, QByteArrayLiteral("new")); });
+  const QString error = asOrdinaryUser([&] { return m_writer.write(file, QByteArrayLiteral("new")).reason(); });
   ASSERT_EQ(::chmod(QFile::encodeName(m_folder.path()).constData(), 0755), 0);
   EXPECT_EQ(error, QStringLiteral("“file” could not be written. You have no permission to write in the folder “%1”.")
                        .arg(m_folder.path()));
@@ -217,7 +218,7 @@ TEST_F(FileWriterTest, DoesNotReplaceAFileThatIsWriteProtected) {
   put(file, QByteArrayLiteral("old"));
   ASSERT_EQ(::chmod(QFile::encodeName(file).constData(), 0444), 0);
   ASSERT_EQ(::chmod(QFile::encodeName(m_folder.path()).constData(), 0777), 0);
-  EXPECT_EQ(asOrdinaryUser([&] { return m_writer.write(file, QByteArrayLiteral("new")); }),
+  EXPECT_EQ(asOrdinaryUser([&] { return m_writer.write(file, QByteArrayLiteral("new")).reason(); }),
             QStringLiteral("“file” could not be written. You have no permission to change this file."));
   EXPECT_EQ(content(file), QByteArrayLiteral("old"));
 }
@@ -226,19 +227,19 @@ TEST_F(FileWriterTest, LeavesTheOldFileOnAFullDisk) {
   TemporaryDisk disk;
   if (!disk.isMounted()) GTEST_SKIP() << "mounting a small disk needs root";
   const QString file = disk.path(QStringLiteral("file"));
-  ASSERT_EQ(m_writer.write(file, QByteArrayLiteral("old")), QString());
-  EXPECT_EQ(m_writer.write(file, QByteArray(100'000, 'n')),
+  ASSERT_EQ(m_writer.write(file, QByteArrayLiteral("old")).reason(), QString());
+  EXPECT_EQ(m_writer.write(file, QByteArray(100'000, 'n')).reason(),
             QStringLiteral("“file” could not be written. The disk is full."));
   EXPECT_EQ(content(file), QByteArrayLiteral("old"));
   EXPECT_EQ(namesIn(disk.path(QString())), QStringList{QStringLiteral("file")});
 
   disk.fill();
-  EXPECT_EQ(m_writer.write(file, QByteArray(5'000, 'n')),
+  EXPECT_EQ(m_writer.write(file, QByteArray(5'000, 'n')).reason(),
             QStringLiteral("“file” could not be written. The disk is full."));
   EXPECT_EQ(content(file), QByteArrayLiteral("old"));
 
   ASSERT_TRUE(QFile::remove(disk.path(QStringLiteral("filler"))));
-  EXPECT_EQ(m_writer.write(file, QByteArray(5'000, 'n')), QString());
+  EXPECT_EQ(m_writer.write(file, QByteArray(5'000, 'n')).reason(), QString());
   EXPECT_EQ(content(file), QByteArray(5'000, 'n'));
 }
 
@@ -246,14 +247,14 @@ TEST_F(FileWriterTest, LeavesTheOldFileOnADiskThatCanOnlyBeRead) {
   TemporaryDisk disk;
   if (!disk.isMounted()) GTEST_SKIP() << "mounting a small disk needs root";
   const QString file = disk.path(QStringLiteral("file"));
-  ASSERT_EQ(m_writer.write(file, QByteArrayLiteral("old")), QString());
+  ASSERT_EQ(m_writer.write(file, QByteArrayLiteral("old")).reason(), QString());
   ASSERT_TRUE(disk.makeReadOnly());
   const QString folder = QFileInfo(file).path();
   EXPECT_EQ(
-      m_writer.write(file, QByteArrayLiteral("new")),
+      m_writer.write(file, QByteArrayLiteral("new")).reason(),
       QStringLiteral("“file” could not be written. The folder “%1” is on a disk that can only be read.").arg(folder));
   EXPECT_EQ(
-      m_writer.write(disk.path(QStringLiteral("other")), QByteArrayLiteral("new")),
+      m_writer.write(disk.path(QStringLiteral("other")), QByteArrayLiteral("new")).reason(),
       QStringLiteral("“other” could not be written. The folder “%1” is on a disk that can only be read.").arg(folder));
   EXPECT_EQ(content(file), QByteArrayLiteral("old"));
 }
@@ -268,7 +269,7 @@ TEST(FileStream, PiecesBecomeOneFile) {
   EXPECT_TRUE(stream->append("one ", 4));
   EXPECT_TRUE(stream->append("two", 3));
   EXPECT_FALSE(QFile::exists(path));
-  EXPECT_EQ(stream->commit(), QString());
+  EXPECT_EQ(stream->commit().reason(), QString());
   EXPECT_EQ(content(path), QByteArray("one two"));
   EXPECT_EQ(namesIn(folder.path()), QStringList{QStringLiteral("picture")});
 }
@@ -296,7 +297,7 @@ TEST(FileStream, KeepsModeAndLink) {
   ASSERT_TRUE(QFile::link(target, link));
   const auto stream = writer.stream(link);
   EXPECT_TRUE(stream->append("new", 3));
-  EXPECT_EQ(stream->commit(), QString());
+  EXPECT_EQ(stream->commit().reason(), QString());
   EXPECT_TRUE(QFileInfo(link).isSymLink());
   EXPECT_EQ(content(target), QByteArray("new"));
   EXPECT_EQ(modeOf(target), mode_t{0640});
@@ -314,7 +315,7 @@ TEST(FileStream, AFullDiskIsToldAndLeavesTheOldFile) {
   bool isTaken = true;
   for (int count = 0; count < 16; ++count) isTaken = stream->append(piece.constData(), piece.size());
   EXPECT_FALSE(isTaken);
-  EXPECT_EQ(stream->commit(), QStringLiteral("“picture” could not be written. The disk is full."));
+  EXPECT_EQ(stream->commit().reason(), QStringLiteral("“picture” could not be written. The disk is full."));
   EXPECT_EQ(content(path), QByteArray("old"));
   EXPECT_EQ(namesIn(QFileInfo(path).path()), (QStringList{QStringLiteral("filler"), QStringLiteral("picture")}));
 }
@@ -325,17 +326,17 @@ TEST(FileStream, AMissingFolderIsToldAtTheEnd) {
   const auto stream = writer.stream(folder.filePath(QStringLiteral("absent/picture")));
   EXPECT_FALSE(stream->append("new", 3));
   EXPECT_EQ(
-      stream->commit(),
+      stream->commit().reason(),
       QStringLiteral("“picture” could not be written. The folder “%1/absent” does not exist.").arg(folder.path()));
 }
 
 // Knows whole files only.
 class KeepingWriter final : public FileWriter {
  public:
-  QString write(const QString& path, const QByteArray& data) override {
+  Outcome write(const QString& path, const QByteArray& data) override {
     m_path = path;
     m_data = data;
-    return {};
+    return Outcome::done();
   }
   QString m_path;
   QByteArray m_data;
@@ -346,7 +347,7 @@ TEST(FileStream, AWriterOfWholeFilesGetsThePiecesTogether) {
   const auto stream = writer.stream(QStringLiteral("/somewhere/picture"));
   EXPECT_TRUE(stream->append("one ", 4));
   EXPECT_TRUE(stream->append("two", 3));
-  EXPECT_EQ(stream->commit(), QString());
+  EXPECT_EQ(stream->commit().reason(), QString());
   EXPECT_EQ(writer.m_path, QStringLiteral("/somewhere/picture"));
   EXPECT_EQ(writer.m_data, QByteArray("one two"));
 }

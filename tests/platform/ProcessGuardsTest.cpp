@@ -91,7 +91,7 @@ TEST(ProcessGuards, ALimitOnFilesIsAnErrorOfTheWrite) {
               guardProcess();
               const rlimit limit{1000, 1000};
               ::setrlimit(RLIMIT_FSIZE, &limit);
-              return DiskFileWriter().write(path, QByteArray(5000, 'x')).contains(u"too large") ? 0 : 1;
+              return DiskFileWriter().write(path, QByteArray(5000, 'x')).reason().contains(u"too large") ? 0 : 1;
             }),
             0);
   EXPECT_FALSE(QFile::exists(path));

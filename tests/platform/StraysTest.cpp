@@ -103,7 +103,7 @@ TEST_F(StraysTest, LinksAndPipesStayAndLeadNowhere) {
 
 TEST_F(StraysTest, TheNextWriteInAFolderRemovesThem) {
   file(QStringLiteral(".quilmora-1a"), 48);
-  EXPECT_EQ(DiskFileWriter().write(path(QStringLiteral("Plan.mindmap")), "x"), QString());
+  EXPECT_EQ(DiskFileWriter().write(path(QStringLiteral("Plan.mindmap")), "x").reason(), QString());
   EXPECT_EQ(names(), QStringList{QStringLiteral("Plan.mindmap")});
 }
 

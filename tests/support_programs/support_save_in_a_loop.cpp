@@ -14,7 +14,7 @@ int main(int argc, char** argv) {
                                     quilmora::decodeDocumentAt(QFile::decodeName(argv[2]))};
   quilmora::DiskFileWriter writer;
   for (int round = 0;; ++round) {
-    const QString error = writer.write(QFile::decodeName(argv[3]), quilmora::encodeDocument(maps[round % 2]));
+    const QString error = writer.write(QFile::decodeName(argv[3]), quilmora::encodeDocument(maps[round % 2])).reason();
     if (!error.isEmpty()) {
       std::fprintf(stderr, "%s\n", qPrintable(error));
       return 1;

@@ -10,7 +10,7 @@
 #include <QVariant>
 #include <QWidget>
 
-#include "app/window/SidebarTab.h"
+#include "app/commands/SidebarTab.h"
 #include "platform/Notifications.h"
 
 namespace quilmora {

@@ -5,11 +5,13 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QPointer>
+#include <QPromise>
 
 #include "editor/DocumentFileName.h"
 #include "editor/MindMapViewModel.h"
 #include "exchange/ExportWriter.h"
 #include "platform/FilePanels.h"
+#include "platform/Futures.h"
 #include "platform/Paths.h"
 
 namespace quilmora {
@@ -27,7 +29,6 @@ ExportFlow::ExportFlow(const MindMapViewModel& editor, Services services, QObjec
 ExportFlow::~ExportFlow() {
   m_services.scheduler.cancel(m_task);
   m_stop.request_stop();
-  if (m_pictureThread.joinable()) m_pictureThread.join();
 }
 
 QString ExportFlow::startFolder() const {
@@ -82,7 +83,10 @@ void ExportFlow::runNext() {
 }
 
 void ExportFlow::startPicture(const Job& job) {
-  const auto make = [this, job, stop = m_stop.get_token()] {
+  QPromise<ExportOutcome> promise;
+  const QFuture<ExportOutcome> written = promise.future();
+  auto make = [this, job, stop = m_stop.get_token(), promise = std::move(promise)]() mutable {
+    promise.start();
     double told = 0.0;
     const auto progress = [&](double share) {
       if (share < told + leastProgress) return;
@@ -90,20 +94,19 @@ void ExportFlow::startPicture(const Job& job) {
       QMetaObject::invokeMethod(
           this, [this, share] { Q_EMIT shareDoneChanged(share); }, Qt::QueuedConnection);
     };
-    const ExportOutcome outcome = writeExport(job.map, job.format, job.path, m_services.writer, progress, stop);
-    QMetaObject::invokeMethod(
-        this,
-        [this, outcome] {
-          m_pictureThread.join();
-          finish(outcome);
-        },
-        Qt::QueuedConnection);
+    promise.addResult(writeExport(job.map, job.format, job.path, m_services.writer, progress, stop));
+    promise.finish();
   };
+  const auto notRendered = [this] { finish({ExportOutcome::State::notRendered, {}}); };
   try {
-    m_pictureThread = std::thread(make);
+    m_pictureThread = std::jthread(std::move(make));
   } catch (const std::system_error&) {
-    finish({ExportOutcome::State::notRendered, {}});
+    notRendered();
+    return;
   }
+  whenFinished(
+      written, this, [this](const ExportOutcome& outcome) { finish(outcome); },
+      [notRendered](const std::exception&) { notRendered(); });
 }
 
 void ExportFlow::finish(const ExportOutcome& outcome) {

@@ -76,7 +76,7 @@ class ExportFlow : public QObject {
   Scheduler::Task m_task = 0;
   bool m_isWorking = false;
   std::stop_source m_stop;
-  std::thread m_pictureThread;
+  std::jthread m_pictureThread;  // last, so that it ends before that which it uses
 };
 
 }  // namespace quilmora

@@ -4,10 +4,10 @@
 
 #include <QMainWindow>
 
-#include "app/Machine.h"
+#include "app/commands/SidebarTab.h"
 #include "app/flows/ImportFlow.h"
+#include "app/window/Machine.h"
 #include "app/window/PanelPlaces.h"
-#include "app/window/SidebarTab.h"
 #include "app/window/WindowPlace.h"
 #include "editor/AIWorkflows.h"
 #include "editor/ChatSession.h"

@@ -2,8 +2,8 @@
 
 #include <array>
 
+#include "app/commands/SidebarTab.h"
 #include "app/look/Widgets.h"
-#include "app/window/SidebarTab.h"
 
 class QStackedWidget;
 

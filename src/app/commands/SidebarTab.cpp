@@ -1,4 +1,4 @@
-#include "app/window/SidebarTab.h"
+#include "app/commands/SidebarTab.h"
 
 namespace quilmora {
 

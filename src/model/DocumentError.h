@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/TextError.h"
+
+namespace quilmora {
+
+// Why a document could not be read or written. The text names the place or the cause and is fit to be shown, such as
+// "nodes[12].style.fill: missing".
+class DocumentError : public TextError {
+ public:
+  using TextError::TextError;
+};
+
+}  // namespace quilmora
