@@ -31,7 +31,7 @@ class PositionTable {
 };
 
 // Arranges topics: a pure function that sees ids and edges only and is blind to sizes, titles and collapse. The result
-// tells the centres in canvas units; an id in it need not name a topic.
+// gives centres in canvas units; an id in it need not name a topic.
 class LayoutAlgorithm {
  public:
   virtual ~LayoutAlgorithm() = default;

@@ -92,7 +92,7 @@ bool MapIndex::updateNodes(const SharedArray<Node>& nodes, bool& positionsChange
   std::vector<QPointF> positions;
   numbers.reserve(count);
   positions.reserve(count);
-  if (m_ids->size() == 0) m_ids->reserve(nodes.size());
+  if (m_ids->empty()) m_ids->reserve(nodes.size());
   for (std::size_t k = difference.firstBlock; k < difference.newEndBlock; ++k)
     for (const Node& node : nodes.block(k)) {
       const std::size_t place = difference.oldStart + numbers.size();

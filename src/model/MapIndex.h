@@ -34,7 +34,7 @@ class MapIndex {
     m_nodes = nodes;
     m_edges = edges;
   }
-  // The same for topics that were moved too; `positions` are theirs, by position in `nodes`.
+  // The same for topics that were moved too; `positions` are theirs, by ordinal in `nodes`.
   void adopt(const SharedArray<Node>& nodes, std::vector<QPointF> positions) {
     m_nodes = nodes;
     m_positions = SharedValue(std::move(positions));
@@ -53,18 +53,18 @@ class MapIndex {
            m_edgeTo.sharesStorageWith(other.m_edgeTo);
   }
 
-  // By position in `nodes`.
+  // By ordinal in `nodes`.
   const std::vector<std::uint32_t>& numberOfNode() const { return *m_numberOfNode; }
   const std::vector<QPointF>& positions() const { return *m_positions; }
 
-  // By number: the last position in `nodes` with this id, or npos for an id that names no topic.
+  // By number: the last ordinal in `nodes` with this id, or npos for an id that names no topic.
   const std::vector<std::uint32_t>& nodeOfNumber() const { return *m_nodeOfNumber; }
 
-  // By position in `edges`: numbers of the two ends.
+  // By ordinal in `edges`: numbers of the two ends.
   const std::vector<std::uint32_t>& edgeFrom() const { return *m_edgeFrom; }
   const std::vector<std::uint32_t>& edgeTo() const { return *m_edgeTo; }
 
-  // Position in `nodes`, or npos.
+  // The ordinal of the topic in `nodes`, or npos.
   std::uint32_t find(const QUuid& id) const;
 
  private:

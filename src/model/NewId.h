@@ -4,7 +4,7 @@
 
 namespace quilmora {
 
-// A new random id, as QUuid::createUuid() makes one. Takes the randomness from the system in larger pieces, so that a
+// A new random id like those of QUuid::createUuid(). It reads randomness from the system in larger pieces, so that a
 // hundred thousand ids cost milliseconds.
 QUuid newId();
 

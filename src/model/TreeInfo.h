@@ -12,7 +12,7 @@
 
 namespace quilmora {
 
-// The tree that follows from a map's edges: an immutable value that is cheap to copy. Ids that only an edge names have
+// The tree that a map's edges describe: an immutable value, cheap to copy. Ids that only an edge names have
 // children and a depth too; consumers look topics up and skip them.
 class TreeInfo {
  public:

@@ -6,10 +6,10 @@ namespace quilmora {
 
 // A point in time in UTC, with sub-second precision.
 using TimePoint = std::chrono::sys_time<std::chrono::microseconds>;
-// A reading of a clock that nobody sets, for intervals: the time of day may jump both ways between two readings.
+// A reading of a clock that nobody sets, for measuring intervals: the time of day can jump either way.
 using SteadyPoint = std::chrono::time_point<std::chrono::steady_clock, std::chrono::microseconds>;
 
-// Where commands take the time from. Tests set it.
+// Where commands get the time. Tests set it.
 class Clock {
  public:
   virtual ~Clock() = default;

@@ -22,7 +22,7 @@ double contrastRatio(const QColor& a, const QColor& b);
 // White, or nearly black where white could hardly be read on the ground.
 QColor readableOn(const QColor& ground);
 
-// A colour as "#RRGGBB". Truncates, so that it is no round trip.
+// A colour as "#RRGGBB". Truncates, so reading it back may give another colour.
 QString hexFromColor(const QColor& color);
 
 // The same for raw sRGB components, 0 to 1 but not clamped: three or more take the first three, one or two are grey,

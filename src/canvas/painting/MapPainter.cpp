@@ -285,7 +285,7 @@ NodeMetrics MapPainter::measure(const MapScene& scene, std::size_t nodeIndex, co
 }
 
 std::optional<std::size_t> MapPainter::nodeAt(const MapScene& scene, QPointF canvasPoint, const PaintOptions& options,
-                                              std::size_t* patience) {
+                                              std::size_t* measuresLeft) {
   const SceneSketch& sketch = *sketchOf(scene.map);
   const std::vector<QPointF>& positions = scene.index.positions();
   const double reach = sketch.maxHalfWidth();
@@ -294,7 +294,7 @@ std::optional<std::size_t> MapPainter::nodeAt(const MapScene& scene, QPointF can
     if (!(std::abs(distance.x()) <= reach)) continue;
     if (!(std::abs(distance.y()) <= static_cast<double>(sketch.nodes()[i].boundHalfHeight))) continue;
     if (scene.isHidden(i)) continue;
-    if (patience && (*patience == 0 || --*patience == 0)) return std::nullopt;
+    if (measuresLeft && (*measuresLeft == 0 || --*measuresLeft == 0)) return std::nullopt;
     if (measure(scene, i, options).box.contains(distance)) return i;
   }
   return std::nullopt;

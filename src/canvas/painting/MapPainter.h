@@ -38,13 +38,13 @@ class MapPainter {
 
   NodeMeasurer& measurer() { return m_measurer; }
   const NodeMeasurer& measurer() const { return m_measurer; }
-  // Measures the topic at a position in `nodes` as it is painted, in canvas units from its centre.
+  // Measures the topic with an ordinal in `nodes` as it is painted, in canvas units from its centre.
   NodeMetrics measure(const MapScene& scene, std::size_t nodeIndex, const PaintOptions& options = {});
-  // The topmost topic whose box holds the canvas point, as its position in `nodes`; hidden topics don't count.
-  // `patience` counts the topics that may still be measured for it; without any left the answer is nothing.
+  // The topmost topic whose box holds the canvas point, as its ordinal in `nodes`; hidden topics don't count.
+  // `measuresLeft` counts the topics that may still be measured for it; without any left the answer is nothing.
   std::optional<std::size_t> nodeAt(const MapScene& scene, QPointF canvasPoint, const PaintOptions& options = {},
-                                    std::size_t* patience = nullptr);
-  // The topmost edge whose ribbon or head holds the canvas point, as its position in `edges`.
+                                    std::size_t* measuresLeft = nullptr);
+  // The topmost edge whose ribbon or head holds the canvas point, as its ordinal in `edges`.
   std::optional<std::size_t> edgeAt(const MapScene& scene, QPointF canvasPoint, const PaintOptions& options = {});
   // The topmost relationship whose hit stroke holds the canvas point, as its position in `relationships`.
   std::optional<std::size_t> relationshipAt(const MapScene& scene, QPointF canvasPoint);

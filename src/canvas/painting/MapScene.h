@@ -23,7 +23,7 @@ struct MapScene {
   MindMap map;
   MapIndex index;
   TreeInfo tree;
-  // By position in `nodes`: 1 for a topic that a collapsed one hides. None is hidden where it is empty.
+  // By ordinal in `nodes`: 1 for a topic that a collapsed one hides. None is hidden where it is empty.
   SharedValue<std::vector<char>> hiddenNodes;
 
   ViewTransform view;

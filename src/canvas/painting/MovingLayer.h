@@ -23,7 +23,7 @@ struct DraggedPicture {
   SharedArray<Node> nodes;
   SharedArray<Edge> edges;
   std::vector<char> isSelected;
-  SharedValue<std::vector<char>> isHidden;  // by position in `nodes`
+  SharedValue<std::vector<char>> isHidden;  // by ordinal in `nodes`
   int opacityRule = 0;
 };
 

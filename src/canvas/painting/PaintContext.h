@@ -62,7 +62,7 @@ struct PaintContext {
   int depth(std::uint32_t number) const;
   std::optional<double> depthFraction(std::uint32_t number) const;
   const HierarchicalConfig* sizing() const;
-  // The topic's position in `nodes` if it exists and shows.
+  // The topic's ordinal in `nodes` if it exists and shows.
   std::optional<std::size_t> shownNode(const QUuid& id) const;
 };
 

@@ -14,7 +14,7 @@ namespace quilmora {
 // at that alone. Made by MapPainter::makePlan(); good until the scene changes.
 class ScenePlan {
  public:
-  // What may reach into a tile, by position in `nodes` and `edges`, the rearmost first.
+  // What may reach into a tile, by ordinal in `nodes` and `edges`, the rearmost first.
   struct Part {
     std::vector<std::uint32_t> nodes;
     std::vector<std::uint32_t> edges;

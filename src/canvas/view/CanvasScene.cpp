@@ -23,7 +23,7 @@ constexpr double maxPartDistanceX = 12000.0;
 constexpr double maxPartDistanceY = HandleMetrics::connectionHandleDiameter / 2.0;
 // Topics that are measured at one move of the pointer. Few lie near a point but in a heap, where each takes
 // microseconds.
-constexpr std::size_t movesPatience = 300;
+constexpr std::size_t measuresPerMove = 300;
 
 // More topics than these would cost more than their picture below.
 constexpr std::size_t maxLandingCount = 500;
@@ -170,10 +170,10 @@ CanvasTarget CanvasScene::partAt(QPointF point, const CanvasState& state) {
   const bool handlesAbove = handlesLieAbove(scene, canvasOptions());
   if (handlesAbove)
     if (const auto handle = linkHandleAt(point, state)) return *handle;
-  std::size_t patience = movesPatience;
-  const auto part = nodePartAt(scene, point, &patience);
+  std::size_t measuresLeft = measuresPerMove;
+  const auto part = nodePartAt(scene, point, &measuresLeft);
   if (part) return part->isPart() ? *part : CanvasTarget();
-  if (patience == 0) return {};
+  if (measuresLeft == 0) return {};
   if (!handlesAbove)
     if (const auto handle = linkHandleAt(point, state)) return *handle;
   const auto region = regionAt(point);
@@ -328,9 +328,9 @@ std::optional<CanvasTarget> CanvasScene::relationshipHandleAt(QPointF point, con
 
 // Toggles and handles stand out over the boxes, so each topic is asked for them from the top down, as far as the
 // topmost box that holds the point.
-std::optional<CanvasTarget> CanvasScene::nodePartAt(const MapScene& scene, QPointF point, std::size_t* patience) {
+std::optional<CanvasTarget> CanvasScene::nodePartAt(const MapScene& scene, QPointF point, std::size_t* measuresLeft) {
   using Kind = CanvasTarget::Kind;
-  const auto boxed = m_painter.nodeAt(scene, point, canvasOptions(), patience);
+  const auto boxed = m_painter.nodeAt(scene, point, canvasOptions(), measuresLeft);
   const auto& positions = scene.index.positions();
   const std::size_t last = boxed.value_or(0);
   const double zoom = scene.view.zoom;
@@ -344,7 +344,7 @@ std::optional<CanvasTarget> CanvasScene::nodePartAt(const MapScene& scene, QPoin
       const bool hasHandle = showsConnectionHandle(scene, id);
       const bool hasToggle = scene.tree.childCount(id) > 0;
       if (!hasHandle && !hasToggle) continue;
-      if (patience && (*patience == 0 || --*patience == 0)) return std::nullopt;
+      if (measuresLeft && (*measuresLeft == 0 || --*measuresLeft == 0)) return std::nullopt;
       const NodeMetrics metrics = m_painter.measure(scene, i, canvasOptions());
       if (hasHandle && isOnDisc(shownPart(CanvasPart::connectionHandle, metrics.connectionHandle, zoom), offset))
         return CanvasTarget{Kind::connectionHandle, id};

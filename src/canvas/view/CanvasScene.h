@@ -78,8 +78,8 @@ class CanvasScene final : public ScenePicture::Source {
   std::optional<CanvasTarget> linkHandleAt(QPointF point, const CanvasState& state);
   std::optional<CanvasTarget> edgeHandleAt(QPointF point);
   std::optional<CanvasTarget> relationshipHandleAt(QPointF point, const CanvasState& state);
-  // `patience` as for MapPainter::nodeAt.
-  std::optional<CanvasTarget> nodePartAt(const MapScene& scene, QPointF point, std::size_t* patience = nullptr);
+  // `measuresLeft` as for MapPainter::nodeAt.
+  std::optional<CanvasTarget> nodePartAt(const MapScene& scene, QPointF point, std::size_t* measuresLeft = nullptr);
   std::optional<CanvasTarget> regionAt(QPointF point) const;
   std::optional<QPointF> shownPosition(const QUuid& nodeID);
   double handleDiameter(CanvasPart part) const;

@@ -122,7 +122,7 @@ QPointF ScenePicture::importantPixel() const {
 
 bool ScenePicture::work(const std::function<bool()>& isTimeUp) {
   // What changes in every frame, such as a dragged region, would never show if each change dropped the tile under way.
-  const auto mustPause = [this, &isTimeUp] { return m_interruptions < patience && isTimeUp(); };
+  const auto mustPause = [this, &isTimeUp] { return m_interruptions < maxInterruptions && isTimeUp(); };
   bool isNewInView = false;
   while ((m_job || startJob(mustPause)) && m_job) {
     const auto start = std::chrono::steady_clock::now();

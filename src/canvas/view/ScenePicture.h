@@ -40,7 +40,7 @@ class ScenePicture {
   // How long one slice of painting may take, and a whole view that is painted anew at every step of a zoom.
   static constexpr std::chrono::duration<double, std::milli> sliceTime{4.0};
   // After so many interruptions in a row a tile is finished however long it takes.
-  static constexpr int patience = 3;
+  static constexpr int maxInterruptions = 3;
   // How far beyond the view tiles are painted in advance, in device pixels.
   static constexpr int margin = 128;
 
