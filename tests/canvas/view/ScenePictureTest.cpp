@@ -134,7 +134,7 @@ TEST(ScenePicture, ShowsAChangeOfEveryFrameThoughNoTileIsDoneBetweenTwo) {
   rig.shown();
   rig.stepsOfASlice = 1;
   rig.painted.clear();
-  for (int frame = 0; frame < 3 * ScenePicture::patience; ++frame) {
+  for (int frame = 0; frame < 3 * ScenePicture::maxInterruptions; ++frame) {
     rig.picture.markStale({false, {QRectF(300, 60, 20, 20)}, {}});
     rig.shown();
   }
