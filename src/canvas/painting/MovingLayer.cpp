@@ -17,8 +17,10 @@ namespace {
 
 constexpr double previewOpacity = 0.6;
 constexpr double previewWidth = 2.0;
-// So many smooth wide lines would take longer than a frame, and nobody could tell them apart.
-constexpr std::size_t maxSmoothPreviews = 3000;
+// What a smooth line costs grows with its length in pixels, and that by its width and this much for each line of
+// pixels. Beyond the limit, about 3 ms, smooth lines would be late for the frame.
+constexpr double costBesideWidth = 0.8;
+constexpr double maxSmoothCost = 300'000.0;
 // From so many topics on a drag moves their picture, which reaches so far beyond the view (device pixels).
 constexpr std::size_t minPictureCount = 40;
 constexpr int pictureMargin = 160;
@@ -52,36 +54,62 @@ bool MovingLayer::hasPicture() const {
   return m_dragged.size() >= minPictureCount && m_context.standsUpright;
 }
 
-// Below the topics that rest, which the picture beneath shows already.
+// Below the topics that rest, which the picture beneath shows already. On a picture of their own: to clip so many lines
+// to so many boxes takes longer than to erase what lies under these.
 void MovingLayer::paintLines() {
-  m_painter.save();
-  const QTransform transform = m_painter.transform();
-  m_painter.setTransform(m_context.toDevice.inverted() * transform);
-  m_painter.setClipRegion(m_kept.mask.freeRegion(m_context), Qt::IntersectClip);
-  if (hasPicture()) drawPicture(m_kept.dragged.previews);
-  m_painter.setTransform(transform);
-  paintRelationships();
   const double reach = previewWidth / 2 + 1.0 / m_context.scale;
   const QRectF seen = m_context.exposed.adjusted(-reach, -reach, reach, reach);
   std::vector<Preview> previews = previewsIn(seen, false);
-  if (!hasPicture() || m_kept.dragged.previews.isNull()) {
+  const bool hasPictured = hasPicture() && !m_kept.dragged.previews.isNull();
+  if (!hasPictured) {
     const std::vector<Preview> within = previewsIn(seen, true);
     previews.insert(previews.end(), within.begin(), within.end());
   }
-  runInPool([&] { paintPreviews(m_painter, previews); });
-  paintConnectionLine(m_painter, m_context);
-  paintConnectionDisc(m_painter, m_context);
-  m_painter.restore();
+  const std::vector<const Relationship*> relationships = draggedRelationships();
+  const bool fillsView = hasPictured || !relationships.empty();
+  const QRect pixels = fillsView ? viewPixels() : boundsOf(previews);
+  if (pixels.isEmpty()) return;
+
+  QImage& picture = m_kept.lines;
+  if (picture.size() != pixels.size()) picture = QImage(pixels.size(), QImage::Format_ARGB32_Premultiplied);
+  picture.fill(Qt::transparent);
+  QPainter painter(&picture);
+  if (hasPictured) painter.drawImage(m_kept.dragged.origin + shift() - pixels.topLeft(), m_kept.dragged.previews);
+  painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing | QPainter::SmoothPixmapTransform);
+  painter.setTransform(m_context.toDevice * QTransform::fromTranslate(-pixels.x(), -pixels.y()));
+  for (const Relationship* relationship : relationships) paintRelationship(painter, m_context, *relationship);
+  runInPool([&] { paintPreviews(painter, previews); });
+  paintConnectionLine(painter, m_context);
+  paintConnectionDisc(painter, m_context);
+  painter.end();
+  m_kept.mask.erase(picture, pixels.topLeft(), m_context);
+  drawOnPixels(pixels.topLeft(), picture);
 }
 
-void MovingLayer::paintRelationships() {
-  if (!m_context.isDragging()) return;
+QRect MovingLayer::viewPixels() const {
+  return m_context.toDevice.mapRect(m_context.exposed).toAlignedRect();
+}
+
+// In device pixels, with the connection on its way.
+QRect MovingLayer::boundsOf(const std::vector<Preview>& previews) const {
+  QRectF bounds;
+  const auto add = [&bounds](const QLineF& line, double reach) {
+    bounds |= QRectF(line.p1(), line.p2()).normalized().adjusted(-reach, -reach, reach, reach);
+  };
+  for (const Preview& preview : previews) add(preview.line, previewWidth);
+  if (const auto line = connectionLine(m_context)) add(*line, HandleMetrics::connectionDragDiameter);
+  return m_context.toDevice.mapRect(bounds & m_context.exposed).toAlignedRect() & viewPixels();
+}
+
+std::vector<const Relationship*> MovingLayer::draggedRelationships() const {
+  std::vector<const Relationship*> found;
+  if (!m_context.isDragging()) return found;
   for (const Relationship& relationship : m_context.scene.map.relationships) {
     const auto from = m_context.shownNode(relationship.from);
     const auto to = m_context.shownNode(relationship.to);
-    if (from && to && (m_context.isNodeDragged(*from) || m_context.isNodeDragged(*to)))
-      paintRelationship(m_painter, m_context, relationship);
+    if (from && to && (m_context.isNodeDragged(*from) || m_context.isNodeDragged(*to))) found.push_back(&relationship);
   }
+  return found;
 }
 
 std::vector<MovingLayer::Preview> MovingLayer::previewsIn(const QRectF& seen, bool areWithin) const {
@@ -104,8 +132,15 @@ std::vector<MovingLayer::Preview> MovingLayer::previewsIn(const QRectF& seen, bo
   return previews;
 }
 
-void MovingLayer::paintPreviews(QPainter& painter, const std::vector<Preview>& previews) {
-  const bool areSmooth = previews.size() <= maxSmoothPreviews;
+bool MovingLayer::areSmooth(const std::vector<Preview>& previews) const {
+  double length = 0;
+  for (const Preview& preview : previews) length += preview.line.length();
+  const double scale = m_context.scale;
+  return length * scale * (costBesideWidth + previewWidth * scale) <= maxSmoothCost;
+}
+
+void MovingLayer::paintPreviews(QPainter& painter, const std::vector<Preview>& previews) const {
+  const bool areSmooth = this->areSmooth(previews);
   painter.setRenderHint(QPainter::Antialiasing, areSmooth);
   for (const Preview& preview : previews) {
     QPen pen(withOpacity(QColor(preview.color), previewOpacity), areSmooth ? previewWidth : 1.0);
@@ -150,10 +185,7 @@ void MovingLayer::paintHandles() {
 void MovingLayer::paintDraggedNodes() {
   if (m_dragged.empty()) return;
   if (hasPicture()) {
-    const QTransform transform = m_painter.transform();
-    m_painter.setTransform(m_context.toDevice.inverted() * transform);
-    drawPicture(m_kept.dragged.topics);
-    m_painter.setTransform(transform);
+    drawOnPixels(m_kept.dragged.origin + shift(), m_kept.dragged.topics);
     return;
   }
   NodeLayer layer(m_painter, m_context);
@@ -167,8 +199,11 @@ QPoint MovingLayer::shift() const {
   return QPoint(static_cast<int>(std::lround(way.x())), static_cast<int>(std::lround(way.y())));
 }
 
-void MovingLayer::drawPicture(const QImage& picture) {
-  if (!picture.isNull()) m_painter.drawImage(m_kept.dragged.origin + shift(), picture);
+void MovingLayer::drawOnPixels(QPoint place, const QImage& picture) {
+  const QTransform transform = m_painter.transform();
+  m_painter.setTransform(m_context.toDevice.inverted() * transform);
+  m_painter.drawImage(place, picture);
+  m_painter.setTransform(transform);
 }
 
 void MovingLayer::preparePicture() {

@@ -31,6 +31,7 @@ struct DraggedPicture {
 struct MovingStore {
   DraggedPicture dragged;
   RestingMask mask;
+  QImage lines;
 };
 
 // Paints what a gesture moves, above a picture that lacks it: dragged topics with straight previews of their edges, a
@@ -51,10 +52,14 @@ class MovingLayer {
   };
 
   void paintLines();
-  void paintRelationships();
+  std::vector<const Relationship*> draggedRelationships() const;
+  QRect viewPixels() const;
+  QRect boundsOf(const std::vector<Preview>& previews) const;
   // The previews of the edges that reach out of what is dragged, or of those within.
   std::vector<Preview> previewsIn(const QRectF& seen, bool areWithin) const;
-  static void paintPreviews(QPainter& painter, const std::vector<Preview>& previews);
+  // Whether there is time for smooth lines.
+  bool areSmooth(const std::vector<Preview>& previews) const;
+  void paintPreviews(QPainter& painter, const std::vector<Preview>& previews) const;
   void paintMovedConnectionHandle();
   void paintHandles();
   void findDraggedNodes();
@@ -64,7 +69,8 @@ class MovingLayer {
   void preparePicture();
   void renderPicture(const QRect& pixels);
   QPoint shift() const;
-  void drawPicture(const QImage& picture);
+  // Device pixel by device pixel.
+  void drawOnPixels(QPoint place, const QImage& picture);
 
   QPainter& m_painter;
   const PaintContext& m_context;

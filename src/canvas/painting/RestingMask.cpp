@@ -39,18 +39,17 @@ class Mask {
     }
   }
 
-  QRegion openPart() const {
-    std::vector<QRect> open;
+  // Few rectangles that make up what is covered.
+  std::vector<QRect> coveredPart() const {
+    std::vector<QRect> covered;
     int top = m_pixels.top();
     for (int y = m_pixels.top(); y <= m_pixels.bottom(); ++y) {
       const bool isLast = y == m_pixels.bottom();
       if (!isLast && std::memcmp(row(y), row(y + 1), static_cast<std::size_t>(m_pixels.width())) == 0) continue;
-      addRuns(open, row(y), top, y);
+      addRuns(covered, row(y), top, y);
       top = y + 1;
     }
-    QRegion region;
-    region.setRects(open.data(), static_cast<int>(open.size()));
-    return region;
+    return covered;
   }
 
  private:
@@ -59,13 +58,13 @@ class Mask {
   std::size_t offsetOf(int y) const {
     return static_cast<std::size_t>(y - m_pixels.top()) * static_cast<std::size_t>(m_pixels.width());
   }
-  void addRuns(std::vector<QRect>& open, const char* bytes, int top, int bottom) const {
+  void addRuns(std::vector<QRect>& covered, const char* bytes, int top, int bottom) const {
     const char* end = bytes + m_pixels.width();
-    for (const char* start = std::find(bytes, end, 0); start != end;) {
-      const char* stop = std::find(start, end, 1);
+    for (const char* start = std::find(bytes, end, 1); start != end;) {
+      const char* stop = std::find(start, end, 0);
       const int left = m_pixels.left() + static_cast<int>(start - bytes);
-      open.emplace_back(QPoint(left, top), QPoint(left + static_cast<int>(stop - start) - 1, bottom));
-      start = std::find(stop, end, 0);
+      covered.emplace_back(QPoint(left, top), QPoint(left + static_cast<int>(stop - start) - 1, bottom));
+      start = std::find(stop, end, 1);
     }
   }
 
@@ -82,8 +81,17 @@ bool RestingMask::isOf(const PaintContext& context) const {
          m_isDragged == (context.isDragging() ? context.isSelected : std::vector<char>());
 }
 
-const QRegion& RestingMask::freeRegion(const PaintContext& context) {
-  if (isOf(context)) return m_free;
+void RestingMask::erase(QImage& picture, QPoint origin, const PaintContext& context) {
+  if (!isOf(context)) find(context);
+  const QRect pixels(origin, picture.size());
+  for (const QRect& covered : m_covered) {
+    const QRect erased = (covered & pixels).translated(-origin);
+    for (int y = erased.top(); y <= erased.bottom(); ++y)
+      std::fill_n(reinterpret_cast<QRgb*>(picture.scanLine(y)) + erased.left(), erased.width(), QRgb{0});
+  }
+}
+
+void RestingMask::find(const PaintContext& context) {
   const MapScene& scene = context.scene;
   m_toDevice = context.toDevice;
   m_exposed = context.exposed;
@@ -92,9 +100,8 @@ const QRegion& RestingMask::freeRegion(const PaintContext& context) {
   m_isDragged = context.isDragging() ? context.isSelected : std::vector<char>();
   m_isKnown = true;
   const QRect pixels = context.toDevice.mapRect(context.exposed).toAlignedRect();
-  m_free = pixels;
-  if (!context.standsUpright || pixels.isEmpty() || pixels.width() > maxSide || pixels.height() > maxSide)
-    return m_free;
+  m_covered.clear();
+  if (!context.standsUpright || pixels.isEmpty() || pixels.width() > maxSide || pixels.height() > maxSide) return;
   Mask mask(pixels);
   const auto& positions = scene.index.positions();
   const auto& sketches = context.sketch.nodes();
@@ -111,8 +118,7 @@ const QRegion& RestingMask::freeRegion(const PaintContext& context) {
                                    std::max(1, static_cast<int>(std::lround(device.height()))))),
                radius);
   }
-  m_free = mask.openPart();
-  return m_free;
+  m_covered = mask.coveredPart();
 }
 
 }  // namespace quilmora

@@ -1,21 +1,23 @@
 #pragma once
 
+#include <vector>
+
+#include <QImage>
 #include <QRect>
-#include <QRegion>
 
 #include "canvas/painting/PaintContext.h"
 
 namespace quilmora {
 
-// Where lines show that lie above connectors at rest and below topics at rest: all that is in view but their boxes.
-// Kept as long as these stay where they are.
+// Where topics at rest lie in view: what moves below them is erased there. Kept as long as these stay where they are.
 class RestingMask {
  public:
-  // In device pixels.
-  const QRegion& freeRegion(const PaintContext& context);
+  // Erases the pixels of topics at rest from a picture whose first pixel is the device pixel `origin`.
+  void erase(QImage& picture, QPoint origin, const PaintContext& context);
 
  private:
   bool isOf(const PaintContext& context) const;
+  void find(const PaintContext& context);
 
   bool m_isKnown = false;
   QTransform m_toDevice;
@@ -23,7 +25,7 @@ class RestingMask {
   SharedArray<Node> m_nodes;
   SharedValue<std::vector<char>> m_hiddenNodes;
   std::vector<char> m_isDragged;  // by number
-  QRegion m_free;
+  std::vector<QRect> m_covered;   // in device pixels
 };
 
 }  // namespace quilmora
