@@ -1,0 +1,79 @@
+#include "app/look/ColorDialog.h"
+
+#include <QColorDialog>
+#include <QDialogButtonBox>
+#include <QKeyEvent>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QVBoxLayout>
+
+#include "app/look/Tokens.h"
+
+namespace quilmora {
+
+namespace {
+
+// Of the desktop around a window: its title and edges, before it is known how wide they are.
+constexpr QSize frameRoom(16, 48);
+
+// As a page of another dialog, to which it leaves Escape and Return.
+class ColorPage final : public QColorDialog {
+ public:
+  explicit ColorPage(const QColor& color) : QColorDialog(color) {}
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override { event->ignore(); }
+};
+
+class PageScroll final : public QScrollArea {
+ public:
+  using QScrollArea::QScrollArea;
+
+  QSize sizeHint() const override {
+    return widget()->sizeHint() + QSize(2 * frameWidth() + verticalScrollBar()->sizeHint().width(), 2 * frameWidth());
+  }
+};
+
+}  // namespace
+
+ColorDialog::ColorDialog(const QString& title, const QColor& color, bool hasOpacity, QWidget* parent)
+    : QDialog(parent), m_colors(new ColorPage(color)) {
+  setWindowTitle(title);
+  m_colors->setWindowFlags(Qt::Widget);
+  m_colors->setOptions(QColorDialog::NoButtons | QColorDialog::DontUseNativeDialog);
+  m_colors->setOption(QColorDialog::ShowAlphaChannel, hasOpacity);
+  connect(m_colors, &QColorDialog::currentColorChanged, this, &ColorDialog::colorChanged);
+
+  auto* scroll = new PageScroll(this);
+  scroll->setFrameShape(QFrame::NoFrame);
+  scroll->setFocusPolicy(Qt::NoFocus);
+  scroll->setWidget(m_colors);
+  m_colors->show();
+  auto* buttons = new QDialogButtonBox(this);
+  auto* choose = buttons->addButton(tr("C&hoose"), QDialogButtonBox::AcceptRole);
+  choose->setDefault(true);
+  buttons->addButton(tr("&Cancel"), QDialogButtonBox::RejectRole);
+  connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(metrics::gap, metrics::gap, metrics::gap, metrics::gapLarge);
+  column->addWidget(scroll, 1);
+  column->addWidget(buttons);
+}
+
+QColor ColorDialog::color() const {
+  return m_colors->currentColor();
+}
+
+void ColorDialog::setColor(const QColor& color) {
+  m_colors->setCurrentColor(color);
+}
+
+void ColorDialog::showEvent(QShowEvent* event) {
+  resize(sizeHint().boundedTo(screen()->availableSize() - frameRoom));
+  QDialog::showEvent(event);
+}
+
+}  // namespace quilmora
