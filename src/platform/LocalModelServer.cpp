@@ -61,6 +61,16 @@ std::vector<QString> modelNames(const QByteArray& list) {
   return names;
 }
 
+std::optional<QUrl> modelServerAddress(const QString& text) {
+  QUrl address(text.trimmed(), QUrl::StrictMode);
+  address.setQuery(QString());
+  address.setFragment(QString());
+  const bool isTaken =
+      address.scheme() == QLatin1String("https") || (address.scheme() == QLatin1String("http") && isLoopback(address));
+  if (!address.isValid() || address.host().isEmpty() || !isTaken) return std::nullopt;
+  return address;
+}
+
 struct LocalModelServer::Look {
   std::vector<Place> places;
   std::vector<std::optional<QString>> models;  // empty where a place has none
@@ -79,13 +89,9 @@ LocalModelServer::LocalModelServer(HttpTransport& transport, const SettingsStore
 std::vector<LocalModelServer::Place> LocalModelServer::placesToLook() const {
   const QString chosen = m_settings.text(settings::localModelAddress).value_or(QString()).trimmed();
   if (chosen.isEmpty()) return m_usualPlaces;
-  QUrl address(chosen, QUrl::StrictMode);
-  address.setQuery(QString());
-  address.setFragment(QString());
-  const bool isTaken =
-      address.scheme() == QLatin1String("https") || (address.scheme() == QLatin1String("http") && isLoopback(address));
-  if (!address.isValid() || address.host().isEmpty() || !isTaken) return {};
-  return {{address, byModels}, {address, byTags}};
+  const std::optional<QUrl> address = modelServerAddress(chosen);
+  if (!address) return {};
+  return {{*address, byModels}, {*address, byTags}};
 }
 
 QFuture<bool> LocalModelServer::lookUp() {

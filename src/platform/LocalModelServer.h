@@ -54,6 +54,10 @@ class LocalModelServer final : public QObject, public OnDeviceModel {
   Server m_server;
 };
 
+// The address that a text of the settings means, or nothing where it is none or leads beyond this machine without
+// https.
+std::optional<QUrl> modelServerAddress(const QString& text);
+
 // The names in a server's list of models, in order; of either kind of list. Empty for anything else.
 std::vector<QString> modelNames(const QByteArray& list);
 

@@ -14,12 +14,22 @@ struct Wording {
 }  // namespace
 
 QString onDeviceText(const QString& text) {
-  static const std::array<Wording, 4> labels = {{
+  static const std::array<Wording, 7> labels = {{
       {QStringLiteral("Apple"), QStringLiteral("On-Device")},
       {QStringLiteral("Apple (On-Device)"), QStringLiteral("On-Device")},
       {QStringLiteral("Apple (On-Device) — unavailable"), QStringLiteral("On-Device — no model server")},
       {QStringLiteral("Requires macOS 26 — using Offline mode"),
        QStringLiteral("No local model server answers — using Offline mode")},
+      {QStringLiteral("Using on-device Apple Foundation Models. No API key needed."),
+       QStringLiteral("Using a model server on this machine. No API key needed.")},
+      {QStringLiteral("Apple Intelligence requires macOS 26 (Tahoe) or later."),
+       QStringLiteral("On-Device needs a model server on this machine, and none answers now.")},
+      {QStringLiteral("On older macOS, Quilmora falls back to Smart mode — a built-in offline generator that produces "
+                      "example maps but no real AI reasoning. For real AI, pick Claude or OpenAI above and paste an "
+                      "API key."),
+       QStringLiteral("Without one, Quilmora falls back to Smart mode — a built-in offline generator that produces "
+                      "example maps but no real AI reasoning. For real AI, pick Claude or OpenAI above and paste an "
+                      "API key.")},
   }};
   for (const Wording& label : labels)
     if (text == label.told) return label.shown;

@@ -91,6 +91,13 @@ QVariant fromJson(const QJsonValue& value) {
 
 using Values = std::map<QString, QVariant>;
 
+void put(Values& values, const QString& key, const QVariant& value) {
+  if (value.isValid())
+    values[key] = value;
+  else
+    values.erase(key);
+}
+
 constexpr qsizetype maxFileBytes = qsizetype{16} << 20;
 
 // A damaged file, and what is no file, read as empty.
@@ -148,34 +155,45 @@ std::optional<QList<QByteArray>> SettingsStore::bytesList(const QString& key) co
 
 void SettingsStore::setText(const QString& key, const QString& value) {
   // A null text is an empty one; the file knows no difference.
-  write(key, value.isNull() ? QVariant(QStringLiteral("")) : QVariant(value));
+  change(key, value.isNull() ? QVariant(QStringLiteral("")) : QVariant(value));
 }
 
 void SettingsStore::setFlag(const QString& key, bool value) {
-  write(key, value);
+  change(key, value);
 }
 
 void SettingsStore::setReal(const QString& key, double value) {
   if (std::isfinite(value)) {
-    write(key, value);
+    change(key, value);
   } else {
     remove(key);
   }
 }
 
 void SettingsStore::setBytes(const QString& key, const QByteArray& value) {
-  write(key, value);
+  change(key, value);
 }
 
 void SettingsStore::setBytesList(const QString& key, const QList<QByteArray>& value) {
   QVariantList list;
   for (const QByteArray& entry : value) list.append(entry);
-  write(key, list);
+  change(key, list);
+}
+
+void SettingsStore::change(const QString& key, const QVariant& value) {
+  const QVariant before = read(key);
+  if (before == value && before.typeId() == value.typeId()) return;
+  write(key, value);
+  Q_EMIT m_changes.changed(key);
 }
 
 QVariant MemorySettingsStore::read(const QString& key) const {
   const auto found = m_values.find(key);
   return found == m_values.end() ? QVariant() : found->second;
+}
+
+void MemorySettingsStore::write(const QString& key, const QVariant& value) {
+  put(m_values, key, value);
 }
 
 DesktopSettingsStore::DesktopSettingsStore()
@@ -209,19 +227,13 @@ QString DesktopSettingsStore::obstacle() const {
   return {};
 }
 
-void DesktopSettingsStore::remove(const QString& key) {
-  if (m_values.erase(key) > 0) writeSoon();
-}
-
 QVariant DesktopSettingsStore::read(const QString& key) const {
   const auto found = m_values.find(key);
   return found == m_values.end() ? QVariant() : found->second;
 }
 
 void DesktopSettingsStore::write(const QString& key, const QVariant& value) {
-  QVariant& kept = m_values[key];
-  if (kept == value && kept.typeId() == value.typeId()) return;
-  kept = value;
+  put(m_values, key, value);
   writeSoon();
 }
 

@@ -6,11 +6,20 @@
 
 #include <QByteArray>
 #include <QList>
+#include <QObject>
 #include <QString>
 #include <QTimer>
 #include <QVariant>
 
 namespace quilmora {
+
+// Tells whoever shows a setting that it has another value now.
+class SettingsChanges final : public QObject {
+  Q_OBJECT
+
+ Q_SIGNALS:
+  void changed(const QString& key);
+};
 
 // The user's settings: text, flag, real, bytes or a list of bytes by key. An absent key, and a value of another kind,
 // read as absent; each reader applies its own default.
@@ -30,22 +39,30 @@ class SettingsStore {
   void setReal(const QString& key, double value);
   void setBytes(const QString& key, const QByteArray& value);
   void setBytesList(const QString& key, const QList<QByteArray>& value);
-  virtual void remove(const QString& key) = 0;
+  void remove(const QString& key) { change(key, {}); }
+
+  // Emits at once, on the main thread, after a key got another value or became absent.
+  const SettingsChanges& changes() const { return m_changes; }
 
  protected:
   virtual QVariant read(const QString& key) const = 0;  // invalid when absent
+  // Only ever called with another value than the one that is there; an invalid one makes the key absent.
   virtual void write(const QString& key, const QVariant& value) = 0;
+
+ private:
+  void change(const QString& key, const QVariant& value);
+
+  SettingsChanges m_changes;
 };
 
 // In memory, empty at first.
 class MemorySettingsStore final : public SettingsStore {
  public:
-  void remove(const QString& key) override { m_values.erase(key); }
   bool isEmpty() const { return m_values.empty(); }
 
  protected:
   QVariant read(const QString& key) const override;
-  void write(const QString& key, const QVariant& value) override { m_values[key] = value; }
+  void write(const QString& key, const QVariant& value) override;
 
  private:
   std::map<QString, QVariant> m_values;
@@ -60,7 +77,6 @@ class DesktopSettingsStore final : public SettingsStore {
   // For a file of its own instead of the user's.
   explicit DesktopSettingsStore(QString path);
   ~DesktopSettingsStore() override;
-  void remove(const QString& key) override;
   const QString& path() const { return m_path; }
   // Why changes cannot be kept, fit to be shown, or an empty text; touches nothing.
   QString obstacle() const;

@@ -76,6 +76,21 @@ TEST_P(SettingsStoreTest, KeepsANullTextAsAnEmptyOne) {
   EXPECT_EQ(store().text(key), QStringLiteral(""));
 }
 
+TEST_P(SettingsStoreTest, TellsOfEveryOtherValueAndOfNothingElse) {
+  QStringList told;
+  QObject::connect(&store().changes(), &SettingsChanges::changed, &store().changes(), [&](const QString& changed) {
+    told.append(changed + u'=' + store().text(key).value_or(QStringLiteral("absent")));
+  });
+  store().setText(key, QStringLiteral("a"));
+  store().setText(key, QStringLiteral("a"));
+  store().setText(key, QStringLiteral("b"));
+  store().remove(key);
+  store().remove(key);
+  store().setFlag(key, true);
+  EXPECT_EQ(told, QStringList({QStringLiteral("key=a"), QStringLiteral("key=b"), QStringLiteral("key=absent"),
+                               QStringLiteral("key=absent")}));
+}
+
 TEST_P(SettingsStoreTest, KeepsFlags) {
   for (const bool flag : {true, false}) {
     store().setFlag(key, flag);
