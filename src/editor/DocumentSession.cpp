@@ -256,6 +256,20 @@ void DocumentSession::replaceWithImported(const MindMap& map) {
   zoomToFitAfter(zoomDelayAfterOpen);
 }
 
+void DocumentSession::startWith(const MindMap& map) {
+  if (const Outcome kept = keepBeforeImport(); !kept.isDone()) {
+    Q_EMIT errorRaised(QStringLiteral("Failed to save document: ") + kept.reason());
+    return;
+  }
+  ++m_installCount;
+  m_keptMap = map;
+  m_autoSavedPlace.reset();
+  m_retryDelay = firstRetryDelay;
+  setAutoSaveProblem({});
+  m_editor.startWith(map);
+  zoomToFitAfter(zoomDelayAfterOpen);
+}
+
 // A map that was never written gets a file of its own in the default folder, which does not become the document's
 // place: the next save would overwrite it.
 Outcome DocumentSession::keepBeforeImport() {

@@ -63,6 +63,9 @@ class DocumentSession : public QObject {
   // Puts an imported map in the place of the open one. Changes that are not kept yet are written first, and when that
   // fails the open map stays. Where the document is saved stays as it is, and nothing is captured for undo.
   void replaceWithImported(const MindMap& map);
+  // Puts a starter map in the place of the open one, as a document of its own that has no place yet. Changes that are
+  // not kept are written first, and when that fails the open map stays.
+  void startWith(const MindMap& map);
   // Writes when there are changes since the last write. Quitting and opening another document do the same first.
   void autoSave();
   // Why the last auto-save failed, or an empty text where nothing waits to be written.

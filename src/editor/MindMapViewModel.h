@@ -130,6 +130,8 @@ class MindMapViewModel : public EditorNavigation {
   // Marks the map as written. With a path, remembers it as the map's file, and with `isExplicit` as the user's own
   // choice.
   void recordSaveLocation(const std::optional<QString>& path, bool isExplicit);
+  // Opens a map that is no file's: other document, empty history, nothing to write and no place to write to.
+  void startWith(MindMap map);
   // Keeps access to the file until the editor ends or holds another.
   void holdScopedAccess(const QString& path);
   const std::optional<QString>& lastSavedFilePath() const { return m_lastSavedFilePath; }

@@ -38,6 +38,15 @@ void MindMapViewModel::recordSaveLocation(const std::optional<QString>& path, bo
   setIsDirty(false);
 }
 
+void MindMapViewModel::startWith(MindMap map) {
+  beginOtherDocument();
+  setMindMap(std::move(map));
+  clearHistory();
+  m_lastSavedFilePath.reset();
+  m_services.settings.remove(settings::lastSavedFilePath);
+  setIsDirty(false);
+}
+
 void MindMapViewModel::holdScopedAccess(const QString& path) {
   if (m_heldScopedPath && *m_heldScopedPath != path) m_services.bookmarks.stopAccess(*m_heldScopedPath);
   m_heldScopedPath = path;

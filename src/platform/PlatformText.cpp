@@ -45,6 +45,7 @@ QString platformText(const QString& text) {
     if (!isAlone) result += u'+';
   }
   result += QStringView(text).mid(end);
+  result.replace(QStringLiteral("your Mac"), QStringLiteral("your desktop"));
   return result.replace(u'⌫', QStringLiteral("Delete"));
 }
 

@@ -1,4 +1,6 @@
+#include "commands/PaletteCommands.h"
 #include "model/DocumentWriter.h"
+#include "model/StarterMaps.h"
 #include "script/Operations.h"
 #include "themes/Color.h"
 #include "themes/Theme.h"
@@ -59,6 +61,22 @@ void styleForDepth(ScriptEditor& script, const Arguments& arguments, JsonText& r
   result.whole(encodeNodeStyle(script.editor().styleForDepth(arguments.integer("depth"))));
 }
 
+void installTemplate(ScriptEditor& script, const Arguments& arguments, JsonText&) {
+  const StarterMap* starter = templateNamed(arguments.text("name"));
+  if (!starter) throw ScriptError(QStringLiteral("name: names no template"));
+  script.editor().startWith(templateMap(starter->name, starter->branches, script.clock()));
+}
+
+void listCommands(ScriptEditor& script, const Arguments& arguments, JsonText& result) {
+  result.beginArray();
+  for (const CommandItem& item : filteredCommands(arguments.text("query"), script.settings())) {
+    result.beginObject().key("title").text(item.title).key("subtitle").text(item.subtitle);
+    result.key("icon").text(item.icon).key("shortcut").text(item.shortcut);
+    result.key("actionKey").text(item.actionKey).endObject();
+  }
+  result.endArray();
+}
+
 }  // namespace
 
 std::vector<Operation> themeOperations() {
@@ -70,6 +88,8 @@ std::vector<Operation> themeOperations() {
       {"recolorByBranch", {}, recolorByBranch},
       {"recolorByTheme", {}, recolorByTheme},
       {"styleForDepth", {{"depth", Kind::integer}}, styleForDepth},
+      {"templateMap", {{"name", Kind::text}}, installTemplate},
+      {"filteredCommands", {{"query", Kind::text}}, listCommands},
   };
 }
 

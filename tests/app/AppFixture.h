@@ -36,8 +36,9 @@ class AppTest : public ::testing::Test {
     startWhereItStands(documents);
     window().resize(1280, 800);
   }
-  // The same in the place that the window takes by itself.
+  // The same in the place that the window takes by itself. It is not the first start, unless a test says so.
   void startWhereItStands(const QStringList& documents = {}) {
+    if (!m_isFirstStart) m_settings.setFlag(settings::onboardingShown, true);
     m_look = std::make_unique<Look>(m_settings, m_desktop);
     m_application = std::make_unique<Application>(*qApp, machine());
     m_application->start(documents);
@@ -64,6 +65,11 @@ class AppTest : public ::testing::Test {
             m_transport,
             m_onDeviceModel,
             {[this](const QString& path) { m_desktopList.append(path); }, [this] { m_desktopList.clear(); }}};
+  }
+  // Beyond what start() put there.
+  bool isNothingStored() {
+    m_settings.remove(settings::onboardingShown);
+    return m_settings.isEmpty();
   }
   MainWindow& window() { return m_application->window(); }
   MindMapViewModel& editor() { return window().editor(); }
@@ -94,6 +100,7 @@ class AppTest : public ::testing::Test {
   MemoryHttpTransport m_transport;
   MemoryOnDeviceModel m_onDeviceModel;
   std::unique_ptr<Look> m_look;
+  bool m_isFirstStart = false;
   int m_terminations = 0;
   QStringList m_desktopList;
   std::unique_ptr<Application> m_application;  // ends first

@@ -111,23 +111,12 @@ TEST_F(CommandActionsTest, DeleteTakesTheSelection) {
   EXPECT_FALSE(action("delete")->isEnabled());
 }
 
-TEST_F(CommandActionsTest, AThemeIsAppliedAndChecked) {
-  EXPECT_TRUE(action("theme:purple")->isChecked());
-  action("theme:ocean")->trigger();
-  EXPECT_EQ(m_editor.mindMap().canvas.themeId, QStringLiteral("ocean"));
-  EXPECT_TRUE(action("theme:ocean")->isChecked());
-  EXPECT_FALSE(action("theme:purple")->isChecked());
-  // Choosing the current one again keeps its mark.
-  action("theme:ocean")->trigger();
-  EXPECT_TRUE(action("theme:ocean")->isChecked());
-}
-
 TEST_F(CommandActionsTest, MarksTellTheStateAndNotTheClick) {
   const auto sidebar = receive(Notification::toggleSidebar);
   EXPECT_TRUE(action("toggleSidebar")->isChecked());
   action("toggleSidebar")->trigger();
   EXPECT_TRUE(action("toggleSidebar")->isChecked());
-  m_actions.setShown({.sidebar = false, .inspector = true, .sidebarTab = SidebarTab::outline, .isFullScreen = true});
+  m_actions.setShown({.sidebar = false, .inspector = true, .outline = false, .isFullScreen = true});
   EXPECT_FALSE(action("toggleSidebar")->isChecked());
   EXPECT_TRUE(action("toggleInspector")->isChecked());
   EXPECT_FALSE(action("toggleOutline")->isChecked());

@@ -3,8 +3,8 @@
 #include <QSignalSpy>
 
 #include "app/AppFixture.h"
-#include "app/commands/CommandTable.h"
 #include "app/window/Toolbar.h"
+#include "commands/CommandTable.h"
 
 namespace quilmora {
 namespace {

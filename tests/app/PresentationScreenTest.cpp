@@ -86,7 +86,7 @@ TEST_F(PresentationScreenTest, NothingOfItReachesTheSettings) {
   present();
   QCoreApplication::processEvents();
   m_scheduler.advance(WindowPlace::storeDelay * 4);
-  EXPECT_TRUE(m_settings.isEmpty());
+  EXPECT_TRUE(isNothingStored());
 }
 
 TEST_F(PresentationScreenTest, TheTopicStaysInTheMiddleWhenTheScreenComes) {

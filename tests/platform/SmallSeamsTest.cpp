@@ -75,6 +75,7 @@ TEST(PlatformText, NamesTheKeysOfThisDesktop) {
   EXPECT_EQ(text("Cmd + N"), "Ctrl + N");
   EXPECT_EQ(text("Shift + Cmd + L"), "Ctrl + Shift + L");
   EXPECT_EQ(text("layouts (Cmd+K → 'layout')"), "layouts (Ctrl+K → 'layout')");
+  EXPECT_EQ(text("Visual thinking for your Mac."), "Visual thinking for your desktop.");
 }
 
 TEST(PlatformText, LeavesOtherTextsAlone) {

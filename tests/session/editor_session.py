@@ -163,10 +163,10 @@ class Session:
         self.file = self.home / "Documents" / "trip.mindmap"
         if sample:
             shutil.copy(sample, self.file)
-        if settings:
-            folder = self.home / ".config" / "Quilmora"
-            folder.mkdir(parents=True)
-            (folder / "Quilmora.json").write_text(json.dumps(settings))
+        self.settings_file = self.home / ".config" / "Quilmora" / "Quilmora.json"
+        # The program of a session has been started before, unless its settings are given.
+        self.settings_file.parent.mkdir(parents=True)
+        self.settings_file.write_text(json.dumps({"onboardingShown": True} if settings is None else settings))
         self.display = Display()
         self.environment = {key: value for key, value in os.environ.items()
                             if not key.startswith(("XDG_", "QT_", "WAYLAND_", "DBUS_"))}

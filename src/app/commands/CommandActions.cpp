@@ -19,7 +19,7 @@ QKeySequence sequenceOf(const QKeyEvent& event) {
   return QKeySequence(QKeyCombination(event.modifiers() & ~Qt::KeypadModifier, static_cast<Qt::Key>(event.key())));
 }
 
-bool worksOnText(const Command& command, const QWidget& field) {
+bool worksOnText(const Command& command, const QObject& field) {
   return command.textSlot != nullptr && !(command.notification && field.property("readOnly").toBool());
 }
 
@@ -79,7 +79,7 @@ void CommandActions::setShown(const CommandContext::Shown& shown) {
 void CommandActions::focusChanged(QWidget* now) {
   if (qobject_cast<QMenuBar*>(now) != nullptr || qobject_cast<QMenu*>(now) != nullptr) return;
   const bool isOurs = now != nullptr && now->window() == m_window;
-  QPointer<QWidget>& field = m_context.textField;
+  QPointer<QObject>& field = m_context.textField;
   if (field) field->removeEventFilter(this);
   field = isOurs && isTextField(now) ? now : nullptr;
   if (field) field->installEventFilter(this);

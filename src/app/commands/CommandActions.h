@@ -6,7 +6,7 @@
 #include <QAction>
 #include <QObject>
 
-#include "app/commands/CommandTable.h"
+#include "commands/CommandTable.h"
 
 class QKeyEvent;
 

@@ -18,7 +18,6 @@ class MenuBuilder {
     for (const Command& command : commandTable()) {
       if (command.menu != id) continue;
       if (command.dividerBefore) menu.addSeparator();
-      if (!command.sectionBefore.isEmpty()) menu.addSection(command.sectionBefore);
       if (command.submenu)
         menu.addMenu(makeSubmenu(command, menu));
       else

@@ -47,8 +47,6 @@ bool Look::isStill() const {
 
 QFont Look::font(TextStyle style) const {
   QFont font = m_baseFont;
-  const double unit = QFontInfo(m_baseFont).pixelSize() / static_cast<double>(metrics::baseText);
-  const auto resize = [&](int size) { font.setPixelSize(qRound(size * unit)); };
   switch (style) {
     case TextStyle::base:
       break;
@@ -56,14 +54,17 @@ QFont Look::font(TextStyle style) const {
       font.setWeight(QFont::DemiBold);
       break;
     case TextStyle::sectionHeader:
-      resize(metrics::sectionHeaderText);
-      font.setWeight(QFont::DemiBold);
-      break;
+      return fontOfSize(metrics::sectionHeaderText, QFont::DemiBold);
     case TextStyle::panelTitle:
-      resize(metrics::panelTitleText);
-      font.setWeight(QFont::DemiBold);
-      break;
+      return fontOfSize(metrics::panelTitleText, QFont::DemiBold);
   }
+  return font;
+}
+
+QFont Look::fontOfSize(int size, QFont::Weight weight) const {
+  QFont font = m_baseFont;
+  font.setPixelSize(qRound(size * QFontInfo(m_baseFont).pixelSize() / static_cast<double>(metrics::baseText)));
+  font.setWeight(weight);
   return font;
 }
 

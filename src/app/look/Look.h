@@ -33,6 +33,8 @@ class Look : public QObject {
   bool isStill() const;
   // In the desktop's interface font, sized in proportion to it.
   QFont font(TextStyle style = TextStyle::base) const;
+  // For pieces that have a size of their own; sizes are told for a base of 13.
+  QFont fontOfSize(int size, QFont::Weight weight = QFont::Normal) const;
   QPalette palette() const;
   // A symbol that takes its colour when it is drawn: the text colour, the accent when on, fainter when disabled.
   QIcon icon(const QString& symbol) const;

@@ -28,6 +28,16 @@ QPalette withRole(QPalette palette, QPalette::ColorRole role, const QColor& colo
   return palette;
 }
 
+// The button's icon in one colour.
+QIcon tinted(const QStyleOptionButton& button, const QColor& color, qreal devicePixelRatio) {
+  QPixmap picture = button.icon.pixmap(button.iconSize, devicePixelRatio);
+  QPainter painter(&picture);
+  painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+  painter.fillRect(picture.rect(), color);
+  painter.end();
+  return QIcon(picture);
+}
+
 }  // namespace
 
 void LookStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
@@ -119,6 +129,8 @@ void LookStyle::drawPushButtonLabel(const QStyleOption& option, QPainter& painte
     copy.palette = withRole(copy.palette, QPalette::ButtonText, tokens.danger);
   }
   copy.state.setFlag(State_Sunken, false);
+  if (primary && !copy.icon.isNull())
+    copy.icon = tinted(copy, copy.palette.color(QPalette::ButtonText), painter.device()->devicePixelRatioF());
   QProxyStyle::drawControl(CE_PushButtonLabel, &copy, &painter, widget);
 }
 

@@ -17,6 +17,8 @@
 #include "app/flows/ExportFlow.h"
 #include "app/flows/SmartPasteView.h"
 #include "app/look/Look.h"
+#include "app/onboarding/OnboardingView.h"
+#include "app/palette/PaletteOpener.h"
 #include "app/window/FocusWalk.h"
 #include "app/window/InspectorPanel.h"
 #include "app/window/PresentationScreen.h"
@@ -26,6 +28,7 @@
 #include "app/window/WindowContent.h"
 #include "canvas/view/CanvasView.h"
 #include "editor/RecentFiles.h"
+#include "model/StarterMaps.h"
 #include "platform/SettingsKeys.h"
 #include "platform/SettingsStore.h"
 
@@ -65,6 +68,7 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
   handlers.quit = [this] { m_quit(); };
   handlers.about = [this] { showAbout(); };
   handlers.toggleFullScreen = [this] { setWindowState(windowState() ^ Qt::WindowFullScreen); };
+  handlers.expandWithAI = [this] { m_aiWorkflows.expandNode(std::nullopt); };
   m_actions = new CommandActions(m_editor, notifications, std::move(handlers), this);
   buildContent();
   buildExportFlow();
@@ -72,6 +76,8 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
   for (QAction* entry : menuBar()->actions())
     connect(entry->menu(), &QMenu::aboutToHide, this, &MainWindow::leaveMenuBar, Qt::QueuedConnection);
   receiveNotifications();
+  m_paletteOpener =
+      new PaletteOpener(machine.look, {m_editor, m_aiWorkflows, notifications, machine.settings}, *m_canvas, this);
   m_presentation = new PresentationScreen(*this, *m_content, *m_canvas, m_editor, machine.scheduler);
   m_place.restore();
 
@@ -102,6 +108,7 @@ MainWindow::~MainWindow() {
   m_machine.scheduler.cancel(m_shownTask);
   // They look at the editor, which ends before the base class would delete them.
   delete m_presentation;
+  delete m_paletteOpener;
   delete m_smartPaste;
   delete m_exportFlow;
   delete takeCentralWidget();
@@ -186,6 +193,9 @@ void MainWindow::receiveNotifications() {
     m_canvas->commitTitleEdit();
     m_import.run();
   });
+  receive(newFromTemplate, [this](const QVariant& name) { startWithTemplate(name); });
+  receive(toggleCommandPalette, [this](const QVariant&) { m_paletteOpener->toggle(); });
+  receive(showOnboarding, [this](const QVariant&) { openOnboarding(); });
   receive(undo, [this](const QVariant&) { m_editor.undo(); });
   receive(redo, [this](const QVariant&) { m_editor.redo(); });
   receive(duplicateSelection, [this](const QVariant&) { m_commands.duplicateSelection(); });
@@ -250,7 +260,12 @@ void MainWindow::toggleTab(SidebarTab tab) {
 void MainWindow::refreshShown() {
   const QWidget* owner = focusWidget();
   if (owner == nullptr || !owner->isVisibleTo(this)) m_canvas->setFocus();
-  m_actions->setShown({showsSidebar(), showsInspector(), sidebarTab(), isFullScreen()});
+  const bool sidebar = showsSidebar();
+  m_actions->setShown({.sidebar = sidebar,
+                       .inspector = showsInspector(),
+                       .aiChat = sidebar && sidebarTab() == SidebarTab::aiChat,
+                       .outline = sidebar && sidebarTab() == SidebarTab::outline,
+                       .isFullScreen = isFullScreen()});
 }
 
 void MainWindow::refreshTitle() {
@@ -293,6 +308,24 @@ void MainWindow::followSmartPaste() {
   m_smartPaste->open();
 }
 
+OnboardingView* MainWindow::onboarding() const {
+  return m_onboarding && m_onboarding->isOpen() ? m_onboarding.data() : nullptr;
+}
+
+void MainWindow::openOnboarding() {
+  if (onboarding() != nullptr) return;
+  m_canvas->commitTitleEdit();
+  m_onboarding = new OnboardingView(m_machine.look, m_machine.settings, m_notifications, this);
+  m_onboarding->open();
+}
+
+void MainWindow::startWithTemplate(const QVariant& name) {
+  const StarterMap* starter = name.typeId() == QMetaType::QString ? templateNamed(name.toString()) : nullptr;
+  if (starter == nullptr) return;
+  m_canvas->commitTitleEdit();
+  m_session.startWith(templateMap(starter->name, starter->branches, m_machine.clock));
+}
+
 void MainWindow::openHandedOver(const QStringList& paths) {
   bringToFront();
   m_canvas->commitTitleEdit();
@@ -328,6 +361,7 @@ void MainWindow::bringToFront() {
 void MainWindow::showEvent(QShowEvent* event) {
   QMainWindow::showEvent(event);
   if (std::exchange(m_hasAppeared, true)) return;
+  if (!m_machine.settings.flag(settings::onboardingShown).value_or(false)) openOnboarding();
   m_session.openAll(std::exchange(m_documents, {}));
   if (!m_session.hasReplacedMap()) m_session.reopenLastDocument();
 }

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include <QMainWindow>
+#include <QPointer>
 
 #include "app/commands/SidebarTab.h"
 #include "app/flows/ImportFlow.h"
@@ -24,6 +25,8 @@ class CanvasView;
 class CommandActions;
 class ExportFlow;
 class InspectorPanel;
+class OnboardingView;
+class PaletteOpener;
 class PresentationScreen;
 class RecentFiles;
 class Sidebar;
@@ -57,6 +60,9 @@ class MainWindow : public QMainWindow {
   InspectorPanel& inspector() const { return *m_inspector; }
   // The sheet while it is open, else nullptr.
   SmartPasteView* smartPaste() const { return m_smartPaste; }
+  // The sheet of the first minute while it is open, else nullptr.
+  OnboardingView* onboarding() const;
+  PaletteOpener& paletteOpener() const { return *m_paletteOpener; }
   StatusLine& statusLine() const { return *m_statusLine; }
 
   // What shows, which is what is wanted as far as there is room for it.
@@ -92,6 +98,8 @@ class MainWindow : public QMainWindow {
   void askToReopen(const QString& path);
   void waitUntilShown();
   void followSmartPaste();
+  void openOnboarding();
+  void startWithTemplate(const QVariant& name);
 
   Machine& m_machine;
   NotificationCenter& m_notifications;
@@ -125,6 +133,8 @@ class MainWindow : public QMainWindow {
   InspectorPanel* m_inspector = nullptr;
   PresentationScreen* m_presentation = nullptr;
   SmartPasteView* m_smartPaste = nullptr;
+  PaletteOpener* m_paletteOpener = nullptr;
+  QPointer<OnboardingView> m_onboarding;
   Scheduler::Task m_shownTask = 0;
 };
 

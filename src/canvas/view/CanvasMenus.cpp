@@ -5,6 +5,7 @@
 
 #include "canvas/view/CanvasGestures.h"
 #include "canvas/view/PlainText.h"
+#include "commands/CommandTable.h"
 #include "themes/Color.h"
 #include "themes/RegionColors.h"
 
@@ -37,7 +38,9 @@ QMenu* newMenu(QWidget* parent) {
 template <class Action>
 void addDelete(QMenu& menu, Action action) {
   menu.addSeparator();
-  menu.addAction(QStringLiteral("Delete"), &menu, action)->setProperty("isDestructive", true);
+  QAction* entry = plain::addAction(menu, findCommand(QStringLiteral("delete"))->name());
+  QObject::connect(entry, &QAction::triggered, &menu, action);
+  entry->setProperty("isDestructive", true);
 }
 
 }  // namespace
@@ -52,7 +55,7 @@ QMenu* CanvasMenus::nodeMenu(const QUuid& nodeID, QWidget* parent) {
     });
   };
   add(QStringLiteral("Add Sub-topic"), [this, nodeID] { m_editor.createChild(nodeID); });
-  add(QStringLiteral("Duplicate"), [this, nodeID] { duplicate(nodeID); });
+  add(findCommand(QStringLiteral("duplicateSelection"))->name(), [this, nodeID] { duplicate(nodeID); });
   if (node->imageData)
     add(QStringLiteral("Remove Image"), [this, nodeID] { m_editor.clearNodeImage(nodeID); });
   else

@@ -2,6 +2,7 @@
 
 #include <QPainter>
 
+#include "commands/CommandTable.h"
 #include "platform/PlatformText.h"
 #include "themes/Color.h"
 
@@ -23,6 +24,10 @@ QColor veil(Kind kind, PartState state, const QColor& ink) {
   return isPressed ? withOpacity(Qt::black, 0.24) : withOpacity(Qt::white, 0.28);
 }
 
+QString branchToolTip(const QString& text, const QString& commandId) {
+  return platformText(QStringLiteral("%1 (%2)").arg(text, findCommand(commandId)->key));
+}
+
 }  // namespace
 
 void paintPartState(QPainter& painter, const QRectF& disc, CanvasTarget::Kind kind, PartState state,
@@ -38,7 +43,8 @@ void paintPartState(QPainter& painter, const QRectF& disc, CanvasTarget::Kind ki
 QString partToolTip(CanvasTarget::Kind kind, bool isCollapsed) {
   switch (kind) {
     case Kind::collapseToggle:
-      return platformText(isCollapsed ? QStringLiteral("Expand Branch (⌘])") : QStringLiteral("Collapse Branch (⌘[)"));
+      return isCollapsed ? branchToolTip(QStringLiteral("Expand Branch"), QStringLiteral("expandNode"))
+                         : branchToolTip(QStringLiteral("Collapse Branch"), QStringLiteral("collapseNode"));
     case Kind::connectionHandle:
       return QStringLiteral("Add Sub-topic (Tab)\nDrag to connect");
     case Kind::edgeSourceHandle:

@@ -2,32 +2,13 @@
 
 #include <cmath>
 
-#include <QLocale>
-#include <QStringMatcher>
+#include "editor/edits/CaseInsensitiveQuery.h"
 
 namespace quilmora::edits {
 
 namespace {
 
 constexpr double minNeighbourDistance = 10.0;
-
-// Texts compare without regard to case as the current locale has it. Only Turkic locales differ from the plain folding.
-class CaseInsensitiveQuery {
- public:
-  explicit CaseInsensitiveQuery(const QString& query)
-      : m_isTurkic(m_locale.language() == QLocale::Turkish || m_locale.language() == QLocale::Azerbaijani),
-        m_matcher(m_isTurkic ? m_locale.toLower(query) : query, m_isTurkic ? Qt::CaseSensitive : Qt::CaseInsensitive) {}
-
-  bool isIn(const QString& text) const {
-    if (text.isEmpty()) return false;
-    return m_matcher.indexIn(m_isTurkic ? m_locale.toLower(text) : text) >= 0;
-  }
-
- private:
-  QLocale m_locale;
-  bool m_isTurkic;
-  QStringMatcher m_matcher;
-};
 
 }  // namespace
 

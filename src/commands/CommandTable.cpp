@@ -1,12 +1,12 @@
-#include "app/commands/CommandTable.h"
+#include "commands/CommandTable.h"
 
 #include <algorithm>
 
-#include "app/commands/Mnemonics.h"
+#include "commands/Mnemonics.h"
 #include "editor/MindMapViewModel.h"
 #include "exchange/ExportFormat.h"
+#include "model/StarterMaps.h"
 #include "platform/PlatformText.h"
-#include "themes/Theme.h"
 
 namespace quilmora {
 
@@ -15,6 +15,7 @@ namespace {
 using namespace Qt::StringLiterals;
 using enum Notification;
 using Context = CommandContext;
+using Shown = Context::Shown;
 using Rows = std::vector<Command>;
 
 // --- When a command is possible ---
@@ -59,12 +60,9 @@ bool hasTextField(const Context& context, const QVariant&) {
 
 // --- What is on ---
 
-bool isThemeApplied(const Context& context, const QVariant& object) {
-  return context.editor.mindMap().canvas.themeId.value_or(QString()) == object.toString();
-}
-
-bool isTabShown(const Context& context, SidebarTab tab) {
-  return context.shown.sidebar && context.shown.sidebarTab == tab;
+template <bool Context::Shown::*part>
+bool isShown(const Context& context, const QVariant&) {
+  return context.shown.*part;
 }
 
 // --- What is called ---
@@ -84,10 +82,6 @@ void selectAll(const Context& context, const QVariant& object) {
     callOnTextField<selectAllSlot>(context, object);
   else
     context.editor.selectAll();
-}
-
-void applyTheme(const Context& context, const QVariant& object) {
-  if (const Theme* theme = builtInTheme(object.toString())) context.editor.applyTheme(*theme);
 }
 
 template <std::function<void()> Context::Handlers::*handler>
@@ -115,7 +109,8 @@ Rows fileMenu() {
        .key = u"⌘N"_s,
        .notification = createNode,
        .isPossible = isNoTitleEdited,
-       .symbol = u"plus.circle.fill"_s},
+       .symbol = u"plus.circle.fill"_s,
+       .secondLine = u"Create a new node"_s},
       submenu(menu, u"New from &Template"_s, MenuId::newFromTemplate),
       {.menu = menu,
        .text = u"New &Branch"_s,
@@ -123,10 +118,22 @@ Rows fileMenu() {
        .notification = createEdge,
        .isPossible = isNoTitleEdited,
        .isOn = [](const Context& context, const QVariant&) { return context.editor.isEdgeCreationMode(); },
-       .symbol = u"arrow.right"_s},
-      {.menu = menu, .text = u"&Open..."_s, .key = u"⌘O"_s, .notification = openDocument, .dividerBefore = true},
+       .symbol = u"arrow.right"_s,
+       .secondLine = u"Create connection"_s},
+      {.menu = menu,
+       .text = u"&Open..."_s,
+       .key = u"⌘O"_s,
+       .notification = openDocument,
+       .symbol = u"folder"_s,
+       .secondLine = u"Open document"_s,
+       .dividerBefore = true},
       submenu(menu, u"Open &Recent"_s, MenuId::openRecent),
-      {.menu = menu, .text = u"&Save..."_s, .key = u"⌘S"_s, .notification = saveDocument},
+      {.menu = menu,
+       .text = u"&Save..."_s,
+       .key = u"⌘S"_s,
+       .notification = saveDocument,
+       .symbol = u"square.and.arrow.down"_s,
+       .secondLine = u"Save document"_s},
       {.menu = menu, .text = u"Save &As..."_s, .key = u"⇧⌘S"_s, .notification = saveDocumentAs},
       {.menu = menu, .text = u"&Import..."_s, .notification = importDocument, .dividerBefore = true},
       submenu(menu, u"&Export"_s, MenuId::exportDocument),
@@ -142,9 +149,11 @@ Rows fileMenu() {
 
 Rows templateMenu() {
   Rows rows;
-  for (const QString& name :
-       {u"Brainstorm"_s, u"Project Plan"_s, u"Meeting Notes"_s, u"Research"_s, u"Personal Goals"_s})
-    rows.push_back({.menu = MenuId::newFromTemplate, .text = name, .notification = newFromTemplate, .object = name});
+  for (const StarterMap& starter : templates())
+    rows.push_back({.menu = MenuId::newFromTemplate,
+                    .text = starter.name,
+                    .notification = newFromTemplate,
+                    .object = starter.name});
   return rows;
 }
 
@@ -159,23 +168,33 @@ Rows exportMenu() {
   return rows;
 }
 
-Rows editMenu() {
+Rows historyEntries() {
   constexpr MenuId menu = MenuId::edit;
-  using Handlers = Context::Handlers;
   return {
       {.menu = menu,
        .text = u"&Undo"_s,
        .key = u"⌘Z"_s,
        .notification = undo,
        .isPossible = canUndo,
-       .textSlot = "undo"},
+       .textSlot = "undo",
+       .symbol = u"arrow.uturn.backward"_s,
+       .secondLine = u"Undo last action"_s},
       {.menu = menu,
        .text = u"&Redo"_s,
        .key = u"⇧⌘Z"_s,
        .moreKeys = {u"⌘Y"_s},
        .notification = redo,
        .isPossible = canRedo,
-       .textSlot = "redo"},
+       .textSlot = "redo",
+       .symbol = u"arrow.uturn.forward"_s,
+       .secondLine = u"Redo last action"_s},
+  };
+}
+
+Rows clipboardEntries() {
+  constexpr MenuId menu = MenuId::edit;
+  using Handlers = Context::Handlers;
+  return {
       {.menu = menu,
        .text = u"Cu&t"_s,
        .key = u"⌘X"_s,
@@ -208,7 +227,9 @@ Rows editMenu() {
        .text = u"&Duplicate"_s,
        .key = u"⌘D"_s,
        .notification = duplicateSelection,
-       .isPossible = canDuplicate},
+       .isPossible = canDuplicate,
+       .symbol = u"doc.on.doc"_s,
+       .secondLine = u"Duplicate selection"_s},
       {.menu = menu,
        .text = u"&Settings…"_s,
        .key = u"⌘,"_s,
@@ -219,56 +240,100 @@ Rows editMenu() {
   };
 }
 
-// What the view shows beside the map.
-Rows viewMenu() {
+// What is done with the map from here.
+Rows mapEntries() {
   constexpr MenuId menu = MenuId::view;
   return {
-      {.menu = menu, .text = u"&Collapse"_s, .key = u"⌘["_s, .notification = collapseNode, .isPossible = canCollapse},
-      {.menu = menu, .text = u"&Expand"_s, .key = u"⌘]"_s, .notification = expandNode, .isPossible = canExpand},
+      {.menu = menu,
+       .text = u"&Collapse"_s,
+       .key = u"⌘["_s,
+       .notification = collapseNode,
+       .isPossible = canCollapse,
+       .symbol = u"chevron.right"_s,
+       .secondLine = u"Collapse selected branch"_s},
+      {.menu = menu,
+       .text = u"&Expand"_s,
+       .key = u"⌘]"_s,
+       .notification = expandNode,
+       .isPossible = canExpand,
+       .symbol = u"chevron.down"_s,
+       .secondLine = u"Expand selected branch"_s},
       {.menu = menu,
        .text = u"AI &Generate..."_s,
        .key = u"⇧⌘G"_s,
        .notification = aiGenerate,
-       .symbol = u"sparkles"_s},
+       .symbol = u"sparkles"_s,
+       .secondLine = u"Generate map from prompt"_s},
       {.menu = menu,
        .text = u"AI C&hat"_s,
        .key = u"⇧⌘L"_s,
        .notification = toggleAIChat,
-       .isOn = [](const Context& context, const QVariant&) { return isTabShown(context, SidebarTab::aiChat); },
-       .symbol = u"bubble.left.and.text.bubble.right"_s},
+       .isOn = isShown<&Shown::aiChat>,
+       .symbol = u"bubble.left.and.text.bubble.right"_s,
+       .secondLine = u"Chat about your map"_s},
       {.menu = menu, .text = u"Command &Palette"_s, .key = u"⌘K"_s, .notification = toggleCommandPalette},
-      {.menu = menu, .text = u"&Find..."_s, .key = u"⌘F"_s, .notification = toggleSearch},
+      {.menu = menu,
+       .text = u"&Find..."_s,
+       .key = u"⌘F"_s,
+       .notification = toggleSearch,
+       .symbol = u"magnifyingglass"_s,
+       .secondLine = u"Find nodes"_s},
       {.menu = menu,
        .text = u"Toggle &Outline"_s,
        .key = u"⇧⌘O"_s,
        .notification = toggleOutline,
-       .isOn = [](const Context& context, const QVariant&) { return isTabShown(context, SidebarTab::outline); }},
+       .isOn = isShown<&Shown::outline>,
+       .symbol = u"list.bullet.indent"_s,
+       .secondLine = u"Show/hide outline"_s},
+  };
+}
+
+// What the window shows beside the map, and how.
+Rows panelEntries() {
+  constexpr MenuId menu = MenuId::view;
+  return {
       {.menu = menu,
        .text = u"Toggle Left Si&debar"_s,
        .key = u"⌥⌘S"_s,
        .notification = toggleSidebar,
-       .isOn = [](const Context& context, const QVariant&) { return context.shown.sidebar; },
+       .isOn = isShown<&Shown::sidebar>,
        .symbol = u"sidebar.leading"_s},
       {.menu = menu,
        .text = u"Toggle &Inspector"_s,
        .key = u"⇧⌘I"_s,
        .notification = toggleInspector,
-       .isOn = [](const Context& context, const QVariant&) { return context.shown.inspector; },
+       .isOn = isShown<&Shown::inspector>,
        .symbol = u"sidebar.trailing"_s},
       {.menu = menu,
        .text = u"Presentation &Mode"_s,
        .key = u"⇧⌘P"_s,
        .notification = togglePresentation,
-       .isOn = [](const Context& context, const QVariant&) { return context.editor.isPresentationMode(); }},
-      {.menu = menu, .text = u"Recolor by &Branch"_s, .notification = recolorByBranch},
-      {.menu = menu, .text = u"&Recolor by Theme"_s, .notification = recolorByTheme},
+       .isOn = [](const Context& context, const QVariant&) { return context.editor.isPresentationMode(); },
+       .symbol = u"play.rectangle"_s,
+       .secondLine = u"Step through nodes"_s},
+      {.menu = menu,
+       .text = u"Recolor by &Branch"_s,
+       .notification = recolorByBranch,
+       .symbol = u"paintbrush.pointed"_s,
+       .secondLine = u"Auto-color each branch with its own hue"_s},
+      {.menu = menu,
+       .text = u"&Recolor by Theme"_s,
+       .notification = recolorByTheme,
+       .symbol = u"paintpalette"_s,
+       .secondLine = u"Reset to theme colors (depth-shaded)"_s},
   };
 }
 
 Rows zoomEntries() {
   constexpr MenuId menu = MenuId::view;
   return {
-      {.menu = menu, .text = u"&Zoom to Fit"_s, .key = u"⌘0"_s, .notification = zoomToFit, .dividerBefore = true},
+      {.menu = menu,
+       .text = u"&Zoom to Fit"_s,
+       .key = u"⌘0"_s,
+       .notification = zoomToFit,
+       .symbol = u"arrow.up.left.and.arrow.down.right"_s,
+       .secondLine = u"Fit all nodes in view"_s,
+       .dividerBefore = true},
       {.menu = menu, .text = u"Zoom I&n"_s, .key = u"⌘="_s, .moreKeys = {u"⌘+"_s}, .notification = zoomIn},
       {.menu = menu, .text = u"Zoom O&ut"_s, .key = u"⌘-"_s, .notification = zoomOut},
       {.menu = menu,
@@ -276,43 +341,10 @@ Rows zoomEntries() {
        .key = u"F11"_s,
        .call = callHandler<&Context::Handlers::toggleFullScreen>,
        .isPossible = [](const Context& context, const QVariant&) { return !context.editor.isPresentationMode(); },
-       .isOn = [](const Context& context, const QVariant&) { return context.shown.isFullScreen; },
+       .isOn = isShown<&Shown::isFullScreen>,
        .dividerBefore = true,
        .id = u"fullScreen"_s},
-      // Until the palette brings layouts and themes.
-      submenu(menu, u"&Layout"_s, MenuId::layout, true),
-      submenu(menu, u"&Theme"_s, MenuId::theme),
   };
-}
-
-Rows layoutMenu() {
-  constexpr MenuId menu = MenuId::layout;
-  return {
-      {.menu = menu, .text = u"Tree"_s, .notification = applyTreeLayout},
-      {.menu = menu, .text = u"Vertical Tree"_s, .notification = applyVerticalTreeLayout},
-      {.menu = menu, .text = u"Radial"_s, .notification = applyRadialLayout},
-      {.menu = menu, .text = u"Left/Right Tree"_s, .notification = applyLeftRightLayout},
-      {.menu = menu, .text = u"Org Chart"_s, .notification = applyOrgChartLayout},
-  };
-}
-
-Rows themeMenu() {
-  Rows rows;
-  for (const ThemeCategory category : {ThemeCategory::classic, ThemeCategory::vibrant, ThemeCategory::custom}) {
-    bool isFirst = true;
-    for (const Theme& theme : allThemes()) {
-      if (theme.category != category) continue;
-      rows.push_back({.menu = MenuId::theme,
-                      .text = theme.name,
-                      .call = applyTheme,
-                      .object = theme.id,
-                      .isOn = isThemeApplied,
-                      .sectionBefore = isFirst ? label(category) : QString(),
-                      .id = u"theme:"_s + theme.id});
-      isFirst = false;
-    }
-  }
-  return rows;
 }
 
 Rows helpMenu() {
@@ -336,7 +368,39 @@ Rows toolbarOnly() {
        .isPossible = canDelete,
        .yieldsKey = true,
        .symbol = u"trash"_s,
+       .secondLine = u"Delete selection"_s,
        .id = u"delete"_s},
+  };
+}
+
+Rows paletteOnly() {
+  return {
+      {.text = u"AI Expand Node"_s,
+       .call = callHandler<&Context::Handlers::expandWithAI>,
+       .isPossible = hasHandler<&Context::Handlers::expandWithAI>,
+       .symbol = u"sparkles"_s,
+       .secondLine = u"Expand selected node with AI"_s,
+       .id = u"expandWithAI"_s},
+      {.text = u"Tree Layout"_s,
+       .notification = applyTreeLayout,
+       .symbol = u"arrow.right.to.line"_s,
+       .secondLine = u"Horizontal tree"_s},
+      {.text = u"Vertical Layout"_s,
+       .notification = applyVerticalTreeLayout,
+       .symbol = u"arrow.down.to.line"_s,
+       .secondLine = u"Top-down tree"_s},
+      {.text = u"Radial Layout"_s,
+       .notification = applyRadialLayout,
+       .symbol = u"circle.dotted"_s,
+       .secondLine = u"Centered radial"_s},
+      {.text = u"L/R Layout"_s,
+       .notification = applyLeftRightLayout,
+       .symbol = u"arrow.left.and.right"_s,
+       .secondLine = u"Balanced tree"_s},
+      {.text = u"Org Chart"_s,
+       .notification = applyOrgChartLayout,
+       .symbol = u"person.3"_s,
+       .secondLine = u"Corporate hierarchy"_s},
   };
 }
 
@@ -364,12 +428,11 @@ void giveMnemonics(Rows& table, MenuId menu) {
 
 Rows makeTable() {
   Rows table;
-  for (const auto& menu : {fileMenu, templateMenu, exportMenu, editMenu, viewMenu, zoomEntries, layoutMenu, themeMenu,
-                           helpMenu, toolbarOnly})
+  for (const auto& menu : {fileMenu, templateMenu, exportMenu, historyEntries, clipboardEntries, mapEntries,
+                           panelEntries, zoomEntries, helpMenu, toolbarOnly, paletteOnly})
     std::ranges::move(menu(), std::back_inserter(table));
   for (Command& command : table) command.id = idOf(command);
-  for (const MenuId menu : {MenuId::newFromTemplate, MenuId::exportDocument, MenuId::layout, MenuId::theme})
-    giveMnemonics(table, menu);
+  for (const MenuId menu : {MenuId::newFromTemplate, MenuId::exportDocument}) giveMnemonics(table, menu);
   return table;
 }
 
@@ -398,6 +461,10 @@ QList<QKeySequence> Command::allKeys() const {
 
 QString Command::toolTip() const {
   return key.isEmpty() ? name() : platformText(u"%1 (%2)"_s.arg(name(), key));
+}
+
+QString Command::spelledKey() const {
+  return keySequence().toString(QKeySequence::PortableText).replace(u'+', u" + "_s);
 }
 
 const std::vector<Command>& commandTable() {

@@ -1,4 +1,4 @@
-#include "app/commands/Mnemonics.h"
+#include "commands/Mnemonics.h"
 
 #include <QSet>
 

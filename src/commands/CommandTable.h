@@ -8,16 +8,14 @@
 #include <QPointer>
 #include <QString>
 #include <QVariant>
-#include <QWidget>
 
-#include "app/commands/SidebarTab.h"
 #include "platform/Notifications.h"
 
 namespace quilmora {
 
 class MindMapViewModel;
 
-enum class MenuId { file, newFromTemplate, openRecent, exportDocument, edit, view, layout, theme, help };
+enum class MenuId { file, newFromTemplate, openRecent, exportDocument, edit, view, help };
 
 // What a row of the table looks at and acts on: one a window.
 struct CommandContext {
@@ -25,7 +23,8 @@ struct CommandContext {
   struct Shown {
     bool sidebar = true;
     bool inspector = true;
-    SidebarTab sidebarTab = SidebarTab::aiChat;
+    bool aiChat = false;   // in the sidebar
+    bool outline = false;  // in the sidebar
     bool isFullScreen = false;
 
     bool operator==(const Shown&) const = default;
@@ -36,21 +35,22 @@ struct CommandContext {
     std::function<void()> about;
     std::function<void()> settings;
     std::function<void()> toggleFullScreen;
+    std::function<void()> expandWithAI;  // the selected topic
   };
 
   MindMapViewModel& editor;
   Handlers handlers;
   Shown shown;
-  QPointer<QWidget> textField;  // that has the keyboard, also while the menu bar borrows it
+  QPointer<QObject> textField;  // that has the keyboard, also while the menu bar borrows it
 };
 
-// One command: a row of data from which menus, toolbar, tool tips and keys are made. It posts `notification` with
-// `object`, or calls `call`, or opens `submenu`.
+// One command: a row of data from which menus, toolbar, palette, tool tips, keys and what is told of keys are made. It
+// posts `notification` with `object`, or calls `call`, or opens `submenu`.
 struct Command {
   using Condition = bool (*)(const CommandContext& context, const QVariant& object);
   using Call = void (*)(const CommandContext& context, const QVariant& object);
 
-  std::optional<MenuId> menu = {};  // nothing: stands in the toolbar only
+  std::optional<MenuId> menu = {};  // nothing: stands in the toolbar or the palette only
   QString text = {};                // with its mnemonic, such as "&New Topic"
   QString key = {};                 // as the product's data tells keys, such as "⇧⌘S"
   QStringList moreKeys = {};        // that do the same and are not shown
@@ -62,10 +62,10 @@ struct Command {
   Condition isOn = nullptr;        // of what can be on and off
   const char* textSlot = nullptr;  // what a text field does itself when it has the keyboard and the key is pressed
   bool yieldsKey = false;          // the key is taken only when the view that has the keyboard passes it on
-  QString symbol = {};             // for the toolbar
+  QString symbol = {};             // for the toolbar and the palette
+  QString secondLine = {};         // for the palette
   bool dividerBefore = false;
-  QString sectionBefore = {};  // a header above the entry
-  QString id = {};             // unique; where no row names it, its notification with the object
+  QString id = {};  // unique; where no row names it, its notification with the object
 
   // Without mnemonic and dots: "Open Recent".
   QString name() const;
@@ -74,6 +74,8 @@ struct Command {
   QList<QKeySequence> allKeys() const;
   // The name with the key behind it: "New Topic (Ctrl+N)".
   QString toolTip() const;
+  // The key that is shown, in the words of running text: "Ctrl + N".
+  QString spelledKey() const;
 };
 
 // Every command in the order of the menus.

@@ -3,19 +3,19 @@
 
 #include <gtest/gtest.h>
 
-#include "app/commands/CommandTable.h"
-#include "app/commands/Mnemonics.h"
+#include "canvas/painting/Symbols.h"
+#include "commands/CommandTable.h"
+#include "commands/Mnemonics.h"
 
 namespace quilmora {
 namespace {
 
-// "Text | key | notification | object", with a line of dashes where a divider stands and brackets around a section.
+// "Text | key | notification | object", with a line of dashes where a divider stands.
 QStringList rowsOf(MenuId menu) {
   QStringList rows;
   for (const Command& command : commandTable()) {
     if (command.menu != menu) continue;
     if (command.dividerBefore) rows.append(QStringLiteral("---"));
-    if (!command.sectionBefore.isEmpty()) rows.append(QLatin1Char('[') + command.sectionBefore + QLatin1Char(']'));
     QStringList parts{withoutMnemonic(command.text)};
     parts.append(command.keySequence().toString(QKeySequence::PortableText));
     parts.append(command.notification ? notificationName(*command.notification) : QString());
@@ -107,27 +107,7 @@ TEST(CommandTable, ViewMenu) {
                                       "Zoom Out | Ctrl+- | zoomOut",
                                       "---",
                                       "Full Screen | F11",
-                                      "---",
-                                      "Layout",
-                                      "Theme",
                                   }));
-}
-
-TEST(CommandTable, LayoutMenu) {
-  EXPECT_EQ(rowsOf(MenuId::layout), lines({
-                                        "Tree |  | applyTreeLayout",
-                                        "Vertical Tree |  | applyVerticalTreeLayout",
-                                        "Radial |  | applyRadialLayout",
-                                        "Left/Right Tree |  | applyLeftRightLayout",
-                                        "Org Chart |  | applyOrgChartLayout",
-                                    }));
-}
-
-TEST(CommandTable, ThemesStandInTwoGroups) {
-  const QStringList rows = rowsOf(MenuId::theme);
-  EXPECT_EQ(rows.first(), QStringLiteral("[Classic]"));
-  EXPECT_EQ(rows.filter(QStringLiteral("[")), lines({"[Classic]", "[Vibrant]"}));
-  EXPECT_TRUE(rows.contains(QStringLiteral("Lavender |  |  | purple")));
 }
 
 TEST(CommandTable, HelpMenu) {
@@ -152,16 +132,30 @@ TEST(CommandTable, IdsAndKeysAreUnique) {
   }
 }
 
-TEST(CommandTable, EveryRowDoesOneThingAndStandsInAMenuOrTheToolbar) {
+TEST(CommandTable, EveryRowDoesOneThingAndStandsInAMenuTheToolbarOrThePalette) {
   for (const Command& command : commandTable()) {
     const int ways =
         int(command.notification.has_value()) + int(command.call != nullptr) + int(command.submenu.has_value());
     EXPECT_EQ(ways, 1) << command.id.toStdString();
     const bool isButton = std::ranges::any_of(
         toolbarTable(), [&](const ToolbarButton& button) { return button.commandId == command.id; });
-    EXPECT_TRUE(command.menu || isButton) << command.id.toStdString();
-    EXPECT_EQ(isButton, !command.symbol.isEmpty()) << command.id.toStdString();
+    const bool isInPalette = !command.secondLine.isEmpty();
+    EXPECT_TRUE(command.menu || isButton || isInPalette) << command.id.toStdString();
+    EXPECT_EQ(isButton || isInPalette, !command.symbol.isEmpty()) << command.id.toStdString();
   }
+}
+
+TEST(CommandTable, EverySymbolIsDrawn) {
+  for (const Command& command : commandTable()) {
+    if (command.symbol.isEmpty()) continue;
+    EXPECT_TRUE(hasSymbol(command.symbol)) << command.symbol.toStdString();
+  }
+}
+
+TEST(CommandTable, KeysAreSpelledInTheWordsOfThisDesktop) {
+  EXPECT_EQ(findCommand(QStringLiteral("createNode"))->spelledKey(), QStringLiteral("Ctrl + N"));
+  EXPECT_EQ(findCommand(QStringLiteral("toggleAIChat"))->spelledKey(), QStringLiteral("Ctrl + Shift + L"));
+  EXPECT_EQ(findCommand(QStringLiteral("importDocument"))->spelledKey(), QString());
 }
 
 TEST(CommandTable, EveryMenuIsReachedFromTheMenuBar) {

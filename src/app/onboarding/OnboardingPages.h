@@ -1,0 +1,28 @@
+#pragma once
+
+#include <vector>
+
+#include <QString>
+
+namespace quilmora {
+
+// What the first minute tells, in the words of this desktop. Keys of commands are those of the table of commands.
+
+struct OnboardingRow {
+  QString symbol;
+  QString keys;  // "Ctrl + N"; may be empty
+  QString description;
+};
+
+struct OnboardingPage {
+  QString symbol;  // may be empty
+  QString title;
+  QString text;  // below the title; may be empty
+  std::vector<OnboardingRow> rows;
+  QString note;  // below the rows; may be empty
+};
+
+// The last one is where a person begins: it has buttons instead of rows.
+const std::vector<OnboardingPage>& onboardingPages();
+
+}  // namespace quilmora
