@@ -14,8 +14,9 @@ inline std::optional<double> budgetOf(std::string_view work, long topics) {
     double atHundredThousand;
   };
   static constexpr Budget budgets[] = {
-      {"open", 300, 1200}, {"encode", 25, 250}, {"decode", 25, 250}, {"command", 1, 10},
-      {"layout", 4, 40},   {"frame", 8, 16},    {"export", 30, 300}, {"import", 30, 300},
+      {"open", 300, 1200},        {"encode", 25, 250},      {"decode", 25, 250},      {"command", 1, 10},
+      {"layout", 4, 40},          {"frame", 8, 16},         {"export", 30, 300},      {"import", 30, 300},
+      {"outline-open", 100, 100}, {"outline-follow", 5, 5}, {"outline-fold", 32, 32}, {"outline-search", 16, 16},
   };
   for (const Budget& budget : budgets) {
     if (budget.work != work) continue;

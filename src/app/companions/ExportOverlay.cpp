@@ -116,7 +116,7 @@ void ExportOverlay::fadeTo(double opacity) {
   m_fade->stop();
   m_fade->setStartValue(m_opacity);
   m_fade->setEndValue(opacity);
-  m_fade->setDuration(fadeMilliseconds);
+  m_fade->setDuration(look().isStill() ? 0 : fadeMilliseconds);
   m_fade->start();
 }
 

@@ -20,6 +20,8 @@ class ExportOverlay : public Card {
   ExportOverlay(const Look& look, QWidget* canvas);
 
   QString message() const;
+  // From 0 to 1, as it fades.
+  double shownOpacity() const { return m_opacity; }
   // Names the export that begins, of which nothing is known yet.
   void setMessage(const QString& message);
   void setExporting(bool isExporting);

@@ -92,6 +92,7 @@ void SearchBar::followSearching() {
   const bool isSearching = m_editor.isSearching();
   if (isSearching == isShown()) return;
   if (isSearching) {
+    m_before = window()->focusWidget();
     setShown(true);
     m_field->setFocus(Qt::ShortcutFocusReason);
     m_field->selectAll();
@@ -99,7 +100,10 @@ void SearchBar::followSearching() {
   }
   // Before the bar hides: the toolkit would give the keyboard to whatever comes next.
   const QWidget* owner = window()->focusWidget();
-  if (owner == nullptr || isAncestorOf(owner)) parentWidget()->setFocus(Qt::OtherFocusReason);
+  const bool isBeforeThere = m_before && m_before->isVisible() && m_before->isEnabled() &&
+                             m_before->focusPolicy() != Qt::NoFocus && !isAncestorOf(m_before);
+  if (owner == nullptr || isAncestorOf(owner))
+    (isBeforeThere ? m_before.data() : parentWidget())->setFocus(Qt::OtherFocusReason);
   setShown(false);
 }
 

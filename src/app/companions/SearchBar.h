@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QLineEdit>
+#include <QPointer>
 
 #include "app/companions/Card.h"
 
@@ -36,6 +37,7 @@ class SearchBar : public Card {
   void followResults();
 
   EditorNavigation& m_editor;
+  QPointer<QWidget> m_before;  // had the keyboard
   QLineEdit* m_field;
   TextLabel* m_count;
   IconButton* m_previous;

@@ -37,12 +37,9 @@ Look::Look(const SettingsStore& settings, const DesktopAppearance& desktop)
     : m_settings(settings),
       m_desktop(desktop),
       m_baseFont(baseFontFor(desktop)),
-      m_tokens(std::make_shared<Tokens>(tokensFor(settings, desktop))) {
+      m_tokens(std::make_shared<Tokens>(tokensFor(settings, desktop))),
+      m_isStill(desktop.prefersStillness()) {
   connect(&desktop, &DesktopAppearance::changed, this, &Look::refresh);
-}
-
-bool Look::isStill() const {
-  return m_desktop.prefersStillness();
 }
 
 QFont Look::font(TextStyle style) const {
@@ -117,9 +114,11 @@ void Look::install(QApplication& application) const {
 
 void Look::refresh() {
   const Tokens& tokens = tokensFor(m_settings, m_desktop);
-  if (tokens.isDark == m_tokens->isDark) return;
+  const bool isOther = tokens.isDark != m_tokens->isDark;
+  if (!isOther && m_isStill == m_desktop.prefersStillness()) return;
+  m_isStill = m_desktop.prefersStillness();
   *m_tokens = tokens;
-  if (m_isInstalled) {
+  if (isOther && m_isInstalled) {
     QApplication::setPalette(palette());
     QToolTip::setPalette(palette());
   }

@@ -30,7 +30,7 @@ class Look : public QObject {
   const Tokens& tokens() const { return *m_tokens; }
   bool isDark() const { return m_tokens->isDark; }
   // Whether what moves by itself is to be there at once, as the desktop says.
-  bool isStill() const;
+  bool isStill() const { return m_isStill; }
   // In the desktop's interface font, sized in proportion to it.
   QFont font(TextStyle style = TextStyle::base) const;
   // For pieces that have a size of their own; sizes are told for a base of 13.
@@ -53,6 +53,7 @@ class Look : public QObject {
   QFont m_baseFont;
   // Shared with the style and the icons, which may outlive this object.
   std::shared_ptr<Tokens> m_tokens;
+  bool m_isStill = false;
   mutable bool m_isInstalled = false;
 };
 

@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <QVBoxLayout>
 
+#include "app/look/AccessibleRole.h"
 #include "app/look/Look.h"
 #include "app/look/Paint.h"
 #include "canvas/painting/Symbols.h"
@@ -65,6 +66,7 @@ TextLabel::TextLabel(const Look& look, QString text, TokenColor color, const QFo
     : QWidget(parent), m_look(look), m_text(std::move(text)), m_color(color), m_overflow(overflow) {
   setFont(font);
   setAccessibleName(m_text);
+  setAccessibleRole(*this, QAccessible::StaticText);
   QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred);
   policy.setHeightForWidth(overflow == Overflow::wraps);
   setSizePolicy(policy);

@@ -16,9 +16,11 @@
 #include "app/dialogs/TextField.h"
 #include "app/flows/ExportFlow.h"
 #include "app/flows/SmartPasteView.h"
+#include "app/look/AccessibleRole.h"
 #include "app/look/Look.h"
 #include "app/onboarding/OnboardingView.h"
 #include "app/palette/PaletteOpener.h"
+#include "app/outline/OutlineView.h"
 #include "app/window/FocusWalk.h"
 #include "app/window/InspectorPanel.h"
 #include "app/window/PresentationScreen.h"
@@ -56,8 +58,7 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
       m_commands(m_editor, &machine.clipboard),
       m_keys(m_editor, m_commands, machine.scheduler),
       m_images(m_editor, machine.panels),
-      m_beforeQuit(notifications.observe(Notification::autoSaveBeforeQuit,
-                                         [this](const QVariant&) { m_canvas->commitTitleEdit(); })),
+      m_beforeQuit(notifications.observe(Notification::autoSaveBeforeQuit, [this](const QVariant&) { commitEdits(); })),
       m_session(m_editor, {machine.editorServices(), machine.writer, machine.panels, machine.scheduler, notifications,
                            recentFiles, machine.defaultFolder, machine.openingMark}),
       m_aiWorkflows(m_editor, machine.editorServices(), machine.aiBackEnds()),
@@ -120,8 +121,15 @@ void MainWindow::buildContent() {
   m_content = new WindowContent(look, this);
   m_toolbar = new Toolbar(look, *m_actions, m_content);
   m_sidebar = new Sidebar(look, m_content);
+  m_sidebar->setPage(SidebarTab::aiChat, [&look](QWidget* parent) {
+    return new EmptyState(look, symbol(SidebarTab::aiChat), tr("Ask about your map, or have it extended."), parent);
+  });
+  m_sidebar->setPage(SidebarTab::outline, [this, &look](QWidget* parent) {
+    return m_outline = new OutlineView(look, m_editor, m_aiWorkflows, parent);
+  });
   m_canvas = new CanvasView(m_editor, m_commands, m_notifications, m_machine.scheduler, m_machine.clock, m_content);
   m_canvas->setAccessibleName(tr("Canvas"));
+  setAccessibleRole(*m_canvas, QAccessible::Canvas);
   m_companions = new CanvasCompanions(look, m_editor, m_machine.scheduler, m_canvas);
   m_canvas->setCoveredAreas([this] { return m_companions->coveredAreas(); });
   m_canvas->setGlides(!look.isStill());
@@ -138,6 +146,7 @@ void MainWindow::buildContent() {
     if (m_hasAppeared) m_editor.setCanvasOffset(m_editor.canvasOffset() - QPointF(distance, 0));
   });
   connect(m_content, &WindowContent::panelsChanged, this, &MainWindow::refreshShown);
+  connect(m_content, &WindowContent::sidebarPushedAway, this, [this] { setShows(SidePanel::sidebar, false); });
   new FocusWalk({m_toolbar, m_sidebar, m_canvas, m_inspector}, this);
   connect(m_sidebar, &Sidebar::tabChosen, this, [this](SidebarTab tab) {
     m_sidebar->setActiveTab(tab);
@@ -170,27 +179,27 @@ void MainWindow::receiveNotifications() {
   });
   receive(createEdge, [this](const QVariant&) { m_commands.toggleEdgeCreation(); });
   receive(openDocument, [this](const QVariant&) {
-    m_canvas->commitTitleEdit();
+    commitEdits();
     m_session.openDocument();
   });
   receive(saveDocument, [this](const QVariant&) {
-    m_canvas->commitTitleEdit();
+    commitEdits();
     m_session.saveDocument();
   });
   receive(saveDocumentAs, [this](const QVariant&) {
-    m_canvas->commitTitleEdit();
+    commitEdits();
     m_session.saveDocumentAs();
   });
   receive(exportDocument, [this](const QVariant& format) {
-    m_canvas->commitTitleEdit();
+    commitEdits();
     m_exportFlow->start(format.toString());
   });
   receive(openRecentFile, [this](const QVariant& path) {
-    m_canvas->commitTitleEdit();
+    commitEdits();
     m_session.open(path.toString());
   });
   receive(importDocument, [this](const QVariant&) {
-    m_canvas->commitTitleEdit();
+    commitEdits();
     m_import.run();
   });
   receive(newFromTemplate, [this](const QVariant& name) { startWithTemplate(name); });
@@ -235,6 +244,11 @@ void MainWindow::openMenuBar() {
   if (!bar->isVisible()) return;
   bar->setFocus(Qt::MenuBarFocusReason);
   bar->setActiveAction(bar->actions().constFirst());
+}
+
+void MainWindow::commitEdits() {
+  m_canvas->commitTitleEdit();
+  if (m_outline != nullptr) m_outline->finishRename();
 }
 
 void MainWindow::setShows(SidePanel panel, bool shows) {
@@ -314,7 +328,7 @@ OnboardingView* MainWindow::onboarding() const {
 
 void MainWindow::openOnboarding() {
   if (onboarding() != nullptr) return;
-  m_canvas->commitTitleEdit();
+  commitEdits();
   m_onboarding = new OnboardingView(m_machine.look, m_machine.settings, m_notifications, this);
   m_onboarding->open();
 }
@@ -322,13 +336,13 @@ void MainWindow::openOnboarding() {
 void MainWindow::startWithTemplate(const QVariant& name) {
   const StarterMap* starter = name.typeId() == QMetaType::QString ? templateNamed(name.toString()) : nullptr;
   if (starter == nullptr) return;
-  m_canvas->commitTitleEdit();
+  commitEdits();
   m_session.startWith(templateMap(starter->name, starter->branches, m_machine.clock));
 }
 
 void MainWindow::openHandedOver(const QStringList& paths) {
   bringToFront();
-  m_canvas->commitTitleEdit();
+  commitEdits();
   m_session.openAll(paths);
 }
 

@@ -27,6 +27,7 @@ class ExportFlow;
 class InspectorPanel;
 class OnboardingView;
 class PaletteOpener;
+class OutlineView;
 class PresentationScreen;
 class RecentFiles;
 class Sidebar;
@@ -57,6 +58,8 @@ class MainWindow : public QMainWindow {
   ExportFlow& exportFlow() const { return *m_exportFlow; }
   Toolbar& toolbar() const { return *m_toolbar; }
   Sidebar& sidebar() const { return *m_sidebar; }
+  // nullptr until it was first seen.
+  OutlineView* outline() const { return m_outline; }
   InspectorPanel& inspector() const { return *m_inspector; }
   // The sheet while it is open, else nullptr.
   SmartPasteView* smartPaste() const { return m_smartPaste; }
@@ -86,6 +89,8 @@ class MainWindow : public QMainWindow {
   void buildContent();
   void buildExportFlow();
   void receiveNotifications();
+  // Keeps the titles that are being edited.
+  void commitEdits();
   void leaveMenuBar();
   void openMenuBar();
   void setShows(SidePanel panel, bool shows);
@@ -126,6 +131,7 @@ class MainWindow : public QMainWindow {
   WindowContent* m_content = nullptr;
   Toolbar* m_toolbar = nullptr;
   Sidebar* m_sidebar = nullptr;
+  OutlineView* m_outline = nullptr;
   CanvasView* m_canvas = nullptr;
   CanvasCompanions* m_companions = nullptr;
   ExportFlow* m_exportFlow = nullptr;

@@ -1,5 +1,7 @@
 #include "app/window/Sidebar.h"
 
+#include <utility>
+
 #include <QHBoxLayout>
 #include <QPainter>
 #include <QStackedWidget>
@@ -77,15 +79,10 @@ class TabButton final : public QAbstractButton {
   QString m_symbol;
 };
 
-QString emptyText(SidebarTab tab) {
-  return tab == SidebarTab::aiChat ? Sidebar::tr("Ask about your map, or have it extended.")
-                                   : Sidebar::tr("Your topics as a list.");
-}
-
 }  // namespace
 
 Sidebar::Sidebar(const Look& look, QWidget* parent) : Ground(look, &Tokens::panel, Qt::RightEdge, parent) {
-  setFixedWidth(metrics::sidebarWidth);
+  setMinimumWidth(metrics::sidebarWidth);
   setAccessibleName(tr("Sidebar"));
   auto* bar = new Ground(look, &Tokens::panel, Qt::BottomEdge | Qt::RightEdge, this);
   auto* row = new QHBoxLayout(bar);
@@ -97,7 +94,7 @@ Sidebar::Sidebar(const Look& look, QWidget* parent) : Ground(look, &Tokens::pane
     connect(button, &QAbstractButton::clicked, this, [this, tab] { Q_EMIT tabChosen(tab); });
     m_buttons[static_cast<std::size_t>(tab)] = button;
     row->addWidget(button);
-    m_pages->addWidget(new EmptyState(look, symbol(tab), emptyText(tab), m_pages));
+    m_pages->addWidget(new QWidget(m_pages));
   }
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
@@ -111,6 +108,28 @@ void Sidebar::setActiveTab(SidebarTab tab) {
   m_activeTab = tab;
   m_buttons[static_cast<std::size_t>(tab)]->setChecked(true);
   m_pages->setCurrentIndex(static_cast<int>(tab));
+  if (isVisible()) makeSeenPage();
+}
+
+void Sidebar::setPage(SidebarTab tab, MakePage make) {
+  m_makers[static_cast<std::size_t>(tab)] = std::move(make);
+  if (isVisible()) makeSeenPage();
+}
+
+void Sidebar::makeSeenPage() {
+  const MakePage make = std::exchange(m_makers[static_cast<std::size_t>(m_activeTab)], nullptr);
+  if (!make) return;
+  const int place = static_cast<int>(m_activeTab);
+  QWidget* before = m_pages->widget(place);
+  m_pages->insertWidget(place, make(m_pages));
+  m_pages->removeWidget(before);
+  delete before;
+  m_pages->setCurrentIndex(place);
+}
+
+void Sidebar::showEvent(QShowEvent* event) {
+  Ground::showEvent(event);
+  makeSeenPage();
 }
 
 }  // namespace quilmora

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 
 #include "app/commands/SidebarTab.h"
 #include "app/look/Widgets.h"
@@ -14,8 +15,13 @@ class Sidebar : public Ground {
   Q_OBJECT
 
  public:
+  // Makes the content of a tab as a child of the given widget.
+  using MakePage = std::function<QWidget*(QWidget* parent)>;
+
   Sidebar(const Look& look, QWidget* parent = nullptr);
 
+  // The content is made when it is first seen.
+  void setPage(SidebarTab tab, MakePage make);
   SidebarTab activeTab() const { return m_activeTab; }
   void setActiveTab(SidebarTab tab);
 
@@ -23,9 +29,15 @@ class Sidebar : public Ground {
   // The user chose a tab from the bar.
   void tabChosen(quilmora::SidebarTab tab);
 
+ protected:
+  void showEvent(QShowEvent* event) override;
+
  private:
+  void makeSeenPage();
+
   SidebarTab m_activeTab = SidebarTab::aiChat;
   std::array<QAbstractButton*, 2> m_buttons;
+  std::array<MakePage, 2> m_makers;
   QStackedWidget* m_pages;
 };
 

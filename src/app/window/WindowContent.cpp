@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "app/window/InspectorPanel.h"
+#include "app/window/PanelEdge.h"
 #include "app/window/Sidebar.h"
 #include "app/window/StatusLine.h"
 #include "app/window/Toolbar.h"
@@ -15,7 +16,14 @@ constexpr int canvasMinHeight = 200;
 
 }  // namespace
 
-WindowContent::WindowContent(const Look& look, QWidget* parent) : Ground(look, &Tokens::window, {}, parent) {}
+WindowContent::WindowContent(const Look& look, QWidget* parent)
+    : Ground(look, &Tokens::window, {}, parent), m_edge(new PanelEdge(this)) {
+  connect(m_edge, &PanelEdge::dragged, this, &WindowContent::setSidebarWidth);
+  connect(m_edge, &PanelEdge::resetWanted, this, [this] { setSidebarWidth(metrics::sidebarWidth); });
+  connect(m_edge, &PanelEdge::dropped, this, [this](int x) {
+    if (x < metrics::sidebarWidth / 2) Q_EMIT sidebarPushedAway();
+  });
+}
 
 void WindowContent::setParts(const Parts& parts) {
   m_parts = parts;
@@ -42,12 +50,25 @@ void WindowContent::resizeEvent(QResizeEvent* event) {
   arrange();
 }
 
+// Never narrower than it is made for, and never at the cost of what stands beside it.
+int WindowContent::sidebarWidthIn(const PanelPlaces& places) const {
+  const int inspector = places.inspector && !places.floats ? widthOf(SidePanel::inspector) : 0;
+  const int room = width() - metrics::canvasMinWidth - inspector;
+  return std::clamp(m_sidebarWidth, metrics::sidebarWidth, std::max(metrics::sidebarWidth, room));
+}
+
+void WindowContent::setSidebarWidth(int width) {
+  m_sidebarWidth = width;
+  m_sidebarWidth = sidebarWidthIn(m_places);
+  arrange();
+}
+
 void WindowContent::arrange() {
   if (m_parts.canvas == nullptr) return;
   const PanelPlaces places = m_isBare ? PanelPlaces() : placePanels(width(), m_wishes);
   const int top = m_isBare ? 0 : metrics::toolbarHeight;
   const int bottom = m_isBare ? 0 : metrics::statusLineHeight;
-  const int sidebarWidth = widthOf(SidePanel::sidebar);
+  const int sidebarWidth = sidebarWidthIn(places);
   const int inspectorWidth = widthOf(SidePanel::inspector);
   const int left = places.sidebar && !places.floats ? sidebarWidth : 0;
   const int right = places.inspector && !places.floats ? inspectorWidth : 0;
@@ -66,6 +87,9 @@ void WindowContent::arrange() {
   m_parts.inspector->setVisible(places.inspector);
   m_parts.sidebar->raise();
   m_parts.inspector->raise();
+  m_edge->setGeometry(sidebarWidth - PanelEdge::thickness / 2, top, PanelEdge::thickness, height() - top);
+  m_edge->setVisible(places.sidebar && !places.floats);
+  m_edge->raise();
   if (shift != 0 && isVisible()) Q_EMIT canvasShifted(shift);
   if (changes) Q_EMIT panelsChanged();
 }

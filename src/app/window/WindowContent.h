@@ -6,6 +6,7 @@
 namespace quilmora {
 
 class InspectorPanel;
+class PanelEdge;
 class Sidebar;
 class StatusLine;
 class Toolbar;
@@ -39,7 +40,9 @@ class WindowContent : public Ground {
  Q_SIGNALS:
   // A panel came or went.
   void panelsChanged();
-  // The left edge of the canvas moved by so many pixels because a panel came or went beside it.
+  // The user dragged the sidebar's edge to where there is no sidebar.
+  void sidebarPushedAway();
+  // The left edge of the canvas moved by so many pixels because a panel came or went beside it, or grew.
   void canvasShifted(int distance);
 
  protected:
@@ -47,10 +50,14 @@ class WindowContent : public Ground {
 
  private:
   void arrange();
+  int sidebarWidthIn(const PanelPlaces& places) const;
+  void setSidebarWidth(int width);
 
   Parts m_parts{};
   PanelWishes m_wishes;
   PanelPlaces m_places;
+  PanelEdge* m_edge;
+  int m_sidebarWidth = metrics::sidebarWidth;  // as the user wants it, for as long as the window lives
   bool m_isBare = false;
 };
 

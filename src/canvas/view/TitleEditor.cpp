@@ -76,6 +76,7 @@ TextExtent extentOf(const QStringList& lines, const QFont& font, double wrapWidt
 
 TitleEditor::TitleEditor(const QString& title, Scheduler& scheduler, QWidget* canvas)
     : QTextEdit(canvas), m_scheduler(scheduler) {
+  setAccessibleName(tr("Title"));
   setFrameShape(QFrame::NoFrame);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

@@ -1,0 +1,217 @@
+#!/usr/bin/env python3
+"""Works in the outline of the real program, with real key and mouse events.
+
+Usage: outline_session.py PROGRAM_FOLDER [PICTURE_FOLDER]
+
+Everything that the outline offers is done once; what it changes is looked for in the saved document and undone. With
+PICTURE_FOLDER, a screenshot of a failed step is kept there.
+"""
+
+import json
+import subprocess
+import sys
+
+sys.dont_write_bytecode = True
+from editor_session import Editor, Session, differences, wait_until
+from gestures_test import ends, node, small_map
+
+SETTINGS = {"showSidebar": True, "showInspector": False, "onboardingShown": True, "appearance": "light"}
+SELECTED = "#DEEAFD"  # the accent at 12 % on the panel
+
+
+class Outline:
+    """The outline by its rows, found on the screen by the ground of the selected one."""
+
+    def __init__(self, session, editor):
+        self.session = session
+        self.editor = editor
+        editor.key("ctrl+shift+o")
+        editor.settle()
+        self.base = editor.save()
+        self.left, self.top = 0, editor.canvas[1]
+        # A click into the list gives it the keyboard, and selects what is there.
+        self.click_at(self.top + 100)
+        self.key("Home")
+        self.first = self.selected_row()
+        self.key("Down")
+        self.height = self.selected_row() - self.first
+
+    def selected_row(self):
+        """The middle of the selected row on the screen."""
+        self.editor.settle()
+        path = self.session.home / "outline.png"
+        self.editor.picture(path)
+        done = subprocess.run(["convert", str(path), "-crop", f"200x700+4+{self.top}", "+repage", "-alpha", "off", "-fuzz", "1%",
+                               "-fill", "black", "+opaque", SELECTED, "-fill", "white", "-opaque", SELECTED, "-trim",
+                               "-format", "%Y %h", "info:"], capture_output=True, text=True)
+        y, height = (int(part) for part in done.stdout.replace("+", " ").split())
+        assert 15 < height < 60, f"a selected row {height} high"
+        return self.top + y + height / 2
+
+    def place(self, row):
+        return round(self.first + row * self.height)
+
+    def click_at(self, y, x=150, button="1"):
+        self.editor.xdo("mousemove", str(x), str(y), "click", button)
+        self.editor.settle()
+
+    def key(self, *keys):
+        self.editor.key(*keys)
+
+    def menu(self, row, *keys):
+        before = self.editor.screenshot()
+        self.click_at(self.place(row), button="3")
+        wait_until("the menu", lambda: self.editor.screenshot() != before)
+        self.key(*keys)
+        self.editor.settle()
+
+    def rename(self, text):
+        self.key("F2")
+        self.editor.xdo("type", "--delay", "15", text)
+        self.key("Return")
+
+    def save(self):
+        return self.editor.save()
+
+    def undo(self):
+        for _ in range(3):
+            self.key("ctrl+z")
+            if not (left := differences(self.base, self.save())):
+                return
+        raise AssertionError(f"still different: {left}")
+
+
+# The rows: Alpha with Beta and Gamma, then Delta and Echo. Each step leaves the document as it found it.
+
+
+def clicks_select(outline):
+    outline.click_at(outline.place(2))
+    outline.rename("Third")
+    assert node(outline.save(), "Gamma")["title"] == "Third"
+    outline.undo()
+
+
+def keys_walk(outline):
+    outline.key("End")
+    outline.rename("Last")
+    assert node(outline.save(), "Echo")["title"] == "Last"
+    outline.undo()
+    outline.key("Home", "Down", "Down", "Up")
+    outline.rename("Second")
+    assert node(outline.save(), "Beta")["title"] == "Second"
+    outline.undo()
+    outline.key("Home", "d")
+    outline.rename("By letter")
+    assert node(outline.save(), "Delta")["title"] == "By letter"
+    outline.undo()
+    # Escape in the field leaves the title alone, and the next key is the list's again.
+    outline.key("Home", "F2", "x", "Escape", "Down")
+    outline.rename("After Escape")
+    document = outline.save()
+    assert node(document, "Alpha")["title"] == "Alpha" and node(document, "Beta")["title"] == "After Escape"
+    outline.undo()
+
+
+def saving_keeps_what_is_typed(outline):
+    outline.key("Home", "F2")
+    outline.editor.xdo("type", "--delay", "15", "Typed")
+    assert node(outline.save(), "Alpha")["title"] == "Typed"
+    outline.undo()
+
+
+def rows_fold(outline):
+    outline.key("Home", "Left", "Down")
+    outline.rename("Below the fold")
+    assert node(outline.save(), "Delta")["title"] == "Below the fold"
+    outline.undo()
+    # The chevron of the first row expands it and selects nothing.
+    outline.click_at(outline.first, x=16)
+    outline.key("Home", "Right")
+    outline.rename("Child")
+    assert node(outline.save(), "Beta")["title"] == "Child"
+    outline.undo()
+    outline.click_at(outline.first, x=16)
+    outline.click_at(outline.first, x=16)
+
+
+def the_menu_edits(outline):
+    outline.menu(3, "Down", "Return")
+    document = outline.save()
+    assert ("Delta", "new") in ends(document), ends(document)
+    outline.undo()
+    outline.menu(4, "Down", "Down", "Down", "Down", "Return")
+    document = outline.save()
+    assert len(document["nodes"]) == 6 and document["nodes"][-1]["title"].startswith("Echo")
+    outline.undo()
+    outline.menu(1, "Up", "Return")
+    document = outline.save()
+    assert node(document, "Beta") is None and len(document["nodes"]) == 4
+    outline.undo()
+    outline.click_at(outline.place(2))
+    before = outline.editor.screenshot()
+    outline.key("Menu")
+    wait_until("the menu", lambda: outline.editor.screenshot() != before)
+    outline.key("Up", "Return")
+    assert node(outline.save(), "Gamma") is None
+    outline.undo()
+
+
+def delete_deletes(outline):
+    outline.click_at(outline.place(1))
+    outline.key("Delete")
+    document = outline.save()
+    assert node(document, "Beta") is None and node(document, "Alpha") is not None
+    outline.undo()
+
+
+def the_edge_is_dragged(outline):
+    editor = outline.editor
+    y = str(outline.top + 300)
+
+    def canvas_left():
+        editor.settle()
+        return editor.settled_canvas()[0]
+
+    assert canvas_left() == 260
+    editor.xdo("mousemove", "260", y, "mousedown", "1", "mousemove", "300", y, "mousemove", "340", y, "mouseup", "1")
+    assert canvas_left() == 340, canvas_left()
+    editor.xdo("mousemove", "340", y, "click", "--repeat", "2", "--delay", "60", "1")
+    assert canvas_left() == 260, canvas_left()
+    assert not differences(outline.base, outline.save())
+
+
+def its_key_hides_it(outline):
+    outline.key("ctrl+shift+o")
+    outline.editor.settle()
+    assert outline.editor.settled_canvas()[0] == 0
+    outline.key("ctrl+shift+o")
+    outline.editor.settle()
+    assert outline.editor.settled_canvas()[0] == 260
+
+
+STEPS = (clicks_select, keys_walk, saving_keeps_what_is_typed, rows_fold, the_menu_edits, delete_deletes,
+         the_edge_is_dragged, its_key_hides_it)
+
+
+def main():
+    session = Session(sys.argv[1], None, sys.argv[2] if len(sys.argv) > 2 else None, settings=SETTINGS)
+    session.file.write_text(json.dumps(small_map()))
+    try:
+        editor = Editor(session, [str(session.file)])
+        outline = Outline(session, editor)
+        for step in STEPS:
+            try:
+                step(outline)
+            except Exception:
+                session.keep_picture(editor, f"outline-{step.__name__}")
+                raise
+            print(step.__name__, flush=True)
+        editor.key("ctrl+q")
+        editor.wait_for_end()
+    finally:
+        session.close()
+    print("the outline went through")
+
+
+if __name__ == "__main__":
+    main()
