@@ -7,8 +7,10 @@
 #include <QImage>
 
 #include "editor/EditorNavigation.h"
+#include "editor/edits/Arrangement.h"
 #include "editor/edits/Clipping.h"
 #include "editor/edits/SmartPaste.h"
+#include "themes/StylePresets.h"
 #include "themes/Theme.h"
 
 namespace quilmora {
@@ -125,6 +127,21 @@ class MindMapViewModel : public EditorNavigation {
   void recolorByTheme();
   void applyLayout(MindMap::Layout layout, QSizeF canvasSize);
 
+  // --- Styling and arranging by hand (StyleCommands.cpp) ---
+
+  // Each does nothing without its subject; those on the selected topics arrange two or more.
+  void setNodeStyle(const QUuid& id, const NodeStyle& style);
+  void setNodeEmoji(const QUuid& id, const std::optional<QString>& emoji);
+  void setNodeUrl(const QUuid& id, const std::optional<QString>& url);
+  void colorSelectedNodes(const TopicColors& colors);
+  void colorSelectedEdges(const QString& color);
+  void taperSelectedEdges(double startWidth, double endWidth);
+  void alignSelectedNodes(edits::Alignment alignment);
+  void distributeSelectedNodes(edits::Axis axis);
+  void setCanvasBackground(const QString& color);
+  // `isContinuous` while a hand is still moving it, so that one movement makes one snapshot.
+  void setHierarchical(const HierarchicalConfig& config, bool isContinuous);
+
   // --- Where the map is saved (SaveLocation.cpp) ---
 
   // Marks the map as written. With a path, remembers it as the map's file, and with `isExplicit` as the user's own
@@ -157,6 +174,7 @@ class MindMapViewModel : public EditorNavigation {
   void addNode(Node node, const std::optional<QUuid>& parentID);
   template <class Record>
   void editRecord(SharedArray<Record> MindMap::*records, const QUuid& id, const std::function<void(Record&)>& change);
+  void arrange(const std::vector<edits::Placement>& placements);
   void reconnectEdge(const QUuid& edgeID, QUuid Edge::*end, const QUuid& newID);
   void editRegion(const QUuid& id, bool stamps, const std::function<void(Region&)>& change);
 

@@ -1,3 +1,6 @@
+#include <algorithm>
+#include <array>
+
 #include "editor/PictureFiles.h"
 #include "script/Operations.h"
 
@@ -96,6 +99,29 @@ void smartPaste(ScriptEditor& script, const Arguments& arguments, JsonText&) {
   script.editor().smartPaste(arguments.text("text"), static_cast<SmartPasteMode>(mode), arguments.optionalId("parent"));
 }
 
+// The word of the argument among these, which stand in the order of the values from 0.
+template <class Value, std::size_t count>
+Value chosen(const Arguments& arguments, const char* argument, const std::array<const char*, count>& words) {
+  const QString& text = arguments.text(argument);
+  const auto found = std::ranges::find_if(words, [&](const char* word) { return text == QLatin1String(word); });
+  if (found == words.end()) {
+    QStringList known;
+    for (const char* word : words) known.append(QLatin1String(word));
+    throw ScriptError(QStringLiteral("%1: not one of %2").arg(QLatin1String(argument), known.join(u", ")));
+  }
+  return static_cast<Value>(found - words.begin());
+}
+
+void align(ScriptEditor& script, const Arguments& arguments, JsonText&) {
+  constexpr std::array words = {"left", "centerH", "right", "top", "centerV", "bottom"};
+  script.editor().alignSelectedNodes(chosen<edits::Alignment>(arguments, "edge", words));
+}
+
+void distribute(ScriptEditor& script, const Arguments& arguments, JsonText&) {
+  constexpr std::array words = {"horiz", "vert"};
+  script.editor().distributeSelectedNodes(chosen<edits::Axis>(arguments, "axis", words));
+}
+
 }  // namespace
 
 std::vector<Operation> editingOperations() {
@@ -118,6 +144,8 @@ std::vector<Operation> editingOperations() {
       {"deleteNode", {id}, deleteNode},
       {"deleteSelection", {}, deleteSelection},
       {"smartPaste", {text, {"mode", Kind::integer}, {"parent", Kind::id, true}}, smartPaste},
+      {"align", {{"edge", Kind::text}}, align},
+      {"distribute", {{"axis", Kind::text}}, distribute},
       {"toggleCollapsed", {id}, toggleCollapsed},
       {"isHidden", {id}, isHidden},
       {"isDescendant", {id, {"root", Kind::id}}, isDescendant},

@@ -2,7 +2,7 @@
 
 #include "app/AppFixture.h"
 #include "app/window/FocusWalk.h"
-#include "app/window/InspectorPanel.h"
+#include "app/inspectors/InspectorPanel.h"
 #include "app/window/Sidebar.h"
 #include "app/window/Toolbar.h"
 

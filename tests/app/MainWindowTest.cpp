@@ -9,7 +9,7 @@
 #include "app/companions/CanvasCompanions.h"
 #include "app/companions/NodeQuickLook.h"
 #include "app/companions/SearchBar.h"
-#include "app/window/InspectorPanel.h"
+#include "app/inspectors/InspectorPanel.h"
 #include "app/window/Sidebar.h"
 #include "app/window/StatusLine.h"
 #include "app/window/Toolbar.h"

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "app/AppFixture.h"
-#include "app/window/InspectorPanel.h"
+#include "app/inspectors/InspectorPanel.h"
 #include "app/window/PanelPlaces.h"
 #include "app/window/Sidebar.h"
 #include "app/window/Toolbar.h"

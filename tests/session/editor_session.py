@@ -3,6 +3,7 @@
 import json
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import tempfile
@@ -98,10 +99,14 @@ class Editor:
             path = self.session.home / "canvas.png"
             self.picture(path)
             ground = self.session.document()["canvas"]["background"]
+            # Its largest part: panels may hold the colour too.
             found = subprocess.run(["convert", str(path), "-alpha", "off", "-fill", "black", "+opaque", ground, "-fill", "white",
-                                    "-opaque", ground, "-trim", "-format", "%X %Y %w %h", "info:"],
+                                    "-opaque", ground, "-define", "connected-components:verbose=true", "-define",
+                                    "connected-components:area-threshold=1000", "-connected-components", "4", "null:"],
                                    capture_output=True, text=True)
-            areas.append([int(part) for part in found.stdout.replace("+", " ").split()] if found.returncode == 0 else None)
+            parts = re.findall(r"(\d+)x(\d+)\+(\d+)\+(\d+) \S+ (\d+) (?:s?rgb\(255,255,255\)|gray\(255\))", found.stdout)
+            largest = max(parts, key=lambda part: int(part[4]), default=None)
+            areas.append([int(largest[place]) for place in (2, 3, 0, 1)] if largest else None)
             self.settle()
         steady = areas[0] == areas[1] and areas[0] and areas[0][2] >= 400 and areas[0][3] >= 300
         return tuple(areas[0]) if steady else None

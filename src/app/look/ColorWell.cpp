@@ -92,6 +92,14 @@ QString ColorWell::value() const {
   return QStringLiteral("%1, %2%").arg(value).arg(qRound(m_color.alphaF() * 100));
 }
 
+bool ColorWell::isChoosing() const {
+  return m_dialog != nullptr;
+}
+
+ColorDialog* ColorWell::dialog() const {
+  return m_dialog;
+}
+
 void ColorWell::startChoosing() {
   if (m_dialog != nullptr) return m_dialog->raise();
   m_before = m_color;

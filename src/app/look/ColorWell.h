@@ -25,9 +25,9 @@ class ColorWell final : public QAbstractButton {
   // "#RRGGBB", with the opacity behind it where it is not whole; what screen readers say of the colour.
   QString value() const;
 
-  bool isChoosing() const { return m_dialog != nullptr; }
+  bool isChoosing() const;
   // The dialog while it is open, else nullptr.
-  ColorDialog* dialog() const { return m_dialog; }
+  ColorDialog* dialog() const;
   void startChoosing();
   // As Escape does.
   void cancelChoosing();

@@ -16,13 +16,13 @@
 #include "app/dialogs/TextField.h"
 #include "app/flows/ExportFlow.h"
 #include "app/flows/SmartPasteView.h"
+#include "app/inspectors/InspectorPanel.h"
 #include "app/look/AccessibleRole.h"
 #include "app/look/Look.h"
 #include "app/onboarding/OnboardingView.h"
-#include "app/palette/PaletteOpener.h"
 #include "app/outline/OutlineView.h"
+#include "app/palette/PaletteOpener.h"
 #include "app/window/FocusWalk.h"
-#include "app/window/InspectorPanel.h"
 #include "app/window/PresentationScreen.h"
 #include "app/window/Sidebar.h"
 #include "app/window/StatusLine.h"
@@ -58,7 +58,8 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
       m_commands(m_editor, &machine.clipboard),
       m_keys(m_editor, m_commands, machine.scheduler),
       m_images(m_editor, machine.panels),
-      m_beforeQuit(notifications.observe(Notification::autoSaveBeforeQuit, [this](const QVariant&) { commitEdits(); })),
+      m_beforeQuit(
+          notifications.observe(Notification::autoSaveBeforeQuit, [this](const QVariant&) { commitTyping(); })),
       m_session(m_editor, {machine.editorServices(), machine.writer, machine.panels, machine.scheduler, notifications,
                            recentFiles, machine.defaultFolder, machine.openingMark}),
       m_aiWorkflows(m_editor, machine.editorServices(), machine.aiBackEnds()),
@@ -96,6 +97,7 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
   connect(m_exportFlow, &ExportFlow::errorRaised, this, showError);
   // The panel opens once the menu that asked for it has gone.
   connect(m_canvas, &CanvasView::imageWanted, &m_images, &NodeImages::ask, Qt::QueuedConnection);
+  connect(m_inspector, &InspectorPanel::imageWanted, &m_images, &NodeImages::ask, Qt::QueuedConnection);
   connect(m_canvas, &CanvasView::imageDropped, &m_images, &NodeImages::setFromFile);
   connect(&m_editor, &MindMapViewModel::mindMapChanged, this, &MainWindow::refreshTitle);
   connect(&m_editor, &MindMapViewModel::isDirtyChanged, this, &MainWindow::refreshTitle);
@@ -135,7 +137,9 @@ void MainWindow::buildContent() {
   m_canvas->setGlides(!look.isStill());
   connect(&look, &Look::changed, m_canvas, [this, &look] { m_canvas->setGlides(!look.isStill()); });
   m_statusLine = new StatusLine(look, m_editor, m_content);
-  m_inspector = new InspectorPanel(look, m_content);
+  m_inspector =
+      new InspectorPanel({look, m_editor, m_notifications, m_machine.scheduler, m_machine.settings}, m_content);
+  connect(m_inspector, &InspectorPanel::keyboardReleased, m_canvas, [this] { m_canvas->setFocus(); });
   m_content->setParts({m_toolbar, m_sidebar, m_canvas, m_statusLine, m_inspector});
   const SettingsStore& settings = m_machine.settings;
   m_content->setWishes({settings.flag(settings::showSidebar).value_or(true),
@@ -179,34 +183,40 @@ void MainWindow::receiveNotifications() {
   });
   receive(createEdge, [this](const QVariant&) { m_commands.toggleEdgeCreation(); });
   receive(openDocument, [this](const QVariant&) {
-    commitEdits();
+    commitTyping();
     m_session.openDocument();
   });
   receive(saveDocument, [this](const QVariant&) {
-    commitEdits();
+    commitTyping();
     m_session.saveDocument();
   });
   receive(saveDocumentAs, [this](const QVariant&) {
-    commitEdits();
+    commitTyping();
     m_session.saveDocumentAs();
   });
   receive(exportDocument, [this](const QVariant& format) {
-    commitEdits();
+    commitTyping();
     m_exportFlow->start(format.toString());
   });
   receive(openRecentFile, [this](const QVariant& path) {
-    commitEdits();
+    commitTyping();
     m_session.open(path.toString());
   });
   receive(importDocument, [this](const QVariant&) {
-    commitEdits();
+    commitTyping();
     m_import.run();
   });
   receive(newFromTemplate, [this](const QVariant& name) { startWithTemplate(name); });
   receive(toggleCommandPalette, [this](const QVariant&) { m_paletteOpener->toggle(); });
   receive(showOnboarding, [this](const QVariant&) { openOnboarding(); });
-  receive(undo, [this](const QVariant&) { m_editor.undo(); });
-  receive(redo, [this](const QVariant&) { m_editor.redo(); });
+  receive(undo, [this](const QVariant&) {
+    m_inspector->commitTyping();
+    m_editor.undo();
+  });
+  receive(redo, [this](const QVariant&) {
+    m_inspector->commitTyping();
+    m_editor.redo();
+  });
   receive(duplicateSelection, [this](const QVariant&) { m_commands.duplicateSelection(); });
   receive(toggleSearch, [this](const QVariant&) { m_editor.toggleSearch(); });
   receive(togglePresentation, [this](const QVariant&) { m_editor.togglePresentation(); });
@@ -216,6 +226,12 @@ void MainWindow::receiveNotifications() {
   receive(toggleAIChat, [this](const QVariant&) { toggleTab(SidebarTab::aiChat); });
   receive(toggleSidebar, [this](const QVariant&) { setShows(SidePanel::sidebar, !showsSidebar()); });
   receive(toggleInspector, [this](const QVariant&) { setShows(SidePanel::inspector, !showsInspector()); });
+}
+
+void MainWindow::commitTyping() {
+  m_canvas->commitTitleEdit();
+  m_inspector->commitTyping();
+  if (m_outline != nullptr) m_outline->finishRename();
 }
 
 bool MainWindow::showsSidebar() const {
@@ -244,11 +260,6 @@ void MainWindow::openMenuBar() {
   if (!bar->isVisible()) return;
   bar->setFocus(Qt::MenuBarFocusReason);
   bar->setActiveAction(bar->actions().constFirst());
-}
-
-void MainWindow::commitEdits() {
-  m_canvas->commitTitleEdit();
-  if (m_outline != nullptr) m_outline->finishRename();
 }
 
 void MainWindow::setShows(SidePanel panel, bool shows) {
@@ -328,7 +339,7 @@ OnboardingView* MainWindow::onboarding() const {
 
 void MainWindow::openOnboarding() {
   if (onboarding() != nullptr) return;
-  commitEdits();
+  commitTyping();
   m_onboarding = new OnboardingView(m_machine.look, m_machine.settings, m_notifications, this);
   m_onboarding->open();
 }
@@ -336,13 +347,13 @@ void MainWindow::openOnboarding() {
 void MainWindow::startWithTemplate(const QVariant& name) {
   const StarterMap* starter = name.typeId() == QMetaType::QString ? templateNamed(name.toString()) : nullptr;
   if (starter == nullptr) return;
-  commitEdits();
+  commitTyping();
   m_session.startWith(templateMap(starter->name, starter->branches, m_machine.clock));
 }
 
 void MainWindow::openHandedOver(const QStringList& paths) {
   bringToFront();
-  commitEdits();
+  commitTyping();
   m_session.openAll(paths);
 }
 

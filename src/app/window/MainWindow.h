@@ -89,8 +89,8 @@ class MainWindow : public QMainWindow {
   void buildContent();
   void buildExportFlow();
   void receiveNotifications();
-  // Keeps the titles that are being edited.
-  void commitEdits();
+  // Puts what is being typed into the map.
+  void commitTyping();
   void leaveMenuBar();
   void openMenuBar();
   void setShows(SidePanel panel, bool shows);

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "app/window/InspectorPanel.h"
+#include "app/inspectors/InspectorPanel.h"
 #include "app/window/PanelEdge.h"
 #include "app/window/Sidebar.h"
 #include "app/window/StatusLine.h"

@@ -1,5 +1,6 @@
 #include "editor/edits/Finding.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "editor/edits/CaseInsensitiveQuery.h"
@@ -11,6 +12,14 @@ namespace {
 constexpr double minNeighbourDistance = 10.0;
 
 }  // namespace
+
+std::vector<std::uint32_t> ordinalsOf(const MapIndex& index, const IdSet& ids) {
+  std::vector<std::uint32_t> ordinals;
+  for (const QUuid& id : ids)
+    if (const std::uint32_t ordinal = index.find(id); ordinal != MapIndex::npos) ordinals.push_back(ordinal);
+  std::ranges::sort(ordinals);
+  return ordinals;
+}
 
 std::vector<QUuid> topicsWith(const MindMap& map, const QString& query) {
   std::vector<QUuid> found;

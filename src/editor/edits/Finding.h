@@ -5,10 +5,14 @@
 
 #include <QString>
 
+#include "model/IdSet.h"
 #include "model/MapIndex.h"
 
-// Finding a topic by its text and by where it lies.
+// Finding topics by their ids, by their texts and by where they lie.
 namespace quilmora::edits {
+
+// The ordinals of the topics with these ids, ascending. Ids that name no topic are left out.
+std::vector<std::uint32_t> ordinalsOf(const MapIndex& index, const IdSet& ids);
 
 // The topics whose title or notes hold the query, in the order of the map, without regard to case as the current locale
 // has it. An empty query finds none.

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "editor/edits/Finding.h"
+
 namespace quilmora::edits {
 
 namespace {
@@ -77,6 +79,30 @@ void recolorByBranch(MindMap& map, const TreeInfo& tree, const MapIndex& index) 
   ordinal = 0;
   map.edges.updateIf([&](const Edge&) { return rows[targets[ordinal++]] != nullptr; },
                      [&](Edge& edge) { edge.style.color = rows[targets[ordinal - 1]]->stroke; });
+}
+
+void takeColors(NodeStyle& style, const TopicColors& colors) {
+  style.fill = colors.fill;
+  style.stroke = colors.stroke;
+  style.textColor = colors.textColor;
+}
+
+void colorTopics(MindMap& map, const MapIndex& index, const IdSet& ids, const TopicColors& colors) {
+  for (const std::uint32_t ordinal : ordinalsOf(index, ids))
+    map.nodes.update(ordinal, [&](Node& node) { takeColors(node.style, colors); });
+}
+
+void colorEdges(MindMap& map, const IdSet& ids, const QString& color) {
+  map.edges.updateIf([&](const Edge& edge) { return ids.contains(edge.id); },
+                     [&](Edge& edge) { edge.style.color = color; });
+}
+
+void taperEdges(MindMap& map, const IdSet& ids, double startWidth, double endWidth) {
+  map.edges.updateIf([&](const Edge& edge) { return ids.contains(edge.id); },
+                     [&](Edge& edge) {
+                       edge.style.taper.startWidth = startWidth;
+                       edge.style.taper.endWidth = endWidth;
+                     });
 }
 
 }  // namespace quilmora::edits

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "model/IdSet.h"
 #include "model/MindMap.h"
 #include "model/TreeInfo.h"
+#include "themes/StylePresets.h"
 #include "themes/Theme.h"
 
-// Colours by theme and by branch. Nothing here changes ids or edge ends, and nothing sets updatedAt.
+// Colours by theme, by branch and by hand. Nothing here changes ids or edge ends, and nothing sets updatedAt.
 namespace quilmora::edits {
 
 // What a new topic at this depth and a new edge look like under a theme.
@@ -17,5 +19,12 @@ void recolorByTheme(MindMap& map, const Theme& theme, const TreeInfo& tree, cons
 // Gives each branch of a root its own palette, and each edge the stroke colour of the topic that it leads to. What no
 // root reaches stays as it is.
 void recolorByBranch(MindMap& map, const TreeInfo& tree, const MapIndex& index);
+
+// Fill, stroke and text of a style; its gradient and all else stay.
+void takeColors(NodeStyle& style, const TopicColors& colors);
+void colorTopics(MindMap& map, const MapIndex& index, const IdSet& ids, const TopicColors& colors);
+void colorEdges(MindMap& map, const IdSet& ids, const QString& color);
+// The widths of connectors at the parent and at the child; how they go from one to the other stays.
+void taperEdges(MindMap& map, const IdSet& ids, double startWidth, double endWidth);
 
 }  // namespace quilmora::edits

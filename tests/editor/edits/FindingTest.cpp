@@ -41,3 +41,8 @@ TEST(Finding, ATopicTenAwayIsNoNeighbour) {
 TEST(Finding, HiddenTopicsArePassedOver) {
   EXPECT_EQ(Cross().step(Direction::right, {0, 1, 0, 0, 0}), topicId(2));
 }
+
+TEST(Finding, OrdinalsStandInTheOrderOfTheMap) {
+  const EditsRig rig(mapOf({4, 5, 6}));
+  EXPECT_EQ(ordinalsOf(rig.index, ids({6, 9, 4})), (std::vector<std::uint32_t>{0, 2}));
+}

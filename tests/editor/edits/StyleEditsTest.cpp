@@ -39,3 +39,34 @@ TEST(StyleEdits, WhatNoRootReachesKeepsItsColours) {
   recolorByBranch(rig.map, rig.tree, rig.index);
   EXPECT_EQ(rig.map, before);
 }
+
+TEST(StyleEdits, ColoursByHandLeaveTheGradientAndAllElse) {
+  MindMap map = mapOf({0, 1, 2});
+  map.nodes.update(1, [](Node& node) {
+    node.style.fillGradient = QStringLiteral("#123456");
+    node.style.bold = true;
+  });
+  EditsRig rig(map);
+  const TopicColors colors{QStringLiteral("#111111"), QStringLiteral("#222222"), QStringLiteral("#333333")};
+  colorTopics(rig.map, rig.index, ids({1, 2, 9}), colors);
+  EXPECT_EQ(rig.map.nodes[0], map.nodes[0]);
+  NodeStyle expected = map.nodes[1].style;
+  expected.fill = QStringLiteral("#111111");
+  expected.stroke = QStringLiteral("#222222");
+  expected.textColor = QStringLiteral("#333333");
+  EXPECT_EQ(rig.map.nodes[1].style, expected);
+  EXPECT_EQ(rig.map.nodes[2].style.fill, QStringLiteral("#111111"));
+}
+
+TEST(StyleEdits, ConnectorsTakeAColourOrWidthsAlone) {
+  EditsRig rig(mapOf({0, 1, 2}, {{0, 1}, {0, 2}}));
+  const IdSet first{edgeId(0)};
+  colorEdges(rig.map, first, QStringLiteral("#ABCDEF"));
+  taperEdges(rig.map, first, 12.5, 3);
+  EdgeStyle expected = EdgeStyle::defaultStyle();
+  EXPECT_EQ(rig.map.edges[1].style, expected);
+  expected.color = QStringLiteral("#ABCDEF");
+  expected.taper.startWidth = 12.5;
+  expected.taper.endWidth = 3;
+  EXPECT_EQ(rig.map.edges[0].style, expected);
+}

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <array>
+
+#include "app/inspectors/Inspector.h"
+#include "app/inspectors/SelectedEdges.h"
+#include "app/look/Widgets.h"
+
+class QScrollArea;
+
+namespace quilmora {
+
+// The right panel: the inspector that suits the selection. Each is built when it is first shown.
+class InspectorPanel : public Ground {
+  Q_OBJECT
+
+ public:
+  InspectorPanel(const InspectorContext& context, QWidget* parent);
+
+  // The one that shows; nullptr before the panel was first seen.
+  Inspector* inspector() const { return m_shown; }
+  const InspectorSubject& subject() const { return m_subject; }
+  // Puts what was typed into the map at once, for those who take the map away next.
+  void commitTyping();
+
+ Q_SIGNALS:
+  void imageWanted(const QUuid& nodeID);
+  // The panel has no more use for the keyboard.
+  void keyboardReleased();
+
+ protected:
+  void showEvent(QShowEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  InspectorSubject findSubject();
+  void refreshSoon();
+  void refresh();
+  Inspector& built(InspectorSubject::Kind kind);
+  void showOnly(Inspector& inspector);
+
+  InspectorContext m_context;
+  QScrollArea* m_scroll;
+  QWidget* m_holder;
+  std::array<Inspector*, 5> m_built{};  // by kind
+  Inspector* m_shown = nullptr;
+  InspectorSubject m_subject;
+  SelectedEdges m_edges;
+  bool m_isRefreshPending = false;
+};
+
+}  // namespace quilmora

@@ -1,0 +1,299 @@
+#!/usr/bin/env python3
+"""Uses every control of the inspector once on the real program, with real key and mouse events.
+
+Usage: inspector_session.py PROGRAM_FOLDER [PICTURE_FOLDER]
+
+After each it saves and looks at what the document holds, then undoes as many steps as the control is to take and finds the
+document as it was before. With PICTURE_FOLDER, screenshots of the steps are kept there.
+"""
+
+import json
+import subprocess
+import sys
+import time
+
+sys.dont_write_bytecode = True
+from editor_session import Editor, Session, differences, wait_until
+from gestures_test import FREE, POSITIONS, Hands, identifier, middle, node, small_map
+
+SETTINGS = {"showSidebar": False, "showInspector": True, "onboardingShown": True, "appearance": "light"}
+THROTTLE_SECONDS = 0.55
+
+TOPIC = ["Title", "Shape", "Emoji", "Badge", "Samples", "Link", "Add Image...", "Notes", "Fill", "Border", "Text",
+         "Delete Topic"]
+TOPIC_WITH_PICTURE = TOPIC[:6] + ["Replace Image...", "Remove"] + TOPIC[7:]
+TOPICS = ["Fill", "Border", "Text", "Apply to All Selected", "Samples", "Align", "Distribute", "Delete All Selected"]
+EDGE = ["Color", "Dashed", "Arrow Head", "Start Width", "End Width", "Easing", "Delete Branch"]
+EDGES = ["Color", "Apply Color", "Start Width", "End Width", "Apply Taper Settings", "Delete All Selected"]
+CANVAS = ["Background", "Classic", "Vibrant", "Layout", "Edge Sizing", "Root Width", "Leaf Width", "Node Sizing",
+          "Root Font", "Leaf Font", "Lens"]
+
+
+class Panel:
+    """The panel as a person without a mouse uses it: F6 comes to its first control, Tab goes on, Escape leaves it."""
+
+    def __init__(self, hands):
+        self.hands = hands
+
+    def at(self, stops, name, *keys):
+        """Goes from the canvas to the control and presses the keys there."""
+        self.hands.key("F6", *["Tab"] * stops.index(name), *keys)
+
+    def changed(self, steps, *expectations):
+        """Saves, checks, and undoes in exactly so many steps."""
+        hands = self.hands
+        document = hands.save()
+        for expectation in expectations:
+            assert expectation(document), json.dumps(document, indent=1)
+        hands.key("Escape")
+        for step in range(steps):
+            assert differences(hands.base, hands.save()), f"back after {step} of {steps} steps"
+            hands.key("ctrl+z")
+        left = differences(hands.base, hands.save())
+        assert not left, f"still different after {steps} steps back: {left}"
+        # The next change of a kind that comes in bursts takes its own snapshot.
+        time.sleep(THROTTLE_SECONDS)
+
+    def choose_color(self, color):
+        """In the dialog of a colour well that was just opened."""
+        before = self.hands.editor.screenshot()
+        self.hands.key("space")
+        wait_until("the colour dialog", lambda: self.hands.editor.screenshot() != before)
+        self.hands.editor.settle()
+        self.hands.key("alt+h", "ctrl+a")
+        self.hands.type(color)
+        self.hands.key("Return")
+        self.hands.editor.settle()
+
+
+def style(document, title):
+    return node(document, title)["style"]
+
+
+def fields_of_a_topic(hands, panel):
+    hands.click_title("Beta")
+    panel.at(TOPIC, "Title", "ctrl+a")
+    hands.type("Harbour")
+    hands.key("Return")
+    panel.changed(1, lambda document: node(document, "Beta")["title"] == "Harbour")
+    # Typed for one topic, and then another one is clicked.
+    hands.click_title("Gamma")
+    panel.at(TOPIC, "Title", "ctrl+a")
+    hands.type("Dock")
+    hands.click_title("Delta")
+    panel.changed(1, lambda document: node(document, "Gamma")["title"] == "Dock",
+                  lambda document: node(document, "Delta")["title"] == "Delta")
+    # Saving takes what is being typed; Escape drops it.
+    hands.click_title("Gamma")
+    panel.at(TOPIC, "Notes")
+    hands.type("By boat")
+    panel.changed(1, lambda document: node(document, "Gamma")["notes"] == "By boat")
+    hands.click_title("Gamma")
+    panel.at(TOPIC, "Title", "ctrl+a")
+    hands.type("Never")
+    hands.key("Escape")
+    hands.unchanged()
+    hands.click_title("Gamma")
+    panel.at(TOPIC, "Link")
+    hands.type("https://example.org")
+    hands.key("Return")
+    hands.session.keep_picture(hands.editor, "inspector-topic")
+    panel.changed(1, lambda document: node(document, "Gamma")["url"] == "https://example.org")
+
+
+def choices_of_a_topic(hands, panel):
+    hands.click_title("Gamma")
+    panel.at(TOPIC, "Shape", "Down")
+    panel.changed(1, lambda document: style(document, "Gamma")["shape"] == "circle")
+    hands.click_title("Gamma")
+    before = hands.editor.screenshot()
+    panel.at(TOPIC, "Emoji", "space")
+    wait_until("the emoji", lambda: hands.editor.screenshot() != before)
+    hands.editor.settle()
+    hands.session.keep_picture(hands.editor, "inspector-emoji")
+    hands.key("Right", "Right", "space")
+    panel.changed(1, lambda document: node(document, "Gamma")["emoji"] == "⚡")
+    hands.click_title("Gamma")
+    panel.at(TOPIC, "Badge", "Down", "Down")
+    panel.changed(2, lambda document: node(document, "Gamma")["badge"] == "p2")
+    hands.click_title("Gamma")
+    panel.at(TOPIC, "Samples", "Right", "Right", "Right", "space")
+    panel.changed(1, lambda document: style(document, "Gamma")["fill"] == "#1E5631",
+                  lambda document: style(document, "Gamma")["stroke"] == "#0D3320")
+    for well, key in (("Fill", "fill"), ("Border", "stroke"), ("Text", "textColor")):
+        hands.click_title("Gamma")
+        panel.at(TOPIC, well)
+        panel.choose_color("#ff0000")
+        panel.changed(1, lambda document, key=key: style(document, "Gamma")[key] == "#FF0000")
+    hands.click_title("Gamma")
+    panel.at(TOPIC, "Delete Topic", "space")
+    panel.changed(1, lambda document: node(document, "Gamma") is None)
+
+
+def picture_of_a_topic(hands, panel):
+    picture = hands.session.home / "picture.png"
+    subprocess.run(["convert", "-size", "60x40", "xc:#C03030", str(picture)], check=True)
+    hands.click_title("Gamma")
+    before = hands.editor.screenshot()
+    panel.at(TOPIC, "Add Image...", "space")
+    wait_until("the file dialog", lambda: hands.editor.screenshot() != before)
+    hands.editor.settle()
+    hands.key("ctrl+a")
+    hands.type(str(picture))
+    hands.key("Return")
+    hands.editor.settle()
+    assert node(hands.save(), "Gamma").get("imageData"), "the picture did not arrive"
+    hands.session.keep_picture(hands.editor, "inspector-picture")
+    hands.click_title("Gamma")
+    panel.at(TOPIC_WITH_PICTURE, "Remove", "space")
+    panel.changed(2, lambda document: not node(document, "Gamma").get("imageData"))
+
+
+def one_connector(hands, panel):
+    def edge(document):
+        return next(found for found in document["edges"] if found["id"] == identifier(10))
+
+    def on(name, *keys):
+        hands.click(middle("Alpha", "Beta"))
+        panel.at(EDGE, name, *keys)
+
+    on("Color")
+    panel.choose_color("#00ff00")
+    panel.changed(1, lambda document: edge(document)["style"]["color"] == "#00FF00")
+    on("Dashed", "space")
+    panel.changed(1, lambda document: edge(document)["style"]["dashed"])
+    on("Arrow Head", "Up")
+    panel.changed(1, lambda document: edge(document)["style"]["arrowHead"] == "triangle")
+    on("Start Width", "Right", "Right", "Right")
+    hands.session.keep_picture(hands.editor, "inspector-connector")
+    panel.changed(3, lambda document: edge(document)["style"]["taper"]["startWidth"] == 9.5)
+    on("End Width", "Left", "Left")
+    panel.changed(2, lambda document: edge(document)["style"]["taper"]["endWidth"] == 7)
+    on("Easing", "Down")
+    panel.changed(1, lambda document: edge(document)["style"]["taper"]["easing"] == "quadraticIn")
+    on("Delete Branch", "space")
+    panel.changed(1, lambda document: len(document["edges"]) == 1)
+
+
+def several_connectors(hands, panel):
+    def on(name, *keys):
+        hands.click(middle("Alpha", "Beta"))
+        hands.click(middle("Alpha", "Gamma"), hold="shift")
+        panel.at(EDGES, name, *keys)
+
+    on("Color")
+    panel.choose_color("#00ff00")
+    hands.key("Tab", "space")
+    panel.changed(1, lambda document: [edge["style"]["color"] for edge in document["edges"]] == ["#00FF00"] * 2)
+    on("Start Width", "Right", "Tab", "Right", "Right", "Tab", "space")
+    hands.session.keep_picture(hands.editor, "inspector-connectors")
+    panel.changed(1, lambda document: all(edge["style"]["taper"] == {"easing": "linear", "startWidth": 8.5, "endWidth": 9}
+                                          for edge in document["edges"]))
+    on("Delete All Selected", "space")
+    panel.changed(1, lambda document: document["edges"] == [])
+
+
+def several_topics(hands, panel):
+    def on(name, *keys):
+        hands.click_title("Alpha")
+        hands.click_title("Gamma", hold="shift")
+        hands.click_title("Delta", hold="shift")
+        panel.at(TOPICS, name, *keys)
+
+    def places(document):
+        return [node(document, title)["position"] for title in ("Alpha", "Gamma", "Delta")]
+
+    on("Fill")
+    panel.choose_color("#0000ff")
+    hands.key("Tab", "Tab", "Tab", "space")
+    panel.changed(1, lambda document: all(style(document, title)["fill"] == "#0000FF" for title in ("Alpha", "Gamma", "Delta")),
+                  lambda document: style(document, "Beta")["fill"] == "#FFFFFF")
+    on("Samples", "End", "space")
+    panel.changed(1, lambda document: style(document, "Delta")["fill"] == "#00796B")
+    moves = [([], [[0, 0], [0, 120], [0, 320]]), (["Right"], [[150, 0], [150, 120], [150, 320]]),
+             (["Right", "Right"], [[300, 0], [300, 120], [300, 320]]), (["Down"], [[0, 0], [300, 0], [0, 0]]),
+             (["Down", "Right"], [[0, 160], [300, 160], [0, 160]]), (["End"], [[0, 320], [300, 320], [0, 320]])]
+    for keys, wanted in moves:
+        on("Align", *keys, "space")
+        panel.changed(1, lambda document, wanted=wanted: places(document) == wanted)
+    on("Distribute", "space")
+    panel.changed(1, lambda document: places(document) == [[0, 0], [300, 120], [150, 320]])
+    on("Distribute", "Right", "space")
+    hands.session.keep_picture(hands.editor, "inspector-topics")
+    panel.changed(1, lambda document: places(document) == [[0, 0], [300, 160], [0, 320]])
+    on("Delete All Selected", "space")
+    panel.changed(1, lambda document: len(document["nodes"]) == 2)
+
+
+def canvas(hands, panel):
+    def on(name, *keys):
+        hands.click(FREE)
+        panel.at(CANVAS, name, *keys)
+
+    def sizing(key, value):
+        return lambda document: document["hierarchical"][key] == value
+
+    hands.click(FREE)
+    hands.session.keep_picture(hands.editor, "inspector-canvas")
+    on("Background")
+    panel.choose_color("#ffff00")
+    panel.changed(1, lambda document: document["canvas"]["background"] == "#FFFF00")
+    on("Classic", "Right", "space")
+    panel.changed(1, lambda document: document["canvas"]["themeId"] == "forest")
+    on("Vibrant", "End", "space")
+    panel.changed(1, lambda document: document["canvas"]["themeId"] == "candy")
+    for keys, layout in ([], "tree"), (["Right"], "verticalTree"), (["Right", "Right"], "radial"), (["Down"], "leftRightTree"), \
+            (["End"], "orgChart"):
+        on("Layout", *keys, "space")
+        panel.changed(1, lambda document, layout=layout: document["layout"] == layout)
+        hands.fit()
+    on("Edge Sizing", "space")
+    panel.changed(1, sizing("edgeSizing", True))
+    on("Root Width", "Left", "Left", "Left")
+    panel.changed(1, sizing("rootEdgeWidth", 13.5))
+    on("Leaf Width", "Home")
+    panel.changed(1, sizing("leafEdgeWidth", 0.5))
+    on("Node Sizing", "space")
+    panel.changed(1, sizing("nodeSizing", True))
+    on("Root Font", "End")
+    panel.changed(1, sizing("rootFontSize", 28))
+    on("Leaf Font", "Left")
+    panel.changed(1, sizing("leafFontSize", 11))
+    hands.editor.settle()
+    before = hands.editor.screenshot()
+    on("Lens", "Down")
+    wait_until("dimmed topics", lambda: hands.editor.screenshot() != before)
+    hands.unchanged()
+    hands.key("Up")
+    hands.key("Escape")
+
+
+STEPS = [fields_of_a_topic, choices_of_a_topic, picture_of_a_topic, one_connector, several_connectors, several_topics, canvas]
+
+
+def main():
+    programs = sys.argv[1]
+    session = Session(programs, None, sys.argv[2] if len(sys.argv) > 2 else None, settings=SETTINGS)
+    session.file.write_text(json.dumps(small_map()))
+    editor = None
+    try:
+        editor = Editor(session, [str(session.file)])
+        hands = Hands(session, editor)
+        panel = Panel(hands)
+        for step in STEPS:
+            start = time.monotonic()
+            step(hands, panel)
+            print(f"{step.__name__}: {time.monotonic() - start:.1f} s", flush=True)
+        hands.key("ctrl+q")
+        editor.wait_for_end()
+    except AssertionError:
+        if session.pictures and editor:
+            session.keep_picture(editor, "inspector-failed")
+        raise
+    finally:
+        session.close()
+    print("every control went through")
+
+
+if __name__ == "__main__":
+    main()
