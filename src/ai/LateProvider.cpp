@@ -2,10 +2,7 @@
 
 #include <functional>
 
-#include <QCoreApplication>
-#include <QPromise>
-
-#include "platform/Futures.h"
+#include "ai/ProviderCall.h"
 
 namespace quilmora {
 
@@ -15,28 +12,17 @@ namespace {
 template <class Result>
 QFuture<Result> onceChosen(const QFuture<std::shared_ptr<AIProvider>>& choice, const Cancellation& cancellation,
                            const std::function<QFuture<Result>(AIProvider&)>& start) {
-  auto* call = new QObject(QCoreApplication::instance());
-  const auto promise = std::make_shared<QPromise<Result>>();
-  promise->start();
-  const auto fail = [call, promise](const std::exception_ptr& error) {
-    promise->setException(error);
-    promise->finish();
-    call->deleteLater();
-  };
-  const auto failed = [fail](const std::exception&) { fail(std::current_exception()); };
+  const OwedAnswer<Result> answer;
+  const auto failed = [answer](const std::exception&) { answer.fail(std::current_exception()); };
   whenFinished(
-      choice, call,
+      choice, answer.context(),
       [=](const std::shared_ptr<AIProvider>& provider) {
-        const auto done = [call, promise, provider](Result result) {
-          promise->addResult(std::move(result));
-          promise->finish();
-          call->deleteLater();
-        };
-        whenFinished(start(*provider), call, done, failed);
+        const auto done = [answer, provider](Result result) { answer.give(std::move(result)); };
+        whenFinished(start(*provider), answer.context(), done, failed);
       },
       failed);
-  cancellation.whenCancelled(call, [fail] { fail(std::make_exception_ptr(AICancelled())); });
-  return promise->future();
+  cancellation.whenCancelled(answer.context(), [answer] { answer.fail(std::make_exception_ptr(AICancelled())); });
+  return answer.future();
 }
 
 }  // namespace

@@ -1,12 +1,8 @@
 #include "ai/OpenAIProvider.h"
 
 #include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 
 #include "ai/Prompts.h"
-#include "ai/ProviderCall.h"
-#include "ai/ReplyParsing.h"
 #include "ai/VendorReply.h"
 
 namespace quilmora {
@@ -15,10 +11,6 @@ namespace {
 
 constexpr int maxMapTokens = 4096;
 constexpr int maxChatTokens = 2048;
-
-QJsonObject message(const QString& role, const QString& content) {
-  return {{QStringLiteral("role"), role}, {QStringLiteral("content"), content}};
-}
 
 QJsonObject requestBody(const QString& model, int maxTokens, const QJsonArray& messages) {
   return {{QStringLiteral("model"), model},
@@ -29,35 +21,24 @@ QJsonObject requestBody(const QString& model, int maxTokens, const QJsonArray& m
 }  // namespace
 
 OpenAIProvider::OpenAIProvider(HttpTransport& transport, QString apiKey, QString host)
-    : m_transport(transport), m_apiKey(std::move(apiKey)), m_host(std::move(host)) {}
+    : VendorProvider(transport, std::move(apiKey), std::move(host), {openAIReplyText, ReplyVariant::openAI}) {}
 
-QFuture<AIResponse> OpenAIProvider::generate(const AIRequest& request, const Cancellation& cancellation) {
-  const QJsonArray messages{message(QStringLiteral("system"), systemPrompt(request)),
-                            message(QStringLiteral("user"), userPrompt(request))};
-  QJsonObject told = requestBody(model(), maxMapTokens, messages);
-  told[u"response_format"] = QJsonObject{{QStringLiteral("type"), QStringLiteral("json_object")}};
-  return ask<AIResponse>(told, cancellation, [](const QByteArray& body) {
-    return AIResponse{parseTreeReply(openAIReplyText(body), ReplyVariant::openAI), bodyText(body)};
-  });
+VendorProvider::Headers OpenAIProvider::headers(const QByteArray& key) const {
+  return {{"Content-Type", "application/json"}, {"Authorization", "Bearer " + key}};
 }
 
-QFuture<QString> OpenAIProvider::chat(const std::vector<ChatMessage>& messages, const QString& mapContext,
-                                      const Cancellation& cancellation) {
-  QJsonArray told{message(QStringLiteral("system"), chatPrompt() + mapContext)};
-  for (const ChatMessage& each : messages) told.append(message(rawValue(each.role), each.content));
-  return ask<QString>(requestBody(model(), maxChatTokens, told), cancellation,
-                      [](const QByteArray& body) { return openAIReplyText(body); });
+QJsonObject OpenAIProvider::generateBody(const AIRequest& request) const {
+  QJsonObject body = requestBody(
+      model(), maxMapTokens,
+      {message(QStringLiteral("system"), systemPrompt(request)), message(QStringLiteral("user"), userPrompt(request))});
+  body[u"response_format"] = QJsonObject{{QStringLiteral("type"), QStringLiteral("json_object")}};
+  return body;
 }
 
-template <class Result, class Read>
-QFuture<Result> OpenAIProvider::ask(const QJsonObject& body, const Cancellation& cancellation, Read read) {
-  if (m_apiKey.isEmpty()) return failedCall<Result>(AIProviderError::noAPIKey());
-  HttpRequest request;
-  request.url = QUrl(QStringLiteral("https://") + m_host + QStringLiteral("/v1/chat/completions"));
-  request.headers = {{"Content-Type", "application/json"}, {"Authorization", "Bearer " + keyHeader(m_apiKey)}};
-  request.body = QJsonDocument(body).toJson(QJsonDocument::Compact);
-  const auto readReply = [key = m_apiKey, read](const HttpReply& reply) { return read(acceptedBody(reply, key)); };
-  return providerCall<Result>(m_transport.send(request), cancellation, readReply, vendorFailure);
+QJsonObject OpenAIProvider::chatBody(const std::vector<ChatMessage>& messages, const QString& mapContext) const {
+  QJsonArray told = dialogue(messages);
+  told.prepend(message(QStringLiteral("system"), chatPrompt() + mapContext));
+  return requestBody(model(), maxChatTokens, told);
 }
 
 }  // namespace quilmora

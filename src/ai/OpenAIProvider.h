@@ -1,35 +1,24 @@
 #pragma once
 
-#include "ai/AIProvider.h"
-
-class QJsonObject;
+#include "ai/VendorProvider.h"
 
 namespace quilmora {
 
-class HttpTransport;
-
 // OpenAI's models, over their chat completions endpoint.
-class OpenAIProvider final : public AIProvider {
+class OpenAIProvider final : public VendorProvider {
  public:
   static QString publicHost() { return QStringLiteral("api.openai.com"); }
 
-  // The transport outlives every call. `host` may name a port.
   OpenAIProvider(HttpTransport& transport, QString apiKey, QString host = publicHost());
 
   QString name() const override { return QStringLiteral("OpenAI"); }
-  bool requiresAPIKey() const override { return true; }
-  QString model() const { return QStringLiteral("gpt-4o"); }
-  QFuture<AIResponse> generate(const AIRequest& request, const Cancellation& cancellation) override;
-  QFuture<QString> chat(const std::vector<ChatMessage>& messages, const QString& mapContext,
-                        const Cancellation& cancellation) override;
+  QString model() const override { return QStringLiteral("gpt-4o"); }
 
- private:
-  template <class Result, class Read>
-  QFuture<Result> ask(const QJsonObject& body, const Cancellation& cancellation, Read read);
-
-  HttpTransport& m_transport;
-  const QString m_apiKey;
-  const QString m_host;
+ protected:
+  QString path() const override { return QStringLiteral("/v1/chat/completions"); }
+  Headers headers(const QByteArray& key) const override;
+  QJsonObject generateBody(const AIRequest& request) const override;
+  QJsonObject chatBody(const std::vector<ChatMessage>& messages, const QString& mapContext) const override;
 };
 
 }  // namespace quilmora

@@ -12,32 +12,50 @@
 
 namespace quilmora {
 
+// The answer that a call owes: it is given once, on the main thread, or when the call is cancelled. Copies stand for
+// the same answer.
+template <class Result>
+class OwedAnswer {
+ public:
+  OwedAnswer() { m_promise->start(); }
+
+  QFuture<Result> future() const { return m_promise->future(); }
+  // Goes when the answer is given, and with it whatever waits for it.
+  QObject* context() const { return m_context; }
+  void give(Result result) const {
+    m_promise->addResult(std::move(result));
+    end();
+  }
+  void fail(const std::exception_ptr& error) const {
+    m_promise->setException(error);
+    end();
+  }
+
+ private:
+  void end() const {
+    m_promise->finish();
+    m_context->deleteLater();
+  }
+
+  QObject* m_context = new QObject(QCoreApplication::instance());
+  std::shared_ptr<QPromise<Result>> m_promise = std::make_shared<QPromise<Result>>();
+};
+
 // One call of a back end: reads what came back away from the main thread, and ends on it. `judge` gives the exception
 // that a failure becomes; it is called inside the handler of that failure. Cancelling stops the work behind `received`
 // and ends the call with AICancelled at once.
 template <class Result, class Received, class Read, class Judge>
 QFuture<Result> providerCall(QFuture<Received> received, const Cancellation& cancellation, Read read, Judge judge) {
-  auto* call = new QObject(QCoreApplication::instance());
-  const auto promise = std::make_shared<QPromise<Result>>();
-  promise->start();
-  const auto fail = [call, promise](const std::exception_ptr& error) {
-    promise->setException(error);
-    promise->finish();
-    call->deleteLater();
-  };
+  const OwedAnswer<Result> answer;
   whenFinished(
-      received.then(QThreadPool::globalInstance(), std::move(read)), call,
-      [call, promise](Result result) {
-        promise->addResult(std::move(result));
-        promise->finish();
-        call->deleteLater();
-      },
-      [fail, judge](const std::exception& error) { fail(judge(error)); });
-  cancellation.whenCancelled(call, [received, fail]() mutable {
+      received.then(QThreadPool::globalInstance(), std::move(read)), answer.context(),
+      [answer](Result result) { answer.give(std::move(result)); },
+      [answer, judge](const std::exception& error) { answer.fail(judge(error)); });
+  cancellation.whenCancelled(answer.context(), [received, answer]() mutable {
     received.cancel();
-    fail(std::make_exception_ptr(AICancelled()));
+    answer.fail(std::make_exception_ptr(AICancelled()));
   });
-  return promise->future();
+  return answer.future();
 }
 
 template <class Result, class Error>

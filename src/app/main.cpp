@@ -7,6 +7,7 @@
 
 #include "app/Application.h"
 #include "app/SystemClipboard.h"
+#include "app/Vendors.h"
 #include "app/dialogs/AlertSheet.h"
 #include "app/dialogs/FileDialogPanels.h"
 #include "app/look/DesktopAppearance.h"
@@ -135,7 +136,8 @@ int main(int argc, char** argv) {
   const SystemClipboard clipboard;
   SheetAlerts alerts(look);
   KeychainKeyStore keys;
-  NetworkTransport transport;
+  const Vendors vendors = programVendors();
+  NetworkTransport transport(vendors.tls);
   LocalModelServer onDeviceModel(transport, settings);
   RecentlyUsedFile recentlyUsed(RecentlyUsedFile::pathForUser(), writer, clock);
   Application application(toolkit, {clock,
@@ -155,7 +157,9 @@ int main(int argc, char** argv) {
                                     onDeviceModel,
                                     {[&recentlyUsed](const QString& path) { recentlyUsed.note(path); },
                                      [&recentlyUsed] { recentlyUsed.clear(); }},
-                                    &openingMark});
+                                    &openingMark,
+                                    vendors.claudeHost,
+                                    vendors.openAIHost});
   QObject::connect(&signalsCaught, &TerminationSignals::received, &application, [&application] { application.quit(); });
   QObject::connect(instance.get(), &SingleInstance::documentsReceived, &application, &Application::documentsReceived);
   application.start(documents);

@@ -51,7 +51,7 @@ class Editor:
         self.session = session
         self.log_path = session.home / "log.txt"
         with open(self.log_path, "wb") as log:
-            self.process = subprocess.Popen([str(session.programs / "quilmora"), *arguments], env=session.environment,
+            self.process = subprocess.Popen([str(session.editor), *arguments], env=session.environment,
                                             stdout=log, stderr=log)
         self.window = wait_until("the window", self.find_window)
         self.xdo("windowmove", self.window, "0", "0")
@@ -160,6 +160,7 @@ class Session:
 
     def __init__(self, programs, sample, pictures, settings=None):
         self.programs = pathlib.Path(programs)
+        self.editor = self.programs / "quilmora"
         self.pictures = pictures and pathlib.Path(pictures)
         self.folder = tempfile.TemporaryDirectory(prefix="quilmora-session-")
         self.home = pathlib.Path(self.folder.name)

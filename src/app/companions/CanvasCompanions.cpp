@@ -71,6 +71,12 @@ CanvasCompanions::~CanvasCompanions() {
   m_scheduler.cancel(m_miniMapTask);
 }
 
+void CanvasCompanions::addCard(Card& card) {
+  m_furtherCards.push_back(&card);
+  observe(card);
+  place();
+}
+
 void CanvasCompanions::observe(Card& card) {
   connect(&card, &Card::placementWanted, this, &CanvasCompanions::place);
   connect(&card, &Card::dropped, this, [this, &card] { settle(card); });
@@ -102,6 +108,7 @@ std::vector<CanvasCompanions::Place> CanvasCompanions::places() const {
   add(m_quickLook, m_quickLookCorner, room);
   add(m_banner, CardAnchor::top, room);
   add(m_exportOverlay, CardAnchor::top, room);
+  for (Card* card : m_furtherCards) add(card, CardAnchor::top, room);
   const std::vector<QRect> rects = placeCards(canvas, requests);
   for (std::size_t i = 0; i < places.size(); ++i) places[i].rect = rects[i];
   return places;

@@ -43,6 +43,8 @@ class CanvasCompanions : public QObject {
   BranchModeBanner& branchModeBanner() const { return *m_banner; }
   ExportOverlay& exportOverlay() const { return *m_exportOverlay; }
 
+  // Keeps a further card, a child of the canvas, in its place at the top.
+  void addCard(Card& card);
   // Where cards lie on the canvas, or will once they have settled.
   std::vector<QRect> coveredAreas() const;
 
@@ -83,6 +85,7 @@ class CanvasCompanions : public QObject {
   NodeQuickLook* m_quickLook;
   BranchModeBanner* m_banner;
   ExportOverlay* m_exportOverlay;
+  std::vector<Card*> m_furtherCards;
   CardAnchor m_miniMapHome = CardAnchor::bottomRight;    // where the user wants it
   CardAnchor m_miniMapCorner = CardAnchor::bottomRight;  // where it does not cover the selected topic
   CardAnchor m_searchCorner = CardAnchor::topRight;

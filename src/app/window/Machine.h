@@ -43,9 +43,12 @@ struct Machine {
   OnDeviceModel& onDeviceModel;
   RecentFiles::DesktopList desktopList = {};
   OpeningMark* openingMark = nullptr;
+  QString claudeHost = ClaudeProvider::publicHost();
+  QString openAIHost = OpenAIProvider::publicHost();
 
   AIBackEnds aiBackEnds() const {
-    return {settings, keys, transport, onDeviceModel, [] { return std::make_shared<MockProvider>(); }};
+    return {settings,   keys,      transport, onDeviceModel, [] { return std::make_shared<MockProvider>(); },
+            claudeHost, openAIHost};
   }
   EditorServices editorServices() const { return {clock, settings, bookmarks, log}; }
 };

@@ -7,6 +7,8 @@
 #include <QMenu>
 #include <QMenuBar>
 
+#include "app/assistant/AIChatView.h"
+#include "app/assistant/Assistant.h"
 #include "app/commands/CommandActions.h"
 #include "app/commands/Menus.h"
 #include "app/companions/CanvasCompanions.h"
@@ -73,6 +75,7 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
   handlers.expandWithAI = [this] { m_aiWorkflows.expandNode(std::nullopt); };
   m_actions = new CommandActions(m_editor, notifications, std::move(handlers), this);
   buildContent();
+  buildAssistant();
   buildExportFlow();
   buildMenus(*menuBar(), *m_actions, notifications, recentFiles);
   for (QAction* entry : menuBar()->actions())
@@ -115,6 +118,7 @@ MainWindow::~MainWindow() {
   delete m_smartPaste;
   delete m_exportFlow;
   delete takeCentralWidget();
+  delete m_assistant;
   delete m_actions;
 }
 
@@ -156,6 +160,13 @@ void MainWindow::buildContent() {
     m_sidebar->setActiveTab(tab);
     refreshShown();
   });
+}
+
+void MainWindow::buildAssistant() {
+  m_assistant = new Assistant(m_machine, m_aiWorkflows, m_chat, {*this, *m_canvas, *m_companions});
+  m_sidebar->setPage(SidebarTab::aiChat, &m_assistant->chatView());
+  connect(m_assistant, &Assistant::settingsWanted, this,
+          [this] { m_actions->action(QStringLiteral("settings"))->trigger(); });
 }
 
 void MainWindow::buildExportFlow() {
@@ -223,7 +234,11 @@ void MainWindow::receiveNotifications() {
   receive(collapseNode, [this](const QVariant&) { m_commands.collapseNode(); });
   receive(expandNode, [this](const QVariant&) { m_commands.expandNode(); });
   receive(toggleOutline, [this](const QVariant&) { toggleTab(SidebarTab::outline); });
-  receive(toggleAIChat, [this](const QVariant&) { toggleTab(SidebarTab::aiChat); });
+  receive(toggleAIChat, [this](const QVariant&) {
+    toggleTab(SidebarTab::aiChat);
+    if (showsSidebar()) m_assistant->focusChat();
+  });
+  receive(aiGenerate, [this](const QVariant&) { m_assistant->askForPrompt(); });
   receive(toggleSidebar, [this](const QVariant&) { setShows(SidePanel::sidebar, !showsSidebar()); });
   receive(toggleInspector, [this](const QVariant&) { setShows(SidePanel::inspector, !showsInspector()); });
 }

@@ -20,6 +20,7 @@
 
 namespace quilmora {
 
+class Assistant;
 class CanvasCompanions;
 class CanvasView;
 class CommandActions;
@@ -61,6 +62,7 @@ class MainWindow : public QMainWindow {
   // nullptr until it was first seen.
   OutlineView* outline() const { return m_outline; }
   InspectorPanel& inspector() const { return *m_inspector; }
+  Assistant& assistant() const { return *m_assistant; }
   // The sheet while it is open, else nullptr.
   SmartPasteView* smartPaste() const { return m_smartPaste; }
   // The sheet of the first minute while it is open, else nullptr.
@@ -87,6 +89,7 @@ class MainWindow : public QMainWindow {
 
  private:
   void buildContent();
+  void buildAssistant();
   void buildExportFlow();
   void receiveNotifications();
   // Puts what is being typed into the map.
@@ -134,6 +137,7 @@ class MainWindow : public QMainWindow {
   OutlineView* m_outline = nullptr;
   CanvasView* m_canvas = nullptr;
   CanvasCompanions* m_companions = nullptr;
+  Assistant* m_assistant = nullptr;
   ExportFlow* m_exportFlow = nullptr;
   StatusLine* m_statusLine = nullptr;
   InspectorPanel* m_inspector = nullptr;

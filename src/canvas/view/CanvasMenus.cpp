@@ -64,6 +64,8 @@ QMenu* CanvasMenus::nodeMenu(const QUuid& nodeID, QWidget* parent) {
     add(QStringLiteral("Expand Branch"), [this, nodeID] { m_editor.toggleCollapsed(nodeID); });
   else if (m_editor.treeInfo().childCount(nodeID) > 0)
     add(QStringLiteral("Collapse Branch"), [this, nodeID] { m_editor.toggleCollapsed(nodeID); });
+  if (!m_topicEntries.empty()) menu->addSeparator();
+  for (const TopicEntry& entry : m_topicEntries) add(entry.text, [nodeID, chosen = entry.chosen] { chosen(nodeID); });
   addDelete(*menu, [this, nodeID] {
     if (m_editor.hasNode(nodeID)) m_editor.deleteNode(nodeID);
   });

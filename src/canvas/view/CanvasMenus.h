@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <vector>
 
 #include <QUuid>
 
@@ -21,6 +22,13 @@ class CanvasMenus {
   CanvasMenus(MindMapViewModel& editor, CanvasGestures& gestures, std::function<void(const QUuid&)> addImage)
       : m_editor(editor), m_gestures(gestures), m_addImage(std::move(addImage)) {}
 
+  // An entry that others add to the menu of a topic, before "Delete".
+  struct TopicEntry {
+    QString text;
+    std::function<void(const QUuid& nodeID)> chosen;
+  };
+  void setTopicEntries(std::vector<TopicEntry> entries) { m_topicEntries = std::move(entries); }
+
   // Both return nullptr for an unknown id.
   QMenu* nodeMenu(const QUuid& nodeID, QWidget* parent);
   QMenu* regionMenu(const QUuid& regionID, QWidget* parent);
@@ -31,6 +39,7 @@ class CanvasMenus {
   MindMapViewModel& m_editor;
   CanvasGestures& m_gestures;
   std::function<void(const QUuid&)> m_addImage;
+  std::vector<TopicEntry> m_topicEntries;
 };
 
 }  // namespace quilmora

@@ -52,6 +52,8 @@ class CanvasView : public QWidget {
   void setCoveredAreas(std::function<std::vector<QRect>()> areas) { m_coveredAreas = std::move(areas); }
   // Whether the view glides where it moves by itself; otherwise it is there at once.
   void setGlides(bool glides) { m_glides = glides; }
+  // Adds to the menu of each topic.
+  void setTopicEntries(std::vector<CanvasMenus::TopicEntry> entries) { m_menus.setTopicEntries(std::move(entries)); }
   // Lets the next frame paint everything anew.
   void forgetPicture() { m_picture.markAllStale(); }
   // Lets every frame be complete, as if painting took no time; for tests.

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <QWidget>
+
+#include "editor/ChatSession.h"
+
+namespace quilmora {
+
+class Alerts;
+class ChatHeader;
+class ChatList;
+class ChatSuggestions;
+class IconButton;
+class Look;
+class ProviderState;
+class SubmitField;
+
+// The chat beside the canvas: who answers, what was said, and a field to ask. It holds what is being typed; everything
+// else is the session's.
+class AIChatView final : public QWidget {
+  Q_OBJECT
+
+ public:
+  // All outlive it.
+  struct Parts {
+    const Look& look;
+    Alerts& alerts;
+    AIWorkflows& workflows;
+    ChatSession& chat;
+    ProviderState& provider;
+  };
+
+  AIChatView(const Parts& parts, QWidget* parent);
+
+  SubmitField& input() const { return *m_input; }
+  ChatHeader& header() const { return *m_header; }
+  ChatList& list() const { return *m_list; }
+  ChatSuggestions& suggestions() const { return *m_suggestions; }
+  IconButton& sendButton() const { return *m_send; }
+  // What takes the keyboard now, in the order of Tab.
+  std::vector<QWidget*> controls() const;
+
+ Q_SIGNALS:
+  // Escape was pressed: the keyboard goes back to the canvas.
+  void left();
+  void settingsWanted();
+
+ protected:
+  void showEvent(QShowEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  bool focusNextPrevChild(bool next) override;
+
+ private:
+  void send();
+  void ask(const QString& text);
+  void askToClear();
+  void followMessages();
+  void followLoading();
+  void followInput();
+
+  Parts m_parts;
+  ChatHeader* m_header;
+  ChatSuggestions* m_suggestions;
+  ChatList* m_list;
+  SubmitField* m_input;
+  IconButton* m_send;
+};
+
+}  // namespace quilmora

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QWidget>
+
+class QPushButton;
+class QToolButton;
+
+namespace quilmora {
+
+class IconButton;
+class Look;
+class ProviderState;
+class SymbolLabel;
+class TextLabel;
+
+// The head of the chat: who answers, with a menu to choose another, what is amiss with that, and where the text goes.
+class ChatHeader final : public QWidget {
+  Q_OBJECT
+
+ public:
+  // Both outlive it.
+  ChatHeader(const Look& look, ProviderState& provider, QWidget* parent);
+
+  QToolButton& providerButton() const { return *m_provider; }
+  QPushButton& settingsButton() const { return *m_settings; }
+  IconButton& clearButton() const { return *m_clear; }
+  QString warningText() const;
+  QString destinationText() const;
+
+ Q_SIGNALS:
+  void providerChosen();
+  void settingsWanted();
+  void clearWanted();
+
+ private:
+  void fillMenu();
+  void follow();
+
+  const Look& m_look;
+  ProviderState& m_state;
+  QToolButton* m_provider;
+  SymbolLabel* m_warningSign;
+  QPushButton* m_settings;
+  IconButton* m_clear;
+  TextLabel* m_warning;
+  TextLabel* m_destination;
+};
+
+}  // namespace quilmora

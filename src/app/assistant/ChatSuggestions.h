@@ -1,0 +1,33 @@
+#pragma once
+
+#include <vector>
+
+#include <QScrollArea>
+
+namespace quilmora {
+
+class Chip;
+class Look;
+
+// What a chat shows before its first message: groups of things to ask, one chip each.
+class ChatSuggestions final : public QScrollArea {
+  Q_OBJECT
+
+ public:
+  ChatSuggestions(const Look& look, QWidget* parent);
+
+  // In the order of Tab.
+  const std::vector<Chip*>& chips() const { return m_chips; }
+
+ Q_SIGNALS:
+  // A chip was chosen, which stands for this prompt.
+  void chosen(const QString& prompt);
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  std::vector<Chip*> m_chips;
+};
+
+}  // namespace quilmora

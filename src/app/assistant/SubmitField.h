@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QPlainTextEdit>
+
+namespace quilmora {
+
+// A field for a few lines of words that grows with them. Return hands them in; with Shift it begins a new line.
+class SubmitField final : public QPlainTextEdit {
+  Q_OBJECT
+
+ public:
+  // As high as so many lines at least and at most, beyond which it scrolls.
+  SubmitField(int minLines, int maxLines, QWidget* parent = nullptr);
+
+  QSize sizeHint() const override { return {QPlainTextEdit::sizeHint().width(), m_height}; }
+  QSize minimumSizeHint() const override { return {QPlainTextEdit::minimumSizeHint().width(), m_height}; }
+
+ Q_SIGNALS:
+  void submitted();
+  // Escape was pressed.
+  void left();
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  void fitHeight();
+
+  int m_minLines;
+  int m_maxLines;
+  int m_height = 0;
+};
+
+}  // namespace quilmora

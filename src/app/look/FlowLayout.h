@@ -1,0 +1,36 @@
+#pragma once
+
+#include <vector>
+
+#include <QLayout>
+
+namespace quilmora {
+
+// Places its items in rows from left to right, each at its wanted size, and goes on in the next row where one has no
+// more room. The spacing stands between items in both directions.
+class FlowLayout : public QLayout {
+  Q_OBJECT
+
+ public:
+  explicit FlowLayout(int spacing, QWidget* parent = nullptr);
+  ~FlowLayout() override;
+
+  void addItem(QLayoutItem* item) override;
+  int count() const override { return static_cast<int>(m_items.size()); }
+  QLayoutItem* itemAt(int index) const override;
+  QLayoutItem* takeAt(int index) override;
+  Qt::Orientations expandingDirections() const override { return {}; }
+  bool hasHeightForWidth() const override { return true; }
+  int heightForWidth(int width) const override;
+  QSize minimumSize() const override;
+  QSize sizeHint() const override;
+  void setGeometry(const QRect& rect) override;
+
+ private:
+  // Where the items go inside a rectangle that starts there and is as wide; as high as they need.
+  std::vector<QRect> places(const QRect& rect) const;
+
+  std::vector<QLayoutItem*> m_items;
+};
+
+}  // namespace quilmora
