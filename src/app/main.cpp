@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <QStandardPaths>
 #include <QSvgRenderer>
+#include <QThreadPool>
 
 #include "app/Application.h"
 #include "app/SystemClipboard.h"
@@ -128,6 +129,8 @@ int main(int argc, char** argv) {
   PathBookmarks bookmarks;
   SystemLog log;
   DiskFileWriter writer;
+  QThreadPool savingPool;
+  savingPool.setMaxThreadCount(1);
   FileOpeningMark openingMark(QFileInfo(settings.path()).path() + QStringLiteral("/opening"));
   TimerScheduler scheduler;
   const SystemDesktopAppearance desktop;
@@ -159,7 +162,8 @@ int main(int argc, char** argv) {
                                      [&recentlyUsed] { recentlyUsed.clear(); }},
                                     &openingMark,
                                     vendors.claudeHost,
-                                    vendors.openAIHost});
+                                    vendors.openAIHost,
+                                    &savingPool});
   QObject::connect(&signalsCaught, &TerminationSignals::received, &application, [&application] { application.quit(); });
   QObject::connect(instance.get(), &SingleInstance::documentsReceived, &application, &Application::documentsReceived);
   application.start(documents);

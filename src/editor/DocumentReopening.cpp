@@ -53,7 +53,7 @@ void DocumentSession::reopen(const LastDocument& last) {
     raise(QStringLiteral("Could not open last document: %1: %2").arg(lastComponent(last.path), reason));
   };
   try {
-    install(decodeDocumentAt(last.path), last.path);
+    install(readDocumentAt(last.path), last.path);
   } catch (const DocumentError& error) {
     m_services.editor.settings.remove(settings::lastSavedFilePath);
     m_services.editor.settings.remove(settings::lastSavedFileBookmark);

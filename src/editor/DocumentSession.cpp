@@ -1,22 +1,15 @@
 #include "editor/DocumentSession.h"
 
-#include <algorithm>
 #include <new>
 
-#include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QPointer>
 
-#include "editor/DocumentFileName.h"
 #include "editor/RecentFiles.h"
 #include "platform/Bookmarks.h"
 #include "platform/FilePanels.h"
-#include "platform/FileWriter.h"
 #include "platform/Log.h"
 #include "platform/Paths.h"
-#include "platform/SettingsKeys.h"
-#include "platform/SettingsStore.h"
 
 namespace quilmora {
 
@@ -56,102 +49,12 @@ DocumentSession::DocumentSession(MindMapViewModel& editor, Services services)
 
 DocumentSession::~DocumentSession() {
   m_services.scheduler.cancel(m_autoSaveTimer);
+  // It writes by a service of this session.
+  if (m_save) m_save->written.waitForFinished();
 }
 
 void DocumentSession::documentFollowsEditor() {
   if (m_document.mindMap != m_editor.mindMap()) m_document.mindMap = m_editor.mindMap();
-}
-
-// Only the change to true starts the timer: edits that follow do not put the save off.
-void DocumentSession::dirtyFlagWasSet() {
-  const bool wasDirty = std::exchange(m_wasDirty, m_editor.isDirty());
-  if (wasDirty || !m_wasDirty) return;
-  autoSaveAfter(autoSaveDelay);
-}
-
-void DocumentSession::autoSaveAfter(std::chrono::milliseconds delay) {
-  m_services.scheduler.cancel(m_autoSaveTimer);
-  m_autoSaveTimer = m_services.scheduler.after(delay, [this] {
-    m_autoSaveTimer = 0;
-    autoSave();
-  });
-}
-
-void DocumentSession::setAutoSaveProblem(const QString& problem) {
-  if (std::exchange(m_autoSaveProblem, problem) != problem) Q_EMIT autoSaveProblemChanged();
-}
-
-QString DocumentSession::createdDefaultFolder() const {
-  // A failure shows when something is written there.
-  QDir().mkpath(m_services.defaultFolder);
-  return m_services.defaultFolder;
-}
-
-Outcome DocumentSession::writeTo(const QString& path) {
-  try {
-    Outcome written = m_services.writer.write(path, encodeDocument(m_editor.mindMap()));
-    if (!written.isDone()) return written;
-    m_keptMap = m_editor.mindMap();
-    m_retryDelay = firstRetryDelay;
-    setAutoSaveProblem({});
-    return written;
-  } catch (const DocumentError& error) {
-    return Outcome::failed(error.message());
-  } catch (const std::bad_alloc&) {
-    return Outcome::failed(noMemory());
-  }
-}
-
-void DocumentSession::saveDocument() {
-  const std::optional<QString> path = m_editor.lastSavedFilePath();
-  QString reason;
-  if (m_editor.hasExplicitSavePath() && path) {
-    const Outcome written = writeTo(*path);
-    reason = written.reason();
-    if (written.isDone()) {
-      m_editor.recordSaveLocation(path, true);
-      m_services.recentFiles.add(*path);
-      return;
-    }
-  }
-  askAndSave(reason);
-}
-
-void DocumentSession::saveDocumentAs() {
-  askAndSave({});
-}
-
-void DocumentSession::askAndSave(const QString& reason) {
-  const QPointer<DocumentSession> guard(this);
-  const quint64 installCount = m_installCount;
-  const std::optional<QString> chosen = m_services.panels.askSavePath(
-      {createdDefaultFolder(), documentFileName(m_editor.mindMap().title), QStringLiteral("mindmap"), reason});
-  // While the panel is open the program may end, or another start may hand its document over: the chosen place was for
-  // the map that the user saw.
-  if (!guard || !chosen || installCount != m_installCount) return;
-  const QString path = withDocumentExtension(absolutePath(*chosen));
-  const MindMap autoSaved = m_keptMap;
-  if (const Outcome written = writeTo(path); !written.isDone()) {
-    Q_EMIT errorRaised(QStringLiteral("Failed to save document: ") + written.reason());
-    return;
-  }
-  removeAutoSaved(autoSaved, path);
-  m_editor.recordSaveLocation(path, true);
-  m_services.recentFiles.add(path);
-}
-
-// The copy that auto-save made until the map had a place of its own would only confuse. It goes where it is this
-// session's and holds what was written there, so that nothing is lost that the new file and the history don't have.
-void DocumentSession::removeAutoSaved(const MindMap& autoSaved, const QString& newPath) {
-  const std::optional<QString> place = std::exchange(m_autoSavedPlace, std::nullopt);
-  if (!place || place != m_editor.lastSavedFilePath() || m_editor.hasExplicitSavePath()) return;
-  if (QFileInfo(*place).canonicalFilePath() == QFileInfo(newPath).canonicalFilePath()) return;
-  try {
-    if (QFileInfo(*place).isFile() && !QFileInfo(*place).isSymLink() && decodeDocumentAt(*place) == autoSaved)
-      QFile::remove(*place);
-  } catch (const DocumentError&) {
-    // Somebody else wrote there, and it stays.
-  }
 }
 
 void DocumentSession::openDocument() {
@@ -185,6 +88,7 @@ void DocumentSession::openLeavingCopy(const QString& path) {
 void DocumentSession::saveAsAndOpen(const QString& path) {
   const QPointer<DocumentSession> guard(this);
   saveDocumentAs();
+  if (guard) waitForSaves();
   if (guard && !hasUnkeptChanges()) loadChosen(absolutePath(path));
 }
 
@@ -210,9 +114,10 @@ void DocumentSession::raise(const QString& message) {
 }
 
 void DocumentSession::loadChosen(const QString& path, Pending pending) {
+  waitForSaves();
   beginOpening(path);
   try {
-    MindMap map = decodeDocumentAt(path);
+    ReadDocument document = readDocumentAt(path);
     if (hasUnkeptChanges()) {
       // They may be the chosen file's own, and the open map goes only once they are kept.
       const bool isCopied = pending == Pending::copied;
@@ -224,9 +129,9 @@ void DocumentSession::loadChosen(const QString& path, Pending pending) {
           Q_EMIT changesNotKept(path, kept.reason());
         return;
       }
-      map = decodeDocumentAt(path);
+      document = readDocumentAt(path);
     }
-    install(map, path);
+    install(document, path);
   } catch (const DocumentError& error) {
     endOpening();
     raise(QStringLiteral("Failed to open document: ") + named(path, error.message()));
@@ -247,6 +152,7 @@ void DocumentSession::replaceWithImported(const MindMap& map) {
     return;
   }
   ++m_installCount;
+  Q_EMIT mapWillBeReplaced(m_editor.mindMap());
   m_document.mindMap = map;
   // Its file still stands: as long as nothing is edited, nothing is lost by quitting, and the document's own file must
   // not be overwritten for it.
@@ -262,7 +168,9 @@ void DocumentSession::startWith(const MindMap& map) {
     return;
   }
   ++m_installCount;
+  Q_EMIT mapWillBeReplaced(m_editor.mindMap());
   m_keptMap = map;
+  m_known.reset();
   m_autoSavedPlace.reset();
   m_retryDelay = firstRetryDelay;
   setAutoSaveProblem({});
@@ -270,20 +178,16 @@ void DocumentSession::startWith(const MindMap& map) {
   zoomToFitAfter(zoomDelayAfterOpen);
 }
 
-// A map that was never written gets a file of its own in the default folder, which does not become the document's
-// place: the next save would overwrite it.
-Outcome DocumentSession::keepBeforeImport() {
-  if (!hasUnkeptChanges()) return Outcome::done();
-  return m_editor.lastSavedFilePath() ? writePendingChanges() : writeTo(freePathInDefaultFolder());
-}
-
-void DocumentSession::install(const MindMap& map, const QString& path) {
+void DocumentSession::install(const ReadDocument& document, const QString& path) {
   ++m_installCount;
-  m_document.mindMap = map;
-  m_keptMap = map;
+  Q_EMIT mapWillBeReplaced(m_editor.mindMap());
+  m_document.mindMap = document.map;
+  m_keptMap = document.map;
+  // A package cannot be written to, and nothing of it overwritten.
+  m_known = documentFileAt(path) == path ? std::optional(document.state) : std::nullopt;
   m_editor.beginOtherDocument();
   m_autoSavedPlace.reset();
-  m_editor.setMindMap(map);
+  m_editor.setMindMap(document.map);
   m_editor.clearHistory();
   m_editor.recordSaveLocation(path, true);
   m_services.recentFiles.add(path);
@@ -295,77 +199,6 @@ void DocumentSession::install(const MindMap& map, const QString& path) {
 void DocumentSession::zoomToFitAfter(std::chrono::milliseconds delay) {
   NotificationCenter& notifications = m_services.notifications;
   m_services.scheduler.after(delay, [&notifications] { notifications.post(Notification::zoomToFit); });
-}
-
-// What the disk does not take now it may take later, so a failure is no reason to stop: tried again by and by, until
-// the map is written or replaced.
-void DocumentSession::autoSave() {
-  if (!m_editor.isDirty()) return;
-  const Outcome written = writePendingChanges();
-  if (written.isDone()) return;
-  setAutoSaveProblem(written.reason());
-  autoSaveAfter(m_retryDelay);
-  m_retryDelay = std::min(2 * m_retryDelay, longestRetryDelay);
-}
-
-// More than the dirty flag tells: an undo after a save, and typing that goes on after one, change the map without it.
-bool DocumentSession::hasUnkeptChanges() const {
-  return m_editor.isDirty() || m_editor.mindMap() != m_keptMap;
-}
-
-Outcome DocumentSession::writePendingChanges() {
-  const std::optional<QString> path = m_editor.lastSavedFilePath();
-  if (!path) {
-    const QString place = freePathInDefaultFolder();
-    Outcome written = writeTo(place);
-    if (!written.isDone()) return written;
-    m_autoSavedPlace = place;
-    m_editor.recordSaveLocation(place, false);
-    return written;
-  }
-  Outcome written = writeTo(*path);
-  if (!written.isDone()) {
-    // A place that goes on refusing for the same reason is told of once.
-    if (written.reason() != m_autoSaveProblem)
-      log(QStringLiteral("Quilmora: auto-save FAILED for %1: %2").arg(*path, written.reason()));
-    return written;
-  }
-  m_editor.recordSaveLocation(path, false);
-  log(QStringLiteral("Quilmora: auto-saved to ") + *path);
-  return written;
-}
-
-QString DocumentSession::freePathInDefaultFolder() const {
-  const QDir folder(createdDefaultFolder());
-  const QString title = m_document.mindMap.title.isEmpty() ? QStringLiteral("Untitled") : m_document.mindMap.title;
-  QString path = folder.filePath(documentFileName(title));
-  for (int number = 1; fileExists(path); ++number) path = folder.filePath(documentFileName(title, number));
-  return path;
-}
-
-// There is no later chance: changes that the map's own place does not take, such as a disk that was pulled out, go into
-// the default folder, where the next start finds them. The session may go on after all, so the editor keeps its own
-// place.
-void DocumentSession::saveForQuit() {
-  endOpening();
-  if (!hasUnkeptChanges() || writePendingChanges().isDone() || !m_editor.lastSavedFilePath()) return;
-  const RescueCopy copy = writeRescueCopy();
-  if (!copy.outcome.isDone()) return;
-  SettingsStore& settings = m_services.editor.settings;
-  settings.setText(settings::lastSavedFilePath, copy.path);
-  if (const auto made = m_services.editor.bookmarks.make(copy.path, Bookmarks::Kind::plain); !made.data.isEmpty()) {
-    settings.setBytes(settings::lastSavedFileBookmark, made.data);
-  } else {
-    settings.remove(settings::lastSavedFileBookmark);
-  }
-}
-
-DocumentSession::RescueCopy DocumentSession::writeRescueCopy() {
-  const QString place = freePathInDefaultFolder();
-  Outcome written = writeTo(place);
-  log(written.isDone() ? QStringLiteral("Quilmora: saved a rescue copy to ") + place
-                       : QStringLiteral("Quilmora: rescue copy FAILED: ") + written.reason());
-  return {place, std::move(written)};
 }
 
 QString DocumentSession::noMemory() {

@@ -1,15 +1,21 @@
 #pragma once
 
+#include <deque>
 #include <optional>
 
+#include <QFuture>
 #include <QObject>
 #include <QString>
 
+#include "editor/DocumentWriting.h"
 #include "editor/MindMapViewModel.h"
+#include "model/DocumentStream.h"
 #include "model/MindMapDocument.h"
 #include "platform/Notifications.h"
 #include "platform/Outcome.h"
 #include "platform/Scheduler.h"
+
+class QThreadPool;
 
 namespace quilmora {
 
@@ -21,6 +27,9 @@ class RecentFiles;
 // How one window's map reaches the disk and comes back: Save, Save As, Open, auto-save and reopening. Holds the
 // document beside the editor and keeps the two maps equal. Receives autoSaveBeforeQuit itself; the other requests reach
 // it as calls. No widget: dialogs come through FilePanels, and what the user must see through errorRaised().
+//
+// Save, Save As and auto-save write a copy of the map beside the main thread, one after the other; flags, log lines and
+// errors follow when the write is done. Quitting and opening another document wait for it.
 class DocumentSession : public QObject {
   Q_OBJECT
 
@@ -40,6 +49,8 @@ class DocumentSession : public QObject {
     RecentFiles& recentFiles;
     QString defaultFolder;  // Documents/Quilmora of the user
     OpeningMark* openingMark = nullptr;
+    // Writes here, and must have one thread; without one, writes at once.
+    QThreadPool* pool = nullptr;
   };
 
   DocumentSession(MindMapViewModel& editor, Services services);
@@ -47,7 +58,8 @@ class DocumentSession : public QObject {
 
   const MindMapDocument& document() const { return m_document; }
 
-  // Writes to the place that the user chose before, and asks for one when there is none or writing there fails.
+  // Writes to the place that the user chose before, and asks for one when there is none or writing there fails, be it
+  // because another program changed the file.
   void saveDocument();
   void saveDocumentAs();
   void openDocument();
@@ -68,6 +80,10 @@ class DocumentSession : public QObject {
   void startWith(const MindMap& map);
   // Writes when there are changes since the last write. Quitting and opening another document do the same first.
   void autoSave();
+  // A write is under way.
+  bool isSaving() const { return m_save.has_value(); }
+  // Returns when all that was asked for is written, or has failed.
+  void waitForSaves();
   // Why the last auto-save failed, or an empty text where nothing waits to be written.
   const QString& autoSaveProblem() const { return m_autoSaveProblem; }
   // The last document is not reopened when its opening or drawing ended the program before: reopeningDoubted() asks.
@@ -82,6 +98,11 @@ class DocumentSession : public QObject {
   // The document was not opened, because the changes of the open one cannot be written.
   void changesNotKept(const QString& path, const QString& reason);
   void autoSaveProblemChanged();
+  // `map` stands whole in the file at `path`, where the session had put or found `before` last; every save, auto-save
+  // and rescue copy tells it, when all flags are set.
+  void fileWritten(const QString& path, const MindMap& before, const MindMap& map);
+  // Another map takes the place of `before`, which may have changes that no file holds.
+  void mapWillBeReplaced(const MindMap& before);
   // A document was opened or reopened, and is about to be drawn.
   void documentInstalled();
   // This document ended the program last time.
@@ -97,6 +118,14 @@ class DocumentSession : public QObject {
     Outcome outcome;
   };
   enum class Pending { written, copied };
+  enum class SaveKind { byHand, chosen, automatic };
+  struct Save {
+    quint64 number;
+    SaveKind kind;
+    DocumentWrite write;
+    bool takesPlace;  // the map had none
+    QFuture<WrittenDocument> written;
+  };
 
   void documentFollowsEditor();
   void dirtyFlagWasSet();
@@ -107,18 +136,27 @@ class DocumentSession : public QObject {
   void endOpening();
   void reopen(const LastDocument& last);
   QString createdDefaultFolder() const;
-  Outcome writeTo(const QString& path);
+  void beginSave(SaveKind kind, const QString& path, const std::optional<FileState>& known);
+  void endSave(const WrittenDocument& written);
+  void beginNextSave();
+  void beginAutoSave(const std::optional<FileState>& known);
+  void endSaveByHand(const QString& path, const Outcome& written);
+  void endChosenSave(const QString& path, const Outcome& written);
+  void endAutoSave(const Save& save, const Outcome& written);
+  void keep(const DocumentWrite& write);
+  // What must still stand at the document's own place, which may have gone.
+  std::optional<FileState> knownOrGone() const;
   // `reason` tells why the user is asked.
   void askAndSave(const QString& reason);
-  void removeAutoSaved(const MindMap& autoSaved, const QString& newPath);
   bool hasUnkeptChanges() const;
   QString freePathInDefaultFolder() const;
   Outcome keepBeforeImport();
   Outcome writePendingChanges();
   void saveForQuit();
+  Outcome writeCopy(const QString& path);
   RescueCopy writeRescueCopy();
   void loadChosen(const QString& path, Pending pending = Pending::written);
-  void install(const MindMap& map, const QString& path);
+  void install(const ReadDocument& document, const QString& path);
   void zoomToFitAfter(std::chrono::milliseconds delay);
   std::optional<LastDocument> findLastDocument();
   void log(const QString& line) const;
@@ -128,7 +166,15 @@ class DocumentSession : public QObject {
   Services m_services;
   MindMapDocument m_document;
   MindMap m_keptMap;                        // as last read or written
+  std::optional<FileState> m_known;         // the document's file as it was then
   std::optional<QString> m_autoSavedPlace;  // in the default folder, where this session put the map unasked
+  std::optional<Save> m_save;               // under way
+  quint64 m_saveCount = 0;
+  Outcome m_lastSave = Outcome::done();
+  std::deque<QString> m_chosenPlaces;  // of Save As, waiting for the save under way, as do the next two
+  bool m_isSaveWanted = false;
+  bool m_isAutoSaveWanted = false;
+  bool m_isWaitingForSaves = false;
   quint64 m_installCount = 0;
   NotificationCenter::Subscription m_quitSubscription;
   Scheduler::Task m_autoSaveTimer = 0;

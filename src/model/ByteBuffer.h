@@ -24,6 +24,13 @@ class ByteBuffer {
   void put(std::string_view text);
   void putBlanks(qsizetype count);
 
+  // What stands in the buffer.
+  std::string_view text() const {
+    return {m_bytes.constData(), m_end ? static_cast<std::size_t>(m_end - m_bytes.constData()) : 0};
+  }
+  // Empties the buffer, which keeps its room.
+  void clear() { m_end = m_end ? m_bytes.data() : nullptr; }
+
   // The whole text; the buffer is empty again.
   QByteArray take();
 

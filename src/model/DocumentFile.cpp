@@ -12,8 +12,10 @@
 #include <unistd.h>
 
 #include "model/DocumentReader.h"
+#include "model/DocumentStream.h"
 #include "model/DocumentWriter.h"
 #include "model/PaddedText.h"
+#include "platform/ContentHash.h"
 #include "platform/FileWriter.h"
 #include "platform/Paths.h"
 #include "platform/RegularFile.h"
@@ -83,13 +85,29 @@ void requireFilePath(const QString& path) {
 
 }  // namespace
 
+QString documentFileAt(const QString& path) {
+  const QString inner = path + QLatin1Char('/') + documentName;
+  struct stat status {};
+  return ::stat(QFile::encodeName(inner).constData(), &status) == 0 ? inner : path;
+}
+
 MindMap decodeDocumentAt(const QString& path) {
   requireFilePath(path);
-  const QByteArray outer = QFile::encodeName(path);
-  const QByteArray inner = outer + '/' + documentName.data();
-  struct stat status {};
-  const bool isPackage = ::stat(inner.constData(), &status) == 0;
-  return decodePadded(readWhole(isPackage ? inner : outer));
+  return decodePadded(readWhole(QFile::encodeName(documentFileAt(path))));
+}
+
+ReadDocument readDocumentAt(const QString& path) {
+  requireFilePath(path);
+  const QString file = documentFileAt(path);
+  ReadDocument document;
+  // Looked at first: who replaces the file in between is found by the content.
+  document.state.stamp = stampOf(file);
+  PaddedText text = readWhole(QFile::encodeName(file));
+  ContentHash hash;
+  hash.add(text.view());
+  document.state.contentHash = hash.value();
+  document.map = decodePadded(std::move(text));
+  return document;
 }
 
 void writePackage(const MindMap& map, const QString& path) {

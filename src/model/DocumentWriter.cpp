@@ -1,5 +1,6 @@
 #include "model/DocumentWriter.h"
 
+#include "model/DocumentStream.h"
 #include "model/JsonWriter.h"
 #include "model/StoredText.h"
 
@@ -13,8 +14,30 @@ using json::JsonWriter;
 class MapWriter {
  public:
   explicit MapWriter(JsonForm form) : m_json(form) {}
+  MapWriter(JsonForm form, const DocumentReceiver& receiver) : m_json(form), m_receiver(&receiver) {}
 
   QByteArray write(const MindMap& map) {
+    writeMap(map);
+    return m_json.take();
+  }
+
+  // Whether the receiver took everything.
+  bool stream(const MindMap& map) {
+    writeMap(map);
+    m_json.finish();
+    handOver(0);
+    return m_isTaken;
+  }
+
+  QByteArray write(const NodeStyle& style) {
+    writeNodeStyle(style);
+    return m_json.take();
+  }
+
+ private:
+  static constexpr std::size_t pieceSize = std::size_t{1} << 20;
+
+  void writeMap(const MindMap& map) {
     m_json.beginObject();
     m_json.key("canvas");
     writeCanvas(map.canvas);
@@ -31,15 +54,15 @@ class MapWriter {
     m_json.key("version");
     m_json.integer(map.version);
     m_json.endObject();
-    return m_json.take();
   }
 
-  QByteArray write(const NodeStyle& style) {
-    writeNodeStyle(style);
-    return m_json.take();
+  // Once `least` bytes wait for it.
+  void handOver(std::size_t least) {
+    if (m_receiver == nullptr || m_json.pending().size() < least) return;
+    m_isTaken = m_isTaken && (*m_receiver)(m_json.pending());
+    m_json.clear();
   }
 
- private:
   template <class T>
   void writeArray(std::string_view key, const SharedArray<T>& items, void (MapWriter::*writeItem)(const T&)) {
     m_json.key(key);
@@ -47,6 +70,8 @@ class MapWriter {
     for (const T& item : items) {
       m_json.item();
       (this->*writeItem)(item);
+      handOver(pieceSize);
+      if (!m_isTaken) break;
     }
     m_json.endArray();
   }
@@ -202,12 +227,18 @@ class MapWriter {
   }
 
   JsonWriter m_json;
+  const DocumentReceiver* m_receiver = nullptr;
+  bool m_isTaken = true;
 };
 
 }  // namespace
 
 QByteArray encodeDocument(const MindMap& map, JsonForm form) {
   return MapWriter(form).write(map);
+}
+
+bool streamDocument(const MindMap& map, const DocumentReceiver& receiver) {
+  return MapWriter(JsonForm::pretty, receiver).stream(map);
 }
 
 QByteArray encodeNodeStyle(const NodeStyle& style) {

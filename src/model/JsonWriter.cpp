@@ -146,8 +146,12 @@ void JsonWriter::pair(double x, double y) {
   m_buffer.put(']');
 }
 
-QByteArray JsonWriter::take() {
+void JsonWriter::finish() {
   if (m_isPretty) m_buffer.put('\n');
+}
+
+QByteArray JsonWriter::take() {
+  finish();
   return m_buffer.take();
 }
 

@@ -39,7 +39,12 @@ class JsonWriter {
   // "[x, y]" on one line.
   void pair(double x, double y);
 
-  // The whole text, with a line feed at its end when pretty.
+  // The text since the last clear(), for those who hand it on piece by piece.
+  std::string_view pending() const { return m_buffer.text(); }
+  void clear() { m_buffer.clear(); }
+  // After the last value: a line feed when pretty.
+  void finish();
+  // The whole text, finished.
   QByteArray take();
 
  private:

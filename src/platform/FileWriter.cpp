@@ -84,11 +84,17 @@ class WholeFileWrite {
     return writeAll(m_descriptor, data, size) ? Outcome::done() : failure();
   }
 
-  Outcome finish() {
-    if (!flush() || !(giveName() || copyToNamed()) || !closeFile() || !replace()) return failure();
+  Outcome finish(const std::function<Outcome()>& consent) {
+    if (!flush() || !(giveName() || copyToNamed())) return failure();
+    m_stamp = stampOf(m_descriptor);
+    if (!closeFile()) return failure();
+    Outcome outcome = consent ? consent() : Outcome::done();
+    if (!outcome.isDone()) return outcome;
+    if (!replace()) return failure();
     flushFolder();
-    return Outcome::done();
+    return outcome;
   }
+  const FileStamp& stamp() const { return m_stamp; }
 
  private:
   // Of the last system call.
@@ -256,13 +262,13 @@ class WholeFileWrite {
   std::optional<struct stat> m_existing;
   QByteArray m_temporaryPath;
   int m_descriptor = -1;
+  FileStamp m_stamp;
 };
 
 class DiskFileStream final : public FileStream {
  public:
-  explicit DiskFileStream(const QString& path)
-      : m_name(path.mid(path.lastIndexOf(u'/') + 1)), m_write(std::in_place, QFile::encodeName(path)) {
-    note(m_name.isEmpty() || !refusalOfPath(path).isEmpty()
+  explicit DiskFileStream(const QString& path) : m_path(path), m_write(std::in_place, QFile::encodeName(path)) {
+    note(path.isEmpty() || path.endsWith(u'/') || !refusalOfPath(path).isEmpty()
              ? Outcome::failed(QStringLiteral("This is not a file name."))
              : m_write->begin());
   }
@@ -274,12 +280,13 @@ class DiskFileStream final : public FileStream {
 
   bool hasFailed() const override { return !m_outcome.isDone(); }
 
-  Outcome commit() override {
-    if (m_write) note(m_write->finish());
+  Outcome commitWith(const std::function<Outcome()>& consent) override {
+    if (m_write) note(m_write->finish(consent));
+    if (m_write) m_stamp = m_write->stamp();
     m_write.reset();
-    if (m_outcome.isDone()) return m_outcome;
-    return Outcome::failed(QStringLiteral("“%1” could not be written. %2").arg(m_name, m_outcome.reason()));
+    return m_outcome.isDone() ? m_outcome : refusedWrite(m_path, m_outcome.reason());
   }
+  std::optional<FileStamp> stamp() const override { return m_stamp; }
 
  private:
   void note(const Outcome& outcome) {
@@ -288,9 +295,10 @@ class DiskFileStream final : public FileStream {
     m_write.reset();
   }
 
-  QString m_name;
+  QString m_path;
   Outcome m_outcome = Outcome::done();
   std::optional<WholeFileWrite> m_write;
+  std::optional<FileStamp> m_stamp;
 };
 
 // Keeps the pieces for a writer that only knows whole files.
@@ -302,7 +310,11 @@ class HeldFileStream final : public FileStream {
     m_data.append(data, size);
     return true;
   }
-  Outcome commit() override { return m_writer.write(m_path, m_data); }
+  Outcome commitWith(const std::function<Outcome()>& consent) override {
+    if (const Outcome outcome = consent ? consent() : Outcome::done(); !outcome.isDone())
+      return refusedWrite(m_path, outcome.reason());
+    return m_writer.write(m_path, m_data);
+  }
 
  private:
   FileWriter& m_writer;
@@ -311,6 +323,11 @@ class HeldFileStream final : public FileStream {
 };
 
 }  // namespace
+
+Outcome refusedWrite(const QString& path, const QString& cause) {
+  return Outcome::failed(
+      QStringLiteral("“%1” could not be written. %2").arg(path.mid(path.lastIndexOf(u'/') + 1), cause));
+}
 
 std::unique_ptr<FileStream> FileWriter::stream(const QString& path) {
   return std::make_unique<HeldFileStream>(*this, path);

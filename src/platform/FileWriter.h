@@ -1,10 +1,13 @@
 #pragma once
 
+#include <functional>
 #include <memory>
+#include <optional>
 
 #include <QByteArray>
 #include <QString>
 
+#include "platform/FileState.h"
 #include "platform/Outcome.h"
 
 namespace quilmora {
@@ -17,7 +20,12 @@ class FileStream {
   virtual bool append(const char* data, qsizetype size) = 0;
   virtual bool hasFailed() const { return false; }
   // Puts the file in its place.
-  virtual Outcome commit() = 0;
+  Outcome commit() { return commitWith({}); }
+  // Asks `consent` when everything is on the disk, right before the file takes its place: where that fails, with a
+  // sentence, the old file stands.
+  virtual Outcome commitWith(const std::function<Outcome()>& consent) = 0;
+  // The file as it was committed, where that is known; nobody can have changed it before.
+  virtual std::optional<FileStamp> stamp() const { return std::nullopt; }
 };
 
 // Writes whole files: a reader finds the old content or the new, never a part of it. A temporary file in the same
@@ -30,6 +38,9 @@ class FileWriter {
   // Starts a file that is appended to piece by piece, under the same rules. The writer must outlive it.
   virtual std::unique_ptr<FileStream> stream(const QString& path);
 };
+
+// The failure of a write: the name of the file and the cause, a sentence.
+Outcome refusedWrite(const QString& path, const QString& cause);
 
 class DiskFileWriter final : public FileWriter {
  public:

@@ -73,7 +73,6 @@ TEST_F(AutoSave, StartsAnewWhenAChangeFollowsASave) {
 
 TEST_F(AutoSave, WritesNothingWithoutAChange) {
   const QString file = openFile(path(QStringLiteral("Plan.mindmap")));
-  put(file, QByteArrayLiteral("written by another program"));
   edit();
   session->saveDocument();
   put(file, QByteArrayLiteral("written by another program"));
@@ -81,22 +80,6 @@ TEST_F(AutoSave, WritesNothingWithoutAChange) {
   session->autoSave();
   notifications.post(Notification::autoSaveBeforeQuit);
   EXPECT_EQ(content(file), QByteArrayLiteral("written by another program"));
-}
-
-TEST_F(AutoSave, WritesOverWhatAnotherProgramChangedOrDeleted) {
-  const QString file = openFile(path(QStringLiteral("Plan.mindmap")));
-  const QString line = QStringLiteral("Quilmora: auto-saved to ") + file;
-  put(file, QByteArrayLiteral("changed"));
-  edit();
-  scheduler.advance(5s);
-  EXPECT_EQ(content(file), encodeDocument(editor->mindMap()));
-  EXPECT_EQ(log.lines().last(), line);
-  ASSERT_TRUE(QFile::remove(file));
-  edit();
-  scheduler.advance(5s);
-  EXPECT_EQ(content(file), encodeDocument(editor->mindMap()));
-  EXPECT_EQ(log.lines().last(), line);
-  EXPECT_TRUE(editor->hasExplicitSavePath());
 }
 
 TEST_F(AutoSave, RunsAtOnceBeforeQuitting) {

@@ -9,6 +9,8 @@
 #include "editor/MindMapViewModel.h"
 #include "editor/RecentFiles.h"
 
+class QThreadPool;
+
 namespace quilmora {
 
 class Alerts;
@@ -45,6 +47,7 @@ struct Machine {
   OpeningMark* openingMark = nullptr;
   QString claudeHost = ClaudeProvider::publicHost();
   QString openAIHost = OpenAIProvider::publicHost();
+  QThreadPool* savingPool = nullptr;  // of one thread; without one, saving waits
 
   AIBackEnds aiBackEnds() const {
     return {settings,   keys,      transport, onDeviceModel, [] { return std::make_shared<MockProvider>(); },

@@ -63,7 +63,7 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
       m_beforeQuit(
           notifications.observe(Notification::autoSaveBeforeQuit, [this](const QVariant&) { commitTyping(); })),
       m_session(m_editor, {machine.editorServices(), machine.writer, machine.panels, machine.scheduler, notifications,
-                           recentFiles, machine.defaultFolder, machine.openingMark}),
+                           recentFiles, machine.defaultFolder, machine.openingMark, machine.savingPool}),
       m_aiWorkflows(m_editor, machine.editorServices(), machine.aiBackEnds()),
       m_chat(m_editor, machine.clock, m_aiWorkflows),
       m_import(m_session, machine.panels, machine.clock),

@@ -1,0 +1,85 @@
+#include "editor/DocumentWriting.h"
+
+#include <new>
+
+#include <QFile>
+#include <QFileInfo>
+
+#include "model/DocumentStream.h"
+#include "platform/ContentHash.h"
+#include "platform/FileWriter.h"
+
+namespace quilmora {
+
+namespace {
+
+// A folder that is gone is no reason to stop here: the write tells of it, and works where it came back.
+Outcome consentTo(const DocumentWrite& write, WrittenDocument& written) {
+  if (!write.known) return Outcome::done();
+  const FileComparison comparison = compareFile(*write.known, write.path);
+  written.change = comparison.change;
+  written.state = comparison.now;
+  const QString sentence = sentenceOf(comparison.change);
+  return sentence.isEmpty() ? Outcome::done() : Outcome::failed(sentence);
+}
+
+// What somebody else wrote there stays.
+void removeSuperseded(const DocumentWrite& write) {
+  if (!write.superseded) return;
+  const auto& [path, state] = *write.superseded;
+  const QFileInfo file(path);
+  if (file.canonicalFilePath() == QFileInfo(write.path).canonicalFilePath() || file.isSymLink()) return;
+  if (compareFile(state, path).change == FileChange::none) QFile::remove(path);
+}
+
+void writeWhole(const DocumentWrite& write, FileWriter& writer, WrittenDocument& written) {
+  if (const Outcome consent = consentTo(write, written); !consent.isDone()) {
+    written.outcome = refusedWrite(write.path, consent.reason());
+    return;
+  }
+  const std::unique_ptr<FileStream> stream = writer.stream(write.path);
+  ContentHash hash;
+  streamDocument(write.map, [&](std::string_view piece) {
+    hash.add(piece);
+    return stream->append(piece.data(), static_cast<qsizetype>(piece.size()));
+  });
+  written.outcome = stream->commitWith([&] { return consentTo(write, written); });
+  if (!written.outcome.isDone()) return;
+  written.change = FileChange::none;
+  written.state = {stampOf(write.path), hash.value()};
+  // Who replaced it at once is told by the next comparison.
+  if (auto stamp = stream->stamp(); stamp && !stamp->isSameFile(written.state.stamp)) {
+    stamp->link = written.state.stamp.link;
+    written.state.stamp = *stamp;
+  }
+  removeSuperseded(write);
+}
+
+}  // namespace
+
+WrittenDocument writeDocument(const DocumentWrite& write, FileWriter& writer) {
+  WrittenDocument written;
+  try {
+    writeWhole(write, writer, written);
+  } catch (const std::bad_alloc&) {
+    written.outcome = Outcome::failed(QStringLiteral("There is not enough memory for it."));
+  }
+  return written;
+}
+
+QString sentenceOf(FileChange change) {
+  switch (change) {
+    case FileChange::none:
+    case FileChange::folderGone:
+      return {};
+    case FileChange::removed:
+      return QStringLiteral("Another program has removed or renamed it.");
+    case FileChange::becameLink:
+      return QStringLiteral("Another program has put a link in its place.");
+    case FileChange::changed:
+      return QStringLiteral("Another program has changed it.");
+  }
+  Q_UNREACHABLE();
+}
+
+}  // namespace quilmora

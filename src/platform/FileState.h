@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include <QByteArray>
+#include <QString>
+
+namespace quilmora {
+
+// What the system tells of the file at a path without reading it.
+struct FileStamp {
+  enum class Kind { missing, folderMissing, file, other };
+
+  Kind kind = Kind::missing;
+  QByteArray link;  // where the path itself leads when it is a symbolic link
+  std::uint64_t device = 0;
+  std::uint64_t inode = 0;
+  std::int64_t size = 0;
+  std::int64_t modified = 0;  // nanoseconds
+  std::int64_t changed = 0;   // the same of the file's place, name or permissions
+
+  bool operator==(const FileStamp&) const = default;
+  // Whether both are of one file with one content, wherever it was moved since.
+  bool isSameFile(const FileStamp& other) const;
+};
+
+FileStamp stampOf(const QString& path);
+FileStamp stampOf(int descriptor);
+// The hash of the content; nothing where it cannot be read.
+std::optional<std::uint64_t> contentHashAt(const QString& path);
+
+// A file as this program last read or wrote it, or its absence.
+struct FileState {
+  FileStamp stamp;
+  std::uint64_t contentHash = 0;
+  // Nobody but this program would miss the file: its folder had gone, or it was never there.
+  bool mayBeMissing = false;
+};
+
+// What other programs did to a file since.
+enum class FileChange { none, folderGone, removed, becameLink, changed };
+
+struct FileComparison {
+  FileChange change = FileChange::none;
+  // The file as it is now; its content is only read where the stamps differ.
+  FileState now;
+};
+
+// Takes an unchanged content for no change, whoever wrote it anew; a path that became a link, or leads elsewhere, is
+// one all the same. May read the whole file.
+FileComparison compareFile(const FileState& known, const QString& path);
+
+}  // namespace quilmora
