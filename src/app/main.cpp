@@ -163,7 +163,8 @@ int main(int argc, char** argv) {
                                     &openingMark,
                                     vendors.claudeHost,
                                     vendors.openAIHost,
-                                    &savingPool});
+                                    &savingPool,
+                                    stateFolder()});
   QObject::connect(&signalsCaught, &TerminationSignals::received, &application, [&application] { application.quit(); });
   QObject::connect(instance.get(), &SingleInstance::documentsReceived, &application, &Application::documentsReceived);
   application.start(documents);

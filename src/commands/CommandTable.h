@@ -34,6 +34,7 @@ struct CommandContext {
     std::function<void()> quit;
     std::function<void()> about;
     std::function<void()> settings;
+    std::function<void()> earlierVersions;
     std::function<void()> toggleFullScreen;
     std::function<void()> expandWithAI;  // the selected topic
   };

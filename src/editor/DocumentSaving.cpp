@@ -24,6 +24,7 @@ void DocumentSession::beginSave(SaveKind kind, const QString& path, const std::o
   // The copy that auto-save made until the map had a place of its own would only confuse.
   if (kind == SaveKind::chosen && m_known && place && place == m_autoSavedPlace && !m_editor.hasExplicitSavePath())
     m_save->write.superseded = DocumentWrite::Superseded{*place, *m_known};
+  Q_EMIT fileWillBeWritten(path, m_save->write.map, kind == SaveKind::automatic);
   m_save->written = runBeside(
       m_services.pool, [write = m_save->write, &writer = m_services.writer] { return writeDocument(write, writer); });
   if (m_services.pool == nullptr) return endSave(m_save->written.result());
@@ -207,7 +208,6 @@ void DocumentSession::endAutoSave(const Save& save, const Outcome& written) {
 
 // --- Before the map goes ---
 
-// More than the dirty flag tells: an undo after a save, and typing that goes on after one, change the map without it.
 bool DocumentSession::hasUnkeptChanges() const {
   return m_editor.isDirty() || m_editor.mindMap() != m_keptMap;
 }
@@ -257,6 +257,7 @@ DocumentSession::RescueCopy DocumentSession::writeRescueCopy() {
 Outcome DocumentSession::writeCopy(const QString& path) {
   waitForSaves();
   const DocumentWrite write{m_editor.mindMap(), path, FileState{{}, 0, true}, {}};
+  Q_EMIT fileWillBeWritten(path, write.map, true);
   Outcome written = writeDocument(write, m_services.writer).outcome;
   if (!written.isDone()) return written;
   const MindMap before = std::exchange(m_keptMap, write.map);

@@ -82,6 +82,9 @@ class DocumentSession : public QObject {
   void autoSave();
   // A write is under way.
   bool isSaving() const { return m_save.has_value(); }
+  // The map was changed since it was read or written. More than the dirty flag tells: an undo after a save, and typing
+  // that goes on after one, change the map without it.
+  bool hasUnkeptChanges() const;
   // Returns when all that was asked for is written, or has failed.
   void waitForSaves();
   // Why the last auto-save failed, or an empty text where nothing waits to be written.
@@ -98,6 +101,8 @@ class DocumentSession : public QObject {
   // The document was not opened, because the changes of the open one cannot be written.
   void changesNotKept(const QString& path, const QString& reason);
   void autoSaveProblemChanged();
+  // A file is about to be written over or made, with `map`; by itself where nobody asked for it.
+  void fileWillBeWritten(const QString& path, const MindMap& map, bool isAutomatic);
   // `map` stands whole in the file at `path`, where the session had put or found `before` last; every save, auto-save
   // and rescue copy tells it, when all flags are set.
   void fileWritten(const QString& path, const MindMap& before, const MindMap& map);
@@ -148,7 +153,6 @@ class DocumentSession : public QObject {
   std::optional<FileState> knownOrGone() const;
   // `reason` tells why the user is asked.
   void askAndSave(const QString& reason);
-  bool hasUnkeptChanges() const;
   QString freePathInDefaultFolder() const;
   Outcome keepBeforeImport();
   Outcome writePendingChanges();

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include <QDir>
+#include <QFile>
 #include <QStringDecoder>
 #include <QUrl>
 
@@ -67,6 +68,12 @@ QByteArray bytesFromPath(const QString& path) {
 QString pathFromUrl(const QUrl& url) {
   if (!url.host().isEmpty()) return url.toLocalFile();
   return pathFromBytes(QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1()));
+}
+
+QString stateFolder() {
+  const QString given = QFile::decodeName(qgetenv("XDG_STATE_HOME"));
+  return (given.startsWith(u'/') ? given : QDir::homePath() + QStringLiteral("/.local/state")) +
+         QStringLiteral("/quilmora");
 }
 
 QString refusalOfPath(const QString& path) {

@@ -18,6 +18,9 @@ QByteArray bytesFromPath(const QString& path);
 // The path of a file URL.
 QString pathFromUrl(const QUrl& url);
 
+// The folder for what the program keeps from one run to the next and no person edits. It may not exist yet.
+QString stateFolder();
+
 // Why no file can have this path, or an empty text: names that are not UTF-8 are refused, lest another file be taken
 // for the one that is meant.
 QString refusalOfPath(const QString& path);

@@ -64,7 +64,10 @@ class AppTest : public ::testing::Test {
             m_keys,
             m_transport,
             m_onDeviceModel,
-            {[this](const QString& path) { m_desktopList.append(path); }, [this] { m_desktopList.clear(); }}};
+            {[this](const QString& path) { m_desktopList.append(path); }, [this] { m_desktopList.clear(); }},
+            nullptr,
+            nullptr,
+            m_stateFolder};
   }
   // Beyond what start() put there.
   bool isNothingStored() {
@@ -103,6 +106,7 @@ class AppTest : public ::testing::Test {
   bool m_isFirstStart = false;
   int m_terminations = 0;
   QStringList m_desktopList;
+  QString m_stateFolder;  // empty: nothing is kept between saves
   std::unique_ptr<Application> m_application;  // ends first
 };
 

@@ -48,6 +48,7 @@ struct Machine {
   QString claudeHost = ClaudeProvider::publicHost();
   QString openAIHost = OpenAIProvider::publicHost();
   QThreadPool* savingPool = nullptr;  // of one thread; without one, saving waits
+  QString stateFolder = {};           // without one, nothing is kept between saves
 
   AIBackEnds aiBackEnds() const {
     return {settings,   keys,      transport, onDeviceModel, [] { return std::make_shared<MockProvider>(); },

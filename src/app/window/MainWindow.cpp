@@ -24,6 +24,7 @@
 #include "app/onboarding/OnboardingView.h"
 #include "app/outline/OutlineView.h"
 #include "app/palette/PaletteOpener.h"
+#include "app/versions/WindowKeeping.h"
 #include "app/window/FocusWalk.h"
 #include "app/window/PresentationScreen.h"
 #include "app/window/Sidebar.h"
@@ -71,6 +72,7 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
   CommandContext::Handlers handlers;
   handlers.quit = [this] { m_quit(); };
   handlers.about = [this] { showAbout(); };
+  if (!machine.stateFolder.isEmpty()) handlers.earlierVersions = [this] { m_keeping->showVersions(); };
   handlers.toggleFullScreen = [this] { setWindowState(windowState() ^ Qt::WindowFullScreen); };
   handlers.expandWithAI = [this] { m_aiWorkflows.expandNode(std::nullopt); };
   m_actions = new CommandActions(m_editor, notifications, std::move(handlers), this);
@@ -83,6 +85,8 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
   receiveNotifications();
   m_paletteOpener =
       new PaletteOpener(machine.look, {m_editor, m_aiWorkflows, notifications, machine.settings}, *m_canvas, this);
+  if (!machine.stateFolder.isEmpty())
+    m_keeping = std::make_unique<WindowKeeping>(machine, notifications, m_editor, m_session, *m_canvas, *this);
   m_presentation = new PresentationScreen(*this, *m_content, *m_canvas, m_editor, machine.scheduler);
   m_place.restore();
 
@@ -96,6 +100,7 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
     m_statusLine->setNotice(problem.isEmpty() ? QString() : QStringLiteral("Not saved: ") + problem);
   });
   connect(&m_import, &ImportFlow::errorRaised, this, showError);
+  if (m_keeping) connect(m_keeping.get(), &WindowKeeping::errorRaised, this, showError);
   connect(&m_images, &NodeImages::errorRaised, this, showError);
   connect(m_exportFlow, &ExportFlow::errorRaised, this, showError);
   // The panel opens once the menu that asked for it has gone.
@@ -113,6 +118,7 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
 MainWindow::~MainWindow() {
   m_machine.scheduler.cancel(m_shownTask);
   // They look at the editor, which ends before the base class would delete them.
+  m_keeping.reset();
   delete m_presentation;
   delete m_paletteOpener;
   delete m_smartPaste;
@@ -404,6 +410,7 @@ void MainWindow::showEvent(QShowEvent* event) {
   if (!m_machine.settings.flag(settings::onboardingShown).value_or(false)) openOnboarding();
   m_session.openAll(std::exchange(m_documents, {}));
   if (!m_session.hasReplacedMap()) m_session.reopenLastDocument();
+  if (m_keeping) m_keeping->begin();
 }
 
 void MainWindow::changeEvent(QEvent* event) {

@@ -36,6 +36,7 @@ class SmartPasteView;
 class StatusLine;
 class Toolbar;
 class WindowContent;
+class WindowKeeping;
 
 // The window of one map: owns the editor and the document's session, lays out canvas and panels, and receives the
 // requests that are meant for the window. Closing it only minimises it.
@@ -51,6 +52,7 @@ class MainWindow : public QMainWindow {
 
   MindMapViewModel& editor() { return m_editor; }
   DocumentSession& session() { return m_session; }
+  WindowKeeping* keeping() { return m_keeping.get(); }
   AIWorkflows& aiWorkflows() { return m_aiWorkflows; }
   ChatSession& chat() { return m_chat; }
   const CommandActions& actions() const { return *m_actions; }
@@ -126,6 +128,7 @@ class MainWindow : public QMainWindow {
   DocumentSession m_session;
   AIWorkflows m_aiWorkflows;
   ChatSession m_chat;
+  std::unique_ptr<WindowKeeping> m_keeping;  // where there is a folder for it
   ImportFlow m_import;
   std::vector<NotificationCenter::Subscription> m_subscriptions;
 

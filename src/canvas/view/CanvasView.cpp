@@ -205,6 +205,7 @@ void CanvasView::openTitleEditor(const QUuid& nodeID) {
           [this](const QString& title) { m_gestures.commitTitle(title); });
   connect(m_titleEditor, &TitleEditor::cancelled, this, [this] { m_gestures.endEditing(); });
   connect(m_titleEditor, &TitleEditor::shownTitleChanged, this, &CanvasView::viewMoved);
+  connect(m_titleEditor, &TitleEditor::shownTitleChanged, this, &CanvasView::openTextChanged);
   placeTitleEditor();
   m_titleEditor->show();
   followInputMethod();
@@ -219,6 +220,7 @@ void CanvasView::closeTitleEditor() {
   takeKeyboardFrom(*editor);
   editor->hide();
   editor->deleteLater();
+  Q_EMIT openTextChanged();
 }
 
 void CanvasView::placeTitleEditor() {
@@ -229,6 +231,20 @@ void CanvasView::placeTitleEditor() {
   const QRectF field = m_scene.titleField(id, m_titleEditor->shownTitle());
   const double zoom = m_editor.canvasZoom();
   m_titleEditor->place(QRectF(field.topLeft() * zoom + m_editor.canvasOffset(), field.size() * zoom), zoom);
+}
+
+std::optional<OpenText> CanvasView::openText() const {
+  if (m_titleEditor && m_titleEditorNodeID) {
+    const std::optional<Node> node = m_editor.nodeByID(*m_titleEditorNodeID);
+    const QString text = m_titleEditor->editableTitle();
+    if (node && node->title != text) return OpenText{OpenText::Field::topicTitle, node->id, text};
+  }
+  if (m_labelField && m_labelFieldRegionID) {
+    const std::optional<Region> region = m_editor.regionByID(*m_labelFieldRegionID);
+    const QString text = m_labelField->text();
+    if (region && region->label != text) return OpenText{OpenText::Field::regionLabel, region->id, text};
+  }
+  return std::nullopt;
 }
 
 void CanvasView::commitTitleEdit() {

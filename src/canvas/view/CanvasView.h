@@ -13,6 +13,7 @@
 #include "canvas/view/ScenePicture.h"
 #include "canvas/view/TopicReveal.h"
 #include "canvas/view/ViewAnimation.h"
+#include "editor/journal/OpenText.h"
 #include "platform/Clock.h"
 #include "platform/Notifications.h"
 
@@ -48,6 +49,8 @@ class CanvasView : public QWidget {
   RegionLabelField* labelField() const { return m_labelField; }
   // Stores the title or label that is being edited, as leaving the field does. For those who are about to save or quit.
   void commitTitleEdit();
+  // What stands in the open field, where the map does not hold it.
+  std::optional<OpenText> openText() const;
   // Tells which parts of the view cards lie on, so that new topics are not shown below them.
   void setCoveredAreas(std::function<std::vector<QRect>()> areas) { m_coveredAreas = std::move(areas); }
   // Whether the view glides where it moves by itself; otherwise it is there at once.
@@ -66,6 +69,8 @@ class CanvasView : public QWidget {
   QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
 
  Q_SIGNALS:
+  // openText() may be another.
+  void openTextChanged();
   // The user wants to choose an image for the topic.
   void imageWanted(const QUuid& nodeID);
   // A file was dropped on the topic, which may or may not be an image.

@@ -113,6 +113,7 @@ void CanvasView::openLabelField(const QUuid& regionID) {
   m_labelField = new RegionLabelField(m_gestures.state().regions.editingLabelText, this);
   connect(m_labelField, &RegionLabelField::textChanged, this,
           [this](const QString& text) { m_gestures.setEditingLabelText(text); });
+  connect(m_labelField, &RegionLabelField::textChanged, this, &CanvasView::openTextChanged);
   connect(m_labelField, &RegionLabelField::submitted, this, [this] { m_gestures.submitLabel(); });
   connect(m_labelField, &RegionLabelField::cancelled, this, [this] { m_gestures.endLabelEditing(); });
   placeLabelField();
@@ -128,6 +129,7 @@ void CanvasView::closeLabelField() {
   takeKeyboardFrom(*field);
   field->hide();
   field->deleteLater();
+  Q_EMIT openTextChanged();
 }
 
 void CanvasView::placeLabelField() {

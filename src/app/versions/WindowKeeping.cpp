@@ -1,0 +1,28 @@
+#include "app/versions/WindowKeeping.h"
+
+#include "app/versions/RecoveryCard.h"
+#include "app/window/Machine.h"
+#include "canvas/view/CanvasView.h"
+
+namespace quilmora {
+
+WindowKeeping::WindowKeeping(Machine& machine, NotificationCenter& notifications, MindMapViewModel& editor,
+                             DocumentSession& session, CanvasView& canvas, QWidget& window)
+    : m_keeping(editor, session, machine.clock, machine.scheduler, machine.log, machine.stateFolder),
+      m_flow({machine.look, editor, session, m_keeping.versions(), machine.writer, machine.clock}, &window),
+      m_card(new RecoveryCard(machine.look, editor, &canvas)),
+      m_atEnd(
+          notifications.observe(Notification::autoSaveBeforeQuit, [this](const QVariant&) { m_keeping.settle(); })) {
+  m_keeping.setOpenText([&canvas] { return canvas.openText(); });
+  connect(&canvas, &CanvasView::openTextChanged, &m_keeping, &SafeKeeping::openTextChanged);
+  connect(&m_keeping, &SafeKeeping::changesRecovered, m_card, &RecoveryCard::tellRecovered);
+  connect(&m_keeping, &SafeKeeping::journalSetAside, m_card, &RecoveryCard::tellSetAside);
+  connect(&m_flow, &EarlierVersionsFlow::errorRaised, this, &WindowKeeping::errorRaised);
+}
+
+// The canvas, which has the card, may be gone later.
+WindowKeeping::~WindowKeeping() {
+  delete m_card;
+}
+
+}  // namespace quilmora

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QObject>
+
+#include "app/versions/EarlierVersionsFlow.h"
+#include "editor/SafeKeeping.h"
+#include "platform/Notifications.h"
+
+class QWidget;
+
+namespace quilmora {
+
+class CanvasView;
+class RecoveryCard;
+struct Machine;
+
+// What keeps a window's work safe, and what a person sees of it: the sheet of earlier versions, and the card that tells
+// of changes that came back.
+class WindowKeeping final : public QObject {
+  Q_OBJECT
+
+ public:
+  // All outlive it. The session must hear of the end of the process before it.
+  WindowKeeping(Machine& machine, NotificationCenter& notifications, MindMapViewModel& editor, DocumentSession& session,
+                CanvasView& canvas, QWidget& window);
+  ~WindowKeeping() override;
+
+  // The window has opened its documents.
+  void begin() { m_keeping.begin(); }
+  void showVersions() { m_flow.open(); }
+
+  SafeKeeping& keeping() { return m_keeping; }
+  EarlierVersionsFlow& flow() { return m_flow; }
+  RecoveryCard& card() { return *m_card; }
+
+ Q_SIGNALS:
+  void errorRaised(const QString& message);
+
+ private:
+  SafeKeeping m_keeping;
+  EarlierVersionsFlow m_flow;
+  RecoveryCard* m_card;
+  NotificationCenter::Subscription m_atEnd;
+};
+
+}  // namespace quilmora

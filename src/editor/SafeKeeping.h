@@ -1,0 +1,60 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+
+#include <QObject>
+
+#include "editor/journal/Journal.h"
+#include "editor/versions/EarlierVersions.h"
+
+namespace quilmora {
+
+class Clock;
+class DocumentSession;
+class MindMapViewModel;
+
+// Joins the journal and the earlier versions to one window's editor and session: tells them what is open, changed,
+// written and replaced, and puts back what the last run left behind.
+class SafeKeeping : public QObject {
+  Q_OBJECT
+
+ public:
+  // All outlive it; `folder` is the program's own in the state folder.
+  SafeKeeping(MindMapViewModel& editor, DocumentSession& session, const Clock& clock, Scheduler& scheduler, Log& log,
+              const QString& folder);
+
+  // Where the text of an open field comes from; openTextChanged() tells that it is another.
+  void setOpenText(std::function<std::optional<OpenText>()> openText) { m_openText = std::move(openText); }
+  void openTextChanged() { m_journal.changed(); }
+  // The window has opened its documents. One without any takes up what was left without a document.
+  void begin();
+  // For the end of the process.
+  void settle();
+
+  EarlierVersions& versions() { return m_versions; }
+  const Journal& journal() const { return m_journal; }
+
+ Q_SIGNALS:
+  // The editor holds what the last run did not save; undo() goes back to the saved map.
+  void changesRecovered();
+  // What the last run left fits no map as it stands and was set aside.
+  void journalSetAside();
+
+ private:
+  Journal::State state() const;
+  void takeUp(const QString& document, const MindMap& base);
+  void documentInstalled();
+  void fileWillBeWritten(const QString& path, const MindMap& map, bool isAutomatic);
+  void fileWritten(const QString& path, const MindMap& map);
+
+  MindMapViewModel& m_editor;
+  DocumentSession& m_session;
+  Log& m_log;
+  Journal m_journal;
+  EarlierVersions m_versions;
+  std::function<std::optional<OpenText>()> m_openText;
+  bool m_isAutomatic = false;  // the write under way
+};
+
+}  // namespace quilmora

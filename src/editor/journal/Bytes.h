@@ -1,0 +1,85 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include <QByteArray>
+#include <QHash>
+#include <QPointF>
+#include <QRectF>
+#include <QString>
+#include <QUuid>
+
+#include "platform/Clock.h"
+#include "platform/TextError.h"
+
+namespace quilmora::journal {
+
+// Bytes that no writer of ours made, or that belong to another map.
+class JournalError : public TextError {
+ public:
+  using TextError::TextError;
+};
+
+// Writes values as few bytes, lowest byte first. A number that is not finite becomes what a document would hold.
+class ByteWriter {
+ public:
+  // How texts are written. Exact ones come back to the last code unit, and short ones are written once; plain ones
+  // depend on nothing but the text and hold what a document would hold.
+  enum class Texts { exact, plain };
+
+  explicit ByteWriter(Texts texts = Texts::exact) : m_texts(texts) {}
+
+  void put(std::uint64_t value);  // seven bits a byte
+  void putFixed(std::uint64_t value, int bytes);
+  void put(bool value) { m_bytes.append(value ? '\1' : '\0'); }
+  void put(double value);
+  void put(const QPointF& point);
+  void put(const QRectF& rect);
+  void put(const QUuid& id);
+  void put(const QString& text);
+  void put(TimePoint time) { putFixed(static_cast<std::uint64_t>(time.time_since_epoch().count()), 8); }
+
+  const QByteArray& bytes() const { return m_bytes; }
+  QByteArray take() { return std::exchange(m_bytes, {}); }
+  // Forgets the bytes and keeps their room.
+  void clear() { m_bytes.resize(0); }
+
+ private:
+  Texts m_texts;
+  QByteArray m_bytes;
+  QHash<QString, std::uint64_t> m_pool;
+};
+
+// Reads them back. Throws JournalError where they end early or hold what the writer never writes.
+class ByteReader {
+ public:
+  explicit ByteReader(QByteArrayView bytes) : m_bytes(bytes) {}
+
+  bool atEnd() const { return m_at == m_bytes.size(); }
+  std::uint64_t takeNumber();
+  std::uint64_t takeFixed(int bytes);
+
+  void take(bool& value);
+  void take(double& value);
+  void take(QPointF& point);
+  void take(QRectF& rect);
+  void take(QUuid& id);
+  void take(QString& text);
+  void take(TimePoint& time);
+  QByteArrayView takeBytes(std::uint64_t count) { return next(count); }
+
+ private:
+  QByteArrayView next(std::uint64_t count);
+
+  QByteArrayView m_bytes;
+  qsizetype m_at = 0;
+  std::vector<QString> m_pool;
+};
+
+[[noreturn]] void failReading();
+
+// A quick hash that tells contents apart; no protection against who wants them equal.
+std::uint64_t hashOf(QByteArrayView bytes, std::uint64_t seed = 0);
+
+}  // namespace quilmora::journal

@@ -1,0 +1,340 @@
+#include "editor/journal/MapDelta.h"
+
+#include <algorithm>
+#include <unordered_map>
+
+#include "editor/journal/RecordBytes.h"
+
+namespace quilmora::journal {
+
+namespace {
+
+// An array's way from before to now: steps over the records before, each with how many it is for. Patches and inserted
+// records follow their step.
+enum Step : std::uint64_t { keep = 0, remove = 1, patch = 2, insert = 3 };
+
+// An inserted record always tells its id, so that no byte of a hostile delta stands for a whole record.
+constexpr std::uint64_t idBit = 1;
+
+struct Hash {
+  std::size_t operator()(const QUuid& id) const { return qHash(id); }
+};
+
+template <class Record>
+class ScriptWriter {
+ public:
+  ScriptWriter(const SharedArray<Record>& before, const SharedArray<Record>& now, ByteWriter& out)
+      : m_before(before), m_now(now), m_out(out) {}
+
+  void write() {
+    m_out.put(static_cast<std::uint64_t>(m_before.size()));
+    m_out.put(static_cast<std::uint64_t>(m_now.size()));
+    std::size_t a = 0;
+    std::size_t b = 0;
+    while (a < m_before.blockCount() || b < m_now.blockCount()) {
+      if (isShared(a, b)) {
+        count(Step::keep, m_before.block(a).size());
+        ++a, ++b;
+        continue;
+      }
+      const auto [nextA, nextB] = nextShared(a, b);
+      writeSegment(recordsOf(m_before, a, nextA), recordsOf(m_now, b, nextB));
+      a = nextA;
+      b = nextB;
+    }
+    flush();
+  }
+
+ private:
+  using Records = std::vector<const Record*>;
+
+  bool isShared(std::size_t a, std::size_t b) const {
+    return a < m_before.blockCount() && b < m_now.blockCount() && &m_before.block(a) == &m_now.block(b);
+  }
+
+  // The next blocks that both sides share, from these on; the ends where there are none.
+  std::pair<std::size_t, std::size_t> nextShared(std::size_t a, std::size_t b) {
+    if (isShared(a + 1, b + 1)) return {a + 1, b + 1};
+    if (m_places.empty())
+      for (std::size_t k = a; k < m_before.blockCount(); ++k) m_places.emplace(&m_before.block(k), k);
+    for (; b < m_now.blockCount(); ++b) {
+      const auto found = m_places.find(&m_now.block(b));
+      if (found != m_places.end() && found->second >= a) return {found->second, b};
+    }
+    return {m_before.blockCount(), b};
+  }
+
+  static Records recordsOf(const SharedArray<Record>& array, std::size_t first, std::size_t end) {
+    Records records;
+    for (std::size_t k = first; k < end; ++k)
+      for (const Record& record : array.block(k)) records.push_back(&record);
+    return records;
+  }
+
+  void writeSegment(const Records& before, const Records& now) {
+    const auto isSame = [](const Record* a, const Record* b) { return isVery(*a, *b); };
+    const auto first = std::ranges::mismatch(before, now, isSame);
+    const auto start = static_cast<std::size_t>(first.in1 - before.begin());
+    std::size_t tail = 0;
+    while (start + tail < before.size() && start + tail < now.size() &&
+           isSame(before[before.size() - 1 - tail], now[now.size() - 1 - tail]))
+      ++tail;
+    count(Step::keep, start);
+    writeMiddle(before, now, start, tail);
+    count(Step::keep, tail);
+  }
+
+  // By id, in order: what stands in another order counts as removed and inserted.
+  void writeMiddle(const Records& before, const Records& now, std::size_t start, std::size_t tail) {
+    const std::size_t end = before.size() - tail;
+    std::unordered_map<QUuid, std::size_t, Hash> places;
+    std::size_t next = start;
+    for (std::size_t i = start; i < now.size() - tail; ++i) {
+      const Record& record = *now[i];
+      std::size_t place = next;
+      if (next >= end || before[next]->id != record.id) {
+        if (places.empty())
+          for (std::size_t k = next; k < end; ++k) places.emplace(before[k]->id, k);
+        const auto found = places.find(record.id);
+        if (found == places.end() || found->second < next) {
+          add(Step::insert, &record, nullptr);
+          continue;
+        }
+        place = found->second;
+      }
+      count(Step::remove, place - next);
+      if (isVery(*before[place], record))
+        count(Step::keep, 1);
+      else
+        add(Step::patch, &record, before[place]);
+      next = place + 1;
+    }
+    count(Step::remove, end - next);
+  }
+
+  void begin(Step step) {
+    if (m_step != step) flush();
+    m_step = step;
+  }
+  void count(Step step, std::size_t records) {
+    if (records == 0) return;
+    begin(step);
+    m_count += records;
+  }
+  void add(Step step, const Record* now, const Record* before) {
+    begin(step);
+    m_pending.emplace_back(now, before);
+    ++m_count;
+  }
+  void flush() {
+    if (m_count == 0) return;
+    m_out.put(m_count << 2 | m_step);
+    const Record fresh;
+    for (const auto& [now, before] : m_pending)
+      before != nullptr ? putPatch(m_out, *now, *before) : putPatch(m_out, *now, fresh, idBit);
+    m_pending.clear();
+    m_count = 0;
+  }
+
+  const SharedArray<Record>& m_before;
+  const SharedArray<Record>& m_now;
+  ByteWriter& m_out;
+  std::unordered_map<const void*, std::size_t> m_places;  // of blocks before
+  Step m_step = Step::keep;
+  std::uint64_t m_count = 0;
+  std::vector<std::pair<const Record*, const Record*>> m_pending;  // now and before
+};
+
+template <class Record>
+class ScriptReader {
+ public:
+  ScriptReader(const SharedArray<Record>& before, ByteReader& in) : m_before(before), m_in(in), m_now(before) {}
+
+  SharedArray<Record> read() {
+    if (m_in.takeNumber() != m_before.size()) failReading();
+    const std::uint64_t size = m_in.takeNumber();
+    std::uint64_t produced = 0;
+    while (m_at < m_before.size() || produced < size) {
+      const std::uint64_t head = m_in.takeNumber();
+      const std::uint64_t count = head >> 2;
+      const auto step = static_cast<Step>(head & 3);
+      if (count == 0 || count > (step == Step::insert ? size - produced : m_before.size() - m_at)) failReading();
+      if (step != Step::remove) {
+        if (count > size - produced) failReading();
+        produced += count;
+      }
+      take(step, static_cast<std::size_t>(count));
+    }
+    return finished();
+  }
+
+ private:
+  struct Range {
+    std::size_t begin, end;
+  };
+  struct Insertion {
+    std::size_t at;  // among the records before
+    std::vector<Record> records;
+  };
+
+  void take(Step step, std::size_t count) {
+    switch (step) {
+      case Step::keep:
+        break;
+      case Step::remove:
+        m_removed.push_back({m_at, m_at + count});
+        break;
+      case Step::patch:
+        for (std::size_t i = 0; i < count; ++i)
+          m_now.update(m_at + i, [this](Record& record) { takePatch(m_in, record); });
+        break;
+      case Step::insert:
+        takeInserted(count);
+        return;
+    }
+    m_at += count;
+  }
+
+  void takeInserted(std::size_t count) {
+    m_inserted.push_back({m_at, {}});
+    std::vector<Record>& records = m_inserted.back().records;
+    for (std::size_t i = 0; i < count; ++i)
+      if ((takePatch(m_in, records.emplace_back()) & idBit) == 0) failReading();
+  }
+
+  SharedArray<Record> finished() {
+    const bool isTailOnly =
+        std::ranges::all_of(m_inserted, [this](const Insertion& one) { return one.at == m_before.size(); });
+    if (!isTailOnly) return rebuilt();
+    if (!m_removed.empty()) {
+      std::size_t at = 0;
+      auto range = m_removed.begin();
+      m_now.eraseIf([&](const Record&) {
+        const std::size_t place = at++;
+        while (range != m_removed.end() && range->end <= place) ++range;
+        return range != m_removed.end() && range->begin <= place;
+      });
+    }
+    for (Insertion& one : m_inserted)
+      for (Record& record : one.records) m_now.append(std::move(record));
+    return m_now;
+  }
+
+  SharedArray<Record> rebuilt() {
+    SharedArray<Record> result;
+    std::size_t at = 0;
+    auto range = m_removed.begin();
+    auto insertion = m_inserted.begin();
+    const auto insertHere = [&] {
+      for (; insertion != m_inserted.end() && insertion->at == at; ++insertion)
+        for (Record& record : insertion->records) result.append(std::move(record));
+    };
+    for (const Record& record : m_now) {
+      insertHere();
+      while (range != m_removed.end() && range->end <= at) ++range;
+      if (range == m_removed.end() || range->begin > at) result.append(record);
+      ++at;
+    }
+    insertHere();
+    return result;
+  }
+
+  const SharedArray<Record>& m_before;
+  ByteReader& m_in;
+  SharedArray<Record> m_now;  // the records before with their patches
+  std::size_t m_at = 0;
+  std::vector<Range> m_removed;
+  std::vector<Insertion> m_inserted;
+};
+
+template <class Record>
+void writeScript(const SharedArray<Record>& before, const SharedArray<Record>& now, ByteWriter& out) {
+  out.put(!now.sharesStorageWith(before));
+  if (!now.sharesStorageWith(before)) ScriptWriter<Record>(before, now, out).write();
+}
+
+template <class Record>
+SharedArray<Record> readScript(const SharedArray<Record>& before, ByteReader& in) {
+  bool isOther = false;
+  in.take(isOther);
+  return isOther ? ScriptReader<Record>(before, in).read() : before;
+}
+
+template <class Record>
+bool isVeryArray(const SharedArray<Record>& a, const SharedArray<Record>& b) {
+  return a.sharesStorageWith(b) || a == b;
+}
+
+}  // namespace
+
+QByteArray deltaBetween(const MindMap& before, const MindMap& now) {
+  const MapHead head = MapHead::of(now);
+  const MapHead headBefore = MapHead::of(before);
+  if (isVery(head, headBefore) && isVeryArray(before.nodes, now.nodes) && isVeryArray(before.edges, now.edges) &&
+      isVeryArray(before.relationships, now.relationships) && isVeryArray(before.regions, now.regions))
+    return {};
+  ByteWriter out;
+  putPatch(out, head, headBefore);
+  writeScript(before.nodes, now.nodes, out);
+  writeScript(before.edges, now.edges, out);
+  writeScript(before.relationships, now.relationships, out);
+  writeScript(before.regions, now.regions, out);
+  return out.take();
+}
+
+MindMap appliedDelta(const MindMap& before, QByteArrayView delta) {
+  ByteReader in(delta);
+  MapHead head = MapHead::of(before);
+  takePatch(in, head);
+  MindMap now;
+  head.putInto(now);
+  now.nodes = readScript(before.nodes, in);
+  now.edges = readScript(before.edges, in);
+  now.relationships = readScript(before.relationships, in);
+  now.regions = readScript(before.regions, in);
+  if (!in.atEnd()) failReading();
+  return now;
+}
+
+template <class Record>
+QByteArray bytesOfBlock(const std::vector<Record>& block) {
+  ByteWriter out;
+  const Record fresh;
+  for (const Record& record : block) putPatch(out, record, fresh, idBit);
+  return out.take();
+}
+
+template <class Record>
+void readBlock(QByteArrayView bytes, SharedArray<Record>& records) {
+  ByteReader in(bytes);
+  while (!in.atEnd()) {
+    Record record;
+    if ((takePatch(in, record) & idBit) == 0) failReading();
+    records.append(std::move(record));
+  }
+}
+
+template QByteArray bytesOfBlock(const std::vector<Node>&);
+template QByteArray bytesOfBlock(const std::vector<Edge>&);
+template QByteArray bytesOfBlock(const std::vector<Relationship>&);
+template QByteArray bytesOfBlock(const std::vector<Region>&);
+template void readBlock(QByteArrayView, SharedArray<Node>&);
+template void readBlock(QByteArrayView, SharedArray<Edge>&);
+template void readBlock(QByteArrayView, SharedArray<Relationship>&);
+template void readBlock(QByteArrayView, SharedArray<Region>&);
+
+QByteArray bytesOfHead(const MindMap& map) {
+  ByteWriter out;
+  putPatch(out, MapHead::of(map), MapHead());
+  return out.take();
+}
+
+void readHead(QByteArrayView bytes, MindMap& map) {
+  ByteReader in(bytes);
+  MapHead head;
+  takePatch(in, head);
+  if (!in.atEnd()) failReading();
+  head.putInto(map);
+}
+
+}  // namespace quilmora::journal

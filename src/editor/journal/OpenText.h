@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+#include <QUuid>
+
+#include "model/MindMap.h"
+
+namespace quilmora {
+
+// A text that stands in an open field and will be in the map once the field is left.
+struct OpenText {
+  enum class Field { topicTitle, regionLabel };
+  Field field = Field::topicTitle;
+  QUuid id;
+  QString text;
+
+  bool operator==(const OpenText&) const = default;
+};
+
+// The map as it will be when the field is left.
+MindMap withOpenText(MindMap map, const OpenText& open);
+
+}  // namespace quilmora

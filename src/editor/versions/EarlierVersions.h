@@ -1,0 +1,62 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include <QFuture>
+#include <QThreadPool>
+
+#include "editor/versions/VersionStore.h"
+
+namespace quilmora {
+
+class Clock;
+class Log;
+
+// Keeps what saves, imports and other programs replace in a document, so that a person can go back to it. All work
+// happens beside the main thread, in the order in which it was asked for.
+class EarlierVersions {
+ public:
+  using Origin = versions::Origin;
+
+  // `folder` is where they lie.
+  EarlierVersions(const Clock& clock, Log& log, const QString& folder);
+  // Waits until what was asked for is kept.
+  ~EarlierVersions();
+
+  // The document holds this map from now on, or since `time`.
+  void documentHolds(const QString& document, const MindMap& map, Origin origin, std::optional<TimePoint> time = {});
+  // What the document holds is about to be replaced; also by what another program wrote there, or where the document
+  // was never open.
+  void documentWillBeReplaced(const QString& document);
+  // Keeps a map that no file of the document holds, such as one that another version takes the place of.
+  void keep(const QString& document, const MindMap& map);
+
+  // Newest first.
+  QFuture<std::vector<versions::Version>> list(const QString& document);
+  // Nothing where it cannot be read.
+  QFuture<std::optional<MindMap>> load(const QString& document, std::uint64_t number);
+  // Returns when all that was asked for is done.
+  void settle() { m_pool.waitForDone(); }
+
+ private:
+  struct Held {
+    QString document;
+    MindMap map;
+    TimePoint time;
+    Origin origin = Origin::opened;
+    qint64 modified = 0;
+  };
+
+  void keepAt(const QString& document, const MindMap& map, TimePoint time);
+  void keepFile(const QString& document);
+
+  const Clock& m_clock;
+  Log& m_log;
+  std::shared_ptr<versions::VersionStore> m_store;
+  std::optional<Held> m_held;
+  std::optional<TimePoint> m_lastKept;
+  QThreadPool m_pool;
+};
+
+}  // namespace quilmora

@@ -1,0 +1,86 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <unordered_map>
+#include <vector>
+
+#include <QString>
+
+#include "editor/versions/VersionRules.h"
+#include "model/MindMap.h"
+#include "platform/TextError.h"
+
+namespace quilmora::versions {
+
+// Why a version could not be kept or read, fit to be shown.
+class VersionError : public TextError {
+ public:
+  using TextError::TextError;
+};
+
+// One earlier version of a document.
+struct Version {
+  std::uint64_t number = 0;  // names it within its document
+  TimePoint time;            // since when the document held it
+  std::uint64_t topicCount = 0;
+  QString title;
+
+  bool operator==(const Version&) const = default;
+};
+
+// The earlier versions of documents in a folder of the state folder. The records of a version lie in blocks, and equal
+// blocks of a document are stored once. Not for two threads at a time.
+class VersionStore {
+ public:
+  explicit VersionStore(QString folder, std::uint64_t limit = mostBytes)
+      : m_folder(std::move(folder)), m_limit(limit) {}
+
+  // Keeps the map, which this document held since `time`, unless it is its newest version already; then lets go of what
+  // the rules let go. Throws VersionError.
+  void keep(const QString& document, const MindMap& map, TimePoint time, TimePoint now);
+  // Newest first. What cannot be read is left out.
+  std::vector<Version> list(const QString& document) const;
+  // Throws VersionError.
+  MindMap load(const QString& document, std::uint64_t number) const;
+  // What all versions of all documents take, in bytes.
+  std::uint64_t size() const;
+
+ private:
+  // Where the bytes of a block lie.
+  struct BlockPlace {
+    std::uint64_t piece = 0;  // the file, by number
+    std::uint64_t offset = 0;
+    std::uint64_t length = 0;
+    std::uint64_t hash[2] = {0, 0};
+
+    auto operator<=>(const BlockPlace&) const = default;
+  };
+  struct BlockKey {
+    std::uint64_t length, first, second;
+    auto operator<=>(const BlockKey&) const = default;
+  };
+  struct Contents {
+    Version version;
+    QString document;
+    QByteArray head;
+    std::vector<BlockPlace> blocks[4];  // topics, connectors, relationships, regions
+
+    std::set<std::uint64_t> pieces() const;
+  };
+  class Keeping;
+
+  QString folderOf(const QString& document) const;
+  static Contents read(const QString& path);
+  static QByteArray bytesOf(const Contents& contents);
+  void prune(TimePoint now);
+
+  QString m_folder;
+  std::uint64_t m_limit;
+  // Of the map that was kept last: what lies in one of its blocks needs no look.
+  QString m_lastDocument;
+  MindMap m_last;
+  std::unordered_map<const void*, BlockPlace> m_lastPlaces;
+};
+
+}  // namespace quilmora::versions

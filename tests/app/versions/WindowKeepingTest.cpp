@@ -1,0 +1,149 @@
+#include "app/versions/WindowKeeping.h"
+
+#include <QPushButton>
+
+#include "app/AppFixture.h"
+#include "app/versions/EarlierVersionsSheet.h"
+#include "app/versions/RecoveryCard.h"
+#include "app/versions/VersionPicture.h"
+#include "app/versions/VersionRow.h"
+#include "canvas/view/TitleEditor.h"
+#include "editor/DocumentSession.h"
+
+namespace quilmora {
+namespace {
+
+class WindowKeepingTest : public AppTest {
+ protected:
+  WindowKeepingTest() { m_stateFolder = path("state"); }
+
+  WindowKeeping& keeping() { return *window().keeping(); }
+  RecoveryCard& card() { return keeping().card(); }
+  EarlierVersionsSheet* sheet() { return keeping().flow().sheet(); }
+  void passTime(std::chrono::milliseconds time = Journal::delay) {
+    m_scheduler.advance(time);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return keeping().keeping().journal().isAtRest(); }, 20'000));
+  }
+  void edit() { editor().createFreeNode(40.0 * static_cast<double>(editor().mindMap().nodes.size()), 0.0); }
+  // The process ends without a word.
+  void end() { m_application.reset(); }
+  void openVersions(std::size_t count) {
+    action("earlierVersions")->trigger();
+    ASSERT_NE(sheet(), nullptr);
+    ASSERT_TRUE(QTest::qWaitFor([this, count] { return sheet()->rows().size() == count; }, 20'000));
+  }
+};
+
+TEST_F(WindowKeepingTest, TellsOnceOfChangesThatCameBackAndUndoGoesBack) {
+  start({writtenMap("plan.mindmap", "Plan")});
+  EXPECT_FALSE(card().isShown());
+  edit();
+  passTime();
+  end();
+  start();
+  ASSERT_TRUE(card().isShown());
+  EXPECT_EQ(card().text(), QStringLiteral("Changes that were not saved last time are back."));
+  EXPECT_EQ(editor().mindMap().nodes.size(), 2U);
+  card().undoButton().click();
+  EXPECT_EQ(editor().mindMap().nodes.size(), 1U);
+  EXPECT_FALSE(card().isShown());
+}
+
+TEST_F(WindowKeepingTest, TellsNothingAfterAnOrderlyEnd) {
+  start({writtenMap("plan.mindmap", "Plan")});
+  edit();
+  passTime();
+  m_application->quit();
+  end();
+  start();
+  EXPECT_FALSE(card().isShown());
+  EXPECT_EQ(editor().mindMap().nodes.size(), 2U);
+}
+
+TEST_F(WindowKeepingTest, TheTextOfAnOpenTitleComesBack) {
+  startActive({writtenMap("plan.mindmap", "Plan")});
+  editor().selectNode(editor().mindMap().nodes[0].id, false);
+  QTest::keyClick(&window().canvas(), Qt::Key_F2);
+  ASSERT_TRUE(QTest::qWaitFor([this] { return window().canvas().titleEditor() != nullptr; }));
+  window().canvas().titleEditor()->setPlainText(QStringLiteral("Half a wo"));
+  passTime();
+  end();
+  start();
+  EXPECT_EQ(editor().mindMap().nodes[0].title, QStringLiteral("Half a wo"));
+}
+
+TEST_F(WindowKeepingTest, ListsWhatSavesReplacedWithTimeTopicsAndPicture) {
+  start({writtenMap("plan.mindmap", "Plan")});
+  edit();
+  window().session().saveDocument();
+  openVersions(1);
+  EXPECT_TRUE(sheet()->rows()[0]->description().startsWith(QStringLiteral("1 topic")));
+  EXPECT_TRUE(sheet()->rows()[0]->isChecked());
+  EXPECT_TRUE(QTest::qWaitFor([this] { return sheet()->rows()[0]->hasPicture(); }, 20'000));
+}
+
+TEST_F(WindowKeepingTest, SaysSoWhereThereAreNone) {
+  start({writtenMap("plan.mindmap", "Plan")});
+  action("earlierVersions")->trigger();
+  ASSERT_NE(sheet(), nullptr);
+  QTest::qWait(50);
+  EXPECT_TRUE(sheet()->rows().empty());
+  EXPECT_FALSE(sheet()->inPlaceButton().isEnabled());
+  EXPECT_FALSE(sheet()->besideButton().isEnabled());
+}
+
+TEST_F(WindowKeepingTest, OpensAVersionInPlaceAsOneStep) {
+  start({writtenMap("plan.mindmap", "Plan")});
+  const MindMap before = editor().mindMap();
+  edit();
+  window().session().saveDocument();
+  const MindMap saved = editor().mindMap();
+  openVersions(1);
+  const int steps = editor().undoCount();
+  sheet()->inPlaceButton().click();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return editor().mindMap() == before; }, 20'000));
+  EXPECT_TRUE(editor().isDirty());
+  EXPECT_EQ(editor().undoCount(), steps + 1);
+  editor().undo();
+  EXPECT_EQ(editor().mindMap(), saved);
+}
+
+TEST_F(WindowKeepingTest, OpensAVersionBesideTheDocument) {
+  const QString plan = writtenMap("plan.mindmap", "Plan");
+  start({plan});
+  const MindMap before = editor().mindMap();
+  edit();
+  window().session().saveDocument();
+  const MindMap saved = editor().mindMap();
+  openVersions(1);
+  sheet()->besideButton().click();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return editor().lastSavedFilePath() != plan; }, 20'000));
+  EXPECT_EQ(editor().mindMap(), before);
+  EXPECT_EQ(decodeDocumentAt(plan), saved);
+  EXPECT_TRUE(QFileInfo(*editor().lastSavedFilePath()).fileName().startsWith(QStringLiteral("plan (")));
+}
+
+TEST(VersionTime, IsToldAsAPersonWould) {
+  const QDateTime now(QDate(2026, 3, 14), QTime(12, 30));
+  EXPECT_EQ(versionTime(now.addSecs(-3600), now), QStringLiteral("Today, 11:30"));
+  EXPECT_EQ(versionTime(now.addSecs(-13 * 3600), now), QStringLiteral("Yesterday, 23:30"));
+  EXPECT_EQ(versionTime(QDateTime(QDate(2026, 3, 6), QTime(18, 30)), now),
+            QStringLiteral("Friday, 6 March 2026, 18:30"));
+}
+
+TEST(VersionPicture, ShowsTopicsOnTheMapsOwnGround) {
+  MindMap map = MindMap::blankMap(ManualClock());
+  map.canvas.background = QStringLiteral("#102030");
+  const QImage picture = versionPicture(map, VersionRow::pictureSize, 2.0);
+  EXPECT_EQ(picture.size(), 2 * VersionRow::pictureSize);
+  EXPECT_EQ(picture.pixelColor(0, 0), QColor(0x10, 0x20, 0x30));
+  EXPECT_GT(picture.pixelColor(picture.rect().center()).lightness(), 128);
+}
+
+TEST(VersionPicture, OfAnEmptyMapIsItsGround) {
+  const QImage picture = versionPicture(MindMap(), VersionRow::pictureSize, 1.0);
+  EXPECT_EQ(picture.size(), VersionRow::pictureSize);
+}
+
+}  // namespace
+}  // namespace quilmora

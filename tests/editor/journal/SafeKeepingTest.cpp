@@ -1,0 +1,182 @@
+#include <QtTest/QTest>
+
+#include "editor/SafeKeeping.h"
+#include "editor/SavingFixture.h"
+#include "model/MindMapDocument.h"
+#include "platform/SettingsKeys.h"
+
+namespace quilmora {
+namespace {
+
+class SafeKeepingTest : public SavingFixture {
+ protected:
+  SafeKeepingTest() { startProgram(); }
+  ~SafeKeepingTest() override { keeping.reset(); }
+
+  // A start of the program, after the end of the process before without a word.
+  void startProgram() {
+    keeping.reset();
+    start();
+    keeping = std::make_unique<SafeKeeping>(*editor, *session, clock, scheduler, log, path(QStringLiteral("state")));
+    QObject::connect(keeping.get(), &SafeKeeping::changesRecovered, [this] { ++recoveredCount; });
+    QObject::connect(keeping.get(), &SafeKeeping::journalSetAside, [this] { ++asideCount; });
+    session->reopenLastDocument();
+    keeping->begin();
+  }
+  void passTime(std::chrono::milliseconds time = Journal::delay) {
+    scheduler.advance(time);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return keeping->journal().isAtRest(); }, 20'000));
+  }
+  void openNew(const QString& name) {
+    put(path(name), encodeDocument(mapWithTitle(name)));
+    session->open(path(name));
+  }
+  std::vector<versions::Version> versionsOf(const QString& name) {
+    auto future = keeping->versions().list(path(name));
+    future.waitForFinished();
+    return future.result();
+  }
+  MindMap versionOf(const QString& name, std::size_t index) {
+    auto future = keeping->versions().load(path(name), versionsOf(name).at(index).number);
+    future.waitForFinished();
+    return future.result().value_or(MindMap());
+  }
+
+  std::unique_ptr<SafeKeeping> keeping;
+  int recoveredCount = 0;
+  int asideCount = 0;
+};
+
+const QString plan = QStringLiteral("plan.mindmap");
+
+TEST_F(SafeKeepingTest, BringsBackWhatWasNotSavedAndUndoGoesBackToTheFile) {
+  openNew(plan);
+  edit();
+  passTime();
+  const MindMap left = editor->mindMap();
+  startProgram();
+  EXPECT_EQ(recoveredCount, 1);
+  EXPECT_EQ(editor->mindMap(), left);
+  EXPECT_TRUE(editor->isDirty());
+  EXPECT_EQ(editor->undoCount(), 1);
+  editor->undo();
+  EXPECT_EQ(editor->mindMap(), decodeDocumentAt(path(plan)));
+}
+
+TEST_F(SafeKeepingTest, SavesWhatItBroughtBackAndSaysSoOnce) {
+  openNew(plan);
+  edit();
+  passTime();
+  const MindMap left = editor->mindMap();
+  startProgram();
+  passTime(DocumentSession::autoSaveDelay);
+  EXPECT_EQ(decodeDocumentAt(path(plan)), left);
+  passTime();
+  startProgram();
+  EXPECT_EQ(recoveredCount, 1);
+  EXPECT_EQ(editor->mindMap(), left);
+}
+
+TEST_F(SafeKeepingTest, BringsBackAMapThatHasNoDocumentYet) {
+  edit();
+  passTime();
+  const MindMap left = editor->mindMap();
+  startProgram();
+  EXPECT_EQ(recoveredCount, 1);
+  EXPECT_EQ(editor->mindMap(), left);
+  EXPECT_FALSE(editor->lastSavedFilePath().has_value());
+}
+
+TEST_F(SafeKeepingTest, BringsBackADocumentThatIsOpenedLater) {
+  openNew(plan);
+  edit();
+  passTime();
+  const MindMap left = editor->mindMap();
+  settings.remove(quilmora::settings::lastSavedFilePath);
+  settings.remove(quilmora::settings::lastSavedFileBookmark);
+  startProgram();
+  EXPECT_EQ(recoveredCount, 0);
+  session->open(path(plan));
+  EXPECT_EQ(recoveredCount, 1);
+  EXPECT_EQ(editor->mindMap(), left);
+}
+
+TEST_F(SafeKeepingTest, ForgetsWhatWasSavedBeforeTheEnd) {
+  openNew(plan);
+  edit();
+  passTime();
+  session->saveDocument();
+  passTime();
+  startProgram();
+  EXPECT_EQ(recoveredCount, 0);
+  EXPECT_EQ(asideCount, 0);
+}
+
+TEST_F(SafeKeepingTest, RemembersAnUndoAfterASave) {
+  openNew(plan);
+  edit();
+  session->saveDocument();
+  passTime();
+  editor->undo();
+  passTime();
+  const MindMap left = editor->mindMap();
+  startProgram();
+  EXPECT_EQ(recoveredCount, 1);
+  EXPECT_EQ(editor->mindMap(), left);
+}
+
+TEST_F(SafeKeepingTest, LeavesADocumentAloneThatSomebodyElseChanged) {
+  openNew(plan);
+  edit();
+  passTime();
+  put(path(plan), encodeDocument(mapWithTitle(QStringLiteral("Theirs"))));
+  startProgram();
+  EXPECT_EQ(recoveredCount, 0);
+  EXPECT_EQ(asideCount, 1);
+  EXPECT_EQ(editor->mindMap().title, QStringLiteral("Theirs"));
+}
+
+TEST_F(SafeKeepingTest, KeepsWhatASaveReplaces) {
+  openNew(plan);
+  const MindMap before = editor->mindMap();
+  edit();
+  session->saveDocument();
+  ASSERT_EQ(versionsOf(plan).size(), 1U);
+  EXPECT_EQ(versionOf(plan, 0), before);
+}
+
+TEST_F(SafeKeepingTest, KeepsWhatAnImportIsSavedOver) {
+  openNew(plan);
+  edit();
+  session->saveDocument();
+  const MindMap before = editor->mindMap();
+  session->replaceWithImported(mapWithTitle(QStringLiteral("Imported")));
+  edit();
+  passTime(DocumentSession::autoSaveDelay);
+  EXPECT_EQ(decodeDocumentAt(path(plan)).title, QStringLiteral("Imported"));
+  EXPECT_EQ(versionOf(plan, 0), before);
+}
+
+TEST_F(SafeKeepingTest, KeepsADocumentThatSaveAsGoesOver) {
+  put(path(QStringLiteral("other.mindmap")), encodeDocument(mapWithTitle(QStringLiteral("Other"))));
+  panels.savePaths.append(path(QStringLiteral("other.mindmap")));
+  session->saveDocumentAs();
+  keeping->versions().settle();
+  EXPECT_EQ(versionOf(QStringLiteral("other.mindmap"), 0).title, QStringLiteral("Other"));
+}
+
+TEST_F(SafeKeepingTest, AutoSavesOfAMinuteAreOneVersion) {
+  // The file itself tells since when it holds what is opened.
+  clock.set(SystemClock().now());
+  openNew(plan);
+  for (int round = 0; round < 8; ++round) {
+    edit();
+    clock.advance(std::chrono::seconds(10));
+    passTime(DocumentSession::autoSaveDelay);
+  }
+  // What was opened, and what stood there a minute after.
+  EXPECT_EQ(versionsOf(plan).size(), 2U);
+}
+
+}  // namespace
+}  // namespace quilmora
