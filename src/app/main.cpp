@@ -161,10 +161,10 @@ int main(int argc, char** argv) {
                                     {[&recentlyUsed](const QString& path) { recentlyUsed.note(path); },
                                      [&recentlyUsed] { recentlyUsed.clear(); }},
                                     &openingMark,
-                                    vendors.claudeHost,
-                                    vendors.openAIHost,
                                     &savingPool,
-                                    stateFolder()});
+                                    stateFolder(),
+                                    vendors.claudeHost,
+                                    vendors.openAIHost});
   QObject::connect(&signalsCaught, &TerminationSignals::received, &application, [&application] { application.quit(); });
   QObject::connect(instance.get(), &SingleInstance::documentsReceived, &application, &Application::documentsReceived);
   application.start(documents);

@@ -36,7 +36,7 @@ struct CommandContext {
     std::function<void()> settings;
     std::function<void()> earlierVersions;
     std::function<void()> toggleFullScreen;
-    std::function<void()> expandWithAI;  // the selected topic
+    std::function<void()> expandWithAI = {};  // the selected topic
   };
 
   MindMapViewModel& editor;

@@ -38,7 +38,7 @@ class CommandActionsTest : public ::testing::Test {
   MindMapViewModel m_editor{MindMap::blankMap(m_clock), {m_clock, m_settings, m_bookmarks, m_log}};
   QWidget m_window;
   int m_quits = 0;
-  CommandActions m_actions{m_editor, m_notifications, {[this] { ++m_quits; }, [] {}, {}, {}}, &m_window};
+  CommandActions m_actions{m_editor, m_notifications, {[this] { ++m_quits; }, [] {}, {}, {}, {}, {}}, &m_window};
   QStringList m_received;
 };
 

@@ -110,7 +110,7 @@ TEST(PaletteCommands, EveryShortcutIsTheKeyOfACommand) {
     EXPECT_FALSE(owner->keySequence().isEmpty());
     ++count;
   }
-  EXPECT_EQ(count, 15);
+  EXPECT_EQ(count, 16);
 }
 
 TEST(PaletteCommands, NoQueryKeepsEverything) {

@@ -63,7 +63,12 @@ class Panel:
         self.hands.key("alt+h", "ctrl+a")
         self.hands.type(color)
         self.hands.key("Return")
+        self.come_back()
+
+    def come_back(self):
+        """Takes the part of a window manager: the keyboard goes back to the window when a dialog has gone."""
         self.hands.editor.settle()
+        self.hands.editor.xdo("windowfocus", "--sync", self.hands.editor.window)
 
 
 def style(document, title):
@@ -117,7 +122,7 @@ def choices_of_a_topic(hands, panel):
     panel.at(TOPIC, "Badge", "Down", "Down")
     panel.changed(2, lambda document: node(document, "Gamma")["badge"] == "p2")
     hands.click_title("Gamma")
-    panel.at(TOPIC, "Samples", "Right", "Right", "Right", "space")
+    panel.at(TOPIC, "Samples", "Home", "Right", "Right", "Right", "space")
     panel.changed(1, lambda document: style(document, "Gamma")["fill"] == "#1E5631",
                   lambda document: style(document, "Gamma")["stroke"] == "#0D3320")
     for well, key in (("Fill", "fill"), ("Border", "stroke"), ("Text", "textColor")):
@@ -141,12 +146,14 @@ def picture_of_a_topic(hands, panel):
     hands.key("ctrl+a")
     hands.type(str(picture))
     hands.key("Return")
-    hands.editor.settle()
+    panel.come_back()
     assert node(hands.save(), "Gamma").get("imageData"), "the picture did not arrive"
     hands.session.keep_picture(hands.editor, "inspector-picture")
     hands.click_title("Gamma")
     panel.at(TOPIC_WITH_PICTURE, "Remove", "space")
-    panel.changed(2, lambda document: not node(document, "Gamma").get("imageData"))
+    hands.unchanged()
+    hands.key("Escape", "ctrl+z")
+    panel.changed(1, lambda document: node(document, "Gamma").get("imageData"))
 
 
 def one_connector(hands, panel):
@@ -214,11 +221,11 @@ def several_topics(hands, panel):
              (["Right", "Right"], [[300, 0], [300, 120], [300, 320]]), (["Down"], [[0, 0], [300, 0], [0, 0]]),
              (["Down", "Right"], [[0, 160], [300, 160], [0, 160]]), (["End"], [[0, 320], [300, 320], [0, 320]])]
     for keys, wanted in moves:
-        on("Align", *keys, "space")
+        on("Align", "Home", *keys, "space")
         panel.changed(1, lambda document, wanted=wanted: places(document) == wanted)
-    on("Distribute", "space")
+    on("Distribute", "Home", "space")
     panel.changed(1, lambda document: places(document) == [[0, 0], [300, 120], [150, 320]])
-    on("Distribute", "Right", "space")
+    on("Distribute", "End", "space")
     hands.session.keep_picture(hands.editor, "inspector-topics")
     panel.changed(1, lambda document: places(document) == [[0, 0], [300, 160], [0, 320]])
     on("Delete All Selected", "space")
@@ -238,13 +245,13 @@ def canvas(hands, panel):
     on("Background")
     panel.choose_color("#ffff00")
     panel.changed(1, lambda document: document["canvas"]["background"] == "#FFFF00")
-    on("Classic", "Right", "space")
+    on("Classic", "Home", "Right", "space")
     panel.changed(1, lambda document: document["canvas"]["themeId"] == "forest")
     on("Vibrant", "End", "space")
     panel.changed(1, lambda document: document["canvas"]["themeId"] == "candy")
     for keys, layout in ([], "tree"), (["Right"], "verticalTree"), (["Right", "Right"], "radial"), (["Down"], "leftRightTree"), \
             (["End"], "orgChart"):
-        on("Layout", *keys, "space")
+        on("Layout", "Home", *keys, "space")
         panel.changed(1, lambda document, layout=layout: document["layout"] == layout)
         hands.fit()
     on("Edge Sizing", "space")

@@ -2,7 +2,6 @@
 
 #include <array>
 
-#include "app/commands/CommandTable.h"
 #include "app/inspectors/ChoiceGrid.h"
 #include "app/inspectors/PanelControls.h"
 #include "app/inspectors/SliderRow.h"
@@ -12,6 +11,7 @@
 #include "app/look/Look.h"
 #include "app/look/Widgets.h"
 #include "canvas/view/PlainText.h"
+#include "commands/CommandTable.h"
 #include "platform/Notifications.h"
 #include "platform/PlatformText.h"
 #include "platform/SettingsKeys.h"

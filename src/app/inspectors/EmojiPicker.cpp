@@ -177,8 +177,10 @@ void EmojiPicker::paintEvent(QPaintEvent*) {
 }
 
 void EmojiPicker::resizeEvent(QResizeEvent*) {
+  // Less round than the border, whose soft edge it would cut.
+  constexpr int radius = metrics::cardRadius - 2;
   QPainterPath path;
-  path.addRoundedRect(QRectF(rect()), metrics::cardRadius, metrics::cardRadius);
+  path.addRoundedRect(QRectF(rect()), radius, radius);
   setMask(QRegion(path.toFillPolygon().toPolygon()));
 }
 

@@ -18,7 +18,7 @@ namespace quilmora {
 namespace {
 
 constexpr int rowSymbol = 18;
-constexpr int rowPadding = 7;
+constexpr int rowPadding = 9;
 constexpr int tileSymbol = 20;
 constexpr int tilePadding = 10;
 constexpr int dotSize = 7;

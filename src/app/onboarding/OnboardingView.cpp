@@ -1,6 +1,6 @@
 #include "app/onboarding/OnboardingView.h"
 
-#include <QEvent>
+#include <QApplication>
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QScrollArea>
@@ -38,6 +38,24 @@ class Stage final : public QWidget {
   int m_height;
 };
 
+// Moves below the keys of the sheet alone.
+class PageArea final : public QScrollArea {
+ public:
+  PageArea(QWidget* page, QWidget* stage) : QScrollArea(stage) {
+    setFrameShape(QFrame::NoFrame);
+    setFocusPolicy(Qt::NoFocus);
+    setWidgetResizable(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    // The ground of the panel, for the scroll bar too.
+    viewport()->setBackgroundRole(QPalette::Base);
+    setWidget(page);
+    page->setAutoFillBackground(false);
+  }
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override { event->ignore(); }
+};
+
 TextLabel* newLabel(const Look& look, const QString& text, TokenColor color, const QFont& font, QWidget* parent) {
   auto* label = new TextLabel(look, text, color, font, TextLabel::Overflow::wraps, parent);
   label->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
@@ -68,6 +86,9 @@ OnboardingView::OnboardingView(const Look& look, SettingsStore& settings, Notifi
   m_slide->setEasingCurve(QEasingCurve::InOutQuad);
   connect(m_slide, &QVariantAnimation::valueChanged, this, &OnboardingView::placePage);
   connect(this, &Sheet::cancelled, this, &OnboardingView::dismiss);
+  connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
+    if (now != nullptr && m_page->isAncestorOf(now)) m_page->ensureWidgetVisible(now);
+  });
   showPage(0);
 }
 
@@ -179,17 +200,12 @@ void OnboardingView::showPage(int number) {
   if (number < 0 || number >= pageCount() || (m_page != nullptr && number == m_currentPage)) return;
   const int direction = m_page == nullptr ? 0 : number - m_currentPage;
   const bool hadKeyboard = isOpen() && isAncestorOf(window()->focusWidget());
-  if (m_page != nullptr) m_page->hide();
-  if (m_page != nullptr) m_page->deleteLater();
+  if (m_page != nullptr) {
+    m_page->hide();
+    m_page->deleteLater();
+  }
   m_currentPage = number;
-  m_page = new QScrollArea(m_stage);
-  m_page->setFrameShape(QFrame::NoFrame);
-  m_page->setFocusPolicy(Qt::NoFocus);
-  m_page->setWidgetResizable(true);
-  m_page->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  m_page->viewport()->setAutoFillBackground(false);
-  m_page->setWidget(buildPage(number));
-  m_page->widget()->setAutoFillBackground(false);
+  m_page = new PageArea(buildPage(number), m_stage);
   m_page->show();
   m_dots->setCurrent(number);
   const bool isLast = number == pageCount() - 1;

@@ -45,10 +45,10 @@ struct Machine {
   OnDeviceModel& onDeviceModel;
   RecentFiles::DesktopList desktopList = {};
   OpeningMark* openingMark = nullptr;
-  QString claudeHost = ClaudeProvider::publicHost();
-  QString openAIHost = OpenAIProvider::publicHost();
   QThreadPool* savingPool = nullptr;  // of one thread; without one, saving waits
   QString stateFolder = {};           // without one, nothing is kept between saves
+  QString claudeHost = ClaudeProvider::publicHost();
+  QString openAIHost = OpenAIProvider::publicHost();
 
   AIBackEnds aiBackEnds() const {
     return {settings,   keys,      transport, onDeviceModel, [] { return std::make_shared<MockProvider>(); },

@@ -1,6 +1,7 @@
 #include "editor/journal/Bytes.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cmath>
 #include <cstring>
@@ -48,9 +49,9 @@ void ByteWriter::put(std::uint64_t value) {
 }
 
 void ByteWriter::putFixed(std::uint64_t value, int bytes) {
-  char digits[8];
-  for (int i = 0; i < bytes; ++i) digits[i] = static_cast<char>(value >> (8 * i));
-  m_bytes.append(digits, bytes);
+  std::array<char, 8> digits{};
+  for (int i = 0; i < bytes; ++i) digits[static_cast<std::size_t>(i)] = static_cast<char>(value >> (8 * i));
+  m_bytes.append(digits.data(), bytes);
 }
 
 void ByteWriter::put(double value) {

@@ -46,7 +46,7 @@ TEST_F(AssistantWindowTest, TheMenuOfATopicOffersToExpandAndToSummarize) {
 
 TEST_F(AssistantWindowTest, AnExpandedTopicGetsChildrenInOneStep) {
   startActive();
-  editor().updateTitle(map().nodes[0].id, QStringLiteral("Coffee"));
+  editor().setNodeTitle(map().nodes[0].id, QStringLiteral("Coffee"));
   const int undoCount = editor().undoCount();
   choose("AI Expand");
   ASSERT_TRUE(isGenerated());
@@ -59,7 +59,7 @@ TEST_F(AssistantWindowTest, AnExpandedTopicGetsChildrenInOneStep) {
 
 TEST_F(AssistantWindowTest, ASummaryBecomesTheNotes) {
   startActive();
-  editor().updateTitle(map().nodes[0].id, QStringLiteral("Coffee"));
+  editor().setNodeTitle(map().nodes[0].id, QStringLiteral("Coffee"));
   choose("AI Summarize");
   ASSERT_TRUE(isGenerated());
   EXPECT_EQ(map().nodes[0].notes, QStringLiteral("This branch covers: Coffee."));
@@ -70,7 +70,7 @@ TEST_F(AssistantWindowTest, ASummaryBecomesTheNotes) {
 TEST_F(AssistantWindowTest, TheCanvasTellsWhatIsUnderWay) {
   useClaude();
   startActive();
-  editor().updateTitle(map().nodes[0].id, QStringLiteral("<b>Tea</b>"));
+  editor().setNodeTitle(map().nodes[0].id, QStringLiteral("<b>Tea</b>"));
   EXPECT_FALSE(card().isShown());
   workflows().expandNode(map().nodes[0].id);
   EXPECT_TRUE(card().isShown());

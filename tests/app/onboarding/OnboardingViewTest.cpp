@@ -323,7 +323,14 @@ TEST_F(OnboardingViewTest, FitsASmallWindow) {
   EXPECT_TRUE(sheet()->rect().contains(sheet()->panel().geometry()));
   auto* dots = sheet()->findChild<PageDots*>();
   EXPECT_TRUE(sheet()->panel().rect().contains(dots->geometry()));
-  EXPECT_GT(sheet()->findChildren<QScrollArea*>().last()->height(), 150);
+  const auto* area = sheet()->findChildren<QScrollArea*>().last();
+  EXPECT_GT(area->height(), 150);
+  // What has the keyboard comes into sight.
+  EXPECT_GT(area->verticalScrollBar()->maximum(), 0);
+  for (int i = 0; i < 6; ++i) press(Qt::Key_Tab);
+  ASSERT_EQ(QApplication::focusWidget(), button("Start Blank"));
+  const QWidget* last = QApplication::focusWidget();
+  EXPECT_TRUE(area->viewport()->rect().contains(QRect(last->mapTo(area->viewport(), QPoint()), last->size())));
 }
 
 TEST_F(OnboardingViewTest, TabStaysInTheSheet) {

@@ -25,10 +25,6 @@ struct PlainRow {
   bool operator==(const PlainRow&) const = default;
 };
 
-std::ostream& operator<<(std::ostream& stream, const PlainRow& row) {
-  return stream << row.path.size() << ' ' << row.title.toStdString() << (row.isExpanded ? "" : "+");
-}
-
 // The outline as its rule is written down, with nothing kept from before.
 class PlainOutline {
  public:

@@ -20,7 +20,7 @@ class WindowKeepingTest : public AppTest {
   WindowKeeping& keeping() { return *window().keeping(); }
   RecoveryCard& card() { return keeping().card(); }
   EarlierVersionsSheet* sheet() { return keeping().flow().sheet(); }
-  void passTime(std::chrono::milliseconds time = Journal::delay) {
+  void letTimePass(std::chrono::milliseconds time = Journal::delay) {
     m_scheduler.advance(time);
     ASSERT_TRUE(QTest::qWaitFor([this] { return keeping().keeping().journal().isAtRest(); }, 20'000));
   }
@@ -38,7 +38,7 @@ TEST_F(WindowKeepingTest, TellsOnceOfChangesThatCameBackAndUndoGoesBack) {
   start({writtenMap("plan.mindmap", "Plan")});
   EXPECT_FALSE(card().isShown());
   edit();
-  passTime();
+  letTimePass();
   end();
   start();
   ASSERT_TRUE(card().isShown());
@@ -52,7 +52,7 @@ TEST_F(WindowKeepingTest, TellsOnceOfChangesThatCameBackAndUndoGoesBack) {
 TEST_F(WindowKeepingTest, TellsNothingAfterAnOrderlyEnd) {
   start({writtenMap("plan.mindmap", "Plan")});
   edit();
-  passTime();
+  letTimePass();
   m_application->quit();
   end();
   start();
@@ -66,7 +66,7 @@ TEST_F(WindowKeepingTest, TheTextOfAnOpenTitleComesBack) {
   QTest::keyClick(&window().canvas(), Qt::Key_F2);
   ASSERT_TRUE(QTest::qWaitFor([this] { return window().canvas().titleEditor() != nullptr; }));
   window().canvas().titleEditor()->setPlainText(QStringLiteral("Half a wo"));
-  passTime();
+  letTimePass();
   end();
   start();
   EXPECT_EQ(editor().mindMap().nodes[0].title, QStringLiteral("Half a wo"));

@@ -46,7 +46,7 @@ class JournalTest : public testing::Test {
     journal->changed();
   }
   // Until what was handed over is on the disk.
-  void passTime(std::chrono::milliseconds time = Journal::delay) {
+  void letTimePass(std::chrono::milliseconds time = Journal::delay) {
     scheduler.advance(time);
     ASSERT_TRUE(QTest::qWaitFor([this] { return journal->isAtRest(); }, 20'000));
   }
@@ -77,16 +77,16 @@ class JournalTest : public testing::Test {
 
 TEST_F(JournalTest, LeavesNothingWhereNothingChanged) {
   EXPECT_FALSE(journal->start(document, file).foundAnything());
-  passTime();
+  letTimePass();
   EXPECT_EQ(names(), QStringList());
 }
 
 TEST_F(JournalTest, BringsTheChangesBack) {
   journal->start(document, file);
   change(QStringLiteral("Bread"));
-  passTime();
+  letTimePass();
   change(QStringLiteral("Butter"), 1);
-  passTime();
+  letTimePass();
   const MindMap left = now;
   const journal::Recovery recovery = startAgain();
   ASSERT_TRUE(recovery.map.has_value());
@@ -96,12 +96,12 @@ TEST_F(JournalTest, BringsTheChangesBack) {
 
 TEST_F(JournalTest, RecordsAChangeWithinASecond) {
   journal->start(document, file);
-  passTime(std::chrono::milliseconds(0));
+  letTimePass(std::chrono::milliseconds(0));
   change(QStringLiteral("Bread"));
   scheduler.advance(std::chrono::milliseconds(200));
   change(QStringLiteral("Bread and"));
   // What follows puts it off no further.
-  passTime(std::chrono::milliseconds(100));
+  letTimePass(std::chrono::milliseconds(100));
   const journal::Recovery recovery = startAgain();
   ASSERT_TRUE(recovery.map.has_value());
   EXPECT_EQ(recovery.map->nodes[0].title, QStringLiteral("Bread and"));
@@ -110,7 +110,7 @@ TEST_F(JournalTest, RecordsAChangeWithinASecond) {
 TEST_F(JournalTest, IsReadableByItsOwnerAlone) {
   journal->start(document, file);
   change(QStringLiteral("Bread"));
-  passTime();
+  letTimePass();
   struct stat status {};
   ASSERT_EQ(::stat(QFile::encodeName(path()).constData(), &status), 0);
   EXPECT_EQ(status.st_mode & 07777, 0600U);
@@ -119,25 +119,25 @@ TEST_F(JournalTest, IsReadableByItsOwnerAlone) {
 TEST_F(JournalTest, GoesWhenTheDocumentIsSaved) {
   journal->start(document, file);
   change(QStringLiteral("Bread"));
-  passTime();
+  letTimePass();
   ASSERT_EQ(names().size(), 1);
   journal->savingBegins(now);
   journal->saved(document, now);
   isKept = true;
-  passTime();
+  letTimePass();
   EXPECT_EQ(names(), QStringList());
 }
 
 TEST_F(JournalTest, KeepsWhatCameWhileTheDocumentWasWritten) {
   journal->start(document, file);
   change(QStringLiteral("Bread"));
-  passTime();
+  letTimePass();
   const MindMap saved = now;
   journal->savingBegins(saved);
   change(QStringLiteral("Butter"), 1);
-  passTime();
+  letTimePass();
   journal->saved(document, saved);
-  passTime();
+  letTimePass();
   file = saved;
   const MindMap left = now;
   const journal::Recovery recovery = startAgain();
@@ -148,9 +148,9 @@ TEST_F(JournalTest, KeepsWhatCameWhileTheDocumentWasWritten) {
 TEST_F(JournalTest, OfAProcessThatEndedBetweenTheSaveAndItsEndTellsNothing) {
   journal->start(document, file);
   change(QStringLiteral("Bread"));
-  passTime();
+  letTimePass();
   journal->savingBegins(now);
-  passTime();
+  letTimePass();
   file = now;
   EXPECT_FALSE(startAgain().foundAnything());
   EXPECT_EQ(names(), QStringList());
@@ -159,12 +159,12 @@ TEST_F(JournalTest, OfAProcessThatEndedBetweenTheSaveAndItsEndTellsNothing) {
 TEST_F(JournalTest, FollowsTheDocumentToAnotherPlace) {
   journal->start({}, file);
   change(QStringLiteral("Bread"));
-  passTime();
+  letTimePass();
   EXPECT_TRUE(QFile::exists(path({})));
   const MindMap saved = now;
   journal->saved(document, saved);
   change(QStringLiteral("Butter"), 1);
-  passTime();
+  letTimePass();
   EXPECT_FALSE(QFile::exists(path({})));
   file = saved;
   EXPECT_TRUE(startAgain().map.has_value());
@@ -173,11 +173,11 @@ TEST_F(JournalTest, FollowsTheDocumentToAnotherPlace) {
 TEST_F(JournalTest, GoesWhenAnotherDocumentIsOpened) {
   journal->start(document, file);
   change(QStringLiteral("Bread"));
-  passTime();
+  letTimePass();
   journal->start(QStringLiteral("/home/somebody/other.mindmap"), mapOf({7}));
   isKept = true;
   now = mapOf({7});
-  passTime();
+  letTimePass();
   EXPECT_EQ(names(), QStringList());
 }
 
@@ -187,11 +187,11 @@ TEST_F(JournalTest, KnowsAnUndoneChange) {
   const MindMap saved = now;
   journal->saved(document, saved);
   isKept = true;
-  passTime();
+  letTimePass();
   now = file;
   isKept = false;
   journal->changed();
-  passTime();
+  letTimePass();
   const MindMap left = now;
   file = saved;
   const journal::Recovery recovery = startAgain();
@@ -205,14 +205,14 @@ TEST_F(JournalTest, HoldsTheTextOfAnOpenField) {
   journal->start(document, file);
   openText = OpenText{OpenText::Field::topicTitle, topicId(1), QStringLiteral("Half a wo")};
   journal->changed();
-  passTime();
+  letTimePass();
   journal::Recovery recovery = startAgain();
   ASSERT_TRUE(recovery.map.has_value());
   EXPECT_EQ(recovery.map->nodes[1].title, QStringLiteral("Half a wo"));
 
   openText = OpenText{OpenText::Field::regionLabel, edgeId(1), QStringLiteral("Hou")};
   journal->changed();
-  passTime();
+  letTimePass();
   recovery = startAgain();
   ASSERT_TRUE(recovery.map.has_value());
   EXPECT_EQ(recovery.map->regions[0].label, QStringLiteral("Hou"));
@@ -222,24 +222,24 @@ TEST_F(JournalTest, ForgetsTheTextOfAFieldThatWasLeftWithoutKeepingIt) {
   journal->start(document, file);
   openText = OpenText{OpenText::Field::topicTitle, topicId(1), QStringLiteral("Half a wo")};
   journal->changed();
-  passTime();
+  letTimePass();
   openText.reset();
   journal->changed();
-  passTime();
+  letTimePass();
   EXPECT_EQ(names(), QStringList());
 }
 
 TEST_F(JournalTest, StaysUntilAnotherTakesItsPlace) {
   journal->start(document, file);
   change(QStringLiteral("Bread"));
-  passTime();
+  letTimePass();
   const MindMap left = now;
   // Ended again and again before anything is recorded.
   for (int start = 0; start < 3; ++start) EXPECT_TRUE(startAgain().map.has_value());
   now = left;
   isKept = false;
   journal->changed();
-  passTime();
+  letTimePass();
   const journal::Recovery recovery = startAgain();
   ASSERT_TRUE(recovery.map.has_value());
   EXPECT_EQ(*recovery.map, left);
@@ -248,7 +248,7 @@ TEST_F(JournalTest, StaysUntilAnotherTakesItsPlace) {
 TEST_F(JournalTest, OfAnotherVersionOfTheDocumentIsSetAside) {
   journal->start(document, file);
   change(QStringLiteral("Bread"));
-  passTime();
+  letTimePass();
   file.nodes.append(topic(9));
   const journal::Recovery recovery = startAgain();
   EXPECT_FALSE(recovery.map.has_value());
@@ -260,7 +260,7 @@ TEST_F(JournalTest, OfAnotherVersionOfTheDocumentIsSetAside) {
 TEST_F(JournalTest, OfAnotherDocumentIsSetAside) {
   journal->start(document, file);
   change(QStringLiteral("Bread"));
-  passTime();
+  letTimePass();
   journal.reset();
   const QString other = QStringLiteral("/home/somebody/other.mindmap");
   ASSERT_TRUE(QFile::rename(path(), path(other)));
@@ -280,7 +280,7 @@ TEST_F(JournalTest, WhateverElseHasItsNameIsSetAside) {
   ASSERT_TRUE(QFile::link(QStringLiteral("/dev/zero"), path()));
   EXPECT_TRUE(startAgain().isSetAside);
   change(QStringLiteral("Bread"));
-  passTime();
+  letTimePass();
   EXPECT_TRUE(startAgain().map.has_value());
 }
 
@@ -296,7 +296,7 @@ TEST_F(JournalTest, OnlyTheLastFewStayAside) {
 TEST_F(JournalTest, OfALivingProcessIsLeftAlone) {
   journal->start(document, file);
   change(QStringLiteral("Bread"));
-  passTime();
+  letTimePass();
   ASSERT_EQ(names().size(), 1);
   const QByteArray bytes = QFile::encodeName(path());
   const int held = ::open(bytes.constData(), O_RDONLY | O_CLOEXEC);
@@ -304,7 +304,7 @@ TEST_F(JournalTest, OfALivingProcessIsLeftAlone) {
   ASSERT_EQ(::flock(held, LOCK_EX | LOCK_NB), 0);
   EXPECT_FALSE(startAgain().foundAnything());
   change(QStringLiteral("Butter"));
-  passTime();
+  letTimePass();
   EXPECT_NE(journal->problem(), QString());
   ::close(held);
   EXPECT_EQ(startAgain().map.value_or(MindMap()).nodes[0].title, QStringLiteral("Bread"));
@@ -316,11 +316,11 @@ TEST_F(JournalTest, TriesAgainWhereTheDiskRefused) {
   put(blocked, "a file where the folder should be");
   journal->start(document, file);
   change(QStringLiteral("Bread"));
-  passTime();
+  letTimePass();
   EXPECT_NE(journal->problem(), QString());
   EXPECT_EQ(log.lines().filter(QStringLiteral("journal FAILED")).size(), 1);
   ASSERT_TRUE(QFile::remove(blocked));
-  passTime(Journal::retryDelay);
+  letTimePass(Journal::retryDelay);
   EXPECT_EQ(journal->problem(), QString());
   EXPECT_TRUE(startAgain().map.has_value());
 }

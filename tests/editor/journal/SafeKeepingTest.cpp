@@ -23,7 +23,7 @@ class SafeKeepingTest : public SavingFixture {
     session->reopenLastDocument();
     keeping->begin();
   }
-  void passTime(std::chrono::milliseconds time = Journal::delay) {
+  void letTimePass(std::chrono::milliseconds time = Journal::delay) {
     scheduler.advance(time);
     ASSERT_TRUE(QTest::qWaitFor([this] { return keeping->journal().isAtRest(); }, 20'000));
   }
@@ -52,7 +52,7 @@ const QString plan = QStringLiteral("plan.mindmap");
 TEST_F(SafeKeepingTest, BringsBackWhatWasNotSavedAndUndoGoesBackToTheFile) {
   openNew(plan);
   edit();
-  passTime();
+  letTimePass();
   const MindMap left = editor->mindMap();
   startProgram();
   EXPECT_EQ(recoveredCount, 1);
@@ -66,12 +66,12 @@ TEST_F(SafeKeepingTest, BringsBackWhatWasNotSavedAndUndoGoesBackToTheFile) {
 TEST_F(SafeKeepingTest, SavesWhatItBroughtBackAndSaysSoOnce) {
   openNew(plan);
   edit();
-  passTime();
+  letTimePass();
   const MindMap left = editor->mindMap();
   startProgram();
-  passTime(DocumentSession::autoSaveDelay);
+  letTimePass(DocumentSession::autoSaveDelay);
   EXPECT_EQ(decodeDocumentAt(path(plan)), left);
-  passTime();
+  letTimePass();
   startProgram();
   EXPECT_EQ(recoveredCount, 1);
   EXPECT_EQ(editor->mindMap(), left);
@@ -79,7 +79,7 @@ TEST_F(SafeKeepingTest, SavesWhatItBroughtBackAndSaysSoOnce) {
 
 TEST_F(SafeKeepingTest, BringsBackAMapThatHasNoDocumentYet) {
   edit();
-  passTime();
+  letTimePass();
   const MindMap left = editor->mindMap();
   startProgram();
   EXPECT_EQ(recoveredCount, 1);
@@ -90,7 +90,7 @@ TEST_F(SafeKeepingTest, BringsBackAMapThatHasNoDocumentYet) {
 TEST_F(SafeKeepingTest, BringsBackADocumentThatIsOpenedLater) {
   openNew(plan);
   edit();
-  passTime();
+  letTimePass();
   const MindMap left = editor->mindMap();
   settings.remove(quilmora::settings::lastSavedFilePath);
   settings.remove(quilmora::settings::lastSavedFileBookmark);
@@ -104,9 +104,9 @@ TEST_F(SafeKeepingTest, BringsBackADocumentThatIsOpenedLater) {
 TEST_F(SafeKeepingTest, ForgetsWhatWasSavedBeforeTheEnd) {
   openNew(plan);
   edit();
-  passTime();
+  letTimePass();
   session->saveDocument();
-  passTime();
+  letTimePass();
   startProgram();
   EXPECT_EQ(recoveredCount, 0);
   EXPECT_EQ(asideCount, 0);
@@ -116,9 +116,9 @@ TEST_F(SafeKeepingTest, RemembersAnUndoAfterASave) {
   openNew(plan);
   edit();
   session->saveDocument();
-  passTime();
+  letTimePass();
   editor->undo();
-  passTime();
+  letTimePass();
   const MindMap left = editor->mindMap();
   startProgram();
   EXPECT_EQ(recoveredCount, 1);
@@ -128,7 +128,7 @@ TEST_F(SafeKeepingTest, RemembersAnUndoAfterASave) {
 TEST_F(SafeKeepingTest, LeavesADocumentAloneThatSomebodyElseChanged) {
   openNew(plan);
   edit();
-  passTime();
+  letTimePass();
   put(path(plan), encodeDocument(mapWithTitle(QStringLiteral("Theirs"))));
   startProgram();
   EXPECT_EQ(recoveredCount, 0);
@@ -152,7 +152,7 @@ TEST_F(SafeKeepingTest, KeepsWhatAnImportIsSavedOver) {
   const MindMap before = editor->mindMap();
   session->replaceWithImported(mapWithTitle(QStringLiteral("Imported")));
   edit();
-  passTime(DocumentSession::autoSaveDelay);
+  letTimePass(DocumentSession::autoSaveDelay);
   EXPECT_EQ(decodeDocumentAt(path(plan)).title, QStringLiteral("Imported"));
   EXPECT_EQ(versionOf(plan, 0), before);
 }
@@ -172,7 +172,7 @@ TEST_F(SafeKeepingTest, AutoSavesOfAMinuteAreOneVersion) {
   for (int round = 0; round < 8; ++round) {
     edit();
     clock.advance(std::chrono::seconds(10));
-    passTime(DocumentSession::autoSaveDelay);
+    letTimePass(DocumentSession::autoSaveDelay);
   }
   // What was opened, and what stood there a minute after.
   EXPECT_EQ(versionsOf(plan).size(), 2U);
