@@ -20,10 +20,11 @@ Assistant::Assistant(Machine& machine, AIWorkflows& workflows, ChatSession& chat
       m_workflows(workflows),
       m_window(parts),
       m_provider(workflows.backEnds(), machine.settings),
-      m_chatView(new AIChatView({machine.look, machine.alerts, workflows, chat, m_provider}, &parts.window)),
+      m_chatView(new AIChatView({machine.look, machine.alerts, workflows, chat, m_provider}, &parts.canvas)),
       m_card(new AIActivityCard(machine.look, workflows, &parts.canvas)) {
   m_window.companions.addCard(*m_card);
   addTopicEntries();
+  m_chatView->hide();  // until the sidebar takes it
   connect(m_chatView, &AIChatView::left, &m_window.canvas,
           [this] { m_window.canvas.setFocus(Qt::ShortcutFocusReason); });
   connect(m_chatView, &AIChatView::settingsWanted, this, &Assistant::settingsWanted);

@@ -133,8 +133,10 @@ void MainWindow::buildContent() {
   m_content = new WindowContent(look, this);
   m_toolbar = new Toolbar(look, *m_actions, m_content);
   m_sidebar = new Sidebar(look, m_content);
-  m_sidebar->setPage(SidebarTab::aiChat, [&look](QWidget* parent) {
-    return new EmptyState(look, symbol(SidebarTab::aiChat), tr("Ask about your map, or have it extended."), parent);
+  m_sidebar->setPage(SidebarTab::aiChat, [this](QWidget* parent) {
+    AIChatView& chat = m_assistant->chatView();
+    chat.setParent(parent);
+    return &chat;
   });
   m_sidebar->setPage(SidebarTab::outline, [this, &look](QWidget* parent) {
     return m_outline = new OutlineView(look, m_editor, m_aiWorkflows, parent);
@@ -170,7 +172,6 @@ void MainWindow::buildContent() {
 
 void MainWindow::buildAssistant() {
   m_assistant = new Assistant(m_machine, m_aiWorkflows, m_chat, {*this, *m_canvas, *m_companions});
-  m_sidebar->setPage(SidebarTab::aiChat, &m_assistant->chatView());
   connect(m_assistant, &Assistant::settingsWanted, this,
           [this] { m_actions->action(QStringLiteral("settings"))->trigger(); });
 }

@@ -132,11 +132,4 @@ void Sidebar::showEvent(QShowEvent* event) {
   makeSeenPage();
 }
 
-void Sidebar::setPage(SidebarTab tab, QWidget* page) {
-  const int index = static_cast<int>(tab);
-  delete m_pages->widget(index);
-  m_pages->insertWidget(index, page);
-  m_pages->setCurrentIndex(static_cast<int>(m_activeTab));
-}
-
 }  // namespace quilmora

@@ -24,8 +24,6 @@ class Sidebar : public Ground {
   void setPage(SidebarTab tab, MakePage make);
   SidebarTab activeTab() const { return m_activeTab; }
   void setActiveTab(SidebarTab tab);
-  // Gives the tab its content, which is the sidebar's from now on.
-  void setPage(SidebarTab tab, QWidget* page);
 
  Q_SIGNALS:
   // The user chose a tab from the bar.
