@@ -65,7 +65,10 @@ QRectF shownPart(CanvasPart part, const QRectF& place, double zoom) {
   if (place.isEmpty() || !isPartShown(part, zoom)) return {};
   const QSizeF size = place.size() * partGrowth(part, zoom);
   const QPointF center = place.center();
-  return QRectF(QPointF(center.x() - size.width() / 2, center.y() - size.height() / 2), size);
+  // A collapse mark grows away from the topic's box, whose title it would cover.
+  const bool growsLeft = part == CanvasPart::collapseToggle;
+  const double left = growsLeft ? place.right() - size.width() : center.x() - size.width() / 2;
+  return QRectF(QPointF(left, center.y() - size.height() / 2), size);
 }
 
 QPointF shownDeleteButtonCenter(QPointF relationshipMidpoint, double zoom) {
@@ -74,10 +77,10 @@ QPointF shownDeleteButtonCenter(QPointF relationshipMidpoint, double zoom) {
 }
 
 double topicSurroundings(double zoom, bool isSelected, bool isCollapsed) {
-  // Of the shadow; discs stand out over the box by little more than half of themselves.
+  // Of the shadow; discs stand out over the box by little more than half of their own size, and by what they grew.
   double reach = 9.0;
   reach = std::max(reach, 8.5 * partGrowth(CanvasPart::badge, zoom));
-  reach = std::max(reach, 8.5 * partGrowth(CanvasPart::collapseToggle, zoom));
+  reach = std::max(reach, 16.0 * partGrowth(CanvasPart::collapseToggle, zoom) - 7.5);
   // A count is wider than a narrow topic, a ring lies around with a gap, and a handle has a glow.
   if (isCollapsed) reach = std::max(reach, 16.0 * partGrowth(CanvasPart::hiddenCount, zoom));
   if (isSelected) {

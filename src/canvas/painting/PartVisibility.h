@@ -31,7 +31,8 @@ double partGrowth(CanvasPart part, double zoom);
 // The diameter of a round part as it shows, in canvas units.
 double partDiameter(CanvasPart part, double zoom);
 
-// Where a part shows whose place at zoom 1 this is: grown about its centre. Empty where it doesn't show or is empty.
+// Where a part shows whose place at zoom 1 this is: grown about its centre, a collapse mark to the left. Empty where it
+// doesn't show or is empty.
 QRectF shownPart(CanvasPart part, const QRectF& place, double zoom);
 
 // Where the delete button of a selected relationship shows, from the midpoint of its curve.

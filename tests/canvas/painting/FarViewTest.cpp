@@ -219,6 +219,16 @@ TEST(PartVisibility, PartsStayWithinTheSurroundingsOfTheirTopic) {
   }
 }
 
+TEST(PartVisibility, ACollapseMarkGrowsAwayFromTheTitle) {
+  const QRectF place(-58, -8, 16, 16);  // half of it over a box that begins at -50
+  for (const double zoom : {1.0, 0.5, 0.3, 0.2}) {
+    const QRectF shown = shownPart(CanvasPart::collapseToggle, place, zoom);
+    EXPECT_DOUBLE_EQ(shown.right(), -42) << zoom;
+    EXPECT_DOUBLE_EQ(shown.center().y(), 0) << zoom;
+    EXPECT_GE(shown.width() * zoom, 9.0 - 1e-9) << zoom;
+  }
+}
+
 TEST(PartVisibility, WhatIsNotShownHasNoPlace) {
   const QRectF place(10, 10, 8, 8);
   EXPECT_FALSE(isPartShown(CanvasPart::linkMarker, 0.3));
