@@ -6,7 +6,7 @@
 #include "editor/AIWorkflows.h"
 #include "editor/edits/CaseInsensitiveQuery.h"
 #include "model/NewId.h"
-#include "themes/Theme.h"
+#include "themes/CustomThemes.h"
 
 namespace quilmora {
 
@@ -87,11 +87,6 @@ CommandItem itemOf(const PaletteRow& row) {
           row.actionKey};
 }
 
-// Until there are custom ones.
-std::vector<Theme> offeredThemes(const SettingsStore&) {
-  return allThemes();
-}
-
 ThemeCategory shownCategory(const Theme& theme) {
   return theme.id.startsWith(customPrefix) ? ThemeCategory::custom : theme.category;
 }
@@ -102,7 +97,7 @@ CommandItem itemOf(const Theme& theme) {
 }
 
 void applyThemeWithId(const QString& id, const CommandTargets& targets) {
-  const std::vector<Theme> themes = offeredThemes(targets.settings);
+  const std::vector<Theme> themes = allThemesIncludingCustom(targets.settings);
   const auto theme = std::ranges::find(themes, id, &Theme::id);
   if (theme != themes.end()) targets.editor.applyTheme(*theme);
 }
@@ -112,7 +107,7 @@ void applyThemeWithId(const QString& id, const CommandTargets& targets) {
 std::vector<CommandItem> allCommands(const SettingsStore& settings) {
   std::vector<CommandItem> items;
   for (const PaletteRow& row : paletteTable()) items.push_back(itemOf(row));
-  std::vector<Theme> themes = offeredThemes(settings);
+  std::vector<Theme> themes = allThemesIncludingCustom(settings);
   std::ranges::stable_sort(themes, {}, shownCategory);
   for (const Theme& theme : themes) items.push_back(itemOf(theme));
   return items;

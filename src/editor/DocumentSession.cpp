@@ -175,6 +175,8 @@ void DocumentSession::startWith(const MindMap& map) {
   m_retryDelay = firstRetryDelay;
   setAutoSaveProblem({});
   m_editor.startWith(map);
+  // A topic of the earlier map would be a parent for new ones.
+  m_editor.clearSelection();
   zoomToFitAfter(zoomDelayAfterOpen);
 }
 

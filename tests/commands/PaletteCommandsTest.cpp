@@ -9,6 +9,7 @@
 #include "editor/AIRig.h"
 #include "platform/Notifications.h"
 #include "support/QtPrinters.h"
+#include "themes/CustomThemes.h"
 
 namespace quilmora {
 namespace {
@@ -152,6 +153,33 @@ TEST(PaletteCommands, CaseIsThatOfTheLocale) {
   EXPECT_EQ(titlesFor("HORIZONTAL"), lines({"Tree Layout"}));
 }
 
+CustomTheme customTheme(const char* id, const char* name) {
+  return {QLatin1String(id),
+          QLatin1String(name),
+          QStringLiteral("#FFFFFF"),
+          QStringLiteral("#808080"),
+          {{QStringLiteral("#1A5276"), QStringLiteral("#0E3652"), QStringLiteral("#FFFFFF")}}};
+}
+
+TEST(PaletteCommands, CustomThemesComeLastInTheirStoredOrder) {
+  MemorySettingsStore settings;
+  saveCustomThemes(settings, {customTheme("B", "Zebra"), customTheme("A", "Ocean")});
+  const auto all = allCommands(settings);
+  EXPECT_EQ(linesOf(all, 24 + 13, 9), lines({"Theme: Zebra | Custom theme | paintpalette |  | theme_custom_B",
+                                             "Theme: Ocean | Custom theme | paintpalette |  | theme_custom_A"}));
+  // Two themes may bear one name.
+  EXPECT_EQ(filteredCommands(QStringLiteral("theme: ocean"), settings).size(), 2u);
+  EXPECT_EQ(filteredCommands(QStringLiteral("custom"), settings).size(), 2u);
+  saveCustomThemes(settings, {});
+  EXPECT_EQ(allCommands(settings).size(), 37u);
+}
+
+TEST(PaletteCommands, DamagedCustomThemesAreNone) {
+  MemorySettingsStore settings;
+  settings.setBytes(settings::customThemes, "[{\"id\":");
+  EXPECT_EQ(allCommands(settings).size(), 37u);
+}
+
 // --- Running ---
 
 class RunCommand : public ::testing::Test {
@@ -245,6 +273,18 @@ TEST_F(RunCommand, DeleteOfAnEmptySelectionLeavesTheMap) {
 TEST_F(RunCommand, AThemeIsApplied) {
   EXPECT_EQ(posted("theme_ocean"), QString());
   EXPECT_EQ(m_rig.map().canvas.themeId, QStringLiteral("ocean"));
+  EXPECT_EQ(m_rig.editor.undoCount(), 1);
+}
+
+TEST_F(RunCommand, AfterACustomThemeIsDeletedItsKeyDoesNothing) {
+  saveCustomThemes(m_rig.settings, {customTheme("MINE", "Mine")});
+  run("theme_custom_MINE");
+  EXPECT_EQ(m_rig.map().canvas.themeId, QStringLiteral("custom_MINE"));
+  EXPECT_EQ(m_rig.node(0).style.fill, QStringLiteral("#1A5276"));
+  saveCustomThemes(m_rig.settings, {});
+  const quint64 generation = m_rig.editor.treeGeneration();
+  run("theme_custom_MINE");
+  EXPECT_EQ(m_rig.editor.treeGeneration(), generation);
   EXPECT_EQ(m_rig.editor.undoCount(), 1);
 }
 

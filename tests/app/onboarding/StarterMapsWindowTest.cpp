@@ -127,6 +127,17 @@ TEST_F(StarterMapsWindowTest, TheMapComesIntoSight) {
   EXPECT_TRUE(QRectF(window().canvas().rect()).contains(root));
 }
 
+TEST_F(StarterMapsWindowTest, NothingOfTheEarlierMapStaysSelected) {
+  startActive();
+  editor().selectAll();
+  choose("Brainstorm");
+  EXPECT_TRUE(editor().selectedNodeIDs().empty());
+  EXPECT_FALSE(action("delete")->isEnabled());
+  action("createNode")->trigger();
+  EXPECT_EQ(map().nodes.size(), 7u);
+  EXPECT_EQ(map().edges.back().from, map().nodes[0].id);
+}
+
 TEST_F(StarterMapsWindowTest, ATitleThatIsBeingEditedGoesWithItsMap) {
   startActive();
   editor().selectAll();

@@ -1,60 +1,18 @@
-#include <QLineEdit>
 #include <QScrollBar>
 #include <QSignalSpy>
 
-#include "app/AppFixture.h"
 #include "app/companions/CanvasCompanions.h"
 #include "app/companions/SearchBar.h"
 #include "app/dialogs/TextField.h"
-#include "app/look/CardShadow.h"
 #include "app/look/Tokens.h"
-#include "app/palette/CommandList.h"
 #include "app/palette/CommandPalette.h"
-#include "app/palette/PaletteOpener.h"
+#include "app/palette/PaletteFixture.h"
 #include "app/window/Toolbar.h"
 #include "canvas/view/TitleEditor.h"
-#include "support/AccessibleNames.h"
-#include "support/QtPrinters.h"
+#include "themes/CustomThemes.h"
 
 namespace quilmora {
 namespace {
-
-QStringList lines(std::initializer_list<const char*> texts) {
-  QStringList list;
-  for (const char* text : texts) list.append(QString::fromUtf8(text));
-  return list;
-}
-
-class CommandPaletteTest : public AppTest {
- protected:
-  // Presses the key where a person's would arrive, with the menus' keys before it.
-  void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-    QWidget* owner = QApplication::focusWidget();
-    ASSERT_NE(owner, nullptr);
-    QTest::keyClick(owner, static_cast<Qt::Key>(key), modifiers);
-  }
-  void type(const char* text) { QTest::keyClicks(QApplication::focusWidget(), QString::fromUtf8(text)); }
-  void open() {
-    startActive();
-    press(Qt::Key_K, Qt::ControlModifier);
-    ASSERT_NE(palette(), nullptr);
-  }
-  CommandPalette* palette() { return window().paletteOpener().palette(); }
-  CommandList& list() { return palette()->list(); }
-  QRect panelPlace() { return palette()->geometry().marginsRemoved(cardShadowMargins()); }
-  QStringList titles() {
-    QStringList titles;
-    for (const CommandItem& item : list().items()) titles.append(item.title);
-    return titles;
-  }
-  QString highlighted() { return titles().value(list().highlightedIndex()); }
-  QPoint middleOf(int row) { return list().visualRect(list().model()->index(row, 0)).center(); }
-  // A hand that comes to rest on the row.
-  void hover(int row) {
-    for (const QPoint step : {QPoint(-3, 0), QPoint(0, 0)}) QTest::mouseMove(list().viewport(), middleOf(row) + step);
-  }
-  bool canvasHasKeyboard() { return QApplication::focusWidget() == &window().canvas(); }
-};
 
 // --- Opening and leaving ---
 
@@ -179,6 +137,16 @@ TEST_F(CommandPaletteTest, WhereNothingMatchesReturnDoesNothingAndThePaletteStay
   press(Qt::Key_Backspace);
   EXPECT_EQ(titles().size(), 15);
   EXPECT_TRUE(list().isVisible());
+}
+
+TEST_F(CommandPaletteTest, ManyThemesAreCutToFifteenRows) {
+  std::vector<CustomTheme> themes(5, {QStringLiteral("A"), QStringLiteral("Mine"), {}, {}, {}});
+  saveCustomThemes(m_settings, themes);
+  open();
+  type("theme");
+  EXPECT_EQ(titles().size(), 15);
+  EXPECT_EQ(titles().first(), QStringLiteral("Recolor by Theme"));
+  EXPECT_EQ(titles().last(), QStringLiteral("Theme: Mine"));
 }
 
 TEST_F(CommandPaletteTest, ArrowsStopAtTheEnds) {
@@ -345,55 +313,6 @@ TEST_F(CommandPaletteTest, WorksInAPresentation) {
   type("presentation");
   press(Qt::Key_Return);
   EXPECT_FALSE(editor().isPresentationMode());
-}
-
-// --- Place and names ---
-
-TEST_F(CommandPaletteTest, Is420WideAndItsListAtMost340High) {
-  open();
-  EXPECT_EQ(panelPlace().width(), 420);
-  EXPECT_LE(list().height(), 340);
-  EXPECT_GT(list().height(), 300);
-  EXPECT_NEAR(panelPlace().center().x(), window().rect().center().x(), 1);
-  type("lavender");
-  EXPECT_LT(panelPlace().height(), 120);
-}
-
-TEST_F(CommandPaletteTest, FitsSmallWindowsAndFollowsTheirSize) {
-  open();
-  for (const QSize size : {QSize(800, 600), QSize(640, 400), QSize(560, 380)}) {
-    window().setMinimumSize(size);
-    window().resize(size);
-    QCoreApplication::processEvents();
-    EXPECT_TRUE(window().rect().contains(panelPlace())) << size.width();
-    EXPECT_GT(list().height(), 100) << size.width();
-  }
-}
-
-TEST_F(CommandPaletteTest, EveryControlAndRowHasAName) {
-  open();
-  type("layout");
-  const test::AccessibleWalk walk(*palette());
-  EXPECT_EQ(walk.nameless, QStringList());
-  EXPECT_EQ(walk.names, lines({"Command", "Commands", "Tree Layout, Horizontal tree", "Vertical Layout, Top-down tree",
-                               "Radial Layout, Centered radial", "L/R Layout, Balanced tree"}));
-  EXPECT_EQ(palette()->accessibleName(), QStringLiteral("Command Palette"));
-}
-
-TEST_F(CommandPaletteTest, AScreenReaderHearsTheHighlightedRow) {
-  open();
-  EXPECT_EQ(palette()->field().accessibleDescription(), QStringLiteral("AI Generate Map, 1 of 15"));
-  press(Qt::Key_Down);
-  EXPECT_EQ(palette()->field().accessibleDescription(), QStringLiteral("AI Chat, 2 of 15"));
-  type("zzz");
-  EXPECT_EQ(palette()->field().accessibleDescription(), QStringLiteral("No command has these letters"));
-}
-
-TEST_F(CommandPaletteTest, KeysAreToldInTheWordsOfThisDesktop) {
-  open();
-  type("outline");
-  EXPECT_EQ(list().model()->index(0, 0).data(Qt::AccessibleTextRole).toString(),
-            QStringLiteral("Toggle Outline, Show/hide outline, Ctrl+Shift+O"));
 }
 
 }  // namespace
