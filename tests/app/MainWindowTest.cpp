@@ -73,14 +73,14 @@ TEST_F(MainWindowTest, MenusOfANewWindow) {
   start();
   EXPECT_EQ(entriesOf(menu("File")),
             lines({"New Topic", "New from Template", "New Branch", "---", "Open...", "Open Recent", "Save...",
-                   "Save As...", "---", "Import...", "Export", "---", "Quit"}));
+                   "Save As...", "Earlier Versions...", "---", "Import...", "Export", "---", "Quit"}));
   EXPECT_EQ(entriesOf(submenu(menu("File"), "New from Template")),
             lines({"Brainstorm", "Project Plan", "Meeting Notes", "Research", "Personal Goals"}));
   EXPECT_EQ(entriesOf(submenu(menu("File"), "Export")),
             lines({"JSON", "PNG Image", "PDF", "SVG", "---", "OPML", "Markdown"}));
   EXPECT_EQ(entriesOf(menu("Edit")), lines({"(Undo)", "(Redo)", "---", "(Cut)", "(Copy)", "(Paste)", "Select All",
                                             "(Duplicate)", "---", "(Settings…)"}));
-  EXPECT_EQ(entriesOf(menu("View")), lines({"(Collapse)", "(Expand)", "(AI Generate...)", "AI Chat", "Command Palette",
+  EXPECT_EQ(entriesOf(menu("View")), lines({"(Collapse)", "(Expand)", "AI Generate...", "AI Chat", "Command Palette",
                                             "Find...", "Toggle Outline", "Toggle Left Sidebar", "Toggle Inspector",
                                             "Presentation Mode", "Recolor by Branch", "Recolor by Theme", "---",
                                             "Zoom to Fit", "Zoom In", "Zoom Out", "---", "Full Screen"}));

@@ -42,6 +42,7 @@ TEST(CommandTable, FileMenu) {
                                       "Open Recent",
                                       "Save... | Ctrl+S | saveDocument",
                                       "Save As... | Ctrl+Shift+S | saveDocumentAs",
+                                      "Earlier Versions...",
                                       "---",
                                       "Import... |  | importDocument",
                                       "Export",
