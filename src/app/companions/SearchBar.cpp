@@ -42,6 +42,7 @@ SearchBar::SearchBar(const Look& look, EditorNavigation& editor, QWidget* canvas
        {static_cast<QWidget*>(m_count), static_cast<QWidget*>(m_previous), static_cast<QWidget*>(m_next)})
     part->setCursor(Qt::ArrowCursor);
   m_field->setPlaceholderText(QStringLiteral("Search nodes..."));
+  setAccessibleName(tr("Search"));
   m_field->setAccessibleName(tr("Search"));
   m_field->setFrame(false);
   // Clicks beside the field leave the keyboard there.

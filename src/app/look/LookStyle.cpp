@@ -126,6 +126,9 @@ void LookStyle::polish(QWidget* widget) {
                              qobject_cast<QScrollBar*>(widget) || qobject_cast<QSlider*>(widget) ||
                              qobject_cast<QTabBar*>(widget) || qobject_cast<QMenuBar*>(widget);
   if (reactsToHover) widget->setAttribute(Qt::WA_Hover);
+  // The toolkit's own button in a field has no name.
+  if (widget->inherits("QLineEditIconButton") && widget->accessibleName().isEmpty())
+    widget->setAccessibleName(tr("Clear"));
 }
 
 int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {

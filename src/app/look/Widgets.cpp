@@ -65,8 +65,8 @@ TextLabel::TextLabel(const Look& look, QString text, TokenColor color, const QFo
                      QWidget* parent)
     : QWidget(parent), m_look(look), m_text(std::move(text)), m_color(color), m_overflow(overflow) {
   setFont(font);
-  setAccessibleName(m_text);
   setAccessibleRole(*this, QAccessible::StaticText);
+  setAccessibleName(m_text);
   QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred);
   policy.setHeightForWidth(overflow == Overflow::wraps);
   setSizePolicy(policy);

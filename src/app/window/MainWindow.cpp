@@ -142,8 +142,8 @@ void MainWindow::buildContent() {
     return m_outline = new OutlineView(look, m_editor, m_aiWorkflows, parent);
   });
   m_canvas = new CanvasView(m_editor, m_commands, m_notifications, m_machine.scheduler, m_machine.clock, m_content);
-  m_canvas->setAccessibleName(tr("Canvas"));
   setAccessibleRole(*m_canvas, QAccessible::Canvas);
+  m_canvas->setAccessibleName(tr("Canvas"));
   m_companions = new CanvasCompanions(look, m_editor, m_machine.scheduler, m_canvas);
   m_canvas->setCoveredAreas([this] { return m_companions->coveredAreas(); });
   m_canvas->setGlides(!look.isStill());

@@ -10,8 +10,8 @@ namespace quilmora {
 
 PanelEdge::PanelEdge(QWidget* parent) : QWidget(parent) {
   setCursor(Qt::SplitHCursor);
-  setAccessibleName(tr("Edge of the sidebar"));
   setAccessibleRole(*this, QAccessible::Splitter);
+  setAccessibleName(tr("Edge of the sidebar"));
 }
 
 void PanelEdge::mousePressEvent(QMouseEvent* event) {

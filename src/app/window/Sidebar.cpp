@@ -1,6 +1,7 @@
 #include "app/window/Sidebar.h"
 
 #include <utility>
+#include <vector>
 
 #include <QHBoxLayout>
 #include <QPainter>
@@ -109,6 +110,17 @@ void Sidebar::setActiveTab(SidebarTab tab) {
   m_buttons[static_cast<std::size_t>(tab)]->setChecked(true);
   m_pages->setCurrentIndex(static_cast<int>(tab));
   if (isVisible()) makeSeenPage();
+  orderTabStops();
+}
+
+// A page is made long after what stands beside the sidebar, but Tab leads from the bar into it.
+void Sidebar::orderTabStops() {
+  const QWidget* page = m_pages->currentWidget();
+  std::vector<QWidget*> stops;
+  for (QWidget* next = page->nextInFocusChain(); next != page; next = next->nextInFocusChain())
+    if (page->isAncestorOf(next) && (next->focusPolicy() & Qt::TabFocus) != 0) stops.push_back(next);
+  QWidget* last = m_buttons[static_cast<std::size_t>(m_activeTab)];
+  for (QWidget* stop : stops) setTabOrder(std::exchange(last, stop), stop);
 }
 
 void Sidebar::setPage(SidebarTab tab, MakePage make) {
@@ -130,6 +142,7 @@ void Sidebar::makeSeenPage() {
 void Sidebar::showEvent(QShowEvent* event) {
   Ground::showEvent(event);
   makeSeenPage();
+  orderTabStops();
 }
 
 }  // namespace quilmora

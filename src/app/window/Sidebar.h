@@ -34,6 +34,7 @@ class Sidebar : public Ground {
 
  private:
   void makeSeenPage();
+  void orderTabStops();
 
   SidebarTab m_activeTab = SidebarTab::aiChat;
   std::array<QAbstractButton*, 2> m_buttons;

@@ -93,10 +93,13 @@ TEST_F(OutlineViewTest, TheSelectedTopicsRowsHaveAnAccentGround) {
     return colorAt(list().viewport()->mapTo(m_window.get(), QPoint(place.right() - 30, place.center().y())));
   };
   const QColor accent = blended(tokens.tint, tokens.panel);
-  EXPECT_EQ(ground(0), tokens.panel);
-  EXPECT_EQ(ground(2), accent);
-  EXPECT_EQ(ground(4), accent) << "below both parents";
-  EXPECT_EQ(ground(3), tokens.panel);
+  EXPECT_EQ(ground(0).rgb(), tokens.panel.rgb());
+  EXPECT_EQ(ground(3).rgb(), tokens.panel.rgb());
+  for (const int row : {2, 4}) {
+    EXPECT_NEAR(ground(row).red(), accent.red(), 2) << "below both parents";
+    EXPECT_NEAR(ground(row).green(), accent.green(), 2);
+    EXPECT_NEAR(ground(row).blue(), accent.blue(), 2);
+  }
 }
 
 TEST_F(OutlineViewTest, TheRowMenuHasFiveEntriesInOrder) {
@@ -177,7 +180,6 @@ TEST_F(OutlineViewTest, TheRowOfTheSelectedTopicIsShown) {
   AIRig::settle();
   EXPECT_EQ(list().currentIndex().row(), 150);
   EXPECT_TRUE(list().viewport()->rect().contains(list().visualRect(index(150))));
-  clickChevron(0);
   list().verticalScrollBar()->setValue(0);
   clickChevron(0);
   EXPECT_EQ(model().rowCount(), 1);
