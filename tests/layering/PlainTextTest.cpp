@@ -15,9 +15,11 @@ bool isJudged(const std::string& path) {
   return isUi && path.rfind("canvas/view/PlainText.", 0) != 0 && path != "app/commands/Menus.cpp";
 }
 
-// What stands before a call of the same name that shows nothing: settings, data for the clipboard, whole actions.
+// What stands before a call of the same name that shows nothing: settings, data for the clipboard, whole actions, and
+// before the definition of a function.
 bool isAnotherCall(const std::string& before) {
-  return before.ends_with("ettings.") || before.ends_with("copied->") || before.ends_with("m_window->");
+  return before.ends_with("void ") || before.ends_with("ettings.") || before.ends_with("copied->") ||
+         before.ends_with("m_window->");
 }
 
 // Every call that shows a text by the toolkit's own road, unless the text is a literal: a line for each, "path:line".

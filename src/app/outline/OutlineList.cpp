@@ -348,12 +348,8 @@ void OutlineList::keyboardSearch(const QString& search) {
   // The same letter again and again walks through all that begin with it.
   const bool isOneLetter = m_search.count(m_search.at(0), Qt::CaseInsensitive) == m_search.size();
   const QString wanted = isOneLetter ? m_search.left(1) : m_search;
-  const int count = m_model.rowCount();
   const int start = currentIndex().isValid() ? currentIndex().row() + (isOneLetter ? 1 : 0) : 0;
-  for (int i = 0; i < count; ++i) {
-    const int row = (start + i) % count;
-    if (m_model.beginsWith(row, wanted)) return choose(m_model.index(row));
-  }
+  if (const auto row = m_model.findTitle(wanted, start)) choose(m_model.index(*row));
 }
 
 }  // namespace quilmora

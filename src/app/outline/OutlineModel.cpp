@@ -173,11 +173,6 @@ QString OutlineModel::shownTitle(int row) const {
   return node ? plain::line(quilmora::shownTitle(*node)) : QString();
 }
 
-bool OutlineModel::beginsWith(int row, const QString& letters) const {
-  const Node* node = topicOf(row);
-  return node != nullptr && QStringView(node->title).trimmed().startsWith(letters, Qt::CaseInsensitive);
-}
-
 QVariant OutlineModel::data(const QModelIndex& index, int role) const {
   if (!checkIndex(index, CheckIndexOption::IndexIsValid)) return {};
   const int row = index.row();
@@ -317,17 +312,32 @@ void OutlineModel::toggle(int row) {
   rowChanged(row);
 }
 
-std::optional<int> OutlineModel::findRow(const QUuid& id, int start) const {
-  const std::uint32_t number = m_tree.tree().number(id);
-  if (number == TreeInfo::npos) return std::nullopt;
-  const auto isRow = [number](const OutlineNodeRow& row) { return row.number == number; };
+template <class Wanted>
+std::optional<int> OutlineModel::findRowThat(Wanted wanted, int start) const {
   const auto from = m_rows.begin() + std::clamp(start, 0, rowCount());
-  auto found = std::find_if(from, m_rows.end(), isRow);
+  auto found = std::find_if(from, m_rows.end(), wanted);
   if (found == m_rows.end()) {
-    found = std::find_if(m_rows.begin(), from, isRow);
+    found = std::find_if(m_rows.begin(), from, wanted);
     if (found == from) return std::nullopt;
   }
   return static_cast<int>(found - m_rows.begin());
+}
+
+std::optional<int> OutlineModel::findRow(const QUuid& id, int start) const {
+  const std::uint32_t number = m_tree.tree().number(id);
+  if (number == TreeInfo::npos) return std::nullopt;
+  return findRowThat([number](const OutlineNodeRow& row) { return row.number == number; }, start);
+}
+
+// The titles in the order in which they lie in memory, then the rows.
+std::optional<int> OutlineModel::findTitle(const QString& letters, int start) const {
+  std::vector<char> begins(m_tree.index().numberCount(), 0);
+  std::size_t ordinal = 0;
+  for (const Node& node : m_nodes) {
+    const bool matches = QStringView(node.title).trimmed().startsWith(letters, Qt::CaseInsensitive);
+    begins[m_tree.index().numberOfNode()[ordinal++]] = matches;
+  }
+  return findRowThat([&begins](const OutlineNodeRow& row) { return begins[row.number] != 0; }, start);
 }
 
 std::optional<int> OutlineModel::revealRow(const QUuid& id) {

@@ -37,7 +37,6 @@ class OutlineModel : public QAbstractListModel {
   const QUuid& idOf(int row) const { return m_tree.idOf(this->row(row).number); }
   // As the row shows it: in one line, and a word where there is none.
   QString shownTitle(int row) const;
-  bool beginsWith(int row, const QString& letters) const;
   bool isParent(int row) const { return !m_tree.children(this->row(row).number).empty(); }
   // The row of the topic above, or nothing.
   std::optional<int> parentRow(int row) const;
@@ -45,12 +44,16 @@ class OutlineModel : public QAbstractListModel {
   void toggle(int row);
   // The first row of the topic from `start` on, around the end, or nothing.
   std::optional<int> findRow(const QUuid& id, int start = 0) const;
+  // The same for the first row whose title begins with the letters, whatever their case.
+  std::optional<int> findTitle(const QString& letters, int start) const;
   // Expands what hides the topic's row below its parents, and finds it. Nothing for a topic that no root reaches.
   std::optional<int> revealRow(const QUuid& id);
 
  private:
   // The rows above it in the tree, from the root down.
   std::vector<int> rowsAbove(int row) const;
+  template <class Wanted>
+  std::optional<int> findRowThat(Wanted wanted, int start) const;
   int endOfBranch(int row) const;
   std::uint32_t repetitionOf(int row) const;
   template <class Step>

@@ -1,9 +1,10 @@
-#include <set>
+#include <vector>
 
 #include <QAccessible>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPointer>
 #include <QScrollBar>
 
 #include "app/AppFixture.h"
@@ -102,30 +103,28 @@ class AccessibilityTest : public AppTest {
     settle();
   }
   // What Tab should reach below it.
-  static std::set<QWidget*> reachable(QWidget& area) {
-    std::set<QWidget*> found;
-    QList<QWidget*> parts = area.findChildren<QWidget*>();
-    parts << &area;
-    for (QWidget* part : std::as_const(parts))
+  static std::vector<QPointer<QWidget>> stops(const QWidget& area) {
+    std::vector<QPointer<QWidget>> found;
+    for (QWidget* part : area.findChildren<QWidget*>())
       if (part->isVisible() && part->isEnabled() && (part->focusPolicy() & Qt::TabFocus) &&
           part->focusProxy() == nullptr)
-        found.insert(part);
+        found.emplace_back(part);
     return found;
   }
-  // Of these, what Tab does not reach from the first that it finds.
-  QStringList unreached(QWidget& area) {
-    std::set<QWidget*> left = reachable(area);
+  // Of these, what Tab does not reach from the first of them.
+  QStringList unreached(const QWidget& area) {
+    std::vector<QPointer<QWidget>> left = stops(area);
     if (left.empty()) return {};
-    (*left.begin())->setFocus(Qt::TabFocusReason);
-    const std::size_t most = 4 * (left.size() + 20);
+    left.front()->setFocus(Qt::TabFocusReason);
+    const std::size_t most = 4 * (stops(window()).size() + 20);
     for (std::size_t i = 0; i < most && !left.empty(); ++i) {
-      left.erase(window().focusWidget());
+      std::erase_if(left, [&](const QPointer<QWidget>& stop) { return !stop || stop == window().focusWidget(); });
       // The canvas keeps Tab for itself; F6 leads past it.
       key(window().focusWidget() == &window().canvas() ? Qt::Key_F6 : Qt::Key_Tab);
     }
     QStringList names;
-    for (const QWidget* part : left)
-      names << QLatin1String(part->metaObject()->className()) + QLatin1Char(' ') + part->accessibleName();
+    for (const QPointer<QWidget>& part : left)
+      if (part) names << QLatin1String(part->metaObject()->className()) + QLatin1Char(' ') + part->accessibleName();
     return names;
   }
 
