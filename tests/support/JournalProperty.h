@@ -32,7 +32,8 @@ inline bool deltaHolds(QByteArrayView delta) {
   } catch (const journal::JournalError&) {
     return true;
   }
-  const MindMap again = journal::appliedDelta(base, journal::deltaBetween(base, map));
+  const QByteArray own = journal::deltaBetween(base, map);
+  const MindMap again = own.isEmpty() ? base : journal::appliedDelta(base, own);
   return again == map && base == journalBase() &&
          encodeDocument(decodeDocument(encodeDocument(map))) == encodeDocument(map);
 }

@@ -40,8 +40,11 @@ void setAside(const QString& path, bool staysInPlace) {
   const QString folder = file.path() + QStringLiteral("/aside");
   QDir().mkpath(folder);
   const QString time = QDateTime::currentDateTimeUtc().toString(QStringLiteral("yyyyMMddHHmmsszzz"));
+  QString target = folder + u'/' + time + u'-' + file.fileName();
+  for (int number = 1; QFileInfo::exists(target); ++number)
+    target = folder + QStringLiteral("/%1-%2-").arg(time).arg(number) + file.fileName();
   const QByteArray from = QFile::encodeName(path);
-  const QByteArray to = QFile::encodeName(folder + u'/' + time + u'-' + file.fileName());
+  const QByteArray to = QFile::encodeName(target);
   if (staysInPlace) [[maybe_unused]]
     const int linked = ::link(from.constData(), to.constData());
   else

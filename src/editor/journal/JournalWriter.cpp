@@ -19,9 +19,9 @@ namespace quilmora::journal {
 
 namespace {
 
-// A document of a topic and a connector has more than this, however short its texts are.
-constexpr std::uint64_t leastTopicBytes = 400;
-constexpr std::uint64_t leastEdgeBytes = 300;
+// A document has more than this for a topic and a connector, however short their texts are.
+constexpr std::uint64_t leastTopicBytes = 300;
+constexpr std::uint64_t leastEdgeBytes = 250;
 // Rewriting a journal is worth it from here on.
 constexpr std::uint64_t smallestLimit = 64 * 1024;
 

@@ -203,7 +203,7 @@ class VersionStore::Keeping {
 
 void VersionStore::keep(const QString& document, const MindMap& map, TimePoint time, TimePoint now) {
   Keeping(*this, document).run(document, map, time);
-  prune(now);
+  prune(document, now);
 }
 
 std::vector<Version> VersionStore::list(const QString& document) const {
@@ -263,7 +263,8 @@ std::uint64_t VersionStore::size() const {
   return total;
 }
 
-void VersionStore::prune(TimePoint now) {
+void VersionStore::prune(const QString& document, TimePoint now) {
+  const bool isOfAll = size() > m_limit;
   struct Kept {
     QString folder;
     QString list;
@@ -275,6 +276,7 @@ void VersionStore::prune(TimePoint now) {
   // Pieces of all documents get numbers of their own here.
   std::uint64_t documentNumber = 0;
   for (const QFileInfo& folder : QDir(m_folder).entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+    if (!isOfAll && folder.filePath() != folderOf(document)) continue;
     const std::uint64_t first = ++documentNumber << 40;
     std::vector<Contents> all;
     std::vector<TimePoint> times;

@@ -73,7 +73,8 @@ class VersionStore {
   QString folderOf(const QString& document) const;
   static Contents read(const QString& path);
   static QByteArray bytesOf(const Contents& contents);
-  void prune(TimePoint now);
+  // Of all documents where they have grown beyond the limit, else of this one.
+  void prune(const QString& document, TimePoint now);
 
   QString m_folder;
   std::uint64_t m_limit;

@@ -85,7 +85,8 @@ TEST(MapDelta, LeadsFromAnyMapToAnyOther) {
   EXPECT_TRUE(rc::check("a delta between two maps", [] {
     const MindMap before = *anyDamagedMap();
     const MindMap now = *anyDamagedMap();
-    RC_ASSERT(isVeryMap(journal::appliedDelta(before, journal::deltaBetween(before, now)), now));
+    const QByteArray delta = journal::deltaBetween(before, now);
+    RC_ASSERT(isVeryMap(delta.isEmpty() ? before : journal::appliedDelta(before, delta), now));
   }));
 }
 

@@ -146,6 +146,8 @@ TEST_F(SafeKeepingTest, KeepsWhatASaveReplaces) {
 }
 
 TEST_F(SafeKeepingTest, KeepsWhatAnImportIsSavedOver) {
+  // Later than what the file itself tells.
+  clock.set(SystemClock().now() + std::chrono::hours(1));
   openNew(plan);
   edit();
   session->saveDocument();
