@@ -38,6 +38,10 @@ class Home:
         self.documents = self.path / "Documents"
         self.documents.mkdir()
         (self.path / "runtime").mkdir(mode=0o700)
+        settings = self.path / ".config" / "Quilmora"
+        settings.mkdir(parents=True)
+        # The sheet of the first start would take the keys.
+        (settings / "Quilmora.json").write_text(json.dumps({"onboardingShown": True}))
         self.display = Display()
         self.environment = {key: value for key, value in os.environ.items()
                             if not key.startswith(("XDG_", "QT_", "WAYLAND_", "DBUS_"))}
@@ -112,6 +116,8 @@ class Work:
     def __init__(self, run, home, current, number):
         self.run, self.home, self.current, self.number = run, home, current, number
         self.typed = []  # time and title
+        self.begun_at = time.monotonic()
+        self.steps = []
         self.is_field_open = False
         self.last = "start"
         self.killed_at = None
@@ -159,9 +165,14 @@ class Work:
 
     def switch(self):
         other = next(file for file in self.home.files if file != self.current)
-        done = subprocess.run([str(self.home.programs / "quilmora"), str(other)], env=self.home.environment,
-                              capture_output=True, timeout=60)
-        if done.returncode == 0:
+        second = subprocess.Popen([str(self.home.programs / "quilmora"), str(other)], env=self.home.environment,
+                                  stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        # Where the first one is killed in the meantime, the second becomes the editor and goes the same way.
+        while second.poll() is None and not self.is_over():
+            time.sleep(0.02)
+        if second.poll() is None:
+            second.kill()
+        if second.wait() == 0:
             self.current = other
             self.is_field_open = False
 
@@ -174,6 +185,7 @@ class Work:
         while not self.is_over():
             step = self.home.random.choices(["edit", "save", "undo_and_redo", "switch", "quit"], [60, 15, 10, 8, 7])[0]
             self.last = step
+            self.steps.append(f"{step}@{time.monotonic() - self.begun_at:.2f}")
             if step == "edit":
                 self.edit(count)
                 count += 1
@@ -211,7 +223,8 @@ def play(home, number, current, figures):
         figures["typed before"] += 1
         if title not in found:
             figures["lost"].append(f"round {number}: {title}, typed {work.killed_at - done_at:.2f} s before the kill "
-                                   f"during {work.during}")
+                                   f"during {work.during}: {' '.join(work.steps)}; there are "
+                                   f"{sorted(one for one in found if one.startswith(f'r{number}e'))}")
     figures["kills"] += 1
     return last_document(home) or current
 
