@@ -10,16 +10,22 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QTemporaryDir>
+#include <QThreadPool>
 #include <benchmark/benchmark.h>
 
 #include "BenchMap.h"
 #include "canvas/view/BoxSelection.h"
 #include "canvas/view/CanvasView.h"
 #include "canvas/view/TitleEditor.h"
+#include "editor/DocumentSession.h"
 #include "editor/MindMapViewModel.h"
+#include "editor/RecentFiles.h"
 #include "editor/WindowCommands.h"
 #include "layout/LayoutAlgorithm.h"
 #include "platform/Bookmarks.h"
+#include "platform/FilePanels.h"
+#include "platform/FileWriter.h"
 #include "platform/Log.h"
 #include "platform/Notifications.h"
 #include "platform/Scheduler.h"
@@ -272,6 +278,70 @@ void gesture(benchmark::State& state, MindMap::Layout layout, double zoomLevel, 
   }
 }
 
+// Frames of a pan, with and without an auto-save under way. The time is the worst frame with it, or the longest turn of
+// the event loop in between, whichever is longer: both keep the hand waiting.
+void panWhileSaving(benchmark::State& state, MindMap::Layout layout) {
+  Window& window = windowOf(static_cast<int>(state.range(0)), layout);
+  QTemporaryDir folder;
+  QThreadPool pool;
+  pool.setMaxThreadCount(1);
+  DiskFileWriter writer;
+  QueuedFilePanels panels;
+  RecentFiles recentFiles(window.settings, window.bookmarks);
+  for (auto _ : state) {
+    window.editor.setMindMap(window.start);
+    window.editor.clearHistory();
+    DocumentSession session(window.editor, {{window.clock, window.settings, window.bookmarks, window.log},
+                                            writer,
+                                            panels,
+                                            window.scheduler,
+                                            window.notifications,
+                                            recentFiles,
+                                            folder.path(),
+                                            nullptr,
+                                            &pool});
+    window.look(1.0);
+    window.settle();
+    const Step step = pan(window);
+    int frame = 0;
+    double longestTurn = 0.0;
+    const auto worstOf = [&](const std::function<bool()>& goesOn) {
+      std::vector<double> frames;
+      longestTurn = 0.0;
+      while (goesOn()) {
+        const auto start = Steady::now();
+        step(frame++);
+        window.view.repaint();
+        frames.push_back(Milliseconds(Steady::now() - start).count());
+        do {
+          const auto turn = Steady::now();
+          QApplication::processEvents();
+          longestTurn = std::max(longestTurn, Milliseconds(Steady::now() - turn).count());
+        } while (Steady::now() < start + frameInterval);
+      }
+      std::ranges::sort(frames);
+      return frames;
+    };
+    const int calmEnd = frame + 2 * frameCount;
+    const std::vector<double> calm = worstOf([&] { return frame < calmEnd; });
+    state.counters["ms worst without"] = calm.back();
+    state.counters["ms longest slice without"] = longestTurn;
+    window.editor.createFreeNode(0, 0);
+    window.settle();
+    const auto begin = Steady::now();
+    session.autoSave();
+    state.counters["ms to begin"] = Milliseconds(Steady::now() - begin).count();
+    const std::vector<double> busy = worstOf([&] { return session.isSaving(); });
+    state.counters["ms to save"] = Milliseconds(Steady::now() - begin).count();
+    state.counters["frames"] = static_cast<double>(busy.size());
+    state.counters["ms 95th"] = busy[busy.size() * 95 / 100];
+    state.counters["ms worst"] = busy.back();
+    state.counters["ms longest slice"] = longestTurn;
+    state.SetIterationTime(std::max(busy.back(), longestTurn) / 1000);
+    if (!session.autoSaveProblem().isEmpty()) state.SkipWithError(qPrintable(session.autoSaveProblem()));
+  }
+}
+
 const int registered = [] {
   struct Row {
     const char* name;
@@ -302,6 +372,15 @@ const int registered = [] {
               ->Repetitions(1)
               ->UseManualTime()
               ->Unit(benchmark::kMillisecond);
+  for (const int topics : {10'000, 100'000, 1'000'000})
+    for (const auto& [layoutName, layout] : layouts)
+      benchmark::RegisterBenchmark((std::string("frame of pan while saving, ") + layoutName).c_str(),
+                                   [layout = layout](benchmark::State& state) { panWhileSaving(state, layout); })
+          ->Arg(topics)
+          ->Iterations(1)
+          ->Repetitions(1)
+          ->UseManualTime()
+          ->Unit(benchmark::kMillisecond);
   return 0;
 }();
 

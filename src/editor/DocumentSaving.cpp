@@ -18,13 +18,16 @@ namespace quilmora {
 
 // --- One save after the other ---
 
-void DocumentSession::beginSave(SaveKind kind, const QString& path, const std::optional<FileState>& known) {
+void DocumentSession::beginSave(SaveKind kind, const QString& path, const std::optional<FileState>& known,
+                                const QString& otherVersion) {
   const std::optional<QString>& place = m_editor.lastSavedFilePath();
-  m_save.emplace(Save{++m_saveCount, kind, {m_editor.mindMap(), path, known, {}}, !place, {}});
+  m_save.emplace(Save{++m_saveCount, kind, {m_editor.mindMap(), path, known, {}, otherVersion}, !place, {}});
   // The copy that auto-save made until the map had a place of its own would only confuse.
-  if (kind == SaveKind::chosen && m_known && place && place == m_autoSavedPlace && !m_editor.hasExplicitSavePath())
-    m_save->write.superseded = DocumentWrite::Superseded{*place, *m_known};
+  if (kind == SaveKind::chosen && m_watch.known() && place && place == m_autoSavedPlace &&
+      !m_editor.hasExplicitSavePath())
+    m_save->write.superseded = DocumentWrite::Superseded{*place, *m_watch.known()};
   Q_EMIT fileWillBeWritten(path, m_save->write.map, kind == SaveKind::automatic);
+  m_watch.beginWrite();
   m_save->written = runBeside(
       m_services.pool, [write = m_save->write, &writer = m_services.writer] { return writeDocument(write, writer); });
   if (m_services.pool == nullptr) return endSave(m_save->written.result());
@@ -46,10 +49,11 @@ void DocumentSession::endSave(const WrittenDocument& written) {
   m_lastSave = written.outcome;
   if (written.outcome.isDone()) {
     keep(save.write);
-    m_known = written.state;
-  } else if (written.change == FileChange::folderGone && save.write.known) {
-    m_known = written.state;
+    m_watch.follow(save.write.path, written.state);
+  } else if (written.change != FileChange::none && save.write.path == m_editor.lastSavedFilePath()) {
+    m_watch.found({written.change, written.state});
   }
+  m_watch.endWrite();
   const QPointer<DocumentSession> guard(this);
   switch (save.kind) {
     case SaveKind::byHand:
@@ -97,7 +101,7 @@ void DocumentSession::keep(const DocumentWrite& write) {
 }
 
 std::optional<FileState> DocumentSession::knownOrGone() const {
-  std::optional<FileState> known = m_known;
+  std::optional<FileState> known = m_watch.known();
   if (known) known->mayBeMissing = true;
   return known;
 }
@@ -168,15 +172,17 @@ void DocumentSession::autoSaveAfter(std::chrono::milliseconds delay) {
 }
 
 void DocumentSession::setAutoSaveProblem(const QString& problem) {
-  if (std::exchange(m_autoSaveProblem, problem) != problem) Q_EMIT autoSaveProblemChanged();
+  m_autoSaveProblem = problem;
+  refreshTrouble();
 }
 
 void DocumentSession::autoSave() {
-  if (!m_editor.isDirty()) return;
+  // What another program wrote waits for the person's decision.
+  if (!m_editor.isDirty() || m_watch.isForeign()) return;
   if (m_save)
     m_isAutoSaveWanted = true;
   else
-    beginAutoSave(m_known);
+    beginAutoSave(m_watch.known());
 }
 
 // A map without a place goes where nothing stands yet.
@@ -185,7 +191,7 @@ void DocumentSession::beginAutoSave(const std::optional<FileState>& known) {
   if (path)
     beginSave(SaveKind::automatic, *path, known);
   else
-    beginSave(SaveKind::automatic, freePathInDefaultFolder(), FileState{{}, 0, true});
+    beginSave(SaveKind::automatic, freePathInDefaultFolder(m_document.mindMap.title), FileState::absent());
 }
 
 void DocumentSession::endAutoSave(const Save& save, const Outcome& written) {
@@ -200,6 +206,7 @@ void DocumentSession::endAutoSave(const Save& save, const Outcome& written) {
   if (!save.takesPlace && written.reason() != m_autoSaveProblem)
     log(QStringLiteral("Quilmora: auto-save FAILED for %1: %2").arg(path, written.reason()));
   setAutoSaveProblem(written.reason());
+  if (m_watch.isForeign()) return;
   // What the disk does not take now it may take later, so a failure is no reason to stop: tried again by and by, until
   // the map is written or replaced.
   autoSaveAfter(m_retryDelay);
@@ -225,7 +232,8 @@ Outcome DocumentSession::writePendingChanges() {
 Outcome DocumentSession::keepBeforeImport() {
   waitForSaves();
   if (!hasUnkeptChanges()) return Outcome::done();
-  return m_editor.lastSavedFilePath() ? writePendingChanges() : writeCopy(freePathInDefaultFolder());
+  return m_editor.lastSavedFilePath() ? writePendingChanges()
+                                      : writeCopy(freePathInDefaultFolder(m_document.mindMap.title));
 }
 
 // There is no later chance: changes that the map's own place does not take, such as a disk that was pulled out, go into
@@ -246,7 +254,7 @@ void DocumentSession::saveForQuit() {
 }
 
 DocumentSession::RescueCopy DocumentSession::writeRescueCopy() {
-  const QString place = freePathInDefaultFolder();
+  const QString place = freePathInDefaultFolder(m_document.mindMap.title);
   Outcome written = writeCopy(place);
   log(written.isDone() ? QStringLiteral("Quilmora: saved a rescue copy to ") + place
                        : QStringLiteral("Quilmora: rescue copy FAILED: ") + written.reason());
@@ -256,7 +264,7 @@ DocumentSession::RescueCopy DocumentSession::writeRescueCopy() {
 // Beside the document's own file, which stays its place.
 Outcome DocumentSession::writeCopy(const QString& path) {
   waitForSaves();
-  const DocumentWrite write{m_editor.mindMap(), path, FileState{{}, 0, true}, {}};
+  const DocumentWrite write{m_editor.mindMap(), path, FileState::absent(), {}, {}};
   Q_EMIT fileWillBeWritten(path, write.map, true);
   Outcome written = writeDocument(write, m_services.writer).outcome;
   if (!written.isDone()) return written;
@@ -272,11 +280,11 @@ QString DocumentSession::createdDefaultFolder() const {
   return m_services.defaultFolder;
 }
 
-QString DocumentSession::freePathInDefaultFolder() const {
+QString DocumentSession::freePathInDefaultFolder(const QString& title) const {
   const QDir folder(createdDefaultFolder());
-  const QString title = m_document.mindMap.title.isEmpty() ? QStringLiteral("Untitled") : m_document.mindMap.title;
-  QString path = folder.filePath(documentFileName(title));
-  for (int number = 1; QFileInfo::exists(path); ++number) path = folder.filePath(documentFileName(title, number));
+  const QString name = title.isEmpty() ? QStringLiteral("Untitled") : title;
+  QString path = folder.filePath(documentFileName(name));
+  for (int number = 1; QFileInfo::exists(path); ++number) path = folder.filePath(documentFileName(name, number));
   return path;
 }
 

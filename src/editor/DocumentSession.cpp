@@ -37,6 +37,7 @@ bool fileExists(const QString& path) {
 DocumentSession::DocumentSession(MindMapViewModel& editor, Services services)
     : m_editor(editor),
       m_services(std::move(services)),
+      m_watch(m_services.scheduler, m_services.pool),
       m_document(m_services.editor.clock),
       m_quitSubscription(m_services.notifications.observe(Notification::autoSaveBeforeQuit,
                                                           [this](const QVariant&) { saveForQuit(); })) {
@@ -44,6 +45,7 @@ DocumentSession::DocumentSession(MindMapViewModel& editor, Services services)
   m_keptMap = m_editor.mindMap();
   connect(&m_editor, &MindMapViewModel::mindMapChanged, this, &DocumentSession::documentFollowsEditor);
   connect(&m_editor, &MindMapViewModel::isDirtyChanged, this, &DocumentSession::dirtyFlagWasSet);
+  connect(&m_watch, &DocumentWatch::changed, this, &DocumentSession::fileMayHaveChanged);
   dirtyFlagWasSet();
 }
 
@@ -170,13 +172,13 @@ void DocumentSession::startWith(const MindMap& map) {
   ++m_installCount;
   Q_EMIT mapWillBeReplaced(m_editor.mindMap());
   m_keptMap = map;
-  m_known.reset();
+  m_watch.forget();
   m_autoSavedPlace.reset();
   m_retryDelay = firstRetryDelay;
-  setAutoSaveProblem({});
   m_editor.startWith(map);
   // A topic of the earlier map would be a parent for new ones.
   m_editor.clearSelection();
+  setAutoSaveProblem({});
   zoomToFitAfter(zoomDelayAfterOpen);
 }
 
@@ -185,14 +187,17 @@ void DocumentSession::install(const ReadDocument& document, const QString& path)
   Q_EMIT mapWillBeReplaced(m_editor.mindMap());
   m_document.mindMap = document.map;
   m_keptMap = document.map;
-  // A package cannot be written to, and nothing of it overwritten.
-  m_known = documentFileAt(path) == path ? std::optional(document.state) : std::nullopt;
   m_editor.beginOtherDocument();
   m_autoSavedPlace.reset();
   m_editor.setMindMap(document.map);
   m_editor.clearHistory();
   m_editor.recordSaveLocation(path, true);
   m_services.recentFiles.add(path);
+  // A package cannot be written to, and nothing of it overwritten.
+  if (documentFileAt(path) == path)
+    m_watch.follow(path, document.state);
+  else
+    m_watch.forget();
   m_retryDelay = firstRetryDelay;
   setAutoSaveProblem({});
   Q_EMIT documentInstalled();

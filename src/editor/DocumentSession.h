@@ -7,6 +7,8 @@
 #include <QObject>
 #include <QString>
 
+#include "editor/DocumentTrouble.h"
+#include "editor/DocumentWatch.h"
 #include "editor/DocumentWriting.h"
 #include "editor/MindMapViewModel.h"
 #include "model/DocumentStream.h"
@@ -89,6 +91,14 @@ class DocumentSession : public QObject {
   void waitForSaves();
   // Why the last auto-save failed, or an empty text where nothing waits to be written.
   const QString& autoSaveProblem() const { return m_autoSaveProblem; }
+  // What keeps the map from being saved, be it that another program changed the file. Nothing is written over such a
+  // file until the person decides: reload() shows it, as one step of the history; keepMine() writes the open map in its
+  // place; saving as another file leaves it alone. Whichever version makes way stays as a copy in the default folder.
+  const DocumentTrouble& trouble() const { return m_trouble; }
+  void reload();
+  void keepMine();
+  // Looks whether another program changed the file, beside what the system tells of it.
+  void lookAtFile() { m_watch.look(); }
   // The last document is not reopened when its opening or drawing ended the program before: reopeningDoubted() asks.
   void reopenLastDocument();
   void reopenAllTheSame();
@@ -100,11 +110,11 @@ class DocumentSession : public QObject {
   void errorRaised(const QString& message);
   // The document was not opened, because the changes of the open one cannot be written.
   void changesNotKept(const QString& path, const QString& reason);
-  void autoSaveProblemChanged();
+  void troubleChanged();
   // A file is about to be written over or made, with `map`; by itself where nobody asked for it.
   void fileWillBeWritten(const QString& path, const MindMap& map, bool isAutomatic);
   // `map` stands whole in the file at `path`, where the session had put or found `before` last; every save, auto-save
-  // and rescue copy tells it, when all flags are set.
+  // and rescue copy tells it, and a reload, when all flags are set.
   void fileWritten(const QString& path, const MindMap& before, const MindMap& map);
   // Another map takes the place of `before`, which may have changes that no file holds.
   void mapWillBeReplaced(const MindMap& before);
@@ -132,7 +142,17 @@ class DocumentSession : public QObject {
     QFuture<WrittenDocument> written;
   };
 
+  struct Reloaded {
+    Outcome outcome = Outcome::done();
+    ReadDocument document;
+    QString copyOfMine;
+  };
+
   void documentFollowsEditor();
+  void fileMayHaveChanged();
+  void refreshTrouble();
+  static Reloaded readAnew(const QString& path, const std::optional<DocumentWrite>& mine, FileWriter& writer);
+  void endReload(const Reloaded& reloaded);
   void dirtyFlagWasSet();
   void autoSaveAfter(std::chrono::milliseconds delay);
   void setAutoSaveProblem(const QString& problem);
@@ -141,7 +161,8 @@ class DocumentSession : public QObject {
   void endOpening();
   void reopen(const LastDocument& last);
   QString createdDefaultFolder() const;
-  void beginSave(SaveKind kind, const QString& path, const std::optional<FileState>& known);
+  void beginSave(SaveKind kind, const QString& path, const std::optional<FileState>& known,
+                 const QString& otherVersion = {});
   void endSave(const WrittenDocument& written);
   void beginNextSave();
   void beginAutoSave(const std::optional<FileState>& known);
@@ -153,7 +174,8 @@ class DocumentSession : public QObject {
   std::optional<FileState> knownOrGone() const;
   // `reason` tells why the user is asked.
   void askAndSave(const QString& reason);
-  QString freePathInDefaultFolder() const;
+  // The path of the first file of this name that is not there.
+  QString freePathInDefaultFolder(const QString& title) const;
   Outcome keepBeforeImport();
   Outcome writePendingChanges();
   void saveForQuit();
@@ -168,9 +190,12 @@ class DocumentSession : public QObject {
 
   MindMapViewModel& m_editor;
   Services m_services;
+  DocumentWatch m_watch;
+  DocumentTrouble m_trouble;
+  QString m_reloadProblem;
+  bool m_isReloading = false;
   MindMapDocument m_document;
   MindMap m_keptMap;                        // as last read or written
-  std::optional<FileState> m_known;         // the document's file as it was then
   std::optional<QString> m_autoSavedPlace;  // in the default folder, where this session put the map unasked
   std::optional<Save> m_save;               // under way
   quint64 m_saveCount = 0;

@@ -8,6 +8,7 @@
 #include "model/DocumentStream.h"
 #include "platform/ContentHash.h"
 #include "platform/FileWriter.h"
+#include "platform/RegularFile.h"
 
 namespace quilmora {
 
@@ -32,11 +33,28 @@ void removeSuperseded(const DocumentWrite& write) {
   if (compareFile(state, path).change == FileChange::none) QFile::remove(path);
 }
 
+Outcome keepOtherVersion(const DocumentWrite& write, FileWriter& writer) {
+  if (write.otherVersion.isEmpty() || !QFileInfo(write.path).isFile()) return Outcome::done();
+  constexpr std::size_t pieceSize = std::size_t{1} << 20;
+  try {
+    RegularFile file(QFile::encodeName(write.path));
+    const std::unique_ptr<FileStream> copy = writer.stream(write.otherVersion);
+    const auto piece = std::make_unique<char[]>(pieceSize);
+    for (std::size_t count = 0; (count = file.read(piece.get(), pieceSize)) > 0;)
+      if (!copy->append(piece.get(), static_cast<qsizetype>(count))) break;
+    return copy->commit();
+  } catch (const FileReadError& error) {
+    return Outcome::failed(QStringLiteral("The other version cannot be kept: %1.").arg(error.message()));
+  }
+}
+
 void writeWhole(const DocumentWrite& write, FileWriter& writer, WrittenDocument& written) {
   if (const Outcome consent = consentTo(write, written); !consent.isDone()) {
     written.outcome = refusedWrite(write.path, consent.reason());
     return;
   }
+  written.outcome = keepOtherVersion(write, writer);
+  if (!written.outcome.isDone()) return;
   const std::unique_ptr<FileStream> stream = writer.stream(write.path);
   ContentHash hash;
   streamDocument(write.map, [&](std::string_view piece) {
@@ -44,7 +62,10 @@ void writeWhole(const DocumentWrite& write, FileWriter& writer, WrittenDocument&
     return stream->append(piece.data(), static_cast<qsizetype>(piece.size()));
   });
   written.outcome = stream->commitWith([&] { return consentTo(write, written); });
-  if (!written.outcome.isDone()) return;
+  if (!written.outcome.isDone()) {
+    if (!write.otherVersion.isEmpty()) QFile::remove(write.otherVersion);
+    return;
+  }
   written.change = FileChange::none;
   written.state = {stampOf(write.path), hash.value()};
   // Who replaced it at once is told by the next comparison.
@@ -71,6 +92,7 @@ QString sentenceOf(FileChange change) {
   switch (change) {
     case FileChange::none:
     case FileChange::folderGone:
+    case FileChange::madeReadOnly:
       return {};
     case FileChange::removed:
       return QStringLiteral("Another program has removed or renamed it.");

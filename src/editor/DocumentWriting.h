@@ -25,6 +25,8 @@ struct DocumentWrite {
     FileState state;
   };
   std::optional<Superseded> superseded;
+  // Where the version that is replaced is kept first; empty where nobody would miss it.
+  QString otherVersion;
 };
 
 struct WrittenDocument {

@@ -33,8 +33,6 @@ constexpr QLatin1String documentName("document.json");
 
 PaddedText readWhole(const QByteArray& path) try {
   RegularFile file(path, QStringLiteral("this folder holds no document.json"));
-  const auto tooLarge = [] { return DocumentError(QStringLiteral("the file is too large")); };
-  if (file.size() > PaddedText::maxSize) throw tooLarge();
   // One byte more than expected, so that a file that has not grown ends within the first round.
   std::size_t capacity = static_cast<std::size_t>(file.size()) + 1;
   PaddedText text = PaddedText::withCapacity(capacity);
@@ -43,7 +41,6 @@ PaddedText readWhole(const QByteArray& path) try {
     if (count == 0) return text;
     text.size += count;
     if (text.size < capacity) continue;
-    if (capacity > PaddedText::maxSize) throw tooLarge();
     capacity *= 2;
     PaddedText larger = PaddedText::withCapacity(capacity);
     std::memcpy(larger.bytes.get(), text.bytes.get(), text.size);

@@ -1,9 +1,9 @@
 #include "model/DocumentReader.h"
 
-#include <algorithm>
-#include <cstring>
+#include <array>
 
-#include "model/JsonDiagnosis.h"
+#include "model/DocumentWindows.h"
+#include "model/JsonParsing.h"
 #include "model/JsonRecord.h"
 #include "model/PaddedText.h"
 
@@ -13,11 +13,9 @@ namespace {
 
 using namespace json;
 
-static_assert(PaddedText::padding >= simdjson::SIMDJSON_PADDING);
-static_assert(PaddedText::maxSize < simdjson::SIMDJSON_MAXSIZE_BYTES);
-
 constexpr auto mapKeys = keyList("canvas", "createdAt", "edges", "hierarchical", "layout", "nodes", "regions",
                                  "relationships", "title", "updatedAt", "version");
+constexpr std::array<std::string_view, 4> recordArrays{"edges", "nodes", "regions", "relationships"};
 // An older reference to a picture, "imageRef", may stand in a node; it is no field and is left alone like an unknown
 // key.
 constexpr auto nodeKeys =
@@ -36,6 +34,24 @@ constexpr auto hierarchicalKeys = keyList("decayFunction", "edgeSizing", "leafEd
 
 class MapReader {
  public:
+  MindMap readText(PaddedText text, std::size_t windowSize) {
+    if (text.size <= windowSize) return readMap(parseWhole(std::move(text)).root());
+    MindMap records;
+    const auto receive = [&](std::string_view key, simdjson::dom::array items) {
+      // Its texts went with the window of before.
+      m_pool = TextPool();
+      readItems(key, items, records);
+    };
+    const simdjson::dom::document rest = parseInWindows(std::move(text), recordArrays, windowSize, receive);
+    m_pool = TextPool();
+    MindMap map = readMap(rest.root());
+    map.nodes = records.nodes;
+    map.edges = records.edges;
+    map.relationships = records.relationships;
+    map.regions = records.regions;
+    return map;
+  }
+
   MindMap readMap(simdjson::dom::element root) {
     const Record record(Field{root, Place()}, mapKeys);
     MindMap map;
@@ -73,9 +89,27 @@ class MapReader {
  private:
   template <class T>
   void readArray(const Field& field, SharedArray<T>& items, T (MapReader::*read)(const Field&)) {
-    std::size_t index = 0;
-    for (const simdjson::dom::element value : asArray(field))
-      items.append((this->*read)(Field{value, Place(field.place, index++)}));
+    appendItems(asArray(field), field.place, items, read);
+  }
+
+  template <class T>
+  void appendItems(simdjson::dom::array values, const Place& place, SharedArray<T>& items,
+                   T (MapReader::*read)(const Field&)) {
+    for (const simdjson::dom::element value : values)
+      items.append((this->*read)(Field{value, Place(place, items.size())}));
+  }
+
+  void readItems(std::string_view key, simdjson::dom::array values, MindMap& map) {
+    const Place whole;
+    const Place place(whole, key);
+    if (key == "nodes")
+      appendItems(values, place, map.nodes, &MapReader::readNode);
+    else if (key == "edges")
+      appendItems(values, place, map.edges, &MapReader::readEdge);
+    else if (key == "relationships")
+      appendItems(values, place, map.relationships, &MapReader::readRelationship);
+    else
+      appendItems(values, place, map.regions, &MapReader::readRegion);
   }
 
   QString pooledText(const Field& field) { return m_pool.shared(asUtf8(field)); }
@@ -180,71 +214,18 @@ class MapReader {
   TextPool m_pool;
 };
 
-PaddedText padded(std::string_view bytes) {
-  PaddedText text = PaddedText::withCapacity(bytes.size());
-  if (!bytes.empty()) std::memcpy(text.bytes.get(), bytes.data(), bytes.size());
-  text.size = bytes.size();
-  return text;
-}
-
-// The text with its overlong whole numbers, which the parser refuses, written as reals.
-PaddedText withRealNumbers(const PaddedText& text, const std::vector<std::size_t>& ends) {
-  const std::string_view before = text.view();
-  std::string after;
-  after.reserve(before.size() + 2 * ends.size());
-  std::size_t at = 0;
-  for (const std::size_t end : ends) {
-    after += before.substr(at, end - at);
-    after += "e0";
-    at = end;
-  }
-  after += before.substr(at);
-  return padded(after);
-}
-
-simdjson::error_code parse(const PaddedText& text, simdjson::dom::document& document) {
-  const std::size_t capacity = std::max<std::size_t>(text.size, 64);
-  simdjson::dom::parser parser;
-  auto error = parser.allocate(capacity, deepestNesting);
-  if (error == simdjson::SUCCESS) error = document.allocate(capacity);
-  if (error != simdjson::SUCCESS) return error;
-  adviseLargePages(document.tape.get(), capacity * sizeof(document.tape[0]));
-  adviseLargePages(document.string_buf.get(), capacity);
-  return parser.parse_into_document(document, text.bytes.get(), text.size, false).error();
-}
-
-// The whole text as values. Throws DocumentError unless it is one JSON value.
-simdjson::dom::document parseWhole(PaddedText text) {
-  if (text.size > PaddedText::maxSize) throw DocumentError(QStringLiteral("the file is too large"));
-  if (text.view().starts_with("\xEF\xBB\xBF"))
-    throw DocumentError(QStringLiteral("the file begins with a byte-order mark"));
-  simdjson::dom::document document;
-  auto error = parse(text, document);
-  if (error == simdjson::MEMALLOC || error == simdjson::CAPACITY)
-    throw DocumentError(QStringLiteral("the file is too large for the memory of this machine"));
-  if (error != simdjson::SUCCESS) {
-    const std::vector<std::size_t> longNumbers = diagnose(text.view());
-    if (!longNumbers.empty()) {
-      text = withRealNumbers(text, longNumbers);
-      error = parse(text, document);
-    }
-  }
-  if (error != simdjson::SUCCESS)
-    throw DocumentError(QStringLiteral("not a JSON text (%1)").arg(QLatin1String(simdjson::error_message(error))));
-  return document;
-}
-
 PaddedText padded(const QByteArray& bytes) {
-  if (static_cast<std::size_t>(bytes.size()) > PaddedText::maxSize)
-    throw DocumentError(QStringLiteral("the file is too large"));
-  return padded(std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
+  return PaddedText::copyOf({bytes.constData(), static_cast<std::size_t>(bytes.size())});
 }
 
 }  // namespace
 
+MindMap decodePadded(PaddedText text, std::size_t windowSize) {
+  return MapReader().readText(std::move(text), windowSize);
+}
+
 MindMap decodePadded(PaddedText text) {
-  const simdjson::dom::document document = parseWhole(std::move(text));
-  return MapReader().readMap(document.root());
+  return decodePadded(std::move(text), documentWindow);
 }
 
 MindMap decodeDocument(const QByteArray& json) {

@@ -50,7 +50,8 @@ bool isOverflow(std::string_view number) {
 
 class Scanner {
  public:
-  Scanner(std::string_view text, std::size_t deepest) : m_text(text), m_deepest(deepest) {}
+  Scanner(std::string_view text, std::size_t deepest, TextOrigin origin)
+      : m_text(text), m_deepest(deepest), m_origin(origin) {}
 
   std::vector<std::size_t> scan() {
     checkEncoding();
@@ -69,7 +70,7 @@ class Scanner {
   [[noreturn]] void fail(const QString& cause) const { failAt(m_at, cause); }
   [[noreturn]] void failAt(std::size_t at, const QString& cause) const {
     const std::string_view before = m_text.substr(0, at);
-    const auto line = std::count(before.begin(), before.end(), '\n') + 1;
+    const auto line = m_origin.lines + static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n')) + 1;
     const std::string_view start = before.substr(before.rfind('\n') + 1);
     const auto column = std::count_if(start.begin(), start.end(), [](char c) { return !isContinuation(c); }) + 1;
     throw DocumentError(QStringLiteral("line %1, column %2: %3").arg(line).arg(column).arg(cause));
@@ -93,7 +94,7 @@ class Scanner {
   void checkEncoding() const {
     for (std::size_t at = 0; at < m_text.size();) {
       const std::size_t length = sequenceLength(m_text.substr(at, 4));
-      if (length == 0) throw DocumentError(QStringLiteral("invalid UTF-8 at byte %1").arg(at));
+      if (length == 0) throw DocumentError(QStringLiteral("invalid UTF-8 at byte %1").arg(m_origin.bytes + at));
       at += length;
     }
   }
@@ -221,6 +222,7 @@ class Scanner {
 
   std::string_view m_text;
   std::size_t m_deepest;
+  TextOrigin m_origin;
   std::size_t m_at = 0;
   std::string m_open;
   std::vector<std::size_t> m_longNumbers;
@@ -228,8 +230,8 @@ class Scanner {
 
 }  // namespace
 
-std::vector<std::size_t> diagnose(std::string_view text, std::size_t deepest) {
-  return Scanner(text, deepest).scan();
+std::vector<std::size_t> diagnose(std::string_view text, std::size_t deepest, TextOrigin origin) {
+  return Scanner(text, deepest, origin).scan();
 }
 
 }  // namespace quilmora::json

@@ -9,9 +9,15 @@ namespace quilmora::json {
 // How deeply a document may nest arrays and objects; ours use six levels.
 constexpr std::size_t deepestNesting = 1024;
 
+// Where a part of a text begins, for the places that faults are told at.
+struct TextOrigin {
+  std::size_t lines = 0;  // that end before it
+  std::size_t bytes = 0;
+};
+
 // Finds the first fault of a text that the parser refused, and throws DocumentError with its line, column and cause.
 // Where the text is sound JSON, answers the end positions of its whole numbers of more than 18 digits, which the parser
 // cannot take. Nesting beyond `deepest` levels is a fault. Linear time, no recursion.
-std::vector<std::size_t> diagnose(std::string_view text, std::size_t deepest = deepestNesting);
+std::vector<std::size_t> diagnose(std::string_view text, std::size_t deepest = deepestNesting, TextOrigin origin = {});
 
 }  // namespace quilmora::json

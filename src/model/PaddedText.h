@@ -10,19 +10,20 @@ namespace quilmora {
 // Bytes with room behind them, because the JSON parser reads a little beyond the end.
 struct PaddedText {
   static constexpr std::size_t padding = 64;
-  // A document of 500,000 topics has about as much. Reading a hostile text takes up to 13 times its size in memory, so
-  // that what the parser itself could take (4 GB) would take the whole machine.
-  static constexpr std::size_t maxSize = std::size_t{512} << 20;
-
   struct Free {
     void operator()(char* block) const { std::free(block); }
   };
 
   std::unique_ptr<char[], Free> bytes;
   std::size_t size = 0;
+  std::size_t forgotten = 0;
 
   // Room for `capacity` bytes and the padding, not zeroed. Throws DocumentError when memory runs out.
   static PaddedText withCapacity(std::size_t capacity);
+  static PaddedText copyOf(std::string_view text);
+  // Gives the memory of what stands before `end` back to the system, but for a large page or two; it reads as zeros
+  // from then on.
+  void forgetUntil(std::size_t end);
   std::string_view view() const { return {bytes.get(), size}; }
 };
 

@@ -35,6 +35,11 @@ bool hasFolder(const QByteArray& path) {
 
 }  // namespace
 
+// The system lets an administrator write what everybody's writing was taken from; we don't.
+bool isWritable(const char* path, unsigned permissions) {
+  return (permissions & (S_IWUSR | S_IWGRP | S_IWOTH)) != 0 && ::access(path, W_OK) == 0;
+}
+
 bool FileStamp::isSameFile(const FileStamp& other) const {
   return kind == other.kind && device == other.device && inode == other.inode && size == other.size &&
          modified == other.modified;
@@ -56,6 +61,7 @@ FileStamp stampOf(const QString& path) {
     if (::stat(bytes.constData(), &status) != 0) return stamp;
   }
   fill(stamp, status);
+  stamp.isWritable = isWritable(bytes.constData(), status.st_mode);
   return stamp;
 }
 
@@ -82,18 +88,20 @@ FileComparison compareFile(const FileState& known, const QString& path) {
   FileState& now = comparison.now;
   now.stamp = stampOf(path);
   now.contentHash = known.contentHash;
-  if (now.stamp == known.stamp) {
-    now.mayBeMissing = known.mayBeMissing;
-    return comparison;
-  }
   const auto answer = [&](FileChange change) {
     comparison.change = change;
     return comparison;
   };
+  if (now.stamp.kind == FileStamp::Kind::folderMissing) {
+    now.mayBeMissing = true;
+    return answer(FileChange::folderGone);
+  }
+  if (now.stamp == known.stamp) {
+    now.mayBeMissing = known.mayBeMissing;
+    return comparison;
+  }
   switch (now.stamp.kind) {
     case FileStamp::Kind::folderMissing:
-      now.mayBeMissing = true;
-      return answer(FileChange::folderGone);
     case FileStamp::Kind::missing:
       if (now.stamp.link != known.stamp.link && !now.stamp.link.isEmpty()) return answer(FileChange::becameLink);
       now.mayBeMissing = known.mayBeMissing;
@@ -113,7 +121,7 @@ FileComparison compareFile(const FileState& known, const QString& path) {
     now.contentHash = hash.value_or(0);
     return answer(FileChange::changed);
   }
-  return comparison;
+  return answer(known.stamp.isWritable && !now.stamp.isWritable ? FileChange::madeReadOnly : FileChange::none);
 }
 
 }  // namespace quilmora

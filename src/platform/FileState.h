@@ -19,6 +19,7 @@ struct FileStamp {
   std::int64_t size = 0;
   std::int64_t modified = 0;  // nanoseconds
   std::int64_t changed = 0;   // the same of the file's place, name or permissions
+  bool isWritable = false;
 
   bool operator==(const FileStamp&) const = default;
   // Whether both are of one file with one content, wherever it was moved since.
@@ -26,6 +27,8 @@ struct FileStamp {
 };
 
 FileStamp stampOf(const QString& path);
+// Whether this user may write the file, of these permissions; one that nobody may write is protected from everybody.
+bool isWritable(const char* path, unsigned permissions);
 FileStamp stampOf(int descriptor);
 // The hash of the content; nothing where it cannot be read.
 std::optional<std::uint64_t> contentHashAt(const QString& path);
@@ -36,10 +39,13 @@ struct FileState {
   std::uint64_t contentHash = 0;
   // Nobody but this program would miss the file: its folder had gone, or it was never there.
   bool mayBeMissing = false;
+
+  // Where no file is, and none is expected.
+  static FileState absent() { return {{}, 0, true}; }
 };
 
 // What other programs did to a file since.
-enum class FileChange { none, folderGone, removed, becameLink, changed };
+enum class FileChange { none, folderGone, madeReadOnly, removed, becameLink, changed };
 
 struct FileComparison {
   FileChange change = FileChange::none;

@@ -129,7 +129,8 @@ class WholeFileWrite {
     if (S_ISDIR(status.st_mode)) return Outcome::failed(QStringLiteral("There is a folder of this name."));
     if (!S_ISREG(status.st_mode)) return Outcome::failed(QStringLiteral("It is not a regular file."));
     // Renaming over it needs no permission on the file itself, but who protected it did not want it replaced.
-    if (::access(m_path.constData(), W_OK) != 0) {
+    errno = 0;
+    if (!isWritable(m_path.constData(), status.st_mode)) {
       return errno == EROFS ? failure()
                             : Outcome::failed(QStringLiteral("You have no permission to change this file."));
     }

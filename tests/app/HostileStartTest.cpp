@@ -1,5 +1,5 @@
 #include "app/AppFixture.h"
-#include "app/window/StatusLine.h"
+#include "app/window/DocumentBar.h"
 #include "platform/OpeningMark.h"
 
 namespace quilmora::test {
@@ -52,18 +52,19 @@ TEST_F(HostileStartTest, ADocumentThatEndedTheProgramIsNotReopened) {
   EXPECT_EQ(editor().mindMap().title, QStringLiteral("Bomb"));
 }
 
-TEST_F(HostileStartTest, TheStatusLineTellsQuietlyThatNothingIsSaved) {
+TEST_F(HostileStartTest, ABarTellsQuietlyThatNothingIsSaved) {
   QDir().mkpath(path("folder"));
   startMarked({writtenMap("folder/Plan.mindmap", "Plan")});
   ASSERT_TRUE(QDir(path("folder")).removeRecursively());
   editor().createFreeNode(10, 10);
   m_scheduler.advance(5s);
-  EXPECT_TRUE(
-      window().statusLine().notice().startsWith(QStringLiteral("Not saved: “Plan.mindmap” could not be written.")));
+  EXPECT_EQ(window().documentBar().text(),
+            QStringLiteral("The folder of “Plan.mindmap” is gone. The map is saved when it is back."));
+  EXPECT_TRUE(window().documentBar().isVisible());
   EXPECT_EQ(m_alerts.messages, QStringList());
   QDir().mkpath(path("folder"));
   m_scheduler.advance(10s);
-  EXPECT_EQ(window().statusLine().notice(), QString());
+  EXPECT_FALSE(window().documentBar().isVisible());
   EXPECT_FALSE(editor().isDirty());
 }
 

@@ -25,6 +25,7 @@
 #include "app/outline/OutlineView.h"
 #include "app/palette/PaletteOpener.h"
 #include "app/versions/WindowKeeping.h"
+#include "app/window/DocumentBar.h"
 #include "app/window/FocusWalk.h"
 #include "app/window/PresentationScreen.h"
 #include "app/window/Sidebar.h"
@@ -95,10 +96,7 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
   connect(&m_session, &DocumentSession::changesNotKept, this, &MainWindow::askHowToKeep);
   connect(&m_session, &DocumentSession::reopeningDoubted, this, &MainWindow::askToReopen);
   connect(&m_session, &DocumentSession::documentInstalled, this, &MainWindow::waitUntilShown);
-  connect(&m_session, &DocumentSession::autoSaveProblemChanged, this, [this] {
-    const QString& problem = m_session.autoSaveProblem();
-    m_statusLine->setNotice(problem.isEmpty() ? QString() : QStringLiteral("Not saved: ") + problem);
-  });
+  receiveDocumentBar();
   connect(&m_import, &ImportFlow::errorRaised, this, showError);
   if (m_keeping) connect(m_keeping.get(), &WindowKeeping::errorRaised, this, showError);
   connect(&m_images, &NodeImages::errorRaised, this, showError);
@@ -152,18 +150,19 @@ void MainWindow::buildContent() {
   m_inspector =
       new InspectorPanel({look, m_editor, m_notifications, m_machine.scheduler, m_machine.settings}, m_content);
   connect(m_inspector, &InspectorPanel::keyboardReleased, m_canvas, [this] { m_canvas->setFocus(); });
-  m_content->setParts({m_toolbar, m_sidebar, m_canvas, m_statusLine, m_inspector});
+  m_documentBar = new DocumentBar(look, m_content);
+  m_content->setParts({m_toolbar, m_documentBar, m_sidebar, m_canvas, m_statusLine, m_inspector});
   const SettingsStore& settings = m_machine.settings;
   m_content->setWishes({settings.flag(settings::showSidebar).value_or(true),
                         settings.flag(settings::showInspector).value_or(true), std::nullopt});
   setCentralWidget(m_content);
   // The map stays where it is on the screen when a panel comes or goes beside it.
-  connect(m_content, &WindowContent::canvasShifted, this, [this](int distance) {
-    if (m_hasAppeared) m_editor.setCanvasOffset(m_editor.canvasOffset() - QPointF(distance, 0));
+  connect(m_content, &WindowContent::canvasShifted, this, [this](QPoint distance) {
+    if (m_hasAppeared) m_editor.setCanvasOffset(m_editor.canvasOffset() - QPointF(distance));
   });
   connect(m_content, &WindowContent::panelsChanged, this, &MainWindow::refreshShown);
   connect(m_content, &WindowContent::sidebarPushedAway, this, [this] { setShows(SidePanel::sidebar, false); });
-  new FocusWalk({m_toolbar, m_sidebar, m_canvas, m_inspector}, this);
+  new FocusWalk({m_toolbar, m_sidebar, m_documentBar, m_canvas, m_inspector}, this);
   connect(m_sidebar, &Sidebar::tabChosen, this, [this](SidebarTab tab) {
     m_sidebar->setActiveTab(tab);
     refreshShown();
@@ -254,6 +253,21 @@ void MainWindow::commitTyping() {
   m_canvas->commitTitleEdit();
   m_inspector->commitTyping();
   if (m_outline != nullptr) m_outline->finishRename();
+}
+
+void MainWindow::receiveDocumentBar() {
+  connect(&m_session, &DocumentSession::troubleChanged, m_documentBar,
+          [this] { m_documentBar->setTrouble(m_session.trouble()); });
+  const auto answer = [this](void (DocumentBar::*wanted)(), void (DocumentSession::*work)()) {
+    connect(m_documentBar, wanted, this, [this, work] {
+      commitTyping();
+      (m_session.*work)();
+      m_canvas->setFocus();
+    });
+  };
+  answer(&DocumentBar::reloadWanted, &DocumentSession::reload);
+  answer(&DocumentBar::keepMineWanted, &DocumentSession::keepMine);
+  answer(&DocumentBar::saveCopyWanted, &DocumentSession::saveDocumentAs);
 }
 
 bool MainWindow::showsSidebar() const {
@@ -417,6 +431,8 @@ void MainWindow::showEvent(QShowEvent* event) {
 void MainWindow::changeEvent(QEvent* event) {
   QMainWindow::changeEvent(event);
   if (event->type() == QEvent::WindowStateChange && m_content != nullptr) refreshShown();
+  // Where files lie on another machine, the system does not tell of their changes.
+  if (event->type() == QEvent::ActivationChange && isActiveWindow()) m_session.lookAtFile();
 }
 
 void MainWindow::keyPressEvent(QKeyEvent* event) {

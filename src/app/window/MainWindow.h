@@ -24,6 +24,7 @@ class Assistant;
 class CanvasCompanions;
 class CanvasView;
 class CommandActions;
+class DocumentBar;
 class ExportFlow;
 class InspectorPanel;
 class OnboardingView;
@@ -71,6 +72,7 @@ class MainWindow : public QMainWindow {
   OnboardingView* onboarding() const;
   PaletteOpener& paletteOpener() const { return *m_paletteOpener; }
   StatusLine& statusLine() const { return *m_statusLine; }
+  DocumentBar& documentBar() const { return *m_documentBar; }
 
   // What shows, which is what is wanted as far as there is room for it.
   bool showsSidebar() const;
@@ -96,6 +98,7 @@ class MainWindow : public QMainWindow {
   void receiveNotifications();
   // Puts what is being typed into the map.
   void commitTyping();
+  void receiveDocumentBar();
   void leaveMenuBar();
   void openMenuBar();
   void setShows(SidePanel panel, bool shows);
@@ -143,6 +146,7 @@ class MainWindow : public QMainWindow {
   Assistant* m_assistant = nullptr;
   ExportFlow* m_exportFlow = nullptr;
   StatusLine* m_statusLine = nullptr;
+  DocumentBar* m_documentBar = nullptr;
   InspectorPanel* m_inspector = nullptr;
   PresentationScreen* m_presentation = nullptr;
   SmartPasteView* m_smartPaste = nullptr;

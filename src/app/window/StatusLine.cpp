@@ -10,22 +10,13 @@ namespace quilmora {
 StatusLine::StatusLine(const Look& look, const EditorState& editor, QWidget* parent)
     : Ground(look, &Tokens::window, Qt::TopEdge, parent),
       m_editor(editor),
-      m_count(new TextLabel(look, QString(), &Tokens::secondary, look.font(), TextLabel::Overflow::elides, this)),
-      m_notice(new TextLabel(look, QString(), &Tokens::warning, look.font(), TextLabel::Overflow::elides, this)) {
+      m_count(new TextLabel(look, QString(), &Tokens::secondary, look.font(), TextLabel::Overflow::elides, this)) {
   setFixedHeight(metrics::statusLineHeight);
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(metrics::gapMedium, 0, metrics::gapMedium, 0);
   row->addWidget(m_count, 1);
-  row->addWidget(m_notice, 3);
-  m_notice->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-  m_notice->hide();
   connect(&editor, &EditorState::mindMapChanged, this, &StatusLine::refresh);
   refresh();
-}
-
-void StatusLine::setNotice(const QString& notice) {
-  m_notice->setPlainText(notice);
-  m_notice->setVisible(!notice.isEmpty());
 }
 
 void StatusLine::refresh() {

@@ -1,8 +1,10 @@
 #include "app/window/WindowContent.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "app/inspectors/InspectorPanel.h"
+#include "app/window/DocumentBar.h"
 #include "app/window/PanelEdge.h"
 #include "app/window/Sidebar.h"
 #include "app/window/StatusLine.h"
@@ -28,6 +30,7 @@ WindowContent::WindowContent(const Look& look, QWidget* parent)
 void WindowContent::setParts(const Parts& parts) {
   m_parts = parts;
   m_parts.canvas->setMinimumSize(metrics::canvasMinWidth, canvasMinHeight);
+  connect(m_parts.documentBar, &DocumentBar::changed, this, &WindowContent::arrange);
   arrange();
 }
 
@@ -73,13 +76,18 @@ void WindowContent::arrange() {
   const int left = places.sidebar && !places.floats ? sidebarWidth : 0;
   const int right = places.inspector && !places.floats ? inspectorWidth : 0;
   const int middle = std::max(metrics::canvasMinWidth, width() - left - right);
-  const int shift = left - m_parts.canvas->x();
+  const bool showsBar = m_parts.documentBar->isWanted() && !m_isBare;
+  const int barHeight = showsBar ? m_parts.documentBar->heightForWidth(middle) : 0;
+  const int canvasHeight = std::max(canvasMinHeight, height() - top - barHeight - bottom);
+  const QPoint shift = QPoint(left, top + barHeight) - m_parts.canvas->pos();
 
   m_parts.toolbar->setGeometry(0, 0, width(), metrics::toolbarHeight);
   m_parts.sidebar->setGeometry(0, top, sidebarWidth, height() - top);
   m_parts.inspector->setGeometry(width() - inspectorWidth, top, inspectorWidth, height() - top);
   m_parts.statusLine->setGeometry(left, height() - bottom, middle, metrics::statusLineHeight);
-  m_parts.canvas->setGeometry(left, top, middle, height() - top - bottom);
+  m_parts.documentBar->setGeometry(left, top, middle, barHeight);
+  m_parts.canvas->setGeometry(left, top + barHeight, middle, canvasHeight);
+  m_parts.documentBar->setVisible(showsBar);
   m_parts.toolbar->setVisible(!m_isBare);
   m_parts.statusLine->setVisible(!m_isBare);
   const bool changes = std::exchange(m_places, places) != places;
@@ -90,7 +98,7 @@ void WindowContent::arrange() {
   m_edge->setGeometry(sidebarWidth - PanelEdge::thickness / 2, top, PanelEdge::thickness, height() - top);
   m_edge->setVisible(places.sidebar && !places.floats);
   m_edge->raise();
-  if (shift != 0 && isVisible()) Q_EMIT canvasShifted(shift);
+  if (!shift.isNull() && isVisible()) Q_EMIT canvasShifted(shift);
   if (changes) Q_EMIT panelsChanged();
 }
 

@@ -5,6 +5,7 @@
 
 namespace quilmora {
 
+class DocumentBar;
 class InspectorPanel;
 class PanelEdge;
 class Sidebar;
@@ -20,6 +21,7 @@ class WindowContent : public Ground {
   // Become children of the content. All of them are given at once and never change.
   struct Parts {
     Toolbar* toolbar;
+    DocumentBar* documentBar;  // above the canvas while it is wanted
     Sidebar* sidebar;
     QWidget* canvas;
     StatusLine* statusLine;
@@ -42,8 +44,8 @@ class WindowContent : public Ground {
   void panelsChanged();
   // The user dragged the sidebar's edge to where there is no sidebar.
   void sidebarPushedAway();
-  // The left edge of the canvas moved by so many pixels because a panel came or went beside it, or grew.
-  void canvasShifted(int distance);
+  // The corner of the canvas moved by so many pixels because something came, went or grew beside or above it.
+  void canvasShifted(QPoint distance);
 
  protected:
   void resizeEvent(QResizeEvent* event) override;

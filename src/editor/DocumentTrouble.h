@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+
+namespace quilmora {
+
+class DocumentWatch;
+
+// What keeps the open map from being saved, and what can be done about it. Told quietly: nothing waits for an answer.
+struct DocumentTrouble {
+  QString text;  // empty without trouble
+  bool canReload = false;
+  bool canKeepMine = false;
+
+  bool operator==(const DocumentTrouble&) const = default;
+};
+
+// `autoSaveProblem` and `reloadProblem` are why these failed last, or empty.
+DocumentTrouble troubleOf(const QString& path, const DocumentWatch& watch, const QString& autoSaveProblem,
+                          const QString& reloadProblem);
+
+}  // namespace quilmora
