@@ -1,6 +1,7 @@
 #include "app/assistant/AIChatView.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -124,7 +125,14 @@ void AIChatView::followInput() {
 // Keys and servers may have come or gone since the chat was last in sight.
 void AIChatView::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
-  m_parts.provider.look();
+  m_isLookDue = true;
+}
+
+// Asking the desktop and the network waits until the window is there.
+void AIChatView::paintEvent(QPaintEvent*) {
+  if (!std::exchange(m_isLookDue, false)) return;
+  QMetaObject::invokeMethod(
+      this, [this] { m_parts.provider.look(); }, Qt::QueuedConnection);
 }
 
 void AIChatView::keyPressEvent(QKeyEvent* event) {

@@ -47,6 +47,7 @@ class AIChatView final : public QWidget {
 
  protected:
   void showEvent(QShowEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   bool focusNextPrevChild(bool next) override;
 
@@ -64,6 +65,7 @@ class AIChatView final : public QWidget {
   ChatList* m_list;
   SubmitField* m_input;
   IconButton* m_send;
+  bool m_isLookDue = false;
 };
 
 }  // namespace quilmora

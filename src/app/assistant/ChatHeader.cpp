@@ -23,11 +23,11 @@ ChatHeader::ChatHeader(const Look& look, ProviderState& provider, QWidget* paren
     : QWidget(parent),
       m_look(look),
       m_state(provider),
+      m_clear(new IconButton(look, QStringLiteral("trash"), tr("Clear chat"), this)),
       m_provider(new QToolButton(this)),
       m_warningSign(new SymbolLabel(look, QStringLiteral("exclamationmark.triangle.fill"), warningSignSize,
                                     &Tokens::warning, this)),
       m_settings(new QPushButton(tr("Settings"), this)),
-      m_clear(new IconButton(look, QStringLiteral("trash"), tr("Clear chat"), this)),
       m_warning(new TextLabel(look, QString(), &Tokens::warning, look.font(), TextLabel::Overflow::wraps, this)),
       m_destination(
           new TextLabel(look, QString(), &Tokens::secondary, look.font(), TextLabel::Overflow::elides, this)) {

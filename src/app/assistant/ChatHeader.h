@@ -38,10 +38,10 @@ class ChatHeader final : public QWidget {
 
   const Look& m_look;
   ProviderState& m_state;
+  IconButton* m_clear;
   QToolButton* m_provider;
   SymbolLabel* m_warningSign;
   QPushButton* m_settings;
-  IconButton* m_clear;
   TextLabel* m_warning;
   TextLabel* m_destination;
 };
