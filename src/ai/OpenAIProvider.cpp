@@ -1,7 +1,5 @@
 #include "ai/OpenAIProvider.h"
 
-#include <QJsonArray>
-
 #include "ai/Prompts.h"
 #include "ai/VendorReply.h"
 

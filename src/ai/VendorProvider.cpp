@@ -1,6 +1,5 @@
 #include "ai/VendorProvider.h"
 
-#include <QJsonArray>
 #include <QJsonDocument>
 
 #include "ai/ProviderCall.h"

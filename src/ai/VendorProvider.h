@@ -3,6 +3,7 @@
 #include <utility>
 #include <vector>
 
+#include <QJsonArray>
 #include <QJsonObject>
 
 #include "ai/AIProvider.h"

@@ -86,9 +86,13 @@ TEST_F(ChatListTest, TheMouseSelectsLettersAndWords) {
   hear(QStringLiteral("alpha beta"));
   ChatBubble* bubble = bubbles()[1];
   const QPoint start(ChatBubble::indent + 10, 12);
-  QTest::mousePress(bubble, Qt::LeftButton, {}, start);
-  QTest::mouseMove(bubble, start + QPoint(500, 0));
-  QTest::mouseRelease(bubble, Qt::LeftButton, {}, start + QPoint(500, 0));
+  const auto send = [&](QEvent::Type type, QPoint place, Qt::MouseButton button, Qt::MouseButtons held) {
+    QMouseEvent event(type, place, bubble->mapToGlobal(place), button, held, Qt::NoModifier);
+    QCoreApplication::sendEvent(bubble, &event);
+  };
+  send(QEvent::MouseButtonPress, start, Qt::LeftButton, Qt::LeftButton);
+  send(QEvent::MouseMove, start + QPoint(500, 0), Qt::NoButton, Qt::LeftButton);
+  send(QEvent::MouseButtonRelease, start + QPoint(500, 0), Qt::LeftButton, Qt::NoButton);
   EXPECT_EQ(bubble->selectedText(), QStringLiteral("alpha beta"));
   QTest::mouseDClick(bubble, Qt::LeftButton, {}, start + QPoint(3, 0));
   EXPECT_EQ(bubble->selectedText(), QStringLiteral("alpha"));
