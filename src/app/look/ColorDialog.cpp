@@ -20,9 +20,6 @@ constexpr QSize frameRoom(16, 48);
 
 // As a page of another dialog, to which it leaves Escape and Return.
 class ColorPage final : public QColorDialog {
- public:
-  explicit ColorPage(const QColor& color) : QColorDialog(color) {}
-
  protected:
   void keyPressEvent(QKeyEvent* event) override { event->ignore(); }
 };
@@ -39,11 +36,12 @@ class PageScroll final : public QScrollArea {
 }  // namespace
 
 ColorDialog::ColorDialog(const QString& title, const QColor& color, bool hasOpacity, QWidget* parent)
-    : QDialog(parent), m_colors(new ColorPage(color)) {
+    : QDialog(parent), m_colors(new ColorPage) {
   setWindowTitle(title);
   m_colors->setWindowFlags(Qt::Widget);
   m_colors->setOptions(QColorDialog::NoButtons | QColorDialog::DontUseNativeDialog);
   m_colors->setOption(QColorDialog::ShowAlphaChannel, hasOpacity);
+  m_colors->setCurrentColor(color);
   connect(m_colors, &QColorDialog::currentColorChanged, this, &ColorDialog::colorChanged);
 
   auto* scroll = new PageScroll(this);
