@@ -34,7 +34,7 @@ TEST_F(CommandKeysTest, TheKeyThatIsShownIsTheKeyThatWorks) {
   std::vector<NotificationCenter::Subscription> receivers;
   for (int value = 0; value < notificationCount(); ++value)
     receivers.push_back(notifications().observe(static_cast<Notification>(value), [](const QVariant&) {}));
-  // These four are the text field's or the canvas's own, and have tests of their own; the fifth is not there yet.
+  // These four are the text field's or the canvas's own, and have tests of their own; the fifth opens another window.
   const QSet<QString> elsewhere = {QStringLiteral("cut"), QStringLiteral("copy"), QStringLiteral("paste"),
                                    QStringLiteral("selectAll"), QStringLiteral("settings")};
   int count = 0;

@@ -41,6 +41,11 @@ const std::vector<ProviderState::Provider>& ProviderState::providers() {
 ProviderState::ProviderState(AIBackEnds backEnds, SettingsStore& settings)
     : m_backEnds(std::move(backEnds)), m_settings(settings) {
   connect(&m_backEnds.keys, &KeyStore::changed, this, &ProviderState::changed);
+  connect(&settings.changes(), &SettingsChanges::changed, this, [this](const QString& key) {
+    if (key != settings::aiProvider) return;
+    look();
+    Q_EMIT changed();
+  });
 }
 
 const ProviderState::Provider& ProviderState::provider() const {
@@ -91,9 +96,8 @@ std::vector<ProviderState::Row> ProviderState::rows() const {
 }
 
 void ProviderState::choose(const QString& id) {
+  if (m_settings.text(settings::aiProvider) == id) return look();
   m_settings.setText(settings::aiProvider, id);
-  look();
-  Q_EMIT changed();
 }
 
 void ProviderState::look(const Provider& provider) {

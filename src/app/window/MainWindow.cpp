@@ -24,6 +24,7 @@
 #include "app/onboarding/OnboardingView.h"
 #include "app/outline/OutlineView.h"
 #include "app/palette/PaletteOpener.h"
+#include "app/settings/PreferencesView.h"
 #include "app/versions/WindowKeeping.h"
 #include "app/window/DocumentBar.h"
 #include "app/window/FocusWalk.h"
@@ -73,6 +74,7 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
   CommandContext::Handlers handlers;
   handlers.quit = [this] { m_quit(); };
   handlers.about = [this] { showAbout(); };
+  handlers.settings = [this] { PreferencesView::openFor(m_machine, *this); };
   if (!machine.stateFolder.isEmpty()) handlers.earlierVersions = [this] { m_keeping->showVersions(); };
   handlers.toggleFullScreen = [this] { setWindowState(windowState() ^ Qt::WindowFullScreen); };
   handlers.expandWithAI = [this] { m_aiWorkflows.expandNode(std::nullopt); };

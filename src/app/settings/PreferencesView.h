@@ -1,0 +1,53 @@
+#pragma once
+
+#include <array>
+
+#include "app/look/Widgets.h"
+
+class QStackedWidget;
+class QTabBar;
+
+namespace quilmora {
+
+struct Machine;
+class ThemeBuilderView;
+
+// The settings window, beside the main window: four tabs, each made when it is first shown. Every control writes at
+// once. Escape closes it and gives the keyboard back to the window that it belongs to.
+class PreferencesView final : public Ground {
+  Q_OBJECT
+
+ public:
+  enum class Tab { general, appearance, interaction, ai };
+
+  // Opens the settings of this window, or brings them to the front. The machine outlives them.
+  static void openFor(Machine& machine, QWidget& mainWindow);
+
+  Tab tab() const;
+  void setTab(Tab tab);
+  // The sheet that makes a theme while it is open, else nullptr.
+  ThemeBuilderView* themeBuilder() const;
+
+  QSize sizeHint() const override;
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  // Deletes itself when it is closed.
+  PreferencesView(Machine& machine, QWidget* mainWindow);
+
+  void open();
+  QWidget* makePage(Tab tab);
+  void showTab(int index);
+  void stepTab(int step);
+  void openThemeBuilder();
+
+  Machine& m_machine;
+  QTabBar* m_tabs;
+  QStackedWidget* m_pages;
+  std::array<QWidget*, 4> m_made{};
+};
+
+}  // namespace quilmora
