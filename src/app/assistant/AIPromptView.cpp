@@ -2,8 +2,11 @@
 
 #include <algorithm>
 
+#include <QApplication>
 #include <QButtonGroup>
 #include <QPushButton>
+#include <QResizeEvent>
+#include <QScrollArea>
 #include <QVBoxLayout>
 
 #include "app/assistant/BusySign.h"
@@ -24,12 +27,48 @@ namespace {
 constexpr int panelWidth = 520;
 constexpr int headSymbol = 28;
 constexpr int stateSymbol = 16;
+constexpr int leastMiddle = 80;
 constexpr int promptLines = 3;
 constexpr int mostPromptLines = 8;
 constexpr std::chrono::milliseconds firstLook{500};
 constexpr std::chrono::milliseconds nextLook{300};
 
 }  // namespace
+
+// Between head and buttons: as high as its parts need, as far as the window has room; then it scrolls.
+class AIPromptView::Middle final : public QScrollArea {
+ public:
+  explicit Middle(QWidget* parent) : QScrollArea(parent) {
+    setFrameShape(QFrame::NoFrame);
+    setFocusPolicy(Qt::NoFocus);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setWidgetResizable(true);
+    setWidget(new QWidget);
+    viewport()->setAutoFillBackground(false);
+    widget()->setAutoFillBackground(false);
+    // What has the keyboard is in sight.
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
+      if (now != nullptr && isAncestorOf(now)) ensureWidgetVisible(now, 0, metrics::gapSmall);
+    });
+  }
+
+  QSize sizeHint() const override {
+    const int width = std::max(1, viewport()->width());
+    return {panelWidth - 2 * metrics::gapHuge, widget()->layout()->heightForWidth(width)};
+  }
+  QSize minimumSizeHint() const override { return {panelWidth / 2, leastMiddle}; }
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override {
+    QScrollArea::resizeEvent(event);
+    if (event->size().width() != event->oldSize().width()) updateGeometry();
+  }
+  // The parts tell their layout that they want another size, and nobody above it hears.
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::LayoutRequest) updateGeometry();
+    return QScrollArea::eventFilter(watched, event);
+  }
+};
 
 AIPromptView::AIPromptView(const Look& look, AIWorkflows& workflows, ProviderState& provider, Scheduler& scheduler,
                            QWidget* window)
@@ -40,6 +79,7 @@ AIPromptView::AIPromptView(const Look& look, AIWorkflows& workflows, ProviderSta
       m_mode(&promptModes().front()) {
   setAccessibleName(tr("Quilmora AI"));
   addHead();
+  addMiddle();
   addModes();
   addPrompt();
   addExamples();
@@ -84,11 +124,19 @@ void AIPromptView::addHead() {
   content().addLayout(head);
 }
 
+void AIPromptView::addMiddle() {
+  m_middle = new Middle(&panel());
+  m_middleColumn = new QVBoxLayout(m_middle->widget());
+  m_middleColumn->setContentsMargins(0, 0, 0, 0);
+  m_middleColumn->setSpacing(metrics::gapLarge);
+  content().addWidget(m_middle);
+}
+
 void AIPromptView::addModes() {
   auto* group = new QButtonGroup(this);
   auto* row = new FlowLayout(metrics::gap);
   for (const PromptMode& mode : promptModes()) {
-    auto* button = new Chip(look(), mode.symbol, mode.label, &panel());
+    auto* button = new Chip(look(), mode.symbol, mode.label, m_middle->widget());
     button->setCheckable(true);
     button->setChecked(&mode == m_mode);
     group->addButton(button);
@@ -98,27 +146,29 @@ void AIPromptView::addModes() {
     m_modeButtons.push_back(button);
     row->addWidget(button);
   }
-  content().addLayout(row);
+  m_middleColumn->addLayout(row);
 }
 
 void AIPromptView::addPrompt() {
-  auto* heading = new TextLabel(look(), tr("Describe your map"), &Tokens::secondary,
-                                look().font(Look::TextStyle::sectionHeader), TextLabel::Overflow::elides, &panel());
-  m_prompt = new SubmitField(promptLines, mostPromptLines, &panel());
+  auto* heading =
+      new TextLabel(look(), tr("Describe your map"), &Tokens::secondary, look().font(Look::TextStyle::sectionHeader),
+                    TextLabel::Overflow::elides, m_middle->widget());
+  m_prompt = new SubmitField(promptLines, mostPromptLines, m_middle->widget());
   m_prompt->setAccessibleName(heading->text());
   auto* column = new QVBoxLayout;
   column->setSpacing(metrics::labelGap);
   column->addWidget(heading);
   column->addWidget(m_prompt);
-  content().addLayout(column);
+  m_middleColumn->addLayout(column);
 }
 
 void AIPromptView::addExamples() {
-  auto* heading = new TextLabel(look(), tr("Or try an example"), &Tokens::secondary,
-                                look().font(Look::TextStyle::sectionHeader), TextLabel::Overflow::elides, &panel());
+  auto* heading =
+      new TextLabel(look(), tr("Or try an example"), &Tokens::secondary, look().font(Look::TextStyle::sectionHeader),
+                    TextLabel::Overflow::elides, m_middle->widget());
   auto* flow = new FlowLayout(metrics::gap);
   for (qsizetype index = 0; index < m_mode->examples.size(); ++index) {
-    auto* button = new Chip(look(), QString(), QString(), &panel());
+    auto* button = new Chip(look(), QString(), QString(), m_middle->widget());
     connect(button, &Chip::clicked, this, [this, index] {
       m_prompt->setPlainText(m_mode->examples.at(index));
       submit();
@@ -130,7 +180,7 @@ void AIPromptView::addExamples() {
   column->setSpacing(metrics::labelGap);
   column->addWidget(heading);
   column->addLayout(flow);
-  content().addLayout(column);
+  m_middleColumn->addLayout(column);
 }
 
 void AIPromptView::addState() {

@@ -7,6 +7,7 @@
 #include "platform/Scheduler.h"
 
 class QPushButton;
+class QVBoxLayout;
 
 namespace quilmora {
 
@@ -40,7 +41,10 @@ class AIPromptView final : public Sheet {
   QString destinationText() const;
 
  private:
+  class Middle;
+
   void addHead();
+  void addMiddle();
   void addModes();
   void addPrompt();
   void addExamples();
@@ -58,6 +62,8 @@ class AIPromptView final : public Sheet {
   ProviderState& m_provider;
   Scheduler& m_scheduler;
   const PromptMode* m_mode;
+  Middle* m_middle = nullptr;
+  QVBoxLayout* m_middleColumn = nullptr;
   std::vector<Chip*> m_modeButtons;
   std::vector<Chip*> m_examples;
   TextLabel* m_destination = nullptr;

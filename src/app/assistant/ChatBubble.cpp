@@ -81,7 +81,7 @@ void ChatBubble::setApplied(bool applied) {
 }
 
 void ChatBubble::showApplied() {
-  m_apply->setText(m_isApplied ? tr("Applied") : tr("Apply to Map"));
+  plain::setOwnText(*m_apply, m_isApplied ? tr("Applied") : tr("Apply to Map"));
   m_apply->setIcon(m_look.icon(m_isApplied ? QStringLiteral("checkmark") : QStringLiteral("wand.and.stars")));
   m_apply->setEnabled(!m_isApplied);
   placeButton();

@@ -1,12 +1,10 @@
 #include "app/assistant/ChatHeader.h"
 
-#include <QActionGroup>
 #include <QHBoxLayout>
 #include <QMenu>
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "app/assistant/ProviderState.h"
 #include "app/look/Look.h"
 #include "app/look/Widgets.h"
 #include "canvas/view/PlainText.h"
@@ -56,7 +54,8 @@ ChatHeader::ChatHeader(const Look& look, ProviderState& provider, QWidget* paren
   first->addWidget(title, 1);
   first->addWidget(m_clear);
   auto* second = new QHBoxLayout;
-  second->setContentsMargins(metrics::gap, 0, metrics::gap, 0);
+  // The button's symbol stands in line with the words above and below it.
+  second->setContentsMargins(metrics::gapMedium, 0, metrics::gap, 0);
   second->setSpacing(metrics::gapSmall);
   second->addWidget(m_provider);
   second->addWidget(m_warningSign);
@@ -86,32 +85,30 @@ QString ChatHeader::destinationText() const {
   return m_destination->text();
 }
 
-// The same entries stay while the menu is open, and take other words when the desktop has answered.
+// Queued, because the entry that was chosen may give way to one with other words.
 void ChatHeader::fillMenu() {
   QMenu* menu = m_provider->menu();
-  const std::vector<ProviderState::Row> rows = m_state.rows();
-  if (menu->isEmpty()) {
-    auto* group = new QActionGroup(menu);
-    for (const ProviderState::Row& row : rows) {
-      QAction* entry = group->addAction(plain::addAction(*menu, row.text));
+  if (const auto rows = m_state.rows(); rows != m_rows) {
+    m_rows = rows;
+    menu->clear();
+    for (const ProviderState::Row& row : m_rows) {
+      QAction* entry = plain::addAction(*menu, row.text);
       entry->setCheckable(true);
-      connect(entry, &QAction::triggered, this, [this, id = row.id] {
+      const auto choose = [this, id = row.id] {
         m_state.choose(id);
         Q_EMIT providerChosen();
-      });
+      };
+      connect(entry, &QAction::triggered, this, choose, Qt::QueuedConnection);
     }
   }
-  for (std::size_t index = 0; index < rows.size(); ++index) {
-    QAction* entry = menu->actions().at(static_cast<qsizetype>(index));
-    entry->setText(rows[index].text);
-    entry->setChecked(rows[index].id == m_state.chosen());
-  }
+  for (std::size_t index = 0; index < m_rows.size(); ++index)
+    menu->actions().at(static_cast<qsizetype>(index))->setChecked(m_rows[index].id == m_state.chosen());
 }
 
 void ChatHeader::follow() {
   const QString warning = m_state.warning();
   const QString label = warning.isEmpty() ? m_state.label() : m_state.label() + QStringLiteral(" (Offline)");
-  m_provider->setText(label);
+  plain::setText(*m_provider, label + QStringLiteral(" ▾"));
   m_provider->setIcon(m_look.icon(m_state.symbol()));
   m_provider->setAccessibleName(tr("AI provider: %1").arg(label));
   m_warning->setPlainText(warning);
@@ -121,7 +118,7 @@ void ChatHeader::follow() {
        {static_cast<QWidget*>(m_warningSign), static_cast<QWidget*>(m_settings), static_cast<QWidget*>(m_warning)})
     part->setVisible(!warning.isEmpty());
   m_destination->setPlainText(m_state.destination());
-  if (!m_provider->menu()->isEmpty()) fillMenu();
+  if (!m_rows.empty()) fillMenu();
 }
 
 }  // namespace quilmora

@@ -2,6 +2,8 @@
 
 #include <QWidget>
 
+#include "app/assistant/ProviderState.h"
+
 class QPushButton;
 class QToolButton;
 
@@ -9,7 +11,6 @@ namespace quilmora {
 
 class IconButton;
 class Look;
-class ProviderState;
 class SymbolLabel;
 class TextLabel;
 
@@ -44,6 +45,7 @@ class ChatHeader final : public QWidget {
   QPushButton* m_settings;
   TextLabel* m_warning;
   TextLabel* m_destination;
+  std::vector<ProviderState::Row> m_rows;  // as the menu has them
 };
 
 }  // namespace quilmora

@@ -19,6 +19,8 @@ class ProviderState : public QObject {
     QString id;    // a value of the setting
     QString text;  // with what is missing
     QString symbol;
+
+    bool operator==(const Row&) const = default;
   };
 
   // Both outlive it.

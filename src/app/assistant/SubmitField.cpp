@@ -14,7 +14,6 @@ namespace quilmora {
 SubmitField::SubmitField(int minLines, int maxLines, QWidget* parent)
     : QPlainTextEdit(parent), m_minLines(minLines), m_maxLines(maxLines) {
   setTabChangesFocus(true);
-  setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -26,6 +25,8 @@ SubmitField::SubmitField(int minLines, int maxLines, QWidget* parent)
 // The layout of a plain text counts its height in lines.
 void SubmitField::fitHeight() {
   const auto lines = static_cast<int>(document()->documentLayout()->documentSize().height());
+  // Rounding could leave a bar beside a text that is all there.
+  setVerticalScrollBarPolicy(lines > m_maxLines ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
   const double shown = std::clamp(lines, m_minLines, m_maxLines) * fontMetrics().lineSpacing();
   const double around = 2 * (document()->documentMargin() + frameWidth());
   const int height = std::max(metrics::controlHeight, static_cast<int>(std::ceil(shown + around)));

@@ -1,3 +1,5 @@
+#include <QScrollArea>
+
 #include "app/assistant/AssistantFixture.h"
 
 namespace quilmora {
@@ -201,17 +203,27 @@ TEST_F(AIPromptViewTest, NoKeyReachesTheMapBelow) {
   }
 }
 
+// What lies between head and buttons scrolls where the window is low; the buttons stay clear of it.
 TEST_F(AIPromptViewTest, FitsItsWordsInAnyWindow) {
   openSheet();
-  for (const QSize size : {QSize(1280, 800), QSize(640, 560)}) {
+  for (const QSize size : {QSize(1280, 800), QSize(640, 560), QSize(640, 400)}) {
     window().setMinimumSize(size);
     window().resize(size);
     settle();
     const QRect panel = sheet()->panel().rect();
-    for (const QWidget* part : sheet()->panel().findChildren<QWidget*>()) {
-      if (!part->isVisible()) continue;
-      const QRect place(part->mapTo(&sheet()->panel(), QPoint()), part->size());
-      EXPECT_TRUE(panel.contains(place)) << size.width() << ' ' << part->accessibleName().toStdString();
+    const auto placeOf = [&](const QWidget& part) {
+      return QRect(part.mapTo(&sheet()->panel(), QPoint()), part.size());
+    };
+    const QRect middle = placeOf(*sheet()->findChild<QScrollArea*>());
+    for (const QWidget* button : {&sheet()->cancelButton(), &sheet()->generateButton()}) {
+      EXPECT_TRUE(panel.contains(placeOf(*button))) << size.height();
+      EXPECT_GT(placeOf(*button).top(), middle.bottom() + metrics::gap) << size.height();
+    }
+    EXPECT_TRUE(panel.contains(middle)) << size.height();
+    for (Chip* example : sheet()->exampleButtons()) {
+      example->setFocus();
+      settle();
+      EXPECT_TRUE(middle.contains(placeOf(*example))) << size.height() << ' ' << example->label().toStdString();
     }
   }
 }

@@ -24,8 +24,11 @@ class ChatTest : public AssistantTest {
     for (const QAction* entry : menu->actions()) rows.append(entry->text());
     return rows;
   }
-  void choose(int row) { chatView().header().providerButton().menu()->actions().at(row)->trigger(); }
-  QString providerLabel() { return chatView().header().providerButton().text(); }
+  void choose(int row) {
+    chatView().header().providerButton().menu()->actions().at(row)->trigger();
+    settle();
+  }
+  QString providerLabel() { return chatView().header().providerButton().text().remove(QStringLiteral(" ▾")); }
   QScrollBar& bar() { return *list().verticalScrollBar(); }
   // Lets a reply come that is as long as a person wants.
   void hear(const QString& text) {
