@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 
 #include "app/assistant/Chip.h"
+#include "app/assistant/PanelGround.h"
 #include "app/look/FlowLayout.h"
 #include "app/look/Look.h"
 #include "app/look/Widgets.h"
@@ -91,6 +92,7 @@ ChatSuggestions::ChatSuggestions(const Look& look, QWidget* parent) : QScrollAre
   column->addStretch();
   setWidget(page);
   viewport()->setAutoFillBackground(false);
+  standOnPanel(look, *this);
   page->setAutoFillBackground(false);
 }
 

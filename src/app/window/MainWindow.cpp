@@ -307,6 +307,9 @@ void MainWindow::setShows(SidePanel panel, bool shows) {
   const int both = metrics::canvasMinWidth + metrics::sidebarWidth + metrics::inspectorWidth;
   wishes.asked = shows && m_content->width() < both ? std::optional(panel) : std::nullopt;
   m_machine.settings.setFlag(panel == SidePanel::sidebar ? settings::showSidebar : settings::showInspector, shows);
+  // With the panel the keyboard would go to whatever comes next.
+  const QWidget* place = panel == SidePanel::sidebar ? static_cast<QWidget*>(m_sidebar) : m_inspector;
+  if (!shows && place->isAncestorOf(focusWidget())) m_canvas->setFocus();
   m_content->setWishes(wishes);
   refreshShown();
 }

@@ -16,6 +16,13 @@ TEST_F(AIChatViewTest, TheKeyShowsTheChatAndGivesItsFieldTheKeyboard) {
   EXPECT_EQ(QApplication::focusWidget(), &window().canvas());
 }
 
+TEST_F(AIChatViewTest, HidingTheChatGivesTheKeyboardToTheCanvas) {
+  openChat();
+  press(Qt::Key_L, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_FALSE(window().showsSidebar());
+  EXPECT_EQ(QApplication::focusWidget(), &window().canvas());
+}
+
 TEST_F(AIChatViewTest, BeginsWithGroupsOfChips) {
   openChat();
   EXPECT_TRUE(chatView().suggestions().isVisible());
