@@ -33,8 +33,14 @@ class FirstMinutes(Editor):
     def wait_for_title(self, text):
         wait_until(f"the window of {text}", lambda: self.title().startswith(text))
 
-    def run_command(self, query):
+    def open_palette(self):
+        """Its field has a blinking cursor, so that the screen is never still."""
+        before = self.screenshot()
         self.key("ctrl+k")
+        wait_until("the palette", lambda: self.screenshot() != before)
+
+    def run_command(self, query):
+        self.open_palette()
         self.xdo("type", "--delay", "30", query)
         self.key("Return")
         self.settle()
@@ -80,14 +86,13 @@ def first_start(session):
 def templates_and_commands(session, editor):
     editor.key("alt+f", "t", "m")
     editor.wait_for_title("Meeting Notes")
-    assert "lastSavedFilePath" not in settings_of(session), settings_of(session)
+    wait_until("the forgotten place", lambda: "lastSavedFilePath" not in settings_of(session))
     # A new history: nothing to undo.
     editor.key("ctrl+z")
     editor.settle()
     assert editor.title().startswith("Meeting Notes"), editor.title()
 
-    editor.key("ctrl+k")
-    editor.settle()
+    editor.open_palette()
     session.keep_picture(editor, "palette-4-open")
     editor.key("Escape")
     editor.run_command("theme: ocean")
@@ -100,11 +105,9 @@ def templates_and_commands(session, editor):
     assert len(heights) == 1, heights
 
     # The first row of "undo", by the pointer.
-    editor.key("ctrl+k")
+    editor.open_palette()
     editor.xdo("type", "--delay", "30", "undo")
-    editor.settle()
     editor.xdo("mousemove", str(WINDOW_SIZE[0] // 2), str(FIRST_ROW))
-    editor.settle()
     session.keep_picture(editor, "palette-5-hover")
     editor.xdo("click", "1")
     editor.settle()
