@@ -175,6 +175,9 @@ class Work:
         if second.wait() == 0:
             self.current = other
             self.is_field_open = False
+            # What was selected is in the other document; New Topic would look for it in vain.
+            time.sleep(0.2)
+            self.run.xdo("key", "Escape")
 
     def quit(self):
         self.run.xdo("key", "ctrl+q")
@@ -252,6 +255,8 @@ def main():
                 print(json.dumps(figures), flush=True)
         figures["strays"] = [str(path) for path in home.strays()]
         figures["versions"] = sum(1 for _ in home.state.rglob("*.version"))
+    except KeyboardInterrupt:
+        figures["strays"] = [str(path) for path in home.strays()]
     finally:
         home.close()
     print(json.dumps(figures))
