@@ -1,5 +1,3 @@
-#include "app/versions/WindowKeeping.h"
-
 #include <QPushButton>
 
 #include "app/AppFixture.h"
@@ -7,6 +5,7 @@
 #include "app/versions/RecoveryCard.h"
 #include "app/versions/VersionPicture.h"
 #include "app/versions/VersionRow.h"
+#include "app/versions/WindowKeeping.h"
 #include "canvas/view/TitleEditor.h"
 #include "editor/DocumentSession.h"
 
