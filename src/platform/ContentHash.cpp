@@ -8,8 +8,9 @@ namespace quilmora {
 
 namespace {
 
-// Odd, so that multiplying by it loses nothing.
+// Odd, so that multiplying by them loses nothing.
 constexpr std::uint64_t multiplier = 0x9E3779B97F4A7C15u;
+constexpr std::uint64_t wordMultiplier = 0x452821E638D01377u;
 
 std::uint64_t mixed(std::uint64_t value) {
   value ^= value >> 32;
@@ -21,12 +22,13 @@ std::uint64_t mixed(std::uint64_t value) {
 
 }  // namespace
 
-// Four lanes that don't wait for each other.
+// Four lanes that don't wait for each other. A bit that the first product leaves alone at the top comes down by the
+// turn, so that the second spreads it before the next word could take it back.
 void ContentHash::addBlock(const char* bytes) {
   for (std::size_t lane = 0; lane < m_lanes.size(); ++lane) {
     std::uint64_t word = 0;
     std::memcpy(&word, bytes + lane * sizeof word, sizeof word);
-    m_lanes[lane] = std::rotl((m_lanes[lane] ^ word) * multiplier, 29);
+    m_lanes[lane] = std::rotl(m_lanes[lane] + word * wordMultiplier, 27) * multiplier;
   }
 }
 
