@@ -41,7 +41,7 @@ bool isPicture(const QString& character) {
 class EmojiButton final : public QAbstractButton {
  public:
   EmojiButton(const Look& look, const QString& emoji, QWidget* parent) : QAbstractButton(parent), m_look(look) {
-    setText(emoji);
+    plain::setText(*this, emoji);
     setAccessibleName(emoji);
     setFont(emojiFont(look));
     setCheckable(true);
@@ -64,7 +64,7 @@ class EmojiButton final : public QAbstractButton {
     if (showsKeyboardFocus(option))
       paint::drawBorder(painter, rect(), metrics::controlRadius, tokens.accent, metrics::focusRingWidth);
     painter.setPen(tokens.text);
-    painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine, text());
+    painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine, accessibleName());
   }
 
  private:
@@ -81,7 +81,7 @@ QFont emojiFont(const Look& look) {
 }
 
 QString firstCharacter(const QString& text) {
-  const QString trimmed = text.trimmed();
+  const QString trimmed = text.left(longestPaste).trimmed();
   QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, trimmed);
   const qsizetype end = finder.toNextBoundary();
   return end > 0 ? trimmed.left(end) : QString();
