@@ -44,10 +44,6 @@ OutlineView::OutlineView(const Look& look, MindMapViewModel& editor, AIWorkflows
   follow();
 }
 
-bool OutlineView::showsEmptyText() const {
-  return !m_empty->isHidden();
-}
-
 void OutlineView::finishRename() {
   m_list->finishRename();
 }

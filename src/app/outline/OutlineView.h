@@ -24,7 +24,6 @@ class OutlineView : public QWidget {
 
   OutlineModel& model() { return m_model; }
   OutlineList& list() { return *m_list; }
-  bool showsEmptyText() const;
   // Keeps the title that is being typed. For those who are about to save or to open another document.
   void finishRename();
   // What the row of a topic offers. Deletes itself when it closes; entries whose topic has gone do nothing.

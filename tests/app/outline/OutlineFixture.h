@@ -47,6 +47,7 @@ class OutlineTest : public ::testing::Test {
   MindMapViewModel& editor() { return m_rig->editor; }
   OutlineModel& model() { return m_view->model(); }
   OutlineList& list() { return m_view->list(); }
+  bool showsEmptyText() { return !m_view->findChild<EmptyState*>()->isHidden(); }
   QModelIndex index(int row) { return model().index(row); }
   int row(int topic, int start = 0) { return model().findRow(topicId(topic), start).value_or(-1); }
   QStringList titles() {

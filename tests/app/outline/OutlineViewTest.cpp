@@ -8,7 +8,7 @@ class OutlineViewTest : public OutlineTest {};
 
 TEST_F(OutlineViewTest, AnEmptyMapShowsNoTopicsYet) {
   open(mapOf({}));
-  EXPECT_TRUE(m_view->showsEmptyText());
+  EXPECT_TRUE(showsEmptyText());
   EXPECT_FALSE(list().isVisible());
   QStringList texts;
   for (const TextLabel* label : m_view->findChildren<TextLabel*>())
@@ -16,16 +16,16 @@ TEST_F(OutlineViewTest, AnEmptyMapShowsNoTopicsYet) {
   EXPECT_EQ(texts, QStringList({QStringLiteral("Outline"), QStringLiteral("No topics yet")}));
   editor().createFreeNode(0, 0);
   AIRig::settle();
-  EXPECT_FALSE(m_view->showsEmptyText());
+  EXPECT_FALSE(showsEmptyText());
   EXPECT_TRUE(list().isVisible());
   editor().undo();
   AIRig::settle();
-  EXPECT_TRUE(m_view->showsEmptyText());
+  EXPECT_TRUE(showsEmptyText());
 }
 
 TEST_F(OutlineViewTest, TopicsThatNoRootReachesAreNotNoTopics) {
   open(mapOf({1, 2}, {{1, 2}, {2, 1}}));
-  EXPECT_FALSE(m_view->showsEmptyText());
+  EXPECT_FALSE(showsEmptyText());
   EXPECT_EQ(model().rowCount(), 0);
 }
 
