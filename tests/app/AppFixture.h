@@ -106,7 +106,7 @@ class AppTest : public ::testing::Test {
   bool m_isFirstStart = false;
   int m_terminations = 0;
   QStringList m_desktopList;
-  QString m_stateFolder;  // empty: nothing is kept between saves
+  QString m_stateFolder;                       // empty: nothing is kept between saves
   std::unique_ptr<Application> m_application;  // ends first
 };
 

@@ -1,8 +1,8 @@
 #include <QToolButton>
 
 #include "app/AppFixture.h"
-#include "app/window/FocusWalk.h"
 #include "app/inspectors/InspectorPanel.h"
+#include "app/window/FocusWalk.h"
 #include "app/window/Sidebar.h"
 #include "app/window/Toolbar.h"
 

@@ -79,7 +79,7 @@ TEST_F(MainWindowTest, MenusOfANewWindow) {
   EXPECT_EQ(entriesOf(submenu(menu("File"), "Export")),
             lines({"JSON", "PNG Image", "PDF", "SVG", "---", "OPML", "Markdown"}));
   EXPECT_EQ(entriesOf(menu("Edit")), lines({"(Undo)", "(Redo)", "---", "(Cut)", "(Copy)", "(Paste)", "Select All",
-                                            "(Duplicate)", "---", "(Settings…)"}));
+                                            "(Duplicate)", "---", "Settings…"}));
   EXPECT_EQ(entriesOf(menu("View")), lines({"(Collapse)", "(Expand)", "AI Generate...", "AI Chat", "Command Palette",
                                             "Find...", "Toggle Outline", "Toggle Left Sidebar", "Toggle Inspector",
                                             "Presentation Mode", "Recolor by Branch", "Recolor by Theme", "---",

@@ -19,7 +19,7 @@ bool isJudged(const std::string& path) {
 // before the definition of a function.
 bool isAnotherCall(const std::string& before) {
   return before.ends_with("void ") || before.ends_with("ettings.") || before.ends_with("copied->") ||
-         before.ends_with("m_window->");
+         before.ends_with("m_window->") || before.ends_with("pboard()->") || before.ends_with("pboard->");
 }
 
 // Every call that shows a text by the toolkit's own road, unless the text is a literal: a line for each, "path:line".

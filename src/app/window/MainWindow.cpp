@@ -21,7 +21,6 @@
 #include "app/inspectors/InspectorPanel.h"
 #include "app/look/AccessibleRole.h"
 #include "app/look/Look.h"
-#include "app/onboarding/OnboardingView.h"
 #include "app/outline/OutlineView.h"
 #include "app/palette/PaletteOpener.h"
 #include "app/settings/PreferencesView.h"
@@ -35,7 +34,6 @@
 #include "app/window/WindowContent.h"
 #include "canvas/view/CanvasView.h"
 #include "editor/RecentFiles.h"
-#include "model/StarterMaps.h"
 #include "platform/SettingsKeys.h"
 #include "platform/SettingsStore.h"
 
@@ -86,6 +84,7 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
   for (QAction* entry : menuBar()->actions())
     connect(entry->menu(), &QMenu::aboutToHide, this, &MainWindow::leaveMenuBar, Qt::QueuedConnection);
   receiveNotifications();
+  receiveDocumentNotifications();
   m_paletteOpener =
       new PaletteOpener(machine.look, {m_editor, m_aiWorkflows, notifications, machine.settings}, *m_canvas, this);
   if (!machine.stateFolder.isEmpty())
@@ -93,6 +92,13 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
   m_presentation = new PresentationScreen(*this, *m_content, *m_canvas, m_editor, machine.scheduler);
   m_place.restore();
 
+  connectParts();
+  refreshTitle();
+  refreshShown();
+  m_canvas->setFocus();
+}
+
+void MainWindow::connectParts() {
   const auto showError = [this](const QString& message) { m_machine.alerts.showError(this, message); };
   connect(&m_session, &DocumentSession::errorRaised, this, showError);
   connect(&m_session, &DocumentSession::changesNotKept, this, &MainWindow::askHowToKeep);
@@ -110,9 +116,6 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
   connect(&m_editor, &MindMapViewModel::mindMapChanged, this, &MainWindow::refreshTitle);
   connect(&m_editor, &MindMapViewModel::isDirtyChanged, this, &MainWindow::refreshTitle);
   connect(&m_editor, &MindMapViewModel::showSmartPasteChanged, this, &MainWindow::followSmartPaste);
-  refreshTitle();
-  refreshShown();
-  m_canvas->setFocus();
 }
 
 MainWindow::~MainWindow() {
@@ -189,74 +192,6 @@ void MainWindow::buildExportFlow() {
   connect(m_exportFlow, &ExportFlow::workBegins, &overlay, &ExportOverlay::showAtOnce);
 }
 
-void MainWindow::receiveNotifications() {
-  const auto receive = [this](Notification notification, auto action) {
-    m_subscriptions.push_back(
-        m_notifications.observe(notification, [action](const QVariant& object) { action(object); }));
-  };
-  using enum Notification;
-  receive(createNode, [this](const QVariant&) {
-    m_commands.createNode();
-    // The letters typed next are its title, but for those of a text field.
-    if (!m_editor.isEditingInline() && !isTextField(focusWidget())) m_canvas->setFocus(Qt::ShortcutFocusReason);
-  });
-  receive(createEdge, [this](const QVariant&) { m_commands.toggleEdgeCreation(); });
-  receive(openDocument, [this](const QVariant&) {
-    commitTyping();
-    m_session.openDocument();
-  });
-  receive(saveDocument, [this](const QVariant&) {
-    commitTyping();
-    m_session.saveDocument();
-  });
-  receive(saveDocumentAs, [this](const QVariant&) {
-    commitTyping();
-    m_session.saveDocumentAs();
-  });
-  receive(exportDocument, [this](const QVariant& format) {
-    commitTyping();
-    m_exportFlow->start(format.toString());
-  });
-  receive(openRecentFile, [this](const QVariant& path) {
-    commitTyping();
-    m_session.open(path.toString());
-  });
-  receive(importDocument, [this](const QVariant&) {
-    commitTyping();
-    m_import.run();
-  });
-  receive(newFromTemplate, [this](const QVariant& name) { startWithTemplate(name); });
-  receive(toggleCommandPalette, [this](const QVariant&) { m_paletteOpener->toggle(); });
-  receive(showOnboarding, [this](const QVariant&) { openOnboarding(); });
-  receive(undo, [this](const QVariant&) {
-    m_inspector->commitTyping();
-    m_editor.undo();
-  });
-  receive(redo, [this](const QVariant&) {
-    m_inspector->commitTyping();
-    m_editor.redo();
-  });
-  receive(duplicateSelection, [this](const QVariant&) { m_commands.duplicateSelection(); });
-  receive(toggleSearch, [this](const QVariant&) { m_editor.toggleSearch(); });
-  receive(togglePresentation, [this](const QVariant&) { m_editor.togglePresentation(); });
-  receive(collapseNode, [this](const QVariant&) { m_commands.collapseNode(); });
-  receive(expandNode, [this](const QVariant&) { m_commands.expandNode(); });
-  receive(toggleOutline, [this](const QVariant&) { toggleTab(SidebarTab::outline); });
-  receive(toggleAIChat, [this](const QVariant&) {
-    toggleTab(SidebarTab::aiChat);
-    if (showsSidebar()) m_assistant->focusChat();
-  });
-  receive(aiGenerate, [this](const QVariant&) { m_assistant->askForPrompt(); });
-  receive(toggleSidebar, [this](const QVariant&) { setShows(SidePanel::sidebar, !showsSidebar()); });
-  receive(toggleInspector, [this](const QVariant&) { setShows(SidePanel::inspector, !showsInspector()); });
-}
-
-void MainWindow::commitTyping() {
-  m_canvas->commitTitleEdit();
-  m_inspector->commitTyping();
-  if (m_outline != nullptr) m_outline->finishRename();
-}
-
 void MainWindow::receiveDocumentBar() {
   connect(&m_session, &DocumentSession::troubleChanged, m_documentBar,
           [this] { m_documentBar->setTrouble(m_session.trouble()); });
@@ -314,15 +249,6 @@ void MainWindow::setShows(SidePanel panel, bool shows) {
   refreshShown();
 }
 
-void MainWindow::toggleTab(SidebarTab tab) {
-  if (showsSidebar() && sidebarTab() == tab) {
-    setShows(SidePanel::sidebar, false);
-    return;
-  }
-  m_sidebar->setActiveTab(tab);
-  setShows(SidePanel::sidebar, true);
-}
-
 void MainWindow::refreshShown() {
   const QWidget* owner = focusWidget();
   if (owner == nullptr || !owner->isVisibleTo(this)) m_canvas->setFocus();
@@ -365,31 +291,6 @@ void MainWindow::askHowToKeep(const QString& path, const QString& reason) {
   question.answers = {{tr("Open &Anyway"), Weight::plain, [this, path] { m_session.openLeavingCopy(path); }},
                       {tr("&Save As…"), Weight::primary, [this, path] { m_session.saveAsAndOpen(path); }}};
   m_machine.alerts.ask(this, question);
-}
-
-void MainWindow::followSmartPaste() {
-  if (m_smartPaste != nullptr) std::exchange(m_smartPaste, nullptr)->finish(*m_canvas);
-  if (!m_editor.showSmartPaste()) return;
-  m_smartPaste = new SmartPasteView(m_machine.look, m_editor, this);
-  m_smartPaste->open();
-}
-
-OnboardingView* MainWindow::onboarding() const {
-  return m_onboarding && m_onboarding->isOpen() ? m_onboarding.data() : nullptr;
-}
-
-void MainWindow::openOnboarding() {
-  if (onboarding() != nullptr) return;
-  commitTyping();
-  m_onboarding = new OnboardingView(m_machine.look, m_machine.settings, m_notifications, this);
-  m_onboarding->open();
-}
-
-void MainWindow::startWithTemplate(const QVariant& name) {
-  const StarterMap* starter = name.typeId() == QMetaType::QString ? templateNamed(name.toString()) : nullptr;
-  if (starter == nullptr) return;
-  commitTyping();
-  m_session.startWith(templateMap(starter->name, starter->branches, m_machine.clock));
 }
 
 void MainWindow::openHandedOver(const QStringList& paths) {

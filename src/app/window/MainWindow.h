@@ -95,7 +95,11 @@ class MainWindow : public QMainWindow {
   void buildContent();
   void buildAssistant();
   void buildExportFlow();
+  void connectParts();
+  template <class Action>
+  void receive(Notification notification, Action action);
   void receiveNotifications();
+  void receiveDocumentNotifications();
   // Puts what is being typed into the map.
   void commitTyping();
   void receiveDocumentBar();
