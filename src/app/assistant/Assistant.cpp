@@ -54,7 +54,7 @@ void Assistant::focusChat() {
 void Assistant::followSheet() {
   if (m_workflows.showAIPrompt() == (m_sheet != nullptr)) return;
   if (m_sheet != nullptr) {
-    std::exchange(m_sheet, nullptr)->finish(m_window.canvas);
+    std::exchange(m_sheet, nullptr)->finish();
     return;
   }
   m_sheet = new AIPromptView(m_machine.look, m_workflows, m_provider, m_machine.scheduler, &m_window.window);
