@@ -7,6 +7,7 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QSpinBox>
 #include <QVBoxLayout>
 
 #include "app/look/Tokens.h"
@@ -17,6 +18,7 @@ namespace {
 
 // Of the desktop around a window: its title and edges, before it is known how wide they are.
 constexpr QSize frameRoom(16, 48);
+constexpr int numberWidth = 60;
 
 // As a page of another dialog, to which it leaves Escape and Return.
 class ColorPage final : public QColorDialog {
@@ -42,6 +44,8 @@ ColorDialog::ColorDialog(const QString& title, const QColor& color, bool hasOpac
   m_colors->setOptions(QColorDialog::NoButtons | QColorDialog::DontUseNativeDialog);
   m_colors->setOption(QColorDialog::ShowAlphaChannel, hasOpacity);
   m_colors->setCurrentColor(color);
+  // Our arrows take more room than those that its page was laid out for.
+  for (QSpinBox* number : m_colors->findChildren<QSpinBox*>()) number->setMinimumWidth(numberWidth);
   connect(m_colors, &QColorDialog::currentColorChanged, this, &ColorDialog::colorChanged);
 
   auto* scroll = new PageScroll(this);
@@ -67,6 +71,8 @@ QColor ColorDialog::color() const {
 
 void ColorDialog::setColor(const QColor& color) {
   m_colors->setCurrentColor(color);
+  // Our arrows take more room than those that its page was laid out for.
+  for (QSpinBox* number : m_colors->findChildren<QSpinBox*>()) number->setMinimumWidth(numberWidth);
 }
 
 void ColorDialog::showEvent(QShowEvent* event) {

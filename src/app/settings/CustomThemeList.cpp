@@ -106,6 +106,7 @@ void CustomThemeList::refresh() {
     refresh();
   });
   m_column->addWidget(more);
+  more->show();
   m_rows.push_back(more);
 }
 
@@ -123,6 +124,7 @@ void CustomThemeList::addRow(const CustomTheme& theme) {
       trash, &TrashButton::clicked, this, [this, id = theme.id] { remove(id); }, Qt::QueuedConnection);
   line->addWidget(trash);
   m_column->addWidget(row);
+  row->show();
   m_rows.push_back(row);
 }
 

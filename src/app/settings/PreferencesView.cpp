@@ -33,17 +33,10 @@ constexpr QSize frameRoom(16, 48);
 // Fonts from here on, against the usual size, make the window larger.
 constexpr double largeFont = 1.2;
 
-struct TabLook {
-  QString symbol;
-  QString title;
-};
-
-const std::array<TabLook, 4>& tabTable() {
-  static const std::array<TabLook, 4> table = {{{u"gearshape"_s, u"General"_s},
-                                                {u"paintbrush"_s, u"Appearance"_s},
-                                                {u"hand.tap"_s, u"Interaction"_s},
-                                                {u"sparkles"_s, u"AI"_s}}};
-  return table;
+// By tab.
+const std::array<QString, 4>& tabSymbols() {
+  static const std::array<QString, 4> symbols = {u"gearshape"_s, u"paintbrush"_s, u"hand.tap"_s, u"sparkles"_s};
+  return symbols;
 }
 
 }  // namespace
@@ -60,11 +53,16 @@ PreferencesView::PreferencesView(Machine& machine, QWidget* mainWindow)
   setMinimumSize(minWindowSize);
   m_tabs->setAccessibleName(tr("Settings"));
   m_tabs->setDrawBase(false);
-  m_tabs->setExpanding(true);
+  m_tabs->setExpanding(false);
   m_tabs->setUsesScrollButtons(false);
   m_tabs->setElideMode(Qt::ElideRight);
   m_tabs->setFocusPolicy(Qt::TabFocus);
-  for (const TabLook& tab : tabTable()) m_tabs->addTab(machine.look.icon(tab.symbol), tab.title);
+  m_tabs->addTab(tr("General"));
+  m_tabs->addTab(tr("Appearance"));
+  m_tabs->addTab(tr("Interaction"));
+  m_tabs->addTab(tr("AI"));
+  for (int tab = 0; tab < m_tabs->count(); ++tab)
+    m_tabs->setTabIcon(tab, machine.look.icon(tabSymbols()[static_cast<std::size_t>(tab)]));
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);

@@ -187,7 +187,7 @@ SettingSlider::SettingSlider(const Look& look, const QString& name, SettingsStor
   m_slider->setFocusPolicy(Qt::StrongFocus);
   m_slider->setRange(stepOf(range.least), stepOf(range.most));
   m_slider->setPageStep(std::max(1, (m_slider->maximum() - m_slider->minimum()) / 5));
-  m_slider->setMinimumWidth(sliderWidth / 2);
+  m_slider->setMinimumWidth(sliderWidth * 4 / 5);
   m_slider->setMaximumWidth(sliderWidth);
   auto* line = new QHBoxLayout(this);
   line->setContentsMargins(0, 0, 0, 0);

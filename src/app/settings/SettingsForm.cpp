@@ -66,6 +66,8 @@ void FormSection::addRow(QWidget* row) {
 
 void FormSection::insertRow(int index, QWidget* row) {
   m_rows->insertWidget(index, row);
+  // The layout would show it on a later turn, too late for the keyboard.
+  row->show();
 }
 
 int FormSection::rowCount() const {
@@ -121,6 +123,7 @@ FormSection* FormPage::addSection(const QString& title, int index) {
   auto* section = new FormSection(m_look, title, widget());
   const int last = m_column->count() - 1;
   m_column->insertWidget(index < 0 ? last : std::min(index, last), section);
+  section->show();
   return section;
 }
 

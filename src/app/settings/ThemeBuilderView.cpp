@@ -90,7 +90,8 @@ void ThemeBuilderView::addForm() {
   m_edgeColor = addWell(tr("Edge Color"), &ThemeDraft::edgeColor);
 
   m_levels = m_form->addSection(tr("Node Colors by Depth"));
-  m_addLevel = new QPushButton(look().icon(QStringLiteral("plus")), tr("&Add Level"), m_levels);
+  m_addLevel = new QPushButton(tr("&Add Level"), m_levels);
+  m_addLevel->setIcon(look().icon(QStringLiteral("plus")));
   m_addLevel->setFlat(true);
   connect(m_addLevel, &QPushButton::clicked, this, &ThemeBuilderView::addLevel);
   m_levels->addRow(m_addLevel);

@@ -25,7 +25,7 @@ class PreferencesTest : public AppTest {
     if (m_application == nullptr) startActive();
     QTest::keyClick(&window().canvas(), Qt::Key_Comma, Qt::ControlModifier);
     ASSERT_NE(preferences(), nullptr);
-    ASSERT_TRUE(QTest::qWaitForWindowActive(preferences()));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return QApplication::activeWindow() == preferences(); }));
     preferences()->setTab(tab);
   }
   PreferencesView* preferences() { return window().findChild<PreferencesView*>(); }
