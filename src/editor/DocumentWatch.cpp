@@ -40,8 +40,10 @@ void DocumentWatch::follow(const QString& path, const FileState& state) {
 }
 
 void DocumentWatch::forget() {
-  follow({}, {});
+  ++m_lookNumber;
   m_known.reset();
+  rearm();
+  if (std::exchange(m_change, FileChange::none) != FileChange::none) Q_EMIT changed();
 }
 
 bool DocumentWatch::isForeign() const {
