@@ -1,5 +1,7 @@
 #include "editor/SafeKeeping.h"
 
+#include <utility>
+
 #include "editor/DocumentSession.h"
 #include "platform/Log.h"
 
@@ -65,6 +67,7 @@ void SafeKeeping::documentInstalled() {
 }
 
 void SafeKeeping::fileWillBeWritten(const QString& path, const MindMap& map, bool isAutomatic) {
+  m_isWriting = true;
   m_isAutomatic = isAutomatic;
   m_versions.documentWillBeReplaced(path);
   m_journal.savingBegins(map);
@@ -72,7 +75,10 @@ void SafeKeeping::fileWillBeWritten(const QString& path, const MindMap& map, boo
 
 // A copy elsewhere leaves the document's own file as it is.
 void SafeKeeping::fileWritten(const QString& path, const MindMap& map) {
+  const bool isOwnWrite = std::exchange(m_isWriting, false);
   if (path != m_editor.lastSavedFilePath()) return;
+  // Read anew, because another program wrote it.
+  if (!isOwnWrite) m_versions.documentWasReplaced();
   m_journal.saved(path, map);
   m_versions.documentHolds(path, map,
                            m_isAutomatic ? EarlierVersions::Origin::autoSaved : EarlierVersions::Origin::saved);

@@ -54,6 +54,7 @@ class SafeKeeping : public QObject {
   Journal m_journal;
   EarlierVersions m_versions;
   std::function<std::optional<OpenText>()> m_openText;
+  bool m_isWriting = false;
   bool m_isAutomatic = false;  // the write under way
 };
 

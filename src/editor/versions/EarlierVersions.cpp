@@ -78,6 +78,10 @@ void EarlierVersions::documentWillBeReplaced(const QString& document) {
   keepAt(document, m_held->map, m_held->time);
 }
 
+void EarlierVersions::documentWasReplaced() {
+  if (m_held) keepAt(m_held->document, m_held->map, m_held->time);
+}
+
 void EarlierVersions::keep(const QString& document, const MindMap& map) {
   keepAt(document, map, m_clock.now());
 }

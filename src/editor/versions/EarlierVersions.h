@@ -29,6 +29,8 @@ class EarlierVersions {
   // What the document holds is about to be replaced; also by what another program wrote there, or where the document
   // was never open.
   void documentWillBeReplaced(const QString& document);
+  // Another program has replaced what the document held.
+  void documentWasReplaced();
   // Keeps a map that no file of the document holds, such as one that another version takes the place of.
   void keep(const QString& document, const MindMap& map);
 

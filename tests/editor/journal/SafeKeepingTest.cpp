@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include <QtTest/QTest>
 
 #include "editor/SafeKeeping.h"
@@ -157,6 +159,22 @@ TEST_F(SafeKeepingTest, KeepsWhatAnImportIsSavedOver) {
   letTimePass(DocumentSession::autoSaveDelay);
   EXPECT_EQ(decodeDocumentAt(path(plan)).title, QStringLiteral("Imported"));
   EXPECT_EQ(versionOf(plan, 0), before);
+}
+
+TEST_F(SafeKeepingTest, KeepsWhatReloadReplaces) {
+  openNew(plan);
+  const MindMap before = editor->mindMap();
+  edit();
+  const MindMap edited = editor->mindMap();
+  put(path(plan), encodeDocument(mapWithTitle(QStringLiteral("Theirs"))));
+  session->autoSave();
+  session->reload();
+  ASSERT_EQ(editor->mindMap().title, QStringLiteral("Theirs"));
+  const std::size_t count = versionsOf(plan).size();
+  std::vector<MindMap> kept;
+  for (std::size_t i = 0; i < count; ++i) kept.push_back(versionOf(plan, i));
+  EXPECT_NE(std::ranges::find(kept, before), kept.end());
+  EXPECT_NE(std::ranges::find(kept, edited), kept.end());
 }
 
 TEST_F(SafeKeepingTest, KeepsADocumentThatSaveAsGoesOver) {
