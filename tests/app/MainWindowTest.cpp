@@ -73,7 +73,7 @@ TEST_F(MainWindowTest, MenusOfANewWindow) {
   start();
   EXPECT_EQ(entriesOf(menu("File")),
             lines({"New Topic", "New from Template", "New Branch", "---", "Open...", "Open Recent", "Save...",
-                   "Save As...", "Earlier Versions...", "---", "Import...", "Export", "---", "Quit"}));
+                   "Save As...", "(Earlier Versions...)", "---", "Import...", "Export", "---", "Quit"}));
   EXPECT_EQ(entriesOf(submenu(menu("File"), "New from Template")),
             lines({"Brainstorm", "Project Plan", "Meeting Notes", "Research", "Personal Goals"}));
   EXPECT_EQ(entriesOf(submenu(menu("File"), "Export")),
