@@ -45,6 +45,7 @@ class AIPromptView::Middle final : public QScrollArea {
     setWidgetResizable(true);
     setWidget(new QWidget);
     viewport()->setAutoFillBackground(false);
+    viewport()->setBackgroundRole(QPalette::Base);  // the ground of the scroll bar
     widget()->setAutoFillBackground(false);
     // What has the keyboard is in sight.
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {

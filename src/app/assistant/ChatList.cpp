@@ -9,7 +9,6 @@
 
 #include "app/assistant/BusySign.h"
 #include "app/assistant/ChatBubble.h"
-#include "app/assistant/PanelGround.h"
 #include "app/look/Look.h"
 #include "app/look/Widgets.h"
 
@@ -32,7 +31,7 @@ ChatList::ChatList(const Look& look, QWidget* parent)
   setAccessibleName(tr("Messages"));
   setWidget(m_page);
   viewport()->setAutoFillBackground(false);
-  standOnPanel(look, *this);
+  viewport()->setBackgroundRole(QPalette::AlternateBase);  // the ground of the scroll bar
   m_page->setAutoFillBackground(false);
   m_page->setAccessibleName(tr("Messages"));
 

@@ -7,7 +7,6 @@
 #include <QVBoxLayout>
 
 #include "app/assistant/Chip.h"
-#include "app/assistant/PanelGround.h"
 #include "app/look/FlowLayout.h"
 #include "app/look/Look.h"
 #include "app/look/Widgets.h"
@@ -92,7 +91,7 @@ ChatSuggestions::ChatSuggestions(const Look& look, QWidget* parent) : QScrollAre
   column->addStretch();
   setWidget(page);
   viewport()->setAutoFillBackground(false);
-  standOnPanel(look, *this);
+  viewport()->setBackgroundRole(QPalette::AlternateBase);  // the ground of the scroll bar
   page->setAutoFillBackground(false);
 }
 
