@@ -352,7 +352,7 @@ def menus_of_topics(hands):
     hands.click_title("Gamma")  # hidden in the branch: free canvas
     hands.key("Delete")
     hands.unchanged()
-    hands.menu(POSITIONS["Alpha"], "Up", "Up", "Return")
+    hands.menu(POSITIONS["Alpha"], "Up", "Up", "Up", "Up", "Return")  # above the entries of the assistant
     # The next key is the canvas's after a menu that was left.
     hands.click_title("Gamma")
     hands.menu(POSITIONS["Gamma"], "Escape", "Delete")

@@ -25,6 +25,7 @@ def run(session):
     for _ in range(3):
         editor.click(view, root["position"])
         editor.key("Tab")
+        editor.settle()
     grown = editor.save()
     children = grown["nodes"][len(original["nodes"]):]
     assert len(children) == 3, f"{len(children)} new topics instead of 3"

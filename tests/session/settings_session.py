@@ -27,7 +27,7 @@ class Hands:
         self.file = session.home / ".config" / "Quilmora" / "Quilmora.json"
 
     def windows(self, title):
-        found = self.editor.xdo("search", "--onlyvisible", "--pid", str(self.editor.process.pid), "--name", title,
+        found = self.editor.xdo("search", "--all", "--onlyvisible", "--pid", str(self.editor.process.pid), "--name", title,
                                 check=False)
         return found.split()
 
@@ -96,12 +96,12 @@ def make_theme(hands):
     hands.press("ctrl+a")
     hands.type("Dusk")
     hands.press("Tab", "space")
-    hands.enter("^Background$")
+    hands.enter("^Background")
     hands.press("alt+h", "ctrl+a")
     hands.type("#102030")
     hands.session.keep_picture(hands.editor, "settings-color")
     hands.press("Return")
-    hands.leave("^Background$", back_to="^Settings")
+    hands.leave("^Background", back_to="^Settings")
     hands.session.keep_picture(hands.editor, "settings-theme")
     hands.press("alt+s")
     themes = wait_until("the theme in the settings", hands.custom_themes)

@@ -71,8 +71,6 @@ QColor ColorDialog::color() const {
 
 void ColorDialog::setColor(const QColor& color) {
   m_colors->setCurrentColor(color);
-  // Our arrows take more room than those that its page was laid out for.
-  for (QSpinBox* number : m_colors->findChildren<QSpinBox*>()) number->setMinimumWidth(numberWidth);
 }
 
 void ColorDialog::showEvent(QShowEvent* event) {
