@@ -160,6 +160,9 @@ void ThemeBuilderView::refreshLevels() {
   }
   // Tab goes by the order in which they came.
   m_addLevel->raise();
+  // The sheet is as high as the form is now.
+  m_form->widget()->layout()->activate();
+  m_form->updateGeometry();
 }
 
 QWidget* ThemeBuilderView::makeLevelRow(std::size_t index) {
@@ -209,7 +212,6 @@ void ThemeBuilderView::addLevel() {
   m_draft.addLevel();
   refreshLevels();
   draftChanged();
-  m_form->widget()->layout()->activate();
   m_form->ensureWidgetVisible(m_addLevel);
 }
 
