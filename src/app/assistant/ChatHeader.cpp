@@ -21,11 +21,11 @@ ChatHeader::ChatHeader(const Look& look, ProviderState& provider, QWidget* paren
     : QWidget(parent),
       m_look(look),
       m_state(provider),
+      m_settings(new QPushButton(tr("Settings"), this)),
       m_clear(new IconButton(look, QStringLiteral("trash"), tr("Clear chat"), this)),
       m_provider(new QToolButton(this)),
       m_warningSign(new SymbolLabel(look, QStringLiteral("exclamationmark.triangle.fill"), warningSignSize,
                                     &Tokens::warning, this)),
-      m_settings(new QPushButton(tr("Settings"), this)),
       m_warning(new TextLabel(look, QString(), &Tokens::warning, look.font(), TextLabel::Overflow::wraps, this)),
       m_destination(
           new TextLabel(look, QString(), &Tokens::secondary, look.font(), TextLabel::Overflow::elides, this)) {
@@ -52,6 +52,7 @@ ChatHeader::ChatHeader(const Look& look, ProviderState& provider, QWidget* paren
   auto* first = new QHBoxLayout;
   first->setContentsMargins(metrics::panelPadding, 0, metrics::gap, 0);
   first->addWidget(title, 1);
+  first->addWidget(m_settings);
   first->addWidget(m_clear);
   auto* second = new QHBoxLayout;
   // The button's symbol stands in line with the words above and below it.
@@ -60,7 +61,6 @@ ChatHeader::ChatHeader(const Look& look, ProviderState& provider, QWidget* paren
   second->addWidget(m_provider);
   second->addWidget(m_warningSign);
   second->addStretch();
-  second->addWidget(m_settings);
   auto* lines = new QVBoxLayout;
   lines->setContentsMargins(metrics::panelPadding, metrics::gapSmall, metrics::panelPadding, metrics::gap);
   lines->setSpacing(metrics::gapSmall);

@@ -39,10 +39,10 @@ class ChatHeader final : public QWidget {
 
   const Look& m_look;
   ProviderState& m_state;
+  QPushButton* m_settings;
   IconButton* m_clear;
   QToolButton* m_provider;
   SymbolLabel* m_warningSign;
-  QPushButton* m_settings;
   TextLabel* m_warning;
   TextLabel* m_destination;
   std::vector<ProviderState::Row> m_rows;  // as the menu has them
