@@ -31,9 +31,19 @@ QString freePathBeside(const QString& document, const QDateTime& time) {
   return path;
 }
 
-const auto ignored = [](const std::exception&) {};
-
 }  // namespace
+
+// A sheet that was closed lives on for a moment: what comes for it then is dropped.
+template <class Value, class Action>
+void EarlierVersionsFlow::follow(const QFuture<Value>& future, Action action) {
+  const auto ignored = [](const std::exception&) {};
+  whenFinished(
+      future, m_sheet,
+      [this, sheet = m_sheet, action](const Value& value) {
+        if (sheet && sheet == m_sheet) action(value);
+      },
+      ignored);
+}
 
 EarlierVersionsFlow::EarlierVersionsFlow(Services services, QWidget* window)
     : QObject(window), m_services(services), m_window(window) {}
@@ -51,9 +61,8 @@ void EarlierVersionsFlow::open() {
   connect(m_sheet, &EarlierVersionsSheet::inPlaceWanted, this, &EarlierVersionsFlow::openInPlace);
   connect(m_sheet, &EarlierVersionsSheet::besideWanted, this, &EarlierVersionsFlow::openBeside);
   m_sheet->open();
-  whenFinished(
-      m_services.versions.list(m_document), m_sheet,
-      [this](const std::vector<versions::Version>& versions) { listed(versions); }, ignored);
+  follow(m_services.versions.list(m_document),
+         [this](const std::vector<versions::Version>& versions) { listed(versions); });
 }
 
 void EarlierVersionsFlow::listed(const std::vector<versions::Version>& versions) {
@@ -70,26 +79,21 @@ void EarlierVersionsFlow::addPicture(std::vector<versions::Version> versions, st
                                       .then(QtFuture::Launch::Async, [ratio](const std::optional<MindMap>& map) {
                                         return map ? versionPicture(*map, VersionRow::pictureSize, ratio) : QImage();
                                       });
-  whenFinished(
-      picture, m_sheet,
-      [this, number, versions = std::move(versions), index](const QImage& image) {
-        m_sheet->setPicture(number, image);
-        addPicture(versions, index + 1);
-      },
-      ignored);
+  follow(picture, [this, number, versions = std::move(versions), index](const QImage& image) {
+    m_sheet->setPicture(number, image);
+    addPicture(versions, index + 1);
+  });
 }
 
 void EarlierVersionsFlow::openInPlace(std::uint64_t number) {
-  whenFinished(
-      m_services.versions.load(m_document, number), m_sheet,
-      [this, document = m_services.editor.documentNumber()](const std::optional<MindMap>& map) {
-        close();
-        if (!map) return Q_EMIT errorRaised(tr("This version cannot be read."));
-        if (m_services.editor.documentNumber() != document) return;
-        m_services.editor.captureSnapshot(false);
-        m_services.editor.setMindMap(*map);
-      },
-      ignored);
+  follow(m_services.versions.load(m_document, number),
+         [this, document = m_services.editor.documentNumber()](const std::optional<MindMap>& map) {
+           close();
+           if (!map) return Q_EMIT errorRaised(tr("This version cannot be read."));
+           if (m_services.editor.documentNumber() != document) return;
+           m_services.editor.captureSnapshot(false);
+           m_services.editor.setMindMap(*map);
+         });
 }
 
 void EarlierVersionsFlow::openBeside(std::uint64_t number) {
@@ -107,16 +111,13 @@ void EarlierVersionsFlow::openBeside(std::uint64_t number) {
             const QString path = freePathBeside(document, now);
             return Copy{path, writer.write(path, encodeDocument(*map)).reason()};
           });
-  whenFinished(
-      written, m_sheet,
-      [this](const Copy& copy) {
-        close();
-        if (copy.problem.isEmpty())
-          m_services.session.open(copy.path);
-        else
-          Q_EMIT errorRaised(copy.problem);
-      },
-      ignored);
+  follow(written, [this](const Copy& copy) {
+    close();
+    if (copy.problem.isEmpty())
+      m_services.session.open(copy.path);
+    else
+      Q_EMIT errorRaised(copy.problem);
+  });
 }
 
 void EarlierVersionsFlow::close() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QFuture>
 #include <QObject>
 #include <QPointer>
 
@@ -39,6 +40,9 @@ class EarlierVersionsFlow final : public QObject {
   void errorRaised(const QString& message);
 
  private:
+  // Calls action(Value) when the future ends, unless the sheet that is open now has been closed by then.
+  template <class Value, class Action>
+  void follow(const QFuture<Value>& future, Action action);
   void listed(const std::vector<versions::Version>& versions);
   void addPicture(std::vector<versions::Version> versions, std::size_t index);
   void openInPlace(std::uint64_t number);

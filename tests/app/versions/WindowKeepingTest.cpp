@@ -107,6 +107,20 @@ TEST_F(WindowKeepingTest, OpensAVersionInPlaceAsOneStep) {
   EXPECT_EQ(editor().mindMap(), saved);
 }
 
+TEST_F(WindowKeepingTest, WhatComesForAClosedSheetIsDropped) {
+  start({writtenMap("plan.mindmap", "Plan")});
+  edit();
+  window().session().saveDocument();
+  for (int round = 0; round < 20; ++round) {
+    openVersions(1);
+    const QPointer<EarlierVersionsSheet> closed = sheet();
+    Q_EMIT closed->cancelled();
+    EXPECT_EQ(sheet(), nullptr);
+    // Its picture may come before the sheet goes.
+    ASSERT_TRUE(QTest::qWaitFor([&closed] { return closed.isNull(); }, 20'000));
+  }
+}
+
 TEST_F(WindowKeepingTest, OpensAVersionBesideTheDocument) {
   const QString plan = writtenMap("plan.mindmap", "Plan");
   start({plan});
