@@ -145,7 +145,7 @@ void AIChatView::keyPressEvent(QKeyEvent* event) {
 }
 
 std::vector<QWidget*> AIChatView::controls() const {
-  std::vector<QWidget*> candidates{&m_header->clearButton(), &m_header->providerButton(), &m_header->settingsButton()};
+  std::vector<QWidget*> candidates{&m_header->settingsButton(), &m_header->clearButton(), &m_header->providerButton()};
   const auto& chips = m_suggestions->chips();
   candidates.insert(candidates.end(), chips.begin(), chips.end());
   const std::vector<QWidget*> messages = m_list->controls();
@@ -157,7 +157,8 @@ std::vector<QWidget*> AIChatView::controls() const {
   return candidates;
 }
 
-// Of the messages only the current one is a step, and bubbles come to the toolkit's own order in the order of time.
+// Of the messages only the current one is a step, and bubbles come to the toolkit's own order in the order of time. The
+// order here begins as the toolkit's does, which is how Tab comes in.
 bool AIChatView::focusNextPrevChild(bool next) {
   const std::vector<QWidget*> all = controls();
   const auto found = std::ranges::find(all, window()->focusWidget());
