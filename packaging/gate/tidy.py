@@ -1,12 +1,21 @@
-"""clang-tidy over single sources, with the commands of the release build."""
+"""clang-tidy over single sources, or over all of them, with the commands of the release build."""
 
 import json
+import os
+import re
 import shlex
 import subprocess
 import tempfile
+from collections import defaultdict
 from pathlib import Path
 
+CLANG = "clang++-19"
 CLANG_TIDY = "clang-tidy-19"
+# Sources that are read as one. Most of the time goes into the headers of the toolkit, which are then read once.
+GROUP = 60
+# What only reading several sources as one brings about: the includes themselves, and names that two of them share. The
+# compiler looks for shadowed names in each source.
+FOR_GROUPS = "-bugprone-suspicious-include,-clang-diagnostic-shadow"
 
 
 def changed_sources(root):
@@ -47,26 +56,86 @@ def for_clang(command):
     return shlex.join(kept)
 
 
+def arguments(entry):
+    """What the compiler is told but for the names of its files."""
+    words = iter(shlex.split(entry["command"])[1:])
+    kept = []
+    for word in words:
+        if word in ("-o", "-c", "-MF", "-MT"):
+            next(words)
+        elif word != "-MD":
+            kept.append(word)
+    return tuple(kept)
+
+
+def groups(sources, options, folder, directory):
+    """Cuts the sources into groups that compile as one, because no name in them stands for two things. Yields the
+    file that includes each group."""
+    waiting = list(sources)
+    count = 0
+    while waiting:
+        group, waiting = waiting[:GROUP], waiting[GROUP:]
+        together = folder / f"group-{abs(hash(options))}-{count}.cpp"
+        count += 1
+        while True:
+            together.write_text("".join(f'#include "{source}"\n' for source in group))
+            tried = subprocess.run(
+                [CLANG, *options, "-w", "-fsyntax-only", "-ferror-limit=0", str(together)],
+                cwd=directory, capture_output=True, text=True, check=False,
+            )
+            places = re.findall(r"^(\S+?):\d+:\d+: (?:fatal )?error", tried.stderr, re.MULTILINE)
+            wrong = {os.path.normpath(Path(directory) / place) for place in places}
+            clashing = [source for source in group if source in wrong]
+            if tried.returncode == 0 or not clashing or len(group) == 1:
+                break
+            group = [source for source in group if source not in clashing]
+            waiting += clashing
+        yield together
+
+
+def grouped(commands, root, folder):
+    """All sources of the product in groups, as an entry of commands for each group."""
+    by_options = defaultdict(list)
+    for path, entry in sorted(commands.items()):
+        if path.startswith(str(root / "src") + os.sep):
+            by_options[arguments(entry)].append(path)
+    entries = {}
+    for options, sources in by_options.items():
+        directory = commands[sources[0]]["directory"]
+        for together in groups(sources, options, folder, directory):
+            command = shlex.join([CLANG, *options, "-c", str(together)])
+            entries[str(together)] = {"directory": directory, "file": str(together), "command": command}
+    return entries
+
+
 def run(root, files):
-    """Prints what clang-tidy finds. Returns the number of sources with a finding."""
+    """Prints what clang-tidy finds in these sources, in all with "--all", in those that differ from main without any.
+    Returns the number of sources, or groups of them, with a finding."""
     build = root / "build/release"
     if not (build / "build.ninja").exists():
         print("There is no build/release/build.ninja: run ./test or cmake --preset release first.")
         return 1
     commands = compile_commands(build)
-    wanted = [str((root / name).resolve()) for name in files or changed_sources(root)]
+    options = [f"--config-file={root / '.clang-tidy'}"]
     failed = 0
-    with tempfile.TemporaryDirectory() as folder:
-        (Path(folder) / "compile_commands.json").write_text(json.dumps(list(commands.values())))
+    with tempfile.TemporaryDirectory() as name:
+        folder = Path(name)
+        if files == ["--all"]:
+            commands = grouped(commands, root, folder)
+            wanted = list(commands)
+            options.append(f"--checks={FOR_GROUPS}")
+        else:
+            wanted = [str((root / name).resolve()) for name in files or changed_sources(root)]
+        (folder / "compile_commands.json").write_text(json.dumps(list(commands.values())))
         for path in wanted:
             if path not in commands:
                 continue
             result = subprocess.run(
-                ["nice", "-n", "19", CLANG_TIDY, "-p", folder, "--quiet", path],
+                ["nice", "-n", "19", CLANG_TIDY, "-p", str(folder), "--quiet", *options, path],
                 cwd=root, capture_output=True, text=True, check=False,
             )
             if result.returncode != 0 or "warning:" in result.stdout:
                 print(result.stdout or result.stderr, flush=True)
                 failed += 1
-    print(f"{len(wanted)} sources, {failed} with findings")
+    print(f"{len(wanted)} {'groups' if files == ['--all'] else 'sources'}, {failed} with findings")
     return failed

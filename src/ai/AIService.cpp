@@ -38,7 +38,7 @@ QFuture<Result> AIService::ask(const AIRequest& request, const QString& progress
   set(true, progress, std::nullopt);
   const auto promise = std::make_shared<QPromise<Result>>();
   promise->start();
-  const auto done = [this, promise, make, provider = m_provider](const AIResponse& response) {
+  const auto done = [this, promise, make = std::move(make), provider = m_provider](const AIResponse& response) {
     Result result = make(response.treeNode);
     set(false, {}, m_error);
     promise->addResult(std::move(result));

@@ -55,7 +55,8 @@ QPointF positionOf(const MindMap& map, const QUuid& id) {
 
 // Where the fan of `count` siblings puts the one at `index`, as an offset along the y axis.
 double fanOffset(std::size_t index, std::size_t count, double step) {
-  return (static_cast<double>(index) - static_cast<double>(count / 2)) * step;
+  const std::size_t middle = count / 2;
+  return (static_cast<double>(index) - static_cast<double>(middle)) * step;
 }
 
 void arrange(MindMap& map, MindMap::Layout layout, QSizeF canvasSize) {
@@ -81,6 +82,7 @@ NodeStyle AITreeConverter::styleForDepth(int depth, const SettingsStore& setting
 MindMap AITreeConverter::convert(const AITreeNode& tree, const SettingsStore& settings, const Clock& clock) const {
   const Theme& theme = resolvedTheme(settings);
   std::vector<NodeStyle> styles;
+  styles.reserve(theme.nodeColors.size());
   for (const Theme::NodeColorSet& row : theme.nodeColors) styles.push_back(styleOf(row));
 
   MindMap map;

@@ -63,6 +63,7 @@ std::optional<AITreeNode> detectChatAction(const QString& reply) {
     AITreeNode tree = decodeTree(text->toUtf8());
     if (tree.children && !tree.children->empty()) return tree;
   } catch (const AITreeError&) {
+    return std::nullopt;
   }
   return std::nullopt;
 }

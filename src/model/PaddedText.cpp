@@ -59,7 +59,7 @@ void PaddedText::forgetUntil(std::size_t end) {
   const std::uintptr_t first = (address + forgotten + largePage - 1) & ~(largePage - 1);
   const std::uintptr_t last = (address + end) & ~(largePage - 1);
   if (first >= last) return;
-  ::madvise(reinterpret_cast<void*>(first), last - first, MADV_DONTNEED);
+  ::madvise(bytes.get() + (first - address), last - first, MADV_DONTNEED);
   forgotten = last - address;
 }
 

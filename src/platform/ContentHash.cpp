@@ -43,6 +43,7 @@ void ContentHash::add(std::string_view bytes) {
     addBlock(m_rest.data());
     m_restSize = 0;
   }
+  // NOLINTNEXTLINE(bugprone-suspicious-stringview-data-usage): a block has its own size
   for (; bytes.size() >= blockSize; bytes.remove_prefix(blockSize)) addBlock(bytes.data());
   std::copy(bytes.begin(), bytes.end(), m_rest.begin());
   m_restSize = bytes.size();

@@ -22,20 +22,21 @@ class WorkDropped : public std::runtime_error {
 template <class Result, class Done, class Failed>
 void whenFinished(const QFuture<Result>& future, QObject* context, Done done, Failed failed) {
   auto* watcher = new QFutureWatcher<Result>(context);
-  QObject::connect(watcher, &QFutureWatcherBase::finished, context, [watcher, done, failed]() mutable {
-    watcher->deleteLater();
-    QFuture<Result> finished = watcher->future();
-    std::optional<Result> result;
-    try {
-      finished.waitForFinished();  // throws what the work threw
-      if (finished.resultCount() == 0) throw WorkDropped();
-      result.emplace(finished.result());
-    } catch (const std::exception& error) {
-      failed(error);
-      return;
-    }
-    done(std::move(*result));
-  });
+  QObject::connect(watcher, &QFutureWatcherBase::finished, context,
+                   [watcher, done = std::move(done), failed = std::move(failed)]() mutable {
+                     watcher->deleteLater();
+                     QFuture<Result> finished = watcher->future();
+                     std::optional<Result> result;
+                     try {
+                       finished.waitForFinished();  // throws what the work threw
+                       if (finished.resultCount() == 0) throw WorkDropped();
+                       result.emplace(finished.result());
+                     } catch (const std::exception& error) {
+                       failed(error);
+                       return;
+                     }
+                     done(std::move(*result));
+                   });
   watcher->setFuture(future);
 }
 

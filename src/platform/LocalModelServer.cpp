@@ -53,7 +53,7 @@ std::vector<QString> modelNames(const QByteArray& list) {
   const QJsonObject root = QJsonDocument::fromJson(list).object();
   std::vector<QString> names;
   const auto collect = [&](QLatin1String array, QLatin1String key) {
-    for (const QJsonValue& model : root[array].toArray())
+    for (const auto& model : root[array].toArray())
       if (const QString name = model.toObject()[key].toString(); !name.isEmpty()) names.push_back(name);
   };
   collect(QLatin1String("data"), QLatin1String("id"));

@@ -19,7 +19,7 @@ FileOpeningMark::FileOpeningMark(QString file) : m_file(std::move(file)) {
     const QByteArray bytes = readWholeFile(m_file, maxMarkBytes);
     if (bytes.startsWith('/')) m_left = QString::fromUtf8(bytes);
   } catch (const FileReadError&) {
-    // No mark, or none of ours.
+    m_left.reset();  // no mark, or none of ours
   }
 }
 

@@ -1,6 +1,7 @@
 #include "platform/RecentlyUsedFile.h"
 
 #include <algorithm>
+#include <ranges>
 #include <vector>
 
 #include <QDateTime>
@@ -279,12 +280,12 @@ void RecentlyUsedFile::clear() {
   const std::optional<List> list = text ? ListReader(*text).read() : std::nullopt;
   if (!list) return;
   QString changed = *text;
-  for (auto entry = list->entries.rbegin(); entry != list->entries.rend(); ++entry) {
-    if (entry->ours.empty()) continue;
-    if (entry->otherApplications == 0) {
-      changed = without(changed, entry->all);
+  for (const auto& entry : std::views::reverse(list->entries)) {
+    if (entry.ours.empty()) continue;
+    if (entry.otherApplications == 0) {
+      changed = without(changed, entry.all);
     } else {
-      for (auto piece = entry->ours.rbegin(); piece != entry->ours.rend(); ++piece) changed = without(changed, *piece);
+      for (const Piece& piece : std::views::reverse(entry.ours)) changed = without(changed, piece);
     }
   }
   if (changed != *text) write(changed);

@@ -52,7 +52,7 @@ std::optional<CustomTheme> decodeTheme(const QJsonValue& value) {
   theme.edgeColor = text(edgeColorKey);
   const QJsonValue rows = object.value(nodeColorsKey);
   if (!text.isWhole() || !rows.isArray()) return std::nullopt;
-  for (const QJsonValue& row : rows.toArray()) {
+  for (const auto& row : rows.toArray()) {
     TextReader color(row.toObject());
     CustomTheme::NodeColor colors;
     colors.fill = color(fillKey);
@@ -101,7 +101,7 @@ std::vector<CustomTheme> decodeCustomThemes(const QByteArray& json) {
   const QJsonDocument document = QJsonDocument::fromJson(json);
   if (!document.isArray()) return {};
   std::vector<CustomTheme> themes;
-  for (const QJsonValue& value : document.array()) {
+  for (const auto& value : document.array()) {
     std::optional<CustomTheme> theme = decodeTheme(value);
     if (!theme) return {};
     themes.push_back(std::move(*theme));

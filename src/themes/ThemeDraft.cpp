@@ -13,6 +13,7 @@ constexpr double addedFillOpacity = 0.7;
 
 std::vector<ThemeDraft::LevelColors> levelsOf(const Theme& theme) {
   std::vector<ThemeDraft::LevelColors> levels;
+  levels.reserve(theme.nodeColors.size());
   for (const Theme::NodeColorSet& row : theme.nodeColors)
     levels.push_back({newId(), colorFromHex(row.fill), colorFromHex(row.stroke), colorFromHex(row.textColor)});
   return levels;

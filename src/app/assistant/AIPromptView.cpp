@@ -168,6 +168,7 @@ void AIPromptView::addExamples() {
       new TextLabel(look(), tr("Or try an example"), &Tokens::secondary, look().font(Look::TextStyle::sectionHeader),
                     TextLabel::Overflow::elides, m_middle->widget());
   auto* flow = new FlowLayout(metrics::gap);
+  // NOLINTNEXTLINE(modernize-loop-convert): the mode may be another one when the button is clicked
   for (qsizetype index = 0; index < m_mode->examples.size(); ++index) {
     auto* button = new Chip(look(), QString(), QString(), m_middle->widget());
     connect(button, &Chip::clicked, this, [this, index] {

@@ -67,7 +67,7 @@ ShownMessage shownMessage(const QString& content) {
   return message;
 }
 
-MessageText::MessageText(ShownMessage message, QFont font) : m_message(std::move(message)), m_font(std::move(font)) {
+MessageText::MessageText(ShownMessage message, const QFont& font) : m_message(std::move(message)), m_font(font) {
   const QFontMetricsF metrics(m_font);
   m_lineHeight = metrics.lineSpacing();
   m_letterWidth = std::max(1.0, metrics.averageCharWidth());

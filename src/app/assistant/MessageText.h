@@ -47,7 +47,7 @@ class MessageText {
     QColor selectedText;
   };
 
-  MessageText(ShownMessage message, QFont font);
+  MessageText(ShownMessage message, const QFont& font);
 
   const QString& text() const { return m_message.text; }
   const std::vector<BoldRange>& bold() const { return m_message.bold; }

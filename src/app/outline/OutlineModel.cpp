@@ -1,6 +1,7 @@
 #include "app/outline/OutlineModel.h"
 
 #include <algorithm>
+#include <ranges>
 #include <unordered_set>
 
 #include "app/companions/TopicText.h"
@@ -68,9 +69,9 @@ bool OutlineModel::followStructure(const OutlineTree& before) {
     if (differs[m_rows[row].number]) changed.push_back(static_cast<int>(row));
   if (changed.size() > mostPatches) return false;
   // From the end, so that what is patched does not move what is still to be.
-  for (auto row = changed.rbegin(); row != changed.rend(); ++row) {
-    if (m_rows[static_cast<std::size_t>(*row)].isExpanded && !patchBelow(*row)) return false;
-    rowChanged(*row);
+  for (const int row : std::views::reverse(changed)) {
+    if (m_rows[static_cast<std::size_t>(row)].isExpanded && !patchBelow(row)) return false;
+    rowChanged(row);
   }
   return std::ranges::equal(m_tree.roots(), before.roots()) || patchBelow(std::nullopt);
 }
@@ -262,8 +263,8 @@ int OutlineModel::endOfBranch(int row) const {
 std::uint32_t OutlineModel::repetitionOf(int row) const {
   const OutlineNodeRow& own = this->row(row);
   std::uint32_t repetition = 0;
-  while (--row >= 0 && this->row(row).depth >= own.depth)
-    repetition += this->row(row).depth == own.depth && this->row(row).number == own.number ? 1 : 0;
+  for (int above = row - 1; above >= 0 && this->row(above).depth >= own.depth; --above)
+    repetition += this->row(above).depth == own.depth && this->row(above).number == own.number ? 1 : 0;
   return repetition;
 }
 
@@ -283,6 +284,7 @@ OutlineFolds::Place OutlineModel::findPlace(const std::vector<int>& path) const 
 
 void OutlineModel::enter(OutlineWalk& walk, const std::vector<int>& path) const {
   std::vector<std::uint32_t> numbers;
+  numbers.reserve(path.size());
   for (const int row : path) numbers.push_back(this->row(row).number);
   walk.setPath(numbers, findPlace(path));
 }

@@ -35,7 +35,7 @@ QString freePathBeside(const QString& document, const QDateTime& time) {
 
 // A sheet that was closed lives on for a moment: what comes for it then is dropped.
 template <class Value, class Action>
-void EarlierVersionsFlow::follow(const QFuture<Value>& future, Action action) {
+void EarlierVersionsFlow::follow(const QFuture<Value>& future, const Action& action) {
   const auto ignored = [](const std::exception&) {};
   whenFinished(
       future, m_sheet,

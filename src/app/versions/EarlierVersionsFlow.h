@@ -42,7 +42,7 @@ class EarlierVersionsFlow final : public QObject {
  private:
   // Calls action(Value) when the future ends, unless the sheet that is open now has been closed by then.
   template <class Value, class Action>
-  void follow(const QFuture<Value>& future, Action action);
+  void follow(const QFuture<Value>& future, const Action& action);
   void listed(const std::vector<versions::Version>& versions);
   void addPicture(std::vector<versions::Version> versions, std::size_t index);
   void openInPlace(std::uint64_t number);

@@ -13,7 +13,7 @@ namespace quilmora {
 class FocusWalk : public QObject {
  public:
   // The areas in the order of the walk; those that are hidden are left out. The window owns the walk.
-  FocusWalk(std::vector<QWidget*> areas, QWidget* window);
+  FocusWalk(const std::vector<QWidget*>& areas, QWidget* window);
 
   void forward() { step(1); }
   void backward() { step(-1); }

@@ -294,7 +294,7 @@ std::optional<std::size_t> MapPainter::nodeAt(const MapScene& scene, QPointF can
     if (!(std::abs(distance.x()) <= reach)) continue;
     if (!(std::abs(distance.y()) <= static_cast<double>(sketch.nodes()[i].boundHalfHeight))) continue;
     if (scene.isHidden(i)) continue;
-    if (measuresLeft && (*measuresLeft == 0 || --*measuresLeft == 0)) return std::nullopt;
+    if (!takeMeasure(measuresLeft)) return std::nullopt;
     if (measure(scene, i, options).box.contains(distance)) return i;
   }
   return std::nullopt;

@@ -17,6 +17,13 @@ struct MovingStore;
 struct PaintContext;
 struct PictureStore;
 
+// Counts one measurement down. False where none is left; without a count there always is one.
+inline bool takeMeasure(std::size_t* measuresLeft) {
+  if (measuresLeft == nullptr) return true;
+  if (*measuresLeft > 0) --*measuresLeft;
+  return *measuresLeft > 0;
+}
+
 // Draws maps on a painter of any device, in view coordinates: the painter's own transform and device pixel ratio are
 // respected. Keeps only what can be made again; keep one painter for one view, so that it has something to keep.
 class MapPainter {

@@ -239,7 +239,7 @@ void NodeLayer::collectNode(std::size_t index, QPointF position) {
   }
   if (!findSeenPart(seen)) return;
   if (m_showsGround && seen.opacity < 1.0 && m_context.standsUpright) m_dimmed.push_back(m_seen.size());
-  m_seen.push_back(std::move(seen));
+  m_seen.push_back(seen);
 }
 
 bool NodeLayer::isTextShown(std::size_t index) const {

@@ -19,7 +19,7 @@ int insetOfRow(int row, int height, int radius) {
   const int fromEdge = std::min(row, height - 1 - row);
   if (fromEdge >= radius) return 0;
   const double up = radius - fromEdge - 0.5;
-  return radius - static_cast<int>(std::sqrt(std::max(0.0, double{1.0} * radius * radius - up * up)));
+  return radius - static_cast<int>(std::sqrt(std::max(0.0, 1.0 * radius * radius - up * up)));
 }
 
 // One byte a pixel, 1 where a topic lies.

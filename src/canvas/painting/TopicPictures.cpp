@@ -88,6 +88,10 @@ bool canBeHalved(const QImage& picture) {
   return picture.width() >= 16 && picture.height() >= 16;
 }
 
+int halvedWidth(const QImage& picture) {
+  return picture.width() / 2;
+}
+
 QImage halved(const QImage& picture) {
   return picture.scaled(picture.size() / 2, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
@@ -114,7 +118,7 @@ int costOf(const QImage& picture, const QString& data, int most) {
 
 const QImage& ShownImage::forWidth(double pixelWidth) {
   const QImage* best = &full;
-  for (std::size_t level = 0; best->width() / 2 >= pixelWidth && canBeHalved(*best); ++level) {
+  for (std::size_t level = 0; halvedWidth(*best) >= pixelWidth && canBeHalved(*best); ++level) {
     if (level == halvings.size()) halvings.push_back(halved(*best));
     best = &halvings[level];
   }

@@ -49,7 +49,7 @@ QMenu* CanvasMenus::nodeMenu(const QUuid& nodeID, QWidget* parent) {
   const std::optional<Node> node = m_editor.nodeByID(nodeID);
   if (!node) return nullptr;
   QMenu* menu = newMenu(parent);
-  const auto add = [&](const QString& text, auto action) {
+  const auto add = [&](const QString& text, const auto& action) {
     QObject::connect(plain::addAction(*menu, text), &QAction::triggered, menu, [this, nodeID, action] {
       if (m_editor.hasNode(nodeID)) action();
     });

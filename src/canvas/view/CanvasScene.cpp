@@ -344,7 +344,7 @@ std::optional<CanvasTarget> CanvasScene::nodePartAt(const MapScene& scene, QPoin
       const bool hasHandle = showsConnectionHandle(scene, id);
       const bool hasToggle = scene.tree.childCount(id) > 0;
       if (!hasHandle && !hasToggle) continue;
-      if (measuresLeft && (*measuresLeft == 0 || --*measuresLeft == 0)) return std::nullopt;
+      if (!takeMeasure(measuresLeft)) return std::nullopt;
       const NodeMetrics metrics = m_painter.measure(scene, i, canvasOptions());
       if (hasHandle && isOnDisc(shownPart(CanvasPart::connectionHandle, metrics.connectionHandle, zoom), offset))
         return CanvasTarget{Kind::connectionHandle, id};

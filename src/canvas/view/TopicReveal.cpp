@@ -54,6 +54,7 @@ void TopicReveal::revealNewTopics() {
   std::ranges::sort(found);
   found.resize(std::min(found.size(), maxRevealed));
   std::vector<QUuid> topics;
+  topics.reserve(found.size());
   for (const std::uint32_t place : found) topics.push_back(m_editor.mindMap().nodes[place].id);
   reveal(topics);
 }

@@ -17,6 +17,7 @@ bool isDescendant(const TreeInfo& tree, const QUuid& target, const QUuid& root) 
       }
   };
   pushChildren(tree.number(root));
+  // NOLINTNEXTLINE(modernize-loop-convert): it grows on the way
   for (std::size_t head = 0; head < queue.size(); ++head) {
     if (queue[head] == wanted) return true;
     pushChildren(queue[head]);
