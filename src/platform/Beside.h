@@ -10,7 +10,7 @@
 
 namespace quilmora {
 
-// Runs `work`, which must not throw, in the pool, or at once where there is none.
+// Runs `work`, which must not throw, in the pool, or at once without one.
 template <class Work>
 auto runBeside(QThreadPool* pool, Work work) {
   using Result = std::invoke_result_t<Work&>;

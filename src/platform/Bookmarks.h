@@ -7,8 +7,8 @@
 
 namespace quilmora {
 
-// A bookmark remembers a file in the settings. This desktop has no sandbox, so a bookmark is the file's path in
-// UTF-8, and access to it always succeeds; the calls stand where a sandboxed desktop would need them.
+// A bookmark remembers a file in the settings. This desktop has no sandbox, so a bookmark is the file's path in UTF-8
+// and access to it always succeeds; the calls are where a sandboxed desktop would need them.
 class Bookmarks {
  public:
   struct Resolved {

@@ -11,7 +11,7 @@ namespace quilmora {
 class Clipboard {
  public:
   virtual ~Clipboard() = default;
-  // The text on the clipboard, or nothing. Other contents that have a text form, such as files by their names, do not
+  // The text on the clipboard, or nothing. Other contents with a text form, such as the names of copied files, do not
   // count.
   virtual std::optional<QString> text() const = 0;
 };

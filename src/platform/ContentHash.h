@@ -7,8 +7,8 @@
 
 namespace quilmora {
 
-// A number that tells contents apart at the speed of memory. Not for secrets: whoever wants two contents of one hash
-// can make them. The same bytes give the same value, in whatever pieces they come.
+// A hash to tell contents apart at the speed of memory. Not for security: collisions can be made on purpose. The same
+// bytes give the same value, however they are split into pieces.
 class ContentHash {
  public:
   void add(std::string_view bytes);

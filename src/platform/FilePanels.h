@@ -8,7 +8,7 @@
 
 namespace quilmora {
 
-// The desktop's file dialogs. Each asks the user and answers with an absolute path, or nothing when the user cancels.
+// The desktop's file dialogs. Each asks the user and returns an absolute path, or nothing when the user cancels.
 class FilePanels {
  public:
   virtual ~FilePanels() = default;
@@ -16,10 +16,10 @@ class FilePanels {
   enum class Content { documents, images, imports };
 
   struct SaveRequest {
-    QString folder;         // where the panel opens
+    QString folder;         // where the dialog opens
     QString suggestedName;  // with its extension
     QString extension;      // the one type offered, without the dot
-    QString reason = {};    // why the user is asked, where that is not plain
+    QString reason = {};    // why the user is asked, when that is not obvious
   };
   struct OpenRequest {
     QStringList extensions;
@@ -31,7 +31,7 @@ class FilePanels {
   virtual std::optional<QString> askOpenPath(const OpenRequest& request) = 0;
 };
 
-// Answers from queues filled beforehand, and keeps what it was asked.
+// Answers from queues filled beforehand, and records what it was asked.
 class QueuedFilePanels final : public FilePanels {
  public:
   std::optional<QString> askSavePath(const SaveRequest& request) override;

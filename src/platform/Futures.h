@@ -11,13 +11,13 @@
 
 namespace quilmora {
 
-// The work behind a future ended without a result, because it was cancelled or its owner has gone.
+// The work behind a future ended without a result, because it was cancelled or its owner is gone.
 class WorkDropped : public std::runtime_error {
  public:
   WorkDropped() : std::runtime_error("cancelled") {}
 };
 
-// Calls done(Result) or failed(const std::exception&) once, in a later turn of the context's event loop, and neither
+// Calls done(Result) or failed(const std::exception&) once, in a later turn of the context's event loop; calls neither
 // once the context is gone.
 template <class Result, class Done, class Failed>
 void whenFinished(const QFuture<Result>& future, QObject* context, Done done, Failed failed) {

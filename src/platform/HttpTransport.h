@@ -27,7 +27,7 @@ struct HttpReply {
   QByteArray body;
 };
 
-// Why there is no reply. Never holds a header or a body.
+// Why there is no reply. Never contains a header or a body.
 class HttpError : public std::runtime_error {
  public:
   enum class Kind { notAllowed, connection, certificate, timedOut, tooLarge, compressed, notHttp };
@@ -39,7 +39,8 @@ class HttpError : public std::runtime_error {
   Kind m_kind;
 };
 
-// Sends requests. A reply of any status is a reply; redirects are not followed. Plain HTTP goes to this machine only.
+// Sends requests. A reply with any status is a reply; redirects are not followed. Plain HTTP is allowed only to this
+// machine.
 class HttpTransport {
  public:
   virtual ~HttpTransport() = default;
@@ -47,7 +48,7 @@ class HttpTransport {
   virtual QFuture<HttpReply> send(const HttpRequest& request) = 0;
 };
 
-// Whether the address names this very machine: localhost, 127.0.0.0/8 or ::1.
+// Whether the address names this machine: localhost, 127.0.0.0/8 or ::1.
 bool isLoopback(const QUrl& url);
 
 // Keeps what is sent; tests answer.
@@ -60,7 +61,7 @@ class MemoryHttpTransport final : public HttpTransport {
   bool isCancelled(std::size_t index) const { return m_exchanges.at(index).promise.isCanceled(); }
   void answer(std::size_t index, HttpReply reply);
   void fail(std::size_t index, const HttpError& error);
-  // Every request from now on is answered with this at once, without a call of answer().
+  // From now on answers every request with this at once, without a call of answer().
   void answerAll(HttpReply reply) { m_standingReply = std::move(reply); }
 
  private:

@@ -22,30 +22,30 @@ inline const QString openAIKey = QStringLiteral("ai_openai_key");
 
 }  // namespace accounts
 
-// Where API keys lie. Nothing here waits: what was answered or saved is kept, and read from there. A key that the
-// desktop cannot keep is kept until the program ends.
+// Where API keys are kept. Nothing here blocks: whatever was answered or saved is remembered and read from memory. A
+// key that the desktop cannot store is kept until the program ends.
 class KeyStore : public QObject {
   Q_OBJECT
 
  public:
-  // By the last answer. `unknown` until there is one.
+  // According to the last answer; `unknown` until there is one.
   enum class State { unknown, kept, thisRunOnly };
 
   ~KeyStore() override = default;
 
   State state() const { return m_state; }
-  // What a person must know of the state, or an empty text.
+  // What the user must know about the state, or an empty text.
   QString note() const;
-  // The key or an empty text, and nothing as long as the desktop was not asked or did not answer.
+  // The key or an empty text; nothing as long as the desktop has not been asked or has not answered.
   std::optional<QString> knownKey(const QString& account) const;
-  // The key, or an empty text for every failure. Ends on the main thread, in any case after `patience`.
+  // The key, or an empty text for every failure. Always ends on the main thread, after `patience` at the latest.
   QFuture<QString> loadKey(const QString& account);
   // An empty value deletes.
   void saveKey(const QString& account, const QString& value);
   void deleteKey(const QString& account) { saveKey(account, {}); }
 
  Q_SIGNALS:
-  // A known key or the state.
+  // A known key or the state changed.
   void changed();
 
  protected:
@@ -58,7 +58,7 @@ class KeyStore : public QObject {
 
   explicit KeyStore(std::chrono::milliseconds patience) : m_patience(patience) {}
 
-  // These three answer once, at any later time, or never.
+  // Each of these three answers once, at any later time, or never.
   virtual void read(const QString& account, const Answered& answered) = 0;
   virtual void write(const QString& account, const QByteArray& value, const Answered& answered) = 0;
   virtual void erase(const QString& account, const Answered& answered) = 0;
@@ -66,12 +66,12 @@ class KeyStore : public QObject {
  private:
   struct Account {
     std::optional<QString> key;
-    bool isChosenHere = false;  // by saveKey, so that no later answer of a read holds
-    bool isFound = false;       // what is not found is looked for again: a store may be locked now and open later
+    bool isChosenHere = false;  // set by saveKey, so that a later answer of a read is ignored
+    bool isFound = false;       // a key that is not found is looked up again: a locked store may be open later
     bool isReading = false;
-    bool isReadSlow = false;  // beyond the patience: nobody waits for it any more
+    bool isReadSlow = false;  // the patience is over: nobody waits for the read any more
     bool isWriting = false;
-    bool isStale = false;  // saved again while the write before was under way
+    bool isStale = false;  // saved again while the previous write was in progress
     int writeCount = 0;
     std::vector<QPromise<QString>> waiting;
   };
@@ -91,7 +91,7 @@ class KeyStore : public QObject {
 // Moves keys that an earlier version left in the settings into the key store.
 void migrateKeys(SettingsStore& settings, KeyStore& keys);
 
-// In memory. Answers at once, or when tests say so.
+// In memory. Answers at once, or when a test says so.
 class MemoryKeyStore final : public KeyStore {
  public:
   explicit MemoryKeyStore(std::chrono::milliseconds patience = std::chrono::seconds(20)) : KeyStore(patience) {}
@@ -100,7 +100,7 @@ class MemoryKeyStore final : public KeyStore {
   bool isAvailable = true;
   bool denies = false;
   bool holdsAnswers = false;
-  // Gives the answers that were held.
+  // Gives the answers that were held back.
   void release();
   std::size_t heldCount() const { return m_held.size(); }
 

@@ -5,7 +5,7 @@
 namespace quilmora {
 
 // The desktop's key store: the Secret Service or KWallet, items of the service "app.quilmora". Once a key is in memory
-// the process leaves no core file.
+// the process writes no core file.
 class KeychainKeyStore final : public KeyStore {
  public:
   explicit KeychainKeyStore(std::chrono::milliseconds patience = std::chrono::seconds(20)) : KeyStore(patience) {}

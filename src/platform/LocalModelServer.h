@@ -12,21 +12,21 @@ class HttpTransport;
 class SettingsStore;
 struct HttpReply;
 
-// A model server on the loopback address, such as many people run beside their desktop. Looks at the usual ports, or at
-// the address of the settings, and takes the first model that is there, or the one that the settings name. An address
-// beyond this machine is taken only with https.
+// A model server on the loopback address, such as many people run on their desktop. Looks at the usual ports, or at the
+// address in the settings, and uses the first model it finds, or the one named in the settings. Other machines are
+// accepted only with https.
 class LocalModelServer final : public QObject, public OnDeviceModel {
   Q_OBJECT
 
  public:
-  // Where servers are looked for, and how each lists its models.
+  // Where to look for servers, and how each lists its models.
   struct Place {
     QUrl address;
     QString list;  // "/api/tags" or "/v1/models"
   };
   static std::vector<Place> usualPlaces();
 
-  // Both outlive it.
+  // Both must outlive it.
   LocalModelServer(HttpTransport& transport, const SettingsStore& settings, std::vector<Place> places = usualPlaces());
 
   QFuture<bool> lookUp() override;
@@ -34,7 +34,7 @@ class LocalModelServer final : public QObject, public OnDeviceModel {
   QUrl address() const override { return m_server.address; }
   QFuture<QString> respond(const QString& prompt) override;
 
-  // The name of the model that is asked; empty without one.
+  // The name of the model in use; empty without one.
   const QString& modelName() const { return m_server.model; }
 
  private:
@@ -54,11 +54,10 @@ class LocalModelServer final : public QObject, public OnDeviceModel {
   Server m_server;
 };
 
-// The address that a text of the settings means, or nothing where it is none or leads beyond this machine without
-// https.
+// The address in a settings text, or nothing if it is invalid or names another machine without https.
 std::optional<QUrl> modelServerAddress(const QString& text);
 
-// The names in a server's list of models, in order; of either kind of list. Empty for anything else.
+// The names in a server's list of models, in order, for either kind of list. Empty for anything else.
 std::vector<QString> modelNames(const QByteArray& list);
 
 }  // namespace quilmora

@@ -11,21 +11,21 @@
 
 namespace quilmora {
 
-// The real one, over Qt's network. Certificate errors are failures, and the desktop's proxies hold for every host but
-// this machine. Nothing is cached, no cookie is kept, and no compressed reply is taken, so that the limit of a reply
-// holds for what is unpacked too. Destroying it drops what is under way.
+// The real transport, over Qt's network. Certificate errors are failures, and the desktop's proxies apply to every host
+// but this machine. Nothing is cached, no cookie is kept, and compressed replies are refused, so that the size limit
+// holds for unpacked data too. Destroying it drops pending requests.
 class NetworkTransport final : public QObject, public HttpTransport {
   Q_OBJECT
 
  public:
-  // Without a configuration, the desktop's own certificates hold; they are read at the first secure request.
+  // Without a configuration, the desktop's own certificates are used; they are read at the first secure request.
   explicit NetworkTransport(std::optional<QSslConfiguration> tls = std::nullopt);
   ~NetworkTransport() override;
   QFuture<HttpReply> send(const HttpRequest& request) override;
 
  private:
   std::optional<QSslConfiguration> m_tls;
-  std::unique_ptr<QNetworkAccessManager> m_network;  // made when it is first needed
+  std::unique_ptr<QNetworkAccessManager> m_network;  // created when first needed
 };
 
 }  // namespace quilmora

@@ -12,7 +12,7 @@
 namespace quilmora {
 Q_NAMESPACE
 
-// The requests that menus, the palette and panels broadcast, and that the main window or the canvas receives.
+// The requests that menus, the palette and panels broadcast to the main window or the canvas.
 enum class Notification {
   createNode,
   createEdge,
@@ -56,8 +56,8 @@ Q_ENUM_NS(Notification)
 QString notificationName(Notification notification);
 int notificationCount();
 
-// Synchronous broadcast on the main thread: post() returns after every receiver ran, in the order in which they came.
-// Receivers may subscribe and unsubscribe anyone, themselves included, while a post runs.
+// Synchronous broadcast on the main thread: post() returns after every receiver has run, in the order of subscription.
+// During a post, receivers may subscribe and unsubscribe anyone, themselves included.
 class NotificationCenter : public QObject {
   Q_OBJECT
 

@@ -11,21 +11,21 @@
 
 namespace quilmora {
 
-// Why a model on this machine gave no text. Its words hold "not available" where there is no model to ask.
+// Why a model on this machine gave no text. The message contains "not available" when there is no model to ask.
 class OnDeviceError : public std::runtime_error {
  public:
   explicit OnDeviceError(const QString& message) : std::runtime_error(message.toStdString()) {}
 };
 
-// A language model on this machine: takes one text and gives one.
+// A language model on this machine: takes one text and returns one.
 class OnDeviceModel {
  public:
   virtual ~OnDeviceModel() = default;
-  // Looks whether there is a model now. Ends on the main thread, within 300 ms.
+  // Checks whether there is a model now. Ends on the main thread, within 300 ms.
   virtual QFuture<bool> lookUp() = 0;
-  // As last looked up; nothing before the first look.
+  // The result of the last check; nothing before the first.
   virtual std::optional<bool> isThere() const = 0;
-  // Where the text goes, as last looked up; empty without a model.
+  // Where the text goes, as of the last check; empty without a model.
   virtual QUrl address() const = 0;
   // Ends on the main thread with the model's text, an OnDeviceError or an error of the transport. Cancelling the future
   // stops the model's work.
@@ -36,7 +36,7 @@ class OnDeviceModel {
 class MemoryOnDeviceModel final : public OnDeviceModel {
  public:
   bool isRunning = false;
-  // Set, every prompt is answered with it at once.
+  // If set, every prompt gets this reply at once.
   std::optional<QString> standingReply;
 
   QFuture<bool> lookUp() override;

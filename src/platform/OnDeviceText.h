@@ -4,8 +4,8 @@
 
 namespace quilmora {
 
-// A text of the product's data about the model on this machine as a person reads it here: the data name another
-// system's model and settings, and here it is a model server. Any other text stays as it is.
+// Rewords a text of the product's data about the model on this machine for the user: the data name another system's
+// model and settings, and here it is a model server. Any other text stays as it is.
 QString onDeviceText(const QString& text);
 
 }  // namespace quilmora

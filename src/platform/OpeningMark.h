@@ -7,18 +7,18 @@
 
 namespace quilmora {
 
-// Remembers on the disk which document is being opened and drawn for the first time, so that a start after one that it
-// ended knows.
+// Records on disk which document is being opened and drawn for the first time, so that the next start knows if it
+// crashed the program.
 class OpeningMark {
  public:
   virtual ~OpeningMark() = default;
   virtual void set(const QString& path) = 0;
   virtual void clear() = 0;
-  // The document of a mark that the process which set it did not live to clear. Stays until another is set.
+  // The document of a mark whose process ended before clearing it. Stays until another is set.
   virtual std::optional<QString> left() const = 0;
 };
 
-// A small file of its own. Where it cannot be written there is no mark.
+// A small file of its own. If it cannot be written, there is no mark.
 class FileOpeningMark final : public OpeningMark {
  public:
   explicit FileOpeningMark(QString file);
@@ -38,7 +38,7 @@ class MemoryOpeningMark final : public OpeningMark {
   std::optional<QString> left() const override { return m_left; }
 
   const std::optional<QString>& marked() const { return m_marked; }
-  // As after a start of the program.
+  // As after a restart of the program.
   void startAnew() { m_left = m_marked; }
 
  private:

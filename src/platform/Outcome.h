@@ -6,14 +6,14 @@
 
 namespace quilmora {
 
-// How something that was asked for ended: done, or not done for a reason that is fit to be shown.
+// How a requested operation ended: done, or not done, with a reason that can be shown to the user.
 class [[nodiscard]] Outcome {
  public:
   static Outcome done() { return Outcome({}); }
   static Outcome failed(QString reason) { return Outcome(std::move(reason)); }
 
   bool isDone() const { return m_reason.isEmpty(); }
-  // Empty when it is done.
+  // Empty if it is done.
   const QString& reason() const { return m_reason; }
 
  private:

@@ -4,9 +4,9 @@
 
 namespace quilmora {
 
-// A text of the product's data as a person reads it on this desktop: keys are told as Ctrl, Alt and Shift instead of ⌘,
-// ⌥, ⇧, Cmd and Option, in this order. "⇧⌘O" becomes "Ctrl+Shift+O", and "Shift + Cmd + L" "Ctrl + Shift + L". The
-// machine is a desktop.
+// A text of the product's data as it is shown on this desktop: ⌘, ⌥, ⇧, Cmd and Option become Ctrl, Alt and Shift, in
+// this order. "⇧⌘O" becomes "Ctrl+Shift+O", and "Shift + Cmd + L" becomes "Ctrl + Shift + L". The machine is called a
+// desktop.
 QString platformText(const QString& text);
 
 }  // namespace quilmora

@@ -4,16 +4,16 @@
 
 namespace quilmora {
 
-// For the start of a program, before anything is opened. A write that the system refuses (a reader that has gone, a
-// limit on the size of files) is an error where it happens and never ends the process; and a standard stream that was
-// closed is replaced by nothing, lest a document be opened in its place and written to.
+// Call at the start of a program, before anything is opened. A write that the system refuses (a closed pipe, a limit on
+// file sizes) becomes an ordinary error and never kills the process; a closed standard stream is replaced by /dev/null,
+// so that no document gets its descriptor and is written to.
 void guardProcess();
 
-// From here on, what this process writes to standard error is dropped where it would have to wait, such as for a full
-// pipe or a stopped terminal. Other processes that share the stream see no change.
+// From here on, output of this process to standard error is dropped when it would block, such as on a full pipe or a
+// stopped terminal. Other processes that share the stream are not affected.
 void neverWaitForStandardError();
 
-// Writes as much to standard error as goes without waiting.
+// Writes as much to standard error as is possible without blocking.
 void writeToStandardError(const QByteArray& bytes);
 
 }  // namespace quilmora

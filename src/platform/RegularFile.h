@@ -9,7 +9,7 @@
 
 namespace quilmora {
 
-// Why a file could not be read. One line, fit to be shown, without the file's name.
+// Why a file could not be read. One line, can be shown to the user, without the file's name.
 class FileReadError : public TextError {
  public:
   using TextError::TextError;
@@ -18,11 +18,11 @@ class FileReadError : public TextError {
 // Words for the errno of a failed system call, such as "permission denied".
 QString readingFailure(int error);
 
-// A file open for reading. Pipes, sockets and devices, which could block the reader, are refused unopened. Throws
-// FileReadError.
+// A file open for reading. Pipes, sockets and devices, which could block the reader, are refused without being opened.
+// Throws FileReadError.
 class RegularFile {
  public:
-  // `path` in the file system's own bytes; `folderReason` is the error for a folder.
+  // `path` in the file system's own bytes; `folderReason` is the error text for a folder.
   explicit RegularFile(const QByteArray& path,
                        const QString& folderReason = QStringLiteral("this is a folder and not a file"));
   ~RegularFile();
@@ -39,7 +39,7 @@ class RegularFile {
   std::uint64_t m_size = 0;
 };
 
-// The whole file, when it has at most `maxSize` bytes. Throws FileReadError.
+// The whole file, if it has at most `maxSize` bytes. Throws FileReadError.
 QByteArray readWholeFile(const QString& path, qsizetype maxSize);
 
 }  // namespace quilmora

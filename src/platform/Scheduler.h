@@ -11,7 +11,7 @@ namespace quilmora {
 // Runs work on the main thread after a delay. Destroying the scheduler drops what has not run.
 class Scheduler {
  public:
-  using Task = quint64;  // 0 is no task
+  using Task = quint64;  // 0 means no task
   virtual ~Scheduler() = default;
   // A delay of 0 means the next turn of the main loop.
   virtual Task after(std::chrono::milliseconds delay, std::function<void()> work) = 0;
@@ -34,7 +34,7 @@ class ManualScheduler final : public Scheduler {
  public:
   Task after(std::chrono::milliseconds delay, std::function<void()> work) override;
   void cancel(Task task) override { m_waiting.erase(task); }
-  // Runs what falls due within `step`, in the order of due times, including what that work schedules.
+  // Runs everything due within `step`, in the order of due times, including work scheduled meanwhile.
   void advance(std::chrono::milliseconds step);
   std::size_t waitingCount() const { return m_waiting.size(); }
 

@@ -5,7 +5,7 @@
 
 namespace quilmora {
 
-// Every key of the settings store. A default applies where a reader finds the key absent; nothing writes it at start.
+// Every key of the settings store. A default applies when a key is absent; nothing writes it at start.
 namespace settings {
 
 inline const QString defaultLayout = QStringLiteral("defaultLayout");
@@ -34,11 +34,11 @@ inline const QString windowIsMaximized = QStringLiteral("windowIsMaximized");
 inline const QString lastSavedFilePath = QStringLiteral("lastSavedFilePath");
 inline const QString lastSavedFileBookmark = QStringLiteral("lastSavedFileBookmark");
 inline const QString recentFileBookmarks = QStringLiteral("recentFileBookmarks");
-// Of the model server on this machine; absent or empty means the usual places and the first model.
+// For the model server on this machine; absent or empty means the usual places and the first model.
 inline const QString localModelAddress = QStringLiteral("local_model_address");
 inline const QString localModelName = QStringLiteral("local_model_name");
 
-// What a reader takes where the key is absent: a text, a flag or a real. Invalid for a key that has no default.
+// The value to use when the key is absent: a text, a flag or a real. Invalid for a key that has no default.
 QVariant settingDefault(const QString& key);
 
 }  // namespace settings

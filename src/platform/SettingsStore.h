@@ -13,7 +13,7 @@
 
 namespace quilmora {
 
-// Tells whoever shows a setting that it has another value now.
+// Announces that a setting has a new value.
 class SettingsChanges final : public QObject {
   Q_OBJECT
 
@@ -21,8 +21,8 @@ class SettingsChanges final : public QObject {
   void changed(const QString& key);
 };
 
-// The user's settings: text, flag, real, bytes or a list of bytes by key. An absent key, and a value of another kind,
-// read as absent; each reader applies its own default.
+// The user's settings: text, flag, real, bytes or a list of bytes by key. A value of another kind reads as absent; each
+// reader applies its own default.
 class SettingsStore {
  public:
   virtual ~SettingsStore() = default;
@@ -35,18 +35,18 @@ class SettingsStore {
 
   void setText(const QString& key, const QString& value);
   void setFlag(const QString& key, bool value);
-  // A value that is not finite cannot be kept: the key becomes absent.
+  // A value that is not finite cannot be stored: the key becomes absent.
   void setReal(const QString& key, double value);
   void setBytes(const QString& key, const QByteArray& value);
   void setBytesList(const QString& key, const QList<QByteArray>& value);
   void remove(const QString& key) { change(key, {}); }
 
-  // Emits at once, on the main thread, after a key got another value or became absent.
+  // Emits at once, on the main thread, after a key got another value or was removed.
   const SettingsChanges& changes() const { return m_changes; }
 
  protected:
   virtual QVariant read(const QString& key) const = 0;  // invalid when absent
-  // Only ever called with another value than the one that is there; an invalid one makes the key absent.
+  // Called only with a value that differs from the current one; an invalid one removes the key.
   virtual void write(const QString& key, const QVariant& value) = 0;
 
  private:
@@ -68,19 +68,19 @@ class MemorySettingsStore final : public SettingsStore {
   std::map<QString, QVariant> m_values;
 };
 
-// The desktop's per-user settings file, a JSON text: Quilmora/Quilmora.json in the user's configuration folder. It is
-// read once, and changes reach it at the next turn of the main loop, at the latest when the store ends. One process
-// writes it at a time: see SingleInstance.
+// The user's settings file, a JSON text: Quilmora/Quilmora.json in the user's configuration folder. It is read once;
+// changes are written at the next turn of the main loop, or when the store is destroyed. Only one process writes it at
+// a time: see SingleInstance.
 class DesktopSettingsStore final : public SettingsStore {
  public:
   DesktopSettingsStore();
-  // For a file of its own instead of the user's.
+  // For a given file instead of the user's.
   explicit DesktopSettingsStore(QString path);
   ~DesktopSettingsStore() override;
   const QString& path() const { return m_path; }
-  // Why changes cannot be kept, fit to be shown, or an empty text; touches nothing.
+  // Why changes cannot be stored, as a text to show, or empty; writes nothing.
   QString obstacle() const;
-  // Called with the reason when the file cannot be written, once.
+  // Called once, with the reason, when the file cannot be written.
   void setFailureReceiver(std::function<void(const QString& reason)> receiver) { m_onFailure = std::move(receiver); }
 
  protected:

@@ -10,8 +10,8 @@ class QSocketNotifier;
 namespace quilmora {
 
 // Turns SIGTERM, SIGINT and SIGHUP into received() on the thread that made the object, from its event loop, so that the
-// program can save before it ends. One at a time; when it ends, the signals act as they did before. A signal that the
-// process was started to ignore (SIGHUP under nohup) stays ignored.
+// program can save before it exits. Only one object at a time; its destructor restores the previous handlers. A signal
+// that the process was started to ignore (SIGHUP under nohup) stays ignored.
 class TerminationSignals : public QObject {
   Q_OBJECT
 
@@ -19,7 +19,7 @@ class TerminationSignals : public QObject {
   explicit TerminationSignals(QObject* parent = nullptr);
   ~TerminationSignals() override;
 
-  // Whether the signals are caught; false when the system refused or another object catches them already.
+  // Whether the signals are caught; false if the system refused or another object catches them already.
   bool isActive() const { return m_notifier != nullptr; }
 
  Q_SIGNALS:

@@ -10,7 +10,7 @@ namespace quilmora {
 class TextError : public std::runtime_error {
  public:
   explicit TextError(const QString& message) : std::runtime_error(message.toStdString()), m_message(message) {}
-  // One line, fit to be shown.
+  // One line that can be shown to the user.
   const QString& message() const { return m_message; }
 
  private:
