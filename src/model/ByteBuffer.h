@@ -6,11 +6,11 @@
 
 namespace quilmora {
 
-// One growing buffer for writers of text. Those who know how much they are about to write take room(), write there and
-// hand the end to setEnd().
+// A growing buffer for text writers. Writers that know their maximum size call room(), write there and pass the end to
+// setEnd().
 class ByteBuffer {
  public:
-  // Makes room for `count` more bytes and answers where they go.
+  // Makes room for `count` more bytes and returns where they go.
   char* room(qsizetype count) {
     if (m_limit - m_end < count) grow(count);
     return m_end;
@@ -24,14 +24,14 @@ class ByteBuffer {
   void put(std::string_view text);
   void putBlanks(qsizetype count);
 
-  // What stands in the buffer.
+  // The buffer's content.
   std::string_view text() const {
     return {m_bytes.constData(), m_end ? static_cast<std::size_t>(m_end - m_bytes.constData()) : 0};
   }
-  // Empties the buffer, which keeps its room.
+  // Empties the buffer but keeps its memory.
   void clear() { m_end = m_end ? m_bytes.data() : nullptr; }
 
-  // The whole text; the buffer is empty again.
+  // The whole text; leaves the buffer empty.
   QByteArray take();
 
  private:
@@ -42,8 +42,8 @@ class ByteBuffer {
   char* m_limit = nullptr;
 };
 
-// Writes one code point as UTF-8, four bytes at most, and answers the place behind it. A surrogate becomes what no
-// decoder takes; callers replace it before.
+// Writes one code point as UTF-8, at most four bytes, and returns the end. A surrogate would give bytes that no decoder
+// accepts; callers replace it first.
 char* putCodePoint(char* at, char32_t c);
 
 }  // namespace quilmora

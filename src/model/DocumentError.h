@@ -4,8 +4,8 @@
 
 namespace quilmora {
 
-// Why a document could not be read or written. The text names the place or the cause and is fit to be shown, such as
-// "nodes[12].style.fill: missing".
+// Why a document could not be read or written. The text names the place or the cause and can be shown to the user, such
+// as "nodes[12].style.fill: missing".
 class DocumentError : public TextError {
  public:
   using TextError::TextError;

@@ -11,10 +11,10 @@ struct PaddedText;
 
 // Reads what encodeDocument writes, strictly and whole. Throws DocumentError.
 MindMap decodeDocument(const QByteArray& json);
-// The same for a text that was read with room behind it; it is freed as soon as it is parsed.
+// The same for a text in a padded buffer, which is freed as soon as it is parsed.
 MindMap decodePadded(PaddedText text);
 
-// One record of a document by itself, as strictly. Throws DocumentError.
+// A single record of a document, read as strictly. Throws DocumentError.
 EdgeStyle decodeEdgeStyle(const QByteArray& json);
 
 }  // namespace quilmora

@@ -8,14 +8,14 @@
 
 namespace quilmora {
 
-// Takes the next piece of a document's text; false ends the writing.
+// Takes the next piece of a document's text; returning false stops the writing.
 using DocumentReceiver = std::function<bool(std::string_view piece)>;
 
-// The text of encodeDocument() in pieces of about a megabyte, so that a large map needs no second copy. Whether the
-// receiver took all of it. May run beside the main thread, over a copy of the map.
+// Passes the text of encodeDocument() on in pieces of about a megabyte, so that a large map needs no second copy in
+// memory. Returns whether the receiver took all of it. May run off the main thread, on a copy of the map.
 bool streamDocument(const MindMap& map, const DocumentReceiver& receiver);
 
-// The file that decodeDocumentAt() reads: the path itself, or what a package holds.
+// The file that decodeDocumentAt() reads: the path itself, or the document inside a package.
 QString documentFileAt(const QString& path);
 
 struct ReadDocument {
@@ -23,7 +23,7 @@ struct ReadDocument {
   FileState state;  // of documentFileAt(), as it was read
 };
 
-// decodeDocumentAt() for who wants to know later whether the file is still the one that was read.
+// decodeDocumentAt() for callers that later need to know whether the file has changed.
 ReadDocument readDocumentAt(const QString& path);
 
 }  // namespace quilmora

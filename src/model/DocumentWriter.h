@@ -8,11 +8,11 @@ namespace quilmora {
 
 enum class JsonForm { pretty, compact };
 
-// The map as JSON text: UTF-8, sorted keys, indented unless compact is asked for, dates in whole seconds. Always
-// readable by decodeDocument: a number that is not finite is written as the nearest finite one.
+// The map as JSON text: UTF-8, sorted keys, indented unless compact form is requested, dates in whole seconds.
+// decodeDocument can always read it: a number that is not finite is written as the nearest finite one.
 QByteArray encodeDocument(const MindMap& map, JsonForm form = JsonForm::pretty);
 
-// One record of a document by itself, compact.
+// A single record of a document, in compact form.
 QByteArray encodeNodeStyle(const NodeStyle& style);
 
 }  // namespace quilmora

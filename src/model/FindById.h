@@ -9,8 +9,7 @@
 
 namespace quilmora {
 
-// How many records come before the first one with this id, or nothing when none has it. Walks the array; topics are
-// found faster through a MapIndex.
+// The index of the first record with this id, or nothing. Walks the array; to find topics, a MapIndex is faster.
 template <class Record>
 std::optional<std::size_t> ordinalOf(const SharedArray<Record>& records, const QUuid& id) {
   std::size_t ordinal = 0;

@@ -7,8 +7,8 @@
 
 namespace quilmora {
 
-// A set of ids, compared as a set. Iterates in the order of insertion as long as nothing is removed. Copies share the
-// ids until one of them changes.
+// A set of ids, compared as a set. Iterates in insertion order as long as nothing is removed. Copies share the ids
+// until one of them changes.
 class IdSet {
  public:
   IdSet() = default;
@@ -26,7 +26,7 @@ class IdSet {
   auto begin() const { return m_table->ids().begin(); }
   auto end() const { return m_table->ids().end(); }
 
-  // Whether no look at the ids is needed to tell that the sets are equal.
+  // Whether the sets are known to be equal without comparing ids.
   bool sharesStorageWith(const IdSet& other) const { return m_table.sharesStorageWith(other.m_table); }
   bool operator==(const IdSet& other) const {
     if (sharesStorageWith(other)) return true;

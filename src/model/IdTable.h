@@ -7,13 +7,13 @@
 
 namespace quilmora {
 
-// Numbers distinct ids densely from 0 in the order of their insertion. Open addressing over a seeded mix of the id's
-// bits, so that a crafted file cannot make it slow.
+// Numbers distinct ids densely from 0 in insertion order. Open addressing over a seeded mix of the id's bits, so that a
+// crafted file cannot make it slow.
 class IdTable {
  public:
   static constexpr std::uint32_t npos = 0xFFFFFFFFu;
 
-  // The id's number, new or old.
+  // The id's number, new or existing.
   std::uint32_t insert(const QUuid& id);
   // The id's number, or npos.
   std::uint32_t find(const QUuid& id) const;
@@ -33,7 +33,7 @@ class IdTable {
   void rehash(std::size_t slotCount);
 
   std::vector<QUuid> m_ids;
-  std::vector<std::uint32_t> m_slots;  // numbers, npos where free; a power of two of them
+  std::vector<std::uint32_t> m_slots;  // numbers, npos if free; the size is a power of two
 };
 
 }  // namespace quilmora

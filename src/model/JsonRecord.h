@@ -15,12 +15,12 @@
 #include "model/MindMap.h"
 #include "platform/Clock.h"
 
-// Strict reading of records from a parsed JSON document. Everything here throws DocumentError with the place of the
+// Strict reading of records from a parsed JSON document. Everything here throws DocumentError naming the place of the
 // value.
 namespace quilmora::json {
 
-// Where a value stands. It becomes text only when something is wrong there. Points to its parent, which must outlive
-// it.
+// The place of a value in the document. It is turned into text only for an error. Points to its parent, which must
+// outlive it.
 class Place {
  public:
   Place() = default;  // the document as a whole
@@ -45,12 +45,12 @@ struct Field {
   Place place;
 };
 
-// The keys of a record. They are best listed in sorted order, the order in which documents hold them.
+// The keys of a record. List them in sorted order, the order in which documents hold them.
 template <std::size_t N>
 struct KeyList {
   std::array<std::string_view, N> names;
 
-  // The number of a key; naming one that is not listed does not compile.
+  // The number of a key; an unlisted key does not compile.
   consteval std::size_t operator[](std::string_view name) const {
     for (std::size_t i = 0; i < N; ++i)
       if (names[i] == name) return i;
@@ -62,8 +62,8 @@ constexpr KeyList<sizeof...(Texts)> keyList(const Texts&... texts) {
   return {{std::string_view(texts)...}};
 }
 
-// Puts the values of the listed keys into `values` and answers which are there, bit by bit. A null counts as absent,
-// keys that are not listed are ignored, and a key that stands twice fails.
+// Puts the values of the listed keys into `values` and returns a bit mask of those present. A null counts as absent,
+// unlisted keys are ignored, and a repeated key throws.
 std::uint32_t collectFields(const Field& field, std::span<const std::string_view> names,
                             std::span<simdjson::dom::element> values);
 
@@ -82,7 +82,7 @@ class Record {
     if (!has(key)) fail(Place(m_place, m_keys.names[key]), QStringLiteral("missing"));
     return {m_values[key], Place(m_place, m_keys.names[key])};
   }
-  // Reads the field by read(Field) when it is there.
+  // Reads the field with read(Field) if it is present.
   template <class Read>
   auto optional(std::size_t key, Read&& read) const -> std::optional<decltype(read(std::declval<Field>()))> {
     if (!has(key)) return std::nullopt;
@@ -96,7 +96,7 @@ class Record {
   std::uint32_t m_present;
 };
 
-// The text of well-formed UTF-8, every character of it.
+// Converts well-formed UTF-8 without loss.
 QString textFromUtf8(std::string_view text);
 
 simdjson::dom::array asArray(const Field& field);
@@ -104,7 +104,7 @@ std::string_view asUtf8(const Field& field);
 QString asText(const Field& field);
 bool asBoolean(const Field& field);
 double asNumber(const Field& field);
-// A whole number, which may be written as a real such as 1.0.
+// A whole number, possibly written as a real such as 1.0.
 std::int64_t asInteger(const Field& field);
 QPointF asPoint(const Field& field);
 QRectF asRect(const Field& field);
@@ -121,8 +121,8 @@ Enumeration asEnumeration(const Field& field) {
   return *value;
 }
 
-// Gives equal short texts, colours mostly, one shared storage. Remembers a bounded number of them, and only as long as
-// the parsed document stands.
+// Gives equal short texts, mostly colours, one shared storage. Remembers a bounded number of them, for as long as the
+// parsed document exists.
 class TextPool {
  public:
   QString shared(std::string_view text);

@@ -12,9 +12,9 @@
 
 namespace quilmora::json {
 
-// Writes JSON text straight into one growing buffer. The caller is responsible for the structure: in an object each
-// value follows its key. Whatever is written stays valid: texts become UTF-8 with every lone surrogate as U+FFFD, and a
-// number that is not finite becomes the nearest finite one, NaN becomes 0.
+// Writes JSON text into one growing buffer. The caller is responsible for the structure: in an object each value
+// follows its key. The text is always valid: lone surrogates become U+FFFD, infinite numbers the nearest finite one,
+// NaN 0.
 class JsonWriter {
  public:
   explicit JsonWriter(JsonForm form) : m_isPretty(form == JsonForm::pretty) {}
@@ -24,7 +24,7 @@ class JsonWriter {
   void beginArray() { open('['); }
   void endArray() { close(']'); }
 
-  // The key of the next value; it needs no escapes.
+  // The key of the next value; must need no escapes.
   void key(std::string_view name);
   // Begins the next value of an array.
   void item() { separate(); }
@@ -39,10 +39,10 @@ class JsonWriter {
   // "[x, y]" on one line.
   void pair(double x, double y);
 
-  // The text since the last clear(), for those who hand it on piece by piece.
+  // The text since the last clear(), for writing it out in pieces.
   std::string_view pending() const { return m_buffer.text(); }
   void clear() { m_buffer.clear(); }
-  // After the last value: a line feed when pretty.
+  // Call after the last value: adds a line feed when pretty.
   void finish();
   // The whole text, finished.
   QByteArray take();
@@ -57,7 +57,7 @@ class JsonWriter {
   ByteBuffer m_buffer;
   int m_depth = 0;
   bool m_isPretty;
-  bool m_isFirst = true;  // nothing stands yet in the innermost array or object
+  bool m_isFirst = true;  // the innermost array or object is still empty
 };
 
 }  // namespace quilmora::json

@@ -10,15 +10,14 @@
 
 namespace quilmora {
 
-// Flat arrays over a map's topics and edges, for everything that walks the map: ids become dense numbers, also those
-// that only an edge names. update() looks only into the blocks that changed since the last call. Copies share the
-// arrays until one of them is updated.
+// Flat arrays over a map's topics and edges, for code that walks the map: ids become dense numbers, including those
+// that only an edge names. update() examines only the blocks that changed since the last call. Copies share the arrays
+// until one of them is updated.
 class MapIndex {
  public:
   static constexpr std::uint32_t npos = IdTable::npos;
 
-  // What an update found different. Structure means ids of topics or ends of edges; a change of titles, styles or
-  // positions is none.
+  // What an update found changed. Structure means ids of topics or ends of edges, not titles, styles or positions.
   struct Change {
     bool structure = false;
     bool positions = false;
@@ -29,23 +28,23 @@ class MapIndex {
 
   Change update(const SharedArray<Node>& nodes, const SharedArray<Edge>& edges);
 
-  // Takes arrays that differ from the last ones in texts and styles only, without looking into them.
+  // Takes arrays that differ from the last ones only in texts and styles, without examining them.
   void adopt(const SharedArray<Node>& nodes, const SharedArray<Edge>& edges) {
     m_nodes = nodes;
     m_edges = edges;
   }
-  // The same for topics that were moved too; `positions` are theirs, by ordinal in `nodes`.
+  // The same for topics that were also moved; `positions` are the new ones, by ordinal in `nodes`.
   void adopt(const SharedArray<Node>& nodes, std::vector<QPointF> positions) {
     m_nodes = nodes;
     m_positions = SharedValue(std::move(positions));
   }
 
-  // Shared with those who keep it. Later updates only add to it, so that numbers once given stay; a reader who made
-  // arrays by number treats a higher number as unknown.
+  // Shared with whoever keeps it. Later updates only add to it, so that numbers stay valid; code with arrays by number
+  // treats a higher number as unknown.
   const std::shared_ptr<IdTable>& ids() const { return m_ids; }
-  // Of the numbers that this index knows; the ids may have more by later updates of a copy.
+  // How many numbers this index knows; the shared ids may hold more, added by later updates of a copy.
   std::uint32_t numberCount() const { return static_cast<std::uint32_t>(m_nodeOfNumber->size()); }
-  // Whether the other one holds the same arrays, told without looking into them.
+  // Whether the other index is known to hold the same arrays, without comparing them.
   bool sharesStorageWith(const MapIndex& other) const {
     return m_ids == other.m_ids && m_positions.sharesStorageWith(other.m_positions) &&
            m_numberOfNode.sharesStorageWith(other.m_numberOfNode) &&
@@ -57,10 +56,10 @@ class MapIndex {
   const std::vector<std::uint32_t>& numberOfNode() const { return *m_numberOfNode; }
   const std::vector<QPointF>& positions() const { return *m_positions; }
 
-  // By number: the last ordinal in `nodes` with this id, or npos for an id that names no topic.
+  // By number: the last ordinal in `nodes` with this id, or npos if the id names no topic.
   const std::vector<std::uint32_t>& nodeOfNumber() const { return *m_nodeOfNumber; }
 
-  // By ordinal in `edges`: numbers of the two ends.
+  // By ordinal in `edges`: the number of each end.
   const std::vector<std::uint32_t>& edgeFrom() const { return *m_edgeFrom; }
   const std::vector<std::uint32_t>& edgeTo() const { return *m_edgeTo; }
 
@@ -71,7 +70,7 @@ class MapIndex {
   bool updateNodes(const SharedArray<Node>& nodes, bool& positionsChanged);
   bool updateEdges(const SharedArray<Edge>& edges);
   std::uint32_t numberOf(const QUuid& id, std::uint32_t likely);
-  // Of the topics from this position on; of all it starts afresh.
+  // Renumbers the topics from this ordinal on; 0 starts afresh.
   void renumber(std::size_t first);
 
   SharedArray<Node> m_nodes;
@@ -86,9 +85,9 @@ class MapIndex {
 
 // Children of every number in the order of the edges, in one flat list.
 struct ChildTable {
-  std::vector<std::uint32_t> start;    // by number, one more than there are numbers
+  std::vector<std::uint32_t> start;    // by number, with one extra entry at the end
   std::vector<std::uint32_t> numbers;  // children, grouped by parent
-  std::vector<char> isTarget;          // by number: some edge leads to it
+  std::vector<char> isTarget;          // by number: whether an edge leads to it
 
   explicit ChildTable(const MapIndex& index);
   std::uint32_t childCount(std::uint32_t number) const { return start[number + 1] - start[number]; }

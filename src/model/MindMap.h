@@ -9,7 +9,7 @@
 
 namespace quilmora {
 
-// One map: a value. A copy costs constant time, and nothing holds a pointer into it.
+// A map, as a value. A copy takes constant time, and nothing holds a pointer into it.
 struct MindMap {
   enum class Layout { manual, tree, radial, verticalTree, leftRightTree, orgChart };
 
@@ -28,15 +28,15 @@ struct MindMap {
   // The content of a new window: one topic "Start Here" at (400, 300). Reads the clock twice.
   static MindMap blankMap(const Clock& clock);
 
-  // Removes every node with this id and every edge and relationship that touches it, and sets updatedAt. Descendants
+  // Removes every node with this id, and every edge and relationship that touches it, and sets updatedAt. Descendants
   // stay and become roots; regions stay.
   void removeNode(const QUuid& id, TimePoint now);
 
-  // Leaves the two time stamps out on purpose: a change of them alone is no change of the map.
+  // Deliberately ignores the two time stamps: a change of them alone is no change of the map.
   bool operator==(const MindMap& other) const;
 };
 
-// The stored texts of the enumerations, such as "rounded-rect". The second form answers nothing for another text.
+// The stored texts of the enumerations, such as "rounded-rect". Reading an unknown text gives nothing.
 QLatin1String rawValue(NodeStyle::Shape value);
 QLatin1String rawValue(Badge value);
 QLatin1String rawValue(IconRef::IconType value);

@@ -1,13 +1,13 @@
 #pragma once
 
-// Documents with all that reads and writes them.
+// Documents and everything that reads and writes them.
 #include "model/DocumentFile.h"
 #include "model/DocumentReader.h"
 #include "model/DocumentWriter.h"
 
 namespace quilmora {
 
-// The document beside the editor: the map as it was last handed over by reading or by editing.
+// The map as it was last passed on by reading or editing.
 struct MindMapDocument {
   MindMap mindMap;
 

@@ -9,8 +9,8 @@
 
 namespace quilmora {
 
-// The value records of a map. Coordinates and sizes are canvas units, colours are "#RRGGBB" texts, and nothing here
-// validates itself: duplicate edges, cycles and dangling ids are legal, and every consumer bears them.
+// The value records of a map. Coordinates and sizes are canvas units, colours are "#RRGGBB" texts. Records do not
+// validate themselves: duplicate edges, cycles and dangling ids are legal, and all code must cope with them.
 
 struct NodeStyle {
   enum class Shape { roundedRect, circle, rectangle, ellipse };
@@ -78,7 +78,7 @@ struct EdgeStyle {
   bool operator==(const EdgeStyle&) const = default;
 };
 
-// A tree connector; the hierarchy exists only through these.
+// A connector of the tree; the hierarchy exists only through these.
 struct Edge {
   QUuid id;
   QUuid from;  // parent
@@ -90,7 +90,7 @@ struct Edge {
   bool operator==(const Edge& other) const;
 };
 
-// A free cross-link that takes no part in the hierarchy.
+// A free cross-link outside the hierarchy.
 struct Relationship {
   QUuid id;
   QUuid from;
@@ -102,7 +102,7 @@ struct Relationship {
   bool operator==(const Relationship& other) const;
 };
 
-// A labelled coloured rectangle behind the topics.
+// A labelled, coloured rectangle behind the topics.
 struct Region {
   QUuid id;
   QString label;
@@ -123,7 +123,7 @@ struct CanvasConfig {
   bool operator==(const CanvasConfig&) const = default;
 };
 
-// Sizing by depth. The initial values are those of a new map.
+// Sizing by depth. The defaults are those of a new map.
 struct HierarchicalConfig {
   bool edgeSizing = true;
   double rootEdgeWidth = 15.0;

@@ -6,7 +6,7 @@ namespace quilmora {
 
 inline constexpr QSizeF minRegionSize{80.0, 60.0};
 
-// The size that a region takes when it is pulled to the wanted one.
+// The size that a region gets when it is resized to `wanted`.
 inline QSizeF regionSize(QSizeF wanted) {
   return wanted.expandedTo(minRegionSize);
 }

@@ -10,14 +10,14 @@
 
 namespace quilmora {
 
-// A persistent array: its records lie in blocks that copies share until one of them writes.
+// A persistent array: its records are in blocks that copies share until one of them writes.
 //
 // Copying takes constant time. A write after a copy copies one block and the list of blocks, never all records.
-// Comparing takes a block that both sides share as equal without looking inside. Readers that keep derived data can
-// hold a copy and later compare `block(k)` with it: the same pointer means the same records.
+// Comparing treats a shared block as equal without looking inside. Code that keeps derived data can hold a copy and
+// later compare `block(k)` with it: the same pointer means the same records.
 //
-// Blocks vary in size, so that removing a record leaves the other blocks alone. The capacity weighs the block that an
-// edit copies against the list of blocks, which it copies too: at 64, fifty edits of 10,000 topics take 2.5 MB.
+// Blocks vary in size, so that removing a record leaves the other blocks alone. The capacity balances the two things
+// that an edit copies, one block and the list of blocks: at 64, fifty edits of 10,000 topics take 2.5 MB.
 template <class T, std::size_t BlockCapacity = 64>
 class SharedArray {
  public:
@@ -70,7 +70,7 @@ class SharedArray {
   std::size_t size() const { return m_list ? m_list->size : 0; }
   bool empty() const { return size() == 0; }
 
-  // The record at `index`, which must be below size(). Costs a search over the blocks.
+  // The record at `index`, which must be below size(). Searches the list of blocks.
   const T& operator[](std::size_t index) const {
     const std::size_t k = blockOf(index);
     return (*m_list->entries[k].block)[index - m_list->entries[k].start];
@@ -113,8 +113,8 @@ class SharedArray {
       for (T& item : ownBlock(entry)) change(item);
   }
 
-  // Calls change(T&) on the records for which matches(const T&) holds; blocks without one stay shared.
-  // Returns how many matched.
+  // Calls change(T&) on the records for which matches(const T&) holds; blocks without a match stay shared. Returns the
+  // number of matches.
   template <class Predicate, class Change>
   std::size_t updateIf(Predicate&& matches, Change&& change) {
     std::size_t count = 0;
@@ -129,8 +129,8 @@ class SharedArray {
     return count;
   }
 
-  // Removes the records for which matches(const T&) holds; it is asked once a record, in order. Blocks without one stay
-  // shared. Returns how many were removed.
+  // Removes the records for which matches(const T&) holds; it is called once per record, in order. Blocks without a
+  // match stay shared. Returns the number of removed records.
   template <class Predicate>
   std::size_t eraseIf(Predicate&& matches) {
     std::size_t removed = 0;
@@ -200,7 +200,7 @@ class SharedArray {
     return static_cast<std::size_t>(after - entries.begin()) - 1;
   }
 
-  // A copy may have been dropped on another thread: its reads come before our writes.
+  // Another thread may just have dropped its copy: its reads must come before our writes.
   template <class Pointer>
   static bool isOnlyOwner(const Pointer& pointer) {
     if (pointer.use_count() != 1) return false;
@@ -226,8 +226,8 @@ class SharedArray {
     return *entry.block;
   }
 
-  // Drops empty blocks, joins blocks that removals left small, and counts anew. A joined pair lists its records in a
-  // new block, so that no shared one changes.
+  // Drops empty blocks, merges blocks that removals left small, and recomputes the starts. A merged pair gets a new
+  // block, so that no shared block changes.
   void tidy() {
     List& list = ownList();
     std::vector<Entry> kept;

@@ -14,7 +14,7 @@ class SharedValue {
 
   const T& operator*() const { return m_value ? *m_value : fresh(); }
   const T* operator->() const { return &**this; }
-  // For a change in place; copies the value first if others share it.
+  // For changing it in place; copies the value first if others share it.
   T& write() {
     if (!m_value)
       m_value = std::make_shared<T>();
