@@ -11,7 +11,7 @@ namespace quilmora {
 
 class SettingsStore;
 
-// A theme that a person made: no category, no gradients.
+// A theme made by the user: no category, no gradients.
 struct CustomTheme {
   struct NodeColor {
     QString fill;
@@ -30,7 +30,7 @@ struct CustomTheme {
   bool operator==(const CustomTheme&) const = default;
 };
 
-// The themes in the settings, in stored order; none where the data cannot be read as a whole.
+// The themes in the settings, in stored order; none if the data cannot be read completely.
 std::vector<CustomTheme> loadCustomThemes(const SettingsStore& settings);
 void saveCustomThemes(SettingsStore& settings, const std::vector<CustomTheme>& themes);
 
@@ -38,10 +38,10 @@ void saveCustomThemes(SettingsStore& settings, const std::vector<CustomTheme>& t
 QByteArray encodeCustomThemes(const std::vector<CustomTheme>& themes);
 std::vector<CustomTheme> decodeCustomThemes(const QByteArray& json);
 
-// As pickers and maps know it, under "custom_" and its id.
+// As pickers and maps know it, with the id "custom_" and its own.
 Theme toTheme(const CustomTheme& theme);
 
-// The built-in themes and behind them the custom ones, as they are now.
+// The built-in themes followed by the custom ones, as they are now.
 std::vector<Theme> allThemesIncludingCustom(const SettingsStore& settings);
 
 }  // namespace quilmora

@@ -11,7 +11,7 @@ struct RegionColor {
   QLatin1String name;  // for menus and screen readers
 };
 
-// The colours that regions are offered. New ones take the first seven in turn.
+// The colours offered for regions. New regions take the first seven in turn.
 inline constexpr std::array<RegionColor, 8> regionColorPalette{{
     {QLatin1String("#7C4DFF"), QLatin1String("Violet")},
     {QLatin1String("#FF7043"), QLatin1String("Orange")},

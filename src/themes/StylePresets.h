@@ -15,7 +15,7 @@ struct TopicColors {
   bool operator==(const TopicColors&) const = default;
 };
 
-// A ready-made colouring of a topic, whatever the theme.
+// Ready-made colours for a topic, independent of the theme.
 struct StylePreset {
   QString name;
   TopicColors colors;

@@ -30,7 +30,7 @@ struct Theme {
   ThemeCategory category = ThemeCategory::classic;
   std::vector<NodeColorSet> nodeColors;  // by depth; the last row serves every deeper level
 
-  // The row for a depth; a negative depth takes the first.
+  // The row for a depth; a negative depth gets the first.
   const NodeColorSet& rowForDepth(int depth) const;
 
   bool operator==(const Theme&) const = default;
@@ -42,13 +42,13 @@ const std::vector<Theme>& allThemes();
 // The built-in theme with this id, or nullptr.
 const Theme* builtInTheme(const QString& id);
 
-// Colour rows of one branch by depth below its head: fill, stroke, text. No gradients.
+// Colour rows of one branch by depth below its top topic: fill, stroke, text. No gradients.
 using BranchPalette = std::vector<Theme::NodeColorSet>;
 
 // Eight palettes; branches take them in turn.
 const std::vector<BranchPalette>& branchPalettes();
 
-// What a root takes when topics are coloured by branch.
+// The colours of a root when topics are coloured by branch.
 const Theme::NodeColorSet& branchRootColors();
 
 }  // namespace quilmora

@@ -10,7 +10,7 @@
 
 namespace quilmora {
 
-// A custom theme while a person makes it, in colours as they are shown.
+// A custom theme while it is being made, in the colours shown.
 struct ThemeDraft {
   struct LevelColors {
     QUuid id;  // of the row that shows it
@@ -24,14 +24,14 @@ struct ThemeDraft {
   QColor edgeColor;
   std::vector<LevelColors> levels;  // by depth, never empty
 
-  // What a person starts with.
+  // The draft to start with.
   static ThemeDraft initial();
-  // All of a theme but its gradients, under its name and " Custom".
+  // Everything of a theme but its gradients, named after it with " Custom".
   static ThemeDraft from(const Theme& theme);
 
-  // A copy of the last level whose fill is fainter.
+  // Adds a copy of the last level with a fainter fill.
   void addLevel();
-  // The last one that is left stays.
+  // The only remaining level stays.
   void removeLevel(const QUuid& id);
 
   // In opaque colours, with a new id.
