@@ -12,7 +12,7 @@
 
 namespace quilmora {
 
-// Points by topic id, in the order in which they were placed. Setting an id again replaces its point.
+// Points by topic id, in the order of placement. Setting an id again replaces its point.
 class PositionTable {
  public:
   void set(const QUuid& id, QPointF point);
@@ -30,8 +30,8 @@ class PositionTable {
   std::vector<QPointF> m_points;
 };
 
-// Arranges topics: a pure function that sees ids and edges only and is blind to sizes, titles and collapse. The result
-// gives centres in canvas units; an id in it need not name a topic.
+// Arranges topics: a pure function of ids and edges that ignores sizes, titles and collapse. Returns centres in canvas
+// units; an id in the result need not name a topic.
 class LayoutAlgorithm {
  public:
   virtual ~LayoutAlgorithm() = default;
@@ -39,10 +39,10 @@ class LayoutAlgorithm {
                                          QSizeF canvasSize) const = 0;
 };
 
-// The algorithm and constants behind a layout value. Nothing for `manual`.
+// The algorithm and constants for a layout value; nothing for `manual`.
 std::unique_ptr<LayoutAlgorithm> makeLayout(MindMap::Layout layout);
 
-// Shifts all points by one offset, so that the centre of their bounding box falls on the canvas centre.
+// Shifts all points by one offset, so that their bounding box is centred on the canvas.
 PositionTable centerPositions(PositionTable positions, QSizeF canvasSize);
 
 }  // namespace quilmora

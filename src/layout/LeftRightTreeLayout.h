@@ -4,7 +4,7 @@
 
 namespace quilmora {
 
-// A root's children go right and left in turn; every level spreads by a fixed step, without regard for subtree sizes.
+// A root's children go right and left in turn; each level is spread by a fixed step, ignoring subtree sizes.
 struct LeftRightTreeLayout final : LayoutAlgorithm {
   double levelSpacing = 250.0;
   double siblingSpacing = 80.0;

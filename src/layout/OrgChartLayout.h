@@ -4,7 +4,7 @@
 
 namespace quilmora {
 
-// The tree layout from the top down, with constants of its own.
+// The tree layout from the top down, with its own constants.
 struct OrgChartLayout final : LayoutAlgorithm {
   double levelSpacing = 150.0;
   double siblingSpacing = 120.0;

@@ -4,7 +4,7 @@
 
 namespace quilmora {
 
-// The root in the centre and its descendants on rings, every subtree in a sector as wide as its share of the leaves.
+// The root in the centre and its descendants on rings; each subtree gets a sector proportional to its leaves.
 struct RadialLayout final : LayoutAlgorithm {
   double baseRadius = 200.0;   // of the first ring
   double ringSpacing = 180.0;  // between consecutive rings
