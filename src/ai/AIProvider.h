@@ -13,7 +13,7 @@
 
 namespace quilmora {
 
-// What a back end is asked to do.
+// The kinds of request to a provider.
 struct GenerateMapRequest {
   QString prompt;
 };
@@ -27,7 +27,7 @@ struct SuggestChildrenRequest {
 };
 struct SummarizeBranchRequest {
   QStringList titles;
-  QStringList contents;  // notes, position by position with the titles
+  QStringList contents;  // notes, in the order of the titles
 };
 struct RewriteTitlesRequest {
   QStringList titles;
@@ -37,14 +37,13 @@ using AIRequest = std::variant<GenerateMapRequest, ExpandNodeRequest, SuggestChi
 
 struct AIResponse {
   AITreeNode treeNode;
-  QString rawText;  // as it was received
+  QString rawText;  // as received
 
   bool operator==(const AIResponse&) const = default;
 };
 
-// An AI back end. It keeps no state that changes and never touches a map. The calls start on the main thread and end
-// there, with a value or with an exception: an AIProviderError, an AITreeError, AICancelled once the call was
-// cancelled, or an error of the transport.
+// An AI provider. It has no mutable state and never touches a map. Calls start and end on the main thread, with a value
+// or an exception: an AIProviderError, an AITreeError, AICancelled after cancellation, or an error of the transport.
 class AIProvider {
  public:
   virtual ~AIProvider() = default;

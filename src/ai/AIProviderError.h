@@ -7,13 +7,13 @@
 
 namespace quilmora {
 
-// How an AI back end fails. The description is what a person reads.
+// How an AI provider fails. The description is the text shown to the user.
 class AIProviderError : public std::runtime_error {
  public:
   enum class Case { networkError, invalidResponse, rateLimited, authenticationFailed, noAPIKey, cancelled };
 
   static AIProviderError networkError(const QString& underlying);
-  // `raw` is what came back, or a sentence in its place; a person reads its first 100 characters.
+  // `raw` is the reply, or a sentence in its place; its first 100 characters are shown to the user.
   static AIProviderError invalidResponse(const QString& raw);
   static AIProviderError rateLimited() { return {Case::rateLimited, {}}; }
   static AIProviderError authenticationFailed() { return {Case::authenticationFailed, {}}; }
@@ -32,19 +32,19 @@ class AIProviderError : public std::runtime_error {
   QString m_payload;
 };
 
-// Why a JSON text is no tree of topics; in the words of the JSON decoder.
+// Why a JSON text is not a tree of topics, in the words of the JSON decoder.
 class AITreeError : public std::runtime_error {
  public:
   explicit AITreeError(const QString& message) : std::runtime_error(message.toStdString()) {}
 };
 
-// A call was cancelled before it ended. No failure of the back end, and never shown as one.
+// A call was cancelled before it ended. Not a failure of the provider, and never shown as one.
 class AICancelled : public std::runtime_error {
  public:
   AICancelled() : std::runtime_error("cancelled") {}
 };
 
-// What a person reads of any failure of a call.
+// The text shown to the user for any failure of a call.
 QString errorDescription(const std::exception& error);
 
 }  // namespace quilmora

@@ -14,13 +14,13 @@ namespace quilmora {
 
 class SettingsStore;
 
-// Asks a back end for what the workflows need, and tells how that goes. The calls end on the main thread with the
-// result or with the back end's own failure. Destroying the service leaves them without a result.
+// Asks a provider for what the workflows need, and reports progress. Calls end on the main thread with the result or
+// with the provider's own failure. Destroying the service leaves them without a result.
 class AIService : public QObject {
   Q_OBJECT
 
  public:
-  // Both references outlive it.
+  // Both references must outlive the service.
   AIService(std::shared_ptr<AIProvider> provider, const SettingsStore& settings, const Clock& clock);
 
   bool isGenerating() const { return m_isGenerating; }
@@ -31,7 +31,7 @@ class AIService : public QObject {
 
   QFuture<MindMap> generateMap(const QString& prompt, MindMap::Layout layout, QSizeF canvasSize,
                                const std::optional<QString>& themeId, const Cancellation& cancellation);
-  // The sub-topics of a topic whose titles from the root are `path`.
+  // The sub-topics of a topic; `path` has the titles from the root down to it.
   QFuture<std::vector<AITreeNode>> expandNode(const QString& title, const QString& path,
                                               const Cancellation& cancellation);
   QFuture<QString> summarizeBranch(const QStringList& titles, const QStringList& contents,

@@ -13,21 +13,21 @@
 
 namespace quilmora {
 
-// Turns an AI tree into topics and connectors, which then are like any others.
+// Turns an AI tree into ordinary topics and connectors.
 struct AITreeConverter {
   QSizeF canvasSize;
   MindMap::Layout layout = MindMap::Layout::manual;
   std::optional<QString> themeId;  // absent: the theme of the settings
 
-  // A new map of the whole tree, however deep, arranged by the layout and centred as that does.
+  // A new map of the whole tree, however deep, arranged and centred by the layout.
   MindMap convert(const AITreeNode& tree, const SettingsStore& settings, const Clock& clock) const;
 
-  // Adds the children and their children, no deeper, at fixed offsets beside the topic `parentID`, which stands at
-  // `parentDepth`. What is there stays where it is.
+  // Adds the children and their children, no deeper, at fixed offsets from the topic `parentID`, whose depth is
+  // `parentDepth`. Existing topics are not moved.
   void addChildren(std::span<const AITreeNode> children, MindMap& map, const QUuid& parentID, int parentDepth,
                    const SettingsStore& settings, const Clock& clock) const;
 
-  // A built-in theme always: an id that names none gives "purple".
+  // Always a built-in theme: an unknown id gives "purple".
   const Theme& resolvedTheme(const SettingsStore& settings) const;
   NodeStyle styleForDepth(int depth, const SettingsStore& settings) const;
 };

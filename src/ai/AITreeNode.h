@@ -8,12 +8,12 @@
 
 namespace quilmora {
 
-// What every back end answers with: a topic with its subtree. A value; copying, comparing and destroying one takes no
-// stack, however deep it nests.
+// What every provider returns: a topic with its subtree. A value; copying, comparing and destroying one uses no stack,
+// however deeply it nests.
 struct AITreeNode {
   QString title;
   std::optional<QString> notes;
-  std::optional<std::vector<AITreeNode>> children;  // absent and empty are different states
+  std::optional<std::vector<AITreeNode>> children;  // absent and empty are different
 
   AITreeNode() = default;
   explicit AITreeNode(QString name) : title(std::move(name)) {}
@@ -27,11 +27,11 @@ struct AITreeNode {
   bool operator==(const AITreeNode& other) const;
 };
 
-// The tree as JSON on one line: `title` always, `notes` and `children` where they are present.
+// The tree as JSON on one line: `title` always, `notes` and `children` if present.
 QByteArray encodeTree(const AITreeNode& tree);
 
-// Reads what encodeTree writes. Keys beside the three are passed over, a null counts as absent, and of a key that
-// stands twice the last one counts. Throws AITreeError.
+// Reads what encodeTree writes. Other keys are skipped, a null counts as absent, and the last of a repeated key counts.
+// Throws AITreeError.
 AITreeNode decodeTree(const QByteArray& json);
 
 }  // namespace quilmora

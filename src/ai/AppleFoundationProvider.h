@@ -6,11 +6,11 @@ namespace quilmora {
 
 class OnDeviceModel;
 
-// The model on this machine: asked with one text that holds everything. Where there is none, the call fails with an
-// AIProviderError::invalidResponse that says so; platform/OnDeviceText words it for people.
+// The model on this machine: asked with one text that contains everything. Without a model, the call fails with an
+// AIProviderError::invalidResponse that says so; platform/OnDeviceText rewords it for the user.
 class AppleFoundationProvider final : public AIProvider {
  public:
-  // The model outlives every call.
+  // The model must outlive every call.
   explicit AppleFoundationProvider(OnDeviceModel& session) : m_session(session) {}
 
   QString name() const override { return QStringLiteral("Apple (On-Device)"); }

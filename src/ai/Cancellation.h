@@ -10,17 +10,17 @@
 
 namespace quilmora {
 
-// A shared handle by which the one who started a call stops it: its copies are one. Lives on the main thread.
+// A shared handle by which the caller stops a call it started; copies share one state. Lives on the main thread.
 class Cancellation {
  public:
   Cancellation() : m_state(std::make_shared<State>()) {}
 
   bool isCancelled() const { return m_state->isCancelled; }
 
-  // Runs what waits for it, once.
+  // Runs the waiting actions, once.
   void cancel();
 
-  // Runs `action` when cancel() is called, at once if it was, and never once `context` is gone.
+  // Runs `action` when cancel() is called, at once if it has been already, and never once `context` is gone.
   void whenCancelled(QObject* context, std::function<void()> action) const;
 
  private:

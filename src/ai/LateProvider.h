@@ -6,10 +6,10 @@
 
 namespace quilmora {
 
-// Stands for a back end that is still being chosen: its calls wait for the choice, which never fails.
+// Stands in for a provider that is still being chosen: its calls wait for the choice, which never fails.
 class LateProvider final : public AIProvider {
  public:
-  // `expected` tells name and key meanwhile.
+  // `expected` supplies name and key until then.
   LateProvider(std::shared_ptr<AIProvider> expected, const QFuture<std::shared_ptr<AIProvider>>& choice)
       : m_expected(std::move(expected)), m_choice(choice) {}
 

@@ -4,7 +4,7 @@
 
 namespace quilmora {
 
-// The offline generator: answers from patterns and tables, with no model and no network, at once and always.
+// The offline generator: answers from patterns and tables, without a model or a network, at once and without failing.
 class MockProvider final : public AIProvider {
  public:
   QString name() const override { return QStringLiteral("Smart (Offline)"); }

@@ -6,16 +6,16 @@
 
 namespace quilmora {
 
-// The trees that the offline generator makes.
+// The offline generator's trees.
 
-// A map for a prompt: one of the fixed structures where the prompt asks for one, and otherwise the branches of the
-// closest subject of the table, or of a template.
+// A map for a prompt: a fixed structure if the prompt asks for one, otherwise the branches of the closest subject in
+// the table, or of a template.
 AITreeNode generateTree(const QString& prompt);
 
-// The title with the branches of the subject of exactly this name, or with four that fit any.
+// The title with the branches of the subject of exactly this name, or with four generic ones.
 AITreeNode expandTree(const QString& title);
 
-// Up to five children for the title that are not among the siblings, whatever the case.
+// Up to five children for the title that are not among the siblings; case is ignored.
 AITreeNode suggestTree(const QString& title, const QStringList& siblings);
 
 }  // namespace quilmora

@@ -9,21 +9,21 @@
 
 namespace quilmora {
 
-// What a person can ask for when a map is to be generated.
+// A kind of map that the user can ask for.
 struct PromptMode {
   QString id;
   QString label;
   QString symbol;
   QString placeholder;
-  QString prefix;  // goes before the person's words
+  QString prefix;  // put before the user's words
   MindMap::Layout layout;
   QStringList examples;
 };
 
-// In the order of their buttons; the first is the one at the start.
+// In the order of their buttons; the first is preselected.
 const std::vector<PromptMode>& promptModes();
 
-// The layout that the words of a whole prompt, prefix included, ask for, or `usual`.
+// The layout that a whole prompt, prefix included, asks for, or `usual`.
 MindMap::Layout layoutForPrompt(const QString& prompt, MindMap::Layout usual);
 
 }  // namespace quilmora

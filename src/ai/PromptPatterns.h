@@ -6,9 +6,8 @@
 
 namespace quilmora {
 
-// What the offline generator looks for in a prompt: the first match of each pattern, as a regular expression over
-// Unicode finds it, in time that grows with the text alone. The first four read a text in lower case; the others ignore
-// case.
+// What the offline generator looks for in a prompt: the first match of each pattern, as a Unicode regular expression
+// would find it, in time linear in the text. The first four expect a lower-case text; the others ignore case.
 
 struct PatternMatch {
   qsizetype start = 0;
@@ -33,8 +32,10 @@ std::optional<PatternMatch> findStyleWords(const QString& text);
 // The capture, or nothing.
 std::optional<QString> findTopic(const QString& text);
 
-// expand\s+(?:the\s+)?["']?(.+?)["']?$, else add\s+\w+\s+to\s+["']?(.+?)["']?$, else break\s+down\s+["']?(.+?)["']?$
-// The first capture that is more than blanks, without the blanks around it, or nothing.
+// expand\s+(?:the\s+)?["']?(.+?)["']?$, else
+// add\s+\w+\s+to\s+["']?(.+?)["']?$, else
+// break\s+down\s+["']?(.+?)["']?$
+// The first capture that is not blank, trimmed, or nothing.
 std::optional<QString> findExpansionTarget(const QString& text);
 
 }  // namespace quilmora

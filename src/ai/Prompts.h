@@ -6,15 +6,15 @@
 
 namespace quilmora {
 
-// The texts that go to a model.
+// The texts sent to a model.
 
-// What tells the model its task, one text for each kind of request.
+// The model's task, one text for each kind of request.
 QString systemPrompt(const AIRequest& request);
 
-// What the user asks for.
+// The user's part of the request.
 QString userPrompt(const AIRequest& request);
 
-// What tells the model to chat; the outline of the map follows it directly.
+// The model's task in a chat; the outline of the map is appended directly.
 QString chatPrompt();
 
 }  // namespace quilmora

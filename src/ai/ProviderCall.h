@@ -12,7 +12,7 @@
 
 namespace quilmora {
 
-// The answer that a call owes: it is given once, on the main thread, or when the call is cancelled. Copies stand for
+// The pending answer of a call. It is given once, on the main thread, or ends when the call is cancelled. Copies share
 // the same answer.
 template <class Result>
 class OwedAnswer {
@@ -20,7 +20,7 @@ class OwedAnswer {
   OwedAnswer() { m_promise->start(); }
 
   QFuture<Result> future() const { return m_promise->future(); }
-  // Goes when the answer is given, and with it whatever waits for it.
+  // Destroyed when the answer is given, together with whatever waits on it.
   QObject* context() const { return m_context; }
   void give(Result result) const {
     m_promise->addResult(std::move(result));
@@ -41,9 +41,9 @@ class OwedAnswer {
   std::shared_ptr<QPromise<Result>> m_promise = std::make_shared<QPromise<Result>>();
 };
 
-// One call of a back end: reads what came back away from the main thread, and ends on it. `judge` gives the exception
-// that a failure becomes; it is called inside the handler of that failure. Cancelling stops the work behind `received`
-// and ends the call with AICancelled at once.
+// One call to a provider: runs `read` on a pool thread and ends on the main thread. `judge` returns the exception that
+// a failure becomes; it is called inside the handler of that failure. Cancelling stops the work behind `received` and
+// ends the call with AICancelled at once.
 template <class Result, class Received, class Read, class Judge>
 QFuture<Result> providerCall(QFuture<Received> received, const Cancellation& cancellation, Read read, Judge judge) {
   const OwedAnswer<Result> answer;

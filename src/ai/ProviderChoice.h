@@ -14,24 +14,23 @@ class KeyStore;
 class OnDeviceModel;
 class SettingsStore;
 
-// What the back ends stand on. All outlive every call.
+// What the providers depend on. All of it must outlive every call.
 struct AIBackEnds {
   const SettingsStore& settings;
   KeyStore& keys;
   HttpTransport& transport;
   OnDeviceModel& onDevice;
-  // Makes the offline generator, which takes the place of every other that is not to be had.
+  // Makes the offline generator, which replaces any provider that is not available.
   std::function<std::shared_ptr<AIProvider>()> offline;
   QString claudeHost = ClaudeProvider::publicHost();
   QString openAIHost = OpenAIProvider::publicHost();
 };
 
-// A new back end by the setting `ai_provider`, with the key as it is stored now. Without a key, or without a model on
-// this machine, it is the offline generator. Where that is not known yet the back end's calls wait until it is.
+// A new provider by the setting `ai_provider`, with the key as currently stored. Without a key, or without a model on
+// this machine, it is the offline generator. While that is still unknown, the provider's calls wait.
 std::shared_ptr<AIProvider> chosenProvider(const AIBackEnds& backEnds);
 
-// Where the chosen back end sends what it is asked, as far as it is known now: "Stays on this machine" or "Sent to" and
-// a host.
+// Where the chosen provider sends requests, as far as is known now: "Stays on this machine" or "Sent to" and a host.
 QString destinationText(const AIBackEnds& backEnds);
 
 }  // namespace quilmora

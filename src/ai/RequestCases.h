@@ -4,7 +4,7 @@
 
 namespace quilmora {
 
-// One function for each kind of request, for std::visit.
+// One function per kind of request, for std::visit.
 template <class... Functions>
 struct RequestCases : Functions... {
   using Functions::operator()...;

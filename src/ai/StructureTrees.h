@@ -7,10 +7,10 @@
 
 namespace quilmora {
 
-// Trees whose structure is fixed and that only a title, or a number, fills.
+// Trees of a fixed structure, filled in with a title or a number.
 
 AITreeNode swotTree(const QString& title);
-// Two sides, split at " vs " of the whole prompt; a third one is left out.
+// Two sides, split at " vs " in the whole prompt; a third side is ignored.
 AITreeNode comparisonTree(const QString& prompt);
 // The first `count` of eight phases.
 AITreeNode timelineTree(const QString& title, std::int64_t count);
@@ -18,7 +18,7 @@ AITreeNode prosAndConsTree(const QString& title);
 AITreeNode fiveWhysTree(const QString& title);
 AITreeNode decisionTree(const QString& title);
 
-// Eight branches with sub-items that fit any subject.
+// Eight branches with sub-items that suit any subject.
 std::vector<AITreeNode> templateBranches();
 
 }  // namespace quilmora

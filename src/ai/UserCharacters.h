@@ -4,7 +4,7 @@
 
 namespace quilmora {
 
-// The first `count` user-perceived characters of the text, or all of it. Looks no further than it must.
+// The first `count` user-perceived characters of the text, or all of it. Reads no further than necessary.
 QString firstCharacters(const QString& text, int count);
 
 // Whether the text has more than `count` user-perceived characters.

@@ -13,8 +13,8 @@ namespace quilmora {
 
 class HttpTransport;
 
-// What the back ends of the vendors have in common: a key, and one HTTPS request a call. What each says and how its
-// replies are wrapped is up to the vendor.
+// What the vendors' providers share: a key, and one HTTPS request per call. Request bodies and the form of replies are
+// the vendor's.
 class VendorProvider : public AIProvider {
  public:
   bool requiresAPIKey() const final { return true; }
@@ -30,7 +30,7 @@ class VendorProvider : public AIProvider {
     ReplyVariant variant;
   };
 
-  // The transport outlives every call. `host` may name a port.
+  // The transport must outlive every call. `host` may include a port.
   VendorProvider(HttpTransport& transport, QString apiKey, QString host, Replies replies);
 
   virtual QString path() const = 0;

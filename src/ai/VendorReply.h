@@ -9,27 +9,27 @@
 
 namespace quilmora {
 
-// What the back ends of the vendors share in reading a reply.
+// What the vendors' providers share in reading a reply.
 
-// The body of a reply of status 200. Any other status throws the AIProviderError that it stands for. The key is in
-// neither, also where the vendor sent it back.
+// The body of a reply with status 200. Any other status throws the matching AIProviderError. The key is removed from
+// both, even if the vendor echoed it.
 QByteArray acceptedBody(const HttpReply& reply, const QString& apiKey);
 
-// The text of a body, empty where it is not UTF-8.
+// The text of a body, or empty if it is not UTF-8.
 QString bodyText(const QByteArray& body);
 
-// The text that the model wrote, by the vendor's way of wrapping it; the whole body where it is not wrapped that way.
+// The text that the model wrote, unwrapped from the vendor's JSON; the whole body if it is not in that form.
 QString claudeReplyText(const QByteArray& body);
 QString openAIReplyText(const QByteArray& body);
 
-// The text with every occurrence of the key taken out. A text of a few characters is no secret and stays.
+// The text with every occurrence of the key removed. A key of only a few characters is no secret and stays.
 QByteArray withoutKey(QByteArray text, const QString& apiKey);
 
-// What a failed exchange becomes, inside its handler: an answer that is not HTTP is a network error, and everything
-// else passes unchanged.
+// What a failed exchange becomes; call it in the failure's handler. An answer that is not HTTP is a network error, and
+// everything else passes unchanged.
 std::exception_ptr vendorFailure(const std::exception& error);
 
-// The key as a header's value: what was pasted around it, such as a line break, is no part of it.
+// The key as a header value, without anything pasted around it, such as a line break.
 QByteArray keyHeader(const QString& apiKey);
 
 }  // namespace quilmora
