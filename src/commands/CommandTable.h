@@ -17,9 +17,9 @@ class MindMapViewModel;
 
 enum class MenuId { file, newFromTemplate, openRecent, exportDocument, edit, view, help };
 
-// What a row of the table looks at and acts on: one a window.
+// What a row of the table examines and acts on: one per window.
 struct CommandContext {
-  // What the window shows at this moment.
+  // What the window shows at the moment.
   struct Shown {
     bool sidebar = true;
     bool inspector = true;
@@ -29,7 +29,7 @@ struct CommandContext {
 
     bool operator==(const Shown&) const = default;
   };
-  // What entries do that post nothing; an empty function leaves its entry disabled.
+  // What entries without a notification do; an empty function disables its entry.
   struct Handlers {
     std::function<void()> quit;
     std::function<void()> about;
@@ -42,40 +42,40 @@ struct CommandContext {
   MindMapViewModel& editor;
   Handlers handlers;
   Shown shown;
-  QPointer<QObject> textField;  // that has the keyboard, also while the menu bar borrows it
+  QPointer<QObject> textField;  // the one that has the keyboard, even while the menu bar borrows it
 };
 
-// One command: a row of data from which menus, toolbar, palette, tool tips, keys and what is told of keys are made. It
+// One command: a row of data from which menus, toolbar, palette, tool tips, keys and their descriptions are made. It
 // posts `notification` with `object`, or calls `call`, or opens `submenu`.
 struct Command {
   using Condition = bool (*)(const CommandContext& context, const QVariant& object);
   using Call = void (*)(const CommandContext& context, const QVariant& object);
 
-  std::optional<MenuId> menu = {};  // nothing: stands in the toolbar or the palette only
+  std::optional<MenuId> menu = {};  // absent: only in the toolbar or the palette
   QString text = {};                // with its mnemonic, such as "&New Topic"
-  QString key = {};                 // as the product's data tells keys, such as "⇧⌘S"
-  QStringList moreKeys = {};        // that do the same and are not shown
+  QString key = {};                 // in the notation of the product's data, such as "⇧⌘S"
+  QStringList moreKeys = {};        // alternatives that are not shown
   std::optional<Notification> notification = {};
   Call call = nullptr;
   std::optional<MenuId> submenu = {};
   QVariant object = {};
-  Condition isPossible = nullptr;  // nothing: always
-  Condition isOn = nullptr;        // of what can be on and off
-  const char* textSlot = nullptr;  // what a text field does itself when it has the keyboard and the key is pressed
-  bool yieldsKey = false;          // the key is taken only when the view that has the keyboard passes it on
+  Condition isPossible = nullptr;  // nullptr: always
+  Condition isOn = nullptr;        // for commands that can be checked
+  const char* textSlot = nullptr;  // what a focused text field does itself when the key is pressed
+  bool yieldsKey = false;          // the key is used only when the focused view passes it on
   QString symbol = {};             // for the toolbar and the palette
   QString secondLine = {};         // for the palette
   bool dividerBefore = false;
-  QString id = {};  // unique; where no row names it, its notification with the object
+  QString id = {};  // unique; by default its notification with the object
 
   // Without mnemonic and dots: "Open Recent".
   QString name() const;
   QKeySequence keySequence() const;
-  // The one that is shown first.
+  // The first one is the one shown.
   QList<QKeySequence> allKeys() const;
-  // The name with the key behind it: "New Topic (Ctrl+N)".
+  // The name followed by the key: "New Topic (Ctrl+N)".
   QString toolTip() const;
-  // The key that is shown, in the words of running text: "Ctrl + N".
+  // The key that is shown, spelled as in running text: "Ctrl + N".
   QString spelledKey() const;
 };
 
@@ -90,7 +90,7 @@ struct MenuTitle {
 };
 const std::vector<MenuTitle>& menuBarTable();
 
-// A button of the toolbar: a command that has a symbol.
+// A button of the toolbar: a command with a symbol.
 struct ToolbarButton {
   QString commandId;
   bool gapBefore = false;

@@ -4,11 +4,11 @@
 
 namespace quilmora {
 
-// The texts of one menu, each with a mnemonic of its own as far as there are letters. One that a text has already
-// stays; the others take the first letter of a word that is free, else any free letter.
+// The texts of one menu, each with its own mnemonic as long as there are free letters. Existing mnemonics stay; the
+// other texts get the free first letter of a word, or else any free letter.
 QStringList withMnemonics(QStringList texts);
 
-// The letter behind the "&", in upper case, or nothing.
+// The letter after the "&", in upper case, or nothing.
 QChar mnemonicOf(const QString& text);
 QString withoutMnemonic(QString text);
 

@@ -6,13 +6,13 @@
 
 namespace quilmora {
 
-// What a key does, told to a person.
+// A key and its description for the user.
 struct ShortcutRow {
-  QString keys;  // as the product's data tells keys, such as "⇧⌘O"
+  QString keys;  // in the notation of the product's data, such as "⇧⌘O"
   QString meaning;
 };
 
-// The keys worth knowing, in the order in which they are shown. Those of commands are the ones of the table.
+// The keys worth knowing, in display order. The keys of commands come from the table.
 const std::vector<ShortcutRow>& shortcutsReference();
 
 }  // namespace quilmora
