@@ -13,19 +13,19 @@ namespace quilmora {
 
 class FileWriter;
 
-// Told now and then how much of a long export is done, from 0 to 1.
+// Called now and then with the share of a long export that is done, from 0 to 1.
 using ExportProgress = std::function<void(double share)>;
 
 struct ExportOutcome {
   enum class State {
     written,
-    failed,       // `reason` tells why
+    failed,       // `reason` says why
     notRendered,  // no picture of this map can be made
     canceled,
   };
 
   State state = State::written;
-  QString reason;  // fit to be shown
+  QString reason;  // can be shown to the user
 
   static ExportOutcome failure(const QString& reason) { return {State::failed, reason}; }
   static ExportOutcome of(const Outcome& written) {
@@ -33,11 +33,11 @@ struct ExportOutcome {
   }
 };
 
-// Writes a map in a format, whatever the extension of `path`. Unless it is written whole, the path stays as it was.
+// Writes a map in a format, whatever the extension of `path`. If it fails, the file at the path stays as it was.
 ExportOutcome writeExport(const MindMap& map, ExportFormat format, const QString& path, FileWriter& writer,
                           const ExportProgress& progress = {}, const std::stop_token& stop = {});
 
-// A text format in UTF-8; nothing for a picture. Throws ExportError.
+// The text of a text format in UTF-8; nothing for a picture format. Throws ExportError.
 std::optional<QByteArray> exportedText(const MindMap& map, ExportFormat format);
 
 }  // namespace quilmora

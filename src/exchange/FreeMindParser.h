@@ -4,7 +4,7 @@
 
 namespace quilmora {
 
-// FreeMind and Freeplane: `node` elements, the title in `TEXT`. Notes are elements there and are left out.
+// FreeMind and Freeplane: `node` elements with the title in `TEXT`. Notes are elements there and are ignored.
 class FreeMindParser final : public XmlOutlineParser {
  public:
   FreeMindParser(QByteArray xml, const Clock& clock);

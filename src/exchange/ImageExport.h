@@ -7,9 +7,9 @@
 
 namespace quilmora {
 
-// Writes a picture of the whole map as a PNG file, or as the one page of a PDF file. Zoom, selection and collapsed
-// branches don't matter; regions, relationships, bends and sizing by depth are left out. What cannot be drawn is not
-// rendered. Paints in threads of its own, so that it may be called from any; `progress` is called in the calling one.
+// Writes a picture of the whole map as a PNG file, or as the single page of a PDF file. Zoom, selection and collapsed
+// branches are ignored; regions, relationships, bends and sizing by depth are left out. A map that cannot be drawn
+// gives notRendered. Paints in its own threads and may be called from any; `progress` is called in the calling thread.
 ExportOutcome exportPicture(const MindMap& map, ExportFormat format, const QString& path, FileWriter& writer,
                             const ExportProgress& progress = {}, const std::stop_token& stop = {},
                             const PictureParts& parts = {});

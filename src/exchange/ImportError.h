@@ -8,16 +8,16 @@
 
 namespace quilmora {
 
-// Why a foreign file could not be read.
+// Why an imported file could not be read.
 class ImportError : public TextError {
  public:
   enum class Case { parseError, invalidData, unsupportedFormat };
 
-  // The parser stopped; `text` is its own description, and "Unknown XML parsing error" stands where it gave none.
+  // The parser stopped; `text` is its own description, or "Unknown XML parsing error" if it gave none.
   static ImportError parseError(const QString& text);
   // The bytes are not UTF-8.
   static ImportError invalidData();
-  // No importer for this kind of file.
+  // There is no importer for this kind of file.
   static ImportError unsupportedFormat();
 
   Case kind() const { return m_kind; }

@@ -6,21 +6,21 @@
 
 namespace quilmora {
 
-// What all imports share: the empty map they start from, their topics and edges, and where topics are placed.
+// What all imports share: the empty map they start with, their topics and edges, and the placement of topics.
 
-// A map of more topics takes gigabytes; imports refuse it.
+// A map with more topics takes gigabytes; imports refuse it.
 inline constexpr std::size_t maxImportedTopics = 1'000'000;
 
-// A map of this title without topics, made now, with the default configurations and manual layout.
+// A map with this title and no topics, created now, with the default configurations and manual layout.
 MindMap importedMap(const QString& title, const Clock& clock);
 
 // A topic with a new id and the default style, at (0, 0).
 Node importedNode(QString title, QString notes);
-// An edge with a new id and the default style, whatever the current theme is.
+// An edge with a new id and the default style, regardless of the current theme.
 Edge importedEdge(const QUuid& from, const QUuid& to);
 
-// Gives topics their places: at depth d, as number s of its level from 0, a topic stands at (d × 200 + 100, s × 100 +
-// 100). Importers make topics depth first and children in the order of the edges, so each is placed when it is made.
+// Places topics: the topic number s (from 0) at depth d is at (d × 200 + 100, s × 100 + 100). Importers create topics
+// depth first and children in the order of the edges, so each can be placed when it is created.
 class LevelPlaces {
  public:
   QPointF next(std::size_t depth);

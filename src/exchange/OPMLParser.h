@@ -4,7 +4,7 @@
 
 namespace quilmora {
 
-// OPML: `outline` elements, the title in `text`, the notes in `_note`.
+// OPML: `outline` elements with the title in `text` and the notes in `_note`.
 class OPMLParser final : public XmlOutlineParser {
  public:
   OPMLParser(QByteArray xml, const Clock& clock);

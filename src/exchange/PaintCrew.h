@@ -24,17 +24,16 @@ struct PaintTools {
   PaintTools();
 };
 
-// A few threads that take tasks in the order they were posted. Tasks that have not begun when the crew is destroyed are
-// dropped.
+// A few threads that take tasks in the order they were posted. Destroying the crew drops tasks that have not started.
 class PaintCrew {
  public:
-  // Makes do with fewer threads where the system has no more, and throws std::system_error where it has none.
+  // Uses fewer threads if the system has no more, and throws std::system_error if it has none.
   explicit PaintCrew(int threads);
   ~PaintCrew();
   PaintCrew(const PaintCrew&) = delete;
   PaintCrew& operator=(const PaintCrew&) = delete;
 
-  // How many threads are worth having on this machine.
+  // The number of threads worth using on this machine.
   static int usualSize();
   int size() const { return static_cast<int>(m_threads.size()); }
 

@@ -15,7 +15,7 @@ class FileStream;
 // the file has failed.
 class PdfWriter {
  public:
-  // `page` is in points. A page larger than readers allow is measured in larger units, so that it keeps its size.
+  // `page` is in points. A page larger than readers allow uses larger units, so that it keeps its size.
   PdfWriter(FileStream& file, PictureSize size, QSizeF page) : m_file(file), m_size(size), m_page(page) {}
 
   bool begin();
@@ -24,7 +24,7 @@ class PdfWriter {
 
  private:
   bool write(const QByteArray& text);
-  // Begins the next object.
+  // Starts the next object.
   bool beginObject();
 
   FileStream& m_file;
@@ -32,7 +32,7 @@ class PdfWriter {
   QSizeF m_page;
   qint64 m_written = 0;
   qint64 m_pictureLength = 0;
-  std::vector<qint64> m_objects;  // where each begins
+  std::vector<qint64> m_objects;  // offset of each object
 };
 
 }  // namespace quilmora

@@ -22,20 +22,20 @@ struct PictureSize {
   bool operator==(const PictureSize&) const = default;
 };
 
-// The part of the canvas that a picture shows: all centres of topics with a margin around them (canvas units), and a
+// The part of the canvas that a picture shows: the centres of all topics with a margin around them (canvas units), or a
 // fixed part for an empty map. Titles are not measured.
 QRectF pictureBounds(const MindMap& map, double margin = 80.0);
 
-// Two pixels a canvas unit, rounded. Nothing where there would be no pixel, or more than a picture file can hold: sides
+// Two pixels per canvas unit, rounded. Nothing if there would be no pixel, or more than a picture file can hold: sides
 // up to 2^31 - 1, and 2^38 pixels in all.
 std::optional<PictureSize> pictureSize(const QRectF& bounds);
 
-// What a picture shows of a map. It never changes once made, so several threads can paint parts of it at once.
+// What a picture shows of a map. It is immutable, so several threads can paint parts of it at once.
 class PictureScene {
  public:
   // Ordinals in `nodes` and `edges` of what a part of the picture may show, ascending.
   using Content = ScenePlan::Part;
-  // Pixels of the picture.
+  // In pixels of the picture.
   struct Range {
     std::int64_t first;
     std::int64_t last;
@@ -55,15 +55,14 @@ class PictureScene {
   std::optional<Range> rowsOfEdge(std::size_t edge) const;
   std::optional<Range> columnsOfEdge(std::size_t edge, Range rows) const;
 
-  // Paints the part of the picture that begins at this pixel on all of the image. The painter belongs to the calling
-  // thread.
+  // Fills the image with the part of the picture that starts at this pixel. The painter belongs to the calling thread.
   void paint(MapPainter& painter, QImage& image, QPoint origin, const Content& content) const;
 
  private:
   struct EdgeEnds {
     QPointF from;
     QPointF to;
-    double reach;  // how far the edge goes beyond its curve, canvas units
+    double reach;  // how far the edge extends beyond its curve, in canvas units
   };
   std::optional<EdgeEnds> endsOf(std::size_t edge) const;
   Range pixels(double first, double last, double origin) const;

@@ -7,16 +7,16 @@
 
 namespace quilmora {
 
-// Tells, band by band from the top down, what a band of rows may show of a map, without going through the whole map
-// each time.
+// Finds, band by band from top to bottom, what a band of rows may show of a map, without walking the whole map each
+// time.
 class PictureSweep {
  public:
   explicit PictureSweep(const PictureScene& scene);
 
-  // The next band must begin at or below this one's first row.
+  // The next band must start at or below this one's first row.
   PictureScene::Content contentOf(PictureScene::Range rows);
 
-  // The same content by parts of this width, counted from the left; parts that show nothing are left out.
+  // The same content divided into parts of this width, counted from the left; empty parts are left out.
   std::map<std::int64_t, PictureScene::Content> parts(const PictureScene::Content& content, PictureScene::Range rows,
                                                       int partWidth) const;
 
@@ -25,7 +25,7 @@ class PictureSweep {
     PictureScene::Range rows;
     std::uint32_t index;
   };
-  // What of the entries, which are in the order of their first rows, touches the rows.
+  // Of the entries, which are sorted by first row, those that touch the rows.
   struct Lane {
     std::vector<Entry> entries;
     std::size_t next = 0;

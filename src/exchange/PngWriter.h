@@ -8,7 +8,7 @@ namespace quilmora {
 
 class FileStream;
 
-// Writes a PNG file with 8 bits each of red, green and blue from a picture whose rows arrive compressed; two pixels a
+// Writes a PNG file with 8 bits each of red, green and blue from a picture whose rows arrive compressed; two pixels per
 // point (144 per inch). Each function returns false once the file has failed.
 class PngWriter {
  public:

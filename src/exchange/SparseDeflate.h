@@ -7,12 +7,12 @@
 
 namespace quilmora {
 
-// Compresses rows that differ little from the row above: much faster than a general compressor, because it never
-// touches what stays the same. It uses one fixed code that suits such rows, and repeats of a byte or a pixel only. For
+// Compresses rows that differ little from the row above, much faster than a general compressor, because it never
+// touches what stays the same. It uses one fixed code that suits such rows, and only repeats of a byte or a pixel. For
 // one thread.
 class SparseDeflater {
  public:
-  // A row behind its filter's number, or without it: as it stands where there is no row above.
+  // A row with or without its filter's number; unchanged if there is no row above.
   void row(const QRgb* pixels, const QRgb* above, int width, bool isWithFilter);
   // Adds the rows since the last call to `target`, and starts over.
   void finish(DeflatedStretch& target);

@@ -6,7 +6,8 @@
 
 namespace quilmora {
 
-// The topics of a map under the dense numbers of its ids; of topics with one id the first counts. The map outlives it.
+// The topics of a map by the dense numbers of their ids; of topics with the same id the first counts. The map must
+// outlive it.
 class TopicTable {
  public:
   explicit TopicTable(const MindMap& map);
@@ -14,7 +15,7 @@ class TopicTable {
   const MapIndex& index() const { return m_index; }
   // In the map's order, repeated ids included.
   const std::vector<const Node*>& topics() const { return m_topics; }
-  // nullptr where the number names no topic.
+  // nullptr if the number names no topic.
   const Node* find(std::uint32_t number) const { return m_firstOfNumber[number]; }
 
  private:
@@ -27,11 +28,11 @@ class TopicTable {
 struct OutlineTopic {
   const Node* node;
   std::uint32_t depth;
-  bool hasChildren;  // an edge leads to some topic, which may stand elsewhere in the outline
+  bool hasChildren;  // an edge leads to some topic, which may be elsewhere in the outline
 };
 
-// The forest from its roots, depth first, each id once and under the first of its parents. What no root reaches is
-// left out. Points into the map.
+// The forest from its roots, depth first, each id once and below the first of its parents. Topics that no root reaches
+// are left out. Points into the map.
 std::vector<OutlineTopic> outlineOf(const MindMap& map);
 
 }  // namespace quilmora

@@ -13,23 +13,23 @@ namespace quilmora {
 
 class XmlText;
 
-// Reads a map from XML in which nested elements of one name are the topics. Such an object serves one parse.
+// Reads a map from XML in which nested elements of one name are the topics. An object serves one parse.
 class XmlOutlineParser {
  public:
   // More would take gigabytes.
   static constexpr std::size_t maxTopics = maxImportedTopics;
 
-  // Throws ImportError: parseError, whose text begins with the line where the parser stopped, or invalidData where the
+  // Throws ImportError: parseError, whose text begins with the line where the parser stopped, or invalidData if the
   // text is not UTF-8, whatever encoding it declares.
   MindMap parse();
 
  protected:
-  // What differs between the formats. Names are compared exactly, with their prefix.
+  // What differs between the formats. Names are compared exactly, including their prefix.
   struct Form {
     QString mapTitle;
     QStringView element;
     QStringView titleAttribute;
-    QStringView notesAttribute;  // empty for none
+    QStringView notesAttribute;  // empty if there is none
   };
 
   XmlOutlineParser(QByteArray xml, const Clock& clock, const Form& form);
@@ -41,7 +41,7 @@ class XmlOutlineParser {
 
   Form m_form;
   QByteArray m_xml;
-  MindMap m_mindMap;               // without topics until the end
+  MindMap m_mindMap;               // has no topics until the end
   std::vector<QUuid> m_nodeStack;  // open elements from the outermost to the innermost
   LevelPlaces m_places;
   SharedArray<Node> m_nodes;  // in the order of the opening tags
