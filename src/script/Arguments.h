@@ -44,8 +44,8 @@ struct ArgumentRule {
   bool isOptional = false;
 };
 
-// The checked arguments of one line: for every rule a value of its kind, or nothing for an optional one. Asking for
-// another kind than the rule names is a programming error.
+// The checked arguments of one line: for every rule a value of its kind, or nothing for an optional one. Asking for a
+// kind other than the rule's is a programming error.
 class Arguments {
  public:
   using Value = std::variant<QString, QUuid, double, int, bool, QByteArray, std::vector<QByteArray>,
@@ -65,7 +65,7 @@ class Arguments {
   std::optional<QUuid> optionalId(std::string_view name) const { return getOptional<QUuid>(name); }
   std::optional<QString> optionalText(std::string_view name) const { return getOptional<QString>(name); }
   std::optional<QPointF> optionalPoint(std::string_view name) const { return getOptional<QPointF>(name); }
-  // Nothing where an optional argument is null or left out.
+  // nullptr if an optional argument is null or left out.
   const Value* find(std::string_view name) const;
 
  private:

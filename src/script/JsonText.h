@@ -10,14 +10,14 @@
 
 namespace quilmora {
 
-// Writes JSON on one line, call by call, and puts the commas of arrays itself.
+// Writes JSON on one line, call by call, and inserts commas itself.
 class JsonText {
  public:
   JsonText& beginObject() { return open(false); }
   JsonText& endObject();
   JsonText& beginArray() { return open(true); }
   JsonText& endArray();
-  // A name without escapes.
+  // A name that needs no escapes.
   JsonText& key(std::string_view name);
 
   JsonText& text(const QString& value);
@@ -28,10 +28,10 @@ class JsonText {
   JsonText& id(const QUuid& value);
   JsonText& optionalId(const std::optional<QUuid>& value) { return value ? id(*value) : null(); }
   JsonText& point(QPointF value);
-  // JSON that somebody else wrote, as the whole text.
+  // Sets JSON from elsewhere as the whole text.
   void whole(QByteArray json) { m_whole = std::move(json); }
 
-  // The text, empty when nothing was written.
+  // The text, or empty if nothing was written.
   QByteArray take() { return m_whole.isEmpty() ? m_writer.take() : std::move(m_whole); }
 
  private:

@@ -7,19 +7,20 @@
 
 namespace quilmora {
 
-// Reads lines of any bytes as they arrive. A line beyond the limit is read to its end and dropped, in bounded memory.
+// Reads lines of arbitrary bytes as they arrive. A line beyond the limit is read to its end and dropped, in bounded
+// memory.
 class LineReader {
  public:
   static constexpr qsizetype maxLength = 256 * 1024 * 1024;
 
   struct Line {
-    QByteArray text;  // without its end; empty when too long
+    QByteArray text;  // without its line end; empty when too long
     bool isTooLong = false;
   };
 
   explicit LineReader(std::FILE* file) : m_file(file) {}
 
-  // The next line, or nothing at the end of the input. Waits until a whole line is there.
+  // The next line, or nothing at the end of the input. Waits for a whole line.
   std::optional<Line> next();
 
  private:

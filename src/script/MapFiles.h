@@ -15,16 +15,17 @@ class FileError : public TextError {
   const QString& reason() const { return message(); }
 };
 
-// Reads a map: .opml, .mm and .md as what they are, anything else as a plain document or a package. Throws FileError.
+// Reads a map: .opml, .mm and .md by their format, anything else as a plain document or a package. Throws FileError.
 MindMap readMap(const QString& path);
 
-// Reads a map from what a stream gave, whose kind shows by how it begins: XML is OPML or FreeMind by its root element,
-// what begins like a heading or a list is Markdown, and all else a plain document. Throws FileError.
+// Reads a map from a stream's bytes, whose format is recognised by how they begin: XML is OPML or FreeMind by its root
+// element, a text that begins like a heading or a list is Markdown, and anything else is a plain document. Throws
+// FileError.
 MindMap readMapFrom(const QByteArray& bytes);
 
-// Writes a map by the extension of `path`: .mindmap and .json as the plain document, where a path that ends in "/" or
-// names a package that is there asks for a package; any other extension as the export of that name. On failure what was
-// there stays as it was. Throws FileError.
+// Writes a map by the extension of `path`: .mindmap and .json as a plain document, or as a package if the path ends in
+// "/" or names an existing package; any other extension as the export of that name. On failure an existing file stays
+// as it was. Throws FileError.
 void writeMap(const MindMap& map, const QString& path);
 
 // Writes the export, whatever the extension. Throws FileError.

@@ -8,7 +8,7 @@
 
 namespace quilmora {
 
-// One operation of a script. Its arguments are checked against the rules before run() is called; run() writes the
+// One operation of a script. Its arguments are checked against the rules before run() is called. run() writes the
 // result, if there is one, and throws ScriptError before it changes anything.
 struct Operation {
   const char* name;
@@ -16,7 +16,7 @@ struct Operation {
   void (*run)(ScriptEditor& script, const Arguments& arguments, JsonText& result);
 };
 
-// One list for each chapter.
+// One list per chapter.
 std::vector<Operation> documentOperations();
 std::vector<Operation> editingOperations();
 std::vector<Operation> connectionOperations();

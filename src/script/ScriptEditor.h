@@ -11,13 +11,13 @@
 
 namespace quilmora {
 
-// The headless editor that a script works on, and its services. Its settings live in memory, empty at first, for the
-// whole script.
+// The editor without a window that a script works on, and its services. Its settings live in memory, empty at first,
+// for the whole script.
 class ScriptEditor {
  public:
   ScriptEditor() { startBlank(); }
 
-  // A fresh editor takes the place of the one before.
+  // Replaces the editor with a fresh one.
   void start(MindMap map);
   void startBlank() { start(MindMap::blankMap(m_clock)); }
 

@@ -7,15 +7,15 @@
 
 namespace quilmora {
 
-// A parsed JSON object, such as a line of a script. Nothing in it can make reading it recurse or run away: nesting
-// beyond 1,024 levels is refused.
+// A parsed JSON object, such as a line of a script. Reading it takes bounded stack and time: nesting beyond 1,024
+// levels is refused.
 class ScriptObject {
  public:
-  // Throws ScriptError unless the text is one JSON object with no key twice.
+  // Throws ScriptError unless the text is one JSON object without repeated keys.
   explicit ScriptObject(const QByteArray& json);
   ~ScriptObject();
 
-  // The object's values for the rules. Throws ScriptError for one that is missing or of another kind.
+  // The object's values for the rules. Throws ScriptError if one is missing or of another kind.
   Arguments arguments(std::span<const ArgumentRule> rules) const;
 
  protected:

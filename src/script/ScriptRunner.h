@@ -11,8 +11,8 @@ class ScriptRunner {
  public:
   ScriptRunner();
 
-  // The answer, one line of JSON without its end. Never throws: whatever the line holds, an answer with `ok` false says
-  // why.
+  // The answer, one line of JSON without its line end. Never throws: whatever the line contains, an answer with `ok`
+  // false says why.
   QByteArray answer(const QByteArray& line);
 
  private:
