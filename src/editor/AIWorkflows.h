@@ -14,49 +14,49 @@
 namespace quilmora {
 
 // What AI does to the open map: makes a new one from a prompt, expands a topic, summarises a branch. An answer applies
-// to the map as it is when it comes, and is dropped where another document was opened meanwhile. Nothing here stops the
-// user from editing. Destroying it ends what is under way, without a trace.
+// to the map as it is when the answer arrives, and is dropped if another document has been opened meanwhile. Nothing
+// here stops the user from editing. Destroying the object cancels what is in progress and changes nothing.
 class AIWorkflows : public QObject {
   Q_OBJECT
 
  public:
-  // Where the canvas never told its size.
+  // Used when the canvas never reported its size.
   static constexpr QSizeF assumedCanvasSize{1200.0, 800.0};
 
-  // All outlive it.
+  // All must outlive it.
   AIWorkflows(MindMapViewModel& editor, EditorServices services, AIBackEnds backEnds);
   ~AIWorkflows() override;
 
-  // Nothing before the first action.
+  // nullptr before the first action.
   AIService* aiService() const { return m_service.get(); }
   const AIBackEnds& backEnds() const { return m_backEnds; }
   bool aiIsGenerating() const { return m_aiIsGenerating; }
   const QString& aiProgress() const { return m_aiProgress; }
-  // Of the last flow that failed; a new flow clears it.
+  // Of the last flow, if it failed; a new flow clears it.
   const std::optional<QString>& aiError() const { return m_aiError; }
   bool showAIPrompt() const { return m_showAIPrompt; }
   void setShowAIPrompt(bool shows);
   bool showAIChat() const { return m_showAIChat; }
   void setShowAIChat(bool shows);
 
-  // Gives the service a new back end by the settings and the keys as they are now.
+  // Gives the service a new provider according to the current settings and keys.
   void refreshProvider();
-  // Puts a new map in the place of the whole open one, an offline one where the back end fails.
+  // Replaces the whole open map with a new one, made offline if the provider fails.
   void generateMap(const QString& prompt, MindMap::Layout layout);
   // Adds sub-topics to the topic, or to the first selected one.
   void expandNode(const std::optional<QUuid>& nodeID);
-  // Puts a summary of the topic and what is below it in the place of the topic's notes.
+  // Replaces the topic's notes with a summary of the topic and everything below it.
   void summarizeBranch(const QUuid& nodeID);
-  // The open map in words, for a chat.
+  // The outline of the open map, for a chat.
   QString mapContext();
 
-  // The rest is shared with the chat.
+  // The rest is used by the chat too.
   QSizeF canvasSize() const { return m_editor.lastKnownCanvasSize().value_or(assumedCanvasSize); }
-  // Looks at the whole of the map, then opens it as a change of the document. The caller captured the snapshot.
+  // Frames the whole map, then opens it as a change of the document. The caller has captured the snapshot.
   void installGenerated(MindMap map, QSizeF sizeWhereNoneIsKnown);
-  // The same with a whole new map made of the tree.
+  // The same with a whole new map made from the tree.
   void installRadial(const AITreeNode& tree);
-  // Adds two levels of children at fixed places beside the topic.
+  // Adds two levels of children at fixed offsets from the topic.
   void installChildren(const std::vector<AITreeNode>& children, const QUuid& nodeID, int depth);
 
  Q_SIGNALS:
@@ -69,9 +69,9 @@ class AIWorkflows : public QObject {
  private:
   void begin(const QString& progress);
   void end(const std::optional<QString>& error);
-  // Runs the flow's task in the next turn of the main loop.
+  // Runs the flow's task on the next turn of the main loop.
   void start(std::function<void()> task);
-  // Whether this is still the document that the flow began for; where it is not, the flow ends with that error.
+  // Whether this is still the document that the flow began with; if not, the flow ends with that error.
   bool isStillOpen(quint64 documentNumber);
   std::optional<QString> themeId() const;
   QString pathTo(const Node& node);

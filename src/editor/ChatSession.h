@@ -14,16 +14,16 @@ namespace quilmora {
 
 class AIWorkflows;
 
-// The chat beside the canvas: what was said, and the map that a reply may carry. It belongs to no document. Destroying
-// it ends what is under way.
+// The chat beside the canvas: its messages, and the map that a reply may contain. It belongs to no document. Destroying
+// it cancels what is in progress.
 class ChatSession : public QObject {
   Q_OBJECT
 
  public:
-  // How many of the last messages a back end is told.
+  // How many of the last messages are sent to a provider.
   static constexpr std::size_t messageLimit = 20;
 
-  // All outlive it.
+  // All must outlive it.
   ChatSession(MindMapViewModel& editor, const Clock& clock, AIWorkflows& workflows);
   ~ChatSession() override;
 
@@ -31,11 +31,11 @@ class ChatSession : public QObject {
   bool chatIsLoading() const { return m_chatIsLoading; }
 
   void sendChat(const QString& text);
-  // The message "Cancelled." follows when the request noticed.
+  // The message "Cancelled." follows when the request has noticed.
   void cancelChat();
-  // Opens the message's tree as a new map, or adds it to the selected topic, by the kind of the message's action.
+  // Opens the message's tree as a new map, or adds it to the selected topic, depending on the message's action.
   void applyChatAction(const QUuid& messageID);
-  // A request that is under way goes on.
+  // A request in progress continues.
   void clearChat();
 
  Q_SIGNALS:
@@ -58,7 +58,7 @@ class ChatSession : public QObject {
   Cancellation m_goingAway;
 };
 
-// What a reply with a tree shows in the chat.
+// What the chat shows for a reply that contains a tree.
 QString chatActionSummary(const AITreeNode& tree);
 
 }  // namespace quilmora

@@ -6,16 +6,17 @@ namespace quilmora {
 
 class DocumentWatch;
 
-// What keeps the open map from being saved, and what can be done about it. Told quietly: nothing waits for an answer.
+// What keeps the open map from being saved, and what can be done about it. It is not modal: nothing waits for an
+// answer.
 struct DocumentTrouble {
-  QString text;  // empty without trouble
+  QString text;  // empty if there is no trouble
   bool canReload = false;
   bool canKeepMine = false;
 
   bool operator==(const DocumentTrouble&) const = default;
 };
 
-// `autoSaveProblem` and `reloadProblem` are why these failed last, or empty.
+// `autoSaveProblem` and `reloadProblem` are why these last failed, or empty.
 DocumentTrouble troubleOf(const QString& path, const DocumentWatch& watch, const QString& autoSaveProblem,
                           const QString& reloadProblem);
 

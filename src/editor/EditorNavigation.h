@@ -12,9 +12,9 @@ class EditorNavigation : public EditorState {
  public:
   using Direction = edits::Direction;
 
-  // Where none is known.
+  // Used when none is known.
   static constexpr QSizeF assumedCanvasSize{800.0, 600.0};
-  // Of every view that is fitted to the whole map, in screen pixels.
+  // For every view that is fitted to the whole map, in screen pixels.
   static constexpr double fitPadding = 80.0;
 
   // --- Selection and view (ViewCommands.cpp) ---
@@ -25,27 +25,27 @@ class EditorNavigation : public EditorState {
   void selectAll();
   std::optional<QUuid> firstSelectedNode() const;
   void toggleCollapsed(const QUuid& id);
-  // How opaque the lens lets a topic be, from 0 to 1.
+  // The topic's opacity under the lens, from 0 to 1.
   double nodeOpacity(const Node& node) { return opacityUnder(activeLens(), node, treeInfo()); }
   static double opacityUnder(FocusLens lens, const Node& node, const TreeInfo& tree);
-  // Clamps to 0.1 to 5.0 and keeps the canvas point under the anchor (view coordinates) in place.
+  // Clamps the zoom to 0.1 to 5.0 and keeps the canvas point under the anchor (view coordinates) in place.
   void zoomAt(double zoom, double anchorX, double anchorY);
   void centerOn(const QUuid& id, double width, double height, bool useLastKnownSize);
-  // Shows all topics in a view of this size.
+  // Shows all topics in a view of this size (screen pixels).
   void fitToContent(double width, double height, double padding);
   void toggleQuickLook(const QUuid& id);
   // Selects the nearest topic in the direction. Returns whether there was one.
   bool moveSelection(Direction direction);
-  // Branch mode, with the first selected topic as its source.
+  // Starts branch mode, with the first selected topic as its source.
   void startEdgeCreation();
-  // Ends the innermost of what Escape ends: branch mode, presentation, quick look, search, lens, selection. Returns
-  // whether there was anything.
+  // Ends the innermost of: branch mode, presentation, quick look, search, lens, selection. Returns whether there was
+  // anything to end.
   bool escape();
 
   // --- Search (SearchCommands.cpp) ---
 
   void toggleSearch();
-  // Finds the query in titles and notes, and looks at the first result. For each change of the query.
+  // Finds the query in titles and notes, and centres the first result. Call it for each change of the query.
   void runSearch();
   void nextSearchResult();
   void previousSearchResult();
@@ -62,7 +62,7 @@ class EditorNavigation : public EditorState {
   using EditorState::EditorState;
 
  private:
-  // Makes the topic the only selected one and centres the canvas on it.
+  // Selects only this topic and centres the canvas on it.
   void lookAt(const QUuid& id);
   void stepSearchResult(int step);
   void stepPresentation(int step);

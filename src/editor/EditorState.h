@@ -16,9 +16,9 @@
 
 namespace quilmora {
 
-// What an editor shows: the open map, what is selected and where the canvas looks. All that a view needs to observe.
-// Every observable property tells of each assignment, also of one that changes nothing. The map is constant here; the
-// commands of MindMapViewModel change it.
+// What an editor shows: the open map, the selection and the view; everything that a view needs to observe. Every
+// observable property emits its signal at each assignment, even if the value stays the same. The map is constant here;
+// the commands of MindMapViewModel change it.
 class EditorState : public QObject {
   Q_OBJECT
 
@@ -26,14 +26,14 @@ class EditorState : public QObject {
   enum class FocusLens { none, priority, progress, depth };
   Q_ENUM(FocusLens)
 
-  // --- The map, and what follows from it ---
+  // --- The map, and what is derived from it ---
 
   const MindMap& mindMap() const { return m_mindMap; }
-  // Grows with every change of the map.
+  // Increases with every change of the map.
   quint64 treeGeneration() const { return m_treeGeneration; }
-  // Built once a generation, and only when asked for.
+  // Built once per generation, and only when asked for.
   const TreeInfo& treeInfo();
-  // Flat arrays over the map as it stands; for code that walks all of it.
+  // Flat arrays over the current map; for code that walks all of it.
   const MapIndex& mapIndex();
   // A copy of the topic, or nothing.
   std::optional<Node> nodeByID(const QUuid& id);
@@ -42,14 +42,14 @@ class EditorState : public QObject {
   std::optional<Region> regionByID(const QUuid& id) const;
   // Whether `target` can be reached from `root` by following children; `root` itself only through a cycle.
   bool isDescendant(const QUuid& target, const QUuid& root);
-  // Whether a strict ancestor is collapsed. Ends at the first repetition when parent links form a cycle.
+  // Whether a strict ancestor is collapsed. Stops at the first repetition if parent links form a cycle.
   bool isHidden(const QUuid& id);
-  // By ordinal in `nodes`: 1 where isHidden holds. Kept until the map or the collapsed set changes.
+  // By ordinal in `nodes`: 1 where isHidden holds. Cached until the map or the collapsed set changes.
   const std::vector<char>& hiddenNodes() { return *sharedHiddenNodes(); }
   const SharedValue<std::vector<char>>& sharedHiddenNodes();
-  // Depth ÷ maxDepth by which a topic is sized, or nothing when the map has only roots.
+  // Depth ÷ maxDepth, by which a topic is sized; nothing if the map has only roots.
   std::optional<double> depthFraction(const QUuid& id);
-  // Changes wait to be written.
+  // There are unsaved changes.
   bool isDirty() const { return m_isDirty; }
 
   // --- Selection ---
@@ -63,7 +63,7 @@ class EditorState : public QObject {
 
   // --- View ---
 
-  // Screen pixels: a canvas point p shows at p × zoom + offset.
+  // Screen pixels: a canvas point p is shown at p × zoom + offset.
   QPointF canvasOffset() const { return m_canvasOffset; }
   void setCanvasOffset(QPointF offset);
   double canvasZoom() const { return m_canvasZoom; }
@@ -74,7 +74,7 @@ class EditorState : public QObject {
   void setCollapsedNodeIDs(IdSet ids);
   FocusLens activeLens() const { return m_activeLens; }
   void setActiveLens(FocusLens lens);
-  // Last pointer position over the canvas, in view coordinates: the anchor of a zoom by wheel or pinch.
+  // The last pointer position over the canvas, in view coordinates: the anchor for zooming by wheel or pinch.
   QPointF cursorLocation;
   bool isCanvasHovered = false;
   bool blockCanvasScroll = false;
@@ -89,7 +89,7 @@ class EditorState : public QObject {
   void setIsEditingInline(bool editing);
   std::optional<QUuid> quickLookNodeID() const { return m_quickLookNodeID; }
   void setQuickLookNodeID(std::optional<QUuid> id);
-  // The sheet that asks how to paste is open, and the text that it is about; the text stays until the next one.
+  // The sheet that asks how to paste is open; the text stays until the next one.
   bool showSmartPaste() const { return m_showSmartPaste; }
   void setShowSmartPaste(bool shows);
   const QString& smartPasteText() const { return m_smartPasteText; }
@@ -134,15 +134,15 @@ class EditorState : public QObject {
  protected:
   explicit EditorState(MindMap map) : m_mindMap(std::move(map)) {}
 
-  // Stores, notifies, and drops what was derived from the map before.
+  // Stores the map, notifies, and drops what was derived from the previous one.
   void setMindMap(MindMap map);
-  // The one way to change the map in place: change(MindMap&), then what setMindMap() does.
+  // The only way to change the map in place: calls change(MindMap&), then does what setMindMap() does.
   template <class Change>
   void edit(Change&& change) {
     change(m_mindMap);
     mapWasReplaced();
   }
-  // The same for a change of styles and texts alone, after which the index stands as it is.
+  // The same for a change of styles and texts alone, which leaves the index valid.
   template <class Change>
   void restyle(Change&& change) {
     mapIndex();
@@ -150,7 +150,7 @@ class EditorState : public QObject {
     m_index.adopt(m_mindMap.nodes, m_mindMap.edges);
     mapWasReplaced();
   }
-  // Gives every topic a new place, by ordinal, then calls change(MindMap&), which leaves topics and edges alone.
+  // Gives every topic a new position, by ordinal, then calls change(MindMap&), which must leave topics and edges alone.
   template <class Change>
   void rearrange(std::vector<QPointF> positions, Change&& change) {
     moveAll(std::move(positions));
@@ -190,8 +190,8 @@ class EditorState : public QObject {
   quint64 m_treeGeneration = 0;
   MapIndex m_index;
   bool m_indexStale = true;
-  std::optional<TreeInfo> m_treeInfo;            // of the structure as last indexed
-  std::vector<char> m_hiddenNumbers;             // by number of the index
+  std::optional<TreeInfo> m_treeInfo;            // of the structure when last indexed
+  std::vector<char> m_hiddenNumbers;             // by number in the index
   SharedValue<std::vector<char>> m_hiddenNodes;  // by ordinal in `nodes`
   bool m_hiddenStale = true;
 };

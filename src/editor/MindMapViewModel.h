@@ -19,7 +19,7 @@ class Bookmarks;
 class Log;
 class SettingsStore;
 
-// What the editor needs of the machine. All outlive it.
+// What the editor needs from the machine. All must outlive it.
 struct EditorServices {
   const Clock& clock;
   SettingsStore& settings;
@@ -28,8 +28,8 @@ struct EditorServices {
 };
 
 // The editor of one window: the commands that change its map, and the history. Nothing here knows a widget. A command
-// leaves without any effect when it has nothing to do; else it takes a snapshot, edits the map by a function of
-// editor/edits, stamps it and selects.
+// with nothing to do returns without any effect; otherwise it takes a snapshot, edits the map with a function from
+// editor/edits, sets updatedAt and selects.
 class MindMapViewModel : public EditorNavigation {
   Q_OBJECT
 
@@ -42,16 +42,16 @@ class MindMapViewModel : public EditorNavigation {
 
   using EditorState::setMindMap;
 
-  // Counts the documents that took the editor over. What began for one must not end in another.
+  // Counts the documents opened in this editor. Work begun for one must not be applied to another.
   quint64 documentNumber() const { return m_documentNumber; }
   void beginOtherDocument() { ++m_documentNumber; }
-  // For a change that captured its snapshot earlier, or at another time than it changed the map.
+  // For a change whose snapshot was captured earlier, or at another time than the change itself.
   void markDirty() { setIsDirty(true); }
 
   // --- History (History.cpp) ---
 
-  // Keeps the map as it stands, before a change. A throttled capture does nothing unless more than half a second passed
-  // since the last throttled one that took effect.
+  // Keeps the current map, before a change. A throttled capture does nothing within half a second of the last throttled
+  // one that took effect.
   void captureSnapshot(bool throttled);
   void undo();
   void redo();
@@ -64,29 +64,28 @@ class MindMapViewModel : public EditorNavigation {
   void createFreeNode(double x, double y);
   void createChild(const QUuid& parentID);
   void createChildAt(const QUuid& parentID, double x, double y);
-  // Ends an inline edit, as setIsEditingInline(false) does.
+  // Also ends an inline edit, as setIsEditingInline(false) does.
   void setNodeTitle(const QUuid& id, const QString& text);
   void setNodeNotes(const QUuid& id, const QString& text);
   void setNodeBadge(const QUuid& id, std::optional<Badge> badge);
-  // Stores the image as PNG in base64, its longer side at most 400 pixels.
+  // Stores the image as PNG in base64, with its longer side at most 400 pixels.
   void setNodeImage(const QUuid& id, const QImage& image);
   void clearNodeImage(const QUuid& id);
-  // Moves the selected topics by a translation longer than 3 units, with one snapshot for each topic.
+  // Moves the selected topics by a translation longer than 3 units, with one snapshot per topic.
   void moveSelectedNodes(QPointF translation);
   void reparentNode(const QUuid& nodeID, const QUuid& newParentID);
   void deleteNode(const QUuid& id);
   void deleteSelection();
-  // A free point at or near (x, y): no topic's centre lies closer than 90. `direction` is 1 or -1.
+  // A free point at or near (x, y): no topic's centre is closer than 90. `direction` is 1 or -1.
   QPointF findFreeSpot(double x, double y, double direction, double step);
 
   // --- Edges and relationships (EdgeCommands.cpp) ---
 
-  // A tree connector; a relationship instead where the target has a parent already or the connector would close a
-  // cycle.
+  // A connector of the tree, or a relationship if the target has a parent already or the connector would close a cycle.
   void createEdge(const QUuid& fromID, const QUuid& toID);
   void addRelationship(const QUuid& fromID, const QUuid& toID);
   void deleteRelationship(const QUuid& id);
-  // Neither tests for cycles: the caller does.
+  // Neither checks for cycles: the caller does.
   void reconnectEdgeSource(const QUuid& edgeID, const QUuid& newFromID);
   void reconnectEdgeTarget(const QUuid& edgeID, const QUuid& newToID);
   void setEdgeBend(const QUuid& edgeID, std::optional<QPointF> offset);
@@ -99,7 +98,7 @@ class MindMapViewModel : public EditorNavigation {
   // Around the selected topics, else around the point (canvas units), else at a fixed place.
   void createRegion(std::optional<QPointF> point);
   void deleteRegion(const QUuid& id);
-  // These four do nothing without such a region. Moving and recolouring set updatedAt.
+  // These four do nothing if there is no such region. Moving and recolouring set updatedAt.
   void moveRegion(const QUuid& id, QPointF translation);
   void resizeRegion(const QUuid& id, QSizeF delta);
   void setRegionLabel(const QUuid& id, const QString& label);
@@ -112,13 +111,13 @@ class MindMapViewModel : public EditorNavigation {
   void copySelection();
   void pasteClipboard();
   void duplicateSelection();
-  // Adds topics made of the lines, below `parentID`, else below the first selected topic, else free, and selects them.
-  // A blank text does nothing. Only a single topic sets updatedAt.
+  // Adds topics made from the lines, below `parentID`, else below the first selected topic, else free, and selects
+  // them. A blank text does nothing. Only a single topic sets updatedAt.
   void smartPaste(const QString& text, SmartPasteMode mode, const std::optional<QUuid>& parentID);
 
   // --- Styles, themes and layouts (ThemeCommands.cpp) ---
 
-  // The built-in theme that new content takes its colours from.
+  // The built-in theme that gives new content its colours.
   const Theme& currentTheme() const;
   NodeStyle styleForDepth(int depth) const;
   EdgeStyle newEdgeStyle() const;
@@ -129,7 +128,7 @@ class MindMapViewModel : public EditorNavigation {
 
   // --- Styling and arranging by hand (StyleCommands.cpp) ---
 
-  // Each does nothing without its subject; those on the selected topics arrange two or more.
+  // Each does nothing without its subject; those for the selected topics need at least two.
   void setNodeStyle(const QUuid& id, const NodeStyle& style);
   void setNodeEmoji(const QUuid& id, const std::optional<QString>& emoji);
   void setNodeUrl(const QUuid& id, const std::optional<QString>& url);
@@ -139,17 +138,17 @@ class MindMapViewModel : public EditorNavigation {
   void alignSelectedNodes(edits::Alignment alignment);
   void distributeSelectedNodes(edits::Axis axis);
   void setCanvasBackground(const QString& color);
-  // `isContinuous` while a hand is still moving it, so that one movement makes one snapshot.
+  // `isContinuous` while the user is still moving a control, so that one movement makes one snapshot.
   void setHierarchical(const HierarchicalConfig& config, bool isContinuous);
 
   // --- Where the map is saved (SaveLocation.cpp) ---
 
-  // Marks the map as written. With a path, remembers it as the map's file, and with `isExplicit` as the user's own
-  // choice.
+  // Marks the map as saved. With a path, remembers it as the map's file; with `isExplicit`, as the user's own choice.
   void recordSaveLocation(const std::optional<QString>& path, bool isExplicit);
-  // Opens a map that is no file's: other document, empty history, nothing to write and no place to write to.
+  // Opens a map that belongs to no file, as another document with an empty history, nothing to write and no place to
+  // write to.
   void startWith(MindMap map);
-  // Keeps access to the file until the editor ends or holds another.
+  // Keeps access to the file until the editor is destroyed or holds another.
   void holdScopedAccess(const QString& path);
   const std::optional<QString>& lastSavedFilePath() const { return m_lastSavedFilePath; }
   bool hasExplicitSavePath() const { return m_hasExplicitSavePath; }
@@ -169,7 +168,7 @@ class MindMapViewModel : public EditorNavigation {
   }
   void stamp(MindMap& map) const;
   void pushHistory(std::vector<MindMap>& stack);
-  // Changes the topic and sets updatedAt; without such a topic the map is written back as it is.
+  // Changes the topic and sets updatedAt; if there is no such topic, the map is written back as it is.
   void editNode(const QUuid& id, const std::function<void(Node&)>& change);
   void addNode(Node node, const std::optional<QUuid>& parentID);
   template <class Record>
@@ -182,7 +181,7 @@ class MindMapViewModel : public EditorNavigation {
 
   std::vector<MindMap> m_undoStack;  // oldest first
   std::vector<MindMap> m_redoStack;
-  std::optional<SteadyPoint> m_lastCaptureTime;  // nothing is the distant past
+  std::optional<SteadyPoint> m_lastCaptureTime;  // absent: the distant past
   edits::Clipping m_copied;
 
   std::optional<QString> m_lastSavedFilePath;

@@ -8,20 +8,20 @@ namespace quilmora {
 class FilePanels;
 class MindMapViewModel;
 
-// Image files as pictures of topics. Both arguments outlive it.
+// Image files as pictures of topics. Both arguments must outlive it.
 class NodeImages : public QObject {
   Q_OBJECT
 
  public:
   NodeImages(MindMapViewModel& editor, FilePanels& panels) : m_editor(editor), m_panels(panels) {}
 
-  // Asks the user for an image of the topic.
+  // Asks the user for an image file for the topic.
   void ask(const QUuid& nodeID);
-  // Makes the image in the file the topic's. A file that is no image changes nothing.
+  // Sets the image in the file as the topic's picture. A file that is not an image changes nothing.
   void setFromFile(const QUuid& nodeID, const QString& path);
 
  Q_SIGNALS:
-  // The user must see this; the alert is titled "Error".
+  // To be shown to the user, in an alert titled "Error".
   void errorRaised(const QString& message);
 
  private:

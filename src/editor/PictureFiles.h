@@ -6,22 +6,22 @@
 
 namespace quilmora {
 
-// Files as pictures of topics, wherever they come from: a panel, a drop or a script. Only what is made of pixels counts
-// as a picture; a drawing may name other files and devices, and hold work without bounds.
+// Files as pictures of topics, wherever they come from: a dialog, a drop or a script. Only pixel formats are accepted;
+// a drawing may refer to other files and devices, and take unbounded work.
 
-// The extensions of what can be read, without the dot.
+// The extensions of readable formats, without the dot.
 QStringList pictureExtensions();
 
-// Whether files of this format, as the toolkit names it, are made of pixels.
+// Whether this format, by the toolkit's name, is a pixel format.
 bool isPixelFormat(const QByteArray& format);
 
 struct PictureRead {
-  QImage image;   // null where the file holds no picture
-  QString error;  // then why, fit to be shown
+  QImage image;   // null if the file has no picture
+  QString error;  // why the image is null, as a text to show
 };
 
-// The picture in a regular file, upright, and scaled down while it is read where its format can. What the file is
-// decides, not how it is called.
+// The picture in a regular file, upright, and scaled down while reading if its format allows. The file's content
+// decides its format, not its name.
 PictureRead readPictureFile(const QString& path);
 
 }  // namespace quilmora

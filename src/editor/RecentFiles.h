@@ -20,7 +20,7 @@ class RecentFiles : public QObject {
  public:
   static constexpr int maxCount = 10;
 
-  // The desktop's own list of recent documents, where it has one; both may be empty.
+  // The desktop's own list of recent documents, if it has one; both may be empty.
   struct DesktopList {
     std::function<void(const QString& path)> note;
     std::function<void()> clear;

@@ -14,22 +14,22 @@ class Clock;
 class DocumentSession;
 class MindMapViewModel;
 
-// Joins the journal and the earlier versions to one window's editor and session: tells them what is open, changed,
-// written and replaced, and puts back what the last run left behind.
+// Connects the journal and the earlier versions to one window's editor and session: reports what is opened, changed,
+// written and replaced, and restores what the last run left behind.
 class SafeKeeping : public QObject {
   Q_OBJECT
 
  public:
-  // All outlive it; `folder` is the program's own in the state folder.
+  // All must outlive it; `folder` is the program's own folder in the state folder.
   SafeKeeping(MindMapViewModel& editor, DocumentSession& session, const Clock& clock, Scheduler& scheduler, Log& log,
               const QString& folder);
 
-  // Where the text of an open field comes from; openTextChanged() tells that it is another.
+  // Where the text of an open field comes from; openTextChanged() reports a change of it.
   void setOpenText(std::function<std::optional<OpenText>()> openText) { m_openText = std::move(openText); }
   void openTextChanged() { m_journal.changed(); }
-  // The window has opened its documents. One without any takes up what was left without a document.
+  // The window has opened its documents. If it has none, it recovers what was left without a document.
   void begin();
-  // For the end of the process.
+  // Call at the end of the process.
   void settle();
 
   EarlierVersions& versions() { return m_versions; }
@@ -38,7 +38,7 @@ class SafeKeeping : public QObject {
  Q_SIGNALS:
   // The editor holds what the last run did not save; undo() goes back to the saved map.
   void changesRecovered();
-  // What the last run left fits no map as it stands and was set aside.
+  // What the last run left does not fit the current map and was set aside.
   void journalSetAside();
 
  private:
@@ -55,7 +55,7 @@ class SafeKeeping : public QObject {
   EarlierVersions m_versions;
   std::function<std::optional<OpenText>()> m_openText;
   bool m_isWriting = false;
-  bool m_isAutomatic = false;  // the write under way
+  bool m_isAutomatic = false;  // of the write in progress
 };
 
 }  // namespace quilmora

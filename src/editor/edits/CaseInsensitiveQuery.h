@@ -6,12 +6,12 @@
 
 namespace quilmora::edits {
 
-// A text that is looked for in others without regard to case, as the current locale has it.
+// A text to search for in others, ignoring case by the rules of the current locale.
 class CaseInsensitiveQuery {
  public:
   explicit CaseInsensitiveQuery(const QString& query);
 
-  // An empty text holds nothing.
+  // An empty text contains nothing.
   bool isIn(const QString& text) const;
 
  private:

@@ -13,11 +13,11 @@ struct Clipping {
   std::vector<Edge> edges;
 };
 
-// The topics with these ids in the order of the map, and the edges whose both ends are among the ids.
+// The topics with these ids in the order of the map, and the edges with both ends among the ids.
 Clipping copied(const MindMap& map, const IdSet& ids);
 
-// Appends the clipping with fresh ids, moved by (40, 40), and returns the ids. Of a topic come title, notes, style,
-// icon and place; badge, AI mark, emoji, link and picture are left behind. Does not set updatedAt.
+// Appends the clipping with fresh ids, moved by (40, 40), and returns the ids. Of a topic, title, notes, style, icon
+// and position are copied; badge, AI mark, emoji, link and picture are not. Does not set updatedAt.
 IdSet paste(MindMap& map, const Clipping& clipping);
 
 }  // namespace quilmora::edits

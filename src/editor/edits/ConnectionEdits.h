@@ -2,16 +2,16 @@
 
 #include "model/MindMap.h"
 
-// Edges and relationships. Nothing here sets updatedAt: the command that edits does.
+// Edges and relationships. Nothing here sets updatedAt; the command does.
 namespace quilmora::edits {
 
-// An edge without a label or a bend, with an id of its own.
+// An edge with a new id, without a label or a bend.
 Edge newEdge(const QUuid& fromID, const QUuid& toID, const EdgeStyle& style);
 
-// A relationship in grey without a label or a bend, with an id of its own.
+// A grey relationship with a new id, without a label or a bend.
 Relationship newRelationship(const QUuid& fromID, const QUuid& toID);
 
-// Whether a relationship leads from the one to the other.
+// Whether a relationship leads from the first to the second.
 bool areRelated(const MindMap& map, const QUuid& fromID, const QUuid& toID);
 
 }  // namespace quilmora::edits

@@ -8,21 +8,21 @@
 #include "model/IdSet.h"
 #include "model/MapIndex.h"
 
-// Finding topics by their ids, by their texts and by where they lie.
+// Finding topics by their ids, their texts and their positions.
 namespace quilmora::edits {
 
 // The ordinals of the topics with these ids, ascending. Ids that name no topic are left out.
 std::vector<std::uint32_t> ordinalsOf(const MapIndex& index, const IdSet& ids);
 
-// The topics whose title or notes hold the query, in the order of the map, without regard to case as the current locale
-// has it. An empty query finds none.
+// The topics whose title or notes contain the query, in the order of the map, ignoring case by the rules of the current
+// locale. An empty query finds none.
 std::vector<QUuid> topicsWith(const MindMap& map, const QString& query);
 
-// The numbers are those of scripts.
+// The numbers are used in scripts.
 enum class Direction { left = 0, right = 1, up = 2, down = 3 };
 
-// The nearest topic from the one with this ordinal in the direction, among those that `hidden` (by ordinal) leaves;
-// straight ahead counts as nearer than aside.
+// The nearest topic from the one with this ordinal in the direction, among those not marked in `hidden` (by ordinal);
+// straight ahead counts as nearer than to the side.
 std::optional<QUuid> neighbour(const MapIndex& index, const std::vector<char>& hidden, std::uint32_t from,
                                Direction direction);
 

@@ -8,13 +8,13 @@
 
 namespace quilmora::edits {
 
-// Where a view looks: a canvas point p shows at p × zoom + offset, in screen pixels.
+// A view: a canvas point p is shown at p × zoom + offset, in screen pixels.
 struct Framing {
   double zoom = 1.0;
   QPointF offset;
 };
 
-// All of these points centred in a view of this size, with this padding; nothing without a point.
+// All of these points centred in a view of this size, with this padding; nothing if there are no points.
 std::optional<Framing> framingOf(const std::vector<QPointF>& points, QSizeF size, double padding);
 
 }  // namespace quilmora::edits

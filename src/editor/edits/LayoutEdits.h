@@ -7,7 +7,7 @@
 
 namespace quilmora::edits {
 
-// Where all topics lie, by ordinal, once those that a layout placed are moved.
+// The positions of all topics, by ordinal, after moving those that a layout placed.
 std::vector<QPointF> positionsAfter(const PositionTable& placed, const MapIndex& index);
 
 }  // namespace quilmora::edits

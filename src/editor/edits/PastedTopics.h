@@ -12,8 +12,8 @@
 
 namespace quilmora::edits {
 
-// What pasted lines become a part of: the map as it stands, its theme, and the topic that they go below, which need not
-// exist. All outlive the object.
+// What pasted lines are added to: the current map, its theme, and the topic they go below, which need not exist. All
+// must outlive the object.
 struct PasteTarget {
   const MindMap& map;
   const MapIndex& index;
@@ -25,7 +25,7 @@ struct PasteTarget {
   int anchorDepth() const;
 };
 
-// Topics and edges made beside the map.
+// Topics and edges that are not in the map yet.
 struct PastedTopics {
   std::vector<Node> nodes;
   std::vector<Edge> edges;
@@ -33,15 +33,15 @@ struct PastedTopics {
   void reserve(std::size_t count);
   void add(Node node, const std::optional<QUuid>& parentID, const EdgeStyle& edgeStyle);
   IdSet ids() const;
-  // Appends them to the map and leaves nothing here.
+  // Appends them to the map and empties this object.
   void appendTo(MindMap& map);
 };
 
 // One topic with the whole text as its title.
 PastedTopics pastedTopic(const QString& text, const PasteTarget& target);
-// A topic for each line, all siblings.
+// A topic per line, all siblings.
 PastedTopics pastedSiblings(const std::vector<QStringView>& lines, const PasteTarget& target);
-// A topic for each line, below the last line that is less indented.
+// A topic per line, below the last line that is less indented.
 PastedTopics pastedOutline(const std::vector<QStringView>& lines, const PasteTarget& target);
 
 }  // namespace quilmora::edits

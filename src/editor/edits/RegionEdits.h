@@ -12,7 +12,7 @@ namespace quilmora::edits {
 // Around the topics with these ids, else around the point (canvas units), else at a fixed place.
 QRectF newRegionRect(const MapIndex& index, const IdSet& ids, std::optional<QPointF> point);
 
-// A region "Region" with an id of its own; colours take turns with the number of regions before it.
+// A region called "Region" with a new id; its colour depends on the number of existing regions.
 Region newRegion(std::size_t regionCount, const QRectF& rect);
 
 }  // namespace quilmora::edits

@@ -7,29 +7,29 @@
 #include "model/MindMap.h"
 #include "model/TreeInfo.h"
 
-// Making, moving and removing topics. Nothing here sets updatedAt: the command that edits does.
+// Creating, moving and removing topics. Nothing here sets updatedAt; the command does.
 namespace quilmora::edits {
 
-// A topic "New Node" with an id of its own.
+// A topic called "New Node" with a new id.
 Node newTopic(QPointF position, NodeStyle style);
 
-// Appends the topic and, with a parent, the edge that leads to it.
+// Appends the topic and, if there is a parent, the edge that leads to it.
 void addTopic(MindMap& map, Node node, const std::optional<QUuid>& parentID, const EdgeStyle& edgeStyle);
 
-// A free point at or near the wanted one: no point of `taken` lies closer than 90. `direction` is 1 or -1. The wanted
-// point itself where none of the places tried is free.
+// A free point at or near the wanted one: no point of `taken` is closer than 90. `direction` is 1 or -1. The wanted
+// point itself if none of the places tried is free.
 QPointF freeSpot(const std::vector<QPointF>& taken, QPointF wanted, double direction, double step);
 
-// Where the next child of a topic goes, told by the topic's ordinal in the index.
+// Where the next child of a topic goes; the topic is given by its ordinal in the index.
 QPointF childSpot(const MapIndex& index, const TreeInfo& tree, std::uint32_t parentOrdinal);
 
 // Moves the topics that the index finds under these ids.
 void moveTopics(MindMap& map, const MapIndex& index, const IdSet& ids, QPointF translation);
 
-// Puts the topic below another parent, as its last child, with an edge of this style instead of all that led to it.
+// Moves the topic below another parent, as its last child, with an edge of this style replacing all that led to it.
 void reparent(MindMap& map, const QUuid& nodeID, const QUuid& newParentID, const EdgeStyle& edgeStyle);
 
-// Removes topics, edges and a region, and the edges and relationships that touched one of the topics.
+// Removes topics, edges and a region, and the edges and relationships that touch one of the topics.
 void removeRecords(MindMap& map, const IdSet& nodes, const IdSet& edges, const std::optional<QUuid>& region);
 
 }  // namespace quilmora::edits
