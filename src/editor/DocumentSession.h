@@ -26,22 +26,22 @@ class FileWriter;
 class OpeningMark;
 class RecentFiles;
 
-// How one window's map reaches the disk and comes back: Save, Save As, Open, auto-save and reopening. Holds the
-// document beside the editor and keeps the two maps equal. Receives autoSaveBeforeQuit itself; the other requests reach
-// it as calls. No widget: dialogs come through FilePanels, and what the user must see through errorRaised().
+// How one window's map reaches the disk and comes back: Save, Save As, Open, auto-save and reopening. Holds the last
+// saved map and keeps it up to date. Handles autoSaveBeforeQuit itself; the other requests are calls. It has no
+// widgets: dialogs go through FilePanels, and errors for the user through errorRaised().
 //
-// Save, Save As and auto-save write a copy of the map beside the main thread, one after the other; flags, log lines and
+// Save, Save As and auto-save write a copy of the map off the main thread, one after the other; flags, log lines and
 // errors follow when the write is done. Quitting and opening another document wait for it.
 class DocumentSession : public QObject {
   Q_OBJECT
 
  public:
   static constexpr std::chrono::seconds autoSaveDelay{5};
-  // After an auto-save that failed, doubled each time.
+  // After a failed auto-save; doubled each time.
   static constexpr std::chrono::seconds firstRetryDelay{10};
   static constexpr std::chrono::seconds longestRetryDelay{300};
 
-  // All outlive the session.
+  // All must outlive the session.
   struct Services {
     EditorServices editor;
     FileWriter& writer;
@@ -49,9 +49,9 @@ class DocumentSession : public QObject {
     Scheduler& scheduler;
     NotificationCenter& notifications;
     RecentFiles& recentFiles;
-    QString defaultFolder;  // Documents/Quilmora of the user
+    QString defaultFolder;  // the user's Documents/Quilmora
     OpeningMark* openingMark = nullptr;
-    // Writes here, and must have one thread; without one, writes at once.
+    // Writes run here; must have one thread. Without a pool, writes happen at once.
     QThreadPool* pool = nullptr;
   };
 
@@ -60,67 +60,68 @@ class DocumentSession : public QObject {
 
   const MindMapDocument& document() const { return m_document; }
 
-  // Writes to the place that the user chose before, and asks for one when there is none or writing there fails, be it
-  // because another program changed the file.
+  // Writes to the place that the user chose before, and asks for one if there is none or writing there fails, for
+  // instance because another program changed the file.
   void saveDocument();
   void saveDocumentAs();
   void openDocument();
   void open(const QString& path);
-  // One after the other; what went wrong with several is told at once.
+  // One after the other; the errors of several are reported together.
   void openAll(const QStringList& paths);
-  // Where changesNotKept() told of this document: opens it all the same and leaves a copy of the open map in the
-  // default folder, or saves the open map at another place first.
+  // After changesNotKept() for this document: opens it anyway and leaves a copy of the open map in the default folder,
+  // or first saves the open map somewhere else.
   void openLeavingCopy(const QString& path);
   void saveAsAndOpen(const QString& path);
-  // Whether a document was opened or reopened, or another map took the first one's place.
+  // Whether a document was opened or reopened, or another map replaced the first one.
   bool hasReplacedMap() const { return m_installCount > 0; }
-  // Puts an imported map in the place of the open one. Changes that are not kept yet are written first, and when that
-  // fails the open map stays. Where the document is saved stays as it is, and nothing is captured for undo.
+  // Replaces the open map with an imported one. Unsaved changes are written first, and if that fails the open map
+  // stays. The document's place stays the same, and no undo step is captured.
   void replaceWithImported(const MindMap& map);
-  // Puts a starter map in the place of the open one, as a document of its own that has no place yet. Changes that are
-  // not kept are written first, and when that fails the open map stays.
+  // Replaces the open map with a starter map, as a new document without a place. Unsaved changes are written first, and
+  // if that fails the open map stays.
   void startWith(const MindMap& map);
-  // Writes when there are changes since the last write. Quitting and opening another document do the same first.
+  // Writes if there are changes since the last write. Quitting and opening another document do the same first.
   void autoSave();
-  // A write is under way.
+  // A write is in progress.
   bool isSaving() const { return m_save.has_value(); }
-  // The map was changed since it was read or written. More than the dirty flag tells: an undo after a save, and typing
-  // that goes on after one, change the map without it.
+  // The map has changed since it was read or written. Covers more than the dirty flag: an undo after a save, and typing
+  // that continues after one, change the map without setting it.
   bool hasUnkeptChanges() const;
-  // Returns when all that was asked for is written, or has failed.
+  // Returns when everything requested has been written, or has failed.
   void waitForSaves();
-  // Why the last auto-save failed, or an empty text where nothing waits to be written.
+  // Why the last auto-save failed, or an empty text if nothing is waiting to be written.
   const QString& autoSaveProblem() const { return m_autoSaveProblem; }
-  // What keeps the map from being saved, be it that another program changed the file. Nothing is written over such a
-  // file until the person decides: reload() shows it, as one step of the history; keepMine() writes the open map in its
-  // place; saving as another file leaves it alone. Whichever version makes way stays as a copy in the default folder.
+  // What keeps the map from being saved, including changes by another program. Such a file is not overwritten until the
+  // user decides: reload() shows it, as one undo step; keepMine() overwrites it with the open map; saving as another
+  // file leaves it alone. Whichever version is replaced stays as a copy in the default folder.
   const DocumentTrouble& trouble() const { return m_trouble; }
   void reload();
   void keepMine();
-  // Looks whether another program changed the file, beside what the system tells of it.
+  // Checks whether another program changed the file, in addition to the system's own notices.
   void lookAtFile() { m_watch.look(); }
-  // The last document is not reopened when its opening or drawing ended the program before: reopeningDoubted() asks.
+  // Does not reopen the last document if opening or drawing it crashed the program before; emits reopeningDoubted()
+  // instead.
   void reopenLastDocument();
   void reopenAllTheSame();
-  // The document was drawn whole since it was opened, so that the next start may reopen it.
+  // The document has been drawn completely since it was opened, so the next start may reopen it.
   void documentWasShown();
 
  Q_SIGNALS:
-  // The user must see this; the alert is titled "Error".
+  // To be shown to the user, in an alert titled "Error".
   void errorRaised(const QString& message);
   // The document was not opened, because the changes of the open one cannot be written.
   void changesNotKept(const QString& path, const QString& reason);
   void troubleChanged();
-  // A file is about to be written over or made, with `map`; by itself where nobody asked for it.
+  // A file is about to be overwritten or created with `map`; `isAutomatic` if nobody asked for it.
   void fileWillBeWritten(const QString& path, const MindMap& map, bool isAutomatic);
-  // `map` stands whole in the file at `path`, where the session had put or found `before` last; every save, auto-save
-  // and rescue copy tells it, and a reload, when all flags are set.
+  // `map` has been written completely to the file at `path`, where the session had last written or found `before`.
+  // Emitted for every save, auto-save, rescue copy and reload, after all flags are set.
   void fileWritten(const QString& path, const MindMap& before, const MindMap& map);
-  // Another map takes the place of `before`, which may have changes that no file holds.
+  // Another map is about to replace `before`, which may have changes that no file holds.
   void mapWillBeReplaced(const MindMap& before);
   // A document was opened or reopened, and is about to be drawn.
   void documentInstalled();
-  // This document ended the program last time.
+  // This document crashed the program last time.
   void reopeningDoubted(const QString& path);
 
  private:
@@ -138,7 +139,7 @@ class DocumentSession : public QObject {
     quint64 number;
     SaveKind kind;
     DocumentWrite write;
-    bool takesPlace;  // the map had none
+    bool takesPlace;  // the map had no place before
     QFuture<WrittenDocument> written;
   };
 
@@ -170,11 +171,11 @@ class DocumentSession : public QObject {
   void endChosenSave(const QString& path, const Outcome& written);
   void endAutoSave(const Save& save, const Outcome& written);
   void keep(const DocumentWrite& write);
-  // What must still stand at the document's own place, which may have gone.
+  // What must still be at the document's own place, which may have disappeared.
   std::optional<FileState> knownOrGone() const;
-  // `reason` tells why the user is asked.
+  // `reason` says why the user is asked.
   void askAndSave(const QString& reason);
-  // The path of the first file of this name that is not there.
+  // The path of the first file of this name that does not exist.
   QString freePathInDefaultFolder(const QString& title) const;
   Outcome keepBeforeImport();
   Outcome writePendingChanges();
@@ -196,11 +197,11 @@ class DocumentSession : public QObject {
   bool m_isReloading = false;
   MindMapDocument m_document;
   MindMap m_keptMap;                        // as last read or written
-  std::optional<QString> m_autoSavedPlace;  // in the default folder, where this session put the map unasked
-  std::optional<Save> m_save;               // under way
+  std::optional<QString> m_autoSavedPlace;  // in the default folder, where this session put the map without being asked
+  std::optional<Save> m_save;               // in progress
   quint64 m_saveCount = 0;
   Outcome m_lastSave = Outcome::done();
-  std::deque<QString> m_chosenPlaces;  // of Save As, waiting for the save under way, as do the next two
+  std::deque<QString> m_chosenPlaces;  // chosen in Save As, waiting for the save in progress, as are the next two
   bool m_isSaveWanted = false;
   bool m_isAutoSaveWanted = false;
   bool m_isWaitingForSaves = false;
@@ -210,7 +211,7 @@ class DocumentSession : public QObject {
   std::chrono::seconds m_retryDelay = firstRetryDelay;
   QString m_autoSaveProblem;
   bool m_isOpeningMarked = false;
-  std::optional<QStringList> m_heldErrors;  // while several documents are opened
+  std::optional<QStringList> m_heldErrors;  // while several documents are being opened
   bool m_wasDirty = false;
 };
 

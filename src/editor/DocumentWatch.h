@@ -10,42 +10,42 @@ class QThreadPool;
 
 namespace quilmora {
 
-// Notices what other programs do to the file of the open document: it watches the file and its folder, and looks again
-// when it is asked to. The looking is done beside the main thread, for it may have to read the whole file.
+// Notices what other programs do to the open document's file: it watches the file and its folder, and checks again when
+// asked. Checks run off the main thread, because they may have to read the whole file.
 class DocumentWatch : public QObject {
   Q_OBJECT
 
  public:
-  // Programs that replace a file take a moment, in which it may be gone.
+  // Programs that replace a file take a moment, in which it may be missing.
   static constexpr std::chrono::milliseconds settleDelay{250};
 
-  // `pool` is the one that writes the file, so that no look falls into a write; without one, looks wait.
+  // `pool` is the one that writes the file, so that no check runs during a write; without one, checks block.
   DocumentWatch(Scheduler& scheduler, QThreadPool* pool);
   ~DocumentWatch() override;
 
   // The file as this program has just read or written it.
   void follow(const QString& path, const FileState& state);
-  // No file, or one that cannot be written.
+  // There is no file, or it cannot be written.
   void forget();
 
-  // The file as this program knows it, which is what may be overwritten; nothing where none is followed.
+  // The file as this program knows it, and may overwrite it; nothing if none is followed.
   const std::optional<FileState>& known() const { return m_known; }
-  // What another program did to it since, and the file as it is now.
+  // What another program has done to it since, and the file as it is now.
   FileChange change() const { return m_change; }
   const FileState& present() const { return m_present; }
-  // The file is another one now, and must not be written unasked.
+  // The file has other content now, and must not be overwritten without asking.
   bool isForeign() const;
 
-  // Compares the file soon, or when the write under way has ended.
+  // Checks the file soon, or when the write in progress has ended.
   void look();
-  // Between these two the file is being written by this program.
+  // Between these two calls this program is writing the file.
   void beginWrite();
-  // What the write found, unless follow() told it before.
+  // `state` is what the write found, unless follow() was called in between.
   void endWrite();
   void found(const FileComparison& comparison);
 
  Q_SIGNALS:
-  // change() or present() is another.
+  // change() or present() has changed.
   void changed();
 
  private:
@@ -60,7 +60,7 @@ class DocumentWatch : public QObject {
   FileChange m_change = FileChange::none;
   FileState m_present;
   Scheduler::Task m_lookTask = 0;
-  quint64 m_lookNumber = 0;  // only the last look counts
+  quint64 m_lookNumber = 0;  // only the latest check counts
   bool m_isWriting = false;
   bool m_isLookWanted = false;
 };
