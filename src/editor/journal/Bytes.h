@@ -21,16 +21,16 @@ class JournalError : public TextError {
   using TextError::TextError;
 };
 
-// Writes values as few bytes, lowest byte first. A number that is not finite becomes what a document would hold.
+// Writes values in few bytes, lowest byte first. A number that is not finite becomes what a document would hold.
 class ByteWriter {
  public:
-  // How texts are written. Exact ones come back to the last code unit, and short ones are written once; plain ones
-  // depend on nothing but the text and hold what a document would hold.
+  // How texts are written. Exact texts read back to the last code unit, and short ones are stored once; plain texts
+  // depend only on the text and hold what a document would hold.
   enum class Texts { exact, plain };
 
   explicit ByteWriter(Texts texts = Texts::exact) : m_texts(texts) {}
 
-  void put(std::uint64_t value);  // seven bits a byte
+  void put(std::uint64_t value);  // seven bits per byte
   void putFixed(std::uint64_t value, int bytes);
   void put(bool value) { m_bytes.append(value ? '\1' : '\0'); }
   void put(double value);
@@ -42,7 +42,7 @@ class ByteWriter {
 
   const QByteArray& bytes() const { return m_bytes; }
   QByteArray take() { return std::exchange(m_bytes, {}); }
-  // Forgets the bytes and keeps their room.
+  // Forgets the bytes but keeps their memory.
   void clear() { m_bytes.resize(0); }
 
  private:
@@ -51,7 +51,7 @@ class ByteWriter {
   QHash<QString, std::uint64_t> m_pool;
 };
 
-// Reads them back. Throws JournalError where they end early or hold what the writer never writes.
+// Reads the values back. Throws JournalError if the bytes end early or contain what the writer never writes.
 class ByteReader {
  public:
   explicit ByteReader(QByteArrayView bytes) : m_bytes(bytes) {}
@@ -79,7 +79,7 @@ class ByteReader {
 
 [[noreturn]] void failReading();
 
-// A quick hash that tells contents apart; no protection against who wants them equal.
+// A fast hash to tell contents apart; does not resist deliberate collisions.
 std::uint64_t hashOf(QByteArrayView bytes, std::uint64_t seed = 0);
 
 }  // namespace quilmora::journal

@@ -15,9 +15,9 @@ class RegularFile;
 
 namespace quilmora::journal {
 
-// The form of a journal on the disk: a header that tells which map of which document it starts from, then records, each
-// with its length, a checksum over all of it and the fingerprint of the map that it leads to. A record counts only
-// whole, at its own place of its own journal.
+// The file format of a journal: a header that says which map of which document it starts from, then records, each with
+// its length, a checksum over all of it and the fingerprint of the resulting map. A record counts only if it is
+// complete and at its own place in its own journal.
 
 struct JournalHeader {
   std::uint64_t id = 0;    // of this journal alone
@@ -26,7 +26,7 @@ struct JournalHeader {
 };
 
 struct JournalRecord {
-  std::uint64_t fingerprint = 0;  // of the map after it
+  std::uint64_t fingerprint = 0;  // of the map after the record
   QByteArray delta;
 };
 
@@ -34,8 +34,8 @@ QByteArray bytesOf(const JournalHeader& header);
 // `number` counts the records of a journal from 0.
 QByteArray bytesOf(const JournalRecord& record, const JournalHeader& header, std::uint64_t number);
 
-// Reads a journal from its beginning. Needs no more memory than its longest record. Throws JournalError where the file
-// is no journal, and FileReadError where it cannot be read.
+// Reads a journal from its beginning. Needs no more memory than its longest record. Throws JournalError if the file is
+// not a journal, and FileReadError if it cannot be read.
 class JournalReader {
  public:
   explicit JournalReader(const QString& path);
@@ -44,9 +44,9 @@ class JournalReader {
   JournalReader& operator=(const JournalReader&) = delete;
 
   const JournalHeader& header() const { return m_header; }
-  // The next whole record; nothing at the end, or where the rest is torn or damaged.
+  // The next complete record; nothing at the end, or if the rest is torn or damaged.
   std::optional<JournalRecord> next();
-  // After the last record: bytes follow that are no record.
+  // After the last record: more bytes follow that are not a record.
   bool hasRest() const { return m_at < m_size; }
 
  private:
@@ -54,7 +54,7 @@ class JournalReader {
 
   std::unique_ptr<RegularFile> m_file;
   std::uint64_t m_size = 0;
-  std::uint64_t m_at = 0;  // behind the last whole record
+  std::uint64_t m_at = 0;  // end of the last complete record
   std::uint64_t m_number = 0;
   bool m_isBroken = false;
   JournalHeader m_header;

@@ -8,32 +8,32 @@
 
 namespace quilmora::journal {
 
-// How many bytes a journal may have beside a document of this map, whose own size is above that.
+// How many bytes a journal may have for a document of this map; the document itself is larger.
 std::uint64_t journalLimit(const MindMap& map);
 
-// Keeps the journal of one open map on the disk: what leads from the map that its document holds to the map as it is
-// now. Whatever it returns, the file on the disk is whole up to its last record, and flushed. Not for two threads at a
-// time. While it keeps a journal, other processes leave it alone. These calls return an empty text, or why the disk
-// does not hold what they were given; the next call then tries again.
+// Keeps the journal of one open map on disk: the difference from the map in its document to the current map. Whatever
+// the calls return, the file on disk is complete up to its last record, and flushed. For one thread at a time. Other
+// processes leave the journal alone while this object holds it. The calls return an empty text, or why the disk does
+// not hold what they were given; the next call then tries again.
 class JournalWriter {
  public:
   explicit JournalWriter(QString folder) : m_folder(std::move(folder)) {}
-  // Leaves the journal where it is.
+  // Leaves the journal in place.
   ~JournalWriter();
   JournalWriter(const JournalWriter&) = delete;
   JournalWriter& operator=(const JournalWriter&) = delete;
 
-  // The open map is another one from now on, and its document holds `base`. The journal of the map before goes. With
-  // `takesOver` a journal that an ended process left for this document is replaced or removed as if it were our own.
+  // From now on another map is open, and its document holds `base`. The journal of the previous map is removed. With
+  // `takesOver`, a journal that an ended process left for this document is replaced or removed as if it were our own.
   QString start(const QString& document, const MindMap& base, bool takesOver);
-  // The document holds `base` now, at this place. What was recorded beyond it stays recorded.
+  // The document at this place now holds `base`. What was recorded beyond it stays recorded.
   QString moveBase(const QString& document, const MindMap& base);
-  // The map is this now.
+  // The current map.
   QString record(const MindMap& now);
-  // Nothing differs from the document that would be missed: the journal goes.
+  // Nothing worth keeping differs from the document: removes the journal.
   void clear();
 
-  // Of the journal on the disk.
+  // Of the journal on disk.
   std::uint64_t size() const { return m_size; }
 
  private:
@@ -41,21 +41,21 @@ class JournalWriter {
   bool isOpen() const { return m_descriptor >= 0; }
   void close();
   void remove();
-  // A new journal with one record takes the place of the old one.
+  // Replaces the journal with a new one that has one record.
   QString rewrite(const MindMap& now);
   QString append(const MindMap& now, const QByteArray& delta);
 
   QString m_folder;
   QString m_document;
   MindMap m_base;
-  MindMap m_last;  // as recorded; the base where there is no journal
+  MindMap m_last;  // as recorded; the base if there is no journal
   MapFingerprint m_fingerprint;
   int m_descriptor = -1;
   JournalHeader m_header;
   std::uint64_t m_count = 0;
   std::uint64_t m_size = 0;
   std::uint64_t m_limit = 0;
-  bool m_ownsFile = false;  // what lies at the path is ours to replace
+  bool m_ownsFile = false;  // whatever is at the path is ours to replace
 };
 
 }  // namespace quilmora::journal

@@ -7,15 +7,15 @@
 
 namespace quilmora::journal {
 
-// What leads from one map to another, as bytes; empty where nothing does. Takes time for what differs and for the list
-// of blocks, not for the map.
+// The difference between two maps as bytes; empty if there is none. Takes time for what differs and for the list of
+// blocks, not for the whole map.
 QByteArray deltaBetween(const MindMap& before, const MindMap& now);
 
-// The map that the delta leads to. Shares the blocks that it leaves alone. Throws JournalError where the bytes are no
-// delta of this map; `before` then stands as it is.
+// The map that results from the delta. Shares the blocks that the delta leaves alone. Throws JournalError if the bytes
+// are not a delta of this map; `before` stays as it is.
 MindMap appliedDelta(const MindMap& before, QByteArrayView delta);
 
-// All the records of a block, and back; for those who keep maps by blocks.
+// All the records of a block, and back; for code that stores maps in blocks.
 template <class Record>
 QByteArray bytesOfBlock(const std::vector<Record>& block);
 // Throws JournalError. Appends.

@@ -7,9 +7,9 @@
 
 namespace quilmora::journal {
 
-// Tells maps apart by one number, which a map keeps through being written and read back: it depends on what a document
-// holds, the two times of the map aside, and not on how the records lie in blocks. Remembers the last map, so that the
-// next one costs only the blocks that differ.
+// Identifies a map by one number that survives writing and reading: it depends on what a document holds, except the
+// map's two times, and not on how the records lie in blocks. Remembers the last map, so that the next one costs only
+// the blocks that differ.
 class MapFingerprint {
  public:
   std::uint64_t of(const MindMap& map);

@@ -7,7 +7,7 @@
 
 namespace quilmora {
 
-// A text that stands in an open field and will be in the map once the field is left.
+// The text in an open field, which goes into the map when the field is left.
 struct OpenText {
   enum class Field { topicTitle, regionLabel };
   Field field = Field::topicTitle;

@@ -8,8 +8,8 @@
 
 namespace quilmora::journal {
 
-// Records as bytes: only the fields that differ from another record, with a mask before them. The fields of a record
-// type are listed once, below, and their order is part of the form of the files.
+// Records as bytes: only the fields that differ from another record, preceded by a mask. The fields of a record type
+// are listed once, below, and their order is part of the file format.
 
 template <class Record>
 constexpr auto fieldsOf = std::tuple<>();
@@ -48,7 +48,7 @@ inline constexpr auto fieldsOf<HierarchicalConfig> =
                &HierarchicalConfig::nodeSizing, &HierarchicalConfig::rootFontSize, &HierarchicalConfig::leafFontSize,
                &HierarchicalConfig::rootPadding, &HierarchicalConfig::leafPadding, &HierarchicalConfig::decayFunction);
 
-// What a map is beside its records.
+// What a map has besides its records.
 struct MapHead {
   std::int64_t version = 1;
   QString title;
@@ -75,13 +75,13 @@ template <class T>
 concept IsRecord = std::tuple_size_v<std::remove_cvref_t<decltype(fieldsOf<T>)>> >
 0;
 
-// Whether the enumeration has a value of this number.
+// Whether the enumeration has a value with this number.
 template <class Enumeration>
 bool hasValue(std::uint64_t number);
 
-// --- Whether two values are the same to the bit ---
+// --- Whether two values are bitwise equal ---
 
-// Their own comparisons are loose.
+// The types' own comparisons allow a tolerance.
 inline bool isVery(const QPointF& a, const QPointF& b) {
   return a.x() == b.x() && a.y() == b.y();
 }
@@ -105,7 +105,7 @@ bool isVery(const std::optional<T>& a, const std::optional<T>& b) {
 
 // --- Writing ---
 
-// Bits of `always` are written whether their fields differ or not.
+// The fields in `always` are written even if they are equal.
 template <IsRecord Record>
 void putPatch(ByteWriter& out, const Record& now, const Record& before, std::uint64_t always = 0);
 
@@ -143,7 +143,7 @@ void putPatch(ByteWriter& out, const Record& now, const Record& before, std::uin
 
 // --- Reading ---
 
-// Changes the fields that the patch tells, and answers its mask. Throws JournalError.
+// Changes the fields in the patch, and returns its mask. Throws JournalError.
 template <IsRecord Record>
 std::uint64_t takePatch(ByteReader& in, Record& record);
 
