@@ -13,32 +13,31 @@ namespace quilmora {
 class Clock;
 class Log;
 
-// Keeps what saves, imports and other programs replace in a document, so that a person can go back to it. All work
-// happens beside the main thread, in the order in which it was asked for.
+// Keeps what saves, imports and other programs replace in a document, so that the user can go back to it. All work
+// happens off the main thread, in the order of the calls.
 class EarlierVersions {
  public:
   using Origin = versions::Origin;
 
-  // `folder` is where they lie.
+  // `folder` is where the versions are kept.
   EarlierVersions(const Clock& clock, Log& log, const QString& folder);
-  // Waits until what was asked for is kept.
+  // Waits until everything requested has been kept.
   ~EarlierVersions();
 
-  // The document holds this map from now on, or since `time`.
+  // The document holds this map from now on, or has since `time`.
   void documentHolds(const QString& document, const MindMap& map, Origin origin, std::optional<TimePoint> time = {});
-  // What the document holds is about to be replaced; also by what another program wrote there, or where the document
-  // was never open.
+  // What the document holds is about to be replaced, even if another program wrote it or the document was never open.
   void documentWillBeReplaced(const QString& document);
   // Another program has replaced what the document held.
   void documentWasReplaced();
-  // Keeps a map that no file of the document holds, such as one that another version takes the place of.
+  // Keeps a map that no file of the document holds, such as one that another version replaces.
   void keep(const QString& document, const MindMap& map);
 
   // Newest first.
   QFuture<std::vector<versions::Version>> list(const QString& document);
-  // Nothing where it cannot be read.
+  // Nothing if it cannot be read.
   QFuture<std::optional<MindMap>> load(const QString& document, std::uint64_t number);
-  // Returns when all that was asked for is done.
+  // Returns when everything requested is done.
   void settle() { m_pool.waitForDone(); }
 
  private:

@@ -13,7 +13,7 @@
 
 namespace quilmora::versions {
 
-// Why a version could not be kept or read, fit to be shown.
+// Why a version could not be kept or read, as a text to show.
 class VersionError : public TextError {
  public:
   using TextError::TextError;
@@ -21,33 +21,33 @@ class VersionError : public TextError {
 
 // One earlier version of a document.
 struct Version {
-  std::uint64_t number = 0;  // names it within its document
-  TimePoint time;            // since when the document held it
+  std::uint64_t number = 0;  // identifies it within its document
+  TimePoint time;            // when the document first held it
   std::uint64_t topicCount = 0;
   QString title;
 
   bool operator==(const Version&) const = default;
 };
 
-// The earlier versions of documents in a folder of the state folder. The records of a version lie in blocks, and equal
-// blocks of a document are stored once. Not for two threads at a time.
+// The earlier versions of documents, in a folder of the state folder. The records of a version are stored in blocks,
+// and equal blocks of a document are stored once. For one thread at a time.
 class VersionStore {
  public:
   explicit VersionStore(QString folder, std::uint64_t limit = mostBytes)
       : m_folder(std::move(folder)), m_limit(limit) {}
 
-  // Keeps the map, which this document held since `time`, unless it is its newest version already; then lets go of what
-  // the rules let go. Throws VersionError.
+  // Keeps the map, which this document has held since `time`, unless it is already its newest version; then removes
+  // what the rules no longer keep. Throws VersionError.
   void keep(const QString& document, const MindMap& map, TimePoint time, TimePoint now);
-  // Newest first. What cannot be read is left out.
+  // Newest first. Unreadable versions are left out.
   std::vector<Version> list(const QString& document) const;
   // Throws VersionError.
   MindMap load(const QString& document, std::uint64_t number) const;
-  // What all versions of all documents take, in bytes.
+  // The size of all versions of all documents, in bytes.
   std::uint64_t size() const;
 
  private:
-  // Where the bytes of a block lie.
+  // Where a block is stored.
   struct BlockPlace {
     std::uint64_t piece = 0;  // the file, by number
     std::uint64_t offset = 0;
@@ -73,12 +73,12 @@ class VersionStore {
   QString folderOf(const QString& document) const;
   static Contents read(const QString& path);
   static QByteArray bytesOf(const Contents& contents);
-  // Of all documents where they have grown beyond the limit, else of this one.
+  // Of all documents if they have grown beyond the limit, else of this one.
   void prune(const QString& document, TimePoint now);
 
   QString m_folder;
   std::uint64_t m_limit;
-  // Of the map that was kept last: what lies in one of its blocks needs no look.
+  // Of the map that was kept last: a block it shares with the next map need not be examined.
   QString m_lastDocument;
   MindMap m_last;
   std::unordered_map<const void*, BlockPlace> m_lastPlaces;
