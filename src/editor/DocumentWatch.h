@@ -40,8 +40,8 @@ class DocumentWatch : public QObject {
   void look();
   // Between these two calls this program is writing the file.
   void beginWrite();
-  // `state` is what the write found, unless follow() was called in between.
   void endWrite();
+  // What the write found, unless follow() was called in between.
   void found(const FileComparison& comparison);
 
  Q_SIGNALS:
