@@ -4,7 +4,7 @@
 
 namespace quilmora {
 
-// A cubic Bézier curve by its two ends and its two inner points.
+// A cubic Bézier curve, given by its two ends and its two inner points.
 struct CubicCurve {
   QPointF start;
   QPointF inner1;

@@ -5,7 +5,7 @@
 
 namespace quilmora {
 
-// Sizes of the round handles on the canvas, in canvas units, for drawing and for hits alike.
+// Sizes of the round handles on the canvas, in canvas units, for drawing and hit tests alike.
 struct HandleMetrics {
   static constexpr double edgeHandleDiameter = 12.0;        // both ends and the bend of a selected edge
   static constexpr double connectionHandleDiameter = 22.0;  // at the right edge of a selected topic
@@ -16,13 +16,13 @@ struct HandleMetrics {
   static constexpr double resizeHandleDiameter = 14.0;      // at the bottom right of a selected region
 };
 
-// Whether a round handle holds the point.
+// Whether a round handle contains the point.
 bool handleContains(QPointF center, double diameter, QPointF point);
 
-// Where the delete button of a selected relationship sits, from the midpoint of its curve.
+// The centre of a selected relationship's delete button, from the midpoint of its curve.
 QPointF deleteButtonCenter(QPointF relationshipMidpoint);
 
-// Where the resize handle of a selected region sits.
+// The centre of a selected region's resize handle.
 QPointF resizeHandleCenter(const QRectF& regionRect);
 
 }  // namespace quilmora

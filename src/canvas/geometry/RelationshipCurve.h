@@ -7,7 +7,7 @@
 
 namespace quilmora {
 
-// The curve of a relationship: a quadratic Bézier between two topics' centres that bows by a fifth of their distance,
+// The curve of a relationship: a quadratic Bézier between two topics' centres that bends by a fifth of their distance,
 // always to the same side. Canvas coordinates.
 struct RelationshipCurve {
   static constexpr double hitWidth = 15.0;
@@ -20,9 +20,9 @@ struct RelationshipCurve {
 
   QPointF pointAt(double t) const;
   QPointF midpoint() const;
-  // A rectangle that holds the curve, without the width of its stroke.
+  // A rectangle that contains the curve, without the width of its stroke.
   QRectF bounds() const;
-  // Whether the point lies within the hit stroke.
+  // Whether the point is within the hit stroke.
   bool contains(QPointF point) const;
 };
 

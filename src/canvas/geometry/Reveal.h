@@ -7,8 +7,8 @@
 
 namespace quilmora {
 
-// The shortest way to move `target` so that it lies inside `room` and meets none of the covers. Where no place is free,
-// the way into the room alone; what is larger than the room shows its left and top.
+// The shortest move that puts `target` inside `room` and clear of all covers. If there is no such place, the move into
+// the room alone; a target larger than the room shows its top left corner.
 QPointF shortestReveal(const QRectF& target, const QRectF& room, const std::vector<QRectF>& covers);
 
 }  // namespace quilmora

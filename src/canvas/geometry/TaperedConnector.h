@@ -14,8 +14,8 @@ namespace quilmora {
 class TreeInfo;
 
 // The shape of a tree edge: a filled ribbon of varying width around a cubic Bézier curve between two topics' centres,
-// with an optional head inside its end. Canvas coordinates. Every function ends in bounded time on any numbers, also
-// such as are not finite, and then gives points that are not finite either.
+// with an optional head inside its end. Canvas coordinates. Every function ends in bounded time for any numbers; those
+// that are not finite give points that are not finite.
 struct TaperedConnector {
   static constexpr int minSampleCount = 20;
   static constexpr int maxSampleCount = 100;
@@ -29,7 +29,7 @@ struct TaperedConnector {
   std::optional<EdgeStyle::TaperConfig> effectiveTaper;
 
   TaperedConnector() = default;
-  // The curve of an edge between two centres, bent by the edge's offset.
+  // The curve of an edge between two centres, with the edge's bend.
   TaperedConnector(const Edge& edge, QPointF from, QPointF to,
                    std::optional<EdgeStyle::TaperConfig> taper = std::nullopt);
 
@@ -40,32 +40,32 @@ struct TaperedConnector {
   CubicCurve curve() const { return {startPoint, controlPoint1, controlPoint2, endPoint}; }
   QPointF pointAt(double t) const;
   QPointF tangentAt(double t) const;
-  // The left and the right point of the outline at a place of the curve.
+  // The left and the right point of the outline at a parameter of the curve.
   std::array<QPointF, 2> sidesAt(double t) const;
-  // The closed outline to be filled by the non-zero rule: the left side forwards, then the right side backwards.
+  // The closed outline, to be filled by the non-zero rule: the left side forwards, then the right side backwards.
   std::vector<QPointF> outline() const { return outline(sampleCount()); }
   // The same with another number of samples, for a ribbon that is drawn small.
   std::vector<QPointF> outline(int samples) const;
-  // Tip and two corners, or nothing where there is no head.
+  // Tip and two corners, or nothing if there is no head.
   std::vector<QPointF> arrowHead() const;
-  // Where the bend handle of a selected edge sits: the curve's point at t = 0.5.
+  // The centre of a selected edge's bend handle: the curve's point at t = 0.5.
   QPointF bendHandlePosition() const;
-  // A rectangle that holds ribbon and head.
+  // A rectangle that contains ribbon and head.
   QRectF bounds() const;
-  // Whether the point lies in the ribbon or in the head.
+  // Whether the point is in the ribbon or in the head.
   bool contains(QPointF point) const;
 };
 
 // The two inner Bézier points of an edge's curve.
 std::array<QPointF, 2> edgeControlPoints(QPointF from, QPointF to, const std::optional<QPointF>& offset);
 
-// How far ribbon and head reach from the curve. `headWidth` is the end width that sizes the head, or 0 without one.
+// How far ribbon and head extend from the curve. `headWidth` is the end width that sizes the head, or 0 without one.
 double connectorReach(const EdgeStyle::TaperConfig& widths, double headWidth);
 
-// The width that an edge has at a depth when edges are sized by depth.
+// The width of an edge at a depth when edges are sized by depth.
 double edgeWidthAtDepth(int depth, const HierarchicalConfig& config);
 
-// The widths that depth sizing gives an edge, or nothing where it is off or the map has only roots.
+// The widths that depth sizing gives an edge, or nothing if it is off or the map has only roots.
 std::optional<EdgeStyle::TaperConfig> effectiveTaper(const Edge& edge, const TreeInfo& tree,
                                                      const HierarchicalConfig& config);
 
