@@ -10,7 +10,7 @@ class QPainter;
 
 namespace quilmora {
 
-// How a badge looks wherever it shows: its symbol, to be drawn in white, and the colour of the disc behind it.
+// A badge's appearance everywhere: its symbol, to be drawn in white, and the colour of the disc behind it.
 struct BadgeLook {
   QString symbol;
   QColor color;

@@ -11,14 +11,14 @@ class QPainter;
 
 namespace quilmora {
 
-// Boxes of topics put together from plain rectangles and small pictures of their rounded corners: many times faster
-// than filling rounded paths, and sharp because they stand on whole device pixels.
+// Boxes of topics, composed of plain rectangles and small pictures of their rounded corners: many times faster than
+// filling rounded paths, and sharp because they are aligned to whole device pixels.
 class BoxPicture {
  public:
-  // `scale` is in device pixels a canvas unit.
+  // `scale` is in device pixels per canvas unit.
   void prepare(double scale);
   // Paints an opaque box of one fill with a border of `borderWidth` canvas units inside its edge. The painter's
-  // coordinates must be device pixels. False where the box is too small to be put together.
+  // coordinates must be device pixels. Returns false if the box is too small to be composed.
   bool paint(QPainter& painter, const QRect& deviceBox, QRgb fill, QRgb border, double borderWidth,
              const SeenPatches& seen);
 

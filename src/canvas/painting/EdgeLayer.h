@@ -11,8 +11,8 @@
 
 namespace quilmora {
 
-// Paints the edges of one frame. First it walks them from the topmost down and collects what can be seen of each: where
-// many see-through ribbons lie upon each other, those below add nothing. Then it paints from the bottom up.
+// Paints the edges of one frame. First it walks them from the topmost down and collects the visible part of each: where
+// many translucent ribbons overlap, the lower ones add nothing. Then it paints from the bottom up.
 class EdgeLayer {
  public:
   EdgeLayer(QPainter& painter, const PaintContext& context) : m_painter(painter), m_context(context) {}
@@ -24,13 +24,13 @@ class EdgeLayer {
   void paintPiece(std::size_t number);
 
  private:
-  // A stretch of a ribbon: a closed polygon in m_points. With a head it is the ribbon's last one. Or lines of edges too
+  // A stretch of a ribbon: a closed polygon in m_points. One with a head is the ribbon's last. Or lines of edges too
   // thin for a ribbon.
   struct Piece {
     std::size_t edge = noEdge;
     std::size_t first = 0;  // in m_points or m_lines
     std::size_t count = 0;
-    std::size_t headCount = 0;  // points of the head, behind those of the stretch
+    std::size_t headCount = 0;  // points of the head, after those of the stretch
     std::size_t lineCount = 0;
     QRgb lineColor = 0;
   };
@@ -46,7 +46,7 @@ class EdgeLayer {
   double opacity(std::size_t edge) const;
   bool isSeen(const QRectF& piece) const;
   QPointF toDevice(QPointF point) const;
-  // On the grid that rasterisers round to, and rounded alike wherever the painted part lies.
+  // Aligned to the grid that rasterisers round to, in the same way wherever the painted part lies.
   QPointF toExactPicture(QPointF point) const;
   TaperedConnector connectorOf(std::size_t edge) const;
 

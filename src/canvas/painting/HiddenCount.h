@@ -6,11 +6,11 @@
 
 namespace quilmora {
 
-// How many topics a collapsed branch hides, counted as far as maxHiddenCount + 1.
+// How many topics a collapsed branch hides; counting stops at maxHiddenCount + 1.
 inline constexpr std::size_t maxHiddenCount = 999;
 std::size_t hiddenCount(const TreeInfo& tree, std::uint32_t number);
 
-// The same as it is shown: "12", or "999+".
+// The same as shown to the user: "12", or "999+".
 QString hiddenCountText(const TreeInfo& tree, std::uint32_t number);
 
 }  // namespace quilmora

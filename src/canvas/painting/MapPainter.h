@@ -31,29 +31,29 @@ class MapPainter {
   MapPainter();
   ~MapPainter();
 
-  // Where a part is given, only what it names is looked at.
+  // If `part` is given, only what it names is examined.
   void paint(QPainter& painter, const MapScene& scene, const PaintOptions& options = {},
              const ScenePlan::Part* part = nullptr);
 
-  // The same in small steps, tile by tile, but for what a gesture moves. Plan and painters must outlive the steps.
-  // Fills the plan; both calls must be given the same scene but for view and exposed part.
+  // The same in small steps, tile by tile, without what a gesture moves. Plan and painters must outlive the steps.
+  // makePlan() fills the plan; both calls must get the same scene except for view and exposed part.
   PaintSteps makePlan(ScenePlan& plan, MapScene scene, PaintOptions options);
   PaintSteps paintTile(QPainter& painter, const ScenePlan& plan, QPoint tile, const MapScene& scene,
                        const PaintOptions& options);
-  // What a gesture moves, to be painted above those tiles.
+  // Paints what a gesture moves, above those tiles.
   void paintMoving(QPainter& painter, const MapScene& scene, const PaintOptions& options = {});
 
   NodeMeasurer& measurer() { return m_measurer; }
   const NodeMeasurer& measurer() const { return m_measurer; }
   // Measures the topic with an ordinal in `nodes` as it is painted, in canvas units from its centre.
   NodeMetrics measure(const MapScene& scene, std::size_t nodeIndex, const PaintOptions& options = {});
-  // The topmost topic whose box holds the canvas point, as its ordinal in `nodes`; hidden topics don't count.
-  // `measuresLeft` counts the topics that may still be measured for it; without any left the answer is nothing.
+  // The topmost topic whose box contains the canvas point, as its ordinal in `nodes`, ignoring hidden topics.
+  // `measuresLeft` is the number of topics that may still be measured; when it runs out the result is nothing.
   std::optional<std::size_t> nodeAt(const MapScene& scene, QPointF canvasPoint, const PaintOptions& options = {},
                                     std::size_t* measuresLeft = nullptr);
-  // The topmost edge whose ribbon or head holds the canvas point, as its ordinal in `edges`.
+  // The topmost edge whose ribbon or head contains the canvas point, as its ordinal in `edges`.
   std::optional<std::size_t> edgeAt(const MapScene& scene, QPointF canvasPoint, const PaintOptions& options = {});
-  // The topmost relationship whose hit stroke holds the canvas point, as its position in `relationships`.
+  // The topmost relationship whose hit stroke contains the canvas point, as its ordinal in `relationships`.
   std::optional<std::size_t> relationshipAt(const MapScene& scene, QPointF canvasPoint);
 
  private:
@@ -65,7 +65,7 @@ class MapPainter {
                         const std::vector<char>& isSelected);
 
   NodeMeasurer m_measurer;
-  std::shared_ptr<SceneSketch> m_sketch;  // paintings under way have it, too
+  std::shared_ptr<SceneSketch> m_sketch;  // paintings in progress hold it, too
   std::unique_ptr<PictureStore> m_pictures;
   std::unique_ptr<MovingStore> m_moving;
 };

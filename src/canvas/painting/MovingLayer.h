@@ -12,11 +12,11 @@ class QPainter;
 
 namespace quilmora {
 
-// What many dragged topics look like, and the previews between them, which move as one; kept as long as they are the
-// same.
+// The picture of many dragged topics, and that of the previews between them, which move as one; kept as long as they
+// stay the same.
 struct DraggedPicture {
   QImage topics;
-  QImage previews;      // null where they are few enough to be drawn at each frame
+  QImage previews;      // null if they are few enough to be drawn at each frame
   QPoint origin;        // of the images, in device pixels
   QPointF translation;  // of the drag that the images show, in canvas units
   QTransform toDevice;
@@ -27,15 +27,15 @@ struct DraggedPicture {
   int opacityRule = 0;
 };
 
-// What is kept from frame to frame of a gesture.
+// What is kept from frame to frame during a gesture.
 struct MovingStore {
   DraggedPicture dragged;
   RestingMask mask;
   QImage lines;
 };
 
-// Paints what a gesture moves, above a picture that lacks it: dragged topics with straight previews of their edges, a
-// connection on its way, and a dragged handle. Lines stay below the topics that rest.
+// Paints what a gesture moves, above a picture that leaves it out: dragged topics with straight previews of their
+// edges, an unfinished connection, and a dragged handle. Lines stay below the topics at rest.
 class MovingLayer {
  public:
   // Whether the scene has anything that moves.
@@ -55,7 +55,7 @@ class MovingLayer {
   std::vector<const Relationship*> draggedRelationships() const;
   QRect viewPixels() const;
   QRect boundsOf(const std::vector<Preview>& previews) const;
-  // The previews of the edges that reach out of what is dragged, or of those within.
+  // The previews of the edges that reach out of the dragged topics, or of those between them.
   std::vector<Preview> previewsIn(const QRectF& seen, bool areWithin) const;
   // Whether there is time for smooth lines.
   bool areSmooth(const std::vector<Preview>& previews) const;
@@ -64,18 +64,18 @@ class MovingLayer {
   void paintHandles();
   void findDraggedNodes();
   void paintDraggedNodes();
-  // Puts dragged topics on a picture of their own, with the previews between them on another.
+  // Paints dragged topics on one picture, and the previews between them on another.
   bool hasPicture() const;
   void preparePicture();
   void renderPicture(const QRect& pixels);
   QPoint shift() const;
-  // Device pixel by device pixel.
+  // Without scaling, device pixel by device pixel.
   void drawOnPixels(QPoint place, const QImage& picture);
 
   QPainter& m_painter;
   const PaintContext& m_context;
   MovingStore& m_kept;
-  std::vector<std::size_t> m_dragged;  // positions in `nodes`
+  std::vector<std::size_t> m_dragged;  // ordinals in `nodes`
 };
 
 }  // namespace quilmora

@@ -8,17 +8,17 @@
 
 namespace quilmora {
 
-// Paints the topics of one frame. First it walks them from the topmost down and collects what can be seen of each,
-// which also tells what the topics hide of all that lies below them; then it paints from the bottom up.
+// Paints the topics of one frame. First it walks them from the topmost down and collects the visible part of each, and
+// thereby what the topics hide of everything below them; then it paints from the bottom up.
 class NodeLayer {
  public:
   enum class Shadows { none, all };
   NodeLayer(QPainter& painter, const PaintContext& context, Shadows shadows = Shadows::all);
 
-  // Makes dimmed topics stand on the canvas and its regions, so that no connector shines through their bodies. To be
-  // called before collecting, where the layer is painted over connectors and no topics.
+  // Puts dimmed topics on the bare canvas and its regions, so that no connector shows through their bodies. Call it
+  // before collecting, if the layer is painted over connectors and no topics.
   void standOnGround() { m_showsGround = true; }
-  // Lets what is collected tell what it hides of all that is collected after it.
+  // Makes collected topics cover what is collected after them.
   void prepareCoverage();
 
   // Topics are collected one by one, the topmost first.
@@ -32,17 +32,17 @@ class NodeLayer {
     std::size_t index;
     QPointF position;
     NodeMetrics metrics;
-    QRect pixels;  // the box in device pixels, where the transform allows whole ones
+    QRect pixels;  // the box in device pixels, if the transform allows whole ones
     double opacity;
     bool isEditing;
     bool isSelected;
-    SeenPatches patches;            // what later topics leave of the box and of its surroundings
+    SeenPatches patches;            // what later topics leave visible of the box and its surroundings
     bool isTextShown = true;        // the letters are large enough to be read
     bool isContentCovered = false;  // later topics hide image, emoji, icon and title
     bool isToggleCovered = false;
-    bool isEveryMarkerCovered = false;  // but for the toggle
+    bool isEveryMarkerCovered = false;  // except for the toggle
   };
-  // A topic so small that only its box is told.
+  // A topic so small that only its box is drawn.
   struct Dot {
     std::size_t index;
     QRect pixels;
@@ -53,7 +53,7 @@ class NodeLayer {
     QColor color;
     double width;
   };
-  // How many device pixels the ring of a selected dot reaches beyond it, and how many dots make a piece.
+  // How many device pixels the ring of a selected dot extends beyond it, and how many dots make a piece.
   static constexpr int dotRingReach = 2;
   static constexpr std::size_t bundleSize = 256;
 
@@ -65,7 +65,7 @@ class NodeLayer {
   bool isCollapsed(std::size_t index) const;
   bool isTextShown(std::size_t index) const;
   NodeSizing sizingOf(std::size_t index) const;
-  // By what depth sizing sized a topic, as the sketch keeps it.
+  // The depth share by which a topic was sized, as stored in the sketch.
   float sizingFraction(std::size_t index) const;
 
   void collectDot(std::size_t index, QPointF position);
@@ -73,16 +73,16 @@ class NodeLayer {
   NodeMetrics sketchedMetrics(std::size_t index, const Node& node) const;
   // A box of canvas units in device pixels.
   QRect wholePixels(const QRectF& box) const;
-  // Whether a topic's sketch holds the size at which its box is painted.
+  // Whether a topic's sketch has the size at which its box is painted.
   bool isSizeKnown(std::size_t index) const;
   void ensureSize(std::size_t index);
-  // Whether the topic with all around it lies below later ones; told without measuring it.
+  // Whether the topic with its surroundings is hidden by later ones; decided without measuring it.
   bool isKnownToBeCovered(std::size_t index, QPointF position) const;
-  // The same of what the topic holds inside its paddings.
+  // The same for what the topic shows inside its paddings.
   bool isContentKnownToBeCovered(std::size_t index, QPointF position) const;
-  // Finds what later topics hide of this one, and marks what it hides itself. False where nothing is left.
+  // Finds what later topics hide of this one, and marks what it hides itself. False if nothing is left.
   bool findSeenPart(SeenNode& seen);
-  // How far shadow, ring, markers and handle reach beyond the box, in canvas units.
+  // How far shadow, ring, markers and handle extend beyond the box, in canvas units.
   double surroundings(std::size_t index) const;
 
   void paintDots(std::size_t bundle);
@@ -93,7 +93,7 @@ class NodeLayer {
   void paintNode(const SeenNode& seen);
   void paintApart(const SeenNode& seen);
   void paintDimmed(const SeenNode& seen);
-  // Paints the topic whole on a picture whose first pixel is that one of the device.
+  // Paints the whole topic on a picture whose first pixel is the device pixel `origin`.
   void paintOnPicture(const SeenNode& seen, QImage& picture, QPoint origin) const;
   QRect pixelsAround(const SeenNode& seen) const;
   void paintBox(const SeenNode& seen, const Node& node);
@@ -111,11 +111,11 @@ class NodeLayer {
   QPainter& m_painter;
   const PaintContext& m_context;
   QTransform m_canvasTransform;
-  QTransform m_devicePixels;  // lets the painter speak device pixels
+  QTransform m_devicePixels;  // makes the painter's coordinates device pixels
   double m_maxSurroundings;
   bool m_hasShadows;
   bool m_showsGround = false;
-  QImage m_ground;               // canvas and regions without all else, made when it is needed
+  QImage m_ground;               // canvas and regions alone, made when needed
   std::vector<SeenNode> m_seen;  // the topmost first
   std::vector<std::size_t> m_dimmed;
   std::vector<Dot> m_dots;  // the topmost first

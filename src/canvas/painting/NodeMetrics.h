@@ -16,10 +16,10 @@ class QPainter;
 
 namespace quilmora {
 
-// The font family of the interface, with those behind it that cover emoji and East Asian scripts.
+// The font family of the interface, with fallbacks for emoji and East Asian scripts.
 QFont interfaceFont();
 
-// Text sizes and paddings of one topic in canvas units, that is pixels at zoom 1.
+// Text sizes and paddings of one topic in canvas units, that is, pixels at zoom 1.
 struct NodeSizing {
   double fontSize = 15.0;
   double emojiSize = 17.0;
@@ -29,22 +29,22 @@ struct NodeSizing {
   bool italic = false;
 
   NodeSizing() = default;
-  // `depthFraction` is 0 for roots and 1 for the deepest topics. Without it, without a config or with sizing switched
-  // off the fixed sizes apply.
+  // `depthFraction` is 0 for roots and 1 for the deepest topics. Without it, without a config, or with sizing switched
+  // off, the fixed sizes apply.
   NodeSizing(const NodeStyle& style, std::optional<double> depthFraction, const HierarchicalConfig* config);
 
-  // The title's font, for an editor too; its pixel size is the nearest whole one, but never so small that shaping emoji
-  // takes seconds.
+  // The title's font, also for a title field; its pixel size is the nearest whole one, but never so small that shaping
+  // emoji takes seconds.
   QFont titleFont() const;
 
   bool operator==(const NodeSizing&) const = default;
 };
 
-// Where the pieces of one topic lie, in canvas units from the topic's centre; move them by Node.position. A piece that
-// the topic doesn't have is an empty rectangle.
+// The places of a topic's parts, in canvas units from the topic's centre; add Node.position. A part that the topic
+// lacks is an empty rectangle.
 struct NodeMetrics {
   static constexpr double cornerRadius = 6.0;
-  // Of a title at the usual size; of larger ones it grows with the font, so that as many letters fit into a line.
+  // For a title at the usual size; with larger letters it grows in proportion, so that as many fit into a line.
   static constexpr double titleMaxWidth = 200.0;
   static double titleWidthLimit(double fontSize);
 
@@ -53,9 +53,9 @@ struct NodeMetrics {
   QRectF image;
   QRectF emoji;
   QRectF icon;
-  QRectF title;  // has the height of a line even when the title is empty
+  QRectF title;  // as high as a line even if the title is empty
   QRectF aiMarker;
-  QRectF badge;           // the disc
+  QRectF badge;           // whether it is shown depends on the topic's children
   QRectF collapseToggle;  // whether it is shown follows from the topic's children
   QRectF linkMarker;
   QRectF noteMarker;
@@ -67,18 +67,17 @@ struct NodeMetrics {
   QRectF bounds() const;
 };
 
-// A text with its line breaks made and its glyphs chosen, free of colour. Shaped at a whole number of pixels, hence the
-// scale.
+// A text with line breaks and glyphs chosen, without colour. Shaped at a whole number of pixels, hence the scale.
 struct ShapedText {
   QList<QGlyphRun> runs;
   QSizeF size;
   double scale = 1.0;
 
-  // Draws with the painter's pen, the top left corner at `position`.
+  // Draws with the painter's pen, with the top left corner at `position`.
   void draw(QPainter& painter, QPointF position) const;
 };
 
-// Measures topics, and keeps what is dear to make: shaped texts and decoded pictures. Both stores are bounded. For the
+// Measures topics, and caches what is expensive: shaped texts and decoded pictures. Both caches are bounded. For the
 // main thread, or for one thread that owns it.
 class NodeMeasurer {
  public:
@@ -90,17 +89,16 @@ class NodeMeasurer {
   TopicPictures& pictures() { return m_pictures; }
   const TopicPictures& pictures() const { return m_pictures; }
 
-  // `editedTitle` stands for the title while it is being edited: then the title's place is at least 80 wide and 20
-  // high.
+  // `editedTitle` replaces the title while it is being edited: then the title's place is at least 80 wide and 20 high.
   NodeMetrics measure(const Node& node, std::optional<double> depthFraction, const HierarchicalConfig* config,
                       const std::optional<QString>& editedTitle = std::nullopt);
 
-  // Both are valid until the next call of this object.
+  // Both results are valid until the next call to this object.
   const ShapedText& shapedTitle(const QString& title, const NodeSizing& sizing);
   const ShapedText& shapedEmoji(const QString& emoji, const NodeSizing& sizing);
   // The size at which a picture is shown on a topic.
   static QSizeF shownImageSize(QSize pixels);
-  // Titles and emoji kept at present; for tests of the bound.
+  // Titles and emoji currently cached; for tests of the bound.
   int keptTextCount() const { return static_cast<int>(m_texts.count()); }
 
  private:

@@ -10,13 +10,13 @@ namespace quilmora {
 // Paints shapes in a thread of the global pool while the caller waits; see PaintSteps::Work.
 void runInPool(const std::function<void()>& work);
 
-// Long work cut into many small steps, so that it can pause between two frames. Whoever lets what it reads or paints on
-// change or vanish meanwhile must destroy it before.
+// Long work divided into many small steps, so that it can pause between two frames. It must be destroyed before
+// anything that it reads or paints on changes or is destroyed.
 class [[nodiscard]] PaintSteps {
  public:
-  // What the step to come does. Texts belong to the thread that loaded their fonts. Shapes are painted in a thread of
-  // the global pool while the caller waits: Qt divides every fill of some hundred spans among that pool's threads,
-  // unless it is asked by one of them, and for many small fills the waking and waiting costs several times the filling.
+  // What the next step does. Texts belong to the thread that loaded their fonts. Shapes are painted in a thread of the
+  // global pool while the caller waits: Qt splits every fill of some hundred spans among that pool's threads, unless
+  // one of them asked for it, and for many small fills the waking and waiting costs several times the filling.
   enum class Work { texts, shapes };
 
   struct promise_type {
@@ -45,8 +45,8 @@ class [[nodiscard]] PaintSteps {
   ~PaintSteps() { drop(); }
 
   bool isDone() const { return !m_handle || m_handle.done(); }
-  // Goes on until all is done, which it returns, or until `isTimeUp`, which is asked after every step and from any
-  // thread.
+  // Continues until everything is done or until `isTimeUp`, which is called after every step and from any thread.
+  // Returns whether everything is done.
   bool run(const std::function<bool()>& isTimeUp);
   void finish() {
     run([] { return false; });

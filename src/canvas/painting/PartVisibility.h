@@ -20,30 +20,30 @@ enum class CanvasPart {
   resizeHandle,
 };
 
-// One rule for painting and for hits: what is not painted cannot be pressed, and what is painted is pressed where it
-// shows. `zoom` counts pixels of the window, not of the device, a canvas unit.
+// One rule for painting and hit tests: what is not painted cannot be pressed, and what is painted is pressed where it
+// shows. `zoom` is in window pixels, not device pixels, per canvas unit.
 
 bool isPartShown(CanvasPart part, double zoom);
 
-// By how much a part is larger than its own size in canvas units, so that it stays recognisable on a small picture.
+// How much larger a part is drawn than its own size in canvas units, so that it stays recognisable when zoomed out.
 double partGrowth(CanvasPart part, double zoom);
 
-// The diameter of a round part as it shows, in canvas units.
+// The diameter of a round part as shown, in canvas units.
 double partDiameter(CanvasPart part, double zoom);
 
-// Where a part shows whose place at zoom 1 this is: grown about its centre, a collapse mark to the left. Empty where it
-// doesn't show or is empty.
+// Where a part is shown that is at `place` at zoom 1: enlarged around its centre, or to the left for a collapse mark.
+// Empty if it is not shown or `place` is empty.
 QRectF shownPart(CanvasPart part, const QRectF& place, double zoom);
 
-// Where the delete button of a selected relationship shows, from the midpoint of its curve.
+// The centre of a selected relationship's delete button as shown, from the midpoint of its curve.
 QPointF shownDeleteButtonCenter(QPointF relationshipMidpoint, double zoom);
 
-// How far shadow, selection ring, marks and handle of a topic reach beyond its box, in canvas units.
+// How far shadow, selection ring, marks and handle of a topic extend beyond its box, in canvas units.
 double topicSurroundings(double zoom, bool isSelected, bool isCollapsed);
-// The same for any topic, whatever its state, with what rounding to pixels adds.
+// The maximum for any topic in any state, including rounding to pixels.
 double maxTopicSurroundings(double zoom);
 
-// How far the handles of an edge or a relationship reach from their centres, shadow included, in canvas units.
+// How far the handles of an edge or a relationship extend from their centres, shadow included, in canvas units.
 double handleSurroundings(double zoom);
 
 }  // namespace quilmora

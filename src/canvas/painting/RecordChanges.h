@@ -10,13 +10,13 @@
 
 namespace quilmora {
 
-// What differs between two arrays of records with ids. A record that was changed, or that stands in another order among
-// the others, counts as gone and as come. Looks only into blocks that the arrays don't share.
+// The difference between two arrays of records with ids. A record that was changed, or moved in the order, counts as
+// removed and as added. Examines only blocks that the arrays do not share.
 template <class Record>
 struct RecordChanges {
   std::vector<const Record*> gone;
   std::vector<const Record*> came;
-  bool isTooMuch = false;  // more than `limit` records had to be looked at
+  bool isTooMuch = false;  // more than `limit` records would have to be examined
 
   RecordChanges(const SharedArray<Record>& before, const SharedArray<Record>& after, std::size_t limit) {
     if (before.sharesStorageWith(after)) return;
@@ -57,7 +57,7 @@ struct RecordChanges {
   };
   struct Place {
     const Record* record;
-    std::size_t sharedBefore;  // how many shared blocks stand before it
+    std::size_t sharedBefore;  // how many shared blocks precede it
   };
 
   std::vector<Place> placesBeside(const SharedArray<Record>& array, const std::unordered_set<const void*>& shared,
@@ -75,7 +75,7 @@ struct RecordChanges {
     return places;
   }
 
-  // Whether the shared blocks follow each other differently.
+  // Whether the shared blocks are in a different order.
   static bool hasOtherOrder(const SharedArray<Record>& before, const SharedArray<Record>& after) {
     std::unordered_map<const void*, std::size_t> placeBefore;
     for (std::size_t k = 0; k < before.blockCount(); ++k) placeBefore.emplace(&before.block(k), k);

@@ -6,8 +6,8 @@
 
 namespace quilmora {
 
-// Measures of the plate at the top left corner of a region that holds its label, in canvas units, for painting and for
-// the field that takes its place.
+// Measures of the plate in a region's top left corner that holds its label, in canvas units, for painting and for the
+// field that replaces it.
 struct RegionLabel {
   static constexpr double fontSize = 11.0;
   static constexpr double paddingX = 8.0;
@@ -15,15 +15,15 @@ struct RegionLabel {
   static constexpr double plateOpacity = 0.95;
   static constexpr double cornerRadius = 8.0;
 
-  // A label never gets smaller on the screen than so many pixels, and may run beyond a narrow region as far as this.
+  // A label is never smaller on the screen than this many pixels, and may extend beyond a narrow region this far.
   static constexpr double minPixels = 8.0;
   static constexpr double maxOwnWidth = 330.0;
 
-  // In pixels of the given size.
+  // `pixelSize` in pixels.
   static QFont font(int pixelSize);
-  // By how much the plate is larger than its measures, at a zoom in pixels of the window a canvas unit.
+  // How much larger the plate is than its measures, at a zoom in window pixels per canvas unit.
   static double growth(double zoom);
-  // What the plate of a region can cover at most, in canvas units.
+  // The largest area that a region's plate can cover, in canvas units.
   static QRectF reach(const QRectF& region, double zoom);
 };
 

@@ -9,7 +9,8 @@
 
 namespace quilmora {
 
-// Where topics at rest lie in view: what moves below them is erased there. Kept as long as these stay where they are.
+// The area of topics at rest in the view: whatever moves below them is erased there. Kept as long as they stay where
+// they are.
 class RestingMask {
  public:
   // Erases the pixels of topics at rest from a picture whose first pixel is the device pixel `origin`.

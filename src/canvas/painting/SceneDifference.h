@@ -24,17 +24,18 @@ struct ChangedParts {
   bool isEmpty() const { return !everything && areas.empty() && edges.empty(); }
 };
 
-// Remembers the scene that a picture shows and tells what of it changed, at the cost of a pass over flat arrays and of
-// the records in blocks that the two maps don't share. Marks rather too much than too little; what a gesture moves
-// above the picture counts as left out of it.
+// Remembers the scene that a picture shows and finds what has changed since, by a pass over flat arrays and over the
+// records in blocks that the two maps do not share. Errs on the side of marking too much; what a gesture moves above
+// the picture counts as left out of it.
 class SceneDifference {
  public:
-  // Follows the scene but for its view and its exposed part. Where only gestures changed, and neither the map nor what
-  // is selected or collapsed, the pass is spared. The painter is the one that paints the scene.
+  // Compares with the new scene, except for its view and exposed part, and remembers it. Skips the pass if only
+  // gestures changed, and neither the map nor what is selected or collapsed. The painter must be the one that paints
+  // the scene.
   ChangedParts follow(const MapScene& scene, const PaintOptions& options, MapPainter& painter);
 
  private:
-  // A topic's look as far as it doesn't follow from its record.
+  // What a topic looks like, as far as its record does not say.
   struct NodeLook {
     QPointF position;
     int depth = -1;
@@ -44,13 +45,13 @@ class SceneDifference {
     bool hasHandle = false;
     bool isCollapsed = false;
     bool hasChildren = false;
-    std::size_t hiddenCount = 0;  // of a collapsed topic
+    std::size_t hiddenCount = 0;  // for a collapsed topic
   };
 
-  // Told by what both scenes share, without a look inside.
+  // Decided by what both scenes share, without comparing contents.
   bool hasOtherContent(const MapScene& scene) const;
   bool changesEverything(const MapScene& scene) const;
-  // Whether handles of connectors lie on another side of the topics than before.
+  // Whether handles of connectors moved above or below the topics.
   bool haveHandlesMoved(const MapScene& scene) const;
   void compareContent(const MapScene& scene);
   void compareGestures(const MapScene& scene);
@@ -71,18 +72,18 @@ class SceneDifference {
   void addRegion(const QRectF& rect);
   const NodeLook* shown(const std::vector<NodeLook>& looks, const QUuid& id, const MapScene& scene) const;
 
-  // Of the call under way.
+  // Of the current call.
   ChangedParts m_parts;
   const PaintOptions* m_options = nullptr;
-  double m_zoom = 1.0;  // at which the areas are told
+  double m_zoom = 1.0;  // at which the areas are computed
   MapPainter* m_painter = nullptr;
   std::vector<NodeLook> m_newLooks;  // by number of the index
   std::vector<char> m_isMoved;       // by number: the topic's edges change with it
 
-  // Of the scene that is remembered.
+  // Of the remembered scene.
   std::optional<MapScene> m_scene;
   std::vector<NodeLook> m_looks;
-  bool m_hasTwins = false;  // topics of one id
+  bool m_hasTwins = false;  // several topics with the same id
 };
 
 }  // namespace quilmora

@@ -10,11 +10,11 @@
 
 namespace quilmora {
 
-// What can be seen of a scene in each of many square tiles, found in one walk over the map: painting a tile then looks
-// at that alone. Made by MapPainter::makePlan(); good until the scene changes.
+// What is visible of a scene in each of many square tiles, found in one walk over the map: painting a tile then
+// examines only that. Made by MapPainter::makePlan(); valid until the scene changes.
 class ScenePlan {
  public:
-  // What may reach into a tile, by ordinal in `nodes` and `edges`, the rearmost first.
+  // What may extend into a tile, by ordinal in `nodes` and `edges`, rearmost first.
   struct Part {
     std::vector<std::uint32_t> nodes;
     std::vector<std::uint32_t> edges;
@@ -22,15 +22,15 @@ class ScenePlan {
     bool isEmpty() const { return nodes.empty() && edges.empty(); }
   };
 
-  // Tiles have a side of `tileSide` canvas units; that of coordinates (x, y) begins at x × side, y × side. `tiles` are
-  // the coordinates that the plan reaches over.
+  // Tiles have a side of `tileSide` canvas units; the tile (x, y) starts at x × side, y × side. `tiles` are the
+  // coordinates that the plan covers.
   ScenePlan(double tileSide, const QRect& tiles);
 
   double tileSide() const { return m_tileSide; }
   const QRect& tiles() const { return m_tiles; }
   const Part& part(QPoint tile) const { return m_parts[place(tile)]; }
 
-  // By number of the index: 1 for a selected topic; empty where none is.
+  // By number in the index: 1 for a selected topic; empty if none is.
   std::vector<char> isSelected;
 
   void addNode(std::uint32_t index, const QRectF& bounds);

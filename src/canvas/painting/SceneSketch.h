@@ -10,18 +10,18 @@
 
 namespace quilmora {
 
-// What painting needs to know of every topic and edge at each frame, in flat arrays beside the index: enough to skip
-// what is out of sight and to draw from afar without looking at a record. Follows the map by the blocks that changed.
+// What painting needs to know about every topic and edge at each frame, in flat arrays parallel to the index: enough to
+// skip what is out of view and to draw from afar without reading a record. Follows the map by the blocks that changed.
 class SceneSketch {
  public:
   struct NodeSketch {
     QRgb fill;
-    // Half of the box; an upper bound for culling and a guess for drawing until the topic was measured.
+    // Half the size of the box; until the topic is measured, an upper bound for culling and an estimate for drawing.
     float boundHalfHeight;
     float halfWidth;
     float halfHeight;
     bool isMeasured;       // whether the halves are those of the box as last painted
-    float sizingFraction;  // the share of depth by which it was sized then
+    float sizingFraction;  // the depth share by which it was then sized
   };
   struct EdgeSketch {
     QUuid id;
@@ -35,7 +35,7 @@ class SceneSketch {
     QPointF bend;
   };
 
-  // Stands for the share of depth where topics have no sizes by depth.
+  // Replaces the depth share when topics are not sized by depth.
   static constexpr float unsized = -1.0F;
 
   void update(const MindMap& map);
@@ -46,7 +46,7 @@ class SceneSketch {
   const std::vector<EdgeSketch>& edges() const { return m_edgeSketches; }
   // Remembers the true size of a topic's box.
   void rememberBox(std::size_t nodeIndex, const QRectF& box, float sizingFraction = unsized);
-  // How far ribbon, head and handles of an edge reach from its curve; handles depend on the zoom.
+  // How far ribbon, head and handles of an edge extend from its curve; handles depend on the zoom.
   double edgeReach(std::size_t edge, double zoom) const;
   static double reachOf(const Edge& edge, const HierarchicalConfig& config, double zoom);
   // Half the width and height that no topic's box exceeds.

@@ -12,7 +12,7 @@
 
 namespace quilmora {
 
-// What the rearmost layer of the canvas remembers: a region under drag, or the label that is being edited.
+// State of the region layer: a region being dragged, or the label being edited.
 struct RegionLayerState {
   std::optional<QUuid> draggingRegionID;
   QSizeF dragOffset{0.0, 0.0};  // canvas units, added to the region's origin
@@ -24,16 +24,15 @@ struct RegionLayerState {
   bool operator==(const RegionLayerState&) const = default;
 };
 
-// Where a region shows, in canvas units: its rectangle as a drag under way has it.
+// Where a region is shown, in canvas units: its rectangle including a drag in progress.
 QRectF displayRect(const Region& region, const RegionLayerState& state);
 
-// What gestures under way show of themselves in the picture of a map, and what they have selected or opened there. A
-// new preview is one more field here, filled by its gesture, and the place that draws it; SceneDifference tells where
-// it shows.
+// What active gestures show in the picture of a map, and what they have selected or opened there. A new preview is one
+// more field here, set by its gesture, plus the code that draws it; SceneDifference finds where it shows.
 struct ShownGestures {
   enum class HandleKind { edgeSource, edgeTarget, edgeBend, relationshipBend };
 
-  // A handle on the way: of which edge or relationship, and how far it was dragged, in canvas units.
+  // A handle being dragged: of which edge or relationship, and how far, in canvas units.
   struct DraggedHandle {
     HandleKind kind;
     QUuid ownerID;
@@ -47,23 +46,23 @@ struct ShownGestures {
     QPointF end;
     std::optional<QUuid> targetID;
   };
-  // The topic that would take what is being dragged, and in which colour it says so.
+  // The topic that would take what is being dragged, and the colour of its border.
   struct DropTarget {
     QUuid id;
-    bool isReparenting;  // else a connection or an image
+    bool isReparenting;  // otherwise a connection or an image
 
     bool operator==(const DropTarget&) const = default;
   };
 
   std::optional<QUuid> selectedRelationshipID;
-  QPointF nodeDragTranslation;  // canvas units, of all selected topics while the drag lasts
+  QPointF nodeDragTranslation;  // of all selected topics during a drag, in canvas units
   std::optional<QUuid> reparentTargetID;
   std::optional<QUuid> handleDragSourceID;
   std::optional<QPointF> handleDragEndPoint;  // canvas units
   std::optional<QUuid> handleDragTargetID;
   std::optional<DraggedHandle> draggedHandle;
   std::optional<QUuid> imageDropTargetID;  // the topic that an image file is held over
-  // The topic whose title an editor covers: its title is left out. The text in that editor sizes the box.
+  // The topic with an open title field: its title is not drawn, and the text in the field sizes its box.
   std::optional<QUuid> editingNodeID;
   std::optional<QString> editingTitle;
   RegionLayerState regions;

@@ -9,7 +9,7 @@ class QPainter;
 
 namespace quilmora {
 
-// The symbols of the interface by name, such as "plus.circle.fill". symbols.txt is the table of their icons.
+// The symbols of the interface by name, such as "plus.circle.fill". symbols.txt maps them to icons.
 
 bool hasSymbol(const QString& name);
 
@@ -22,7 +22,7 @@ const QPainterPath& symbolPath(const QString& name);
 void paintSymbol(QPainter& painter, const QString& name, const QRectF& rect, const QColor& color,
                  double boldness = 0.0);
 
-// The same as a picture of `size` device-independent pixels. The last few hundred pictures are kept.
+// The same as a picture of `size` device-independent pixels. The last few hundred pictures are cached.
 QPixmap symbolPixmap(const QString& name, QSizeF size, const QColor& color, qreal devicePixelRatio);
 
 }  // namespace quilmora

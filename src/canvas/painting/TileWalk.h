@@ -10,8 +10,8 @@
 
 namespace quilmora {
 
-// The share of an unbent edge's way that lies between two places, from 0 to 1. Such an edge runs evenly from one x to
-// the other, and its y follows 3t² − 2t³, which never turns back.
+// The part of an unbent edge between two parameters, from 0 to 1. Such an edge advances evenly in x, and its y follows
+// 3t² − 2t³, which is monotonic.
 struct CurveShare {
   double first = 0.0;
   double last = 1.0;
@@ -19,7 +19,7 @@ struct CurveShare {
   bool isEmpty() const { return !(first <= last); }
 };
 
-// Of an unbent edge the share that can lie in a rectangle.
+// The part of an unbent edge that can be in a rectangle.
 inline CurveShare curveShareIn(const QRectF& rect, QPointF from, QPointF to) {
   CurveShare share;
   const auto narrow = [&share](double low, double high, double start, double way, auto&& shareOf) {
@@ -56,7 +56,7 @@ inline QRect tilesUnder(const QRectF& rect, double side, const QRect& range) {
       QPoint(tile(rect.right(), range.left(), range.right()), tile(rect.bottom(), range.top(), range.bottom())));
 }
 
-// Calls visit(tile) for the tiles of `range` that an edge can touch which stays within `reach` of its curve.
+// Calls visit(tile) for the tiles of `range` that an edge staying within `reach` of its curve can touch.
 template <class Visit>
 void visitTilesOfEdge(QPointF from, QPointF to, QPointF bend, double reach, double side, const QRect& range,
                       Visit&& visit) {
@@ -68,7 +68,7 @@ void visitTilesOfEdge(QPointF from, QPointF to, QPointF bend, double reach, doub
   for (int x = tiles.left(); x <= tiles.right(); ++x) {
     QRect column(x, tiles.top(), 1, tiles.height());
     if (!isSimple) {
-      // What of the curve lies in the column of tiles goes steadily up or down.
+      // Within the column of tiles the curve rises or falls monotonically.
       const double left = x * side - reach;
       const CurveShare share = curveShareIn(QRectF(left, hull.top(), side + 2 * reach, hull.height()), from, to);
       if (share.isEmpty()) continue;

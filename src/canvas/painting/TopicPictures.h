@@ -16,19 +16,18 @@
 
 namespace quilmora {
 
-// A decoded picture and its halvings, because a picture that is drawn much smaller than it is would flicker.
+// A decoded picture and its halvings; drawing a picture much smaller than it is would flicker.
 struct ShownImage {
-  QSize size;  // of the whole picture, which may not be decoded yet
+  QSize size;  // of the full picture, which may not be decoded yet
   QImage full;
   std::vector<QImage> halvings;
 
-  // The smallest kept version that is at least `pixelWidth` wide.
+  // The smallest version kept that is at least `pixelWidth` wide.
   const QImage& forWidth(double pixelWidth);
 };
 
-// The pictures of topics, from the base64 texts in which a document holds them. What was decoded is kept within a
-// budget, the most recently used of it. A picture that is not decoded at once is a plain surface of its size meanwhile.
-// For one thread.
+// The pictures of topics, from the base64 texts in a document. Decoded pictures are kept within a budget, the most
+// recently used first. While a picture is not decoded yet, it is a plain surface of its size. For one thread.
 class TopicPictures {
  public:
   static constexpr int keptKilobytes = 96 * 1024;
@@ -37,18 +36,18 @@ class TopicPictures {
   ~TopicPictures();
 
   void setKeptSize(int kilobytes) { m_whole.setMaxCost(kilobytes); }
-  // Larger pictures are decoded on other threads from here on, and `ready` is called when some of them are; without it
-  // every picture is decoded where it is asked for.
+  // From now on larger pictures are decoded on other threads, and `ready` is called when some of them are done; without
+  // this every picture is decoded when it is requested.
   void decodeInBackground(std::function<void()> ready);
-  // Whether pictures that were asked for are still being decoded.
+  // Whether requested pictures are still being decoded.
   bool isDecoding() const { return !m_inFlight.isEmpty() || !m_waiting.empty(); }
 
-  // The picture that the text holds, or null where it holds none or is not known to. It is drawn at most so many pixels
-  // wide. Valid until the next call.
+  // The picture in the text, or nullptr if it has none or is not known to have one. It will be drawn at most
+  // `pixelWidth` pixels wide. Valid until the next call.
   ShownImage* image(const QString& imageData, double pixelWidth = std::numeric_limits<double>::infinity());
 
  private:
-  // By address: the entry keeps a copy of the text, so that the address stays taken.
+  // By address: the entry keeps a copy of the text, so that the address is not reused.
   struct Key {
     const QChar* address;
     qsizetype length;
@@ -57,7 +56,7 @@ class TopicPictures {
       return qHashMulti(seed, quintptr(key.address), key.length);
     }
   };
-  // What is known of a picture whose whole is not kept: its size and how it looks small.
+  // What is known of a picture that is not kept in full: its size and a small version.
   struct Small {
     QString data;
     bool isDecoded = false;
@@ -82,9 +81,9 @@ class TopicPictures {
   std::function<void()> m_ready;
   QElapsedTimer m_time;
   QHash<Key, QString> m_inFlight;
-  std::deque<QString> m_waiting;  // the last asked for is the first to be decoded
+  std::deque<QString> m_waiting;  // the last one requested is decoded first
   bool m_isReadyPending = false;
-  QObject m_context;  // results that come after it are dropped
+  QObject m_context;  // results that arrive after it is destroyed are dropped
   std::unique_ptr<QThreadPool> m_pool;
 };
 
