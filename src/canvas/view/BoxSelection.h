@@ -6,7 +6,7 @@ namespace quilmora {
 
 class EditorState;
 
-// Replaces the selection by what lies in the rectangle (view coordinates): topics by their centre, connectors by any of
+// Replaces the selection with what is in the rectangle (view coordinates): topics by their centre, connectors by any of
 // 21 points of their curve.
 void selectByRectangle(EditorState& editor, const QRectF& box);
 

@@ -7,19 +7,19 @@
 
 namespace quilmora {
 
-// What a gesture works on.
+// What a gesture works with.
 struct GestureContext {
   MindMapViewModel& editor;
   CanvasState& state;
 
-  // View coordinates to canvas units, as the view stands now.
+  // Converts view coordinates to canvas units with the current view.
   QPointF canvasPoint(QPointF viewPoint) const {
     return ViewTransform{editor.canvasOffset(), editor.canvasZoom()}.toCanvas(viewPoint);
   }
 };
 
-// One drag from its recognition to its end. It shows its preview in the state, commits once in end(), and its
-// destructor takes the preview back, however it ends.
+// One drag from its recognition to its end. It shows its preview in the state and commits once in end(); its destructor
+// removes the preview, however the drag ends.
 class CanvasGesture {
  public:
   explicit CanvasGesture(GestureContext context) : m_context(context) {}

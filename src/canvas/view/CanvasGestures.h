@@ -16,14 +16,14 @@
 namespace quilmora {
 
 // The interaction state machine of the canvas: turns pointer, wheel and pinch values into commands of the editor. Knows
-// no widget and no event. A press waits until it has moved far enough to be a drag, which then is one CanvasGesture, or
-// is released as a tap.
+// no widgets and no events. A press waits until it either has moved far enough to become a drag, which is one
+// CanvasGesture, or is released as a tap.
 class CanvasGestures {
  public:
   static constexpr std::chrono::milliseconds doubleTapInterval{350};
   static constexpr double minimumPinchDelta = 0.01;
 
-  // `partTest` answers like `hitTest` where there is a button or handle; it is asked at each move of the pointer.
+  // `partTest` gives the same result as `hitTest` for buttons and handles; it is called at each move of the pointer.
   CanvasGestures(MindMapViewModel& editor, const Clock& clock, CanvasHitTest hitTest, CanvasHitTest partTest);
   ~CanvasGestures();
 
@@ -34,25 +34,25 @@ class CanvasGestures {
   void setStateObserver(std::function<void()> observer) { m_stateObserver = std::move(observer); }
 
   void press(const PointerInput& input);
-  // Also while no button is down.
+  // Also called while no button is down.
   void move(const PointerInput& input);
   void release(const PointerInput& input);
   // Ends a press or drag without effect. Returns whether there was a drag.
   bool cancel();
-  // Where the pointer is, when that is all that is known.
+  // For when only the position of the pointer is known.
   void hover(QPointF position);
   void leave();
   void setOptionHeld(bool held);
 
-  // Pans, or zooms with Command. Returns whether the canvas took it.
+  // Pans, or zooms with Command. Returns whether the canvas used it.
   bool wheel(const WheelInput& input);
-  // `magnification` counts from the start of the pinch. A pinch that begins takes a drag under way back.
+  // `magnification` is relative to the start of the pinch. A pinch that begins cancels a drag in progress.
   void pinch(double magnification);
   void pinchEnded();
 
-  // Opens the title of an existing topic for editing, unless in presentation mode.
+  // Opens the title of an existing topic for editing, except in presentation mode.
   void beginEditing(const QUuid& id);
-  // Stores the text as the title of the topic that is being edited, and ends the edit.
+  // Sets the text as the title of the topic being edited, and ends the edit.
   void commitTitle(const QString& text);
   // Ends the edit and leaves the title as it was.
   void endEditing();
@@ -60,17 +60,17 @@ class CanvasGestures {
   // Opens the label of an existing region for editing.
   void beginLabelEditing(const QUuid& regionID);
   void setEditingLabelText(const QString& text);
-  // Stores the text as the label of the region, and ends the edit.
+  // Sets the text as the label of the region, and ends the edit.
   void submitLabel();
   void endLabelEditing();
 
-  // The topic that would take the image file under the pointer.
+  // The topic under an image file being dragged.
   void setImageDropTarget(std::optional<QUuid> nodeID);
 
-  // The first call also brings the first topic to the middle.
+  // The first call also centres the first topic.
   void appear(QSizeF canvasSize);
   void resize(QSizeF canvasSize);
-  // The next pinch starts from the present zoom.
+  // The next pinch starts from the current zoom.
   void refreshInitialZoom();
 
  private:

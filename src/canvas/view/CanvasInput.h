@@ -5,7 +5,7 @@
 
 namespace quilmora {
 
-// Input as plain values, named once: what the widget makes of the toolkit's events. Positions are view coordinates.
+// Input as plain values: the widget's translation of the toolkit's events. Positions are view coordinates.
 
 enum class PointerButton { none, left, middle, right };
 
@@ -22,7 +22,7 @@ struct PointerInput {
 };
 
 struct WheelInput {
-  QPointF delta;           // view pixels when precise, else lines; positive is up and left
+  QPointF delta;           // view pixels if precise, else lines; positive is up and left
   bool isPrecise = false;  // from a trackpad
   InputModifiers modifiers;
 };

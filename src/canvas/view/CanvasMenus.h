@@ -14,15 +14,15 @@ namespace quilmora {
 
 class CanvasGestures;
 
-// What the canvas offers for one topic or one region. Each menu deletes itself when it closes; entries whose subject
-// has gone meanwhile do nothing. Entries that destroy carry the property `isDestructive`.
+// The menus for a topic and for a region. Each menu deletes itself when it closes; entries whose subject is gone by
+// then do nothing. Destructive entries have the property `isDestructive`.
 class CanvasMenus {
  public:
-  // `addImage` asks the user for the image of a topic.
+  // `addImage` asks the user for an image for the topic.
   CanvasMenus(MindMapViewModel& editor, CanvasGestures& gestures, std::function<void(const QUuid&)> addImage)
       : m_editor(editor), m_gestures(gestures), m_addImage(std::move(addImage)) {}
 
-  // An entry that others add to the menu of a topic, before "Delete".
+  // An entry that other code adds to a topic's menu, before "Delete".
   struct TopicEntry {
     QString text;
     std::function<void(const QUuid& nodeID)> chosen;

@@ -14,14 +14,14 @@ namespace quilmora {
 
 enum class EdgeEndpoint { source, target };
 
-// What gestures show above the picture of the map, at each frame anew.
+// What gestures show above the picture of the map, drawn at each frame.
 struct GesturesAbove {
   std::optional<QPointF> selectionBoxStart;  // view coordinates
   std::optional<QPointF> selectionBoxCurrent;
   bool isPanning = false;
   bool isOptionHeld = false;
   std::optional<CanvasTarget> hoveredPart;  // the button or handle under the pointer while nothing is pressed
-  std::optional<CanvasTarget> pressedPart;  // the one that is held down with the pointer still on it
+  std::optional<CanvasTarget> pressedPart;  // the one held down with the pointer still on it
 
   bool operator==(const GesturesAbove&) const = default;
 };
@@ -42,7 +42,7 @@ struct GesturesMemory {
   bool operator==(const GesturesMemory&) const = default;
 };
 
-// All that the canvas keeps of gestures. Nothing of it reaches the document.
+// All state that gestures keep on the canvas. None of it reaches the document.
 struct CanvasState : ShownGestures, GesturesAbove, GesturesMemory {
   const ShownGestures& shown() const { return *this; }
 

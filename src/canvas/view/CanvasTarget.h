@@ -7,7 +7,7 @@
 
 namespace quilmora {
 
-// What a point of the canvas belongs to.
+// What a point of the canvas hits.
 struct CanvasTarget {
   enum class Kind {
     background,
@@ -30,14 +30,14 @@ struct CanvasTarget {
 
   bool operator==(const CanvasTarget&) const = default;
 
-  // Whether it is a button or handle: what answers to the pointer before it is pressed.
+  // Whether it is a button or handle, which responds to the pointer before it is pressed.
   bool isPart() const {
     return kind != Kind::background && kind != Kind::node && kind != Kind::edge && kind != Kind::relationship &&
            kind != Kind::region;
   }
 };
 
-// Answers for a point in canvas units.
+// The target at a point in canvas units.
 using CanvasHitTest = std::function<CanvasTarget(QPointF)>;
 
 }  // namespace quilmora

@@ -29,9 +29,9 @@ class Scheduler;
 class TitleEditor;
 class WindowCommands;
 
-// The surface on which the map is edited. Paints what the editor and the gestures hold, translates the toolkit's events
-// into plain values for CanvasGestures and CanvasKeys, and receives the notifications that are meant for the canvas.
-// Everything that it is given outlives it.
+// The widget on which the map is edited. Paints the state of the editor and the gestures, translates the toolkit's
+// events into plain values for CanvasGestures and CanvasKeys, and receives the notifications meant for the canvas.
+// Everything passed to it must outlive it.
 class CanvasView : public QWidget {
   Q_OBJECT
 
@@ -47,21 +47,21 @@ class CanvasView : public QWidget {
   TitleEditor* titleEditor() const { return m_titleEditor; }
   // The open field of a region's label, or nullptr.
   RegionLabelField* labelField() const { return m_labelField; }
-  // Stores the title or label that is being edited, as leaving the field does. For those who are about to save or quit.
+  // Sets the title or label being edited, as leaving the field does. Call before saving or quitting.
   void commitTitleEdit();
-  // What stands in the open field, where the map does not hold it.
+  // The text of the open field, if the map does not have it yet.
   std::optional<OpenText> openText() const;
-  // Tells which parts of the view cards lie on, so that new topics are not shown below them.
+  // `areas` returns the parts of the view below cards, so that new topics are not shown there.
   void setCoveredAreas(std::function<std::vector<QRect>()> areas) { m_coveredAreas = std::move(areas); }
-  // Whether the view glides where it moves by itself; otherwise it is there at once.
+  // Whether automatic moves of the view are animated; otherwise they are immediate.
   void setGlides(bool glides) { m_glides = glides; }
   // Adds to the menu of each topic.
   void setTopicEntries(std::vector<CanvasMenus::TopicEntry> entries) { m_menus.setTopicEntries(std::move(entries)); }
-  // Lets the next frame paint everything anew.
+  // Makes the next frame repaint everything.
   void forgetPicture() { m_picture.markAllStale(); }
-  // Lets every frame be complete, as if painting took no time; for tests.
+  // Makes every frame complete, as if painting took no time; for tests.
   void assumeQuickPainting();
-  // Lets every slice of painting take so many steps; for tests.
+  // Limits every slice of painting to this many steps; for tests.
   void assumeSlices(int steps);
   // Whether the last frame showed every detail.
   bool isPictureSettled() const { return m_picture.isSettled() && !m_scene.isDecodingPictures(); }
@@ -69,11 +69,11 @@ class CanvasView : public QWidget {
   QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
 
  Q_SIGNALS:
-  // openText() may be another.
+  // openText() may have changed.
   void openTextChanged();
   // The user wants to choose an image for the topic.
   void imageWanted(const QUuid& nodeID);
-  // A file was dropped on the topic, which may or may not be an image.
+  // A file was dropped on the topic; it may not be an image.
   void imageDropped(const QUuid& nodeID, const QString& path);
 
  protected:
@@ -92,7 +92,7 @@ class CanvasView : public QWidget {
   void dragLeaveEvent(QDragLeaveEvent* event) override;
   void dropEvent(QDropEvent* event) override;
   void keyReleaseEvent(QKeyEvent* event) override;
-  // Of a title field that does not have the keyboard yet, or that opens for it.
+  // For a title field that does not have the keyboard yet, or that opens for it.
   void inputMethodEvent(QInputMethodEvent* event) override;
   void enterEvent(QEnterEvent* event) override;
   void leaveEvent(QEvent* event) override;
@@ -110,7 +110,7 @@ class CanvasView : public QWidget {
   void showPartToolTip(const QHelpEvent& event);
   void gesturesChanged();
   void viewMoved();
-  // Tells the picture what became stale since the last frame.
+  // Marks what has become stale since the last frame.
   void followScene();
   void mapChanged();
   void openTitleEditor(const QUuid& nodeID);
@@ -128,9 +128,9 @@ class CanvasView : public QWidget {
 
   // --- Menus, image files, labels of regions (CanvasViewMenus.cpp) ---
 
-  // For what lies at the point, in view coordinates. Returns whether there is a menu.
+  // For whatever is at the point, in view coordinates. Returns whether there is a menu.
   bool openMenuAt(QPoint position);
-  // For what is selected.
+  // For the selection.
   bool openMenuOfSelection();
   bool popUp(QMenu* menu, QPoint position);
   CanvasTarget targetAt(QPointF position);

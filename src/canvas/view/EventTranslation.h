@@ -22,7 +22,7 @@ bool isCanvasKey(const QKeyEvent& event);
 // Tab with or without Shift.
 bool isTabKey(const QKeyEvent& event);
 
-// Whether the key types something that is seen, and is no shortcut.
+// Whether the key types a visible character, and is not a shortcut.
 bool typesText(const QKeyEvent& event);
 
 bool isModifierKey(int key);

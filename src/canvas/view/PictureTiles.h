@@ -12,16 +12,16 @@
 
 namespace quilmora {
 
-// The picture of a scene in square tiles, and which of them no longer show what they should. Tiles keep their place
-// relative to the origin of the canvas, so that a tile's content depends on nothing but the scene and the zoom: not on
-// the part of the canvas in view, nor on the order in which tiles were painted.
+// The picture of a scene in square tiles, and which of them are stale. Tiles are aligned to the origin of the canvas,
+// so that a tile's content depends only on the scene and the zoom: not on the part of the canvas in view, nor on the
+// order of painting.
 class PictureTiles {
  public:
   static constexpr int side = 256;  // device pixels
 
   struct Tile {
-    QImage image;                                         // null until it is painted for the first time
-    bool isStale = true;                                  // a stale tile shows until its new picture is ready
+    QImage image;                                         // null until it is first painted
+    bool isStale = true;                                  // a stale tile is shown until its new picture is ready
     std::chrono::duration<double, std::milli> cost{0.0};  // of its last painting
   };
 
@@ -37,16 +37,16 @@ class PictureTiles {
   void forgetBeyond(const QRect& tiles);
   void clear() { m_tiles.clear(); }
 
-  bool isPainted(const QRect& tiles) const;   // maybe of an earlier state
+  bool isPainted(const QRect& tiles) const;   // possibly in an earlier state
   bool hasPainted(const QRect& tiles) const;  // at least one
-  bool isSettled(const QRect& tiles) const;   // as the scene stands
+  bool isSettled(const QRect& tiles) const;   // with the current scene
   std::chrono::duration<double, std::milli> cost(const QRect& tiles) const;
-  // The tile that should be painted next: first those in view, of these the ones that show nothing yet, of these the
-  // nearest to a place of importance (device pixels from the canvas origin).
+  // The tile to paint next: those in view first, among them those that show nothing yet, among these the nearest to a
+  // point of importance (device pixels from the canvas origin).
   std::optional<QPoint> mostUrgent(const QRect& inView, const QRect& wanted, QPointF important) const;
-  // The smallest rectangle that holds all of `wanted` that is not settled.
+  // The smallest rectangle that contains all tiles of `wanted` that are not settled.
   QRect unsettled(const QRect& wanted) const;
-  // A picture that no tile uses any more, to be painted over; null when there is none.
+  // A picture that no tile uses any more, to be painted over; null if there is none.
   QImage takeSpare() { return std::exchange(m_spare, QImage()); }
 
  private:

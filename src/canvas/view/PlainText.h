@@ -11,24 +11,24 @@ class QPoint;
 class QRect;
 class QWidget;
 
-// The one way in which a text that a document, a file name, the clipboard or a server chose gets onto a label, a tool
-// tip, a button or a menu: as plain text, where the toolkit would look for markup and mnemonics in it.
+// The only way for a text from a document, a file name, the clipboard or a server onto a label, a tool tip, a button or
+// a menu: as plain text, where the toolkit would otherwise look for markup and mnemonics.
 namespace quilmora::plain {
 
-// Without the characters that move or hide their neighbours, and cut where nobody reads on. Line breaks stay.
+// Without characters that move or hide their neighbours, and cut to a readable length. Line breaks are kept.
 QString text(const QString& text, qsizetype longest = 2000);
-// The same in one line.
+// The same on one line.
 QString line(const QString& text, qsizetype longest = 240);
 
-// A label that never takes its text for markup; over-long words are broken.
+// A label that never treats its text as markup; over-long words are broken.
 QLabel* newLabel(const QString& text, QWidget* parent);
 void setText(QLabel& label, const QString& text);
-// What a person reads on it.
+// The text that the user sees on it.
 QString shownText(const QLabel& label);
 void setText(QAbstractButton& button, const QString& text);
-// A text of the program itself, which may hold a mnemonic.
+// For a text of the program itself, which may have a mnemonic.
 void setOwnText(QAbstractButton& button, const QString& text);
-// A field shows and keeps what it is given.
+// A field shows and keeps the text unchanged.
 void setText(QLineEdit& field, const QString& text);
 
 void setToolTip(QWidget& widget, const QString& text);

@@ -5,7 +5,7 @@
 
 namespace quilmora {
 
-// The plain text field in which a region's label is edited, in the place of the label and in its colours.
+// The plain text field in which a region's label is edited, at the place of the label and in its colours.
 class RegionLabelField : public QLineEdit {
   Q_OBJECT
 
@@ -14,9 +14,9 @@ class RegionLabelField : public QLineEdit {
 
   RegionLabelField(const QString& label, QWidget* canvas);
 
-  // Lays the field with its corner at `corner`, in view coordinates.
+  // Puts the field's top left corner at `corner`, in view coordinates.
   void place(QPointF corner, double zoom, const QColor& color);
-  // Ends the edit as leaving the field does: what was typed is kept.
+  // Ends the edit as leaving the field does: the typed text is kept.
   void finish();
 
  Q_SIGNALS:

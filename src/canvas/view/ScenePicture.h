@@ -18,34 +18,33 @@
 namespace quilmora {
 
 // A picture of the view that is kept from frame to frame and painted in slices, so that no frame waits for more than a
-// slice. What changed shows as it was until its tile is painted anew. A view that moves takes its tiles along. A view
-// that zooms shows its last picture scaled where painting takes too long for a gesture, and is painted sharply when the
-// zoom has rested. Tiles just out of view are painted when all others are done. Knows nothing of maps: whoever keeps it
-// tells what became stale.
+// slice. A tile that changed shows its old picture until it is repainted. Panning moves the tiles along. Zooming shows
+// the last picture scaled if painting takes too long for a gesture, and paints sharply once the zoom has rested. Tiles
+// just outside the view are painted when all others are done. Knows nothing of maps: its owner reports what has become
+// stale.
 class ScenePicture {
  public:
-  // Where the tiles' content comes from. `zoom` is in device pixels a canvas unit.
+  // Where the tiles' content comes from. `zoom` is in device pixels per canvas unit.
   class Source {
    public:
     virtual ~Source() = default;
-    // Gets ready for painting some of these tiles. Is asked again after every change.
+    // Prepares for painting some of these tiles. Called again after every change.
     virtual PaintSteps prepare(double zoom, const QRect& tiles) = 0;
-    // Paints a tile, opaque, on a painter whose coordinates are the tile's pixels.
+    // Paints an opaque tile with a painter whose coordinates are the tile's pixels.
     virtual PaintSteps paint(QPainter& painter, double zoom, QPoint tile) = 0;
   };
   enum class Effort { slice, all };
 
-  // How long a zoom rests until the picture is painted sharply.
+  // How long a zoom rests before the picture is painted sharply.
   static constexpr std::chrono::milliseconds restDelay{100};
-  // How long one slice of painting may take, and a whole view that is painted anew at every step of a zoom.
+  // The longest time for one slice of painting, and for repainting the whole view at every step of a zoom.
   static constexpr std::chrono::duration<double, std::milli> sliceTime{4.0};
-  // After so many interruptions in a row a tile is finished however long it takes.
+  // After this many interruptions in a row a tile is finished however long it takes.
   static constexpr int maxInterruptions = 3;
   // How far beyond the view tiles are painted in advance, in device pixels.
   static constexpr int margin = 128;
 
-  // The view in device pixels, with an offset of whole ones: so moved pictures are as sharp as those that are painted
-  // anew.
+  // The view in device pixels, with a whole-pixel offset, so that moved pictures are as sharp as repainted ones.
   static ViewTransform onDevicePixels(const ViewTransform& view, double pixelRatio);
 
   // `refresh` asks for another show().
@@ -53,27 +52,29 @@ class ScenePicture {
       : m_scheduler(scheduler), m_source(source), m_refresh(std::move(refresh)) {}
   ~ScenePicture();
 
-  // Ends the painting under way, because the scene is about to change or has changed. It goes on with the next show().
+  // Drops the painting in progress, because the scene is about to change or has changed. It continues with the next
+  // show().
   void interrupt();
   void markAllStale();
   void markStale(const ChangedParts& parts);
-  // The tiles around this point of the view are painted first.
+  // Tiles around this point of the view are painted first.
   void setImportantPoint(QPointF point) { m_importantPoint = point; }
 
-  // Paints the view, of a size in device-independent pixels, on a painter in those. The offset is rounded to whole
-  // device pixels. `background` shows where there is no picture yet. With all effort nothing is left stale. Returns
-  // whether some of it was painted just now: whoever lets only a part of it through has to show the rest as well.
+  // Paints the view, of a size in device-independent pixels, with a painter in the same units. The offset is rounded to
+  // whole device pixels. `background` shows where there is no picture yet. With all effort nothing is left stale.
+  // Returns whether any of it was painted in this call: a caller that lets only a part through must then show the rest
+  // as well.
   bool show(QPainter& painter, QSize size, double pixelRatio, const ViewTransform& view, const QColor& background,
             Effort effort = Effort::slice);
   // Whether the view as last shown has every detail.
   bool isSettled() const { return m_tiles.isSettled(m_inView); }
 
-  // Stand for the measured times of slices and of a whole view; for tests.
+  // Replaces the measured times of slices and of a whole view; for tests.
   void assumeSlices(std::function<std::function<bool()>()> startSlice) { m_startSlice = std::move(startSlice); }
   void assumeViewCost(std::chrono::duration<double, std::milli> cost) { m_assumedCost = cost; }
 
  private:
-  // A tile on its way. The painter within the steps paints on the image, which must keep its address.
+  // A tile being painted. The painter in the steps paints on the image, which must keep its address.
   struct Job {
     QPoint tile;
     QImage image;
@@ -85,13 +86,13 @@ class ScenePicture {
   void changeZoom(const ViewTransform& wanted, const QColor& background);
   void findTiles();
   QPointF importantPixel() const;
-  // Paints what is stale, the most urgent first. Returns whether something in view was finished.
+  // Paints what is stale, most urgent first. Returns whether anything in view was finished.
   bool work(const std::function<bool()>& isTimeUp);
-  // False where nothing is left to do.
+  // False if nothing is left to do.
   bool startJob(const std::function<bool()>& isTimeUp);
   void startTile(QPoint tile);
   void finishJob();
-  // Draws tiles, and what there is below missing ones, in device pixels of a view of this size.
+  // Draws tiles, and whatever is below missing ones, in device pixels of a view of this size.
   void draw(QPainter& painter, QSize size, const QRect& tiles, const ViewTransform& view,
             const QColor& background) const;
   void continueLater();
@@ -115,7 +116,7 @@ class ScenePicture {
   QRect m_preparedTiles;
   PaintSteps m_preparation;
   std::unique_ptr<Job> m_job;
-  int m_interruptions = 0;  // since a tile was finished
+  int m_interruptions = 0;  // since a tile was last finished
   Scheduler::Task m_restTask = 0;
   Scheduler::Task m_sliceTask = 0;
   std::function<std::function<bool()>()> m_startSlice;

@@ -12,9 +12,9 @@
 
 namespace quilmora {
 
-// The text field in which a topic's title is edited on the canvas, laid exactly over the title. Sizes are canvas units:
-// the field is as large as its text within limits, and its text stands where the finished title will stand. Of a very
-// long title it lays out only the part around the text cursor.
+// The text field in which a topic's title is edited on the canvas, exactly over the title. Sizes are canvas units: the
+// field is as large as its text within limits, and its text is where the finished title will be. Of a very long title
+// it lays out only the part around the text cursor.
 class TitleEditor : public QTextEdit {
   Q_OBJECT
 
@@ -26,22 +26,22 @@ class TitleEditor : public QTextEdit {
   ~TitleEditor() override;
 
   void setTitleLook(const TitleLook& look);
-  // The text as it is shown, what an input method is composing included: of a very long one, the part laid out.
+  // The text as shown, including an input method's composition; for a very long title, the part laid out.
   QString shownTitle() const;
-  // Lays the field over `field`, in view coordinates.
+  // Puts the field over `field`, in view coordinates.
   void place(const QRectF& field, double zoom);
 
-  // The text with "\n" for its line breaks.
+  // The text, with "\n" for its line breaks.
   QString editableTitle() const;
-  // Hands over a key that came before the keyboard did; takes the keyboard at once.
+  // Passes on a key that came before the keyboard did; takes the keyboard at once.
   void takeKey(const QKeyEvent& event);
-  // The same for what an input method composes; takes the keyboard once that is complete.
+  // The same for an input method's composition; takes the keyboard once it is complete.
   void takeInput(const QInputMethodEvent& event);
   // Ends the edit as leaving the field does.
   void commit();
 
  public Q_SLOTS:
-  // These see the whole text, whatever part of it is laid out; menus call them by their names.
+  // These work on the whole text, whichever part is laid out; menus call them by name.
   void undo();
   void redo();
   void selectAll();
@@ -62,7 +62,7 @@ class TitleEditor : public QTextEdit {
   QMimeData* createMimeDataFromSelection() const override;
 
  private:
-  // The whole text at some time, with the place of the text cursor.
+  // The whole text at some time, with the position of the text cursor.
   struct Step {
     QString text;
     qsizetype cursor = 0;

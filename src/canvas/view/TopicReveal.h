@@ -16,8 +16,8 @@ class IdTable;
 class MindMapViewModel;
 class Scheduler;
 
-// Brings topics into sight that a command just made and selected: moves the view by as little as is needed for them to
-// lie on the canvas and below no card.
+// Scrolls topics into view that a command has just created and selected: moves the view by as little as necessary for
+// them to be on the canvas and below no card.
 class TopicReveal {
  public:
   // Distances of a revealed topic from the edge of the view and from cards, in view pixels.
@@ -28,16 +28,16 @@ class TopicReveal {
     std::function<QSizeF()> size;
     // Of an existing topic, in canvas units.
     std::function<QRectF(const QUuid&)> topicBounds;
-    // What lies above the canvas, in view coordinates.
+    // What is above the canvas, in view coordinates.
     std::function<std::vector<QRect>()> covers;
-    // Whether the view may glide.
+    // Whether the move may be animated.
     std::function<bool()> glides;
   };
 
   TopicReveal(MindMapViewModel& editor, Scheduler& scheduler, ViewAnimation& animation, View view);
   ~TopicReveal();
 
-  // All of the topics where they fit, else the first.
+  // All of the topics if they fit, else the first.
   void reveal(const std::vector<QUuid>& ids);
 
  private:

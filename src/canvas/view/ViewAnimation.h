@@ -10,8 +10,8 @@
 
 namespace quilmora {
 
-// Glides the view of an editor to another zoom and offset in 0.3 seconds, slow at both ends. Every topic moves on a
-// straight line. Whoever moves the view meanwhile ends the glide where he has it. No timer runs while nothing moves.
+// Moves the view of an editor to another zoom and offset in 0.3 seconds, slowly at both ends. Every topic moves on a
+// straight line. If anything else moves the view meanwhile, the glide ends there. No timer runs while nothing moves.
 class ViewAnimation {
  public:
   static constexpr std::chrono::milliseconds duration{300};
@@ -28,17 +28,17 @@ class ViewAnimation {
       : m_editor(editor), m_scheduler(scheduler), m_clock(clock) {}
   ~ViewAnimation() { cancelTask(); }
 
-  // `finished` runs once, when the glide has ended in whatever way but its replacement by another start().
+  // `finished` runs once, when the glide has ended in any way except by another start().
   void start(const View& target, std::function<void()> finished);
-  // Goes on to another target, whether a glide is under way or not; `finished` of one under way stays.
+  // Continues to another target, whether a glide is in progress or not; its `finished` is kept.
   void redirect(const View& target) { start(target, std::exchange(m_finished, {})); }
   // The same without a glide.
   void jump(const View& target);
-  // Ends a glide where the view is, or at its target.
+  // Ends a glide at the current view, or at its target.
   void stop();
   void finish();
   bool isRunning() const { return m_task != 0; }
-  // Where the glide under way leads; the view as it stands without one.
+  // The target of the current glide; without one, the current view.
   View target() const { return isRunning() && present() == m_shown ? m_to : present(); }
 
  private:

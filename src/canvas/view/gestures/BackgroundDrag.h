@@ -4,12 +4,12 @@
 
 namespace quilmora {
 
-// From the free canvas: draws a selection box, or pans while Option is down.
+// A drag on the free canvas: draws a selection box, or pans while Option is down.
 class BackgroundDrag final : public CanvasGesture {
  public:
   static constexpr double minimumDistance = 5.0;  // view pixels
 
-  // `start` is where the button went down, in view coordinates.
+  // `start` is where the button was pressed, in view coordinates.
   BackgroundDrag(GestureContext context, QPointF start) : CanvasGesture(context), m_start(start) {}
   ~BackgroundDrag() override;
 

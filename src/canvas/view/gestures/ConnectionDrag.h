@@ -10,7 +10,7 @@ class ConnectionDrag final : public CanvasGesture {
  public:
   static constexpr double minimumDistance = 3.0;  // canvas units
   static constexpr double previewRadius = 50.0;
-  // Smaller than that of the preview on purpose: between the two a drop makes a child beside the highlighted topic.
+  // Deliberately smaller than that of the preview: between the two a drop makes a child next to the highlighted topic.
   static constexpr double dropRadius = 40.0;
 
   ConnectionDrag(GestureContext context, const QUuid& sourceID);

@@ -25,7 +25,7 @@ class EndpointDrag final : public CanvasGesture {
   QPointF m_start;
 };
 
-// Bends an edge or a relationship. The curve follows at the end only.
+// Bends an edge or a relationship. The curve follows only at the end.
 class BendDrag final : public CanvasGesture {
  public:
   static constexpr double minimumDistance = 2.0;  // canvas units

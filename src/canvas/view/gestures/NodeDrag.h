@@ -4,13 +4,13 @@
 
 namespace quilmora {
 
-// Moves the selected topics; with Command held over another topic, hangs the dragged one under it instead.
+// Moves the selected topics; with Command held over another topic, moves the dragged one below it instead.
 class NodeDrag final : public CanvasGesture {
  public:
   static constexpr double minimumDistance = 3.0;  // canvas units
   static constexpr double dropRadius = 50.0;
 
-  // `start` is where the button went down, in canvas units.
+  // `start` is where the button was pressed, in canvas units.
   NodeDrag(GestureContext context, const QUuid& nodeID, QPointF start);
   ~NodeDrag() override;
 

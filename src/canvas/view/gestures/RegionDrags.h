@@ -4,14 +4,14 @@
 
 namespace quilmora {
 
-// How far the pointer has come since a press, in view pixels. Where the canvas was panned or zoomed meanwhile, the
-// place of the press has moved along.
+// How far the pointer has moved since a press, in view pixels. If the canvas was panned or zoomed meanwhile, the place
+// of the press has moved along.
 class ViewTranslation {
  public:
-  // `start` is where the button went down, in view coordinates.
+  // `start` is where the button was pressed, in view coordinates.
   ViewTranslation(const MindMapViewModel& editor, QPointF start);
   QPointF to(QPointF position) const;
-  // The same in canvas units, also at a zoom of nearly nothing.
+  // The same in canvas units, even at a zoom of almost zero.
   QSizeF scaledTo(QPointF position) const;
 
  private:
@@ -22,7 +22,7 @@ class ViewTranslation {
   ViewTransform m_startView;
 };
 
-// Moves a region, and nothing that lies on it.
+// Moves a region, but nothing that is on it.
 class RegionMoveDrag final : public CanvasGesture {
  public:
   static constexpr double minimumDistance = 3.0;  // view pixels
@@ -38,7 +38,7 @@ class RegionMoveDrag final : public CanvasGesture {
   ViewTranslation m_translation;
 };
 
-// Pulls a region larger or smaller by its bottom right corner.
+// Resizes a region by its bottom right corner.
 class RegionResizeDrag final : public CanvasGesture {
  public:
   static constexpr double minimumDistance = 2.0;  // view pixels
