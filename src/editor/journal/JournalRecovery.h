@@ -11,9 +11,8 @@ namespace quilmora::journal {
 // What an ended process left of its work on a document.
 struct Recovery {
   std::optional<MindMap> map;  // if it differs from what the document holds
-  bool isSetAside =
-      false;        // the journal, or its rest, is damaged or does not belong to this document in its current state
-  QString problem;  // why the journal could not be read now; it stays
+  bool isSetAside = false;     // the journal, or its rest, is damaged or does not fit the document as it is
+  QString problem;             // why the journal could not be read now; it stays
 
   bool foundAnything() const { return map.has_value() || isSetAside || !problem.isEmpty(); }
 };
