@@ -12,8 +12,8 @@ namespace quilmora {
 
 PointerInput pointerInput(const QMouseEvent& event);
 
-// Precise when a trackpad reports pixels. Everything else counts in lines, as many to a notch as the desktop is set to;
-// a wheel of high resolution gives parts of them.
+// Precise if a trackpad reports pixels. Everything else counts in lines, as many per notch as the desktop is set to; a
+// high-resolution wheel gives fractions of them.
 WheelInput wheelInput(const QWheelEvent& event);
 
 // Whether the canvas wants the key before any menu entry with the same shortcut.
