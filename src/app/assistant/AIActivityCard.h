@@ -10,13 +10,13 @@ class IconButton;
 class SymbolLabel;
 class TextLabel;
 
-// Tells above the canvas what the assistant is doing to the map, and what went wrong with it where no sheet says so;
-// that stays until it is closed or the next request begins.
+// Shows above the canvas what the assistant is doing to the map, and what went wrong with it if no sheet says so; an
+// error stays until it is closed or the next request starts.
 class AIActivityCard final : public Card {
   Q_OBJECT
 
  public:
-  // Both outlive it.
+  // Both must outlive it.
   AIActivityCard(const Look& look, AIWorkflows& workflows, QWidget* canvas);
 
   QString text() const;

@@ -15,13 +15,13 @@ class Look;
 class ProviderState;
 class SubmitField;
 
-// The chat beside the canvas: who answers, what was said, and a field to ask. It holds what is being typed; everything
-// else is the session's.
+// The chat beside the canvas: who answers, the messages, and a field to ask. It keeps only the text being typed;
+// everything else is the session's.
 class AIChatView final : public QWidget {
   Q_OBJECT
 
  public:
-  // All outlive it.
+  // All must outlive it.
   struct Parts {
     const Look& look;
     Alerts& alerts;
@@ -37,7 +37,7 @@ class AIChatView final : public QWidget {
   ChatList& list() const { return *m_list; }
   ChatSuggestions& suggestions() const { return *m_suggestions; }
   IconButton& sendButton() const { return *m_send; }
-  // What takes the keyboard now, in the order of Tab.
+  // The controls that can take the keyboard now, in Tab order.
   std::vector<QWidget*> controls() const;
 
  Q_SIGNALS:

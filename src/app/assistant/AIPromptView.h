@@ -17,13 +17,13 @@ class ProviderState;
 class SubmitField;
 class TextLabel;
 
-// Asks what a new map is to be about, and has it generated. The sheet goes once the map is there; where it failed it
-// stays and says why. Leaving it clears the workflows' showAIPrompt, and ends nothing that is under way.
+// Asks what a new map should be about, and has it generated. The sheet closes once the map is there; on failure it
+// stays and says why. Closing it clears the workflows' showAIPrompt, and cancels nothing.
 class AIPromptView final : public Sheet {
   Q_OBJECT
 
  public:
-  // All outlive the sheet.
+  // All must outlive the sheet.
   AIPromptView(const Look& look, AIWorkflows& workflows, ProviderState& provider, Scheduler& scheduler,
                QWidget* window);
   ~AIPromptView() override;
@@ -35,7 +35,7 @@ class AIPromptView final : public Sheet {
   const PromptMode& selectedMode() const { return *m_mode; }
   QPushButton& generateButton() const { return *m_generate; }
   QPushButton& cancelButton() const { return *m_cancel; }
-  // What is shown of each; empty where it is not.
+  // The text of each as shown; empty if it is hidden.
   QString errorText() const;
   QString progressText() const;
   QString destinationText() const;
@@ -52,7 +52,7 @@ class AIPromptView final : public Sheet {
   void addButtons();
   void select(const PromptMode& mode);
   void submit();
-  // Looks whether the map is there, and again after a while.
+  // Checks whether the map is there, repeatedly.
   void closeWhenDone(std::chrono::milliseconds delay);
   void setWaiting(bool waiting);
   void followWorkflows();

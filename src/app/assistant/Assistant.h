@@ -15,8 +15,8 @@ class CanvasCompanions;
 class CanvasView;
 class ChatSession;
 
-// What people see of AI in one window: the chat, the sheet that asks for a map, the card above the canvas that tells
-// what is under way, and the entries of a topic's menu.
+// Everything that a window shows of AI: the chat, the sheet that asks for a map, the card above the canvas for requests
+// in progress, and entries in a topic's menu.
 class Assistant final : public QObject {
   Q_OBJECT
 
@@ -27,7 +27,7 @@ class Assistant final : public QObject {
     CanvasCompanions& companions;
   };
 
-  // All outlive it but the canvas's children.
+  // All must outlive it, except for the canvas's children.
   Assistant(Machine& machine, AIWorkflows& workflows, ChatSession& chat, const Window& parts);
   ~Assistant() override;
 

@@ -7,7 +7,7 @@ namespace quilmora {
 
 class Look;
 
-// A ring with an arc that goes around as long as it is shown; the arc stands where the desktop wants nothing to move.
+// A ring with an arc that turns while it is shown; the arc stands still if the desktop wants no motion.
 class BusySign final : public QWidget {
   Q_OBJECT
 

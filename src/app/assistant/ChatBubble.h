@@ -15,14 +15,14 @@ namespace quilmora {
 
 class Look;
 
-// One message of the chat: the person's at the trailing side in the accent, the assistant's at the leading side with an
-// icon, and "Apply to Map" below where it carries a map. Its text can be selected with the pointer and by keys, and
-// copied.
+// One message of the chat: the user's at the trailing side in the accent colour, the assistant's at the leading side
+// with an icon, and with "Apply to Map" below if it contains a map. Its text can be selected with the pointer and the
+// keyboard, and copied.
 class ChatBubble final : public QWidget {
   Q_OBJECT
 
  public:
-  // From the leading edge to an assistant's words, and to the button below them.
+  // From the leading edge to the assistant's text, and to the button below it.
   static constexpr int indent = 28;
 
   // `onApply` is called by the button, which a message without a map does not have.
@@ -31,23 +31,23 @@ class ChatBubble final : public QWidget {
   const QUuid& messageID() const { return m_messageID; }
   const MessageText& text() const { return m_text; }
   QString selectedText() const;
-  // nullptr where there is nothing to apply.
+  // nullptr if there is nothing to apply.
   QPushButton* applyButton() const { return m_apply; }
   void setApplied(bool applied);
 
-  // Wraps the words for a row of this width.
+  // Wraps the text for a row of this width.
   void setRowWidth(int width);
   int wantedHeight() const;
   bool isMeasured() const { return m_text.isMeasured(); }
-  // Makes the height more exact until the deadline. Returns by how much grew what lies above `top` of the bubble.
+  // Refines the height until the deadline. Returns how much the part above `top` of the bubble grew.
   double measureUntil(std::chrono::steady_clock::time_point deadline, double top);
   void selectNothing();
 
  Q_SIGNALS:
   void focused();
-  // Painting found that its height is another one.
+  // Painting found a different height.
   void heightChanged();
-  // What lies there is being selected.
+  // The text at this place is being selected and should be visible.
   void revealWanted(QPoint place);
 
  protected:

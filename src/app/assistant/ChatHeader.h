@@ -14,12 +14,12 @@ class Look;
 class SymbolLabel;
 class TextLabel;
 
-// The head of the chat: who answers, with a menu to choose another, what is amiss with that, and where the text goes.
+// The head of the chat: who answers, with a menu to choose another, what is wrong with it, and where the text goes.
 class ChatHeader final : public QWidget {
   Q_OBJECT
 
  public:
-  // Both outlive it.
+  // Both must outlive it.
   ChatHeader(const Look& look, ProviderState& provider, QWidget* parent);
 
   QToolButton& providerButton() const { return *m_provider; }
@@ -45,7 +45,7 @@ class ChatHeader final : public QWidget {
   SymbolLabel* m_warningSign;
   TextLabel* m_warning;
   TextLabel* m_destination;
-  std::vector<ProviderState::Row> m_rows;  // as the menu has them
+  std::vector<ProviderState::Row> m_rows;  // as shown in the menu
 };
 
 }  // namespace quilmora

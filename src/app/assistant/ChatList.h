@@ -14,20 +14,20 @@ class ChatBubble;
 class IconButton;
 class Look;
 
-// The messages of a chat, one below the other, and "Thinking..." with a button that stops it. The newest message is in
-// sight until the person scrolls up. One message is the current one: Up and Down step through them, Home and End go to
-// the first and the last. What a message needs in height is made exact in small slices of time.
+// The messages of a chat, one below the other, and "Thinking..." with a button that stops it. The newest message stays
+// in view until the user scrolls up. One message is current: Up and Down step through them, Home and End go to the
+// first and the last. Heights of messages are refined in small slices of time.
 class ChatList final : public QScrollArea {
   Q_OBJECT
 
  public:
-  // How much measuring is done at once.
+  // The time of one slice of measuring.
   static constexpr std::chrono::milliseconds slice{4};
 
   ChatList(const Look& look, QWidget* parent);
   ~ChatList() override;
 
-  // Shows these messages; bubbles of those that are there already stay. `apply` is asked to apply a message's tree.
+  // Shows these messages, keeping existing bubbles. `apply` is called to apply a message's tree.
   void setMessages(const std::vector<ChatMessage>& messages, const std::function<void(const QUuid&)>& apply);
   void setThinking(bool isThinking);
   void scrollToNewest();
@@ -36,7 +36,7 @@ class ChatList final : public QScrollArea {
   bool followsNewest() const { return m_followsNewest; }
   bool isMeasured() const { return m_unmeasuredCount == 0; }
   IconButton& stopButton() const { return *m_stop; }
-  // What takes the keyboard, in the order of Tab.
+  // The controls that can take the keyboard, in Tab order.
   std::vector<QWidget*> controls() const;
 
  Q_SIGNALS:
@@ -49,7 +49,7 @@ class ChatList final : public QScrollArea {
  private:
   ChatBubble* newBubble(const ChatMessage& message, const std::function<void(const QUuid&)>& apply);
   int rowWidth() const;
-  // Puts everything in its place, and what the person looks at where it was.
+  // Places everything, keeping what the user is reading where it is.
   void arrange(double growthAbove = 0.0);
   void measureSome();
   void scrolled();
@@ -57,7 +57,7 @@ class ChatList final : public QScrollArea {
   void reveal(const QRect& area);
   void stepCurrent(int step);
   void focusBubble(std::size_t index);
-  // The bubble at the top of what shows.
+  // The topmost visible bubble.
   std::size_t firstShown() const;
 
   const Look& m_look;

@@ -9,18 +9,18 @@ namespace quilmora {
 class Chip;
 class Look;
 
-// What a chat shows before its first message: groups of things to ask, one chip each.
+// What a chat shows before its first message: groups of suggested prompts, one chip each.
 class ChatSuggestions final : public QScrollArea {
   Q_OBJECT
 
  public:
   ChatSuggestions(const Look& look, QWidget* parent);
 
-  // In the order of Tab.
+  // In Tab order.
   const std::vector<Chip*>& chips() const { return m_chips; }
 
  Q_SIGNALS:
-  // A chip was chosen, which stands for this prompt.
+  // The chip for this prompt was chosen.
   void chosen(const QString& prompt);
 
  protected:

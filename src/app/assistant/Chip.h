@@ -6,13 +6,13 @@ namespace quilmora {
 
 class Look;
 
-// A choice of one or two words in a rounded frame, with a symbol before them where one is given. Checked, it is filled
-// with the accent.
+// A choice of one or two words in a rounded frame, optionally with a symbol before them. When checked, it is filled
+// with the accent colour.
 class Chip final : public QAbstractButton {
   Q_OBJECT
 
  public:
-  // `text` may hold a mnemonic.
+  // `text` may contain a mnemonic.
   Chip(const Look& look, QString symbol, const QString& text, QWidget* parent = nullptr);
 
   // Without its mnemonic.

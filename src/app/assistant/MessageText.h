@@ -13,7 +13,7 @@ class QPainter;
 
 namespace quilmora {
 
-// What stands between two pairs of asterisks, by its place in the text without them.
+// The text between two pairs of asterisks, by its position in the text without them.
 struct BoldRange {
   qsizetype start = 0;
   qsizetype length = 0;
@@ -21,16 +21,16 @@ struct BoldRange {
   bool operator==(const BoldRange&) const = default;
 };
 
-// The text of a message as it is shown: fit to be drawn, of a length that a person can still scroll through, and
-// without the asterisks around what is bold. Nothing else in it is taken for markup.
+// The text of a message as shown: drawable, short enough to scroll through, and without the asterisks around bold
+// words. Nothing else in it is treated as markup.
 struct ShownMessage {
   QString text;
   std::vector<BoldRange> bold;
 };
 ShownMessage shownMessage(const QString& content);
 
-// A text of any length, wrapped at a width. Only what is looked at is shaped: the heights of the other pieces are
-// estimated until they are measured. Distances are in logical pixels from the text's top left corner.
+// A text of any length, wrapped at a width. Only visible pieces are shaped: the heights of the others are estimated
+// until they are measured. Distances are in logical pixels from the text's top left corner.
 class MessageText {
  public:
   struct Selection {
@@ -54,22 +54,22 @@ class MessageText {
   void setWidth(double width);
   double width() const { return m_width; }
   double height() const;
-  // Of its longest line, once everything is measured; else the width.
+  // Of its longest line once everything is measured; until then, the full width.
   double usedWidth() const;
   bool isMeasured() const { return m_measuredCount == m_pieces.size(); }
-  // Measures pieces until the deadline, at least one. Returns by how much grew what lies above `top`.
+  // Measures pieces until the deadline, at least one. Returns how much the part above `top` grew.
   double measureUntil(std::chrono::steady_clock::time_point deadline, double top);
-  // Draws what lies between `top` and `bottom`, with the text's own corner at the painter's origin.
+  // Draws what is between `top` and `bottom`, with the text's own corner at the painter's origin.
   void draw(QPainter& painter, double top, double bottom, const Colors& colors, const Selection& selection);
 
   qsizetype positionAt(QPointF point);
-  // The place of the caret there.
+  // The rectangle of the caret at this position.
   QRectF caretAt(qsizetype position);
-  // The position one letter or word further on, or further back.
+  // The position one letter or word forward or back.
   qsizetype step(qsizetype position, bool forward, bool byWord);
   // The word around the position.
   Selection wordAt(qsizetype position);
-  // How many pieces are shaped now.
+  // How many pieces are currently shaped.
   std::size_t shapedCount() const;
 
  private:
@@ -97,7 +97,7 @@ class MessageText {
   double m_letterWidth;
   std::vector<Piece> m_pieces;
   std::size_t m_measuredCount = 0;
-  mutable std::vector<double> m_tops;  // empty: to be counted again
+  mutable std::vector<double> m_tops;  // empty: must be recomputed
 };
 
 }  // namespace quilmora

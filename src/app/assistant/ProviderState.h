@@ -9,38 +9,38 @@
 
 namespace quilmora {
 
-// What people are told of the chosen back end: its name, whether the offline generator serves in its place and why, and
-// where the text goes. It knows what key store and model server last said, and asks them when it is told to.
+// What the user is told about the chosen provider: its name, whether the offline generator replaces it and why, and
+// where the text goes. It knows the last answers of key store and model server, and asks them again on request.
 class ProviderState : public QObject {
   Q_OBJECT
 
  public:
   struct Row {
     QString id;    // a value of the setting
-    QString text;  // with what is missing
+    QString text;  // including what is missing
     QString symbol;
 
     bool operator==(const Row&) const = default;
   };
 
-  // Both outlive it.
+  // Both must outlive it.
   ProviderState(AIBackEnds backEnds, SettingsStore& settings);
 
-  // The value of the setting, with what stands for a value that nobody knows.
+  // The value of the setting, or the default for an unknown value.
   QString chosen() const;
   QString label() const;  // "Claude"
   QString symbol() const;
-  // Why the offline generator serves instead, or an empty text.
+  // Why the offline generator answers instead, or an empty text.
   QString warning() const;
   QString destination() const;
-  // One for each choice, in their order.
+  // One per choice, in their order.
   std::vector<Row> rows() const;
 
   // Stores the choice.
   void choose(const QString& id);
-  // Asks the key store or the model server of the choice anew; changed() follows where the answer is another.
+  // Asks the key store or the model server for the chosen provider again; changed() follows if the answer differs.
   void look();
-  // The same for every choice.
+  // The same for every provider.
   void lookAtAll();
 
  Q_SIGNALS:

@@ -4,12 +4,12 @@
 
 namespace quilmora {
 
-// A field for a few lines of words that grows with them. Return hands them in; with Shift it begins a new line.
+// A field for a few lines of text that grows with them. Return submits them; with Shift it starts a new line.
 class SubmitField final : public QPlainTextEdit {
   Q_OBJECT
 
  public:
-  // As high as so many lines at least and at most, beyond which it scrolls.
+  // The minimum and maximum height in lines; beyond the maximum it scrolls.
   SubmitField(int minLines, int maxLines, QWidget* parent = nullptr);
 
   QSize sizeHint() const override { return {QPlainTextEdit::sizeHint().width(), m_height}; }
