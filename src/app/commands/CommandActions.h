@@ -12,8 +12,8 @@ class QKeyEvent;
 
 namespace quilmora {
 
-// The commands of one window as actions. An entry can be chosen only while somebody receives its notification and its
-// row finds it possible.
+// The commands of one window as actions. An entry is enabled only while its notification has a receiver and its row's
+// condition holds.
 class CommandActions : public QObject {
   Q_OBJECT
 
@@ -21,20 +21,20 @@ class CommandActions : public QObject {
   CommandActions(MindMapViewModel& editor, NotificationCenter& notifications, CommandContext::Handlers handlers,
                  QWidget* window);
 
-  // The action of a command that is no submenu; nullptr for an unknown id.
+  // The action of a command that is not a submenu; nullptr for an unknown id.
   QAction* action(const QString& id) const;
   void setShown(const CommandContext::Shown& shown);
-  // Chooses the command whose key the views of the window have passed on. Returns whether there was one to choose.
+  // Triggers the command whose key the window's views have passed on. Returns whether there was an enabled one.
   bool pressPassedOnKey(const QKeyEvent& event);
 
  protected:
-  // Watches the text field that has the keyboard: a key of a menu entry is never taken for one of the field's own.
+  // Watches the focused text field, so that the field never uses a menu entry's key for something else.
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void addAction(const Command& command);
   void followEditor();
-  // Brings every action up to the state of things.
+  // Updates every action to the current state.
   void refresh();
   bool isEnabled(const Command& command) const;
   void trigger(const Command& command);

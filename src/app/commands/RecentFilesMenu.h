@@ -7,7 +7,7 @@ namespace quilmora {
 class NotificationCenter;
 class RecentFiles;
 
-// The recent documents, newest first, each by its file's name.
+// The recent documents, newest first, each by its file name.
 class RecentFilesMenu : public QMenu {
   Q_OBJECT
 
