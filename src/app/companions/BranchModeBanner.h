@@ -6,7 +6,7 @@ namespace quilmora {
 
 class EditorState;
 
-// Tells that branch mode is on. The pointer reaches what lies below it.
+// Says that branch mode is on. The pointer passes through to what is below it.
 class BranchModeBanner : public Card {
   Q_OBJECT
 

@@ -14,8 +14,8 @@ namespace quilmora {
 class CrumbStrip;
 class EditorNavigation;
 
-// The path from the root to the selected topic. A click on a topic of it selects and centres that topic. A presentation
-// shows its step beside the path.
+// The path from the root to the selected topic. A click on a topic selects and centres it. A presentation shows its
+// step beside the path.
 class BreadcrumbBar : public Card {
   Q_OBJECT
 
@@ -26,7 +26,7 @@ class BreadcrumbBar : public Card {
   const std::vector<QUuid>& path() const { return m_path; }
   // "3/12" in a presentation, else empty.
   const QString& stepText() const { return m_stepText; }
-  // The button of a topic of the path, made when it is asked for; nullptr where the path has no such place.
+  // The button of a topic in the path, created when asked for; nullptr if the path has no such place.
   QAbstractButton* button(std::size_t place);
   CrumbStrip& strip() const { return *m_strip; }
 
@@ -41,7 +41,7 @@ class BreadcrumbBar : public Card {
   void refresh();
   void choose(const QUuid& id);
   QSize pillSize() const;
-  // The width of the step with its distance from the path.
+  // The width of the step, including its distance from the path.
   int besidePath() const;
 
   EditorNavigation& m_editor;
@@ -51,8 +51,8 @@ class BreadcrumbBar : public Card {
   bool m_isRefreshPending = false;
 };
 
-// The topics from the root down to this one, by their parents; ends at the first repetition. Ids that name no topic are
-// left out.
+// The topics from the root down to this one, by their parents; stops at the first repetition. Ids that name no topic
+// are left out.
 std::vector<QUuid> pathToTopic(EditorNavigation& editor, const QUuid& id);
 
 }  // namespace quilmora

@@ -25,14 +25,14 @@ class EditorNavigation;
 class NodeQuickLook;
 class SearchBar;
 
-// The cards above a canvas: makes them and keeps each in its place, also as the canvas changes its size. Mini-map,
-// quick look, path and search bar stay in the corner into which the user drags them; path and quick look also make way
-// for the topic that they tell about, and the mini-map for the one that is selected, once the view rests.
+// The cards above a canvas: creates them and keeps each in its place when the canvas is resized. Mini-map, quick look,
+// path and search bar stay in the corner to which the user drags them. Path and quick look also move away from the
+// topic they describe, and the mini-map from the selected topic, once the view rests.
 class CanvasCompanions : public QObject {
   Q_OBJECT
 
  public:
-  // The cards become children of the canvas. Everything outlives this object but the canvas, which owns it.
+  // The cards become children of the canvas. Everything must outlive this object except the canvas, which owns it.
   CanvasCompanions(const Look& look, EditorNavigation& editor, Scheduler& scheduler, QWidget* canvas);
   ~CanvasCompanions() override;
 
@@ -43,9 +43,9 @@ class CanvasCompanions : public QObject {
   BranchModeBanner& branchModeBanner() const { return *m_banner; }
   ExportOverlay& exportOverlay() const { return *m_exportOverlay; }
 
-  // Keeps a further card, a child of the canvas, in its place at the top.
+  // Keeps another card, a child of the canvas, in its place at the top.
   void addCard(Card& card);
-  // Where cards lie on the canvas, or will once they have settled.
+  // Where cards are on the canvas, or will be once they have settled.
   std::vector<QRect> coveredAreas() const;
 
  protected:
@@ -61,16 +61,16 @@ class CanvasCompanions : public QObject {
   std::vector<Place> places() const;
   void place();
   void settle(Card& card);
-  // A presentation begins without cards but the path, which tells its steps; afterwards they are there again.
+  // A presentation starts with no cards but the path, which shows its steps; afterwards the others return.
   void followPresentation();
-  // Where most of a topic shows on the canvas; empty without one.
+  // The area that a topic takes on the canvas, roughly; empty without one.
   QRectF shownArea(const std::optional<QUuid>& id) const;
   void chooseQuickLookCorner();
   void choosePathCorner();
   void chooseMiniMapCornerSoon();
   void chooseMiniMapCorner();
   void glide(Card& card);
-  // The first of the corners where the card does not lie on the topic; the first of all where it always would.
+  // The first of the corners where the card does not cover the topic, or the first of all if it always would.
   CardAnchor cornerBeside(const QRectF& topic, const Card* card, CardAnchor& corner,
                           std::initializer_list<CardAnchor> corners) const;
   CardAnchor pathHome() const;
@@ -89,7 +89,7 @@ class CanvasCompanions : public QObject {
   CardAnchor m_miniMapHome = CardAnchor::bottomRight;    // where the user wants it
   CardAnchor m_miniMapCorner = CardAnchor::bottomRight;  // where it does not cover the selected topic
   CardAnchor m_searchCorner = CardAnchor::topRight;
-  std::optional<CardAnchor> m_pathHome;  // where the user wants it, if anywhere
+  std::optional<CardAnchor> m_pathHome;  // where the user wants it, if anywhere in particular
   CardAnchor m_pathCorner = CardAnchor::bottomLeft;
   CardAnchor m_quickLookHome = CardAnchor::topLeft;    // where the user wants it
   CardAnchor m_quickLookCorner = CardAnchor::topLeft;  // where it does not cover its topic

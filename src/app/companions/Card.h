@@ -12,8 +12,8 @@ namespace quilmora {
 
 class Look;
 
-// A piece of interface that lies above the canvas: raised ground, round corners and a shadow. Its parent is the canvas.
-// Takes the pointer wherever its own parts leave it, so that nothing below is hit through it; the wheel passes on.
+// A part of the interface above the canvas: raised background, round corners and a shadow. Its parent is the canvas.
+// Takes pointer events that its own controls ignore, so that nothing below is hit through it; the wheel is passed on.
 class Card : public QWidget {
   Q_OBJECT
 
@@ -32,23 +32,23 @@ class Card : public QWidget {
  Q_SIGNALS:
   // The card appeared, disappeared or wants another size.
   void placementWanted();
-  // The user let the card go after moving it by hand.
+  // The user released the card after dragging it.
   void dropped();
 
  protected:
   const Look& look() const { return m_look; }
   enum class Grip { shown, none };
-  // A movable card is dragged by its ground, and shows at its top that it can be where it has room for that.
+  // A movable card is dragged by its background, with a visible grip at its top if it has room.
   void setMovable(Grip grip = Grip::shown);
   void setShadowColor(const QColor& color);
   void setGroundOpacity(double opacity) { m_groundOpacity = opacity; }
   // Of the card as a whole, with its shadow.
   void setOpacity(double opacity);
-  // Stands from so far below the top instead of the raised ground of the interface.
+  // Fills the card from this far below the top, instead of the interface's raised background.
   void setGround(std::optional<QColor> color, int top = 0);
-  // Instead of the hairline.
+  // Replaces the hairline.
   void setContour(const QColor& color) { m_contour = color; }
-  // Runs the work once after the events at hand, however often they ask for it.
+  // Runs the work once after the pending events, however often it is requested.
   void runSoon(bool& isPending, std::function<void()> work);
 
   void paintEvent(QPaintEvent* event) override;
@@ -75,7 +75,7 @@ class Card : public QWidget {
   int m_groundTop = 0;
   bool m_isMovable = false;
   bool m_showsGrip = false;
-  std::optional<QPoint> m_dragStart;  // where the pointer holds the card, in its own coordinates
+  std::optional<QPoint> m_dragStart;  // where the pointer grabbed the card, in its own coordinates
 };
 
 }  // namespace quilmora

@@ -17,11 +17,11 @@ struct CardRequest {
 inline constexpr int cardMargin = 12;
 inline constexpr int cardGap = 8;
 
-// Places cards on a canvas, one after the other: each at its anchor, and further in where an earlier card has the
-// place. What finds no room stays inside the canvas and overlaps.
+// Places cards on a canvas, one after the other: each at its anchor, or further in if an earlier card is there. A card
+// without room stays inside the canvas and overlaps.
 std::vector<QRect> placeCards(QSize canvas, const std::vector<CardRequest>& cards);
 
-// The corner of the canvas in whose quarter the point lies.
+// The corner of the canvas in whose quarter the point is.
 CardAnchor nearestCorner(QSize canvas, QPoint point);
 
 }  // namespace quilmora

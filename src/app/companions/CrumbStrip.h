@@ -11,20 +11,20 @@ namespace quilmora {
 
 class Look;
 
-// A row of plain buttons with chevrons between them, which scrolls sideways when it is longer than its place and shows
-// its end at first. Buttons come into being as they come into sight, so that a path of any length costs little.
+// A row of plain buttons with chevrons between them, which scrolls sideways when it is longer than its space and
+// initially shows its end. Buttons are created as they come into view, so that a path of any length is cheap.
 class CrumbStrip : public QWidget {
   Q_OBJECT
 
  public:
   CrumbStrip(const Look& look, QWidget* parent);
 
-  // A path of `count` places, whose titles are asked for as they are needed. What is the same as before stays.
+  // A path of `count` places; titles are requested as needed. Unchanged places are kept.
   void setPath(std::size_t count, std::function<QString(std::size_t)> title);
   QAbstractButton* button(std::size_t place);
 
   int wantedHeight() const;
-  // Of the whole path, or `most` if that is less.
+  // The width of the whole path, or `most` if that is less.
   int wantedWidth(int most);
   // How far the path is scrolled away from its end, in pixels.
   int scrolled() const { return m_scrolled; }
@@ -43,7 +43,7 @@ class CrumbStrip : public QWidget {
   class Crumb;
   class Fades;
 
-  // A place of the path with its distance from the path's end to its right edge.
+  // A place of the path, and the distance of its right edge from the path's end.
   struct Item {
     Crumb* crumb;
     QString title;

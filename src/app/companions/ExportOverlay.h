@@ -10,7 +10,7 @@ namespace quilmora {
 
 class TextLabel;
 
-// Tells that an export is under way, and how far it is where that is known. Fades in and out.
+// Says that an export is in progress, and how far it is if that is known. Fades in and out.
 class ExportOverlay : public Card {
   Q_OBJECT
 
@@ -22,12 +22,12 @@ class ExportOverlay : public Card {
   QString message() const;
   // From 0 to 1, as it fades.
   double shownOpacity() const { return m_opacity; }
-  // Names the export that begins, of which nothing is known yet.
+  // Announces an export whose progress is not known yet.
   void setMessage(const QString& message);
   void setExporting(bool isExporting);
   // From 0 to 1.
   void setShareDone(double share);
-  // Ends the fading in and paints, for work that leaves no time to do so.
+  // Finishes fading in and paints, before work that leaves no time to do so.
   void showAtOnce();
 
   QSize wantedSize(QSize room) override;

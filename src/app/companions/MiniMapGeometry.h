@@ -8,16 +8,16 @@
 
 namespace quilmora {
 
-// How a map lies in its overview. Points of the mini-map count from the corner of the map's picture, which is `inset`
-// away from the corner of the mini-map: the picture stands in its middle.
+// Where a map is in its overview. Points of the mini-map are relative to the corner of the map's picture, which is
+// `inset` away from the corner of the mini-map: the picture is centred in it.
 class MiniMapGeometry {
  public:
-  // Nothing for a map without topics, and for one too wide for any scale.
+  // Nothing for a map without topics, or for one too wide for any scale.
   static std::optional<MiniMapGeometry> of(const std::vector<QPointF>& positions, QSizeF miniMapSize);
 
   // All positions and 50 canvas units around them.
   const QRectF& world() const { return m_world; }
-  // Mini-map pixels a canvas unit.
+  // Mini-map pixels per canvas unit.
   double scale() const { return m_scale; }
   QPointF inset() const { return m_inset; }
 
@@ -25,7 +25,7 @@ class MiniMapGeometry {
   QPointF toWorld(QPointF miniMapPoint) const { return miniMapPoint / m_scale + m_world.topLeft(); }
   // The part of the map that the canvas shows.
   QRectF viewport(QPointF canvasOffset, double canvasZoom, QSizeF canvasSize) const;
-  // The canvas offset that brings what lies at a point of the mini-map to the middle of the canvas.
+  // The canvas offset that centres the canvas on a point of the mini-map.
   QPointF offsetCentring(QPointF miniMapPoint, double canvasZoom, QSizeF canvasSize) const;
 
   bool operator==(const MiniMapGeometry&) const = default;

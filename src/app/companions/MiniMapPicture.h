@@ -11,18 +11,18 @@
 
 namespace quilmora {
 
-// The edges and topics of a map in its overview, drawn a few at a time so that no map, however large, holds up the
-// canvas. What would fall on the same pixels as something drawn before is left out.
+// The edges and topics of a map in its overview, drawn a few at a time so that no map, however large, blocks the
+// canvas. Whatever would fall on the same pixels as something already drawn is left out.
 class MiniMapPicture {
  public:
   MiniMapPicture(const MiniMapGeometry& geometry, QSizeF miniMapSize, qreal devicePixelRatio, QColor edgeColor,
                  QColor topicColor);
 
-  // Draws at most `count` further edges or topics of the map that the geometry was made of, which must be the same at
+  // Draws at most `count` more edges or topics of the map that the geometry was made from, which must be the same at
   // each call. Returns whether the picture is complete.
   bool advance(const MapIndex& index, std::size_t count);
 
-  // Of the dots of so many topics: told for few, thinner where they would run together.
+  // The radius of the dots: distinct for a few topics, smaller if they would merge.
   static double dotRadius(std::size_t topicCount, QSizeF miniMapSize);
 
   const MiniMapGeometry& geometry() const { return m_geometry; }

@@ -12,28 +12,28 @@ namespace quilmora {
 class IconButton;
 class EditorState;
 
-// An overview of the map with a rectangle for what the canvas shows. A click or drag in it moves the canvas there.
-// Redrawn when the map changes: a small map at once, a large one a little later and piece by piece, while the old
+// An overview of the map with a rectangle for the part that the canvas shows. A click or drag in it moves the canvas
+// there. Redrawn when the map changes: a small map at once, a large one a little later and in pieces, while the old
 // picture stays.
 class MiniMapView : public Card {
   Q_OBJECT
 
  public:
-  // The scheduler outlives the view.
+  // The scheduler must outlive the view.
   MiniMapView(const Look& look, EditorState& editor, Scheduler& scheduler, QWidget* canvas);
   ~MiniMapView() override;
 
   QSizeF canvasSize() const { return m_canvasSize; }
   void setCanvasSize(QSizeF size);
   QSizeF miniMapSize() const;
-  // Of the picture on show; nothing when there is none.
+  // Of the picture shown; nothing if there is none.
   std::optional<MiniMapGeometry> geometry() const;
-  // Where the overview lies in the card, below the strip by which the card is moved.
+  // The rectangle of the overview in the card, below the strip for dragging the card.
   QRectF mapRect() const;
-  // Whether the picture on show is that of the map as it stands.
+  // Whether the picture shown is that of the current map.
   bool isCurrent() const { return m_drawnGeneration.has_value(); }
 
-  // Put away, it is a button that brings it back.
+  // When hidden, it is a button that brings it back.
   bool isFolded() const { return m_isFolded; }
   void setFolded(bool folded);
   IconButton& foldButton() const { return *m_foldButton; }
@@ -56,7 +56,7 @@ class MiniMapView : public Card {
   void advance();
   void moveCanvasTo(QPointF point);
   QPointF toMiniMap(QPointF point, const MiniMapGeometry& geometry) const;
-  // The finished picture, or the very first one while it grows.
+  // The finished picture, or the very first one while it is being drawn.
   const MiniMapPicture* shownPicture() const { return m_picture ? m_picture.get() : m_growing.get(); }
 
   EditorState& m_editor;

@@ -12,18 +12,18 @@ namespace quilmora {
 class EditorNavigation;
 class TextLabel;
 
-// The details of the topic that the editor names for a quick look: title with its badge, notes, number of children and
-// depth. Hidden while that topic does not exist.
+// The details of the editor's quick look topic: title with its badge, notes, number of children and depth. Hidden while
+// that topic does not exist.
 class NodeQuickLook : public Card {
   Q_OBJECT
 
  public:
   NodeQuickLook(const Look& look, EditorNavigation& editor, QWidget* canvas);
 
-  // The topic on show.
+  // The topic shown.
   const std::optional<Node>& node() const { return m_node; }
   QString titleText() const;
-  // Empty where the topic has none.
+  // Empty if the topic has none.
   QString notesText() const;
   QString childrenText() const;
   QString depthText() const;

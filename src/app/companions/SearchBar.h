@@ -11,8 +11,8 @@ class IconButton;
 class EditorNavigation;
 class TextLabel;
 
-// The find field: searches at each change of its text, and steps through what was found. Has the keyboard when it
-// opens, and gives it back to the canvas when it closes.
+// The find field: searches at each change of its text, and steps through the results. Takes the keyboard when it opens,
+// and returns it to the canvas when it closes.
 class SearchBar : public Card {
   Q_OBJECT
 
@@ -37,7 +37,7 @@ class SearchBar : public Card {
   void followResults();
 
   EditorNavigation& m_editor;
-  QPointer<QWidget> m_before;  // had the keyboard
+  QPointer<QWidget> m_before;  // had the keyboard before
   QLineEdit* m_field;
   TextLabel* m_count;
   IconButton* m_previous;

@@ -4,8 +4,8 @@
 
 namespace quilmora {
 
-// A topic's title for one line or one label of the interface: without line breaks, cut where nobody reads on, and a
-// word where there is none.
+// A topic's title for one line or one label of the interface: without line breaks, cut to a readable length, and a
+// placeholder word if it is empty.
 QString shownTitle(const Node& node);
 
 }  // namespace quilmora
