@@ -11,8 +11,8 @@ class QPushButton;
 
 namespace quilmora {
 
-// A short message with a symbol and a title, and buttons to answer it. The last button closes it and chooses nothing,
-// as Escape does.
+// A short message with a symbol and a title, and buttons to answer it. The last button closes it without a choice, as
+// Escape does.
 class AlertSheet final : public Sheet {
   Q_OBJECT
 
@@ -24,15 +24,15 @@ class AlertSheet final : public Sheet {
   Kind kind() const { return m_kind; }
   QString title() const;
   QString message() const;
-  // Joins the message that is there. The last few stay in words, the others as a number; none comes twice.
+  // Adds a message to the open alert. The last few are shown in full, the others as a number; none is shown twice.
   void addMessage(const QString& message);
-  // A button before the closing one, which then says Cancel. A primary one has the keyboard at first.
+  // Adds a button before the closing one, which then says Cancel. A primary one has the keyboard initially.
   void addAnswer(const Question::Answer& answer);
 
   void open() override;
 
  Q_SIGNALS:
-  // It was answered or closed, and goes.
+  // It was answered or dismissed, and closes.
   void closed();
 
  private:
@@ -40,7 +40,7 @@ class AlertSheet final : public Sheet {
 
   Kind m_kind;
   QSet<QString> m_heard;
-  QStringList m_messages;  // the last ones
+  QStringList m_messages;  // the latest ones
   QLabel* m_title;
   QLabel* m_text;
   QHBoxLayout* m_buttons;
@@ -48,7 +48,7 @@ class AlertSheet final : public Sheet {
   QPushButton* m_first;  // has the keyboard when it opens
 };
 
-// Says what the program is.
+// The About sheet.
 AlertSheet* makeAboutSheet(const Look& look, QWidget* window);
 
 }  // namespace quilmora

@@ -12,11 +12,11 @@ namespace quilmora {
 
 class Look;
 
-// A question with its answers. Another button, which chooses none of them, is always there.
+// A question with its answers. There is always one more button, which chooses none of them.
 struct Question {
   struct Answer {
     enum class Weight { primary, plain, destructive };
-    QString text;  // may hold a mnemonic
+    QString text;  // may contain a mnemonic
     Weight weight = Weight::plain;
     std::function<void()> chosen;
   };
@@ -30,7 +30,7 @@ struct Question {
 class Alerts {
  public:
   virtual ~Alerts() = default;
-  // The alert titled "Error". While it is open in the window, what comes joins it.
+  // The alert titled "Error". While it is open in the window, further messages are added to it.
   virtual void showError(QWidget* window, const QString& message) = 0;
   virtual void ask(QWidget* window, const Question& question) = 0;
 };
@@ -46,7 +46,7 @@ class SheetAlerts final : public Alerts {
   const Look& m_look;
 };
 
-// Keeps the messages and the questions, which are answered at once where an answer stands ready.
+// Records messages and questions; a question is answered at once if an answer is prepared.
 class RecordedAlerts final : public Alerts {
  public:
   void showError(QWidget*, const QString& message) override { messages.append(message); }
@@ -54,7 +54,7 @@ class RecordedAlerts final : public Alerts {
 
   QStringList messages;
   std::vector<Question> questions;
-  QStringList answers;  // to come, by their texts
+  QStringList answers;  // prepared answers, by their texts
 };
 
 }  // namespace quilmora

@@ -9,7 +9,7 @@ namespace quilmora {
 
 class Look;
 
-// Symbols of the application for files and folders.
+// The application's own symbols for files and folders.
 class SymbolFileIcons final : public QFileIconProvider {
  public:
   explicit SymbolFileIcons(const Look& look) : m_look(look) {}
@@ -20,8 +20,8 @@ class SymbolFileIcons final : public QFileIconProvider {
   const Look& m_look;
 };
 
-// Chooses a document: a file, or a package, which is a folder that counts as one item. Before a file is replaced it
-// asks. `icons` outlives the dialog.
+// Chooses a document: a file, or a package, which is a folder that counts as one item. Asks before replacing a file.
+// `icons` must outlive the dialog.
 class DocumentFileDialog final : public QFileDialog {
   Q_OBJECT
 
@@ -29,7 +29,7 @@ class DocumentFileDialog final : public QFileDialog {
   DocumentFileDialog(const Look& look, SymbolFileIcons& icons, const FilePanels::SaveRequest& request, QWidget* parent);
   DocumentFileDialog(const Look& look, SymbolFileIcons& icons, const FilePanels::OpenRequest& request, QWidget* parent);
 
-  // After the dialog was accepted.
+  // Valid after the dialog was accepted.
   QString chosenPath() const { return m_chosenPath; }
 
  public Q_SLOTS:
@@ -41,7 +41,7 @@ class DocumentFileDialog final : public QFileDialog {
   void arrangeList();
   bool isPackage(const QString& path) const;
   void choose(const QString& path);
-  // Chooses the path, after a question where a file is there already.
+  // Chooses the path, after asking if a file exists there.
   void chooseToWrite(const QString& path);
   void showReason(const QString& reason);
 

@@ -6,11 +6,11 @@ namespace quilmora {
 
 class Look;
 
-// File dialogs of the toolkit in the application's look, above the active window.
+// The toolkit's file dialogs in the application's look, above the active window.
 class FileDialogPanels final : public FilePanels {
  public:
-  // Opening starts in `openFolder`, later where the last document was chosen; images and imports have a folder of their
-  // own.
+  // Opening starts in `openFolder`, later where the last document was chosen; images and imports each have their own
+  // folder.
   FileDialogPanels(const Look& look, QString openFolder);
 
   std::optional<QString> askSavePath(const SaveRequest& request) override;

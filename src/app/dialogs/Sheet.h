@@ -12,9 +12,8 @@ namespace quilmora {
 
 class Look;
 
-// A question that comes before anything else in a window: a raised panel in its middle, above a veil that takes every
-// click. While it is open the keyboard stays in it, and no key reaches what lies below or the menus. The window is its
-// parent.
+// A modal question inside a window: a raised panel in its middle, above a veil that takes every click. While it is open
+// the keyboard stays in it, and no key reaches what is below or the menus. The window is its parent.
 class Sheet : public QWidget {
   Q_OBJECT
 
@@ -25,7 +24,7 @@ class Sheet : public QWidget {
   // Covers the window and takes the keyboard.
   virtual void open();
   bool isOpen() const { return m_isOpen; }
-  // Goes, and hands the keyboard to `next`, or back to whoever had it. The sheet deletes itself.
+  // Closes, and gives the keyboard to `next`, or back to whatever had it. The sheet deletes itself.
   void finish(QWidget& next);
   void finish();
   QWidget& panel() const;
@@ -36,13 +35,13 @@ class Sheet : public QWidget {
 
  protected:
   const Look& look() const { return m_look; }
-  // Where the pieces of the sheet go. The panel is as wide as they want, at least `minWidth`, and as high as they then
-  // need, as far as the window has room.
+  // The layout for the sheet's content. The panel is as wide as the content wants, at least `minWidth`, and as high as
+  // it then needs, within the window.
   QVBoxLayout& content() const { return *m_content; }
   void setMinPanelWidth(int width);
-  // The pieces that take the keyboard, in the order of Tab.
+  // The controls that can take the keyboard, in Tab order.
   std::vector<QWidget*> controls() const;
-  // Moves the keyboard by `step` among the controls, around the ends.
+  // Moves the keyboard by `step` among the controls, wrapping around.
   void stepFocus(int step, Qt::FocusReason reason);
 
   bool event(QEvent* event) override;
@@ -62,7 +61,7 @@ class Sheet : public QWidget {
   void place();
   bool pressMnemonic(const QKeyEvent& event);
   void keepFocus(const QWidget* now);
-  // The open sheet that lies over all others, which alone has the keyboard.
+  // The open sheet above all others, which alone has the keyboard.
   Sheet* topmost() const;
 
   const Look& m_look;
@@ -70,7 +69,7 @@ class Sheet : public QWidget {
   QVBoxLayout* m_content;
   int m_minPanelWidth = 0;
   bool m_isOpen = false;
-  QPointer<QWidget> m_before;  // had the keyboard
+  QPointer<QWidget> m_before;  // had the keyboard before
   QPixmap m_shadow;
 };
 

@@ -7,13 +7,13 @@ namespace quilmora {
 
 class Look;
 
-// One of the choices of a sheet: a symbol, a title with a description below, and a chevron at its end. The texts wrap
-// where there is no room for them in one line.
+// One choice of a sheet: a symbol, a title with a description below, and a chevron at its end. The texts wrap if they
+// do not fit on one line.
 class SheetRow final : public QAbstractButton {
   Q_OBJECT
 
  public:
-  // `title` may hold a mnemonic.
+  // `title` may contain a mnemonic.
   SheetRow(const Look& look, QString symbol, const QString& title, QString description, QWidget* parent = nullptr);
 
   QString title() const;
