@@ -17,9 +17,9 @@ class FileWriter;
 class MindMapViewModel;
 struct ExportOutcome;
 
-// Takes the open map out of the window: asks for a path, then writes a copy of the map while the overlay shows. Changes
-// neither the map nor the selection nor the history. Pictures are made in a thread of their own, so that the window
-// goes on; one under way ends with the flow, and leaves nothing.
+// Exports the open map: asks for a path, then writes a copy of the map while the overlay shows. Changes neither the map
+// nor the selection nor the history. Pictures are made in a thread of their own, so that the window stays usable;
+// destroying the flow stops one in progress, which leaves nothing behind.
 class ExportFlow : public QObject {
   Q_OBJECT
 
@@ -28,17 +28,17 @@ class ExportFlow : public QObject {
     FilePanels& panels;
     FileWriter& writer;
     Scheduler& scheduler;
-    QString defaultFolder;  // where the panel opens for a map that is in no file
+    QString defaultFolder;  // where the dialog opens for a map without a file
   };
 
-  // Everything outlives the flow.
+  // Everything must outlive the flow.
   ExportFlow(const MindMapViewModel& editor, Services services, QObject* parent = nullptr);
   ~ExportFlow() override;
 
-  // Asks for a path and queues the export. An unknown text asks for JSON.
+  // Asks for a path and queues the export. An unknown text means JSON.
   void start(const QString& formatText);
 
-  // From the panel's closing until the file is written.
+  // From the dialog's closing until the file is written.
   bool isExporting() const { return m_isExporting; }
   // Such as "Exporting MD…".
   const QString& exportProgressMessage() const { return m_exportProgressMessage; }
@@ -46,9 +46,9 @@ class ExportFlow : public QObject {
  Q_SIGNALS:
   void isExportingChanged();
   void exportProgressMessageChanged();
-  // The main thread is about to be taken up.
+  // The main thread is about to be blocked.
   void workBegins();
-  // From 0 to 1, for an export that tells; others never do.
+  // From 0 to 1, for exports that report progress.
   void shareDoneChanged(double share);
   void errorRaised(const QString& message);
 
@@ -76,7 +76,7 @@ class ExportFlow : public QObject {
   Scheduler::Task m_task = 0;
   bool m_isWorking = false;
   std::stop_source m_stop;
-  std::jthread m_pictureThread;  // last, so that it ends before that which it uses
+  std::jthread m_pictureThread;  // last, so that it ends before the members it uses
 };
 
 }  // namespace quilmora

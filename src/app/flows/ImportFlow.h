@@ -9,19 +9,19 @@ namespace quilmora {
 class DocumentSession;
 class FilePanels;
 
-// From the request to import to the new map: asks for a file, reads it, and puts its map in the place of the open one.
-// A failure changes nothing.
+// From the request to import to the new map: asks for a file, reads it, and replaces the open map with it. A failure
+// changes nothing.
 class ImportFlow : public QObject {
   Q_OBJECT
 
  public:
-  // All outlive the flow.
+  // All must outlive the flow.
   ImportFlow(DocumentSession& session, FilePanels& panels, const Clock& clock);
 
   void run();
 
  Q_SIGNALS:
-  // The user must see this.
+  // To be shown to the user.
   void errorRaised(const QString& message);
 
  private:

@@ -7,13 +7,13 @@ namespace quilmora {
 
 class MindMapViewModel;
 
-// Asks how the editor's pasted text becomes topics: a row for each way that suits the text. Choosing one pastes and
-// clears the editor's showSmartPaste; so does leaving without a choice, which pastes nothing.
+// Asks how the text to be pasted becomes topics: a row for each way that suits the text. Choosing one pastes and clears
+// the editor's showSmartPaste; closing the sheet without a choice only clears it.
 class SmartPasteView final : public Sheet {
   Q_OBJECT
 
  public:
-  // Both outlive the sheet. The text is the editor's at this moment.
+  // Both must outlive the sheet. The text is taken from the editor at once.
   SmartPasteView(const Look& look, MindMapViewModel& editor, QWidget* window);
 
   const QString& text() const { return m_text; }
