@@ -6,7 +6,8 @@ class QWidget;
 
 namespace quilmora {
 
-// Tells screen readers what a widget is that the toolkit takes for a plain one. Before its name, which makes it known.
+// Tells screen readers the role of a widget that the toolkit treats as a plain one. Call it before setting the name,
+// which announces the widget.
 void setAccessibleRole(QWidget& widget, QAccessible::Role role);
 
 }  // namespace quilmora

@@ -18,7 +18,7 @@ class ColorDialog final : public QDialog {
   void setColor(const QColor& color);
 
  Q_SIGNALS:
-  // While a person tries colours.
+  // Emitted while the user tries colours.
   void colorChanged(const QColor& color);
 
  protected:

@@ -8,21 +8,21 @@ namespace quilmora {
 class ColorDialog;
 class Look;
 
-// A swatch of a colour. Pressing it opens the colour dialog, whose colours the swatch shows while a person tries them.
+// A swatch of a colour. Pressing it opens the colour dialog, and the swatch follows the colours being tried.
 class ColorWell final : public QAbstractButton {
   Q_OBJECT
 
  public:
   enum class Opacity { none, chosen };
 
-  // `name`, such as "Fill", is what screen readers say and the title of the dialog.
+  // `name`, such as "Fill", is the name for screen readers and the title of the dialog.
   ColorWell(const Look& look, const QString& name, QWidget* parent = nullptr, Opacity opacity = Opacity::none);
   ~ColorWell() override;
 
   const QColor& color() const { return m_color; }
   // Emits nothing. An invalid colour shows as none.
   void setColor(const QColor& color);
-  // "#RRGGBB", with the opacity behind it where it is not whole; what screen readers say of the colour.
+  // "#RRGGBB", followed by the opacity unless it is full; screen readers read it.
   QString value() const;
 
   bool isChoosing() const;
@@ -37,9 +37,9 @@ class ColorWell final : public QAbstractButton {
 
  Q_SIGNALS:
   void choosingBegan();
-  // A colour is tried, which may be one of many; leaving without a choice gives back that from before.
+  // A colour is being tried, possibly one of many; leaving without a choice reports the original one.
   void colorChanged(const QColor& color);
-  // The choice is over: with this colour, or without one, after colorChanged where another one had been tried.
+  // The choice has ended: with this colour, or without one; after colorChanged if other colours were tried.
   void colorChosen(const QColor& color);
   void choosingCancelled();
 

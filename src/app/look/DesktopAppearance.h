@@ -8,23 +8,23 @@
 
 namespace quilmora {
 
-// What the desktop says of its own look.
+// What the desktop says about its own look.
 class DesktopAppearance : public QObject {
   Q_OBJECT
 
  public:
   virtual bool prefersDark() const = 0;
-  // Whether the person wants nothing to glide.
+  // Whether the user wants no animations.
   virtual bool prefersStillness() const = 0;
-  // The interface font that the user's desktop has set, or nothing.
+  // The interface font set in the user's desktop, or nothing.
   virtual std::optional<QFont> interfaceFont() const = 0;
 
  Q_SIGNALS:
   void changed();
 };
 
-// Asks the settings portal of the session, and judges by the toolkit's own palette where there is none. Must be made
-// before a palette or font of ours is set on the application.
+// Asks the session's settings portal, and uses the toolkit's own palette if there is none. Must be created before the
+// application's palette or font is set.
 class SystemDesktopAppearance final : public DesktopAppearance {
   Q_OBJECT
 
@@ -45,7 +45,7 @@ class SystemDesktopAppearance final : public DesktopAppearance {
   bool m_prefersStillness = false;
 };
 
-// Says what it is told to.
+// Returns what it is given.
 class FixedDesktopAppearance final : public DesktopAppearance {
   Q_OBJECT
 

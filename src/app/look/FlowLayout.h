@@ -27,7 +27,7 @@ class FlowLayout : public QLayout {
   void setGeometry(const QRect& rect) override;
 
  private:
-  // Where the items go inside a rectangle that starts there and is as wide; as high as they need.
+  // The items' rectangles inside one that starts there and is as wide, and as high as they need.
   std::vector<QRect> places(const QRect& rect) const;
 
   std::vector<QLayoutItem*> m_items;

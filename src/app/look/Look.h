@@ -16,7 +16,7 @@ namespace quilmora {
 class DesktopAppearance;
 class SettingsStore;
 
-// The look in force: light or dark by the setting `appearance`, else by the desktop. Every view takes its colours and
+// The current look: light or dark by the setting `appearance`, else by the desktop. Every view takes its colours and
 // fonts from here and repaints at changed().
 class Look : public QObject {
   Q_OBJECT
@@ -24,22 +24,22 @@ class Look : public QObject {
  public:
   enum class TextStyle { base, baseSemibold, sectionHeader, panelTitle };
 
-  // Reads the setting at once. Both outlive the look.
+  // Reads the setting at once. Both must outlive the look.
   Look(const SettingsStore& settings, const DesktopAppearance& desktop);
 
   const Tokens& tokens() const { return *m_tokens; }
   bool isDark() const { return m_tokens->isDark; }
-  // Whether what moves by itself is to be there at once, as the desktop says.
+  // Whether animations are off, according to the desktop.
   bool isStill() const { return m_isStill; }
-  // In the desktop's interface font, sized in proportion to it.
+  // In the desktop's interface font, scaled with it.
   QFont font(TextStyle style = TextStyle::base) const;
-  // For pieces that have a size of their own; sizes are told for a base of 13.
+  // For parts with their own text size; sizes are given for a base of 13.
   QFont fontOfSize(int size, QFont::Weight weight = QFont::Normal) const;
   QPalette palette() const;
   // A symbol that takes its colour when it is drawn: the text colour, the accent when on, fainter when disabled.
   QIcon icon(const QString& symbol) const;
 
-  // Gives the application our style, palette and font. Before the first window is made.
+  // Sets our style, palette and font on the application. Call before the first window is created.
   void install(QApplication& application) const;
   // Reads the setting again.
   void refresh();
@@ -57,7 +57,7 @@ class Look : public QObject {
   mutable bool m_isInstalled = false;
 };
 
-// A palette that makes every standard role follow the tokens.
+// A palette whose standard roles all follow the tokens.
 QPalette paletteFor(const Tokens& tokens);
 
 }  // namespace quilmora

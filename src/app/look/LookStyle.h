@@ -10,8 +10,8 @@
 
 namespace quilmora {
 
-// Draws every standard control from the tokens, on top of the toolkit's Fusion style, whose geometry it keeps where it
-// says nothing else. A dynamic property "destructive" set to true colours a push button as one that destroys.
+// Draws every standard control from the tokens, on top of the toolkit's Fusion style, whose geometry it keeps unless
+// stated. A dynamic property "destructive" set to true colours a push button as destructive.
 class LookStyle final : public QProxyStyle {
   Q_OBJECT
 
@@ -66,12 +66,12 @@ class LookStyle final : public QProxyStyle {
   std::shared_ptr<const Tokens> m_tokens;
 };
 
-// The ground of what scrolls in a widget: of its viewport if it is a scroll area or part of one, else nothing.
+// The background of a scrolling widget: of its viewport if it is a scroll area or part of one, else nothing.
 std::optional<QColor> scrollGround(const QWidget* widget);
 
-// Whether the focus came by the keyboard, which is when it is shown.
+// Whether the focus came by the keyboard and should therefore be visible.
 bool showsKeyboardFocus(const QStyleOption& option);
-// Whether the button is the one that is meant: the default of its dialog, or one with the property "primary".
+// Whether the button is the primary one: the default of its dialog, or one with the property "primary".
 bool isPrimary(const QStyleOptionButton& option, const QWidget* button);
 
 }  // namespace quilmora

@@ -4,11 +4,11 @@
 #include <QPainter>
 #include <QRectF>
 
-// The strokes that every piece of the interface is made of. Lengths are in logical pixels; edges fall on whole device
-// pixels at every scale.
+// The drawing operations that every part of the interface uses. Lengths are in logical pixels; edges fall on whole
+// device pixels at every scale.
 namespace quilmora::paint {
 
-// Saves the painter's state, and turns antialiasing on.
+// Saves and restores the painter's state, and turns antialiasing on.
 class Scope {
  public:
   explicit Scope(QPainter* painter);
@@ -26,10 +26,10 @@ double devicePixel(const QPainter& painter);
 QRectF snapped(const QPainter& painter, const QRectF& rect);
 
 void fillRounded(QPainter& painter, const QRectF& rect, double radius, const QColor& color);
-// A filled shape with a border of `width` inside it; a width of 0 is one device pixel.
+// A filled shape with a border of `width` inside it; a width of 0 means one device pixel.
 void fillBordered(QPainter& painter, const QRectF& rect, double radius, const QColor& fill, const QColor& border,
                   double width = 0);
-// The border alone.
+// Only the border.
 void drawBorder(QPainter& painter, const QRectF& rect, double radius, const QColor& border, double width = 0);
 // A line of one device pixel along an edge of the rectangle, inside it.
 void drawHairline(QPainter& painter, const QRectF& rect, Qt::Edge edge, const QColor& color);

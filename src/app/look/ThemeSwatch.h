@@ -10,8 +10,8 @@ namespace quilmora {
 class Look;
 struct Theme;
 
-// A theme in a picker: a disc in the two stops of its first row with the name below. Being checked marks the theme that
-// is applied, with a ring; a click alone does not change that.
+// A theme in a picker: a disc in the two stops of its first row with the name below. The applied theme is checked and
+// has a ring; a click alone does not change that.
 class ThemeSwatch final : public QAbstractButton {
   Q_OBJECT
 

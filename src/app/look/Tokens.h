@@ -6,7 +6,7 @@
 
 namespace quilmora {
 
-// The colours of the interface; one table for light, one for dark.
+// The colours of the interface: one table for light, one for dark.
 struct Tokens {
   QColor window;     // toolbar, status line, window ground
   QColor panel;      // sidebar, inspector, settings
@@ -23,10 +23,10 @@ struct Tokens {
   QColor shadow;     // palette, sheets, cards above the canvas
 
   // Derived from the table above.
-  QColor accentFill;    // a ground for onAccent text, deep enough to read it
+  QColor accentFill;    // a background for onAccent text, dark enough to read it on
   QColor hover;         // half the tint
-  QColor pressed;       // a button that is held down
-  QColor disabledText;  // what cannot be used now
+  QColor pressed;       // a pressed button
+  QColor disabledText;  // unavailable controls
   QColor groove;        // tracks of sliders and progress bars
   QColor thumb;         // scroll bar thumbs
   bool isDark = false;

@@ -15,7 +15,7 @@ class Look;
 // One of the colours of the table, such as &Tokens::panel.
 using TokenColor = QColor Tokens::*;
 
-// A ground in one of the colours, with hairlines along some of its edges.
+// A background in one of the colours, with hairlines along some of its edges.
 class Ground : public QWidget {
   Q_OBJECT
 
@@ -49,7 +49,7 @@ class SymbolLabel : public QWidget {
   TokenColor m_color;
 };
 
-// A text in one of the colours and styles, wrapping or elided with a tooltip.
+// A text in one of the colours and styles, wrapping or elided with a tool tip.
 class TextLabel : public QWidget {
   Q_OBJECT
 
@@ -81,7 +81,7 @@ class TextLabel : public QWidget {
   Qt::Alignment m_alignment = Qt::AlignLeft | Qt::AlignVCenter;
 };
 
-// What a place shows while it has nothing else: a symbol and one line of what it is for.
+// What is shown while there is nothing else: a symbol and a line saying what the place is for.
 class EmptyState : public QWidget {
   Q_OBJECT
 
@@ -89,14 +89,14 @@ class EmptyState : public QWidget {
   EmptyState(const Look& look, const QString& symbol, const QString& text, QWidget* parent = nullptr);
 };
 
-// A button that is a symbol alone, 30 wide and high; its name is what screen readers say.
+// A button with only a symbol, 30 wide and high; its name is for screen readers.
 class IconButton : public QToolButton {
   Q_OBJECT
 
  public:
   IconButton(const Look& look, const QString& symbol, const QString& name, QWidget* parent = nullptr);
 
-  // Shows in the accent that what the button stands for is on. A click alone does not change it.
+  // Shows in the accent colour that the button's feature is on. A click alone does not change it.
   void setOn(bool on);
 
  protected:
