@@ -6,7 +6,7 @@
 
 namespace quilmora {
 
-// What the first minute tells, in the words of this desktop. Keys of commands are those of the table of commands.
+// The content of the quick start, in the words of this desktop. Keys of commands come from the table of commands.
 
 struct OnboardingRow {
   QString symbol;
@@ -22,7 +22,7 @@ struct OnboardingPage {
   QString note;  // below the rows; may be empty
 };
 
-// The last one is where a person begins: it has buttons instead of rows.
+// The last one leads to a first map: it has buttons instead of rows.
 const std::vector<OnboardingPage>& onboardingPages();
 
 }  // namespace quilmora

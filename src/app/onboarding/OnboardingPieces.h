@@ -12,7 +12,7 @@ namespace quilmora {
 class Look;
 struct StarterMap;
 
-// The rows of a page on a ground of their own: symbol, description, and the keys in a pill at the end.
+// The rows of a page on a background of their own: symbol, description, and the keys in a pill at the end.
 class OnboardingRows final : public QWidget {
   Q_OBJECT
 
@@ -45,7 +45,7 @@ class TemplateButton final : public QAbstractButton {
   QString m_symbol;
 };
 
-// A dot for each page, the present one in the accent. A click on a dot asks for its page.
+// A dot for each page, the current one in the accent colour. A click on a dot opens its page.
 class PageDots final : public QWidget {
   Q_OBJECT
 

@@ -12,15 +12,15 @@ namespace quilmora {
 class PageDots;
 class SettingsStore;
 
-// Five pages that introduce the program; the last one leads to a first map. However it goes, the settings remember that
-// it was seen.
+// Five pages that introduce the program; the last one leads to a first map. However it is closed, the settings remember
+// that it was seen.
 class OnboardingView final : public Sheet {
   Q_OBJECT
 
  public:
   static constexpr QSize panelSize{520, 420};
 
-  // All outlive it.
+  // All must outlive it.
   OnboardingView(const Look& look, SettingsStore& settings, NotificationCenter& notifications, QWidget* window);
 
   void open() override;
@@ -36,7 +36,7 @@ class OnboardingView final : public Sheet {
   QWidget* buildPage(int page);
   void addTemplates(QVBoxLayout& column, QWidget* page);
   void addBeginnings(QVBoxLayout& column, QWidget* page);
-  // Pages are built when they are first shown.
+  // Pages are created when they are first shown.
   void showPage(int page);
   void placePage();
   void slideIn(int direction);
