@@ -2,7 +2,8 @@
 
 namespace quilmora {
 
-// Lets screen readers see an OutlineList as a tree whose rows are made as they are asked for. Once a process.
+// Lets screen readers see an OutlineList as a tree whose rows are created as they are asked for. Call it once per
+// process.
 void installOutlineAccessibility();
 
 }  // namespace quilmora

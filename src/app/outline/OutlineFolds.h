@@ -8,16 +8,17 @@
 
 namespace quilmora {
 
-// Which rows of an outline are folded. That is a state of each row alone: the rows of one topic below two parents fold
-// independently. A row is told by the topics above it and its own, and a topic that stands below one parent several
-// times by which of them it is. What was folded stays so while its row is away.
+// Which rows of an outline are folded. Each row folds on its own: the rows of one topic below two parents are
+// independent. A row is identified by the topics above it and its own, and, if a topic is below one parent several
+// times, by its repetition. A folded row stays folded while it is hidden.
 class OutlineFolds {
  public:
   using Place = std::uint32_t;
   static constexpr Place top = 0;             // above the roots
-  static constexpr Place none = 0xFFFFFFFFu;  // where nothing was ever folded, nor below
+  static constexpr Place none = 0xFFFFFFFFu;  // where nothing was ever folded, nor below it
 
-  // The place of a topic below another place, or none. `repetition` counts the same topic before it below one parent.
+  // The place of a topic below another place, or none. `repetition` counts earlier occurrences of the topic below the
+  // same parent.
   Place find(Place above, const QUuid& id, std::uint32_t repetition) const;
   Place insert(Place above, const QUuid& id, std::uint32_t repetition);
 

@@ -12,25 +12,25 @@ namespace quilmora {
 
 class Look;
 
-// The rows of an outline, all of one height: costs what is on the screen, however long the outline is. Has a current
-// row for the keyboard beside the topics that are selected.
+// The rows of an outline, all of one height: the cost depends on what is on the screen, however long the outline is.
+// Has a current row for the keyboard in addition to the selected topics.
 class OutlineList : public QAbstractItemView {
   Q_OBJECT
 
  public:
-  // Both outlive it.
+  // Both must outlive it.
   OutlineList(const Look& look, OutlineModel& model, QWidget* parent);
 
-  // Tells which topics are selected.
+  // Sets how to find out which topics are selected.
   void setIsSelected(std::function<bool(const QUuid&)> isSelected) { m_isSelected = std::move(isSelected); }
   bool isSelected(int row) const { return m_isSelected(m_model.idOf(row)); }
   OutlineModel& outline() const { return m_model; }
   OutlineRowParts parts(const QModelIndex& index) const;
   QLineEdit* renameField() const { return m_delegate->field(); }
 
-  // Keeps what was typed as the topic's title.
+  // Commits the typed text as the topic's title.
   void finishRename();
-  // Makes the row the current one and brings it into view, to the middle if it is far.
+  // Makes the row current and scrolls it into view, to the middle if it is far.
   void showRow(int row);
   // As a click on its title does.
   void choose(const QModelIndex& index);
@@ -51,7 +51,7 @@ class OutlineList : public QAbstractItemView {
   int verticalOffset() const override;
   bool isIndexHidden(const QModelIndex&) const override { return false; }
   QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
-  // What is selected is told by the editor.
+  // The editor holds the selection.
   void setSelection(const QRect&, QItemSelectionModel::SelectionFlags) override {}
   QRegion visualRegionForSelection(const QItemSelection&) const override { return {}; }
   void updateGeometries() override;
@@ -71,7 +71,7 @@ class OutlineList : public QAbstractItemView {
 
  private:
   void followRows();
-  // Rows came or went there: what the user sees stays where it is.
+  // Rows were inserted or removed there: keeps what the user sees in place.
   void keepInPlace(int first, int count);
   void takeColors();
   QStyleOptionViewItem optionFor(const QModelIndex& index) const;
@@ -87,7 +87,7 @@ class OutlineList : public QAbstractItemView {
   std::function<bool(const QUuid&)> m_isSelected = [](const QUuid&) { return false; };
   int m_rowHeight = 1;
   QPersistentModelIndex m_hovered;
-  QUuid m_currentID;  // outlives a model that was made anew
+  QUuid m_currentID;  // survives a rebuilt model
   QString m_search;
   QElapsedTimer m_searchTimer;
 };

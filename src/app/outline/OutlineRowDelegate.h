@@ -8,9 +8,9 @@ namespace quilmora {
 
 class Look;
 
-// Where the parts of an outline's row lie, from left to right, or mirrored.
+// The places of the parts of an outline's row, from left to right, or mirrored.
 struct OutlineRowParts {
-  QRect chevron;  // also where there is none
+  QRect chevron;  // also if there is none
   QRect emoji;
   QRect title;
   QRect notes;
@@ -21,7 +21,7 @@ class OutlineRowDelegate : public QStyledItemDelegate {
   Q_OBJECT
 
  public:
-  // Longer titles are for the canvas, which edits them in parts.
+  // Longer titles are left to the canvas, which edits them in parts.
   static constexpr qsizetype longestTitle = 10'000;
 
   OutlineRowDelegate(const Look& look, QObject* parent);
@@ -45,7 +45,8 @@ class OutlineRowDelegate : public QStyledItemDelegate {
   mutable QPointer<QLineEdit> m_field;
 };
 
-// The indent of a row in pixels. Grows with every level, ever more slowly, so that the deepest title has room.
+// The indent of a row in pixels. Grows with every level, but ever more slowly, so that the deepest title still has
+// room.
 double outlineIndent(int depth);
 
 }  // namespace quilmora

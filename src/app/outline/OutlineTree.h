@@ -10,7 +10,7 @@
 
 namespace quilmora {
 
-// One row of an outline: a topic as it stands below one of its parents.
+// One row of an outline: a topic below one of its parents.
 struct OutlineNodeRow {
   std::uint32_t number = 0;  // of the topic in the map's index
   std::uint32_t depth = 0;
@@ -19,18 +19,18 @@ struct OutlineNodeRow {
   bool operator==(const OutlineNodeRow&) const = default;
 };
 
-// The structure from which the rows are made, at one moment. All by the numbers of the map's index.
+// The structure from which the rows are made, at one moment. Everything is by the numbers of the map's index.
 class OutlineTree {
  public:
   OutlineTree() = default;
-  // Takes from the tree before what stayed the same.
+  // Shares what stayed the same with the previous tree.
   OutlineTree(const TreeInfo& tree, const MapIndex& index, const OutlineTree& before);
 
   std::span<const std::uint32_t> roots() const { return m_roots; }
   std::span<const std::uint32_t> children(std::uint32_t number) const { return m_tree.childNumbers(number); }
-  // Some edges lead from or to ids that name no topic.
+  // False for ids that name no topic, although edges use them.
   bool isTopic(std::uint32_t number) const { return ordinal(number) != MapIndex::npos; }
-  // The place of the topic in the map's nodes, or npos.
+  // The ordinal of the topic in the map's nodes, or npos.
   std::uint32_t ordinal(std::uint32_t number) const;
   bool hasRepeatedIds() const;
   const QUuid& idOf(std::uint32_t number) const { return m_tree.idOf(number); }
@@ -39,9 +39,9 @@ class OutlineTree {
 
   // Whether the numbers of both mean the same ids.
   bool sharesNumbersWith(const OutlineTree& other) const { return m_index.ids() == other.m_index.ids(); }
-  // Whether both have the same topics and edges, told without looking at them; not told of each that has.
+  // Whether both are known to have the same topics and edges, without comparing them; may be false although they do.
   bool sharesStructureWith(const OutlineTree& other) const;
-  // By number: whether the topics right below it differ between the two, in their order too.
+  // By number: whether the topics directly below it differ between the two, including their order.
   std::vector<char> changesFrom(const OutlineTree& before) const;
 
  private:
@@ -50,19 +50,19 @@ class OutlineTree {
   std::vector<std::uint32_t> m_roots;
 };
 
-// Walks the rows in the order in which they stand. Never recurses, and ends at a topic that stands above itself.
+// Walks the rows from top to bottom. Never recurses, and stops at a topic that is its own ancestor.
 class OutlineWalk {
  public:
   using Numbers = std::span<const std::uint32_t>;
 
-  // Both outlive it.
+  // Both must outlive it.
   OutlineWalk(const OutlineTree& tree, const OutlineFolds& folds);
 
-  // The topics above the rows that follow, from the root down, and the place of the last one.
+  // The ancestors of the rows that follow, from the root down, and the place of the last one.
   void setPath(const std::vector<std::uint32_t>& path, OutlineFolds::Place place);
-  // Which of these topics have a row below the path: none that stands above, and none that is no topic.
+  // Which of these topics have a row below the path: not those that are ancestors, nor ids that name no topic.
   std::vector<std::uint32_t> shown(Numbers siblings) const;
-  // The rows of siblings[first, last) with all that shows below them, but not many more than `limit`.
+  // The rows of siblings[first, last) with everything visible below them, but not many more than `limit`.
   std::vector<OutlineNodeRow> rows(Numbers siblings, std::size_t first, std::size_t last, std::size_t limit);
   // Whether the last call left rows out.
   bool wasCut() const { return m_wasCut; }

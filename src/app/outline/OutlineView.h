@@ -13,20 +13,20 @@ class EmptyState;
 class Look;
 class OutlineList;
 
-// The outline of the map as a panel's page: a second way through the tree, which edits by the editor's own commands.
-// While nobody sees it, it follows nothing.
+// The outline of the map as a page of the sidebar: a second way through the tree, which edits with the editor's own
+// commands. While it is hidden, it follows nothing.
 class OutlineView : public QWidget {
   Q_OBJECT
 
  public:
-  // All outlive it.
+  // All must outlive it.
   OutlineView(const Look& look, MindMapViewModel& editor, AIWorkflows& workflows, QWidget* parent);
 
   OutlineModel& model() { return m_model; }
   OutlineList& list() { return *m_list; }
-  // Keeps the title that is being typed. For those who are about to save or to open another document.
+  // Commits the title being typed. Call before saving or opening another document.
   void finishRename();
-  // What the row of a topic offers. Deletes itself when it closes; entries whose topic has gone do nothing.
+  // The menu for a topic's row. Deletes itself when it closes; entries whose topic is gone do nothing.
   QMenu* rowMenu(const QUuid& id);
 
  protected:
