@@ -22,14 +22,14 @@ class CommandList final : public QListView {
 
   CommandList(const Look& look, QWidget* parent);
 
-  // The first row is highlighted.
+  // Highlights the first row.
   void setItems(std::vector<CommandItem> items);
   const std::vector<CommandItem>& items() const;
   int highlightedIndex() const { return m_highlighted; }
-  // Below the pointer the highlight eases over, and the list stays where it is until the pointer leaves it: it would
-  // run away from the hand.
+  // By pointer, the highlight moves smoothly and the list stays where it is until the pointer leaves it; otherwise it
+  // would run away from the hand.
   void setHighlightedIndex(int index, By by);
-  // What all rows need.
+  // The height of all rows.
   int wantedHeight() const;
 
  Q_SIGNALS:
@@ -52,9 +52,9 @@ class CommandList final : public QListView {
   CommandRow* m_row;
   QVariantAnimation* m_easing;
   int m_highlighted = 0;
-  int m_before = -1;   // was highlighted, while the highlight eases over
-  int m_pressed = -1;  // row on which the button went down
-  QPoint m_pointer;    // where it was last, on the screen: a list that moves below it is no move of the hand
+  int m_before = -1;   // the previously highlighted row, during the transition
+  int m_pressed = -1;  // row on which the button was pressed
+  QPoint m_pointer;    // its last position on the screen: a list moving below it is no movement of the pointer
 };
 
 }  // namespace quilmora

@@ -13,8 +13,8 @@ class Look;
 class SettingsStore;
 class TextLabel;
 
-// A floating panel over the window: a field, and the commands that hold what is typed there. Made new for each opening.
-// It is open as long as it has the keyboard, and hands it back to whoever had it.
+// A floating panel over the window: a field, and the commands that contain the typed text. Created anew for each
+// opening. It is open as long as it has the keyboard, and gives it back to whatever had it.
 class CommandPalette final : public QWidget {
   Q_OBJECT
 
@@ -22,21 +22,21 @@ class CommandPalette final : public QWidget {
   static constexpr int panelWidth = 420;
   static constexpr int maxListHeight = 340;
 
-  // All outlive it. `otherwise` gets the keyboard where nobody had it.
+  // All must outlive it. `otherwise` gets the keyboard if nothing had it.
   CommandPalette(const Look& look, const SettingsStore& settings, QWidget& otherwise, QWidget* window);
   ~CommandPalette() override;
 
   void open();
-  // Goes, and hands the keyboard back if it still has it. Whoever made it deletes it.
+  // Closes, and gives the keyboard back if it still has it. Whoever created it deletes it.
   void leave();
 
   QLineEdit& field() const { return *m_field; }
   CommandList& list() const { return *m_list; }
 
  Q_SIGNALS:
-  // A row was chosen; the palette is out of sight by now, and the keyboard where it was before.
+  // A row was chosen; the palette is hidden by now, and the keyboard is back where it was.
   void commandChosen(const QString& actionKey);
-  // It was left without a choice.
+  // It was closed without a choice.
   void left();
 
  protected:
@@ -63,7 +63,7 @@ class CommandPalette final : public QWidget {
   QLineEdit* m_field;
   CommandList* m_list;
   TextLabel* m_nothing;
-  QPointer<QWidget> m_before;  // had the keyboard
+  QPointer<QWidget> m_before;  // had the keyboard before
   bool m_isOpen = false;
   QPixmap m_shadow;
 };

@@ -13,7 +13,7 @@ namespace quilmora {
 
 class Look;
 
-// The rows of the palette as a model; a screen reader hears title, second line and key.
+// The rows of the palette as a model; screen readers read title, second line and key.
 class CommandRows final : public QAbstractListModel {
   Q_OBJECT
 
@@ -30,7 +30,7 @@ class CommandRows final : public QAbstractListModel {
   std::vector<CommandItem> m_items;
 };
 
-// Draws a row: symbol, two lines of text, and the key in a pill at its end. `highlight` tells of a row how far it is
+// Draws a row: symbol, two lines of text, and the key in a pill at its end. `highlight` returns how far a row is
 // highlighted, from 0 to 1.
 class CommandRow final : public QStyledItemDelegate {
   Q_OBJECT

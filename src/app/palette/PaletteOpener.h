@@ -12,12 +12,12 @@ namespace quilmora {
 class CommandPalette;
 class Look;
 
-// Opens the palette over a window and runs what is chosen there. There is none while it is closed.
+// Opens the palette over a window and runs the chosen command. The palette exists only while it is open.
 class PaletteOpener final : public QObject {
   Q_OBJECT
 
  public:
-  // All outlive it; the window is its parent. The canvas gets the keyboard where nobody had it.
+  // All must outlive it; the window is its parent. The canvas gets the keyboard if nothing had it.
   PaletteOpener(const Look& look, CommandTargets targets, QWidget& canvas, QWidget* window);
   ~PaletteOpener() override;
 
