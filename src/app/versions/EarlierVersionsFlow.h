@@ -16,13 +16,13 @@ class FileWriter;
 class Look;
 class MindMapViewModel;
 
-// Shows the earlier versions of the open document and opens the one that is chosen: in the place of the open map, as
-// one step that undo takes back, or beside it, as a new document in the same folder.
+// Shows the earlier versions of the open document and opens the chosen one: in place of the open map, as one undo step,
+// or next to it, as a new document in the same folder.
 class EarlierVersionsFlow final : public QObject {
   Q_OBJECT
 
  public:
-  // All outlive the flow.
+  // All must outlive the flow.
   struct Services {
     const Look& look;
     MindMapViewModel& editor;

@@ -13,14 +13,14 @@ namespace quilmora {
 
 class VersionRow;
 
-// Lists the earlier versions of the open document, and asks which one to open, beside it or in its place.
+// Lists the earlier versions of the open document, and asks which one to open, next to it or in its place.
 class EarlierVersionsSheet final : public Sheet {
   Q_OBJECT
 
  public:
   EarlierVersionsSheet(const Look& look, const QString& documentName, QWidget* window);
 
-  // Once they are known, newest first.
+  // Called once they are known, newest first.
   void setVersions(const std::vector<versions::Version>& versions, const QDateTime& now);
   void setPicture(std::uint64_t number, const QImage& picture);
   const std::vector<VersionRow*>& rows() const { return m_rows; }
@@ -47,7 +47,7 @@ class EarlierVersionsSheet final : public Sheet {
   std::vector<std::uint64_t> m_numbers;
 };
 
-// How a person tells the time of a version: "Today, 14:05", "Yesterday, 09:12", "Friday, 6 March 2026, 18:30".
+// The time of a version as shown: "Today, 14:05", "Yesterday, 09:12", "Friday, 6 March 2026, 18:30".
 QString versionTime(const QDateTime& time, const QDateTime& now);
 
 }  // namespace quilmora

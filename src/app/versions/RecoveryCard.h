@@ -10,8 +10,8 @@ class MindMapViewModel;
 class IconButton;
 class TextLabel;
 
-// Tells above the canvas that changes of the last run came back, with a button that goes back to the saved map. It goes
-// with the next step of history, or when it is put away.
+// Says above the canvas that changes of the last run were restored, with a button that goes back to the saved map. It
+// disappears with the next step of history, or when it is closed.
 class RecoveryCard final : public Card {
   Q_OBJECT
 
@@ -19,7 +19,7 @@ class RecoveryCard final : public Card {
   RecoveryCard(const Look& look, MindMapViewModel& editor, QWidget* canvas);
 
   void tellRecovered();
-  // That what the last run left does not fit, and was set aside.
+  // Says that what the last run left does not fit and was set aside.
   void tellSetAside();
 
   QString text() const;

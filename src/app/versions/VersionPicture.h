@@ -6,7 +6,7 @@
 
 namespace quilmora {
 
-// A map from afar on its own ground, `size` in logical pixels. Touches no widget, so that any thread may make it.
+// A map from afar on its own background, `size` in logical pixels. Uses no widgets, so any thread may call it.
 QImage versionPicture(const MindMap& map, QSize size, qreal devicePixelRatio);
 
 }  // namespace quilmora

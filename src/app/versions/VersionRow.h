@@ -8,7 +8,7 @@ namespace quilmora {
 
 class Look;
 
-// One earlier version in a list: its small picture, its time and its number of topics. One of a list is checked.
+// One earlier version in a list: a small picture, its time and its number of topics. One row of a list is checked.
 class VersionRow final : public QAbstractButton {
   Q_OBJECT
 

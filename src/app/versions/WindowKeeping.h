@@ -14,13 +14,13 @@ class CanvasView;
 class RecoveryCard;
 struct Machine;
 
-// What keeps a window's work safe, and what a person sees of it: the sheet of earlier versions, and the card that tells
-// of changes that came back.
+// What keeps a window's work safe, and what the user sees of it: the sheet of earlier versions, and the card about
+// restored changes.
 class WindowKeeping final : public QObject {
   Q_OBJECT
 
  public:
-  // All outlive it. The session must hear of the end of the process before it.
+  // All must outlive it. The session must learn of the end of the process before this object does.
   WindowKeeping(Machine& machine, NotificationCenter& notifications, MindMapViewModel& editor, DocumentSession& session,
                 CanvasView& canvas, QWidget& window);
   ~WindowKeeping() override;
