@@ -8,8 +8,8 @@ class QPushButton;
 
 namespace quilmora {
 
-// A quiet strip above the canvas: what keeps the map from being saved, and what a person can do about it. Hidden while
-// there is nothing to tell; it takes no keyboard and waits for no answer.
+// A quiet strip above the canvas: what keeps the map from being saved, and what the user can do about it. Hidden while
+// there is nothing to say; it does not take the keyboard or wait for an answer.
 class DocumentBar : public Ground {
   Q_OBJECT
 
@@ -19,7 +19,7 @@ class DocumentBar : public Ground {
   void setTrouble(const DocumentTrouble& trouble);
   bool isWanted() const { return !m_trouble.text.isEmpty(); }
   QString text() const { return m_text->text(); }
-  // Of the three that follow, those that can be used now.
+  // Of the following three buttons, those that can be used now.
   QPushButton& reloadButton() const { return *m_reload; }
   QPushButton& keepMineButton() const { return *m_keepMine; }
   QPushButton& saveCopyButton() const { return *m_saveCopy; }
@@ -27,7 +27,7 @@ class DocumentBar : public Ground {
   int heightForWidth(int width) const override;
 
  Q_SIGNALS:
-  // It is wanted now, or no more, or needs another height.
+  // It should appear, disappear or change its height.
   void changed();
   void reloadWanted();
   void keepMineWanted();

@@ -8,8 +8,8 @@
 
 namespace quilmora {
 
-// Walks the keyboard through the areas of a window with F6 or Ctrl+Tab, and backwards with Shift. An area that had the
-// keyboard before gets it where it was.
+// Moves the keyboard between the areas of a window with F6 or Ctrl+Tab, and backwards with Shift. An area that had the
+// keyboard before gets it back on the same control.
 class FocusWalk : public QObject {
  public:
   // The areas in the order of the walk; those that are hidden are left out. The window owns the walk.
@@ -21,7 +21,7 @@ class FocusWalk : public QObject {
  private:
   struct Area {
     QPointer<QWidget> widget;
-    QPointer<QWidget> last;  // what had the keyboard there
+    QPointer<QWidget> last;  // the control that last had the keyboard there
   };
 
   void step(int direction);

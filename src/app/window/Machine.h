@@ -25,8 +25,8 @@ class OnDeviceModel;
 class OpeningMark;
 class Scheduler;
 
-// Everything of the machine that the application touches. All outlive it. Tests put in-memory twins here, and the
-// application cannot tell.
+// Everything of the machine that the application uses. All must outlive it. Tests pass in-memory twins, and the
+// application cannot tell the difference.
 struct Machine {
   const Clock& clock;
   SettingsStore& settings;
@@ -38,14 +38,14 @@ struct Machine {
   const Clipboard& clipboard;
   Alerts& alerts;
   Look& look;
-  QString defaultFolder;            // Documents/Quilmora of the user
+  QString defaultFolder;            // the user's Documents/Quilmora
   std::function<void()> terminate;  // ends the process's event loop
   KeyStore& keys;
   HttpTransport& transport;
   OnDeviceModel& onDeviceModel;
   RecentFiles::DesktopList desktopList = {};
   OpeningMark* openingMark = nullptr;
-  QThreadPool* savingPool = nullptr;  // of one thread; without one, saving waits
+  QThreadPool* savingPool = nullptr;  // of one thread; without one, saving blocks
   QString stateFolder = {};           // without one, nothing is kept between saves
   QString claudeHost = ClaudeProvider::publicHost();
   QString openAIHost = OpenAIProvider::publicHost();

@@ -40,13 +40,13 @@ class WindowContent;
 class WindowKeeping;
 
 // The window of one map: owns the editor and the document's session, lays out canvas and panels, and receives the
-// requests that are meant for the window. Closing it only minimises it.
+// requests meant for the window. Closing it only minimises it.
 class MainWindow : public QMainWindow {
   Q_OBJECT
 
  public:
-  // `documents` are opened when the window first appears; where none opens it reopens the last document. `quit` ends
-  // the application.
+  // `documents` are opened when the window first appears; if none opens, it reopens the last document. `quit` ends the
+  // application.
   MainWindow(Machine& machine, NotificationCenter& notifications, RecentFiles& recentFiles, QStringList documents,
              std::function<void()> quit);
   ~MainWindow() override;
@@ -62,24 +62,24 @@ class MainWindow : public QMainWindow {
   ExportFlow& exportFlow() const { return *m_exportFlow; }
   Toolbar& toolbar() const { return *m_toolbar; }
   Sidebar& sidebar() const { return *m_sidebar; }
-  // nullptr until it was first seen.
+  // nullptr until it was first shown.
   OutlineView* outline() const { return m_outline; }
   InspectorPanel& inspector() const { return *m_inspector; }
   Assistant& assistant() const { return *m_assistant; }
   // The sheet while it is open, else nullptr.
   SmartPasteView* smartPaste() const { return m_smartPaste; }
-  // The sheet of the first minute while it is open, else nullptr.
+  // The quick start sheet while it is open, else nullptr.
   OnboardingView* onboarding() const;
   PaletteOpener& paletteOpener() const { return *m_paletteOpener; }
   StatusLine& statusLine() const { return *m_statusLine; }
   DocumentBar& documentBar() const { return *m_documentBar; }
 
-  // What shows, which is what is wanted as far as there is room for it.
+  // What is visible: what is wanted, as far as there is room for it.
   bool showsSidebar() const;
   bool showsInspector() const;
   SidebarTab sidebarTab() const;
 
-  // Takes documents that were handed to the running program: what is open is saved first.
+  // Opens documents passed on by another start; the open one is saved first.
   void openHandedOver(const QStringList& paths);
   // Restores, raises and activates.
   void bringToFront();
@@ -88,7 +88,7 @@ class MainWindow : public QMainWindow {
   void showEvent(QShowEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void changeEvent(QEvent* event) override;
-  // The window's own keys, wherever the keyboard is, unless what has it uses the key itself.
+  // The window's own keys, wherever the keyboard is, unless the focused widget uses the key itself.
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
@@ -100,7 +100,7 @@ class MainWindow : public QMainWindow {
   void receive(Notification notification, Action action);
   void receiveNotifications();
   void receiveDocumentNotifications();
-  // Puts what is being typed into the map.
+  // Puts the text being typed into the map.
   void commitTyping();
   void receiveDocumentBar();
   void leaveMenuBar();
@@ -110,7 +110,7 @@ class MainWindow : public QMainWindow {
   void refreshShown();
   void refreshTitle();
   void showAbout();
-  // Why the document was not opened, and how the open map can be kept.
+  // Says why the document was not opened, and asks how to keep the open map.
   void askHowToKeep(const QString& path, const QString& reason);
   void askToReopen(const QString& path);
   void waitUntilShown();
@@ -130,12 +130,12 @@ class MainWindow : public QMainWindow {
   WindowCommands m_commands;
   KeyCommands m_keys;
   NodeImages m_images;
-  // Before the session, so that a title that is being edited is in the map when the session saves it on quitting.
+  // Declared before the session, so that a title being edited is in the map when the session saves it on quitting.
   NotificationCenter::Subscription m_beforeQuit;
   DocumentSession m_session;
   AIWorkflows m_aiWorkflows;
   ChatSession m_chat;
-  std::unique_ptr<WindowKeeping> m_keeping;  // where there is a folder for it
+  std::unique_ptr<WindowKeeping> m_keeping;  // if there is a folder for it
   ImportFlow m_import;
   std::vector<NotificationCenter::Subscription> m_subscriptions;
 

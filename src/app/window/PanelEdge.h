@@ -6,22 +6,22 @@
 
 namespace quilmora {
 
-// The edge between a side panel and the canvas, to be dragged by the pointer. Draws nothing: the panel has its line.
+// The edge between a side panel and the canvas, which the pointer can drag. Draws nothing: the panel has its own line.
 class PanelEdge : public QWidget {
   Q_OBJECT
 
  public:
-  // In logical pixels: where the pointer takes hold of it.
+  // The width that the pointer can grab, in logical pixels.
   static constexpr int thickness = 6;
 
   explicit PanelEdge(QWidget* parent);
 
  Q_SIGNALS:
-  // To a place in the parent, in the middle of the edge.
+  // To an x coordinate in the parent, of the middle of the edge.
   void dragged(int x);
-  // The pointer let it go there.
+  // The pointer released it there.
   void dropped(int x);
-  // A double click asks for the usual place.
+  // A double click asks for the default place.
   void resetWanted();
 
  protected:
@@ -31,7 +31,7 @@ class PanelEdge : public QWidget {
   void mouseDoubleClickEvent(QMouseEvent* event) override;
 
  private:
-  std::optional<int> m_hold;  // where the pointer holds it, in its own coordinates
+  std::optional<int> m_hold;  // where the pointer grabbed it, in its own coordinates
 };
 
 }  // namespace quilmora

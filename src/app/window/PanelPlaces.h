@@ -6,7 +6,7 @@ namespace quilmora {
 
 enum class SidePanel { sidebar, inspector };
 
-// Which side panels are wanted, and which one the user asked for last where not both have room.
+// Which side panels are wanted, and which one the user asked for last when there is no room for both.
 struct PanelWishes {
   bool sidebar = true;
   bool inspector = true;
@@ -15,7 +15,7 @@ struct PanelWishes {
   bool wants(SidePanel panel) const { return panel == SidePanel::sidebar ? sidebar : inspector; }
 };
 
-// Which side panels show. One that floats lies above the canvas instead of beside it.
+// Which side panels are visible. A floating one is above the canvas instead of beside it.
 struct PanelPlaces {
   bool sidebar = false;
   bool inspector = false;
@@ -27,8 +27,8 @@ struct PanelPlaces {
 
 // In logical pixels.
 int widthOf(SidePanel panel);
-// In a window of this width the canvas keeps its least width: the inspector gives way first, then the sidebar. What the
-// user asked for comes before the other, and lies above the canvas where there is no room beside it.
+// In a window of this width the canvas keeps its minimum width: the inspector is hidden first, then the sidebar. The
+// panel that the user asked for last has priority, and is above the canvas if there is no room beside it.
 PanelPlaces placePanels(int width, const PanelWishes& wishes);
 
 }  // namespace quilmora

@@ -11,8 +11,8 @@ namespace quilmora {
 class MindMapViewModel;
 class WindowContent;
 
-// Fills the screen with the map alone while the editor presents, and brings back afterwards what was there. None of it
-// is remembered in the settings. Everything outlives it.
+// Fills the screen with the map alone during a presentation, and restores everything afterwards. Nothing of it is
+// stored in the settings. Everything must outlive it.
 class PresentationScreen : public QObject {
   Q_OBJECT
 
@@ -35,7 +35,7 @@ class PresentationScreen : public QObject {
   Scheduler& m_scheduler;
   bool m_isPresenting = false;
   bool m_wasFullScreen = false;
-  // The desktop gives the window its old size a moment after the presentation; the map is fitted to that too.
+  // The desktop restores the window's size a moment after the presentation; the map is fitted to that too.
   Scheduler::Task m_settling = 0;
 };
 

@@ -10,23 +10,23 @@ class QStackedWidget;
 
 namespace quilmora {
 
-// The left panel: a bar with one button a tab, and the content of the active tab below.
+// The left panel: a bar with one button per tab, and the content of the active tab below.
 class Sidebar : public Ground {
   Q_OBJECT
 
  public:
-  // Makes the content of a tab as a child of the given widget.
+  // Creates the content of a tab as a child of the given widget.
   using MakePage = std::function<QWidget*(QWidget* parent)>;
 
   Sidebar(const Look& look, QWidget* parent = nullptr);
 
-  // The content is made when it is first seen.
+  // The content is created when it is first shown.
   void setPage(SidebarTab tab, MakePage make);
   SidebarTab activeTab() const { return m_activeTab; }
   void setActiveTab(SidebarTab tab);
 
  Q_SIGNALS:
-  // The user chose a tab from the bar.
+  // The user chose a tab in the bar.
   void tabChosen(quilmora::SidebarTab tab);
 
  protected:

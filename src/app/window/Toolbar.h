@@ -11,8 +11,8 @@ namespace quilmora {
 class CommandActions;
 struct Command;
 
-// One row of symbol buttons over the canvas and the panels, made from the table of the toolbar. What a button toggles
-// shows on it in the accent while it is there.
+// A row of symbol buttons above the canvas and the panels, made from the table of the toolbar. A button shows in the
+// accent colour that what it toggles is visible.
 class Toolbar : public Ground {
   Q_OBJECT
 

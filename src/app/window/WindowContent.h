@@ -12,8 +12,8 @@ class Sidebar;
 class StatusLine;
 class Toolbar;
 
-// Everything of the window below its menu bar: the toolbar on top, the canvas with the status line below it, and the
-// side panels at its edges, as many as there is room for.
+// Everything in the window below its menu bar: the toolbar at the top, the canvas with the status line below it, and
+// the side panels at its edges, as many as there is room for.
 class WindowContent : public Ground {
   Q_OBJECT
 
@@ -34,17 +34,18 @@ class WindowContent : public Ground {
   const PanelWishes& wishes() const { return m_wishes; }
   void setWishes(const PanelWishes& wishes);
   bool shows(SidePanel panel) const { return m_places.shows(panel); }
-  // Bare, the canvas has the whole place.
+  // When bare, the canvas takes the whole area.
   void setBare(bool bare);
 
   QSize minimumSizeHint() const override;
 
  Q_SIGNALS:
-  // A panel came or went.
+  // A panel appeared or disappeared.
   void panelsChanged();
-  // The user dragged the sidebar's edge to where there is no sidebar.
+  // The user dragged the sidebar's edge until the sidebar should hide.
   void sidebarPushedAway();
-  // The corner of the canvas moved by so many pixels because something came, went or grew beside or above it.
+  // The corner of the canvas moved by this many pixels, because something beside or above it appeared, disappeared or
+  // grew.
   void canvasShifted(QPoint distance);
 
  protected:
@@ -59,7 +60,7 @@ class WindowContent : public Ground {
   PanelWishes m_wishes;
   PanelPlaces m_places;
   PanelEdge* m_edge;
-  int m_sidebarWidth = metrics::sidebarWidth;  // as the user wants it, for as long as the window lives
+  int m_sidebarWidth = metrics::sidebarWidth;  // as the user set it, while the window exists
   bool m_isBare = false;
 };
 

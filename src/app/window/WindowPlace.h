@@ -14,13 +14,13 @@ namespace quilmora {
 
 class SettingsStore;
 
-// Where a window goes: the wanted place, made smaller and moved so that a screen shows all of it, or one of the usual
-// size in the middle of the first screen where no screen shows enough of the wanted place. `screens` are the parts of
-// the screens that windows may use.
+// The rectangle for a window: the wanted place, shrunk and moved so that one screen shows all of it; or one of the
+// default size in the middle of the first screen, if no screen shows enough of the wanted place. `screens` are the
+// parts of the screens available to windows.
 QRect placeOnScreens(const std::optional<QRect>& wanted, const QList<QRect>& screens);
 
-// Remembers in the settings where a window stands, and whether it is maximised. Neither a minimised nor a full-screen
-// window changes what is remembered. Everything outlives it.
+// Stores in the settings where a window is, and whether it is maximised. Minimised and full-screen windows change
+// nothing. Everything must outlive it.
 class WindowPlace : public QObject {
   Q_OBJECT
 
@@ -30,7 +30,7 @@ class WindowPlace : public QObject {
   WindowPlace(QWidget& window, SettingsStore& settings, Scheduler& scheduler);
   ~WindowPlace() override;
 
-  // Before the window is shown.
+  // Call before the window is shown.
   void restore();
 
  protected:
