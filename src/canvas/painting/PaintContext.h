@@ -44,8 +44,7 @@ struct PaintContext {
   // Shapes that extend beyond this rectangle (canvas units) are clipped to it first: rasterisers keep device
   // coordinates in narrow integers.
   QRectF drawable;
-  const std::vector<char>&
-      isSelected;  // by number in the index; empty when nothing is selected or the selection is not shown
+  const std::vector<char>& isSelected;  // by number in the index; empty if no selection is shown
 
   bool isDragging() const { return scene.isDragging() && !isSelected.empty(); }
   // Whether the topic, or one end of the edge, is being dragged with the selection.
