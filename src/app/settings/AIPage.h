@@ -10,19 +10,19 @@ namespace quilmora {
 
 struct Machine;
 
-// The page of the settings window that tells which AI answers and where the text goes, with the vendor's key or the
+// The page of the settings window that says which AI answers and where the text goes, with the vendor's key or the
 // server on this machine.
 class AIPage final : public QObject {
   Q_OBJECT
 
  public:
-  // Fills the page, which becomes its parent. The machine outlives it.
+  // Fills the page, which becomes its parent. The machine must outlive it.
   AIPage(FormPage& page, Machine& machine);
 
  private:
   QString provider() const;
   void settingChanged(const QString& key);
-  // Brings notes and the section that suits the provider.
+  // Updates the notes and the section for the provider.
   void refresh();
   void refreshNotes();
   void addServerRows();
@@ -34,7 +34,7 @@ class AIPage final : public QObject {
   TextLabel* m_note = nullptr;
   TextLabel* m_fallbackNote = nullptr;
   TextLabel* m_destination = nullptr;
-  std::optional<QString> m_detailProvider;  // whose key or server the section shows
+  std::optional<QString> m_detailProvider;  // the provider whose key or server the section shows
   FormSection* m_detail = nullptr;
   TextLabel* m_serverNote = nullptr;  // part of it
 };

@@ -9,7 +9,7 @@ namespace quilmora {
 
 class KeyStore;
 
-// What a person is told of a vendor's key.
+// What the user is told about a vendor's key.
 struct ApiKeyVendor {
   QString account;  // in the key store
   QString title;    // "Claude API Key"
@@ -18,13 +18,13 @@ struct ApiKeyVendor {
 // For the values of `ai_provider` that need a key; nullptr for others.
 const ApiKeyVendor* apiKeyVendor(const QString& provider);
 
-// One vendor's key: a secure field over the key store, where to get a key, and a button that removes it. Never waits:
-// the field shows the key once the store has answered, unless something was typed before.
+// One vendor's key: a password field over the key store, where to get a key, and a button that removes it. Never
+// blocks: the field shows the key once the store has answered, unless something was typed before.
 class ApiKeyRows final : public QObject {
   Q_OBJECT
 
  public:
-  // Adds its rows to the section, which becomes its parent. The store outlives it.
+  // Adds its rows to the section, which becomes its parent. The store must outlive it.
   ApiKeyRows(FormSection& section, KeyStore& keys, const ApiKeyVendor& vendor);
 
  private:

@@ -14,8 +14,8 @@ class Look;
 class SettingsStore;
 class TextLabel;
 
-// The custom themes in the settings: their number, a button that asks for a new one, and a row for each with a button
-// that deletes it.
+// The custom themes in the settings: their number, a button for a new one, and a row for each with a button that
+// deletes it.
 class CustomThemeList final : public QWidget {
   Q_OBJECT
 
@@ -40,7 +40,7 @@ class CustomThemeList final : public QWidget {
   QWidget* m_newTheme;
   QVBoxLayout* m_column;
   std::vector<CustomTheme> m_themes;
-  std::size_t m_shownCount;  // at most as many rows
+  std::size_t m_shownCount;  // maximum number of rows
   std::vector<QWidget*> m_rows;
 };
 

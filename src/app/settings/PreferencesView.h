@@ -12,20 +12,20 @@ namespace quilmora {
 struct Machine;
 class ThemeBuilderView;
 
-// The settings window, beside the main window: four tabs, each made when it is first shown. Every control writes at
-// once. Escape closes it and gives the keyboard back to the window that it belongs to.
+// The settings window, separate from the main window: four tabs, each created when it is first shown. Every control
+// writes at once. Escape closes it and gives the keyboard back to the window that it belongs to.
 class PreferencesView final : public Ground {
   Q_OBJECT
 
  public:
   enum class Tab { general, appearance, interaction, ai };
 
-  // Opens the settings of this window, or brings them to the front. The machine outlives them.
+  // Opens the settings of this window, or brings them to the front. The machine must outlive them.
   static void openFor(Machine& machine, QWidget& mainWindow);
 
   Tab tab() const;
   void setTab(Tab tab);
-  // The sheet that makes a theme while it is open, else nullptr.
+  // The theme builder sheet while it is open, else nullptr.
   ThemeBuilderView* themeBuilder() const;
 
   QSize sizeHint() const override;

@@ -12,10 +12,10 @@ namespace quilmora {
 class Look;
 class SettingsStore;
 
-// Controls that show one setting and write it when a person changes it. They follow the setting wherever it is changed,
-// and write nothing by themselves. Look and store outlive them.
+// Controls that show one setting and write it when the user changes it. They follow the setting wherever it is changed,
+// and write nothing by themselves. Look and store must outlive them.
 
-// One of several texts. A stored text that is not among them stays, and shows as no selection.
+// A choice of texts. A stored text that is not among them is kept, and shows as no selection.
 class SettingPicker final : public QComboBox {
   Q_OBJECT
 
@@ -23,7 +23,7 @@ class SettingPicker final : public QComboBox {
   struct Row {
     QString text;
     QString value;
-    bool isHeading = false;  // of the rows behind it; cannot be chosen
+    bool isHeading = false;  // of the rows after it; cannot be chosen
   };
 
   SettingPicker(const Look& look, SettingsStore& settings, QString key, const std::vector<Row>& rows,
@@ -65,7 +65,7 @@ class SettingToggle final : public QCheckBox {
   QString m_key;
 };
 
-// A real number within a range, by steps: a slider and the number. A stored number beyond the range stays.
+// A real number within a range, in steps: a slider and the number. A stored number outside the range is kept.
 class SettingSlider final : public QWidget {
   Q_OBJECT
 

@@ -9,7 +9,7 @@ namespace quilmora {
 
 class FormPage;
 
-// The pages of the settings window that show nothing but settings. Each is made when it is first seen.
+// The pages of the settings window that show only settings. Each is created when it is first shown.
 FormPage* makeGeneralPage(const Look& look, SettingsStore& settings, QWidget* parent);
 FormPage* makeAppearancePage(const Look& look, SettingsStore& settings, const std::function<void()>& makeTheme,
                              QWidget* parent);

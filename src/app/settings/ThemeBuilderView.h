@@ -16,8 +16,8 @@ class FormPage;
 class FormSection;
 class ThemePreview;
 
-// Makes a custom theme by hand: name, colours of the canvas and by depth, a preview that follows, and the built-in
-// themes to start from. Saving hands the theme to `onSave` and closes the sheet.
+// Makes a custom theme: name, colours of the canvas and by depth, a live preview, and the built-in themes to start
+// from. Saving passes the theme to `onSave` and closes the sheet.
 class ThemeBuilderView final : public Sheet {
   Q_OBJECT
 

@@ -11,8 +11,8 @@ namespace quilmora {
 
 class Look;
 
-// A small map in the colours of a theme, with topics at every depth that the theme has a row for; drawn as the canvas
-// draws maps.
+// A small map in the colours of a theme, with topics at every depth that the theme has a row for; drawn as on the
+// canvas.
 class ThemePreview final : public QWidget {
   Q_OBJECT
 
@@ -32,7 +32,7 @@ class ThemePreview final : public QWidget {
   MapScene m_scene;
 };
 
-// The map of the preview: one topic of each depth leads on to the next, and another one ends there.
+// The map of the preview: at each depth one topic leads on to the next and another one is a leaf.
 MindMap previewMap(int depthCount);
 
 }  // namespace quilmora
