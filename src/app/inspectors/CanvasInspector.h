@@ -9,7 +9,7 @@ class PanelToggle;
 class SliderRow;
 class ThemePicker;
 
-// The canvas and the map as a whole.
+// The form for the canvas and the map as a whole.
 class CanvasInspector final : public Inspector {
   Q_OBJECT
 
@@ -19,7 +19,7 @@ class CanvasInspector final : public Inspector {
   void refresh(const InspectorSubject& subject) override;
 
  private:
-  // A quantity that a slider sets.
+  // A quantity with a slider.
   using Quantity = double HierarchicalConfig::*;
 
   void addBackground();

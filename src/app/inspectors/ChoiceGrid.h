@@ -9,20 +9,20 @@ class QAbstractButton;
 
 namespace quilmora {
 
-// Buttons in rows of equal cells, in as many columns as there is room for. Tab comes to one of them; the arrows, Home
-// and End go on from there.
+// Buttons in rows of equal cells, in as many columns as there is room for. Tab goes to one of them; from there the
+// arrows, Home and End move on.
 class ChoiceGrid : public QWidget {
   Q_OBJECT
 
  public:
-  // Cells are as wide as the widest button wants to be, or share the width of the grid.
+  // Cells are as wide as the widest button wants, or share the width of the grid.
   enum class Cells { natural, sharing };
   ChoiceGrid(Cells cells, int mostColumns, QWidget* parent);
 
   // The button is a child of the grid.
   void add(QAbstractButton* button);
   const std::vector<QAbstractButton*>& buttons() const { return m_buttons; }
-  // Where Tab comes to.
+  // Where Tab goes.
   void setEntry(QAbstractButton* button);
 
   QSize sizeHint() const override;

@@ -7,10 +7,10 @@
 
 namespace quilmora {
 
-// Fields over a local copy of a text. What is typed waits in the field until the change ends; written() then hands it
-// over, once. A text too long to be laid out in a panel is shown in part and cannot be edited there.
+// Fields over a local copy of a text. Typed text waits in the field until the edit ends; then written() passes it on,
+// once. A text too long to be laid out in a panel is shown in part and cannot be edited there.
 
-// A line: its change ends with Return, when the keyboard leaves and at commit(). Escape takes it back.
+// A line: its edit ends with Return, when it loses the keyboard, and at commit(). Escape reverts it.
 class CopyField final : public QLineEdit {
   Q_OBJECT
 
@@ -19,9 +19,9 @@ class CopyField final : public QLineEdit {
 
   CopyField(const QString& name, const QString& prompt, QWidget* parent);
 
-  // Another subject's text; what waits is dropped.
+  // Shows another subject's text; pending text is dropped.
   void load(const QString& text);
-  // The same subject's text as it is now, unless something waits.
+  // Shows the same subject's current text, unless there is pending text.
   void follow(const QString& text);
   bool isWaiting() const { return !isReadOnly() && text() != m_copy; }
   void commit();
@@ -36,7 +36,8 @@ class CopyField final : public QLineEdit {
   QString m_copy;
 };
 
-// Several lines: the change also ends with a second without a letter, since notes are written for long. Tab leaves.
+// Several lines: the edit also ends after a second without typing, since notes take a long time to write. Tab leaves
+// the field.
 class CopyNotes final : public QPlainTextEdit {
   Q_OBJECT
 

@@ -12,7 +12,7 @@ class PanelPicker;
 class PanelToggle;
 class TaperSliders;
 
-// One connector.
+// The form for one connector.
 class EdgeInspector final : public Inspector {
   Q_OBJECT
 
@@ -25,7 +25,7 @@ class EdgeInspector final : public Inspector {
   void addStyle();
   void addTaper();
   void showStyle(const EdgeStyle& style);
-  // The connector as it is now, if it is still there.
+  // The current connector, if it still exists.
   std::optional<Edge> present();
   void changeStyle(const std::function<void(EdgeStyle&)>& change);
 

@@ -9,12 +9,12 @@ namespace quilmora {
 class ChoiceGrid;
 class Look;
 
-// A popover from which an emoji is chosen: a grid of the usual ones, and a field for any other. Closes with the choice.
+// A popover for choosing an emoji: a grid of common ones, and a field for any other. Closes with the choice.
 class EmojiPicker final : public QWidget {
   Q_OBJECT
 
  public:
-  // `emoji` is the one that the topic has, or empty; where it has one, it can be taken away too.
+  // `emoji` is the topic's current one, or empty; an existing one can be removed, too.
   EmojiPicker(const Look& look, const QString& emoji, QWidget* parent);
 
   static const QStringList& emojis();
@@ -22,11 +22,11 @@ class EmojiPicker final : public QWidget {
   ChoiceGrid& grid() const { return *m_grid; }
   QLineEdit& field() const { return *m_field; }
 
-  // Below the widget, or above it where there is no room below.
+  // Below the widget, or above it if there is no room below.
   void openAt(const QWidget& widget);
 
  Q_SIGNALS:
-  // An empty text takes the emoji away.
+  // An empty text removes the emoji.
   void selected(const QString& emoji);
 
  protected:
@@ -44,7 +44,7 @@ class EmojiPicker final : public QWidget {
 };
 
 QFont emojiFont(const Look& look);
-// The first character of a text as a person counts them, without blanks around it.
+// The first user-perceived character of a text, ignoring spaces around it.
 QString firstCharacter(const QString& text);
 
 }  // namespace quilmora

@@ -18,7 +18,7 @@ class Scheduler;
 class SettingsStore;
 class TextLabel;
 
-// What the inspectors are made from and act on. All outlive them.
+// What the inspectors depend on and act on. All must outlive them.
 struct InspectorContext {
   const Look& look;
   MindMapViewModel& editor;
@@ -27,24 +27,24 @@ struct InspectorContext {
   const SettingsStore& settings;
 };
 
-// What the panel is about: the canvas, one topic or connector, or several.
+// What the panel shows: the canvas, one topic or connector, or several.
 struct InspectorSubject {
   enum class Kind { canvas, node, edge, nodes, edges };
 
   Kind kind = Kind::canvas;
-  QUuid id;               // of the one
-  IdSet ids;              // of the several
-  std::size_t count = 0;  // those of them that are in the map
+  QUuid id;               // if it is one
+  IdSet ids;              // if they are several
+  std::size_t count = 0;  // how many of them are in the map
 };
 
-// A form of the panel: sections of controls over what is selected, with local copies of its values.
+// A form of the panel: sections of controls for the selection, with local copies of its values.
 class Inspector : public QWidget {
   Q_OBJECT
 
  public:
-  // Brings the controls up to the map. Another subject has its local copies loaded afresh.
+  // Updates the controls to the map. For another subject, the local copies are loaded afresh.
   virtual void refresh(const InspectorSubject& subject) = 0;
-  // Hands over what was typed and is not in the map yet, to the subject that it was typed for.
+  // Passes on typed text that is not in the map yet, to the subject that it was typed for.
   virtual void commitTyping() {}
 
  Q_SIGNALS:
@@ -58,13 +58,13 @@ class Inspector : public QWidget {
   MindMapViewModel& editor() const { return m_context.editor; }
   const InspectorContext& context() const { return m_context; }
 
-  // The parts, from the top to the bottom. A heading is a title with a note below it.
+  // The parts, from top to bottom. A heading is a title with a note below it.
   TextLabel* addHeading(const QString& title, const QString& note);
-  // Without a name there is no header above it.
+  // Without a name the section has no header.
   void addSection(const QString& name = {});
-  // All of these stand in the last section.
+  // All of these go into the last section.
   void addPart(QWidget* part);
-  // The name on the left, the control at the right edge or over the whole rest.
+  // The name on the left, the control at the right edge or over the rest of the width.
   enum class Place { atEdge, overRest };
   void addRow(const QString& name, QWidget* control, Place place);
   TextLabel* addHint(const QString& text);
@@ -77,7 +77,7 @@ class Inspector : public QWidget {
   QVBoxLayout* m_section = nullptr;
 };
 
-// Takes the colour over, unless the user is choosing one.
+// Shows the colour, unless the user is choosing one.
 void showColor(ColorWell& well, const QString& hex);
 QFont smallFont(const Look& look);
 

@@ -17,10 +17,10 @@ class InspectorPanel : public Ground {
  public:
   InspectorPanel(const InspectorContext& context, QWidget* parent);
 
-  // The one that shows; nullptr before the panel was first seen.
+  // The visible one; nullptr before the panel was first shown.
   Inspector* inspector() const { return m_shown; }
   const InspectorSubject& subject() const { return m_subject; }
-  // Puts what was typed into the map at once, for those who take the map away next.
+  // Puts typed text into the map at once. Call before anything that replaces the map.
   void commitTyping();
 
  Q_SIGNALS:

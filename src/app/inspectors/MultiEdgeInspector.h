@@ -7,7 +7,7 @@ namespace quilmora {
 class PanelButton;
 class TaperSliders;
 
-// Several connectors. Its colour and widths stay in the panel until they are applied.
+// The form for several connectors. Its colour and widths stay in the panel until they are applied.
 class MultiEdgeInspector final : public Inspector {
   Q_OBJECT
 

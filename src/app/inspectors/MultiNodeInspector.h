@@ -4,7 +4,7 @@
 
 namespace quilmora {
 
-// Several topics. Its colours stay in the panel until they are applied.
+// The form for several topics. Its colours stay in the panel until they are applied.
 class MultiNodeInspector final : public Inspector {
   Q_OBJECT
 

@@ -17,7 +17,7 @@ class PanelButton;
 class PanelPicker;
 class StyleSamplerRow;
 
-// One topic.
+// The form for one topic.
 class NodeInspector final : public Inspector {
   Q_OBJECT
 
@@ -41,7 +41,7 @@ class NodeInspector final : public Inspector {
   void addColors();
   void showNode(const Node& node, bool isOther);
 
-  // The topic as it is now, if it is still there.
+  // The current topic, if it still exists.
   std::optional<Node> present() const;
   void changeStyle(const std::function<void(NodeStyle&)>& change);
   ColorWell* colorWell(const QString& name, QString NodeStyle::*color);
@@ -49,7 +49,7 @@ class NodeInspector final : public Inspector {
   void openUrl();
   void followUrl();
 
-  std::optional<Node> m_node;  // as it was shown last
+  std::optional<Node> m_node;  // as last shown
   CopyField* m_title = nullptr;
   PanelPicker* m_shape = nullptr;
   PanelButton* m_emoji = nullptr;

@@ -6,8 +6,8 @@
 
 namespace quilmora {
 
-// Standard controls as they are in a narrow panel that scrolls: they never ask for more width than there is, elide with
-// a tool tip, and leave the wheel to the panel. `name` is what screen readers say.
+// Standard controls for a narrow panel that scrolls: they never ask for more width than there is, elide with a tool
+// tip, and leave the wheel to the panel. `name` is for screen readers.
 
 class PanelButton : public QPushButton {
   Q_OBJECT
@@ -41,7 +41,7 @@ class PanelToggle final : public QCheckBox {
   QString shownText() const;
 };
 
-// One choice of several, told by their places.
+// One choice of several, by index.
 class PanelPicker final : public QComboBox {
   Q_OBJECT
 
@@ -51,7 +51,7 @@ class PanelPicker final : public QComboBox {
   void setChosen(int place);
 
  Q_SIGNALS:
-  // By hand, and another one than before.
+  // By the user, and different from the previous one.
   void chosen(int place);
 
  protected:

@@ -7,8 +7,8 @@
 
 namespace quilmora {
 
-// Finds edges by their ids. Looks first where they were the last time, so that following them from change to change
-// does not walk all edges of a large map.
+// Finds edges by their ids. Tries their last ordinals first, so that following them from change to change does not walk
+// all edges of a large map.
 class SelectedEdges {
  public:
   // The ordinals of those that are in the map, ascending. Valid until the next call.

@@ -7,7 +7,7 @@ namespace quilmora {
 class Look;
 class TextLabel;
 
-// A slider over real numbers in even steps. Leaves the wheel to what it lies in.
+// A slider over real numbers in even steps. Leaves the wheel to its container.
 class StepSlider final : public QSlider {
   Q_OBJECT
 
@@ -22,11 +22,11 @@ class StepSlider final : public QSlider {
 
   const Range& range() const { return m_range; }
   double stepValue() const { return m_range.least + value() * m_range.step; }
-  // The nearest step within the range; emits nothing, and leaves a thumb alone that is being held.
+  // Sets the nearest step within the range; emits nothing, and does not move a thumb that is being held.
   void setStepValue(double value);
 
  Q_SIGNALS:
-  // By hand or by an assistive tool, at each step on the way.
+  // By the user or by an assistive tool, at each step on the way.
   void moved(double value);
 
  protected:
@@ -41,10 +41,10 @@ class SliderRow final : public QWidget {
   Q_OBJECT
 
  public:
-  // `label` ends before the value: "Start Width: ".
+  // `label` is the text before the value: "Start Width: ".
   SliderRow(const Look& look, const QString& label, StepSlider::Range range, int decimals, QWidget* parent);
 
-  // The local copy. One that lies between two steps or outside the range is shown and kept until the slider moves.
+  // The local copy. A value between two steps or outside the range is shown and kept until the slider moves.
   double value() const { return m_value; }
   void setValue(double value);
   StepSlider& slider() const { return *m_slider; }

@@ -14,7 +14,7 @@ class StyleSamples : public ChoiceGrid {
   Q_OBJECT
 
  public:
-  // Rings the sample of these colours, if there is one.
+  // Marks the sample with these colours, if there is one.
   void setMatching(const std::optional<TopicColors>& colors);
 
  Q_SIGNALS:
@@ -28,7 +28,7 @@ class StyleSamples : public ChoiceGrid {
   std::vector<Sample*> m_samples;
 };
 
-// For one topic: the sample that it looks like is marked.
+// For one topic: the sample with its colours is marked.
 class StyleSamplerRow final : public StyleSamples {
   Q_OBJECT
 

@@ -8,7 +8,7 @@ class Look;
 class SliderRow;
 class TextLabel;
 
-// The two widths of a connector, or the note that its depth decides them.
+// The two widths of a connector, or the note that they depend on its depth.
 class TaperSliders final : public QWidget {
   Q_OBJECT
 

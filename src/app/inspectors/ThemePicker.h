@@ -19,7 +19,7 @@ class ThemePicker final : public QWidget {
   Q_OBJECT
 
  public:
-  // Of a category no more are shown; the palette of commands finds the others.
+  // The maximum shown per category; the command palette finds the others.
   static constexpr std::size_t mostOfACategory = 60;
 
   ThemePicker(const Look& look, QWidget* parent);

@@ -6,7 +6,7 @@ namespace quilmora {
 
 class Look;
 
-// A symbol above its name, and a second line below where there is one.
+// A symbol above its name, with an optional second line below.
 class TileButton final : public QAbstractButton {
   Q_OBJECT
 
