@@ -16,8 +16,8 @@ namespace quilmora {
 
 class MainWindow;
 
-// The application object: the window's life, the key that minimises it, and the ways to end. Everything of the machine
-// comes from outside.
+// The application object: the life of the window, the key that minimises it, and the ways to quit. Everything from the
+// machine is passed in.
 class Application : public QObject {
   Q_OBJECT
 
@@ -25,12 +25,12 @@ class Application : public QObject {
   Application(QApplication& toolkit, Machine machine);
   ~Application() override;
 
-  // Dresses the application, and makes and shows the window with these documents, or with the last one when there are
-  // none.
+  // Sets the application's look, and creates and shows the window with these documents, or with the last one if there
+  // are none.
   void start(const QStringList& documents);
-  // A later start of the program: shows the window and opens the documents, if any, in it.
+  // From a later start of the program: shows the window and opens the documents, if any, in it.
   void documentsReceived(const QStringList& paths);
-  // Saves, and ends.
+  // Saves and quits.
   void quit();
 
   NotificationCenter& notifications() { return m_notifications; }
@@ -50,7 +50,7 @@ class Application : public QObject {
   std::unique_ptr<MainWindow> m_window;
 };
 
-// The documents that a command line names, as absolute paths. Every argument is a document: a path or a file URL.
+// The documents named on a command line, as absolute paths. Every argument is a document: a path or a file URL.
 QStringList documentsOf(const QStringList& arguments);
 
 }  // namespace quilmora

@@ -6,8 +6,8 @@
 
 namespace quilmora {
 
-// Places its items in rows from left to right, each at its wanted size, and goes on in the next row where one has no
-// more room. The spacing stands between items in both directions.
+// Places its items in rows from left to right, each at its preferred size, and continues on the next row when one is
+// full. The spacing is used between items in both directions.
 class FlowLayout : public QLayout {
   Q_OBJECT
 
