@@ -8,7 +8,7 @@ namespace quilmora {
 
 namespace {
 
-// Odd, so that multiplying by them loses nothing.
+// Odd, so that multiplying by them loses no information.
 constexpr std::uint64_t multiplier = 0x9E3779B97F4A7C15u;
 constexpr std::uint64_t wordMultiplier = 0x452821E638D01377u;
 
@@ -22,8 +22,8 @@ std::uint64_t mixed(std::uint64_t value) {
 
 }  // namespace
 
-// Four lanes that don't wait for each other. A bit that the first product leaves alone at the top comes down by the
-// turn, so that the second spreads it before the next word could take it back.
+// Four independent lanes. The rotation moves the top bits, which the first multiplication does not spread, down, so
+// that the second one spreads them before the next word could cancel them.
 void ContentHash::addBlock(const char* bytes) {
   for (std::size_t lane = 0; lane < m_lanes.size(); ++lane) {
     std::uint64_t word = 0;

@@ -4,7 +4,7 @@ namespace quilmora {
 
 namespace {
 
-// An empty queue answers as a user who cancels.
+// An empty queue means that the user cancels.
 std::optional<QString> takeAnswer(QList<std::optional<QString>>& answers) {
   if (answers.isEmpty()) return std::nullopt;
   return answers.takeFirst();

@@ -35,7 +35,7 @@ bool hasFolder(const QByteArray& path) {
 
 }  // namespace
 
-// The system lets an administrator write what everybody's writing was taken from; we don't.
+// The system lets an administrator write a file that nobody may write; we do not.
 bool isWritable(const char* path, unsigned permissions) {
   return (permissions & (S_IWUSR | S_IWGRP | S_IWOTH)) != 0 && ::access(path, W_OK) == 0;
 }
@@ -57,7 +57,7 @@ FileStamp stampOf(const QString& path) {
     QByteArray target(4096, '\0');
     const ssize_t length = ::readlink(bytes.constData(), target.data(), static_cast<std::size_t>(target.size()));
     stamp.link = target.left(std::max<qsizetype>(length, 0));
-    // A link to nowhere is a file that is not there.
+    // A broken link is a missing file.
     if (::stat(bytes.constData(), &status) != 0) return stamp;
   }
   fill(stamp, status);
@@ -111,7 +111,7 @@ FileComparison compareFile(const FileState& known, const QString& path) {
     case FileStamp::Kind::file:
       break;
   }
-  // Whoever writes while it is read leaves another stamp, and is found by the next comparison.
+  // A change during reading gives another stamp, and the next comparison finds it.
   const std::optional<std::uint64_t> hash = contentHashAt(path);
   if (now.stamp.link != known.stamp.link) {
     now.contentHash = hash.value_or(0);

@@ -33,7 +33,7 @@ QString quoted(const QByteArray& path) {
   return QStringLiteral("“%1”").arg(QFile::decodeName(path));
 }
 
-// The cause of a failed system call in words, as a sentence.
+// The cause of a failed system call, as a sentence.
 QString causeOf(int error, const QByteArray& folder) {
   switch (error) {
     case ENOSPC:
@@ -61,8 +61,8 @@ QString causeOf(int error, const QByteArray& folder) {
   }
 }
 
-// One write of one file: begin, append as often as needed, finish. What was not put in the file's place goes with the
-// object.
+// One write of one file: begin, append as often as needed, finish. Unless finished, the temporary file is removed with
+// the object.
 class WholeFileWrite {
  public:
   explicit WholeFileWrite(const QByteArray& path) : m_path(path), m_folder(folderOf(path)) {}
@@ -70,11 +70,12 @@ class WholeFileWrite {
   WholeFileWrite& operator=(const WholeFileWrite&) = delete;
   ~WholeFileWrite() { drop(); }
 
-  // The reasons are the causes alone.
+  // The reasons are only the causes.
   Outcome begin() {
     Outcome followed = followLinks();
     if (!followed.isDone()) return followed;
-    // A file without a name leaves no trace when the process is killed while it writes, but not every disk has them.
+    // An unnamed file leaves nothing behind when the process is killed during the write, but not every file system
+    // supports them.
     removeStraysOnce(m_folder);
     const bool isReady = create(&WholeFileWrite::createUnnamed) || create(&WholeFileWrite::createNamed);
     return isReady ? Outcome::done() : failure();
@@ -107,7 +108,7 @@ class WholeFileWrite {
     errno = error;
   }
 
-  // Finds the file that is to be replaced: a link stays a link, and what it leads to is written.
+  // Finds the file to be replaced: a link stays a link, and its target is written.
   Outcome followLinks() {
     for (int followed = 0; followed <= maxLinksFollowed; ++followed) {
       struct stat status;
@@ -128,7 +129,7 @@ class WholeFileWrite {
   Outcome examine(const struct stat& status) {
     if (S_ISDIR(status.st_mode)) return Outcome::failed(QStringLiteral("There is a folder of this name."));
     if (!S_ISREG(status.st_mode)) return Outcome::failed(QStringLiteral("It is not a regular file."));
-    // Renaming over it needs no permission on the file itself, but who protected it did not want it replaced.
+    // Renaming over a file needs no permission for it, but whoever protected it did not want it replaced.
     errno = 0;
     if (!isWritable(m_path.constData(), status.st_mode)) {
       return errno == EROFS ? failure()
@@ -138,9 +139,10 @@ class WholeFileWrite {
     return Outcome::done();
   }
 
-  // Opens an empty file beside the one that it is to replace.
+  // Opens an empty file next to the one to be replaced.
   bool create(bool (WholeFileWrite::*open)(mode_t)) {
-    // A file that others must not read stays so from the first byte on; a new one gets what the user's mask leaves.
+    // A file that others must not read is protected from the first byte on; a new one gets the permissions of the
+    // user's mask.
     if ((this->*open)(m_existing ? 0600 : 0666) && keepAttributes()) {
       holdTemporary(m_descriptor);
       return true;
@@ -169,7 +171,7 @@ class WholeFileWrite {
     });
   }
 
-  // For disks that have files without a name and don't let them get one.
+  // For file systems that have unnamed files but cannot give them a name.
   bool copyToNamed() {
     const int source = std::exchange(m_descriptor, -1);
     const bool isCopied = create(&WholeFileWrite::createNamed) && copyAll(source) && flush();
@@ -190,7 +192,7 @@ class WholeFileWrite {
     }
   }
 
-  // Takes the first name in the folder with which `attempt` succeeds.
+  // Uses the first name in the folder for which `attempt` succeeds.
   template <class Attempt>
   bool tryNames(Attempt attempt) {
     for (int count = 0; count < maxTemporaryNames; ++count) {
@@ -206,7 +208,7 @@ class WholeFileWrite {
 
   bool keepAttributes() {
     if (!m_existing) return true;
-    // Another owner's file becomes the user's own, unless the system allows to give it back; its group stays where
+    // Another owner's file becomes the user's own unless the system allows giving it back; its group is kept if
     // allowed.
     if (::fchown(m_descriptor, m_existing->st_uid, m_existing->st_gid) != 0) {
       [[maybe_unused]] const int ignored = ::fchown(m_descriptor, static_cast<uid_t>(-1), m_existing->st_gid);
@@ -215,8 +217,8 @@ class WholeFileWrite {
     return keepAccessList();
   }
 
-  // With an access list, the mode's group bits are the list's mask and more than the group itself may do: without the
-  // list, they must not be given to the group.
+  // With an access list, the mode's group bits are the list's mask, which may exceed the group's own rights: without
+  // the list, the group must not get them.
   bool keepAccessList() {
     constexpr const char* attribute = "system.posix_acl_access";
     QByteArray list(qsizetype{64} * 1024, '\0');
@@ -238,7 +240,7 @@ class WholeFileWrite {
     return true;
   }
 
-  // Some disks tell of a failed write only here or in closing, so neither result may be overlooked.
+  // Some file systems report a failed write only here or when closing, so both results must be checked.
   bool flush() { return ::fsync(m_descriptor) == 0 || errno == EINVAL || errno == ENOTSUP; }
 
   bool closeFile() { return ::close(std::exchange(m_descriptor, -1)) == 0 || errno == EINTR; }
@@ -249,7 +251,7 @@ class WholeFileWrite {
     return true;
   }
 
-  // Makes the new name last through a loss of power. The file is already in place, so a failure here is none of the
+  // Makes the new name survive a power failure. The file is already in place, so a failure here does not fail the
   // write.
   void flushFolder() const {
     const int folder = ::open(m_folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
@@ -302,7 +304,7 @@ class DiskFileStream final : public FileStream {
   std::optional<FileStamp> m_stamp;
 };
 
-// Keeps the pieces for a writer that only knows whole files.
+// Collects the pieces for a writer that only writes whole files.
 class HeldFileStream final : public FileStream {
  public:
   HeldFileStream(FileWriter& writer, const QString& path) : m_writer(writer), m_path(path) {}

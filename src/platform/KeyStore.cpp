@@ -45,7 +45,7 @@ void KeyStore::readAnswered(const QString& name, const Answer& answer) {
   know(account, account.key.value_or(QString()));
 }
 
-// The desktop may still answer, and the answer will then count.
+// The desktop may still answer, and then its answer counts.
 void KeyStore::waitedLongEnough(const QString& name) {
   Account& account = m_accounts[name];
   if (!account.isReading) return;
@@ -74,7 +74,7 @@ void KeyStore::saveKey(const QString& name, const QString& value) {
   }
 }
 
-// One at a time for each account: what is typed meanwhile counts once, by its last text.
+// One write at a time for each account; of what is typed meanwhile only the last text is written.
 void KeyStore::writeKey(const QString& name) {
   Account& account = m_accounts[name];
   account.isWriting = true;

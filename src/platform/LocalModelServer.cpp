@@ -16,7 +16,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto lookTime = 300ms;
-// A model without a graphics card takes its time for a map; the chat can be stopped.
+// Without a graphics card a model needs this long for a map; the chat can be stopped.
 constexpr auto answerTime = 10min;
 constexpr qsizetype maxListSize = 1024 * 1024;
 constexpr qsizetype shownErrorSize = 200;
@@ -31,7 +31,7 @@ QUrl under(QUrl address, const QString& path) {
   return address;
 }
 
-// A name without a tag stands for its "latest".
+// A name without a tag means its "latest".
 bool isWanted(const QString& name, const QString& wanted) {
   return wanted.isEmpty() || name == wanted || name == wanted + QStringLiteral(":latest");
 }
@@ -73,7 +73,7 @@ std::optional<QUrl> modelServerAddress(const QString& text) {
 
 struct LocalModelServer::Look {
   std::vector<Place> places;
-  std::vector<std::optional<QString>> models;  // empty where a place has none
+  std::vector<std::optional<QString>> models;  // empty if a place has none
   QPromise<bool> promise;
   bool isOver = false;
 };
@@ -121,13 +121,13 @@ QFuture<bool> LocalModelServer::lookUp() {
   return future;
 }
 
-// The first place in the order counts, and not the fastest.
+// The first place in the order counts, not the fastest.
 void LocalModelServer::placeAnswered(const std::shared_ptr<Look>& look, std::size_t index, const QString& model) {
   if (look->isOver) return;
   if (index < look->models.size()) look->models[index] = model;
   Server server;
   for (std::size_t i = 0; i < look->models.size() && server.model.isEmpty(); ++i) {
-    if (!look->models[i]) return;  // a place before may still have one
+    if (!look->models[i]) return;  // an earlier place may still have one
     server = {look->places[i].address, *look->models[i]};
   }
   look->isOver = true;

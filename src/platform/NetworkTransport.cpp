@@ -11,11 +11,11 @@ namespace quilmora {
 
 namespace {
 
-// What the network may hold beyond what was read from it, in bytes.
+// How many bytes the network may buffer beyond what has been read from it.
 constexpr qint64 readAhead = 1024 * 1024;
 
-// The body of a request, which can be read once: Qt would send it again, up to three times, where the connection is
-// lost before the reply begins, and the vendor may have done the work by then.
+// The body of a request, which can be read only once: Qt would send it again, up to three times, if the connection is
+// lost before the reply begins, and by then the vendor may have done the work.
 class BodyOnce final : public QIODevice {
  public:
   BodyOnce(QByteArray body, QObject* parent) : QIODevice(parent), m_body(std::move(body)) {
@@ -79,13 +79,13 @@ QNetworkRequest networkRequest(const HttpRequest& request, const std::optional<Q
   return result;
 }
 
-// An error that Qt makes of a status is none here: the reply came.
+// An error that Qt derives from a status is not one here: the reply came.
 bool isStatusAlone(QNetworkReply::NetworkError error) {
   if (error == QNetworkReply::ContentReSendError) return false;
   return (error > 200 && error < 300) || error == QNetworkReply::ProtocolInvalidOperationError || error > 400;
 }
 
-// One request and its reply. Ends itself.
+// One request and its reply. Deletes itself.
 class Exchange final : public QObject {
  public:
   Exchange(QNetworkAccessManager& network, const HttpRequest& request, const std::optional<QSslConfiguration>& tls,
@@ -167,7 +167,7 @@ class Exchange final : public QObject {
 
 NetworkTransport::NetworkTransport(std::optional<QSslConfiguration> tls) : m_tls(std::move(tls)) {}
 
-// Replies must not outlive the network.
+// Replies must not outlive the network manager.
 NetworkTransport::~NetworkTransport() {
   for (QObject* exchange : QObjectList(children())) delete exchange;
 }

@@ -16,7 +16,7 @@ int notificationCount() {
 }
 
 NotificationCenter::~NotificationCenter() {
-  // A receiver may own a subscription, whose end comes back to remove(): it must find an emptied list.
+  // Destroying a receiver may destroy a subscription, which calls remove() again: it must find an emptied list.
   const std::vector<Entry> dropped = std::exchange(m_entries, {});
 }
 
@@ -45,8 +45,8 @@ NotificationCenter::Subscription NotificationCenter::observe(Notification notifi
 }
 
 void NotificationCenter::post(Notification notification, const QVariant& object) {
-  // Receivers may come, go, or end the centre while they run: each is looked up again right before its turn, and those
-  // that came meanwhile wait for the next post.
+  // While a post runs, receivers may subscribe, unsubscribe or destroy the centre: each is looked up again right before
+  // its turn, and new ones wait for the next post.
   std::vector<quint64> keys;
   for (const Entry& entry : m_entries) {
     if (entry.notification == notification) keys.push_back(entry.key);
@@ -68,7 +68,7 @@ bool NotificationCenter::hasReceiver(Notification notification) const {
 void NotificationCenter::remove(quint64 key) {
   const auto entry = std::ranges::lower_bound(m_entries, key, {}, &Entry::key);
   if (entry == m_entries.end() || entry->key != key) return;
-  // Destroyed last, because it may own subscriptions of its own.
+  // Destroyed last, because it may own subscriptions itself.
   const Entry removed = std::move(*entry);
   m_entries.erase(entry);
   if (!hasReceiver(removed.notification)) Q_EMIT receiversChanged(removed.notification);

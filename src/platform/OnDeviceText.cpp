@@ -33,7 +33,7 @@ QString onDeviceText(const QString& text) {
   }};
   for (const Wording& label : labels)
     if (text == label.told) return label.shown;
-  // In a message the sentence may be cut anywhere.
+  // In a message the sentence may be cut off at any point.
   static const QString told = QStringLiteral(
       "Apple Intelligence is not enabled. Go to System Settings → Apple Intelligence & Siri → turn ON Apple "
       "Intelligence. Then try again, or switch to Claude/OpenAI in Settings → AI.");

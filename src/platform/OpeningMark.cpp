@@ -23,7 +23,7 @@ FileOpeningMark::FileOpeningMark(QString file) : m_file(std::move(file)) {
   }
 }
 
-// Not flushed to the disk: the kernel keeps it when a process ends, and a loss of power is no document's fault.
+// Not flushed to disk: the kernel keeps it when a process ends, and a power failure is not the document's fault.
 void FileOpeningMark::set(const QString& path) {
   m_left.reset();
   const int descriptor = ::open(QFile::encodeName(m_file).constData(),

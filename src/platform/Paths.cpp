@@ -11,11 +11,11 @@ namespace quilmora {
 
 namespace {
 
-// Where bytes from 0x80 on stand that are part of no character.
+// The first of the code units that stand for bytes from 0x80 on that are not part of a character.
 constexpr char16_t firstStrayByte = 0xDC80;
 constexpr char16_t lastStrayByte = 0xDCFF;
 
-// The length of the character in UTF-8 that begins here, or 0 for none.
+// The length of the UTF-8 character that starts here, or 0 if there is none.
 qsizetype characterLength(QByteArrayView bytes) {
   for (qsizetype length = 1; length <= std::min<qsizetype>(4, bytes.size()); ++length) {
     QStringDecoder decode(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);

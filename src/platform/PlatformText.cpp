@@ -7,7 +7,7 @@ namespace quilmora {
 
 namespace {
 
-// The modifiers of one run in the order in which this desktop tells them.
+// The modifiers of one run in this desktop's order.
 QStringList orderedModifiers(const QString& run) {
   const auto holds = [&](QChar symbol, const QString& name) {
     return run.contains(symbol) || run.contains(name, Qt::CaseInsensitive);
@@ -22,8 +22,8 @@ QStringList orderedModifiers(const QString& run) {
 }  // namespace
 
 QString platformText(const QString& text) {
-  // A run of symbols, with a plus behind it where a word follows; or a run of words with Cmd or Option among them,
-  // joined by pluses that may stand between spaces.
+  // A run of symbols, followed by a plus if a word comes next; or a run of words including Cmd or Option, joined by
+  // pluses that may have spaces around them.
   static const QRegularExpression pattern(
       QStringLiteral("(?<symbols>[⌘⌥⇧]+)(?:\\+(?=\\w))?"
                      "|\\b(?<words>(?:Shift ?\\+ ?)*(?:Cmd|Option)(?: ?\\+ ?(?:Shift|Option|Cmd)\\b)*)(?= ?\\+)"),

@@ -14,7 +14,7 @@ namespace quilmora {
 
 namespace {
 
-// A pipe that can be written to has room for this many bytes.
+// A pipe that can be written to has room for at least this many bytes.
 constexpr qsizetype pieceBytes = 4096;
 
 bool isSocket() {
@@ -33,7 +33,7 @@ ssize_t writePiece(const char* data, std::size_t size, bool toSocket) {
 
 void guardProcess() {
   for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
-    // Takes the lowest free number, which is the stream's.
+    // Gets the lowest free number, which is the stream's.
     if (::fcntl(stream, F_GETFD) < 0 && errno == EBADF) [[maybe_unused]]
       const int opened = ::open("/dev/null", O_RDWR);
   }
@@ -44,7 +44,7 @@ void guardProcess() {
 void neverWaitForStandardError() {
   struct stat status {};
   if (::fstat(STDERR_FILENO, &status) != 0 || !(S_ISFIFO(status.st_mode) || S_ISCHR(status.st_mode))) return;
-  // Opened once more, because the flag belongs to what others may share.
+  // Opened a second time, because the flag would apply to everyone who shares the descriptor.
   const int own = ::open("/proc/self/fd/2", O_WRONLY | O_APPEND | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
   if (own < 0) return;
   ::dup2(own, STDERR_FILENO);

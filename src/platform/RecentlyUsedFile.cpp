@@ -35,7 +35,7 @@ const QString emptyList =
 </xbel>
 )"_s;
 
-// A piece of the text, by its first position and the one behind it.
+// A range of the text: its first position and its end.
 struct Piece {
   qsizetype begin = 0;
   qsizetype end = 0;
@@ -45,23 +45,23 @@ struct Entry {
   QString address;
   Piece all;
   Piece startTag;
-  std::vector<Piece> ours;  // the elements of this application
+  std::vector<Piece> ours;  // this application's elements
   int otherApplications = 0;
   std::optional<qsizetype> applicationsEnd;  // before the closing tag of the list of applications
 };
 
 struct List {
   std::vector<Entry> entries;
-  qsizetype end = 0;  // before the closing tag of the root; 0 where there is none
+  qsizetype end = 0;  // before the closing tag of the root; 0 if there is none
 };
 
-// Behind the next `end`; the text's size where there is none.
+// The end of the next `end`; the text's size if there is none.
 qsizetype behind(const QString& text, qsizetype from, QLatin1String end) {
   const qsizetype found = text.indexOf(end, from);
   return found < 0 ? text.size() : found + end.size();
 }
 
-// Behind the ">" that closes the tag at `from`, whatever stands in its quotes.
+// The position after the ">" that closes the tag at `from`, ignoring those in quotes.
 qsizetype behindTag(const QString& text, qsizetype from) {
   QChar quote;
   for (qsizetype at = from; at < text.size(); ++at) {
@@ -97,12 +97,12 @@ std::vector<Piece> tagsIn(const QString& text) {
   return tags;
 }
 
-// Walks the elements of the list: what they are comes from the parser, where they stand from their tags.
+// Walks the elements of the list: their content comes from the parser, their positions from the tags.
 class ListReader {
  public:
   explicit ListReader(const QString& text) : m_text(text), m_reader(text), m_tags(tagsIn(text)) {}
 
-  // Nothing where the text is not well-formed, or holds more than elements that are written out.
+  // Nothing if the text is not well-formed, or contains elements that are not written out.
   std::optional<List> read() {
     while (!m_reader.atEnd()) {
       const auto token = m_reader.readNext();
@@ -191,21 +191,21 @@ QString newEntry(const QString& path, const QString& address, const QString& tim
                       applicationElement(time));
 }
 
-// The start of the line where nothing but blanks stands between it and `at`, else `at` itself.
+// The start of the line if only spaces precede `at` on it, else `at` itself.
 qsizetype startOfBlanks(const QString& text, qsizetype at) {
   qsizetype begin = at;
   while (begin > 0 && (text.at(begin - 1) == u' ' || text.at(begin - 1) == u'\t')) --begin;
   return begin == 0 || text.at(begin - 1) == u'\n' ? begin : at;
 }
 
-// On a line of its own where the list has lines.
+// On a line of its own if the list has lines.
 QString withEntry(QString text, qsizetype at, const QString& entry) {
   const qsizetype begin = startOfBlanks(text, at);
   const bool hasLines = begin > 0 && text.at(begin - 1) == u'\n';
   return text.insert(begin, hasLines ? u"  "_s + entry + u'\n' : entry);
 }
 
-// The start tag with another value of an attribute that it has.
+// The start tag with a new value of an existing attribute.
 QString withAttribute(QString tag, const QString& name, const QString& value) {
   static const QString quotes = u"\"'"_s;
   for (const QChar quote : quotes) {
@@ -217,7 +217,7 @@ QString withAttribute(QString tag, const QString& name, const QString& value) {
   return tag;
 }
 
-// With its line, where it has one of its own.
+// With its line, if it has one of its own.
 QString without(QString text, Piece piece) {
   const qsizetype begin = startOfBlanks(text, piece.begin);
   const bool hasLine =
@@ -239,7 +239,7 @@ std::optional<QString> RecentlyUsedFile::read() const {
   try {
     const QByteArray bytes = readWholeFile(m_path, maxSize);
     const QString text = QString::fromUtf8(bytes);
-    // What cannot be written back as it was is not touched.
+    // A file that could not be written back unchanged is left alone.
     return text.toUtf8() == bytes ? std::optional(text) : std::nullopt;
   } catch (const FileReadError&) {
     return std::nullopt;
@@ -265,7 +265,7 @@ void RecentlyUsedFile::note(const QString& documentPath) {
     write(withEntry(*text, list->end, newEntry(documentPath, address, time)));
     return;
   }
-  // From the end to the start, so that positions stay true.
+  // From the end to the start, so that earlier positions stay valid.
   QString changed = *text;
   if (found->ours.empty() && found->applicationsEnd) changed.insert(*found->applicationsEnd, applicationElement(time));
   const Piece& tag = found->startTag;

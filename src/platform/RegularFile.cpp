@@ -40,8 +40,8 @@ QString readingFailure(int error) {
 
 RegularFile::RegularFile(const QByteArray& path, const QString& folderReason) {
   if (path.contains('\0')) failWithSystemError(ENOENT);
-  // A pipe must not be opened without O_NONBLOCK, and a device not at all; the open file is looked at again because the
-  // path may have changed its meaning in between.
+  // A pipe must not be opened without O_NONBLOCK, and a device not at all; the open file is checked again because the
+  // path may lead elsewhere by now.
   struct stat status {};
   if (::stat(path.constData(), &status) != 0) failWithSystemError(errno);
   requireRegularFile(status, folderReason);

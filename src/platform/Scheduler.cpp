@@ -15,7 +15,7 @@ Scheduler::Task TimerScheduler::after(std::chrono::milliseconds delay, std::func
   QObject::connect(timer, &QTimer::timeout, &m_owner, [this, task, timer, work = std::move(work)] {
     m_timers.erase(task);
     timer->deleteLater();
-    // The work may end this scheduler, and the copy that the timer holds with it.
+    // The work may destroy this scheduler, and with it the timer's copy.
     const std::function<void()> running = work;
     running();
   });

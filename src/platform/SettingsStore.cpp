@@ -24,8 +24,8 @@ namespace quilmora {
 
 namespace {
 
-// The settings file is a JSON object. Texts, flags and numbers are themselves; bytes and lists of bytes, which JSON
-// does not know, are objects with one of these keys. So each value comes back as the kind that was written.
+// The settings file is a JSON object. Texts, flags and numbers are stored as such; bytes and lists of bytes, which JSON
+// does not have, are objects with one of these keys. So each value is read back as the kind that was written.
 const QString bytesKey = QStringLiteral("bytes");
 const QString bytesListKey = QStringLiteral("bytesList");
 
@@ -71,7 +71,7 @@ QJsonValue toJson(const QVariant& value) {
   return QJsonObject{{bytesListKey, array}};
 }
 
-// Invalid for what this program did not write.
+// Invalid for anything this program did not write.
 QVariant fromJson(const QJsonValue& value) {
   if (value.isString()) return value.toString();
   if (value.isBool()) return value.toBool();
@@ -100,7 +100,7 @@ void put(Values& values, const QString& key, const QVariant& value) {
 
 constexpr qsizetype maxFileBytes = qsizetype{16} << 20;
 
-// A damaged file, and what is no file, read as empty.
+// A damaged file, or anything other than a file, reads as empty.
 Values readSettings(const QString& path) {
   Values values;
   try {
@@ -154,7 +154,7 @@ std::optional<QList<QByteArray>> SettingsStore::bytesList(const QString& key) co
 }
 
 void SettingsStore::setText(const QString& key, const QString& value) {
-  // A null text is an empty one; the file knows no difference.
+  // A null text becomes an empty one; the file has no such difference.
   change(key, value.isNull() ? QVariant(QStringLiteral("")) : QVariant(value));
 }
 
@@ -218,7 +218,7 @@ QString DesktopSettingsStore::obstacle() const {
       return QStringLiteral("“%1” is not a regular file.").arg(m_path);
     if (::access(file.constData(), W_OK) != 0) return QStringLiteral("“%1”: %2.").arg(m_path, systemMessage(errno));
   }
-  // The folder, or the nearest one above it that is there.
+  // The folder, or its nearest existing ancestor.
   QByteArray folder = file;
   do folder.truncate(std::max<qsizetype>(folder.lastIndexOf('/'), 1));
   while (folder.size() > 1 && ::stat(folder.constData(), &status) != 0 && errno == ENOENT);

@@ -25,14 +25,14 @@ namespace quilmora {
 
 namespace {
 
-// A message: these bytes, the length of what follows as 32 bits, then the paths in UTF-8, each ended by a null
-// character. The answer is one byte.
+// A message: these bytes, the length of the rest as 32 bits, then the paths in UTF-8, each ended by a null character.
+// The answer is one byte.
 const QByteArray greeting = QByteArrayLiteral("QLMR1");
 constexpr qsizetype headerBytes = 5 + 4;
 constexpr char accepted = '+';
 constexpr int senderPatienceMilliseconds = 3000;
 constexpr int retryMilliseconds = 50;
-// With room for the folder in which the server makes its socket.
+// Leaves room for the folder in which the server creates its socket.
 constexpr qsizetype longestSocketPath = 90;
 
 QByteArray encodeMessage(const QStringList& paths) {
@@ -78,7 +78,7 @@ bool isWritable(const QString& folder) {
   return ::access(QFile::encodeName(folder).constData(), W_OK | X_OK) == 0;
 }
 
-// A folder that is this user's alone, or an empty text: in a shared place somebody else may have made it.
+// A folder that belongs to this user alone, or an empty text: in a shared place somebody else may have created it.
 QString privateFolder(const QString& path) {
   const QByteArray bytes = QFile::encodeName(path);
   ::mkdir(bytes.constData(), 0700);
@@ -115,7 +115,7 @@ std::unique_ptr<SingleInstance> SingleInstance::forUser() {
 }
 
 SingleInstance::~SingleInstance() {
-  // The socket goes first: who then still meets the lock waits for it instead of talking to nobody.
+  // The socket is closed first: a start that still finds the lock then waits for it instead of talking to nobody.
   m_server.close();
   if (m_lockDescriptor >= 0) ::close(m_lockDescriptor);
   if (m_socketFolder >= 0) ::close(m_socketFolder);
@@ -124,10 +124,10 @@ SingleInstance::~SingleInstance() {
 SingleInstance::Result SingleInstance::start(const QStringList& documents, int patienceMilliseconds) {
   const QByteArray message = encodeMessage(documents);
   const QDeadlineTimer deadline(patienceMilliseconds);
-  // Again and again, because the other one may be just starting, or just ending.
+  // In a loop, because the other one may be just starting or just ending.
   while (true) {
     const Lock lock = tryLock();
-    // A machine on which no lock can be had has no second editor that could keep one either.
+    // If no lock can be had on this machine, no second editor can hold one either.
     if (lock == Lock::impossible) return Result::first;
     if (lock == Lock::held) {
       listen();
@@ -146,7 +146,7 @@ SingleInstance::Result SingleInstance::start(const QStringList& documents, int p
   return Result::failed;
 }
 
-// The kernel gives the lock back when its holder ends, however it ends, so a lock is never stale.
+// The kernel releases the lock when its holder ends, however it ends, so a lock is never stale.
 SingleInstance::Lock SingleInstance::tryLock() {
   if (m_lockDescriptor >= 0) return Lock::held;
   QDir().mkpath(QFileInfo(m_lockPath).path());
@@ -164,7 +164,7 @@ SingleInstance::Lock SingleInstance::tryLock() {
   return Lock::impossible;
 }
 
-// The system takes about a hundred bytes for a socket's path, so a longer one goes through the open folder.
+// The system limits a socket's path to about a hundred bytes, so a longer one goes through the open folder.
 QString SingleInstance::reachableSocketPath() {
   const QByteArray path = QFile::encodeName(m_socketPath);
   if (path.size() <= longestSocketPath) return m_socketPath;
@@ -189,7 +189,7 @@ bool SingleInstance::handOver(const QByteArray& message, int patienceMillisecond
   return socket.read(1) == QByteArray(1, accepted);
 }
 
-// The lock is held, so a socket that stands there belongs to nobody any more.
+// We hold the lock, so an existing socket belongs to nobody any more.
 void SingleInstance::listen() {
   if (m_server.isListening()) return;
   QDir().mkpath(QFileInfo(m_socketPath).path());
@@ -233,7 +233,7 @@ void SingleInstance::readFrom(QLocalSocket* socket) {
   socket->write(QByteArray(1, accepted));
   socket->flush();
   socket->disconnectFromServer();
-  // Later, because opening a document takes its time and may show a dialog.
+  // Later, because opening a document takes time and may show a dialog.
   QTimer::singleShot(0, this, [this, paths] { Q_EMIT documentsReceived(*paths); });
 }
 

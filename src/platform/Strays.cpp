@@ -22,7 +22,7 @@ namespace {
 
 constexpr std::string_view prefix = ".quilmora-";
 constexpr std::time_t minute = 60;
-// Longer than any write takes between two looks at its file.
+// Longer than any write takes between two checks of its file.
 constexpr std::time_t youngestFile = 10 * minute;
 constexpr std::time_t youngestFolder = 24 * 60 * minute;
 constexpr int mostEntries = 200'000;
@@ -35,7 +35,7 @@ bool isOwnName(std::string_view name) {
   return name.starts_with(prefix) && isAll(name.substr(prefix.size()), "0123456789abcdefghijklmnopqrstuvwxyz", 13);
 }
 
-// What packages were built under before they were called as files are.
+// The names that packages were built under before they shared those of files.
 bool isOldFolderName(std::string_view name) {
   constexpr std::string_view ending = ".mindmap.";
   const std::size_t place = name.rfind(ending);
@@ -53,7 +53,7 @@ class Descriptor {
     if (m_number >= 0) ::close(m_number);
   }
   int number() const { return m_number; }
-  // Nothing unless it is the user's own and was last changed so many seconds ago.
+  // Nothing unless it is the user's own and was last changed at least this many seconds ago.
   std::optional<struct stat> ownSince(std::time_t seconds) const {
     struct stat status {};
     if (m_number < 0 || ::fstat(m_number, &status) != 0 || status.st_uid != ::geteuid()) return std::nullopt;
@@ -87,7 +87,7 @@ void removeFile(int folder, const char* name) {
   const Descriptor file(folder, name, O_RDONLY);
   const auto status = file.ownSince(youngestFile);
   if (!status || !S_ISREG(status->st_mode) || status->st_nlink != 1) return;
-  // Who writes it holds it.
+  // Its writer holds it.
   if (::flock(file.number(), LOCK_EX | LOCK_NB) != 0) return;
   ::unlinkat(folder, name, 0);
 }
@@ -97,7 +97,7 @@ bool isEmptyFolder(int folder, const char* name) {
   return inner.number() >= 0 && namesIn(inner.number()).empty();
 }
 
-// A package that was being built holds these and nothing else; anything more is somebody's.
+// A package being built contains only these; anything more belongs to somebody.
 void removeFolder(int folder, const char* name) {
   {
     const Descriptor package(folder, name, O_RDONLY | O_DIRECTORY);
@@ -142,7 +142,7 @@ void removeStrays(const QByteArray& path) {
   if (folder < 0) return;
   for (const std::string& name : namesIn(folder)) {
     if (!isOwnName(name) && !isOldFolderName(name)) continue;
-    // Only these are opened: a device would not bear it.
+    // Only these are opened: opening a device may have effects.
     if (isFolder(folder, name.c_str()))
       removeFolder(folder, name.c_str());
     else if (isOwnName(name) && isRegular(folder, name.c_str()))

@@ -12,14 +12,14 @@ namespace quilmora {
 
 namespace {
 
-// Where the handler writes; a handler may use nothing but this and write().
+// Where the handler writes; a signal handler may use only this and write().
 std::atomic<int> handlerWriteEnd{-1};
 static_assert(std::atomic<int>::is_always_lock_free);
 
 extern "C" void writeSignalNumber(int signalNumber) {
   const int error = errno;
   const auto number = static_cast<unsigned char>(signalNumber);
-  // A full pipe holds the news already.
+  // If the pipe is full, the news is already in it.
   [[maybe_unused]] const ssize_t written = ::write(handlerWriteEnd.load(), &number, 1);
   errno = error;
 }
