@@ -60,19 +60,19 @@ void ensureFolder(const QString& path) {
   if (!QFileInfo(path).isDir() && ::mkdir(QFile::encodeName(path).constData(), 0777) != 0) failWithSystemError(errno);
 }
 
-// The text comes last: what went wrong before it has changed no document.
+// The text comes last: a failure before it has changed no document.
 void fillPackage(const QString& folder, const QByteArray& json) {
   ensureFolder(folder + QStringLiteral("/Assets"));
   ensureFolder(folder + QStringLiteral("/Thumbnails"));
   writeFile(folder + QLatin1Char('/') + documentName, json);
 }
 
-// Moves a folder to a path where nothing may stand.
+// Moves a folder to a path where nothing may exist.
 void moveIntoPlace(const QString& from, const QString& to) {
   const QByteArray source = QFile::encodeName(from);
   const QByteArray target = QFile::encodeName(to);
   if (::renameat2(AT_FDCWD, source.constData(), AT_FDCWD, target.constData(), RENAME_NOREPLACE) == 0) return;
-  // Some file systems know only the plain call, which replaces nothing but an empty folder.
+  // Some file systems support only the plain call, which replaces nothing but an empty folder.
   if (errno != EINVAL || ::rename(source.constData(), target.constData()) != 0) failWithSystemError(errno);
 }
 
@@ -97,7 +97,7 @@ ReadDocument readDocumentAt(const QString& path) {
   requireFilePath(path);
   const QString file = documentFileAt(path);
   ReadDocument document;
-  // Looked at first: who replaces the file in between is found by the content.
+  // The stamp is taken first: if another program replaces the file in between, its content will differ.
   document.state.stamp = stampOf(file);
   PaddedText text = readWhole(QFile::encodeName(file));
   ContentHash hash;

@@ -16,8 +16,7 @@ using namespace json;
 constexpr auto mapKeys = keyList("canvas", "createdAt", "edges", "hierarchical", "layout", "nodes", "regions",
                                  "relationships", "title", "updatedAt", "version");
 constexpr std::array<std::string_view, 4> recordArrays{"edges", "nodes", "regions", "relationships"};
-// An older reference to a picture, "imageRef", may stand in a node; it is no field and is left alone like an unknown
-// key.
+// A node may have "imageRef", an older reference to a picture; it is not a field and is ignored like an unknown key.
 constexpr auto nodeKeys =
     keyList("aiGenerated", "badge", "emoji", "icon", "id", "imageData", "notes", "position", "style", "title", "url");
 constexpr auto iconKeys = keyList("type", "value");
@@ -38,7 +37,7 @@ class MapReader {
     if (text.size <= windowSize) return readMap(parseWhole(std::move(text)).root());
     MindMap records;
     const auto receive = [&](std::string_view key, simdjson::dom::array items) {
-      // Its texts went with the window of before.
+      // Its texts belonged to the previous window.
       m_pool = TextPool();
       readItems(key, items, records);
     };

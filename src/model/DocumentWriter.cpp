@@ -10,7 +10,7 @@ namespace {
 
 using json::JsonWriter;
 
-// Writes the records with their keys in sorted order.
+// Writes the records with sorted keys.
 class MapWriter {
  public:
   explicit MapWriter(JsonForm form) : m_json(form) {}
@@ -56,7 +56,7 @@ class MapWriter {
     m_json.endObject();
   }
 
-  // Once `least` bytes wait for it.
+  // Hands over what is buffered once it is at least `least` bytes.
   void handOver(std::size_t least) {
     if (m_receiver == nullptr || m_json.pending().size() < least) return;
     m_isTaken = m_isTaken && (*m_receiver)(m_json.pending());

@@ -8,14 +8,14 @@ namespace quilmora {
 
 namespace {
 
-// Every bit of the result depends on every bit of the argument: the constants are those of the SplitMix64 generator.
+// Every bit of the result depends on every bit of the argument; the constants are those of the SplitMix64 generator.
 std::uint64_t mixed(std::uint64_t bits) {
   bits = (bits ^ bits >> 30) * 0xBF58476D1CE4E5B9ull;
   bits = (bits ^ bits >> 27) * 0x94D049BB133111EBull;
   return bits ^ bits >> 31;
 }
 
-// Ids that differ in a few bits only, such as numbered ones, must spread as well as random ones.
+// Ids that differ in only a few bits, such as numbered ones, must spread as well as random ones.
 std::size_t hashOf(const QUuid& id) {
   static const std::uint64_t seed = QRandomGenerator::system()->generate64();
   std::uint64_t halves[2];

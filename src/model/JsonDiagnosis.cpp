@@ -34,13 +34,13 @@ std::size_t sequenceLength(std::string_view text) {
   const std::size_t length = lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
   for (std::size_t i = 1; i < length; ++i)
     if ((byte(i) & 0xC0) != 0x80) return 0;
-  // Overlong forms, surrogates, and what lies beyond the last code point.
+  // Overlong forms, surrogates, and anything beyond the last code point.
   if ((lead == 0xE0 && byte(1) < 0xA0) || (lead == 0xED && byte(1) > 0x9F)) return 0;
   if ((lead == 0xF0 && byte(1) < 0x90) || (lead == 0xF4 && byte(1) > 0x8F)) return 0;
   return length;
 }
 
-// Whether a well-formed number is too large for a double; one that is too small is none the worse.
+// Whether a well-formed number is too large for a double; one that is too small is fine.
 bool isOverflow(std::string_view number) {
   double value = 0;
   if (std::from_chars(number.data(), number.data() + number.size(), value).ec == std::errc()) return false;
@@ -58,7 +58,7 @@ class Scanner {
     skipSpace();
     if (atEnd()) throw DocumentError(QStringLiteral("the file is empty"));
     for (bool more = true; more;) {
-      if (!beginValue()) continue;  // an array or object was entered and has a value to come
+      if (!beginValue()) continue;  // an array or object was entered and needs a value
       more = afterValue();
     }
     skipSpace();
@@ -99,7 +99,8 @@ class Scanner {
     }
   }
 
-  // Takes a whole value, or the start of an array or object up to its first value. Answers whether the value is whole.
+  // Reads a whole value, or the start of an array or object up to its first value. Returns whether the value is
+  // complete.
   bool beginValue() {
     skipSpace();
     if (atEnd()) fail(QStringLiteral("the document ends too early"));
@@ -125,7 +126,7 @@ class Scanner {
     return true;
   }
 
-  // Takes what follows a whole value. Answers whether another value must come.
+  // Reads what follows a complete value. Returns whether another value must come.
   bool afterValue() {
     while (!m_open.empty()) {
       skipSpace();

@@ -18,7 +18,7 @@ static_assert(PaddedText::padding >= simdjson::SIMDJSON_PADDING);
 using simdjson::dom::document;
 using simdjson::dom::parser;
 
-// The text with its overlong whole numbers, which the parser refuses, written as reals.
+// The text with its overlong whole numbers, which the parser refuses, rewritten as reals.
 PaddedText withRealNumbers(std::string_view before, const std::vector<std::size_t>& ends) {
   std::string after;
   after.reserve(before.size() + 2 * ends.size());
@@ -32,12 +32,13 @@ PaddedText withRealNumbers(std::string_view before, const std::vector<std::size_
   return PaddedText::copyOf(after);
 }
 
-// One parser and one set of values for texts one after the other: what they once touched is not touched anew.
+// One parser and one set of values for consecutive texts, so that their memory is reused.
 class Parsing {
  public:
   Parsing(std::size_t capacity, std::size_t deepest) : m_capacity(capacity), m_deepest(deepest) {}
 
-  // `text` must have the padding behind it. The values stand until the next call. `origin` is where it stands.
+  // `text` must be followed by the padding. The values are valid until the next call. `origin` is the text's place in
+  // the document.
   const document& parse(std::string_view text, TextOrigin origin) {
     auto error = tryParse(text);
     if (error == simdjson::MEMALLOC || error == simdjson::CAPACITY)
@@ -78,8 +79,8 @@ void refuseMark(std::string_view text) {
   if (text.starts_with("\xEF\xBB\xBF")) throw DocumentError(QStringLiteral("the file begins with a byte-order mark"));
 }
 
-// Finds where arrays and items begin and end. It need not tell a sound text from another, only cut it so that the
-// parser finds every fault in one of the parts.
+// Finds where arrays and items start and end. It need not detect faults, only cut the text so that the parser finds
+// every fault in one of the parts.
 class Windows {
  public:
   Windows(PaddedText text, std::span<const std::string_view> keys, std::size_t windowSize, const ItemReceiver& receive)
@@ -87,7 +88,7 @@ class Windows {
         m_keys(keys),
         m_windowSize(windowSize),
         m_receive(receive),
-        // An item stands in an array within the outermost object, and in an array alone when it is parsed.
+        // An item is nested in an array within the outermost object, but only in an array when it is parsed.
         m_parsing(windowSize + windowSize / 4, deepestNesting - 1) {}
 
   document read() {
@@ -135,7 +136,7 @@ class Windows {
     return at;
   }
 
-  // The place behind the closing mark of the string that begins at `at`; the end of the text without one.
+  // The end of the string that starts at `at`; the end of the text if it is not closed.
   std::size_t endOfString(std::size_t at) const {
     const char* const begin = m_text.bytes.get();
     for (std::size_t from = at + 1; from < m_text.size;) {
@@ -150,7 +151,7 @@ class Windows {
     return m_text.size;
   }
 
-  // The bracket of the array that follows a key that ends at `end`.
+  // The bracket of the array after a key that ends at `end`.
   std::size_t arrayBehind(std::size_t end) const {
     std::size_t at = behindSpace(end);
     if (at >= m_text.size || byte(at) != ':') return none;
@@ -173,7 +174,7 @@ class Windows {
     return found == m_keys.end() ? std::string_view() : *found;
   }
 
-  // The comma behind the first item that ends at or behind `least`, or the bracket that ends the array.
+  // The comma after the first item that ends at or after `least`, or the bracket that ends the array.
   std::size_t endOfItems(std::size_t at, std::size_t least) const {
     std::size_t depth = 0;
     for (; at < m_text.size; ++at) {
@@ -200,7 +201,7 @@ class Windows {
     return at;
   }
 
-  // Takes the items of the array that begins at `bracket` and answers where it ends.
+  // Reads the items of the array that starts at `bracket` and returns where it ends.
   std::size_t readItems(std::string_view key, std::size_t bracket) {
     keepUntil(bracket + 1);
     countLinesUntil(bracket);
@@ -220,7 +221,7 @@ class Windows {
     }
   }
 
-  // Makes an array of its own of the items, where they stand.
+  // Turns the items into an array of their own, in place.
   void readWindow(std::string_view key, std::size_t begin, std::size_t end) {
     char& before = m_text.bytes[begin - 1];
     char& behind = m_text.bytes[end];
@@ -244,7 +245,7 @@ class Windows {
     throw DocumentError(QStringLiteral("line %1: %2").arg(line).arg(cause));
   }
 
-  // What stands between the last array and `end` belongs to the rest.
+  // The text between the last array and `end` belongs to the rest.
   void keepUntil(std::size_t end) {
     m_rest += between(m_kept, end);
     m_kept = end;

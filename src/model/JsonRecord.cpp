@@ -13,7 +13,7 @@ namespace {
 
 using simdjson::dom::element;
 
-// A text of the document as part of a message: never longer than a line.
+// A text of the document as part of a message: at most one line.
 QString quotable(std::string_view text) {
   constexpr qsizetype longest = 40;
   QString quoted = QString::fromUtf8(QByteArrayView(text.substr(0, 4 * longest)));
@@ -43,7 +43,7 @@ std::optional<std::array<double, 2>> pairOf(element value) {
 }  // namespace
 
 QString textFromUtf8(std::string_view text) {
-  // QString::fromUtf8 takes U+FEFF at the start for a mark of the encoding and drops it, but here it is content.
+  // QString::fromUtf8 drops U+FEFF at the start as an encoding mark, but here it is content.
   constexpr std::string_view mark = "\xEF\xBB\xBF";
   qsizetype marks = 0;
   for (; text.starts_with(mark); text.remove_prefix(mark.size())) ++marks;
@@ -76,7 +76,7 @@ std::uint32_t collectFields(const Field& field, std::span<const std::string_view
   std::vector<std::string_view> unknown;
   std::size_t next = 0;
   for (const auto& [key, value] : object) {
-    // In a document with sorted keys the next one follows the last.
+    // In a document with sorted keys the next key follows the last one.
     std::size_t k = next;
     while (k < names.size() && names[k] != key) ++k;
     if (k == names.size()) {

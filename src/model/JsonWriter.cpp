@@ -10,8 +10,7 @@ namespace quilmora::json {
 
 namespace {
 
-// What follows the backslash of a character below 0x80: 0 for one that stands for itself, 'u' for one without a short
-// form.
+// What follows the backslash for a character below 0x80: 0 if it needs no escape, 'u' if it has no short form.
 constexpr auto escapes = [] {
   std::array<char, 128> table{};
   for (std::size_t c = 0; c < 0x20; ++c) table[c] = 'u';
@@ -67,7 +66,7 @@ void JsonWriter::plainText(std::string_view text) {
 }
 
 void JsonWriter::text(const QString& text) {
-  // By pieces, because room is made for the longest escapes.
+  // In pieces, because room is made for the longest escapes.
   constexpr qsizetype pieceLength = 4096;
   const auto* units = reinterpret_cast<const char16_t*>(text.utf16());
   m_buffer.put('"');
@@ -110,9 +109,9 @@ void JsonWriter::putText(const char16_t* units, qsizetype count) {
 
 void JsonWriter::number(double value) {
   constexpr double greatest = std::numeric_limits<double>::max();
-  // Beyond this whole numbers are written with an exponent: many readers take digits alone for a 64-bit integer.
+  // Beyond this, whole numbers are written with an exponent: many readers take plain digits for a 64-bit integer.
   constexpr double greatestWhole = 9007199254740992.0;  // 2^53
-  if (!(value != 0)) value = 0;                         // -0 too
+  if (!(value != 0)) value = 0;                         // and -0
   if (std::isnan(value)) value = 0;
   value = std::clamp(value, -greatest, greatest);
   if (std::abs(value) <= greatestWhole && value == std::trunc(value)) {

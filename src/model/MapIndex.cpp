@@ -6,11 +6,11 @@ namespace quilmora {
 
 namespace {
 
-// The blocks in which two arrays differ, once the equal blocks at both ends are left out. Positions are of records.
+// The blocks in which two arrays differ, without the equal blocks at both ends. Starts and ends are record ordinals.
 struct Difference {
   std::size_t firstBlock = 0;  // the same in both arrays
   std::size_t oldStart = 0;    // first record that may differ
-  std::size_t oldEnd = 0;      // records of the old array from here on are those of the new array from newEnd on
+  std::size_t oldEnd = 0;      // records of the old array from here on equal those of the new array from newEnd on
   std::size_t newEnd = 0;
   std::size_t newEndBlock = 0;
 };
@@ -58,13 +58,13 @@ bool isSameRange(const std::vector<std::uint32_t>& values, std::size_t start, st
 }  // namespace
 
 MapIndex::Change MapIndex::update(const SharedArray<Node>& nodes, const SharedArray<Edge>& edges) {
-  // Ids that left the map keep their numbers; once they outweigh the living ones the table starts afresh.
+  // Ids that left the map keep their numbers; once they outnumber the current ones the table starts afresh.
   const bool startsAfresh = m_ids->size() > 2 * (nodes.size() + edges.size()) + 1024;
   if (startsAfresh) *this = MapIndex();
   Change change;
   change.structure = updateNodes(nodes, change.positions);
   change.structure |= updateEdges(edges);
-  // Numbers given before are void now, also where the map became empty and the fresh index has nothing to take in.
+  // Earlier numbers are invalid now, even if the map became empty and the fresh index has nothing to take in.
   change.structure |= startsAfresh;
   change.positions |= startsAfresh;
   if (numberCount() < m_ids->size()) m_nodeOfNumber.write().resize(m_ids->size(), npos);
@@ -76,7 +76,7 @@ std::uint32_t MapIndex::find(const QUuid& id) const {
   return number < numberCount() ? (*m_nodeOfNumber)[number] : npos;
 }
 
-// Most changed records keep their ids: the number that stood in the same place spares the search.
+// Most changed records keep their ids: trying the number from the same place saves the search.
 std::uint32_t MapIndex::numberOf(const QUuid& id, std::uint32_t likely) {
   if (likely != npos && (*m_ids)[likely] == id) return likely;
   const std::uint32_t number = m_ids->find(id);
@@ -100,7 +100,7 @@ bool MapIndex::updateNodes(const SharedArray<Node>& nodes, bool& positionsChange
       positions.push_back(node.position);
     }
   const bool sameStructure = isSameRange(numbersBefore, difference.oldStart, difference.oldEnd, numbers);
-  // QPointF compares loosely; here a point is the same only to the bit.
+  // QPointF compares with a tolerance; here points must be equal bit for bit.
   const bool samePositions =
       sameStructure && std::equal(positions.begin(), positions.end(), m_positions->begin() + difference.oldStart,
                                   [](QPointF a, QPointF b) { return a.x() == b.x() && a.y() == b.y(); });

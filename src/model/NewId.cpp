@@ -13,7 +13,7 @@ constexpr std::size_t idSize = 16;
 
 class RandomBytes {
  public:
-  // The next 16 bytes, or nothing when the system gives none.
+  // The next 16 bytes, or nothing if the system gives none.
   const uchar* next() {
     if (m_used + idSize > m_size && !refill()) return nullptr;
     const uchar* bytes = m_bytes.data() + m_used;
@@ -22,7 +22,7 @@ class RandomBytes {
   }
 
  private:
-  // A signal may cut it short.
+  // A signal may interrupt the read.
   bool refill() {
     const ssize_t count = ::getrandom(m_bytes.data(), m_bytes.size(), 0);
     m_size = count > 0 ? static_cast<std::size_t>(count) : 0;

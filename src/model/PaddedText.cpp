@@ -16,10 +16,10 @@ namespace {
 
 constexpr std::uintptr_t largePage = 2u << 20;
 
-// From here on it is worth asking; the system promises more than it has, and ends who takes its word.
+// From this size on it is worth asking: the system promises more memory than it has, and kills a process that uses it.
 constexpr std::size_t muchMemory = std::size_t{64} << 20;
 
-// Bytes that programs may still take; nothing where the system does not say.
+// The memory still available to programs, in bytes; nothing if the system does not say.
 std::optional<std::size_t> freeMemory() {
   std::ifstream information("/proc/meminfo");
   std::size_t available = 0;
@@ -67,7 +67,7 @@ void adviseLargePages(void* begin, std::size_t size) {
   const auto address = reinterpret_cast<std::uintptr_t>(begin);
   const std::uintptr_t first = (address + largePage - 1) & ~(largePage - 1);
   const std::uintptr_t last = (address + size) & ~(largePage - 1);
-  // Only advice: where it cannot be followed, small pages do.
+  // Only advice: if it is ignored, small pages work too.
   if (first < last) ::madvise(static_cast<char*>(begin) + (first - address), last - first, MADV_HUGEPAGE);
 }
 

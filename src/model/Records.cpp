@@ -4,7 +4,7 @@ namespace quilmora {
 
 namespace {
 
-// QPointF's own comparison is fuzzy; records compare field by field, exactly.
+// QPointF compares with a tolerance; records compare exactly, field by field.
 bool isSame(const QPointF& a, const QPointF& b) {
   return a.x() == b.x() && a.y() == b.y();
 }

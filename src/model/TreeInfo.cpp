@@ -21,7 +21,7 @@ TreeInfo::TreeInfo(const MapIndex& index) {
   const auto& to = index.edgeTo();
   for (std::size_t i = 0; i < from.size(); ++i) data->parents[to[i]] = from[i];
 
-  // Breadth first, so that a topic with several parents takes its shortest distance from a root.
+  // Breadth first, so that a topic with several parents gets its shortest distance from a root.
   std::vector<std::uint32_t> queue;
   queue.reserve(count);
   std::vector<char> isTopic(count, 0);
