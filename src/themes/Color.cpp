@@ -34,7 +34,7 @@ QColor opaqueColor(std::uint32_t value) {
                 static_cast<int>(value & 0xFF));
 }
 
-// Nearly every colour of a map is written "#RRGGBB" or "RRGGBB".
+// Nearly every colour in a map is written "#RRGGBB" or "RRGGBB".
 std::optional<std::uint32_t> plainValue(QStringView text) {
   if (text.size() == digitCount + 1 && text.front() == u'#') text = text.sliced(1);
   if (text.size() != digitCount) return std::nullopt;
@@ -47,7 +47,7 @@ std::optional<std::uint32_t> plainValue(QStringView text) {
   return value;
 }
 
-// Combining marks count with the letters that carry them.
+// Combining marks belong to the letters that carry them.
 bool isAlphanumeric(char32_t point) {
   return QChar::isLetterOrNumber(point) || QChar::isMark(point);
 }
@@ -79,7 +79,7 @@ QStringView stripped(QStringView text) {
   return text;
 }
 
-// Whether a person counts six characters, however many code units they take. Looks no further than the seventh.
+// Whether the text has exactly six user-perceived characters. Reads no further than the seventh.
 bool hasSixCharacters(QStringView text) {
   if (text.size() < digitCount) return false;
   if (std::all_of(text.begin(), text.end(), [](QChar unit) { return unit.unicode() < 0x80 && unit != u'\r'; }))
@@ -90,7 +90,8 @@ bool hasSixCharacters(QStringView text) {
   return finder.position() == text.size();
 }
 
-// The usual scanner of hexadecimal numbers: takes an optional 0x and stops at the first character that is no digit.
+// Like the usual scanner of hexadecimal numbers: accepts an optional 0x and stops at the first character that is not a
+// digit.
 std::uint32_t scanHexadecimal(QStringView text) {
   if (text.size() > 2 && text[0] == u'0' && (text[1] == u'x' || text[1] == u'X') && hexValue(text[2].unicode()) >= 0)
     text = text.sliced(2);
@@ -103,7 +104,7 @@ std::uint32_t scanHexadecimal(QStringView text) {
   return value;
 }
 
-// What "%02X" prints of a signed machine integer: a negative number shows as its two's complement.
+// What "%02X" prints for a signed machine integer: a negative number appears as its two's complement.
 std::uint32_t printedStep(double component) {
   const double scaled = std::trunc(component * 255.0);
   constexpr double limit = 9223372036854775808.0;  // 2^63
@@ -128,7 +129,7 @@ QString hexFromColor(const QColor& color) {
     const std::array<double, 3> components = {color.redF(), color.greenF(), color.blueF()};
     return hexFromColor(components);
   }
-  // The 16-bit components: QColor's own reals are single precision and would lose more steps.
+  // The 16-bit components: QColor's own reals are single precision and would lose more.
   const QRgba64 stored = color.rgba64();
   const std::array<double, 3> components = {stored.red() / 65535.0, stored.green() / 65535.0, stored.blue() / 65535.0};
   return hexFromColor(components);

@@ -14,7 +14,7 @@ namespace quilmora {
 
 namespace {
 
-// Reads required texts, and remembers whether one was missing or of another kind.
+// Reads required texts, and remembers whether one was missing or not a text.
 class TextReader {
  public:
   explicit TextReader(QJsonObject object) : m_object(std::move(object)) {}
@@ -127,7 +127,7 @@ Theme toTheme(const CustomTheme& custom) {
   theme.category = ThemeCategory::custom;
   for (const CustomTheme::NodeColor& colors : custom.nodeColors)
     theme.nodeColors.push_back({colors.fill, colors.stroke, colors.textColor, std::nullopt});
-  // A theme has a row for every depth, whatever was stored.
+  // A theme needs a row for every depth, whatever was stored.
   if (theme.nodeColors.empty()) theme.nodeColors.push_back({noColor, noColor, QStringLiteral("#FFFFFF"), std::nullopt});
   return theme;
 }
