@@ -49,7 +49,7 @@ class LeftRightPlacement {
       stack.pop_back();
       if (m_placed[step.number]) continue;
       put(step.number, m_center + QPointF(step.depth * step.direction * m_layout.levelSpacing, step.offset));
-      // The first child has to come off the stack first.
+      // The first child must come off the stack first.
       const std::uint32_t first = m_children.start[step.number];
       const auto count = static_cast<double>(m_children.childCount(step.number));
       double offset = step.offset - (count - 1.0) * m_layout.siblingSpacing * 0.5;

@@ -13,8 +13,8 @@ namespace {
 
 constexpr double pi = std::numbers::pi;
 
-// Leaves below every number. A cycle counts 1 where it closes. Kept as doubles: a ladder of diamonds has more leaves
-// than an integer holds.
+// The number of leaves below every number. A cycle counts 1 where it closes. Kept as doubles: a ladder of diamonds has
+// more leaves than an integer can hold.
 class LeafCounts {
  public:
   LeafCounts(const MapIndex& index, const ChildTable& children)
@@ -65,9 +65,9 @@ class LeafCounts {
   std::vector<Frame> m_path;
 };
 
-// Where a topic can be reached on several paths, the last one that a walk in child order takes decides its place. A
-// walk that goes through roots and children backwards meets that path first, so that each topic is placed just once,
-// however many paths lead to it; and a cycle ends at its first repetition.
+// If a topic can be reached on several paths, the last one in a walk in child order decides its place. A walk backwards
+// through roots and children meets that path first, so that each topic is placed just once, however many paths lead to
+// it; a cycle ends at its first repetition.
 class RadialPlacement {
  public:
   RadialPlacement(const RadialLayout& layout, const MapIndex& index, QPointF center)
@@ -107,7 +107,7 @@ class RadialPlacement {
   }
 
  private:
-  // A placed topic whose children get the sector from `start` to `end` on the ring of `depth`.
+  // A placed topic whose children share the sector from `start` to `end` on the ring of `depth`.
   struct Sector {
     std::uint32_t number;
     int depth;

@@ -6,7 +6,7 @@ namespace quilmora {
 
 namespace {
 
-// One run over a map. The walk keeps its own stack, so that a chain of any length is placed.
+// One run over a map. The walk keeps its own stack, so that chains of any length work.
 class TreePlacement {
  public:
   TreePlacement(const TreeLayout& layout, const MapIndex& index)
@@ -22,7 +22,7 @@ class TreePlacement {
       placeTree(roots[i]);
       if (i + 1 < roots.size()) m_cursor += 2.0 * m_layout.siblingSpacing;
     }
-    // What no root reaches lies on a cycle or below one, and forms one more rank at depth 0.
+    // Topics that no root reaches are on a cycle or below one, and form one more rank at depth 0.
     for (const std::uint32_t number : m_index.numberOfNode())
       if (!m_visited[number]) placeLeaf(number, 0);
     return std::move(m_table);
@@ -32,7 +32,7 @@ class TreePlacement {
   struct Frame {
     std::uint32_t number;
     std::uint32_t nextChild;  // within m_children.numbers
-    double start;             // of the cursor
+    double start;             // position of the cursor when the frame was opened
   };
 
   void placeTree(std::uint32_t root) {
@@ -46,13 +46,13 @@ class TreePlacement {
         m_path.pop_back();
         continue;
       }
-      // The gap between children goes by place in the list, also behind a child that was placed elsewhere before.
+      // The gap between children depends on the index in the list, even after a child that was placed elsewhere before.
       if (frame.nextChild > first) m_cursor += m_layout.subtreeSpacing;
       enter(m_children.numbers[frame.nextChild++]);
     }
   }
 
-  // Places a leaf at once, opens a frame for any other topic, and turns away one that was here before.
+  // Places a leaf at once, opens a frame for any other topic, and rejects one that was already visited.
   void enter(std::uint32_t number) {
     if (m_visited[number]) return;
     if (m_children.childCount(number) == 0) {
