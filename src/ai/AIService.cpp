@@ -31,7 +31,7 @@ QFuture<QString> AIService::summarizeBranch(const QStringList& titles, const QSt
                       [](const AITreeNode& tree) { return tree.notes.value_or(tree.title); });
 }
 
-// The back end is kept until its call ends, whatever replaces it meanwhile.
+// Keeps the provider until its call ends, even if another replaces it meanwhile.
 template <class Result, class Make>
 QFuture<Result> AIService::ask(const AIRequest& request, const QString& progress, const Cancellation& cancellation,
                                Make make) {

@@ -53,7 +53,7 @@ QPointF positionOf(const MindMap& map, const QUuid& id) {
   return {};
 }
 
-// Where the fan of `count` siblings puts the one at `index`, as an offset along the y axis.
+// The offset along the y axis of sibling `index` in a fan of `count`.
 double fanOffset(std::size_t index, std::size_t count, double step) {
   const std::size_t middle = count / 2;
   return (static_cast<double>(index) - static_cast<double>(middle)) * step;

@@ -8,7 +8,7 @@ namespace quilmora {
 
 namespace {
 
-// Gives `target`, which has no children yet, a copy of all that `source` is.
+// Copies everything in `source` to `target`, which has no children yet.
 void copyTree(const AITreeNode& source, AITreeNode& target) {
   std::vector<std::pair<const AITreeNode*, AITreeNode*>> pending{{&source, &target}};
   while (!pending.empty()) {
@@ -39,7 +39,7 @@ AITreeNode& AITreeNode::operator=(const AITreeNode& other) {
 
 AITreeNode::~AITreeNode() {
   if (!hasChildren(*this)) return;
-  // Each list gives up the lists below it before it goes, so that no destructor calls another one level down.
+  // Each list hands over the lists below it before it is destroyed, so that no destructor recurses into another.
   std::vector<std::vector<AITreeNode>> pending;
   pending.push_back(std::move(*children));
   while (!pending.empty()) {

@@ -12,7 +12,7 @@ namespace {
 
 using simdjson::dom::element;
 
-// Levels of JSON, two of them to a level of topics. Each costs some bytes of memory, and no stack.
+// Levels of JSON, two for each level of topics. Each takes some bytes of memory, but no stack.
 constexpr std::size_t deepestNesting = 1'000'000;
 
 class TreeReader {
@@ -35,12 +35,12 @@ class TreeReader {
   }
 
  private:
-  // A list of children that is being read.
+  // A list of children being read.
   struct Level {
     simdjson::dom::array::iterator next;
     simdjson::dom::array::iterator end;
     std::vector<AITreeNode>* list;
-    std::size_t index;  // of the child behind the one that is being read
+    std::size_t index;  // of the child after the one being read
   };
 
   // Reads one topic, and opens its list of children.
@@ -78,7 +78,7 @@ class TreeReader {
     return json::textFromUtf8(utf8);
   }
 
-  // The place is told by its innermost levels, because a message is one line.
+  // The place is given by its innermost levels, so that the message stays on one line.
   [[noreturn]] void fail(std::string_view key, std::string_view cause) const {
     constexpr std::size_t toldLevels = 6;
     QString place;
@@ -104,7 +104,7 @@ simdjson::error_code parse(const QByteArray& json, simdjson::dom::parser& parser
   return parser.parse(json.constData(), size, true).get(root);
 }
 
-// Where the parser cannot take whole numbers of this length, they are written as reals; nothing reads them.
+// The parser cannot read whole numbers of this length, so they are rewritten as reals; nothing uses their values.
 QByteArray withRealNumbers(const QByteArray& json, const std::vector<std::size_t>& ends) {
   QByteArray result;
   result.reserve(json.size() + 2 * static_cast<qsizetype>(ends.size()));

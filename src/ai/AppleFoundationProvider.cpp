@@ -14,7 +14,7 @@ const QString notEnabled = QStringLiteral(
     "Intelligence.");
 const QString tryAgain = QStringLiteral(" Then try again, or switch to Claude/OpenAI in Settings → AI.");
 
-// A failure is judged by its words alone, also one of reading the reply.
+// A failure is classified by its text alone, including failures to read the reply.
 std::exception_ptr judged(const std::exception& error, const QString& notEnabledWords) {
   const QString words = errorDescription(error);
   for (const char* sign : {"not available", "not enabled", "intelligence"})

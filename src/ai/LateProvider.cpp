@@ -8,7 +8,7 @@ namespace quilmora {
 
 namespace {
 
-// Ends as the call ends that `start` makes of the chosen back end, which lives as long.
+// Ends as the call that `start` makes on the chosen provider, which it keeps alive.
 template <class Result>
 QFuture<Result> onceChosen(const QFuture<std::shared_ptr<AIProvider>>& choice, const Cancellation& cancellation,
                            const std::function<QFuture<Result>(AIProvider&)>& start) {

@@ -10,8 +10,8 @@ namespace {
 
 constexpr int mostCharacters = 3000;
 constexpr int mostNoteCharacters = 60;
-// A line has three characters or more, its break included. What follows these lines is cut off anyway, so that a tree
-// which loops, or that branches without end, is never walked further.
+// A line has at least three characters, including its break. Whatever follows these lines is cut off anyway, so a tree
+// that loops or branches endlessly is never walked further.
 constexpr qsizetype mostLines = mostCharacters / 3 + 3;
 
 QString lineOf(const Node& node, int depth) {

@@ -75,7 +75,7 @@ bool hasOneOf(const QString& text, std::initializer_list<QStringView> words) {
   return std::any_of(words.begin(), words.end(), [&text](QStringView word) { return text.contains(word); });
 }
 
-// A call that begins after its cancellation gives nothing.
+// A call that starts after its cancellation returns nothing.
 template <class Result, class Work>
 QFuture<Result> answered(const Cancellation& cancellation, Work&& work) {
   if (cancellation.isCancelled())

@@ -19,13 +19,13 @@ std::vector<AITreeNode> leaves(const QStringList& titles) {
   return {titles.begin(), titles.end()};
 }
 
-// How many of `available` are wanted.
+// How many of `available` to take.
 template <class Size>
 Size wantedOf(std::int64_t count, Size available) {
   return static_cast<Size>(std::min(count, static_cast<std::int64_t>(available)));
 }
 
-// The branches of a subject; one that is a subject itself holds the first three of its own.
+// The branches of a subject; a branch that is a subject itself contains its first three.
 std::vector<AITreeNode> branchesOf(const TopicRow& row, std::int64_t count, std::int64_t depth) {
   constexpr qsizetype nestedTitles = 3;
   std::vector<AITreeNode> branches;

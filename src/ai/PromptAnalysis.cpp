@@ -16,7 +16,7 @@ void replaceByBlank(QString& text, const PatternMatch& match) {
   text.replace(match.start, match.end - match.start, QStringLiteral(" "));
 }
 
-// Nothing for a number that is too large.
+// Nothing if the number is too large.
 std::optional<std::int64_t> numberOf(const QString& digits) {
   std::int64_t number = 0;
   for (const char32_t digit : digits.toUcs4()) {
@@ -27,7 +27,7 @@ std::optional<std::int64_t> numberOf(const QString& digits) {
   return number;
 }
 
-// Takes the match out of the text and answers the number in it.
+// Removes the match from the text and returns its number.
 std::optional<std::int64_t> takeNumber(QString& text, const std::optional<PatternMatch>& match) {
   if (!match) return std::nullopt;
   replaceByBlank(text, *match);
@@ -46,7 +46,7 @@ std::optional<ParsedPrompt::Kind> kindOf(const QString& text) {
   return std::nullopt;
 }
 
-// Takes the word off the end of the text, with the blanks on both sides of it; there must be some before it.
+// Removes the word at the end of the text, with the spaces around it; there must be some before it.
 void removeAtEnd(QString& text, QStringView word) {
   qsizetype end = text.size();
   while (end > 0 && text[end - 1].isSpace()) --end;
@@ -65,7 +65,7 @@ void joinBlanks(QString& text) {
 }
 
 QString titleOf(QString topic) {
-  // In this order, although one phrase hides another.
+  // The order matters, because some phrases contain others.
   for (const char16_t* phrase :
        {u"a map", u"map", u"mind map", u"mindmap", u"please", u"can you", u"i want", u"i need"})
     topic.replace(QString::fromUtf16(phrase), QStringLiteral(" "), Qt::CaseInsensitive);

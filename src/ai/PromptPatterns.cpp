@@ -19,20 +19,20 @@ bool standsAt(const QString& text, qsizetype at, QStringView word) {
   return standsAt(text, at, word, Qt::CaseSensitive);
 }
 
-// Where the first of the words ends that stands at `at`; -1 when none does.
+// The end of the first of the words found at `at`; -1 if none is.
 qsizetype endOfWord(const QString& text, qsizetype at, std::initializer_list<QStringView> words) {
   for (const QStringView word : words)
     if (standsAt(text, at, word)) return at + word.size();
   return -1;
 }
 
-// Behind the blanks at `at`; -1 when there are none.
+// The end of the spaces at `at`; -1 if there are none.
 qsizetype endOfBlanks(const QString& text, qsizetype at) {
   const qsizetype end = skipSpaces(text, at);
   return end > at ? end : -1;
 }
 
-// The first run of digits that begins at a boundary and that accept(start, end) takes: it answers the end of the match.
+// The first run of digits that starts at a boundary and for which accept(start, end) returns the end of the match.
 template <class Accept>
 std::optional<PatternMatch> findNumber(const QString& text, Accept&& accept) {
   for (qsizetype at = 0; at < text.size();) {
@@ -50,7 +50,7 @@ std::optional<PatternMatch> findNumber(const QString& text, Accept&& accept) {
   return std::nullopt;
 }
 
-// The end of one of the nouns, in singular or plural, at `at`; -1 when none stands there as a word.
+// The end of one of the nouns, singular or plural, at `at`; -1 if none is there as a whole word.
 qsizetype endOfNoun(const QString& text, qsizetype at, std::initializer_list<QStringView> nouns) {
   const qsizetype singular = endOfWord(text, at, nouns);
   if (singular < 0) return -1;
@@ -73,7 +73,7 @@ std::optional<PatternMatch> findNumberBehindWith(const QString& text) {
 
 std::optional<PatternMatch> findDepthBehindItsName(const QString& text) {
   static const QString name = QStringLiteral("depth");
-  qsizetype withStart = -1;  // of a "with" whose blanks end at withEnd
+  qsizetype withStart = -1;  // of a "with" whose spaces end at withEnd
   qsizetype withEnd = -1;
   for (qsizetype at = 0; at < text.size(); ++at) {
     if (standsAt(text, at, u"with") && isWordBoundary(text, at)) {
@@ -91,7 +91,7 @@ std::optional<PatternMatch> findDepthBehindItsName(const QString& text) {
   return std::nullopt;
 }
 
-// The end of "levels", and of what may stand behind it, at `at`; -1 when it does not stand there.
+// The end of "levels", and of what may follow it, at `at`; -1 if it is not there.
 qsizetype endOfLevels(const QString& text, qsizetype at) {
   qsizetype end = endOfWord(text, at, {u"levels", u"level"});
   if (end < 0) return -1;
@@ -124,7 +124,7 @@ std::optional<PatternMatch> findNamedWord(const QString& text, std::initializer_
   return std::nullopt;
 }
 
-// (.+?)(?:\s*$): everything but the blanks at the end of the text, if no line ends within.
+// (.+?)(?:\s*$): everything but the spaces at the end of the text, if there is no line end within.
 class RestWithoutBlanks {
  public:
   explicit RestWithoutBlanks(const QString& text) : m_text(text), m_end(text.size()) {
@@ -136,7 +136,7 @@ class RestWithoutBlanks {
   std::optional<QString> captureAt(qsizetype start) const {
     if (start >= m_text.size()) return std::nullopt;
     if (start < m_end) return start > m_lastBreak ? std::optional(m_text.mid(start, m_end - start)) : std::nullopt;
-    // Among the blanks at the end one of them has to do.
+    // Only trailing spaces are left, and the capture needs one of them.
     return isLineTerminator(m_text[start]) ? std::nullopt : std::optional(m_text.mid(start, 1));
   }
 
@@ -150,7 +150,7 @@ class RestWithoutBlanks {
 class RestWithoutQuotes {
  public:
   explicit RestWithoutQuotes(const QString& text) : m_text(text), m_end(text.size()) {
-    // The end is before a line break that ends the text.
+    // The match ends before a line break at the end of the text.
     if (m_text.endsWith(QLatin1String("\r\n")))
       m_end -= 2;
     else if (m_end > 0 && isLineTerminator(m_text[m_end - 1]))
@@ -179,7 +179,7 @@ class RestWithoutQuotes {
   qsizetype m_lastBreak;
 };
 
-// Words of which one may stand at a place, with blanks behind it: (?:word\s+|word\s+)?
+// Optional words followed by spaces: (?:word\s+|word\s+)?
 using OptionalWords = std::initializer_list<QStringView>;
 
 template <class Rest>
@@ -197,7 +197,7 @@ std::optional<QString> captureBehindWords(const QString& text, qsizetype at, std
   return captureBehindWords(text, at, words.subspan(1), rest);
 }
 
-// \s+, the optional words in turn, then the rest; as many blanks as leave something for the rest.
+// \s+, the optional words in turn, then the rest; as many spaces as leave something for the rest.
 template <class Rest>
 std::optional<QString> captureBehindBlanks(const QString& text, qsizetype at, std::span<const OptionalWords> words,
                                            const Rest& rest) {

@@ -93,7 +93,7 @@ QString textOf(const char16_t (&text)[N]) {
   return QStringView(text, N - 1).toString();
 }
 
-// "depth" with one blank and digits, at its first place in the text, or nothing.
+// The first "depth" followed by one space and digits, or nothing.
 QString depthWish(const QString& text) {
   static const QString word = QStringLiteral("depth ");
   for (qsizetype at = text.indexOf(word); at >= 0; at = text.indexOf(word, at + 1)) {

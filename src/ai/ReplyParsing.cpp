@@ -11,7 +11,7 @@ namespace {
 
 const QLatin1String fence("```");
 
-// Without the blanks around it and, where it begins with a fence, without the lines that are fences.
+// Without surrounding white space and, if it begins with a fence, without the fence lines.
 QString unwrapped(const QString& reply) {
   const QString text = reply.trimmed();
   if (!text.startsWith(fence)) return text;
@@ -31,8 +31,7 @@ QString unwrapped(const QString& reply) {
   return kept;
 }
 
-// From the first opening brace to the last closing one. Nothing where one of them is missing, or stands on the wrong
-// side of the other.
+// From the first opening brace to the last closing one; nothing if one is missing or they are in the wrong order.
 std::optional<QString> betweenBraces(const QString& text) {
   const qsizetype first = text.indexOf(u'{');
   const qsizetype last = text.lastIndexOf(u'}');

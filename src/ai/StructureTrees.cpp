@@ -15,7 +15,7 @@ QString text(const char16_t* literal) {
   return QString::fromUtf16(literal);
 }
 
-// A branch with leaves below it, written with ", " between them.
+// A branch with leaves, which are separated by ", ".
 AITreeNode branch(const QString& title, const char16_t* leaves) {
   AITreeNode node(title);
   std::vector<AITreeNode>& children = node.children.emplace();

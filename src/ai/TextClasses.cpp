@@ -4,7 +4,7 @@ namespace quilmora {
 
 namespace {
 
-// The character at `at`, a lone surrogate for itself.
+// The character at `at`; a lone surrogate counts as itself.
 char32_t characterAt(const QString& text, qsizetype at) {
   const QChar first = text[at];
   if (first.isHighSurrogate() && at + 1 < text.size() && text[at + 1].isLowSurrogate())
@@ -26,7 +26,7 @@ bool isDigit(char32_t character) {
   return QChar::category(character) == QChar::Number_DecimalDigit;
 }
 
-// Letters in circles and squares: symbols by their category, alphabetic all the same.
+// Letters in circles and squares: symbols by category, but alphabetic.
 bool isEnclosedLetter(char32_t character) {
   return (character >= 0x24B6 && character <= 0x24E9) || (character >= 0x1F130 && character <= 0x1F149) ||
          (character >= 0x1F150 && character <= 0x1F169) || (character >= 0x1F170 && character <= 0x1F189);

@@ -45,7 +45,7 @@ const TopicRow* topicRow(const QString& key) {
 const TopicRow* closestTopicRow(const QString& title) {
   const QString lower = title.toLower();
   const TopicRow* best = nullptr;
-  std::tuple<int, int, qsizetype> bestScore;  // words found, words that are words of the title, letters
+  std::tuple<int, int, qsizetype> bestScore;  // words found, whole words of the title, letters
   for (const TopicRow& row : topicTable()) {
     std::tuple<int, int, qsizetype> score;
     for (const QString& word : row.key.split(u' ')) {

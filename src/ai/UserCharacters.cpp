@@ -8,7 +8,7 @@ namespace quilmora {
 
 namespace {
 
-// Where the first `count` characters end, in UTF-16 units.
+// The end of the first `count` characters, in UTF-16 units.
 qsizetype endOfCharacters(const QString& text, int count) {
   if (text.size() <= count) return text.size();
   for (qsizetype length = qsizetype{8} * count;; length *= 4) {
@@ -16,7 +16,7 @@ qsizetype endOfCharacters(const QString& text, int count) {
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text.constData(), seen);
     qsizetype end = 0;
     for (int i = 0; i < count && end >= 0; ++i) end = finder.toNextBoundary();
-    // A boundary is certain only once the character behind it was seen.
+    // A boundary is certain only once the next character has been seen.
     if (end >= 0 && end < seen) return end;
     if (seen == text.size()) return text.size();
   }

@@ -12,7 +12,7 @@ namespace {
 
 constexpr qsizetype minSecretSize = 6;
 
-// An array's first element, as an object; empty where there is none.
+// An array's first element, as an object; empty if there is none.
 QJsonObject first(const QJsonValue& array) {
   return array.toArray().at(0).toObject();
 }
@@ -30,7 +30,7 @@ QString bodyText(const QByteArray& body) {
 QByteArray withoutKey(QByteArray text, const QString& apiKey) {
   const QString secret = apiKey.trimmed();
   if (secret.size() < minSecretSize) return text;
-  // As it is, and as it stands inside a JSON text.
+  // The key as it is, and as it would be escaped in JSON.
   const QByteArray quoted = QJsonDocument(QJsonArray{secret}).toJson(QJsonDocument::Compact);
   return text.replace(secret.toUtf8(), "[key]").replace(quoted.mid(2, quoted.size() - 4), "[key]");
 }

@@ -4,7 +4,7 @@ namespace quilmora {
 
 namespace {
 
-// Countries, each with its capital, and what lies between them.
+// Countries, each with its capital, and travel between them.
 constexpr WrittenTopicRow rows[] = {
     {u"capitals", u"Europe, Asia, North America, South America, Africa, Oceania, Middle East"},
     {u"countries", u"Europe, Asia, North America, South America, Africa, Oceania, Middle East"},
