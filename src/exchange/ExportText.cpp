@@ -12,7 +12,7 @@ namespace quilmora {
 
 namespace {
 
-// What stands in XML for a character below 0x80; empty for one that stands for itself.
+// The XML replacement of a character below 0x80; empty for one that needs none.
 constexpr auto xmlReplacements = [] {
   std::array<std::string_view, 128> table{};
   for (std::size_t c = 0; c < 0x20; ++c)
@@ -29,7 +29,7 @@ enum class Escapes { none, xml };
 
 template <Escapes escapes>
 void putPiece(ByteBuffer& buffer, QStringView text) {
-  constexpr qsizetype longest = escapes == Escapes::xml ? 6 : 3;  // bytes for one unit of UTF-16
+  constexpr qsizetype longest = escapes == Escapes::xml ? 6 : 3;  // bytes per UTF-16 unit
   char* at = buffer.room(longest * text.size());
   const char16_t* const end = text.utf16() + text.size();
   for (const char16_t* unit = text.utf16(); unit != end; ++unit) {
@@ -50,7 +50,7 @@ void putPiece(ByteBuffer& buffer, QStringView text) {
   buffer.setEnd(at);
 }
 
-// By pieces, because room is made for the longest form of every character.
+// In pieces, because room is made for the longest form of every character.
 template <Escapes escapes>
 void putPieces(ByteBuffer& buffer, QStringView text) {
   constexpr qsizetype pieceLength = 4096;
@@ -67,7 +67,7 @@ double finite(double value) {
   return std::isnan(value) ? 0.0 : std::clamp(value, -greatest, greatest);
 }
 
-// A sign, 309 digits before the point or 17 significant ones behind 323 zeros.
+// A sign, and 309 digits before the point or 17 significant ones after 323 zeros.
 constexpr qsizetype longestNumber = 400;
 
 }  // namespace

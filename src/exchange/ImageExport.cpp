@@ -10,7 +10,7 @@ namespace quilmora {
 
 namespace {
 
-// Puts the picture between the head and the end of a file.
+// Writes the picture between the header and the trailer of a file.
 template <class Writer>
 PictureStreamEnd stream(Writer&& writer, const PictureScene& scene, const QString& folder,
                         const ExportProgress& progress, const std::stop_token& stop, const PictureParts& parts) {
@@ -44,7 +44,7 @@ ExportOutcome exportPicture(const MindMap& map, ExportFormat format, const QStri
     return ExportOutcome::failure(
         QStringLiteral("“%1” could not be written. The picture is too large for this kind of file.")
             .arg(file.fileName()));
-  // A file that stopped the picture tells why.
+  // If the file stopped the picture, its commit says why.
   return ExportOutcome::of(output->commit());
 }
 

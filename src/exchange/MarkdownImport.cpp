@@ -16,7 +16,7 @@ namespace {
 constexpr qsizetype blanksPerLevel = 2;
 
 // The length of the line end at the start of the text, or 0: line feed, vertical tab, form feed, carriage return, next
-// line, line separator or paragraph separator. A carriage return with its line feed is two of them.
+// line, line separator or paragraph separator. A carriage return followed by a line feed counts as two.
 qsizetype lineEndLength(QByteArrayView text) {
   if (text[0] >= '\n' && text[0] <= '\r') return 1;
   if (text.startsWith("\xC2\x85")) return 2;
@@ -29,7 +29,7 @@ template <class Visit>
 void visitLines(QByteArrayView text, Visit&& visit) {
   qsizetype start = 0;
   for (qsizetype at = 0; at < text.size();) {
-    // No other byte begins a line end.
+    // No other byte starts a line end.
     const char byte = text[at];
     const bool mayEnd = (byte >= '\n' && byte <= '\r') || byte == '\xC2' || byte == '\xE2';
     const qsizetype length = mayEnd ? lineEndLength(text.sliced(at)) : 0;
@@ -56,7 +56,7 @@ qsizetype countLeading(QByteArrayView text, char wanted) {
   return std::find_if(text.begin(), text.end(), [wanted](char byte) { return byte != wanted; }) - text.begin();
 }
 
-// A mark of byte order inside the file is text.
+// A byte order mark inside the file is text.
 QString textOf(QByteArrayView utf8) {
   QStringDecoder decoder(QStringDecoder::Utf8,
                          QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);

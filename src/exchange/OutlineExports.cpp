@@ -9,7 +9,7 @@ namespace quilmora {
 namespace {
 
 constexpr qsizetype blanksOfLevel = 2;
-// A chain of n topics is indented by about n² blanks: 10 GB for 100,000 of them.
+// A chain of n topics is indented by about n² spaces: 10 GB for 100,000 topics.
 constexpr qsizetype mostIndentation = qsizetype{512} << 20;
 constexpr qsizetype deepestBoundedLevel = 100;
 
@@ -19,7 +19,7 @@ class OpmlWriter {
     const std::vector<OutlineTopic> outline = outlineOf(map);
     m_mostIndent = indentationOf(outline) > mostIndentation ? blanksOfLevel * deepestBoundedLevel : mostIndentation;
     putHead(map);
-    std::vector<std::uint32_t> open;  // depths of the outlines that are not closed yet
+    std::vector<std::uint32_t> open;  // depths of the outlines that are still open
     const auto closeDownTo = [&](std::uint32_t depth) {
       for (; !open.empty() && open.back() >= depth; open.pop_back()) {
         putIndent(open.back());

@@ -26,7 +26,7 @@ PaintCrew::PaintCrew(int threads) {
   try {
     while (size() < threads) m_threads.emplace_back([this] { work(); });
   } catch (const std::system_error&) {
-    // Fewer threads only take longer.
+    // With fewer threads it only takes longer.
     if (m_threads.empty()) throw;
   }
 }

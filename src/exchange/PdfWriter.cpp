@@ -14,7 +14,7 @@ constexpr double maxPageSide = 14400.0;
 // Offsets have ten digits in a PDF file.
 constexpr qint64 maxFileSize = 9'999'999'999;
 
-// Without an exponent, which PDF doesn't know.
+// Without an exponent, which PDF does not allow.
 QByteArray number(double value) {
   QByteArray text = QByteArray::number(value, 'f', 6);
   while (text.endsWith('0')) text.chop(1);
@@ -42,7 +42,7 @@ bool PdfWriter::begin() {
   const QByteArray contents = "q\n" + width + " 0 0 " + height + " 0 0 cm\n/Picture Do\nQ\n";
   const QByteArray columns = QByteArray::number(m_size.width);
   const QByteArray rows = QByteArray::number(m_size.height);
-  // The bytes behind the first line tell that this is no text file.
+  // The bytes after the first line mark the file as binary.
   return write("%PDF-1.6\n%\xE2\xE3\xCF\xD3\n") && beginObject() &&
          write("<< /Type /Catalog /Pages 2 0 R >>\nendobj\n") && beginObject() &&
          write("<< /Type /Pages /Kids [3 0 R] /Count 1 >>\nendobj\n") && beginObject() &&

@@ -15,10 +15,10 @@ namespace quilmora {
 
 namespace {
 
-constexpr double scale = 2.0;  // pixels a canvas unit
+constexpr double scale = 2.0;  // pixels per canvas unit
 constexpr double maxSide = std::numeric_limits<std::int32_t>::max();
 constexpr double maxPixelCount = 274877906944.0;  // 2^38
-// How far shadows and markers reach beyond a box, in canvas units, with some room for rounding.
+// How far shadows and markers extend beyond a box, in canvas units, with some room for rounding.
 constexpr double surroundings = 16.0;
 
 }  // namespace
@@ -30,7 +30,7 @@ QRectF pictureBounds(const MindMap& map, double margin) {
   double maxX = -minX;
   double maxY = -minX;
   for (const Node& node : map.nodes) {
-    // Numbers that are none win, so that the bounds are none either.
+    // NaN must prevail, so that the bounds are NaN too.
     if (std::isnan(node.position.x()) || std::isnan(node.position.y())) {
       constexpr double none = std::numeric_limits<double>::quiet_NaN();
       return QRectF(none, none, none, none);
@@ -106,14 +106,14 @@ std::optional<PictureScene::Range> PictureScene::rowsOfEdge(std::size_t edge) co
 std::optional<PictureScene::Range> PictureScene::columnsOfEdge(std::size_t edge, Range rows) const {
   const auto ends = endsOf(edge);
   if (!ends) return std::nullopt;
-  // An unbent curve runs evenly from one x to the other, and in y by the share 3t² - 2t³ of the way.
+  // An unbent curve advances evenly in x, and in y by 3t² - 2t³ of the way.
   const double height = ends->to.y() - ends->from.y();
   const auto placeAt = [&](double y) {
     if (std::abs(height) < 1e-9) return 0.5;
     const double share = std::clamp((y - ends->from.y()) / height, 0.0, 1.0);
     return 0.5 - std::sin(std::asin(1.0 - 2.0 * share) / 3.0);
   };
-  // Curves bulge beyond their chords by less than the sampled outline leaves out, which is a small part of a step.
+  // Between samples a curve bulges beyond its chord by only a small part of a step.
   const double top = m_origin.y() + static_cast<double>(rows.first) / scale - ends->reach;
   const double bottom = m_origin.y() + static_cast<double>(rows.last + 1) / scale + ends->reach;
   double first = placeAt(top);
@@ -123,7 +123,7 @@ std::optional<PictureScene::Range> PictureScene::columnsOfEdge(std::size_t edge,
     last = 1.0;
   }
   if (first > last) std::swap(first, last);
-  // The outline is made of straight steps; a step that only begins or ends here counts whole.
+  // The outline is made of straight steps; a step that only starts or ends here counts in full.
   constexpr double step = 1.0 / TaperedConnector::minSampleCount;
   const double width = ends->to.x() - ends->from.x();
   const double a = ends->from.x() + width * std::max(first - step, 0.0);

@@ -24,7 +24,7 @@ constexpr int maxColumnRows = 512;
 struct Stopped {};
 struct OutOfRoom {};
 
-// Puts stretches in a row together to one stream.
+// Joins consecutive stretches into one stream.
 class StreamEnds {
  public:
   explicit StreamEnds(const std::function<bool(const char*, qsizetype)>& take) : m_take(take) {
@@ -60,19 +60,19 @@ class StreamEnds {
   std::uint32_t m_checksum = 1;
 };
 
-// Bytes that wait for their turn.
+// Bytes waiting for their turn.
 class Spool {
  public:
   explicit Spool(const QString& folder) : m_file(folder + QStringLiteral("/.quilmora-XXXXXX")) {}
 
-  // Returns where they begin.
+  // Returns their offset.
   qint64 add(const std::vector<char>& bytes) {
     const qint64 start = m_size;
     m_size += static_cast<qint64>(bytes.size());
     if (m_size <= memoryOfSpool) {
       m_memory.insert(m_memory.end(), bytes.begin(), bytes.end());
     } else {
-      // Before it has a name, a file goes with the process.
+      // An unnamed file disappears with the process.
       if (!m_file.isOpen() && !m_file.open()) throw OutOfRoom();
       const qint64 place = start - static_cast<qint64>(m_memory.size());
       if (!m_file.seek(place) ||
@@ -105,7 +105,7 @@ class Spool {
 // The compressed rows of a part that is narrower than the picture.
 struct PartRows {
   struct Row {
-    std::uint32_t length = 0;  // none for a row like the one above it
+    std::uint32_t length = 0;  // 0 for a row equal to the one above it
     std::uint32_t checksum = 1;
   };
   std::vector<char> bytes;
@@ -139,7 +139,7 @@ class Streaming {
     if (m_progress) m_progress(static_cast<double>(rows) / static_cast<double>(m_scene.size().height));
   }
 
-  // Fits the tools' picture to a part, and paints it.
+  // Resizes the tools' picture to a part, and paints it.
   static void paintPart(const PictureScene& scene, PaintTools& tools, const QRect& place,
                         const PictureScene::Content& content) {
     if (tools.image.size() != place.size()) {
@@ -167,7 +167,7 @@ class Streaming {
   std::optional<SteadyRows> m_steadyColumn;
   std::optional<SteadyRows> m_steadyLastColumn;
   std::array<DeflatedStretch, 2> m_filters;  // of a band's first row, and of the others
-  PaintCrew m_crew;                          // last, so that it ends before that which its tasks use
+  PaintCrew m_crew;                          // last, so that it ends before the members its tasks use
 };
 
 void Streaming::streamBands() {
@@ -250,7 +250,7 @@ std::future<PartRows> Streaming::postPart(const QRect& place, PictureScene::Cont
 void Streaming::streamColumnBand(PictureScene::Range rows) {
   struct Waiting {
     std::vector<PartRows::Row> rows;
-    qint64 next = 0;  // where the next row begins
+    qint64 next = 0;  // where the next row starts
   };
   const int columnWidth = m_parts.columnWidth;
   const std::int64_t width = m_scene.size().width;

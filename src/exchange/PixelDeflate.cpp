@@ -11,7 +11,7 @@ namespace quilmora {
 namespace {
 
 constexpr int compressionLevel = 6;
-constexpr int rawWindowBits = -15;  // without zlib's own head and end
+constexpr int rawWindowBits = -15;  // without zlib's own header and trailer
 constexpr int memoryLevel = 8;
 
 std::size_t rowLength(int width) {

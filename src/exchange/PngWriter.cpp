@@ -12,7 +12,7 @@ namespace quilmora {
 
 namespace {
 
-constexpr quint32 pixelsPerMetre = 5669;  // 144 an inch
+constexpr quint32 pixelsPerMetre = 5669;  // 144 per inch
 
 void append(QByteArray& bytes, quint32 number) {
   const quint32 bigEndian = qToBigEndian(number);
@@ -26,7 +26,7 @@ bool PngWriter::begin() {
   QByteArray header;
   append(header, static_cast<quint32>(m_size.width));
   append(header, static_cast<quint32>(m_size.height));
-  // Eight bits, true colour, the one compression and filter method, not interlaced.
+  // Eight bits, true colour, the only compression and filter method, not interlaced.
   header.append("\x08\x02\x00\x00\x00", 5);
   QByteArray density;
   append(density, pixelsPerMetre);

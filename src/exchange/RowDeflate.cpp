@@ -6,7 +6,7 @@ namespace quilmora {
 
 namespace {
 
-// A part of which a larger share differs from row to row is worth a thorough compressor.
+// If a larger share of a part differs from row to row, a thorough compressor is worthwhile.
 constexpr double denseShare = 0.08;
 constexpr int sampleStep = 8;
 
@@ -14,7 +14,7 @@ const QRgb* rowAt(const QRgb* pixels, int width, int y) {
   return pixels + static_cast<std::ptrdiff_t>(y) * width;
 }
 
-// Whether a part changes much from row to row, by some of its rows.
+// Whether a part changes much from row to row, judged by a sample of its rows.
 bool isDense(const QRgb* pixels, int width, int rows) {
   std::int64_t looked = 0;
   std::int64_t changed = 0;
@@ -32,7 +32,7 @@ DeflatedStretch RowDeflater::rows(const QRgb* pixels, int width, int rows, const
   if (isDense(pixels, width, rows)) return denseRows(pixels, width, rows);
   DeflatedStretch result;
   for (int y = 0; y < rows;) {
-    // Many rows without a change are not compressed again.
+    // Long runs of unchanged rows are not compressed again.
     int steadyCount = 0;
     while (y > 0 && steadyCount < SteadyRows::blockRows && y + steadyCount < rows &&
            isSameRow(rowAt(pixels, width, y + steadyCount), rowAt(pixels, width, y + steadyCount - 1), width))
@@ -43,7 +43,7 @@ DeflatedStretch RowDeflater::rows(const QRgb* pixels, int width, int rows, const
       y += steadyCount;
       continue;
     }
-    // Those before the next change, and that.
+    // Those before the next change, and the changed one.
     for (const int end = std::min(y + steadyCount + 1, rows); y < end; ++y)
       m_sparse.row(rowAt(pixels, width, y), y > 0 ? rowAt(pixels, width, y - 1) : nullptr, width, true);
   }

@@ -16,7 +16,7 @@ constexpr std::size_t shortestRepeat = 3;
 constexpr std::size_t longestRepeat = 258;
 constexpr std::uint32_t checksumModulus = 65521;
 
-// Lengths of the codes, in bits. They fill the space of codes wholly: 1/4 + 1/32 + 28/128 + 256/512 = 1.
+// Code lengths in bits. They use the code space completely: 1/4 + 1/32 + 28/128 + 256/512 = 1.
 constexpr int codeLength(int symbol) {
   if (symbol == symbolCount - 1) return 2;  // a repeat of 258 bytes
   if (symbol == 0) return 5;
@@ -34,7 +34,7 @@ constexpr std::uint32_t reversed(std::uint32_t bits, int count) {
   return result;
 }
 
-// Codes as the format numbers them: shorter ones first, then by symbol. The stream takes them from the last bit on.
+// Codes as the format numbers them: shorter ones first, then by symbol. The stream takes their bits in reverse order.
 constexpr std::array<Code, symbolCount> makeCodes() {
   std::array<Code, symbolCount> codes{};
   std::uint32_t next = 0;
@@ -45,7 +45,7 @@ constexpr std::array<Code, symbolCount> makeCodes() {
 }
 constexpr std::array<Code, symbolCount> codes = makeCodes();
 
-// The code of a repeat by its length, with the bits that tell the length within its symbol.
+// The code of a repeat by its length, with the extra bits for the length within its symbol.
 constexpr std::array<Code, longestRepeat + 1> makeRepeats() {
   std::array<Code, longestRepeat + 1> repeats{};
   std::size_t length = shortestRepeat;
@@ -61,7 +61,7 @@ constexpr std::array<Code, longestRepeat + 1> makeRepeats() {
 }
 constexpr std::array<Code, longestRepeat + 1> repeats = makeRepeats();
 
-// Two distances, told by one bit each.
+// Two distances, with codes of one bit each.
 constexpr std::uint32_t distanceOne = 0;
 constexpr std::uint32_t distanceThree = 1;
 
@@ -78,7 +78,7 @@ void SparseDeflater::put(std::uint64_t bits, int count) {
   m_bitCount -= 32;
 }
 
-// The head of a block with codes of its own.
+// The header of a block with its own codes.
 void SparseDeflater::begin() {
   m_isUnderWay = true;
   m_endsInZero = false;
@@ -87,7 +87,7 @@ void SparseDeflater::begin() {
   constexpr int distanceCount = 3;
   put(symbolCount - 257, 5);
   put(distanceCount - 1, 5);
-  // The lengths 9, 7, 0, 1, 2 and 5 occur; their codes have these lengths, in the order in which the format wants them.
+  // The lengths 9, 7, 0, 1, 2 and 5 occur; their codes have these lengths, in the order that the format requires.
   constexpr std::array<int, 18> lengthsOfLengths{0, 0, 0, 4, 0, 2, 1, 0, 0, 4, 0, 0, 0, 0, 0, 4, 0, 4};
   put(lengthsOfLengths.size() - 4, 4);
   for (const int length : lengthsOfLengths) put(static_cast<std::uint64_t>(length), 3);
@@ -121,7 +121,7 @@ void SparseDeflater::literal(std::uint8_t byte) {
 
 void SparseDeflater::zeros(std::size_t count) {
   if (count == 0) return;
-  // A zero leaves one half of the checksum as it is, and adds that to the other.
+  // A zero leaves one half of the checksum as it is, and adds that half to the other.
   const std::uint32_t low = m_stretch.checksum & 0xFFFF;
   const std::uint64_t high = (m_stretch.checksum >> 16) + std::uint64_t{low} * (count % checksumModulus);
   m_stretch.checksum = static_cast<std::uint32_t>(high % checksumModulus) << 16 | low;
@@ -206,7 +206,7 @@ void SparseDeflater::row(const QRgb* pixels, const QRgb* above, int width, bool 
 void SparseDeflater::finish(DeflatedStretch& target) {
   if (!m_isUnderWay) return;
   put(codes[endSymbol].bits, codes[endSymbol].count);
-  // An empty stored block fills up the last byte.
+  // An empty stored block fills the last byte.
   put(0, 3);
   if (m_bitCount % 8 != 0) put(0, 8 - m_bitCount % 8);
   for (; m_bitCount > 0; m_bitCount -= 8, m_bits >>= 8) m_stretch.bytes.push_back(static_cast<char>(m_bits));

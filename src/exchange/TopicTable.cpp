@@ -20,7 +20,7 @@ std::vector<OutlineTopic> outlineOf(const MindMap& map) {
   std::vector<char> isVisited(table.index().numberCount(), 0);
 
   struct Level {
-    std::uint32_t next;  // place in the children's list
+    std::uint32_t next;  // index in the list of children
     std::uint32_t end;
   };
   std::vector<Level> levels;

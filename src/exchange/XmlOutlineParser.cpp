@@ -16,7 +16,7 @@ QString codePoint(uint character) {
   return QStringLiteral("U+") + QStringLiteral("%1").arg(character, 4, 16, QLatin1Char('0')).toUpper();
 }
 
-// The first character that XML does not hold; U+0000 where there is none.
+// The first character that XML does not allow; U+0000 if there is none.
 uint firstForbidden(QByteArrayView utf8) {
   for (qsizetype at = 0; at < utf8.size(); ++at) {
     const auto byte = static_cast<uchar>(utf8[at]);
@@ -27,8 +27,8 @@ uint firstForbidden(QByteArrayView utf8) {
   return 0;
 }
 
-// The parser's own words, made fit to be shown: it leaves out the character that it stumbled over where XML does not
-// hold it, and names may hold what no one sees.
+// The parser's own message, made readable: the parser omits the character it failed at if XML does not allow it, and
+// names may contain invisible characters.
 QString visibleDescription(QString text, QByteArrayView utf8) {
   text.replace(QLatin1String("''."), u'\'' + codePoint(firstForbidden(utf8)) + QLatin1String("'."));
   QString shown;
@@ -60,7 +60,7 @@ MindMap XmlOutlineParser::parse() {
     throw ImportError::invalidData();
   const XmlText xml(m_xml);
   QXmlStreamReader reader;
-  // Text holds the reader to UTF-8, whatever encoding the XML declares.
+  // Passing a text makes the reader use UTF-8, whatever encoding the XML declares.
   reader.addData(QString());
   reader.addData(xml.text());
   reader.setNamespaceProcessing(false);
@@ -74,7 +74,7 @@ MindMap XmlOutlineParser::parse() {
 }
 
 void XmlOutlineParser::run(QXmlStreamReader& reader) {
-  // Attributes that the document type gives to every element add to what the file itself holds.
+  // Attributes that the document type gives to every element add to what the file itself contains.
   qsizetype textLeft = m_xml.size() + XmlText::maxExpansion;
   while (!reader.atEnd()) {
     switch (reader.readNext()) {

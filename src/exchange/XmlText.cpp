@@ -11,7 +11,7 @@ namespace {
 
 constexpr qsizetype notFound = -1;
 constexpr int largestEntity = 4096;
-// The shortest element that an entity can hold.
+// The shortest element that an entity can contain.
 constexpr int shortestElement = 4;
 
 bool isQuote(char character) {
@@ -33,7 +33,7 @@ qsizetype countReferences(QByteArrayView xml) {
   return count;
 }
 
-// How many bytes of UTF-8 the first `units` of UTF-16 take.
+// How many bytes of UTF-8 the first `units` UTF-16 units take.
 qsizetype bytesOf(QByteArrayView text, qint64 units) {
   qsizetype at = 0;
   while (at < text.size() && units > 0) {
@@ -87,7 +87,7 @@ void XmlText::scan() {
   }
 }
 
-// Each of these gives the place after what begins before or at `at`, or notFound where the parser will stop first.
+// Each of these returns the end of what starts before or at `at`, or notFound if the parser will stop first.
 
 qsizetype XmlText::past(QByteArrayView end, qsizetype from) const {
   const qsizetype at = m_xml.indexOf(end, from);
@@ -130,7 +130,7 @@ qsizetype XmlText::pastValue(qsizetype at) {
 }
 
 qsizetype XmlText::pastDocumentType(qsizetype begin) {
-  // The parser takes any number of them anywhere, and each would hide from the limits what the one before declared.
+  // The parser accepts any number of them anywhere, and each would hide from the limits what the previous one declared.
   if (m_xml.sliced(begin).startsWith("<!DOCTYPE") && (!m_documentType.isEmpty() || m_tags > 0))
     fail(begin, QStringLiteral("a document type stands only once, and before the first element"));
   bool isInSubset = false;
@@ -148,7 +148,7 @@ qsizetype XmlText::pastDocumentType(qsizetype begin) {
       m_documentType = m_xml.sliced(begin, at - begin);
       return at + 1;
     } else {
-      // What they stand for could end the document type, and then its end is unknown here.
+      // Their content could end the document type, and then its end would be unknown here.
       if (character == '%') fail(at, QStringLiteral("parameter entities are not supported"));
       if (character == '[') isInSubset = true;
       if (character == ']') isInSubset = false;
