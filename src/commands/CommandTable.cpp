@@ -18,7 +18,7 @@ using Context = CommandContext;
 using Shown = Context::Shown;
 using Rows = std::vector<Command>;
 
-// --- When a command is possible ---
+// --- When a command is enabled ---
 
 bool isNoTitleEdited(const Context& context, const QVariant&) {
   return !context.editor.isEditingInline();
@@ -58,14 +58,14 @@ bool hasTextField(const Context& context, const QVariant&) {
   return context.textField != nullptr;
 }
 
-// --- What is on ---
+// --- When it is checked ---
 
 template <bool Context::Shown::*part>
 bool isShown(const Context& context, const QVariant&) {
   return context.shown.*part;
 }
 
-// --- What is called ---
+// --- What it calls ---
 
 template <const char* slot>
 void callOnTextField(const Context& context, const QVariant&) {
@@ -245,7 +245,7 @@ Rows clipboardEntries() {
   };
 }
 
-// What is done with the map from here.
+// Commands for the map.
 Rows mapEntries() {
   constexpr MenuId menu = MenuId::view;
   return {
@@ -293,7 +293,7 @@ Rows mapEntries() {
   };
 }
 
-// What the window shows beside the map, and how.
+// Commands for panels and the look of the window.
 Rows panelEntries() {
   constexpr MenuId menu = MenuId::view;
   return {

@@ -6,7 +6,7 @@ namespace quilmora {
 
 namespace {
 
-// Where the "&" stands, or -1. A doubled one is the sign itself.
+// The position of the "&", or -1. A doubled "&" stands for the character itself.
 qsizetype markIn(const QString& text) {
   for (qsizetype at = text.indexOf(u'&'); at >= 0 && at + 1 < text.size(); at = text.indexOf(u'&', at + 2))
     if (text.at(at + 1) != u'&') return at;

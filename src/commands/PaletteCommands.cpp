@@ -23,9 +23,9 @@ struct PaletteRow {
 
   QString actionKey;
   QString commandId;
-  QString title = {};  // where it is not the command's name
-  QString icon = {};   // where it is not the command's symbol
-  Run run = nullptr;   // where the command's notification is not posted
+  QString title = {};  // if it differs from the command's name
+  QString icon = {};   // if it differs from the command's symbol
+  Run run = nullptr;   // if the command's notification is not posted
 };
 
 const std::vector<PaletteRow>& paletteTable() {
@@ -130,7 +130,7 @@ void runCommand(const QString& actionKey, const CommandTargets& targets) {
     else
       targets.notifications.post(*findCommand(row->commandId)->notification);
   } else if (actionKey == "newRegion"_L1) {
-    // No row has this key; who asks for it by name gets it all the same.
+    // No row has this key, but a caller that asks for it by name gets it.
     targets.notifications.post(Notification::createRegion);
   } else if (actionKey.startsWith(themePrefix)) {
     applyThemeWithId(actionKey.mid(themePrefix.size()), targets);
