@@ -42,7 +42,7 @@ void open(ScriptEditor& script, const Arguments& arguments, JsonText&) {
   }
 }
 
-// As Save As does, so that the map counts as written.
+// As Save As does, so that the map counts as saved.
 void save(ScriptEditor& script, const Arguments& arguments, JsonText&) {
   const QString& path = arguments.text("path");
   try {

@@ -99,7 +99,7 @@ void smartPaste(ScriptEditor& script, const Arguments& arguments, JsonText&) {
   script.editor().smartPaste(arguments.text("text"), static_cast<SmartPasteMode>(mode), arguments.optionalId("parent"));
 }
 
-// The word of the argument among these, which stand in the order of the values from 0.
+// The index of the argument among these words, which are in the order of the enumeration's values.
 template <class Value, std::size_t count>
 Value chosen(const Arguments& arguments, const char* argument, const std::array<const char*, count>& words) {
   const QString& text = arguments.text(argument);

@@ -11,7 +11,7 @@ namespace {
 
 using Kind = ArgumentKind;
 
-// The record with the id that the argument names. Throws ScriptError.
+// The record whose id is the argument. Throws ScriptError.
 template <class Record>
 Record recordArgument(const SharedArray<Record>& records, const Arguments& arguments, const char* name) {
   const std::optional<Record> found = recordByID(records, arguments.id(name));

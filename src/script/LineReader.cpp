@@ -12,8 +12,7 @@ constexpr qsizetype chunkSize = 64 * 1024;
 
 }  // namespace
 
-// Takes what is there, which may be less than a chunk: a reader that waited for more would hold back a line that is
-// whole.
+// Takes what is there, which may be less than a chunk: waiting for more would hold back a line that is complete.
 bool LineReader::fill() {
   m_buffer.resize(chunkSize);
   m_position = 0;

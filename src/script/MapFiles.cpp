@@ -15,7 +15,7 @@ namespace quilmora {
 
 namespace {
 
-// "/a/b.mindmap/" and "/a/b.mindmap" name the same folder; everything below wants the second.
+// "/a/b.mindmap/" and "/a/b.mindmap" name the same folder; everything below expects the second form.
 QString withoutTrailingSlashes(QString path) {
   while (path.size() > 1 && path.endsWith(u'/')) path.chop(1);
   return path;
@@ -45,7 +45,7 @@ void requireFilePath(const QString& path) {
   if (const QString refusal = refusalOfPath(path); !refusal.isEmpty()) throw FileError(refusal);
 }
 
-// The extension of the files that begin like this. Throws FileError for XML of another kind.
+// The extension for files that start like this. Throws FileError for XML of another kind.
 QString kindOf(const QByteArray& bytes) {
   const qsizetype mark = bytes.startsWith("\xEF\xBB\xBF") ? 3 : 0;
   const QByteArray begin = bytes.mid(mark, 4096).trimmed();
@@ -53,7 +53,7 @@ QString kindOf(const QByteArray& bytes) {
     QXmlStreamReader reader(bytes);
     const bool hasRoot = reader.readNextStartElement();
     if (reader.name() == QLatin1String("map")) return QStringLiteral("mm");
-    // The importer tells what is wrong with XML that has no root.
+    // The importer reports what is wrong with XML that has no root.
     if (!hasRoot || reader.name() == QLatin1String("opml")) return QStringLiteral("opml");
     throw FileError(QStringLiteral("this XML is neither OPML nor FreeMind"));
   }
@@ -61,7 +61,7 @@ QString kindOf(const QByteArray& bytes) {
                                                                             : QStringLiteral("json");
 }
 
-// Every way in which reading fails, as the one of this folder.
+// Turns every failure to read into this folder's own error.
 template <class Read>
 MindMap readOrFail(Read&& read) {
   try {
@@ -81,7 +81,7 @@ MindMap readMap(const QString& path) {
   requireFilePath(path);
   const QString plain = withoutTrailingSlashes(path);
   return readOrFail([&] {
-    // A document opens whatever its name; only what is certainly of another kind is read as that.
+    // A document opens whatever its name; only a file that is certainly of another kind is read as that.
     if (isForeign(plain) && !QFileInfo(plain).isDir()) return importMapAt(plain, SystemClock()).value();
     return decodeDocumentAt(plain);
   });

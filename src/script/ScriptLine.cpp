@@ -89,7 +89,7 @@ std::optional<Arguments::Value> wrapped(const std::optional<T>& value) {
   return Arguments::Value(*value);
 }
 
-// The value of this kind, or nothing where it is of another.
+// The value as this kind, or nothing if it is of another kind.
 std::optional<Arguments::Value> valueOf(const element& value, ArgumentKind kind) {
   switch (kind) {
     case ArgumentKind::text:
