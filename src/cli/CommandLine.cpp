@@ -46,7 +46,7 @@ int wrong() {
   return wrongUsage;
 }
 
-// One line, whatever a file's name or a damaged document put into the reason.
+// One line, whatever a file's name or a damaged document adds to the reason.
 int failure(const QString& file, const QString& reason) {
   QString line = QStringLiteral("quilmora-cli: %1: %2").arg(file, reason);
   for (QChar& character : line)
@@ -76,7 +76,7 @@ void writeStandardOutput(const QByteArray& bytes) {
     throw FileError(QStringLiteral("standard output cannot be written"));
 }
 
-// Runs work() about a file. Answers the exit status.
+// Runs work(), which concerns a file. Returns the exit status.
 template <class Work>
 int tryOn(const QString& file, Work&& work) {
   try {
@@ -99,7 +99,7 @@ void write(const MindMap& map, const QString& output) {
     writeMap(map, output);
 }
 
-// Reads INPUT, lets change(map) have it, writes OUTPUT.
+// Reads INPUT, passes it to change(map), writes OUTPUT.
 template <class Change>
 int rewrite(const QString& input, const QString& output, Change&& change) {
   MindMap map;
@@ -113,8 +113,8 @@ int convert(const QStringList& arguments) {
   return rewrite(arguments[0], arguments[1], [](MindMap map) { return map; });
 }
 
-// Takes "NAME VALUE" out of the arguments and answers the value, or `usual` where the name is not there. Nothing when
-// no value follows the name.
+// Removes "NAME VALUE" from the arguments and returns the value, or `usual` if the name is absent. Nothing if no value
+// follows the name.
 std::optional<QString> takeOption(QStringList& arguments, const QString& name, const QString& usual) {
   const qsizetype place = arguments.indexOf(name);
   if (place < 0) return usual;
@@ -124,7 +124,7 @@ std::optional<QString> takeOption(QStringList& arguments, const QString& name, c
   return value;
 }
 
-// Takes "--size WxH" out of the arguments. Nothing when it is there and wrong.
+// Removes "--size WxH" from the arguments. Nothing if it is present but invalid.
 std::optional<QSizeF> takeSize(QStringList& arguments) {
   static const QRegularExpression form(QStringLiteral("\\A([1-9][0-9]{0,5})x([1-9][0-9]{0,5})\\z"));
   const auto text = takeOption(arguments, QStringLiteral("--size"), QStringLiteral("1200x800"));
