@@ -9,7 +9,7 @@ namespace quilmora::edits {
 
 namespace {
 
-// Below it topics count as lying on one spot.
+// Topics that span less than this count as being on one spot.
 constexpr double leastSpan = 1.0;
 constexpr double fixedStep = 80.0;
 
@@ -19,13 +19,13 @@ double coordinateOf(QPointF point, Coordinate coordinate) {
   return (point.*coordinate)();
 }
 
-// Their sum may be beyond what a number holds.
+// Avoids the sum, which may overflow.
 double middle(double a, double b) {
   const double sum = a + b;
   return std::isfinite(sum) ? sum * 0.5 : a * 0.5 + b * 0.5;
 }
 
-// The place number `count` of `gaps` even steps from the first place to the last.
+// Place number `count` of `gaps` even steps from the first place to the last.
 double placeBetween(double first, double last, double count, double gaps) {
   const double span = last - first;
   if (span < leastSpan) return first + count * fixedStep;
@@ -33,7 +33,7 @@ double placeBetween(double first, double last, double count, double gaps) {
   return first * (1 - count / gaps) + last * (count / gaps);
 }
 
-// Where the topics stand now, in their order in the map.
+// The current positions of the topics, in their order in the map.
 std::vector<Placement> present(const MapIndex& index, const IdSet& ids) {
   std::vector<Placement> placements;
   for (const std::uint32_t ordinal : ordinalsOf(index, ids))
@@ -77,7 +77,7 @@ std::vector<Placement> distributed(const MapIndex& index, const IdSet& ids, Axis
   std::vector<Placement> placements = present(index, ids);
   if (placements.empty()) return placements;
   const Coordinate coordinate = axis == Axis::horizontal ? &QPointF::rx : &QPointF::ry;
-  // Those on one spot keep their order in the map.
+  // Topics on one spot keep their order in the map.
   std::ranges::stable_sort(placements, {},
                            [&](const Placement& placement) { return coordinateOf(placement.position, coordinate); });
   const double first = coordinateOf(placements.front().position, coordinate);

@@ -2,7 +2,7 @@
 
 namespace quilmora::edits {
 
-// Only Turkic locales differ from the plain folding.
+// Only Turkic locales differ from plain case folding.
 CaseInsensitiveQuery::CaseInsensitiveQuery(const QString& query)
     : m_isTurkic(m_locale.language() == QLocale::Turkish || m_locale.language() == QLocale::Azerbaijani),
       m_matcher(m_isTurkic ? m_locale.toLower(query) : query, m_isTurkic ? Qt::CaseSensitive : Qt::CaseInsensitive) {}

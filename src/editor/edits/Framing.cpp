@@ -11,7 +11,7 @@ constexpr double contentMargin = 200.0;
 constexpr double minFitZoom = 0.2;
 constexpr double maxFitZoom = 1.5;
 
-// (a + b) / 2, also where the sum itself is too large for a double.
+// (a + b) / 2, even if the sum itself overflows.
 double middle(double a, double b) {
   const double sum = (a + b) * 0.5;
   return std::isfinite(sum) ? sum : a * 0.5 + b * 0.5;

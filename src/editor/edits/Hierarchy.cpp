@@ -48,8 +48,8 @@ std::vector<char> hiddenNumbers(const TreeInfo& tree, const IdSet& collapsed) {
   std::vector<char> hidden(count, unknown);
   std::vector<std::uint32_t> path;
   for (std::uint32_t start = 0; start < count; ++start) {
-    // Walk up to the first ancestor that decides, then give the answer to the whole path. A repetition decides too:
-    // parent links form a cycle there, and nothing collapsed lies on it.
+    // Walk up to the first ancestor with a known answer, then give it to the whole path. A repetition is an answer too:
+    // parent links form a cycle there, and nothing on it is collapsed.
     path.clear();
     char answer = 0;
     for (std::uint32_t number = start;;) {
@@ -83,7 +83,7 @@ std::vector<QUuid> presentationOrder(const TreeInfo& tree, const MapIndex& index
       stack.pop_back();
       if (visited[number]) continue;
       visited[number] = 1;
-      // An id that names no topic has nothing to show, but what lies below it does.
+      // An id that names no topic has nothing to show, but its descendants do.
       if (index.nodeOfNumber()[number] != MapIndex::npos) order.push_back(tree.idOf(number));
       const auto children = tree.childNumbers(number);
       stack.insert(stack.end(), children.rbegin(), children.rend());

@@ -16,12 +16,12 @@ constexpr double rowStep = 60.0;
 constexpr QPointF freeSpotOfText(400.0, 300.0);
 const QString outlineMarker = QStringLiteral("- ");
 
-// What the lines of an outline go below.
+// A possible parent for the lines of an outline.
 struct Parent {
   QUuid id;
-  std::optional<QPointF> position;  // nothing where the id names no topic
-  int depth = 0;                    // as the tree tells it once all topics are there
-  bool isReached = true;            // from a root; what no root reaches lies at depth 0, however deep below its parent
+  std::optional<QPointF> position;  // absent if the id names no topic
+  int depth = 0;                    // in the tree once all topics are there
+  bool isReached = true;            // from a root; below an unreachable parent the depth is always 0
   qsizetype indent = 0;
 };
 
@@ -109,7 +109,7 @@ PastedTopics pastedOutline(const std::vector<QStringView>& lines, const PasteTar
     open.push_back({*target.anchor, position, depth, depth > 0 || isRoot, -1});
   }
   const EdgeStyle edgeStyle = newEdgeStyle(target.theme);
-  std::vector<NodeStyle> styles;  // by depth; all deeper ones are like the last
+  std::vector<NodeStyle> styles;  // by depth; all deeper ones equal the last
   for (std::size_t depth = 0; depth <= target.theme.nodeColors.size(); ++depth)
     styles.push_back(newTopicStyle(target.theme, static_cast<int>(depth)));
 

@@ -8,7 +8,7 @@ namespace quilmora {
 
 namespace {
 
-// Longer runs of combining marks than this count as several characters, so that no text takes long to judge.
+// Longer runs of combining marks count as several characters, so that no text takes long to examine.
 constexpr qsizetype maxCharacterUnits = 256;
 
 bool endsLine(QChar unit) {

@@ -15,9 +15,9 @@ void takeColors(NodeStyle& style, const Theme::NodeColorSet& row) {
   style.fillGradient = row.fillGradient;
 }
 
-// The colour row of every number under branch colouring, or nullptr. A topic that two branches reach keeps the row of
-// the later one: going through the roots and their branches backwards, whatever a later branch reached is settled, with
-// all that lies below it.
+// The colour row of every number under branch colouring, or nullptr. A topic reached by two branches takes the row of
+// the later one: walking the roots and their branches backwards, whatever a later branch has reached is final, with
+// everything below it.
 std::vector<const Theme::NodeColorSet*> branchRows(const TreeInfo& tree) {
   std::vector<const Theme::NodeColorSet*> rows(tree.numberCount(), nullptr);
   const auto& palettes = branchPalettes();
@@ -49,7 +49,7 @@ std::vector<const Theme::NodeColorSet*> branchRows(const TreeInfo& tree) {
 }  // namespace
 
 NodeStyle newTopicStyle(const Theme& theme, int depth) {
-  // The row's gradient is left out on purpose: a new topic is flat until a theme is applied to the whole map.
+  // The row's gradient is deliberately left out: a new topic is flat until a theme is applied to the whole map.
   const Theme::NodeColorSet& row = theme.rowForDepth(depth);
   return NodeStyle{row.fill, row.stroke, row.textColor, NodeStyle::Shape::roundedRect,
                    16.0,     false,      false,         std::nullopt};

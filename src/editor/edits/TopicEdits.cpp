@@ -61,7 +61,7 @@ QPointF childSpot(const MapIndex& index, const TreeInfo& tree, std::uint32_t par
   const QPointF parent = index.positions()[parentOrdinal];
   const std::uint32_t parentNumber = index.numberOfNode()[parentOrdinal];
 
-  // A child grows away from the parent's own parent, as the first edge to it tells, and from a root to the right.
+  // A child grows away from the parent's own parent (by the first edge to it), and from a root to the right.
   double direction = 1.0;
   const auto& targets = index.edgeTo();
   const auto incoming = std::find(targets.begin(), targets.end(), parentNumber);
@@ -92,7 +92,7 @@ void reparent(MindMap& map, const QUuid& nodeID, const QUuid& newParentID, const
 }
 
 void removeRecords(MindMap& map, const IdSet& nodes, const IdSet& edges, const std::optional<QUuid>& region) {
-  // What removing one topic after the other gives, in one pass.
+  // The same result as removing one topic after the other, in one pass.
   const bool removesNodes = !nodes.empty();
   if (removesNodes) {
     map.nodes.eraseIf([&](const Node& node) { return nodes.contains(node.id); });
