@@ -13,15 +13,15 @@ namespace quilmora::journal {
 
 namespace {
 
-// Longer texts seldom come twice.
+// Longer texts rarely repeat.
 constexpr qsizetype longestPooled = 48;
 
-// What stands before a text: how it is written, or the number of one that came before.
+// What precedes a text: how it is written, or the number of an earlier equal text.
 enum TextForm : std::uint64_t { utf8 = 0, pooledUtf8 = 1, utf16 = 2, firstPooled = 3 };
 
 double finite(double value) {
   constexpr double greatest = std::numeric_limits<double>::max();
-  if (std::isnan(value) || value == 0) return 0;  // -0 too
+  if (std::isnan(value) || value == 0) return 0;  // and -0
   return std::clamp(value, -greatest, greatest);
 }
 

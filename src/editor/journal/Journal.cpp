@@ -16,7 +16,7 @@ Journal::Journal(Scheduler& scheduler, Log& log, QString folder)
       m_log(log),
       m_folder(std::move(folder)),
       m_writer(std::make_shared<journal::JournalWriter>(m_folder)) {
-  // One at a time, in the order in which they came.
+  // One at a time, in order.
   m_pool.setMaxThreadCount(1);
 }
 
@@ -43,7 +43,7 @@ void Journal::changed() {
 
 void Journal::flush() {
   m_task = 0;
-  // One that is still under way is followed by the map as it then is.
+  // If one is still running, it is followed by the map as it is then.
   if (m_isRunning)
     m_isStateWaiting = true;
   else
@@ -100,7 +100,7 @@ void Journal::run() {
     } catch (const std::bad_alloc&) {
       problem = QStringLiteral("There is not enough memory for it.");
     }
-    // The maps go before anybody hears of the end.
+    // Release the maps before anybody learns of the end.
     steps.clear();
     promise->addResult(problem);
     promise->finish();

@@ -26,7 +26,7 @@ std::uint32_t checksum(QByteArrayView bytes, std::uint32_t seed) {
   return static_cast<std::uint32_t>(sum);
 }
 
-// A record of another journal, or of another place in this one, does not fit.
+// A record from another journal, or from another place in this one, does not match.
 std::uint32_t seedOf(const JournalHeader& header, std::uint64_t number) {
   ByteWriter place;
   place.putFixed(header.id, 8);
@@ -94,7 +94,7 @@ JournalReader::JournalReader(const QString& path)
 JournalReader::~JournalReader() = default;
 
 std::optional<QByteArray> JournalReader::read(std::uint64_t count) {
-  // Nothing is made room for that the file cannot hold.
+  // No memory is allocated for more than the file can hold.
   if (count > m_size) return std::nullopt;
   QByteArray bytes(static_cast<qsizetype>(count), Qt::Uninitialized);
   for (std::uint64_t done = 0; done < count;) {

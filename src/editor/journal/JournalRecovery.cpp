@@ -20,7 +20,7 @@ class Following {
   Following(JournalReader& reader, const MindMap& base)
       : m_reader(reader), m_map(base), m_start(m_fingerprint.of(base)), m_isFound(m_start == reader.header().base) {}
 
-  // Whether the document as it stands was among the maps on the way.
+  // Whether the document's current content equals one of the maps in the journal.
   bool isFound() const { return m_isFound; }
   bool isDamaged() const { return m_isDamaged || m_reader.hasRest(); }
   const MindMap& map() const { return m_map; }

@@ -19,10 +19,10 @@ namespace quilmora::journal {
 
 namespace {
 
-// A document has more than this for a topic and a connector, however short their texts are.
+// A document takes more than this for a topic with its connector, however short their texts are.
 constexpr std::uint64_t leastTopicBytes = 300;
 constexpr std::uint64_t leastEdgeBytes = 250;
-// Rewriting a journal is worth it from here on.
+// From this size on, rewriting a journal is worthwhile.
 constexpr std::uint64_t smallestLimit = 64 * 1024;
 
 QString systemError() {
@@ -120,7 +120,7 @@ QString JournalWriter::append(const MindMap& now, const QByteArray& delta) {
   const QByteArray bytes = bytesOf({m_fingerprint.of(now), delta}, m_header, m_count);
   if (!writeAll(m_descriptor, bytes) || !flush(m_descriptor)) {
     const QString error = systemError();
-    // A part of a record would hide those after it.
+    // A partial record would hide those after it.
     if (::ftruncate(m_descriptor, static_cast<off_t>(m_size)) != 0 ||
         ::lseek(m_descriptor, static_cast<off_t>(m_size), SEEK_SET) < 0)
       close();
@@ -146,7 +146,7 @@ QString JournalWriter::rewrite(const MindMap& now) {
   const QByteArray temporary = folder + '/' + temporaryName();
   const int descriptor = ::open(temporary.constData(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
   if (descriptor < 0) return systemError();
-  // Told by the file itself: the lock stays with it wherever it is moved, and goes with the process.
+  // The lock is on the file itself: it stays with it wherever the file is moved, and is released with the process.
   holdTemporary(descriptor);
   if (!writeAll(descriptor, bytes) || !flush(descriptor) || ::rename(temporary.constData(), target.constData()) != 0) {
     const QString error = systemError();

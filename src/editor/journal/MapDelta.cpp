@@ -9,11 +9,11 @@ namespace quilmora::journal {
 
 namespace {
 
-// An array's way from before to now: steps over the records before, each with how many it is for. Patches and inserted
-// records follow their step.
+// An array's way from before to now: steps over the old records, each with a count. Patches and inserted records follow
+// their step.
 enum Step : std::uint64_t { keep = 0, remove = 1, patch = 2, insert = 3 };
 
-// An inserted record always tells its id, so that no byte of a hostile delta stands for a whole record.
+// An inserted record always contains its id, so that no single byte of a hostile delta produces a whole record.
 constexpr std::uint64_t idBit = 1;
 
 struct Hash {
@@ -52,7 +52,7 @@ class ScriptWriter {
     return a < m_before.blockCount() && b < m_now.blockCount() && &m_before.block(a) == &m_now.block(b);
   }
 
-  // The next blocks that both sides share, from these on; the ends where there are none.
+  // The next blocks that both sides share, from these on; the ends if there are none.
   std::pair<std::size_t, std::size_t> nextShared(std::size_t a, std::size_t b) {
     if (isShared(a + 1, b + 1)) return {a + 1, b + 1};
     if (m_places.empty())
@@ -84,7 +84,7 @@ class ScriptWriter {
     count(Step::keep, tail);
   }
 
-  // By id, in order: what stands in another order counts as removed and inserted.
+  // By id, in order: a record at a different place in the order counts as removed and inserted.
   void writeMiddle(const Records& before, const Records& now, std::size_t start, std::size_t tail) {
     const std::size_t end = before.size() - tail;
     std::unordered_map<QUuid, std::size_t, Hash> places;

@@ -6,8 +6,8 @@ namespace quilmora::journal {
 
 namespace {
 
-// The hash of a row of records is a number to this base, whose digits are the records' own hashes: rows follow one
-// another whatever blocks they are cut into.
+// The hash of a sequence of records is a number in this base, whose digits are the records' own hashes: it does not
+// depend on how the sequence is cut into blocks.
 constexpr std::uint64_t base = 0xA24BAED4963EE407;
 
 std::uint64_t powerOfBase(std::size_t exponent) {
@@ -41,9 +41,9 @@ std::uint64_t MapFingerprint::Part<Record>::of(const SharedArray<Record>& now) {
   std::uint64_t result = 0;
   for (std::size_t k = 0; k < count; ++k) {
     const auto& block = now.block(k);
-    // Blocks that are the same stand at the same place, counted from the front or from the end.
+    // Unchanged blocks are at the same place, counted from the front or from the end.
     const auto isAt = [&](std::size_t place) { return place < countBefore && &records.block(place) == &block; };
-    const std::size_t fromEnd = k + countBefore - count;  // may wrap, and is then beyond the end
+    const std::size_t fromEnd = k + countBefore - count;  // may wrap around, and is then past the end
     if (isAt(k))
       hashes[k] = blocks[k];
     else if (isAt(fromEnd))
