@@ -36,7 +36,7 @@ QFuture<Result> runIn(QThreadPool& pool, std::function<Result()> work) {
   return promise->future();
 }
 
-// What goes wrong with a version takes nothing from the document itself.
+// A failure with a version does not affect the document itself.
 void guarded(Log& log, const std::function<void()>& work) {
   QString problem;
   try {
@@ -92,7 +92,7 @@ void EarlierVersions::keepAt(const QString& document, const MindMap& map, TimePo
   });
 }
 
-// An open file stays what it is when another one takes its place.
+// An open file keeps its content when another one takes its place.
 void EarlierVersions::keepFile(const QString& document) {
   const QFileInfo file(document);
   if (!file.isFile()) return;

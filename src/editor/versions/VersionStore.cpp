@@ -97,7 +97,7 @@ VersionStore::Contents VersionStore::read(const QString& path) try {
   in.take(contents.version.title);
   contents.head = in.takeBytes(in.takeNumber()).toByteArray();
   for (auto& part : contents.blocks) {
-    // Each takes some bytes, so that no number makes room that the file does not fill.
+    // Each takes at least some bytes, so that no number allocates memory that the file does not fill.
     const std::uint64_t count = in.takeNumber();
     for (std::uint64_t i = 0; i < count; ++i) {
       BlockPlace& place = part.emplace_back();
@@ -113,7 +113,7 @@ VersionStore::Contents VersionStore::read(const QString& path) try {
   throw VersionError(error.message());
 }
 
-// One call of keep(): finds the places of all blocks, and writes those that are nowhere yet.
+// One call of keep(): finds the places of all blocks, and writes those that are not stored yet.
 class VersionStore::Keeping {
  public:
   Keeping(VersionStore& store, const QString& document) : m_store(store), m_folder(store.folderOf(document)) {
@@ -142,7 +142,7 @@ class VersionStore::Keeping {
     contents.blocks[3] = placesOf(map.regions);
     if (m_newest && std::ranges::equal(m_newest->blocks, contents.blocks) && isSameHead(map)) return;
     if (!QDir().mkpath(m_folder)) throw VersionError(QStringLiteral("the folder %1 cannot be made").arg(m_folder));
-    // The list comes last: what lies in no list is no version.
+    // The list is written last: what is in no list is not a version.
     if (!m_fresh.isEmpty()) write(pieceEnding, m_fresh);
     write(listEnding, bytesOf(contents));
     m_store.m_lastDocument = document;
@@ -153,7 +153,7 @@ class VersionStore::Keeping {
  private:
   static BlockKey keyOf(const BlockPlace& place) { return {place.length, place.hash[0], place.hash[1]}; }
 
-  // The time of the last change alone makes no other version.
+  // A change of the modification time alone makes no new version.
   bool isSameHead(const MindMap& map) const {
     MindMap before = map;
     try {
@@ -273,7 +273,7 @@ void VersionStore::prune(const QString& document, TimePoint now) {
   std::vector<VersionSize> sizes;
   std::map<std::uint64_t, std::uint64_t> bytesOfPieces;
   std::map<std::uint64_t, QString> piecePaths;
-  // Pieces of all documents get numbers of their own here.
+  // Pieces of all documents are numbered together here.
   std::uint64_t documentNumber = 0;
   for (const QFileInfo& folder : QDir(m_folder).entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot)) {
     if (!isOfAll && folder.filePath() != folderOf(document)) continue;
