@@ -8,12 +8,12 @@
 
 namespace quilmora {
 
-// What the session does when another program changed the document's file. Auto-save pauses until the person decides.
+// What the session does when another program changed the document's file. Auto-save pauses until the user decides.
 
 void DocumentSession::fileMayHaveChanged() {
   m_reloadProblem.clear();
   refreshTrouble();
-  // What was held back, or could not be written, may be now.
+  // What was held back, or could not be written, may be writable now.
   if (m_watch.change() == FileChange::none && m_editor.isDirty()) autoSaveAfter(autoSaveDelay);
 }
 
@@ -27,7 +27,7 @@ void DocumentSession::keepMine() {
   waitForSaves();
   const std::optional<QString> path = m_editor.lastSavedFilePath();
   if (!path || !m_watch.isForeign()) return;
-  // The version that the person knows of, and no later one.
+  // The version that the user knows about, and no later one.
   FileState agreed = m_watch.present();
   agreed.mayBeMissing = true;
   const QString name = QStringLiteral("%1 (other version)").arg(QFileInfo(*path).completeBaseName());
@@ -39,7 +39,7 @@ void DocumentSession::reload() {
   const std::optional<QString> path = m_editor.lastSavedFilePath();
   if (!path || !m_watch.isForeign() || m_isReloading) return;
   std::optional<DocumentWrite> mine;
-  // The history has it too, but ends with the program.
+  // The history has it too, but is lost when the program ends.
   if (hasUnkeptChanges())
     mine = DocumentWrite{
         m_editor.mindMap(), freePathInDefaultFolder(m_document.mindMap.title), FileState::absent(), {}, {}};
@@ -56,7 +56,7 @@ void DocumentSession::reload() {
       [this](const std::exception&) { m_isReloading = false; });
 }
 
-// Beside the main thread.
+// Runs off the main thread.
 DocumentSession::Reloaded DocumentSession::readAnew(const QString& path, const std::optional<DocumentWrite>& mine,
                                                     FileWriter& writer) {
   Reloaded reloaded;

@@ -26,7 +26,7 @@ QChar legalCharacter(QChar character) {
   }
 }
 
-// The longest beginning within `maxBytes` of UTF-8 that ends between two characters as a person counts them.
+// The longest prefix within `maxBytes` of UTF-8 that ends between two user-perceived characters.
 QString cutToBytes(const QString& text, qsizetype maxBytes) {
   if (text.toUtf8().size() <= maxBytes) return text;
   QTextBoundaryFinder boundaries(QTextBoundaryFinder::Grapheme, text);
@@ -58,7 +58,7 @@ QString withDocumentExtension(const QString& path) {
   const qsizetype nameStart = path.lastIndexOf(u'/') + 1;
   const qsizetype dot = path.lastIndexOf(u'.');
   const QStringView extension = QStringView(path).mid(dot + 1);
-  // A dot at the start hides a file, and a dot before a space ends a sentence ("1. Plan"): neither begins an extension.
+  // A leading dot hides a file, and a dot before a space ends a sentence ("1. Plan"): neither starts an extension.
   const bool hasExtension = dot > nameStart && !extension.isEmpty() && !extension.contains(u' ');
   return (hasExtension ? path.left(dot) : path) + u'.' + documentExtension;
 }

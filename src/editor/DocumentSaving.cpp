@@ -35,7 +35,7 @@ void DocumentSession::beginSave(SaveKind kind, const QString& path, const std::o
   whenFinished(
       m_save->written, this,
       [this, isThis](const WrittenDocument& written) {
-        // Whoever waited has ended it already.
+        // A caller that waited may have ended it already.
         if (isThis()) endSave(written);
       },
       [this, isThis](const std::exception&) {
@@ -66,10 +66,10 @@ void DocumentSession::endSave(const WrittenDocument& written) {
       endAutoSave(save, written.outcome);
       break;
   }
-  // Whoever sees an error or a panel may end the session.
+  // Code that handles an error or a dialog may destroy the session.
   if (!guard) return;
   if (written.outcome.isDone()) {
-    // What was edited in between is not written yet.
+    // Edits made in between are not written yet.
     if (m_editor.mindMap() != save.write.map) m_editor.markDirty();
     Q_EMIT fileWritten(save.write.path, before, save.write.map);
   }
@@ -137,7 +137,7 @@ void DocumentSession::askAndSave(const QString& reason) {
   const quint64 installCount = m_installCount;
   const std::optional<QString> chosen = m_services.panels.askSavePath(
       {createdDefaultFolder(), documentFileName(m_editor.mindMap().title), QStringLiteral("mindmap"), reason});
-  // While the panel is open the program may end, or another start may hand its document over: the chosen place was for
+  // While the dialog is open the program may end, or another start may pass its document on: the chosen place was for
   // the map that the user saw.
   if (!guard || !chosen || installCount != m_installCount) return;
   m_chosenPlaces.push_back(withDocumentExtension(absolutePath(*chosen)));
@@ -156,7 +156,7 @@ void DocumentSession::endChosenSave(const QString& path, const Outcome& written)
 
 // --- Auto-save ---
 
-// Only the change to true starts the timer: edits that follow do not put the save off.
+// Only the change to true starts the timer: further edits do not postpone the save.
 void DocumentSession::dirtyFlagWasSet() {
   const bool wasDirty = std::exchange(m_wasDirty, m_editor.isDirty());
   if (wasDirty || !m_wasDirty) return;
@@ -177,7 +177,7 @@ void DocumentSession::setAutoSaveProblem(const QString& problem) {
 }
 
 void DocumentSession::autoSave() {
-  // What another program wrote waits for the person's decision.
+  // A version that another program wrote waits for the user's decision.
   if (!m_editor.isDirty() || m_watch.isForeign()) return;
   if (m_save)
     m_isAutoSaveWanted = true;
@@ -185,7 +185,7 @@ void DocumentSession::autoSave() {
     beginAutoSave(m_watch.known());
 }
 
-// A map without a place goes where nothing stands yet.
+// A map without a place goes where no file exists yet.
 void DocumentSession::beginAutoSave(const std::optional<FileState>& known) {
   const std::optional<QString> path = m_editor.lastSavedFilePath();
   if (path)
@@ -202,18 +202,18 @@ void DocumentSession::endAutoSave(const Save& save, const Outcome& written) {
     if (!save.takesPlace) log(QStringLiteral("Quilmora: auto-saved to ") + path);
     return;
   }
-  // A place that goes on refusing for the same reason is told of once.
+  // The same reason is reported only once for a place.
   if (!save.takesPlace && written.reason() != m_autoSaveProblem)
     log(QStringLiteral("Quilmora: auto-save FAILED for %1: %2").arg(path, written.reason()));
   setAutoSaveProblem(written.reason());
   if (m_watch.isForeign()) return;
-  // What the disk does not take now it may take later, so a failure is no reason to stop: tried again by and by, until
-  // the map is written or replaced.
+  // The disk may accept later what it refuses now, so auto-save tries again and again, until the map is written or
+  // replaced.
   autoSaveAfter(m_retryDelay);
   m_retryDelay = std::min(2 * m_retryDelay, longestRetryDelay);
 }
 
-// --- Before the map goes ---
+// --- Before the map is replaced ---
 
 bool DocumentSession::hasUnkeptChanges() const {
   return m_editor.isDirty() || m_editor.mindMap() != m_keptMap;
@@ -227,8 +227,8 @@ Outcome DocumentSession::writePendingChanges() {
   return m_lastSave;
 }
 
-// A map that was never written gets a file of its own in the default folder, which does not become the document's
-// place: the next save would overwrite it.
+// A map that was never written gets a file of its own in the default folder, which the document does not adopt: the
+// next save would overwrite it.
 Outcome DocumentSession::keepBeforeImport() {
   waitForSaves();
   if (!hasUnkeptChanges()) return Outcome::done();
@@ -236,9 +236,9 @@ Outcome DocumentSession::keepBeforeImport() {
                                       : writeCopy(freePathInDefaultFolder(m_document.mindMap.title));
 }
 
-// There is no later chance: changes that the map's own place does not take, such as a disk that was pulled out, go into
-// the default folder, where the next start finds them. The session may go on after all, so the editor keeps its own
-// place.
+// There is no later chance: changes that cannot be written to the map's own place, such as a disk that was removed, go
+// into the default folder, where the next start finds them. The session may continue after all, so the editor keeps its
+// own place.
 void DocumentSession::saveForQuit() {
   endOpening();
   if (writePendingChanges().isDone() || !m_editor.lastSavedFilePath()) return;
@@ -261,7 +261,7 @@ DocumentSession::RescueCopy DocumentSession::writeRescueCopy() {
   return {place, std::move(written)};
 }
 
-// Beside the document's own file, which stays its place.
+// The document's own file stays its place.
 Outcome DocumentSession::writeCopy(const QString& path) {
   waitForSaves();
   const DocumentWrite write{m_editor.mindMap(), path, FileState::absent(), {}, {}};

@@ -23,7 +23,7 @@ QString lastComponent(const QString& path) {
   return path.mid(path.lastIndexOf(u'/') + 1);
 }
 
-// The reason tells a place in the file, and not which file.
+// The reason names a place in the file, but not the file.
 QString named(const QString& path, const QString& reason) {
   return lastComponent(path) + QStringLiteral(": ") + reason;
 }
@@ -51,7 +51,7 @@ DocumentSession::DocumentSession(MindMapViewModel& editor, Services services)
 
 DocumentSession::~DocumentSession() {
   m_services.scheduler.cancel(m_autoSaveTimer);
-  // It writes by a service of this session.
+  // The write uses a service of this session.
   if (m_save) m_save->written.waitForFinished();
 }
 
@@ -76,7 +76,7 @@ void DocumentSession::open(const QString& givenPath) {
   if (fileExists(path)) {
     loadChosen(path);
   } else {
-    // Whoever shows the error may end the session, but nothing that it was given.
+    // Code that shows the error may destroy the session, but not its services.
     raise(QStringLiteral("File not found: ") + lastComponent(path));
     recentFiles.remove(path);
   }
@@ -121,7 +121,7 @@ void DocumentSession::loadChosen(const QString& path, Pending pending) {
   try {
     ReadDocument document = readDocumentAt(path);
     if (hasUnkeptChanges()) {
-      // They may be the chosen file's own, and the open map goes only once they are kept.
+      // They may belong to the chosen file itself, and the open map is replaced only once they are kept.
       const bool isCopied = pending == Pending::copied;
       if (const Outcome kept = isCopied ? writeRescueCopy().outcome : writePendingChanges(); !kept.isDone()) {
         endOpening();
@@ -156,8 +156,8 @@ void DocumentSession::replaceWithImported(const MindMap& map) {
   ++m_installCount;
   Q_EMIT mapWillBeReplaced(m_editor.mindMap());
   m_document.mindMap = map;
-  // Its file still stands: as long as nothing is edited, nothing is lost by quitting, and the document's own file must
-  // not be overwritten for it.
+  // The imported file still exists: while nothing is edited, quitting loses nothing, and the document's own file must
+  // not be overwritten with the import.
   m_keptMap = map;
   m_editor.beginOtherDocument();
   m_editor.setMindMap(map);
@@ -176,7 +176,7 @@ void DocumentSession::startWith(const MindMap& map) {
   m_autoSavedPlace.reset();
   m_retryDelay = firstRetryDelay;
   m_editor.startWith(map);
-  // A topic of the earlier map would be a parent for new ones.
+  // A selected topic of the previous map would become a parent for new ones.
   m_editor.clearSelection();
   setAutoSaveProblem({});
   zoomToFitAfter(zoomDelayAfterOpen);
@@ -193,7 +193,7 @@ void DocumentSession::install(const ReadDocument& document, const QString& path)
   m_editor.clearHistory();
   m_editor.recordSaveLocation(path, true);
   m_services.recentFiles.add(path);
-  // A package cannot be written to, and nothing of it overwritten.
+  // A package cannot be written to, and nothing in it may be overwritten.
   if (documentFileAt(path) == path)
     m_watch.follow(path, document.state);
   else

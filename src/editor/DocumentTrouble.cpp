@@ -8,7 +8,7 @@ namespace quilmora {
 
 namespace {
 
-// Of a name that another program chose: on one line.
+// On one line, because another program chose the name.
 QString quoted(const QString& path) {
   return QStringLiteral("“%1”").arg(path.mid(path.lastIndexOf(u'/') + 1).simplified());
 }

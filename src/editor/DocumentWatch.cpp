@@ -11,7 +11,7 @@ namespace quilmora {
 
 namespace {
 
-// The folder of the path, or the nearest one above it that is there.
+// The folder of the path, or its nearest existing ancestor.
 QString nearestFolder(const QString& path) {
   QString folder = QFileInfo(path).path();
   while (!QFileInfo::exists(folder) && folder.size() > 1) folder = QFileInfo(folder).path();
@@ -89,7 +89,7 @@ void DocumentWatch::endWrite() {
 
 void DocumentWatch::found(const FileComparison& comparison) {
   if (!m_known) return;
-  // Written anew with the same content, or its folder went: from here on that is what is known of it.
+  // The file was rewritten with the same content, or its folder disappeared: from now on that is the known state.
   if (comparison.change == FileChange::none || comparison.change == FileChange::folderGone) m_known = comparison.now;
   const bool isAsBefore = comparison.change == m_change && comparison.now.stamp == m_present.stamp;
   const bool wasChanged = m_change != FileChange::none;
@@ -98,7 +98,7 @@ void DocumentWatch::found(const FileComparison& comparison) {
   if (!isAsBefore && (wasChanged || m_change != FileChange::none)) Q_EMIT changed();
 }
 
-// A watch belongs to the file that was there when it began, not to the path, so that it is begun anew each time.
+// A watch belongs to the file that existed when it began, not to the path, so it must be renewed each time.
 void DocumentWatch::rearm() {
   const QStringList present = m_watcher.files() + m_watcher.directories();
   if (!present.isEmpty()) m_watcher.removePaths(present);

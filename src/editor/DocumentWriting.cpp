@@ -14,7 +14,7 @@ namespace quilmora {
 
 namespace {
 
-// A folder that is gone is no reason to stop here: the write tells of it, and works where it came back.
+// A missing folder is no reason to stop here: the write reports it, and succeeds if the folder has come back.
 Outcome consentTo(const DocumentWrite& write, WrittenDocument& written) {
   if (!write.known) return Outcome::done();
   const FileComparison comparison = compareFile(*write.known, write.path);
@@ -24,7 +24,7 @@ Outcome consentTo(const DocumentWrite& write, WrittenDocument& written) {
   return sentence.isEmpty() ? Outcome::done() : Outcome::failed(sentence);
 }
 
-// What somebody else wrote there stays.
+// A copy that somebody else has changed stays.
 void removeSuperseded(const DocumentWrite& write) {
   if (!write.superseded) return;
   const auto& [path, state] = *write.superseded;
@@ -68,7 +68,7 @@ void writeWhole(const DocumentWrite& write, FileWriter& writer, WrittenDocument&
   }
   written.change = FileChange::none;
   written.state = {stampOf(write.path), hash.value()};
-  // Who replaced it at once is told by the next comparison.
+  // If another program replaced it at once, the next comparison finds out.
   if (auto stamp = stream->stamp(); stamp && !stamp->isSameFile(written.state.stamp)) {
     stamp->link = written.state.stamp.link;
     written.state.stamp = *stamp;

@@ -40,7 +40,7 @@ Journal::State SafeKeeping::state() const {
 }
 
 void SafeKeeping::begin() {
-  // A map without a document starts from nothing: a fresh one is another at each start.
+  // A map without a document starts from nothing, because a blank map differs at each start.
   if (!m_session.hasReplacedMap()) takeUp({}, MindMap());
 }
 
@@ -77,7 +77,7 @@ void SafeKeeping::fileWillBeWritten(const QString& path, const MindMap& map, boo
 void SafeKeeping::fileWritten(const QString& path, const MindMap& map) {
   const bool isOwnWrite = std::exchange(m_isWriting, false);
   if (path != m_editor.lastSavedFilePath()) return;
-  // Read anew, because another program wrote it.
+  // Read again, because another program wrote it.
   if (!isOwnWrite) m_versions.documentWasReplaced();
   m_journal.saved(path, map);
   m_versions.documentHolds(path, map,

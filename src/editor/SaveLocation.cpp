@@ -34,7 +34,7 @@ void MindMapViewModel::recordSaveLocation(const std::optional<QString>& path, bo
     m_lastSavedFilePath = path;
     remember(*path, m_services);
   }
-  // Last, so that whoever hears of it finds the new place.
+  // Last, so that observers find the new place.
   setIsDirty(false);
 }
 
