@@ -22,7 +22,7 @@ struct View {
   QPointF offset;
 };
 
-// The whole of a map of at least one topic on a canvas of this size.
+// The whole of a map with at least one topic on a canvas of this size.
 View viewOf(const SharedArray<Node>& nodes, QSizeF size) {
   QPointF low = (*nodes.begin()).position;
   QPointF high = low;
@@ -68,7 +68,7 @@ void AIWorkflows::generateMap(const QString& prompt, MindMap::Layout layout) {
       installGenerated(map, size);
       end(std::nullopt);
     };
-    // A back end that fails leaves no word: the offline generator takes its place.
+    // A provider's failure is not reported: the offline generator replaces it.
     const auto generateOffline = [=, this](const std::exception&) {
       const auto offline = std::make_shared<AIService>(m_backEnds.offline(), m_services.settings, m_services.clock);
       whenFinished(

@@ -65,7 +65,7 @@ void ChatSession::replyCame(const QString& reply) {
   setChatIsLoading(false);
 }
 
-// The assistant's last word of a task.
+// The assistant's final message for a task.
 void ChatSession::say(const QString& text) {
   append(ChatMessage::create(ChatRole::assistant, text, m_clock.now()));
   setChatIsLoading(false);
@@ -96,7 +96,7 @@ void ChatSession::applyChatAction(const QUuid& messageID) {
     m_editor.captureSnapshot(false);
     m_workflows.installRadial(tree);
   }
-  // Whoever watches the map may have changed the chat.
+  // Observers of the map may have changed the chat.
   const auto applied = std::find_if(m_chatMessages.begin(), m_chatMessages.end(), isMessage);
   if (applied == m_chatMessages.end()) return;
   applied->actionApplied = true;

@@ -39,7 +39,7 @@ void MindMapViewModel::reconnectEdgeSource(const QUuid& edgeID, const QUuid& new
 }
 
 void MindMapViewModel::reconnectEdgeTarget(const QUuid& edgeID, const QUuid& newToID) {
-  // A topic that any edge leads to has a parent already, which covers an edge from this edge's own source.
+  // A topic that any edge leads to has a parent already; this includes edges from this edge's own source.
   if (!ordinalOf(mindMap().edges, edgeID) || treeInfo().parent(newToID)) return;
   reconnectEdge(edgeID, &Edge::to, newToID);
 }

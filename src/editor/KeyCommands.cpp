@@ -29,7 +29,7 @@ MindMapViewModel::Direction directionOf(int arrowKey) {
 
 bool KeyCommands::press(int key, Qt::KeyboardModifiers modifiers, bool textHasKeyboard) {
   if (textHasKeyboard || m_editor.isEditingInline()) return false;
-  // The keypad's keys are like the others. But for the letters and Tab below, modifiers make no difference to a key.
+  // The keypad's keys are treated like the others. Except for the letters and Tab below, modifiers make no difference.
   const Qt::KeyboardModifiers held = modifiers & ~Qt::KeypadModifier;
   switch (key) {
     case Qt::Key_Left:
@@ -68,7 +68,7 @@ bool KeyCommands::arrow(int key) {
   return true;
 }
 
-// State changes after the event, never inside it.
+// State changes after the event, never during it.
 bool KeyCommands::quickLook() {
   const auto selected = m_editor.firstSelectedNode();
   if (!selected) return false;
@@ -78,7 +78,7 @@ bool KeyCommands::quickLook() {
   return true;
 }
 
-// The sheet opens once the key has done its work, so that it doesn't receive the rest of it.
+// The sheet opens once the key event is over, so that it does not receive the rest of it.
 bool KeyCommands::paste() {
   const std::optional<QString> text = m_commands.textForSmartPaste();
   if (!text) return false;

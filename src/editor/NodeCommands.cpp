@@ -95,12 +95,12 @@ void MindMapViewModel::clearNodeImage(const QUuid& id) {
 
 void MindMapViewModel::moveSelectedNodes(QPointF translation) {
   if (!(std::hypot(translation.x(), translation.y()) > minMoveLength)) return;
-  // An id that outlived its topic moves nothing, and a snapshot belongs to a move.
+  // An id without a topic moves nothing, and only a move takes a snapshot.
   std::vector<QUuid> moved;
   for (const QUuid& id : selectedNodeIDs())
     if (hasNode(id)) moved.push_back(id);
 
-  // Each topic makes a snapshot of its own, of which the history keeps the last ones: those before need not be taken.
+  // Each topic takes a snapshot of its own, of which the history keeps the last ones: earlier ones need not be taken.
   if (moved.size() > maxHistorySize) {
     const auto seen = moved.end() - maxHistorySize;
     IdSet unseen;
@@ -136,7 +136,7 @@ void MindMapViewModel::deleteSelection() {
   captureSnapshot(false);
   edit([&](MindMap& map) {
     edits::removeRecords(map, nodes, edges, selectedRegionID());
-    // A region alone leaves the date.
+    // Removing only a region leaves the date alone.
     if (!nodes.empty() || !edges.empty()) stamp(map);
   });
   if (selectedRegionID()) setSelectedRegionID(std::nullopt);

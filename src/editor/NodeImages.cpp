@@ -21,7 +21,7 @@ void NodeImages::setFromFile(const QUuid& nodeID, const QString& path) {
     Q_EMIT errorRaised(QStringLiteral("Failed to add image: %1: %2").arg(QFileInfo(path).fileName(), error));
     return;
   }
-  // The topic may have gone while the panel was open.
+  // The topic may have been deleted while the dialog was open.
   if (m_editor.hasNode(nodeID)) m_editor.setNodeImage(nodeID, image);
 }
 

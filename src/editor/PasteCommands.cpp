@@ -43,7 +43,7 @@ void MindMapViewModel::smartPaste(const QString& text, SmartPasteMode mode, cons
   IdSet ids = pasted.ids();
   edit([&](MindMap& map) {
     pasted.appendTo(map);
-    // Only the single topic counts as a change of the map's date.
+    // Only a single topic changes the map's date.
     if (mode == SmartPasteMode::singleNode) stamp(map);
   });
   setSelectedNodeIDs(std::move(ids));

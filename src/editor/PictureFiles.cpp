@@ -22,9 +22,9 @@ constexpr std::array pixelFormats = {
     QByteArrayView("webp"), QByteArrayView("xbm"),  QByteArrayView("xpm")};
 
 constexpr qsizetype maxFileBytes = qsizetype{256} << 20;
-// What a decoder may have to walk through, whatever is left of it in the end.
+// The most pixels that a decoder may have to process, however few are kept in the end.
 constexpr qint64 maxPixels = 250'000'000;
-// Larger pictures are read at this size where their format can, as a topic keeps much less.
+// Larger pictures are read at this size if their format can, as a topic keeps a much smaller one.
 constexpr int largestSideRead = 1600;
 
 PictureRead refused(const QString& error) {

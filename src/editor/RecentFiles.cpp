@@ -42,7 +42,7 @@ void RecentFiles::reload() {
   Q_EMIT urlsChanged();
 }
 
-// The stored list and the published one are walked side by side, so an entry is known by its position.
+// The stored list and the published one have the same order, so an entry is found by its index.
 QList<QByteArray> RecentFiles::storedWithout(const QString& path) const {
   const QList<QByteArray> stored = m_settings.bytesList(settings::recentFileBookmarks).value_or(QList<QByteArray>());
   QList<QByteArray> kept;

@@ -21,7 +21,7 @@ void MindMapViewModel::deleteRegion(const QUuid& id) {
   if (selectedRegionID() == id) setSelectedRegionID(std::nullopt);
 }
 
-// What a hand or a menu does to a region that has gone meanwhile leaves no trace, unlike a deletion.
+// Unlike a deletion, editing a region that no longer exists changes nothing at all.
 void MindMapViewModel::editRegion(const QUuid& id, bool stamps, const std::function<void(Region&)>& change) {
   const std::optional<std::size_t> ordinal = ordinalOf(mindMap().regions, id);
   if (!ordinal) return;

@@ -16,7 +16,7 @@ void MindMapViewModel::setNodeEmoji(const QUuid& id, const std::optional<QString
   editNode(id, [&](Node& node) { node.emoji = emoji; });
 }
 
-// Typed, as a title is.
+// Typed text, like a title.
 void MindMapViewModel::setNodeUrl(const QUuid& id, const std::optional<QString>& url) {
   if (!hasNode(id)) return;
   captureSnapshot(true);
