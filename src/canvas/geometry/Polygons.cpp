@@ -7,7 +7,7 @@ namespace quilmora {
 
 namespace {
 
-// One of the four half planes of a rectangle: coordinate (x or y) × sign at most limit.
+// One of a rectangle's four half planes: coordinate (x or y) × sign is at most limit.
 struct HalfPlane {
   bool isHorizontal;
   double sign;
@@ -17,12 +17,12 @@ struct HalfPlane {
 };
 
 QPointF crossing(const HalfPlane& plane, QPointF a, double excessA, QPointF b, double excessB) {
-  // The weights stay in 0 to 1 whatever the sizes, so that the products cannot overflow.
+  // The weights stay within 0 to 1 whatever the sizes, so that the products cannot overflow.
   const double t = excessA / (excessA - excessB);
   const auto between = [t](double from, double to) {
     return std::clamp(from * (1.0 - t) + to * t, std::min(from, to), std::max(from, to));
   };
-  // On the limit itself: between numbers that are far apart rounding would leave the crossing far outside.
+  // Exactly on the limit: between numbers that are far apart, rounding would put the crossing far outside.
   const double limit = plane.limit * plane.sign;
   return plane.isHorizontal ? QPointF(limit, between(a.y(), b.y())) : QPointF(between(a.x(), b.x()), limit);
 }

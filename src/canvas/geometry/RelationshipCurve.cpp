@@ -35,7 +35,7 @@ QRectF RelationshipCurve::bounds() const {
 bool RelationshipCurve::contains(QPointF point) const {
   const double reach = hitWidth / 2.0;
   if (!bounds().adjusted(-reach, -reach, reach, reach).contains(point)) return false;
-  // A chord of n equal steps strays from the curve by |P0 − 2P1 + P2| ÷ 4n²: enough steps for a quarter of a unit.
+  // A chord of n equal steps deviates from the curve by |P0 − 2P1 + P2| ÷ 4n²: enough steps for a quarter of a unit.
   const QPointF bend = from - control * 2.0 + to;
   const double wanted = std::ceil(std::sqrt(std::hypot(bend.x(), bend.y())));
   if (!std::isfinite(wanted)) return false;

@@ -14,7 +14,7 @@ double intoRoom(double start, double length, double roomStart, double roomEnd) {
 
 }  // namespace
 
-// The best place is the present one on each axis, or at an edge of the room or of a cover.
+// On each axis, the best place is the current one, or at an edge of the room or of a cover.
 QPointF shortestReveal(const QRectF& target, const QRectF& room, const std::vector<QRectF>& covers) {
   const QPointF clamped(intoRoom(target.left(), target.width(), room.left(), room.right()),
                         intoRoom(target.top(), target.height(), room.top(), room.bottom()));

@@ -49,7 +49,7 @@ TaperedConnector::TaperedConnector(const Edge& edge, QPointF from, QPointF to,
 
 int TaperedConnector::sampleCount() const {
   const double count = length(endPoint - startPoint) / 10.0;
-  // Limited before the conversion, which is undefined for numbers beyond an int.
+  // Clamped before the conversion, which is undefined for numbers beyond an int.
   if (!(count > minSampleCount)) return minSampleCount;
   return static_cast<int>(std::min(count, double{maxSampleCount}));
 }
