@@ -24,7 +24,7 @@ void paintBadge(QPainter& painter, Badge badge, const QRectF& square) {
   painter.setBrush(look.color);
   painter.drawEllipse(square);
   const double inset = square.width() * 3.0 / 16.0;
-  // Thicker lines would close the holes of a filled symbol.
+  // Thicker lines would fill the holes of a filled symbol.
   const double boldness = look.symbol.endsWith(QLatin1String(".fill")) ? 0.0 : 0.6;
   paintSymbol(painter, look.symbol, square.adjusted(inset, inset, -inset, -inset), Qt::white, boldness);
 }

@@ -22,7 +22,7 @@ QRgb mixed(QRgb a, QRgb b, double weight) {
 }  // namespace
 
 void BoxPicture::prepare(double scale) {
-  // Transforms of one zoom come out a hair different.
+  // Transforms of the same zoom can differ by rounding.
   if (std::abs(scale - m_scale) < 1e-9 * m_scale) return;
   m_scale = scale;
   m_corners.clear();
@@ -30,7 +30,7 @@ void BoxPicture::prepare(double scale) {
 }
 
 const BoxPicture::Corners& BoxPicture::cornersFor(QRgb fill, QRgb border, double borderWidth) {
-  // Border widths are few and known to a half.
+  // Border widths are few and rounded to a half.
   const quint64 key = (quint64{fill & 0xFFFFFF} << 32 | quint64{border & 0xFFFFFF} << 8) |
                       static_cast<quint64>(std::lround(borderWidth * 2.0));
   if (m_last && key == m_lastKey) return *m_last;
@@ -79,7 +79,7 @@ bool BoxPicture::paint(QPainter& painter, const QRect& box, QRgb fill, QRgb bord
   paintPart(box.x() + side, box.y(), across, box.height(), fill);
   paintPart(box.x(), box.y() + side, side, down, fill);
   paintPart(right - side, box.y() + side, side, down, fill);
-  // The border, its innermost pixel mixed with the fill where the width is no whole number.
+  // The border, with its innermost pixel mixed with the fill if the width is not a whole number.
   const double width = borderWidth * m_scale;
   const int whole = static_cast<int>(width);
   const auto frame = [&](int inset, int thickness, QRgb color) {

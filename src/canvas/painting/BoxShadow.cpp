@@ -18,7 +18,7 @@ constexpr double drop = 1.0;
 constexpr double opacity = 0.15;
 constexpr int stretchLength = 256;  // device pixels
 
-// Three box blurs in a row come close to a Gaussian one.
+// Three box blurs in a row approximate a Gaussian.
 void blur(std::vector<float>& values, int side, int radius) {
   std::vector<float> source;
   for (int pass = 0; pass < 6; ++pass) {
@@ -85,7 +85,7 @@ void BoxShadow::paint(QPainter& painter, const QRectF& deviceBox, const SeenPatc
   const int down = height - 2 * m_corner;
   const int far = m_corner + 1;
   if (across < 0) return;
-  // A box too low for two whole corners takes the outer parts of them.
+  // A box too low for two whole corners uses their outer parts.
   const int upper = down < 0 ? height / 2 : m_corner;
   const int lower = down < 0 ? height - upper : m_corner;
   const int side = 2 * m_corner + 1;
@@ -97,7 +97,7 @@ void BoxShadow::paint(QPainter& painter, const QRectF& deviceBox, const SeenPatc
     painter.drawImage(left, bottom - lower, m_picture, 0, side - lower, m_corner, lower);
   if (seen.has(SeenPatches::bottomRight))
     painter.drawImage(right, bottom - lower, m_picture, far, side - lower, m_corner, lower);
-  // Only the rims of the stretched pieces show beside the box.
+  // Only the ends of the stretched pieces show beside the box.
   const int rim = m_reach + m_drop + 2;
   const int start = std::max(left + m_corner, seen.pixels.left());
   const int end = std::min(right, seen.pixels.right() + 1);

@@ -108,7 +108,7 @@ void CoverageGrid::shadeRow(int row, double left, double right, float weight) {
 }
 
 void CoverageGrid::shadeQuadrilateral(const std::array<QPointF, 4>& corners) {
-  // Two scan lines a row of cells.
+  // Two scan lines per row of cells.
   constexpr int linesPerRow = 2;
   std::array<QPointF, 4> points;
   double top = m_rows;

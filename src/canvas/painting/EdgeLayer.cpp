@@ -21,7 +21,7 @@ constexpr double sampleStep = 7.0;
 constexpr double straightLength = 14.0;
 // The share of a pixel below which a thin edge does not fade further.
 constexpr double minFade = 0.35;
-// In device pixels a canvas unit: where a dash is as long as a pixel.
+// In device pixels per canvas unit: where a dash is as long as a pixel.
 constexpr double minDashScale = 0.199;
 constexpr double dashLength = 5.0;
 constexpr std::size_t bundleSize = 64;
@@ -31,7 +31,7 @@ QRectF hullOf(QPointF a, QPointF b) {
                 QPointF(std::max(a.x(), b.x()), std::max(a.y(), b.y())));
 }
 
-// Compared by hand: an intersection test of QRectF calls flat rectangles empty, and fails on numbers beyond range.
+// Compared by hand: QRectF's intersection test treats flat rectangles as empty and fails for numbers out of range.
 bool touches(const QRectF& a, const QRectF& b) {
   return a.left() <= b.right() && a.right() >= b.left() && a.top() <= b.bottom() && a.bottom() >= b.top();
 }
@@ -79,7 +79,7 @@ QPointF EdgeLayer::toDevice(QPointF point) const {
   return m_context.toDevice.map(point);
 }
 
-// Whether a piece of an edge can be seen at all: not outside, not below what is painted later.
+// Whether a piece of an edge is visible at all: inside the view, and not below what is painted later.
 bool EdgeLayer::isSeen(const QRectF& piece) const {
   const CoverageGrid& coverage = m_context.coverage;
   if (!coverage.isActive()) return touches(piece, m_context.exposed);
@@ -99,7 +99,7 @@ void EdgeLayer::collectEdge(std::size_t edge, std::uint32_t from, std::uint32_t 
   const double reach = connectorReach(taper, sketch.hasHead ? double{sketch.endWidth} : 0.0) + 1.0;
   QRectF hull = hullOf(a, b);
   const bool isBent = sketch.isBent && m_context.options.bends;
-  // Widened first: of two topics on one point the bare hull is empty, and a union leaves empty ones out.
+  // Widened first: the bare hull of two topics on one point is empty, and a union ignores empty rectangles.
   hull.adjust(-reach, -reach, reach, reach);
   if (isBent) hull = hull.united(hull.translated(sketch.bend));
   if (!isSeen(hull) || !isFinite(a) || !isFinite(b)) return;
@@ -114,7 +114,7 @@ void EdgeLayer::collectEdge(std::size_t edge, std::uint32_t from, std::uint32_t 
 }
 
 void EdgeLayer::collectLine(std::size_t edge, QPointF a, QPointF b, QPointF bend, double deviceWidth) {
-  // Below one pixel an edge fades instead of thinning.
+  // Below one pixel an edge fades instead of getting thinner.
   const double fade = std::clamp(deviceWidth, minFade, 1.0) * opacity(edge);
   const QRgb rgb = m_context.sketch.edges()[edge].color;
   const QRgb color = qRgba(qRed(rgb), qGreen(rgb), qBlue(rgb), static_cast<int>(std::lround(fade * 255)));
@@ -149,7 +149,7 @@ void EdgeLayer::collectLine(std::size_t edge, QPointF a, QPointF b, QPointF bend
   if (coverage.isActive()) coverage.finishShape(fade);
 }
 
-// Lines of one colour that follow one another are drawn together.
+// Consecutive lines of one colour are drawn together.
 void EdgeLayer::addLine(QRgb color, const QLineF& line) {
   const bool continues = !m_pieces.empty() && m_pieces.back().lineCount > 0 && m_pieces.back().lineCount < bundleSize &&
                          m_pieces.back().lineColor == color;
@@ -184,7 +184,7 @@ TaperedConnector EdgeLayer::connectorOf(std::size_t edge) const {
                      index.positions()[index.nodeOfNumber()[index.edgeTo()[edge]]]);
 }
 
-// Which samples of a curve can lie in sight. An unbent curve runs evenly from one x to the other.
+// Which samples of a curve can be in view. An unbent curve advances evenly in x.
 EdgeLayer::Samples EdgeLayer::samplesInSight(const TaperedConnector& connector, double reach) const {
   const QPointF a = connector.startPoint;
   const QPointF b = connector.endPoint;
@@ -208,7 +208,7 @@ QRectF EdgeLayer::sight() const {
 
 void EdgeLayer::collectRibbon(std::size_t edge, const TaperedConnector& connector, double halfWidth) {
   const Samples samples = samplesInSight(connector, halfWidth + 2.0 / m_context.scale);
-  // A pixel more than the ribbon takes, by which it may move to the rasteriser's grid.
+  // One pixel more than the ribbon's width, for moving it to the rasteriser's grid.
   const double reach = halfWidth + 1.0 / m_context.scale;
   int start = -1;
   bool reachesEnd = false;
@@ -256,7 +256,7 @@ void EdgeLayer::addHead(std::size_t edge, const TaperedConnector& connector, boo
   if (!isSeen(QRectF(QPointF(minX, minY), QPointF(maxX, maxY)))) return;
   if (!isBehindStretch) m_pieces.push_back({.edge = edge, .first = m_points.size()});
   m_pieces.back().headCount = head.size();
-  // Turned the way of the ribbon, so that the non-zero rule fills both where they lie upon each other.
+  // In the ribbon's direction, so that the non-zero rule fills both where they overlap.
   m_points.insert(m_points.end(), head.rbegin(), head.rend());
 }
 
@@ -286,7 +286,7 @@ void EdgeLayer::paintRibbon(const Piece& piece) {
   const std::vector<QPointF> head = clipped(m_points.data() + piece.first + piece.count, piece.headCount);
   m_painter.setBrush(withOpacity(QColor(m_context.sketch.edges()[piece.edge].color), opacity(piece.edge)));
   if (stretch.size() >= 3 && head.size() >= 3) {
-    // In one path, so that ribbon and head don't show through each other.
+    // In one path, so that ribbon and head do not show through each other.
     QPainterPath path;
     path.setFillRule(Qt::WindingFill);
     addPolygon(path, stretch);

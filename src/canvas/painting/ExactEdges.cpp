@@ -6,7 +6,7 @@
 #include "canvas/geometry/Polygons.h"
 #include "canvas/painting/EdgeLayer.h"
 
-// How edges are painted where parts of a picture must fit together without a seam.
+// How edges are painted if parts of a picture must join without a seam.
 
 namespace quilmora {
 
@@ -37,7 +37,7 @@ QPointF EdgeLayer::toExactPicture(QPointF point) const {
 }
 
 // A rasteriser walks down the whole of each side. Long ones are broken where they cross certain rows of the picture,
-// the same wherever the painted part lies, and what is far above or below that part is drawn near.
+// the same wherever the painted part lies, and whatever is far above or below that part is moved near it.
 void EdgeLayer::breakLongSides(std::vector<QPointF>& polygon) const {
   const auto isLong = [](QPointF a, QPointF b) { return std::abs(a.y() - b.y()) > longSide; };
   bool hasLong = isLong(polygon.back(), polygon.front());
@@ -94,7 +94,7 @@ void EdgeLayer::paintExactly() {
   };
   for (std::size_t end = m_pieces.size(); end > 0;) {
     const std::size_t edge = m_pieces[end - 1].edge;
-    // All of an edge in one path: where it crosses itself, its rim must not be blended twice here and once there.
+    // The whole edge in one path: where it crosses itself, its edge must be blended equally often in every part.
     QPainterPath path;
     path.setFillRule(Qt::WindingFill);
     for (; end > 0 && m_pieces[end - 1].edge == edge; --end) {
@@ -108,8 +108,8 @@ void EdgeLayer::paintExactly() {
   m_painter.setTransform(transform);
 }
 
-// The dashes along a ribbon's contour that touch what is exposed. Each is whole and lies where it would lie if the
-// contour were dashed from its start.
+// The dashes along a ribbon's contour that touch the exposed part. Each is complete and at the place it would have if
+// the contour were dashed from its start.
 QPainterPath EdgeLayer::exactDashes(std::size_t edge) const {
   const std::vector<QPointF> outline = connectorOf(edge).outline();
   const double margin = dashPeriod;
@@ -122,7 +122,7 @@ QPainterPath EdgeLayer::exactDashes(std::size_t edge) const {
     const QPointF b = outline[(i + 1) % outline.size()];
     const double length = std::hypot(b.x() - a.x(), b.y() - a.y());
     if (!(length > 0.0)) continue;
-    // Where a contour is so long that dashes can no longer be told apart, it has none.
+    // A contour so long that its dashes could not be told apart has none.
     if (!(start + length < longestDashed)) break;
     const QPointF direction = (b - a) / length;
     const QPointF side(-direction.y() * dashWidth / 2, direction.x() * dashWidth / 2);

@@ -7,7 +7,7 @@ namespace quilmora {
 
 std::size_t hiddenCount(const TreeInfo& tree, std::uint32_t number) {
   if (number >= tree.numberCount()) return 0;
-  // A branch may lead back to itself, and one topic may hang on several.
+  // A branch may lead back to itself, and a topic may have several parents.
   std::unordered_set<std::uint32_t> seen{number};
   std::vector<std::uint32_t> open{number};
   while (!open.empty()) {

@@ -23,7 +23,7 @@ using HandleKind = ShownGestures::HandleKind;
 QPen dashedPen(const QColor& color, double width, double on, double off) {
   QPen pen(color, width);
   pen.setCapStyle(Qt::FlatCap);
-  // A dash pattern counts in widths of the pen.
+  // A dash pattern is in multiples of the pen width.
   pen.setDashPattern({on / width, off / width});
   return pen;
 }
@@ -53,8 +53,8 @@ constexpr double gapLength = 4.0;
 // The share of a pixel below which a thin curve does not fade further.
 constexpr double minFade = 0.5;
 
-// Draws what is in sight of a curve, however far it goes: dashes are made for that part alone, because stroking a
-// dashed path costs by its whole length.
+// Draws the visible part of a curve, however long it is: dashes are made for that part alone, because stroking a dashed
+// path takes time for its whole length.
 void paintCurve(QPainter& painter, const PaintContext& context, const RelationshipCurve& curve, const QColor& color) {
   const QRectF seen = context.exposed.adjusted(-10, -10, 10, 10);
   const double reach = QLineF(curve.from, curve.control).length() + QLineF(curve.control, curve.to).length();
@@ -73,7 +73,7 @@ void paintCurve(QPainter& painter, const PaintContext& context, const Relationsh
     passed += QLineF(previous, next).length();
     previous = next;
   }
-  // Below one pixel a curve fades instead of thinning.
+  // Below one pixel a curve fades instead of getting thinner.
   const double pixels = curveWidth * context.scale;
   const bool isThin = context.options.levelsOfDetail && pixels < 1.0;
   QPen pen(isThin ? withOpacity(color, color.alphaF() * std::max(pixels, minFade)) : color,
@@ -83,7 +83,7 @@ void paintCurve(QPainter& painter, const PaintContext& context, const Relationsh
   painter.drawLines(lines.data(), static_cast<int>(lines.size()));
 }
 
-// Between existing topics in sight.
+// Only between existing topics in view.
 std::optional<RelationshipCurve> curveOf(const PaintContext& context, const Relationship& relationship) {
   const auto from = context.shownNode(relationship.from);
   const auto to = context.shownNode(relationship.to);

@@ -20,15 +20,15 @@ namespace quilmora {
 
 namespace {
 
-// A topic's box is about this high, and its text this big, in canvas units.
+// The typical height of a topic's box, and the size of its text, in canvas units.
 constexpr double typicalBoxHeight = 34.0;
 constexpr double typicalFontSize = 15.0;
 // In device pixels.
 constexpr double minBoxHeight = 5.0;
 constexpr double drawableMargin = 4000.0;
-// As far as the rasteriser allows beside a part of some thousand pixels: clipping moves lines a little.
+// As far as the rasteriser allows beside a part of a few thousand pixels: clipping moves lines slightly.
 constexpr double exactDrawableMargin = 65536.0;
-// As many records of a plan in one step.
+// The number of records a plan processes in one step.
 constexpr std::uint32_t planStep = 1024;
 
 PaintContext::Detail detailAt(double scale, const MapScene& scene, const PaintOptions& options) {
@@ -88,7 +88,7 @@ MapPainter::MapPainter()
 
 MapPainter::~MapPainter() = default;
 
-// What one painting needs for as long as it lasts.
+// The state of one painting.
 struct MapPainter::Session {
   QPainter& painter;
   std::shared_ptr<SceneSketch> sketch;
@@ -142,7 +142,7 @@ PaintContext MapPainter::enter(QPainter& painter, const MapScene& scene, const P
                       isSelected};
 }
 
-// A painting under way keeps the sketch that it began with.
+// A painting in progress keeps the sketch it started with.
 const std::shared_ptr<SceneSketch>& MapPainter::sketchOf(const MindMap& map) {
   if (m_sketch->isOf(map)) return m_sketch;
   if (m_sketch.use_count() > 1) m_sketch = std::make_shared<SceneSketch>(*m_sketch);
@@ -309,7 +309,7 @@ std::optional<std::size_t> MapPainter::edgeAt(const MapScene& scene, QPointF can
     const std::uint32_t to = index.nodeOfNumber()[index.edgeTo()[i]];
     if (from == MapIndex::npos || to == MapIndex::npos) continue;
     if (scene.isHidden(from) || scene.isHidden(to)) continue;
-    // The curve stays between its ends but for its bend, and the ribbon and the head within a few widths of it.
+    // Except for its bend, the curve stays between its ends, and the ribbon and the head within a few widths of it.
     const auto& sketch = sketches->edges()[i];
     const double reach =
         sketches->edgeReach(i, 1.0) + (options.bends ? std::abs(sketch.bend.x()) + std::abs(sketch.bend.y()) : 0.0);

@@ -17,14 +17,14 @@ namespace {
 
 constexpr double previewOpacity = 0.6;
 constexpr double previewWidth = 2.0;
-// What a smooth line costs grows with its length in pixels, and that by its width and this much for each line of
-// pixels. Beyond the limit, about 3 ms, smooth lines would be late for the frame.
+// The cost of a smooth line grows with its length in pixels, times its width plus this constant. Beyond the limit,
+// about 3 ms, smooth lines would delay the frame.
 constexpr double costBesideWidth = 0.8;
 constexpr double maxSmoothCost = 300'000.0;
-// From so many topics on a drag moves their picture, which reaches so far beyond the view (device pixels).
+// From this many topics on, a drag moves their picture, which extends this far beyond the view (device pixels).
 constexpr std::size_t minPictureCount = 40;
 constexpr int pictureMargin = 160;
-// From so many on previews between dragged topics are in the picture, too.
+// From this many on, previews between dragged topics are in the picture, too.
 constexpr std::size_t minPicturedPreviews = 400;
 
 }  // namespace
@@ -54,8 +54,8 @@ bool MovingLayer::hasPicture() const {
   return m_dragged.size() >= minPictureCount && m_context.standsUpright;
 }
 
-// Below the topics that rest, which the picture beneath shows already. On a picture of their own: to clip so many lines
-// to so many boxes takes longer than to erase what lies under these.
+// Lines go below the topics at rest, which the picture beneath already shows. They are painted on a separate picture:
+// clipping that many lines to that many boxes takes longer than erasing them under the boxes.
 void MovingLayer::paintLines() {
   const double reach = previewWidth / 2 + 1.0 / m_context.scale;
   const QRectF seen = m_context.exposed.adjusted(-reach, -reach, reach, reach);
@@ -90,7 +90,7 @@ QRect MovingLayer::viewPixels() const {
   return m_context.toDevice.mapRect(m_context.exposed).toAlignedRect();
 }
 
-// In device pixels, with the connection on its way.
+// In device pixels, including the unfinished connection.
 QRect MovingLayer::boundsOf(const std::vector<Preview>& previews) const {
   QRectF bounds;
   const auto add = [&bounds](const QLineF& line, double reach) {
@@ -152,8 +152,8 @@ void MovingLayer::paintPreviews(QPainter& painter, const std::vector<Preview>& p
   painter.setRenderHint(QPainter::Antialiasing, true);
 }
 
-// The handle from which the connection comes moves along with the pointer. The disc at the end of the line stands for
-// it unless that leads to a topic.
+// The handle that the connection comes from moves with the pointer. Unless the line leads to a topic, the disc at its
+// end takes the handle's place.
 void MovingLayer::paintMovedConnectionHandle() {
   const MapScene& scene = m_context.scene;
   const auto drag = scene.shown.connectionDrag();

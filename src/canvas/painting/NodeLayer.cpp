@@ -14,11 +14,11 @@ namespace quilmora {
 namespace {
 
 constexpr double minShadowScale = 0.4;
-// The corners of box and shadow, in canvas units into the box.
+// The size of the corners of box and shadow, measured into the box in canvas units.
 constexpr double cornerInset = 9.5;
-// In device pixels a canvas unit: smaller topics need a finer grid to hide anything.
+// In device pixels per canvas unit: smaller topics need a finer grid to hide anything.
 constexpr double minFineScale = 0.6;
-// In device pixels: smaller letters are told by a bar a line.
+// In device pixels: smaller letters become one bar per line.
 constexpr double minTextPixels = 4.0;
 
 }  // namespace
@@ -56,7 +56,7 @@ std::size_t NodeLayer::pieceCount() const {
 
 void NodeLayer::prepareCoverage() {
   const QRect pixels = m_context.toDevice.mapRect(m_context.exposed).toAlignedRect();
-  // A picture of absurd size has no grid.
+  // A picture of absurd size gets no grid.
   const bool isWorthWhile =
       m_context.standsUpright && m_context.options.levelsOfDetail && pixels.width() < 20000 && pixels.height() < 20000;
   const int cellSide = m_context.detail == PaintContext::Detail::dots || m_context.scale < minFineScale ? 2 : 4;
@@ -99,7 +99,7 @@ bool NodeLayer::isKnownToBeCovered(std::size_t index, QPointF position) const {
   if (!coverage.isActive()) return false;
   const auto& sketch = m_context.sketch.nodes()[index];
   const bool isKnown = isSizeKnown(index);
-  // A pixel more on all sides, by which a box may move to whole pixels.
+  // One pixel more on all sides, for moving a box to whole pixels.
   const double margin = surroundings(index) + 1.0 / m_context.scale;
   const double halfWidth = (isKnown ? double{sketch.halfWidth} : m_context.sketch.maxHalfWidth()) + margin;
   const double halfHeight = double{isKnown ? sketch.halfHeight : sketch.boundHalfHeight} + margin;
@@ -151,7 +151,7 @@ bool NodeLayer::findSeenPart(SeenNode& seen) {
                               isPartCovered(CanvasPart::noteMarker, metrics.noteMarker);
   if (seen.opacity >= 1.0) {
     const double radius = NodeMetrics::cornerRadius * m_context.scale;
-    // Only boxes put together on whole pixels hide all that is below their rim.
+    // Only boxes composed on whole pixels hide everything below their edges.
     const int smallest = 2 * static_cast<int>(std::ceil(radius)) + 2;
     const bool isSharp = m_context.standsUpright && seen.pixels.width() >= smallest &&
                          seen.pixels.height() >= smallest && !m_context.scene.map.nodes[seen.index].style.fillGradient;
@@ -169,7 +169,7 @@ double NodeLayer::opacityOf(std::size_t index) const {
 
 QRect NodeLayer::wholePixels(const QRectF& box) const {
   const QRectF device = m_context.toPicture.mapRect(box);
-  // Halves are rounded up on both sides of zero, so that it doesn't matter from where pixels are counted.
+  // Halves are rounded up on both sides of zero, so that the origin of the pixels does not matter.
   const QPoint corner(static_cast<int>(std::floor(device.left() + 0.5)),
                       static_cast<int>(std::floor(device.top() + 0.5)));
   return QRect(corner - m_context.scene.pixelOrigin,
@@ -196,7 +196,7 @@ void NodeLayer::collectDot(std::size_t index, QPointF position) {
   m_dots.push_back(dot);
 }
 
-// Measures what nobody measured yet: what is painted must not depend on what was in view before.
+// Measures the topic if that has not been done: what is painted must not depend on what was in view before.
 void NodeLayer::ensureSize(std::size_t index) {
   if (isSizeKnown(index)) return;
   const MapScene& scene = m_context.scene;

@@ -31,7 +31,7 @@ constexpr QPointF cornerMarkerInset(5.0, 3.0);
 constexpr QPointF aiMarkerOffset(4.0, -4.0);
 
 constexpr int keptTextCost = 12000;
-// A grapheme may be made of any number of combining marks.
+// A grapheme may consist of any number of combining marks.
 constexpr qsizetype maxTitleUnits = 8000;
 
 double within(double value, double low, double high, double fallback) {
@@ -64,7 +64,7 @@ QStringList paragraphsOf(QString text) {
   return text.split(QLatin1Char('\n'));
 }
 
-// Breaks the text into lines of at most `width`, the first of them at `top`; the result is the size of what it takes.
+// Breaks the text into lines of at most `width`, the first of them at `top`, and returns the size of the result.
 QSizeF breakLines(QTextLayout& layout, double width, double top) {
   double height = 0.0;
   double widest = 0.0;
@@ -83,7 +83,7 @@ QSizeF breakLines(QTextLayout& layout, double width, double top) {
 
 QFont interfaceFont() {
   const QString family = QGuiApplication::font().family();
-  // What Qt falls back to where no desktop sets a font.
+  // Qt's fallback if no desktop sets a font.
   const bool isUnset = family.isEmpty() || family.compare(QLatin1String("Sans Serif"), Qt::CaseInsensitive) == 0 ||
                        family.compare(QLatin1String("Sans"), Qt::CaseInsensitive) == 0;
   QFont font;
@@ -158,7 +158,7 @@ const ShapedText& NodeMeasurer::shaped(const QString& text, double fontSize, dou
     auto layout = std::make_unique<QTextLayout>(paragraph, font);
     QTextOption option;
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    // The layout itself does not turn round for text that runs from the right.
+    // The layout does not align right-to-left text by itself.
     if (paragraph.isRightToLeft()) option.setAlignment(Qt::AlignRight);
     layout->setTextOption(option);
     const QSizeF taken = breakLines(*layout, maxWidth, size.height());
@@ -166,7 +166,7 @@ const ShapedText& NodeMeasurer::shaped(const QString& text, double fontSize, dou
     size = QSizeF(std::max(size.width(), taken.width()), size.height() + taken.height());
   }
   for (const auto& [layout, top] : paragraphs) {
-    // Lines that run from the right stand at the right end of the width that they are given.
+    // Right-to-left lines are aligned to the right end of the available width.
     if (layout->text().isRightToLeft() && size.width() < maxWidth) {
       layout->clearLayout();
       breakLines(*layout, size.width(), top);
@@ -202,7 +202,7 @@ QSizeF NodeMeasurer::shownImageSize(QSize pixels) {
 
 namespace {
 
-// Places the pieces of the title row, as high as the highest of them, at `top`.
+// Places the parts of the title row, which is as high as the highest of them, at `top`.
 void placeRow(NodeMetrics& metrics, QSizeF emoji, QSizeF icon, QSizeF title, double left, double top, double height) {
   double x = left;
   const auto place = [&](QSizeF size) {
@@ -232,7 +232,7 @@ void NodeMetrics::placeMarkers(const Node& node) {
     right -= cornerMarkerSize + cornerMarkerGap;
     return rect;
   };
-  // From the right end, so the last one first.
+  // Placed from the right end, so the last one comes first.
   if (!node.notes.isEmpty()) metrics.noteMarker = placeMarker();
   if (node.url && !node.url->isEmpty()) metrics.linkMarker = placeMarker();
   const double handle = HandleMetrics::connectionHandleDiameter;
@@ -260,7 +260,7 @@ NodeMetrics NodeMeasurer::measure(const Node& node, std::optional<double> depthF
   if (!icon.isEmpty()) rowWidth += icon.width() + rowSpacing;
   const double rowHeight = std::max({title.height(), emoji.height(), icon.height()});
   const QSizeF content(std::max(rowWidth, shown.width()), rowHeight + (picture ? shown.height() + stackSpacing : 0.0));
-  // In steps that numbers of single precision hold, too: sizes are kept as such.
+  // In steps that single precision can represent, because sizes are stored in it.
   const auto stepped = [](double side) { return std::ceil(side * 32.0) / 32.0; };
   const QSizeF size(stepped(content.width() + 2 * metrics.sizing.horizontalPadding),
                     stepped(content.height() + 2 * metrics.sizing.verticalPadding));

@@ -22,8 +22,8 @@ constexpr double borderWidth = 1.5;
 constexpr double selectedBorderWidth = 2.5;
 constexpr double dropBorderWidth = 3.0;
 constexpr double imageCornerRadius = 4.0;
-// The ring around a selected topic, so that the selection shows on a fill of its colour, too. It never gets thinner
-// than some pixels of the window.
+// The ring around a selected topic, so that the selection shows even on a fill of its colour. It never gets thinner
+// than a few window pixels.
 constexpr double ringGap = 2.0;
 constexpr double ringWidth = 2.0;
 constexpr double minRingPixels = 1.25;
@@ -60,7 +60,7 @@ NodeLayer::Border NodeLayer::borderOf(const Node& node, bool isSelected) const {
   return {colorFromHex(node.style.stroke), borderWidth};
 }
 
-// The ground below dimmed topics comes first, then dots, then topics.
+// The background below dimmed topics comes first, then dots, then topics.
 void NodeLayer::paintPiece(std::size_t number) {
   const std::size_t bundles = pieceCount() - m_dimmed.size() - m_seen.size();
   if (number < m_dimmed.size())
@@ -178,8 +178,8 @@ void NodeLayer::paintOnPicture(const SeenNode& seen, QImage& picture, QPoint ori
   NodeLayer(painter, context, m_hasShadows ? Shadows::all : Shadows::none).paintNode(whole);
 }
 
-// Paints the topic on a picture of its own, where it always lies alike, and puts that in its place: rasterising depends
-// on where a shape lies, if only a little. A very high topic is painted in slices.
+// Paints the topic on a separate picture, always at the same place in it, and copies that to its place: rasterising
+// depends slightly on where a shape is. A very high topic is painted in slices.
 void NodeLayer::paintApart(const SeenNode& seen) {
   constexpr int sliceHeight = 4096;
   const QRect whole = pixelsAround(seen);
@@ -197,7 +197,7 @@ void NodeLayer::paintApart(const SeenNode& seen) {
   }
 }
 
-// A dimmed topic is one picture: its parts don't shine through each other.
+// A dimmed topic is one picture, so that its parts do not show through each other.
 void NodeLayer::paintDimmed(const SeenNode& seen) {
   const QRect shown = pixelsAround(seen) & m_context.toDevice.mapRect(m_context.exposed).toAlignedRect();
   if (shown.isEmpty()) return;
@@ -254,7 +254,7 @@ void NodeLayer::paintSelectionRing(const QRectF& box) {
   m_painter.drawRoundedRect(box.adjusted(-reach, -reach, reach, reach), radius, radius);
 }
 
-// Lines of a title too small to be read.
+// Lines of a title too small to read.
 void NodeLayer::paintBars(const Node& node, const NodeMetrics& metrics) {
   if (!metrics.image.isEmpty()) paintImage(*node.imageData, metrics.image);
   if (node.title.isEmpty()) return;
@@ -334,8 +334,8 @@ void NodeLayer::paintToggle(const Node& node, const NodeMetrics& metrics, bool i
               disc.adjusted(inset, inset, -inset, -inset), withOpacity(colorFromHex(node.style.textColor), 0.5), 1.2);
 }
 
-// A plate on the bottom edge with the number of topics that a collapsed branch hides: it tells open and collapsed ones
-// apart at a glance, from any distance.
+// A plate on the bottom edge with the number of topics that a collapsed branch hides: it makes collapsed branches
+// recognisable at a glance, from any distance.
 void NodeLayer::paintHiddenCount(const Node& node, std::uint32_t number, const QRectF& box) {
   if (!isPartShown(CanvasPart::hiddenCount, m_context.zoom)) return;
   NodeSizing sizing;
@@ -348,7 +348,7 @@ void NodeLayer::paintHiddenCount(const Node& node, std::uint32_t number, const Q
   m_painter.save();
   m_painter.translate(0, box.bottom());
   m_painter.scale(growth, growth);
-  // A rim of the fill sets the plate apart from the box.
+  // A rim in the fill colour separates the plate from the box.
   m_painter.setPen(QPen(colorFromHex(node.style.fill), 1.0));
   m_painter.setBrush(ground);
   m_painter.drawRoundedRect(QRectF(QPointF(-plate.width() / 2, -plate.height() / 2), plate), countHeight / 2,
@@ -359,7 +359,7 @@ void NodeLayer::paintHiddenCount(const Node& node, std::uint32_t number, const Q
 }
 
 void NodeLayer::paintConnectionHandle(const Node& node, const QRectF& rect) {
-  // A handle on its way shows as the end of the line that it draws.
+  // A handle being dragged is drawn at the end of its line.
   if (m_context.scene.shown.handleDragSourceID == node.id) return;
   if (!isPartShown(CanvasPart::connectionHandle, m_context.zoom)) return;
   const QPointF center = rect.center();

@@ -41,7 +41,7 @@ void addDashes(std::vector<QLineF>& dashes, const QLineF& stretch, double phase,
   const double length = stretch.length();
   const double period = on + off;
   if (!(length > 0) || !(period > 0) || !std::isfinite(phase)) return;
-  // No view shows more of them apart, and steps beyond the precision of numbers would never end.
+  // No view can show more of them as separate dashes, and steps below the precision of the numbers would never end.
   if (!(length <= period * maxDashCount)) return;
   const QPointF direction = (stretch.p2() - stretch.p1()) / length;
   for (double start = -std::fmod(phase, period); start < length; start += period) {
@@ -53,7 +53,7 @@ void addDashes(std::vector<QLineF>& dashes, const QLineF& stretch, double phase,
 
 void paintHandle(QPainter& painter, QPointF center, const HandleLook& look, double growth) {
   painter.setPen(Qt::NoPen);
-  // Rings that grow and fade stand for a blur; a handful of handles is ever on screen.
+  // Growing, fading rings imitate a blur; there are never more than a few handles on screen.
   constexpr int rings = 4;
   for (int ring = rings; ring > 0 && look.shadowBlur > 0; --ring) {
     QColor color = look.shadow;
@@ -62,7 +62,7 @@ void paintHandle(QPainter& painter, QPointF center, const HandleLook& look, doub
     const double radius = growth * (look.diameter / 2 + look.shadowBlur * (2.0 * ring / rings - 1.0));
     painter.drawEllipse(center, radius, radius);
   }
-  // The contour covers the edge of the fill, and nothing of it shows through a fill that lets light through.
+  // The contour covers the edge of the fill without showing through a translucent one.
   const double radius = growth * (look.diameter - look.contourWidth) / 2;
   painter.setBrush(look.fill);
   painter.drawEllipse(center, radius, radius);

@@ -8,16 +8,16 @@ namespace quilmora {
 
 namespace {
 
-// The side of a part in canvas units, the least that it has on the screen, and from which zoom on it shows.
+// The side of a part in canvas units, its minimum on the screen, and the zoom from which it shows.
 struct PartRule {
   double side;
   double minPixels;
   double minZoom;
 };
 
-// Marks that tell of a topic's state show as long as topics are more than dots.
+// Marks for a topic's state show as long as topics are more than dots.
 constexpr double minMarkZoom = 0.15;
-// Smaller ones of these would only be specks on the box.
+// Below this, these would only be specks on the box.
 constexpr double minDetailZoom = 0.35;
 constexpr double minZoom = 0.02;
 
@@ -65,7 +65,7 @@ QRectF shownPart(CanvasPart part, const QRectF& place, double zoom) {
   if (place.isEmpty() || !isPartShown(part, zoom)) return {};
   const QSizeF size = place.size() * partGrowth(part, zoom);
   const QPointF center = place.center();
-  // A collapse mark grows away from the topic's box, whose title it would cover.
+  // A collapse mark grows away from the topic's box, where it would cover the title.
   const bool growsLeft = part == CanvasPart::collapseToggle;
   const double left = growsLeft ? place.right() - size.width() : center.x() - size.width() / 2;
   return QRectF(QPointF(left, center.y() - size.height() / 2), size);
@@ -77,11 +77,11 @@ QPointF shownDeleteButtonCenter(QPointF relationshipMidpoint, double zoom) {
 }
 
 double topicSurroundings(double zoom, bool isSelected, bool isCollapsed) {
-  // Of the shadow; discs stand out over the box by little more than half of their own size, and by what they grew.
+  // For the shadow; discs stick out of the box by little more than half their size, plus what they have grown.
   double reach = 9.0;
   reach = std::max(reach, 8.5 * partGrowth(CanvasPart::badge, zoom));
   reach = std::max(reach, 16.0 * partGrowth(CanvasPart::collapseToggle, zoom) - 7.5);
-  // A count is wider than a narrow topic, a ring lies around with a gap, and a handle has a glow.
+  // A count is wider than a narrow topic, a ring is around it with a gap, and a handle has a glow.
   if (isCollapsed) reach = std::max(reach, 16.0 * partGrowth(CanvasPart::hiddenCount, zoom));
   if (isSelected) {
     reach = std::max(reach, 6.0 * std::max(1.0, 1.0 / std::max(zoom, minZoom)));
@@ -92,7 +92,7 @@ double topicSurroundings(double zoom, bool isSelected, bool isCollapsed) {
 }
 
 double maxTopicSurroundings(double zoom) {
-  // And two pixels, by which a box moves to whole ones and by which its rim may fade.
+  // And two pixels: a box moves to whole ones, and its edge may fade.
   return topicSurroundings(zoom, true, true) + 2.0 / std::max(zoom, minZoom);
 }
 

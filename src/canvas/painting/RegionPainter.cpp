@@ -54,7 +54,7 @@ QRectF RegionLabel::reach(const QRectF& region, double zoom) {
 
 void paintRegions(QPainter& painter, const PaintContext& context) {
   const MapScene& scene = context.scene;
-  // The label of a small region is larger than it, and contour and handle stand out.
+  // The label of a small region is larger than the region, and contour and handle stick out.
   const double handle = partDiameter(CanvasPart::resizeHandle, context.zoom) / 2 + 4.0;
   for (const Region& region : scene.map.regions) {
     const QRectF rect = displayRect(region, scene.shown.regions).normalized();

@@ -11,10 +11,10 @@ namespace quilmora {
 
 namespace {
 
-// A picture of absurd size has no mask.
+// A picture of absurd size gets no mask.
 constexpr int maxSide = 20000;
 
-// How far a rounded corner steps back in a row of pixels.
+// How far a rounded corner is inset in a row of pixels.
 int insetOfRow(int row, int height, int radius) {
   const int fromEdge = std::min(row, height - 1 - row);
   if (fromEdge >= radius) return 0;
@@ -22,7 +22,7 @@ int insetOfRow(int row, int height, int radius) {
   return radius - static_cast<int>(std::sqrt(std::max(0.0, 1.0 * radius * radius - up * up)));
 }
 
-// One byte a pixel, 1 where a topic lies.
+// One byte per pixel, 1 where a topic is.
 class Mask {
  public:
   explicit Mask(const QRect& pixels)
@@ -39,7 +39,7 @@ class Mask {
     }
   }
 
-  // Few rectangles that make up what is covered.
+  // A small number of rectangles that make up the covered area.
   std::vector<QRect> coveredPart() const {
     std::vector<QRect> covered;
     int top = m_pixels.top();

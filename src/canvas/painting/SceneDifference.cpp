@@ -16,7 +16,7 @@ namespace quilmora {
 
 namespace {
 
-// From so many changed records or topics on, painting everything anew is simpler than telling what changed.
+// From this many changed records or topics on, repainting everything is simpler than finding what changed.
 constexpr std::size_t maxRecordCount = 20000;
 constexpr std::size_t maxChangeCount = 2000;
 
@@ -111,7 +111,7 @@ void SceneDifference::compareLooks(const MapScene& scene) {
   const HierarchicalConfig& config = scene.map.hierarchical;
   const bool isSizedByDepth = config.nodeSizing || scene.opacityRule != 0;
   std::size_t count = 0;
-  // Of topics with one id only the last is told apart.
+  // Of topics with the same id only the last is distinguished.
   m_parts.everything = m_hasTwins;
   if (m_hasTwins) return;
   for (std::size_t i = 0; i < index.positions().size(); ++i) {
@@ -130,7 +130,7 @@ void SceneDifference::compareLooks(const MapScene& scene) {
       return;
     }
     if (!isOther) continue;
-    // Changed records are compared beside this; here the record as it stands shows at both places.
+    // Changed records are compared separately; here the current record is shown at both places.
     Node node = scene.map.nodes[i];
     if (now.isShown) addNode(node, now.depth, scene);
     node.position = before.position;
@@ -194,7 +194,7 @@ void SceneDifference::compareSelectedEdges(const MapScene& scene) {
     m_parts.everything = true;
     return;
   }
-  // A few ids are sooner compared than hashed.
+  // A few ids are compared faster than hashed.
   const std::vector<QUuid> few(changed.begin(), changed.end());
   const bool areFew = few.size() <= 4;
   for (const Edge& edge : scene.map.edges)
@@ -252,7 +252,7 @@ void SceneDifference::compareGestures(const MapScene& scene) {
     if (target) addNodeOf(target->id, scene);
     if (targetBefore) addNodeOf(targetBefore->id, scene);
   }
-  // The handle of a topic that a connection comes from is on its way.
+  // The handle of the topic that a connection starts from is being dragged.
   compareNode(before.handleDragSourceID, now.handleDragSourceID);
   compareLinks(scene);
   compareShownRegions(scene);
@@ -261,7 +261,7 @@ void SceneDifference::compareGestures(const MapScene& scene) {
 void SceneDifference::compareLinks(const MapScene& scene) {
   const ShownGestures& before = m_scene->shown;
   const ShownGestures& now = scene.shown;
-  // Where a handle is dragged to shows above the picture.
+  // A handle's dragged place shows above the picture.
   const auto handleOf = [](const ShownGestures& shown) {
     return shown.draggedHandle ? std::optional(std::pair(shown.draggedHandle->kind, shown.draggedHandle->ownerID))
                                : std::nullopt;

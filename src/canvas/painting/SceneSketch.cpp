@@ -14,7 +14,7 @@ namespace quilmora {
 
 namespace {
 
-// How far ahead a topic is looked for among those that stood in its block before.
+// How far ahead to look for a topic among those previously in its block.
 constexpr std::size_t maxStepsAhead = 32;
 
 float narrowed(double value) {
@@ -25,7 +25,7 @@ QRgb averaged(QRgb a, QRgb b) {
   return qRgb((qRed(a) + qRed(b)) / 2, (qGreen(a) + qGreen(b)) / 2, (qBlue(a) + qBlue(b)) / 2);
 }
 
-// Calls visit(index, record) for the records of the blocks that `before` doesn't share at the same place.
+// Calls visit(index, record) for the records in blocks that `before` does not have at the same place.
 template <class Array, class Visit>
 void visitChanged(const Array& before, const Array& now, Visit&& visit) {
   for (std::size_t k = 0; k < now.blockCount(); ++k) {
@@ -50,7 +50,7 @@ double reach(const EdgeStyle::TaperConfig& widths, bool hasHead, const Hierarchi
   return std::max(handleSurroundings(zoom), reach + 1.0);
 }
 
-// Sizes of a box whose texts nobody shaped yet.
+// Estimated sizes of a box whose texts have not been shaped yet.
 SceneSketch::NodeSketch sketchOf(const Node& node, double fontScale) {
   constexpr double lineHeight = 19.0;
   constexpr double characterWidth = 8.0;
@@ -62,7 +62,7 @@ SceneSketch::NodeSketch sketchOf(const Node& node, double fontScale) {
       std::min(static_cast<double>(length) * characterWidth, NodeMetrics::titleMaxWidth) * fontScale + 2 * padding;
   const double likelyLines = 1.0 + static_cast<double>(breaks) +
                              std::floor(static_cast<double>(length) * characterWidth / NodeMetrics::titleMaxWidth);
-  // The widest characters stand alone on their lines.
+  // The widest characters are alone on their lines.
   const qsizetype emojiLength = node.emoji ? std::min<qsizetype>(node.emoji->size(), NodeMeasurer::maxTitleLength) : 0;
   const double mostLines =
       1.0 + static_cast<double>(breaks) + static_cast<double>(length) / 4.0 + static_cast<double>(emojiLength) / 4.0;
@@ -78,8 +78,8 @@ SceneSketch::NodeSketch sketchOf(const Node& node, double fontScale) {
   return sketch;
 }
 
-// Whether two records of a topic take boxes of one size where nothing is sized by depth. Images are compared by where
-// they lie in memory: they are long, and shared as long as nobody changed them.
+// Whether two records of a topic give boxes of the same size when nothing is sized by depth. Images are compared by
+// address: they are long, and shared as long as nobody changes them.
 bool isSizedAlike(const Node& a, const Node& b) {
   const auto imageOf = [](const Node& node) { return node.imageData ? node.imageData->constData() : nullptr; };
   return a.title == b.title && a.emoji == b.emoji && a.icon.has_value() == b.icon.has_value() &&
@@ -111,7 +111,7 @@ void SceneSketch::updateNodes(const MindMap& map) {
       std::copy_n(before.data() + known->second, block.size(), sketches);
       continue;
     }
-    // Sizes that were measured stay: what is painted anew must fit to what is not.
+    // Measured sizes are kept: what is repainted must match what is not.
     std::size_t next = 0;
     for (std::size_t i = 0; i < block.size(); ++i) {
       sketches[i] = sketchOf(block[i], fontScale);
@@ -171,7 +171,7 @@ double SceneSketch::reachOf(const Edge& edge, const HierarchicalConfig& config, 
 }
 
 double SceneSketch::maxHalfWidth() const {
-  // An emoji text as wide as a title, icon, gaps, paddings and the connection handle beside the widest title.
+  // An emoji text as wide as a title, icon, gaps, paddings and the connection handle next to the widest title.
   const double padding =
       m_hierarchical.nodeSizing
           ? std::clamp(std::max(m_hierarchical.rootPadding, m_hierarchical.leafPadding), 12.0, 1000.0)

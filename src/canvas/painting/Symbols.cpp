@@ -14,8 +14,8 @@
 #include <QPainter>
 #include <QSvgRenderer>
 
-// The resources live in a static library, whose initialiser the linker would otherwise leave out. The macro must stand
-// outside of any namespace.
+// The resources are in a static library, whose initialiser the linker would otherwise leave out. The macro must be
+// outside any namespace.
 static void initSymbolResources() {
   Q_INIT_RESOURCE(symbols);
 }
@@ -139,8 +139,7 @@ class SymbolTable {
   std::unordered_map<QString, std::unique_ptr<QPainterPath>> m_paths;
 };
 
-// A path keeps what is made of it when it is painted, unguarded even where it is constant: no two threads may share
-// one.
+// A path caches data when it is painted, without locking even if it is constant: no two threads may share one.
 SymbolTable& symbolTable() {
   thread_local SymbolTable table;
   return table;

@@ -23,14 +23,15 @@ constexpr qint64 maxImagePixels = 48LL * 1024 * 1024;
 constexpr QSize keptImageSize(1000, 2000);
 constexpr int smallWidth = 128;
 constexpr int keptSmallKilobytes = 48 * 1024;
-// What is decoded where it is asked for: a few milliseconds' work, and more than this program makes itself.
+// Up to this size a picture is decoded when it is requested: a few milliseconds' work, and more than any picture that
+// this program makes.
 constexpr qint64 quickPixels = 800 * 800;
 constexpr qsizetype quickDataLength = 1024 * 1024;
-// Most files tell their size within these letters of base64.
+// Most files give their size within this many letters of base64.
 constexpr qsizetype headerLength = 64 * 1024;
 constexpr int threadCount = 2;
 constexpr std::size_t maxWaiting = 256;
-// Pictures that the budget cannot hold together would otherwise be decoded round and round.
+// Otherwise, pictures that exceed the budget together would be decoded again and again.
 constexpr qint64 restMilliseconds = 5000;
 constexpr int readyDelayMilliseconds = 60;
 const QColor placeholderColor(128, 128, 128, 64);
@@ -45,8 +46,7 @@ QSize keptSize(QSize size) {
   return fits ? size : size.scaled(keptImageSize, Qt::KeepAspectRatio).expandedTo({1, 1});
 }
 
-// The size that the file's first bytes tell, which is empty where there is no picture that can be shown; nothing where
-// they tell none.
+// The size according to the file's first bytes: empty if the picture cannot be shown; nothing if they do not say.
 std::optional<QSize> promisedSize(const QString& imageData) {
   const bool isWhole = imageData.size() <= headerLength;
   const QByteArray letters = imageData.left(headerLength).toLatin1();
@@ -96,7 +96,7 @@ QImage halved(const QImage& picture) {
   return picture.scaled(picture.size() / 2, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
-// One of the halvings that the whole picture has, so that nobody sees which of them was kept.
+// One of the halvings that the full picture has too, so that nobody sees which of them was kept.
 QImage smallVersion(QImage picture) {
   while (picture.width() > smallWidth && canBeHalved(picture)) picture = halved(picture);
   return picture;
@@ -109,7 +109,7 @@ QImage placeholder() {
 }
 
 int costOf(const QImage& picture, const QString& data, int most) {
-  // The halvings together take a third of the picture again.
+  // The halvings together take another third of the picture's size.
   const qsizetype bytes = picture.sizeInBytes() * 4 / 3 + data.size() * 2;
   return static_cast<int>(std::min<qsizetype>(1 + bytes / 1024, most));
 }
@@ -170,7 +170,7 @@ void TopicPictures::keepSmall(const QString& data, const QImage& picture) {
   m_small.insert({data.constData(), data.size()}, small, cost);
 }
 
-// Null where the picture alone is more than the budget.
+// Null if the picture alone exceeds the budget.
 TopicPictures::Whole* TopicPictures::keep(const QString& data, QImage picture) {
   const Key key{data.constData(), data.size()};
   const int cost = costOf(picture, data, m_whole.maxCost());
@@ -178,7 +178,7 @@ TopicPictures::Whole* TopicPictures::keep(const QString& data, QImage picture) {
   return m_whole.insert(key, whole, cost) ? whole : nullptr;
 }
 
-// Null where the picture was small enough to be decoded at once, and is kept whole now.
+// Null if the picture was small enough to be decoded at once, and is now kept in full.
 TopicPictures::Small* TopicPictures::smallOf(const QString& data, const Key& key) {
   if (Small* known = m_small.object(key)) return known;
   const std::optional<QSize> promised = promisedSize(data);
@@ -220,7 +220,7 @@ void TopicPictures::finished(const QString& data, const QImage& picture) {
   keepSmall(data, picture);
   keep(data, picture);
   startWaiting();
-  // Some at once, because each time something is painted anew.
+  // Several together, because each notice repaints something.
   if (std::exchange(m_isReadyPending, true)) return;
   QTimer::singleShot(isDecoding() ? readyDelayMilliseconds : 0, &m_context, [this] {
     m_isReadyPending = false;
