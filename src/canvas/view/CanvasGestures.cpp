@@ -21,7 +21,7 @@ double length(QPointF vector) {
 CanvasGestures::CanvasGestures(MindMapViewModel& editor, const Clock& clock, CanvasHitTest hitTest,
                                CanvasHitTest partTest)
     : m_editor(editor), m_clock(clock), m_hitTest(std::move(hitTest)), m_partTest(std::move(partTest)) {
-  // Any command that sets a title ends the edit, whoever gave it.
+  // Any command that sets a title ends the edit, whoever called it.
   QObject::connect(&m_editor, &MindMapViewModel::isEditingInlineChanged, &m_connections, [this] {
     if (!m_editor.isEditingInline()) m_state.editingNodeID.reset();
     notify();
@@ -76,7 +76,7 @@ void CanvasGestures::release(const PointerInput& input) {
   if (m_gesture && input.position != m_lastInput.position) m_gesture->change(input);
   m_press.reset();
   if (m_gesture) {
-    // Ended and gone before anyone hears of it, also when its command leads back here.
+    // The gesture is removed before it ends, because its command may lead back here.
     const auto gesture = std::exchange(m_gesture, nullptr);
     gesture->end(input);
   } else if (press.button == PointerButton::left) {
@@ -86,7 +86,7 @@ void CanvasGestures::release(const PointerInput& input) {
   notify();
 }
 
-// A button or handle shows that it is under the pointer, or held down; a drag under way shows itself.
+// A button or handle shows that it is hovered or pressed; a drag in progress shows itself.
 void CanvasGestures::followParts(QPointF position) {
   m_state.hoveredPart.reset();
   m_state.pressedPart.reset();
@@ -131,7 +131,7 @@ std::unique_ptr<CanvasGesture> CanvasGestures::recognize(const PointerInput& inp
   using Kind = CanvasTarget::Kind;
   const Press& press = *m_press;
   const QUuid& id = press.target.id;
-  // Topics and handles measure in canvas units, the background and its regions in view pixels.
+  // Topics and handles are measured in canvas units, the background and its regions in view pixels.
   const double distance = measuresInPixels(press.target.kind)
                               ? length(input.position - press.viewStart)
                               : length(context().canvasPoint(input.position) - press.canvasStart);
@@ -194,7 +194,7 @@ void CanvasGestures::setOptionHeld(bool held) {
 
 void CanvasGestures::tap(const CanvasTarget& target, const PointerInput& input) {
   using Kind = CanvasTarget::Kind;
-  // A button that the pointer has left before the release was not meant.
+  // If the pointer left the button before the release, the user did not mean it.
   const auto isStillThere = [&] { return m_hitTest(context().canvasPoint(input.position)) == target; };
   switch (target.kind) {
     case Kind::background:
@@ -228,7 +228,7 @@ void CanvasGestures::tap(const CanvasTarget& target, const PointerInput& input) 
   }
 }
 
-// The handle lies on the middle of a topic, which is what a tap there is meant for.
+// The handle is in the middle of a topic, so a tap there is meant for the topic.
 void CanvasGestures::tapEndpointHandle(const QUuid& edgeID, QUuid Edge::*end, const InputModifiers& modifiers) {
   for (const Edge& edge : m_editor.mindMap().edges)
     if (edge.id == edgeID) return tapNode(QUuid(edge.*end), modifiers);
@@ -251,7 +251,7 @@ void CanvasGestures::tapNodeInBranchMode(const QUuid& id) {
   const std::optional<QUuid> source = m_editor.edgeCreationSourceID();
   if (!source) return m_editor.selectNode(id, false);
   m_editor.createEdge(*source, id);
-  // Also where no edge came of it.
+  // Even if it created no edge.
   m_editor.setIsEdgeCreationMode(false);
   m_editor.setEdgeCreationSourceID(std::nullopt);
 }
@@ -283,7 +283,7 @@ bool CanvasGestures::wheel(const WheelInput& input) {
   } else {
     m_editor.setCanvasOffset(m_editor.canvasOffset() + input.delta * (input.isPrecise ? 1.0 : 10.0));
   }
-  // What is being dragged stays under the pointer while the canvas moves away below it.
+  // What is being dragged stays under the pointer while the canvas moves below it.
   if (m_gesture && !m_state.isPanning) m_gesture->change(m_lastInput);
   followParts(m_editor.cursorLocation);
   notify();
@@ -294,7 +294,7 @@ void CanvasGestures::pinch(double magnification) {
   if (!m_isPinching) {
     if (std::abs(magnification - 1.0) < minimumPinchDelta) return;
     m_isPinching = true;
-    // What the first finger began was not meant, be it on a screen or on a trackpad.
+    // What the first finger began was not intended, on a touch screen or on a trackpad.
     cancel();
   }
   const QPointF anchor = m_editor.cursorLocation;
@@ -377,7 +377,7 @@ void CanvasGestures::setImageDropTarget(std::optional<QUuid> nodeID) {
   notify();
 }
 
-// --- Life of the view ---
+// --- Appearing and disappearing ---
 
 void CanvasGestures::appear(QSizeF canvasSize) {
   resize(canvasSize);

@@ -16,7 +16,7 @@ bool isPale(Kind kind) {
   return kind == Kind::relationshipDeleteButton || kind == Kind::regionResizeHandle;
 }
 
-// Deep colours get lighter below the pointer and darker when held; pale ones only darker.
+// Dark colours get lighter when hovered and darker when pressed; pale ones only get darker.
 QColor veil(Kind kind, PartState state, const QColor& ink) {
   const bool isPressed = state == PartState::pressed;
   if (kind == Kind::collapseToggle) return withOpacity(ink, isPressed ? 0.3 : 0.16);

@@ -18,21 +18,21 @@ namespace quilmora {
 
 namespace {
 
-// How far from a topic's centre its small parts can lie: they sit in the middle of its left and right edge.
+// The greatest distance of small parts from a topic's centre: they are in the middle of its left and right edges.
 constexpr double maxPartDistanceX = 12000.0;
 constexpr double maxPartDistanceY = HandleMetrics::connectionHandleDiameter / 2.0;
-// Topics that are measured at one move of the pointer. Few lie near a point but in a heap, where each takes
+// How many topics are measured for one move of the pointer. Few are near a point except in a heap, where each takes
 // microseconds.
 constexpr std::size_t measuresPerMove = 300;
 
-// More topics than these would cost more than their picture below.
+// More topics than this would cost more than their picture below.
 constexpr std::size_t maxLandingCount = 500;
 
 const PaintOptions& canvasOptions() {
   static const PaintOptions options = [] {
     PaintOptions canvas;
-    // The ends of a selected edge lie on the centres of its topics, where nobody could reach them from below, and the
-    // middle of a relationship lies anywhere.
+    // The ends of a selected edge are on the centres of its topics, where they could not be reached from below, and the
+    // middle of a relationship can be anywhere.
     canvas.handlesAboveNodes = true;
     return canvas;
   }();
@@ -74,7 +74,7 @@ const MapScene& CanvasScene::current(const ShownGestures& shown) {
   return m_current;
 }
 
-// Told by what both sides share, without a look inside.
+// Decided by what both sides share, without comparing contents.
 bool CanvasScene::isCurrent(const IdSet& selectedNodes, const IdSet& selectedEdges) {
   const MindMap& map = m_editor.mindMap();
   return m_current.map.nodes.sharesStorageWith(map.nodes) && m_current.map.edges.sharesStorageWith(map.edges) &&
@@ -148,7 +148,7 @@ void CanvasScene::paintPartState(QPainter& painter, const CanvasState& state) {
                            topic ? colorFromHex(topic->style.textColor) : QColor());
 }
 
-// --- What lies where ---
+// --- Hit tests ---
 
 CanvasTarget CanvasScene::targetAt(QPointF point, const CanvasState& state) {
   const MapScene& scene = current(state);
@@ -178,7 +178,7 @@ CanvasTarget CanvasScene::partAt(QPointF point, const CanvasState& state) {
     if (const auto handle = linkHandleAt(point, state)) return *handle;
   const auto region = regionAt(point);
   if (!region || !region->isPart()) return {};
-  // Connectors lie above regions.
+  // Connectors are above regions.
   const CanvasTarget target = targetAt(point, state);
   return target.isPart() ? target : CanvasTarget();
 }
@@ -326,8 +326,8 @@ std::optional<CanvasTarget> CanvasScene::relationshipHandleAt(QPointF point, con
   return std::nullopt;
 }
 
-// Toggles and handles stand out over the boxes, so each topic is asked for them from the top down, as far as the
-// topmost box that holds the point.
+// Toggles and handles stick out of the boxes, so the topics are tested for them from the top down, to the topmost box
+// that contains the point.
 std::optional<CanvasTarget> CanvasScene::nodePartAt(const MapScene& scene, QPointF point, std::size_t* measuresLeft) {
   using Kind = CanvasTarget::Kind;
   const auto boxed = m_painter.nodeAt(scene, point, canvasOptions(), measuresLeft);

@@ -72,7 +72,7 @@ CanvasView::CanvasView(MindMapViewModel& editor, WindowCommands& commands, Notif
 
 CanvasView::~CanvasView() {
   m_gestures.setStateObserver({});
-  // Its loss of the keyboard must not reach a view that is half gone.
+  // Its loss of the keyboard must not reach a view that is partly destroyed.
   if (m_titleEditor) m_titleEditor->disconnect(this);
   if (m_labelField) m_labelField->disconnect(this);
 }
@@ -130,7 +130,7 @@ void CanvasView::zoomToFit() {
   m_animation.start(target, [this] { m_gestures.refreshInitialZoom(); });
 }
 
-// --- What is shown ---
+// --- Painting ---
 
 void CanvasView::paintEvent(QPaintEvent* event) {
   followScene();
@@ -143,7 +143,7 @@ void CanvasView::paintEvent(QPaintEvent* event) {
   m_picture.setImportantPoint(m_editor.isCanvasHovered ? m_editor.cursorLocation : QRectF(rect()).center());
   const bool isNew = m_picture.show(painter, size(), ratio, view, colorFromHex(m_editor.mindMap().canvas.background),
                                     isPicture ? ScenePicture::Effort::all : ScenePicture::Effort::slice);
-  // A card above the canvas may have asked for what lies below it alone.
+  // A card above the canvas may have requested only what is below it.
   if (isNew && !isPicture && !QRegion(rect()).subtracted(event->region()).isEmpty()) update();
   painter.save();
   painter.scale(1.0 / ratio, 1.0 / ratio);
@@ -187,7 +187,7 @@ void CanvasView::viewMoved() {
 }
 
 void CanvasView::mapChanged() {
-  // A topic that went out of sight takes its field with it.
+  // A topic that becomes hidden takes its field with it.
   if (m_titleEditor && m_titleEditorNodeID && m_editor.isHidden(*m_titleEditorNodeID)) m_titleEditor->commit();
   placeTitleEditor();
   placeLabelField();
@@ -287,7 +287,7 @@ bool CanvasView::event(QEvent* event) {
       showPartToolTip(*static_cast<QHelpEvent*>(event));
       return true;
     case QEvent::WindowDeactivate:
-      // The release will go elsewhere.
+      // The release will go to another widget.
       m_gestures.cancel();
       m_gestures.setOptionHeld(false);
       break;
@@ -302,7 +302,7 @@ void CanvasView::showPartToolTip(const QHelpEvent& event) {
   const auto disc = part ? m_scene.partRect(*part, m_gestures.state()) : std::nullopt;
   const ViewTransform view{m_editor.canvasOffset(), m_editor.canvasZoom()};
   const QRect area = disc ? view.toView(*disc).toAlignedRect() : QRect();
-  // Cards pass on what they have no answer for.
+  // Cards pass on events they do not use.
   if (!area.contains(event.pos()) || childAt(event.pos())) {
     QToolTip::hideText();
     return;
@@ -317,13 +317,13 @@ void CanvasView::mousePressEvent(QMouseEvent* event) {
     event->ignore();
     return;
   }
-  // What is pressed is what is seen there.
+  // The user presses what is visible there.
   m_animation.stop();
   m_gestures.press(input);
 }
 
 void CanvasView::mouseMoveEvent(QMouseEvent* event) {
-  // A release that never came.
+  // The release never came.
   if (event->buttons() == Qt::NoButton) m_gestures.cancel();
   m_gestures.move(pointerInput(*event));
 }
@@ -359,7 +359,8 @@ bool CanvasView::nativeGesture(const QNativeGestureEvent& event) {
 }
 
 void CanvasView::pinchGesture(const QPinchGesture& pinch) {
-  // Fingers on a screen do not hover: their middle is the anchor, not the one that the toolkit makes a mouse of.
+  // Fingers on a touch screen do not hover: the anchor is the point between them, not the pointer that the toolkit
+  // simulates.
   m_animation.finish();
   m_gestures.hover(mapFromGlobal(pinch.centerPoint()));
   if (pinch.state() == Qt::GestureFinished || pinch.state() == Qt::GestureCanceled)
@@ -368,7 +369,8 @@ void CanvasView::pinchGesture(const QPinchGesture& pinch) {
     m_gestures.pinch(pinch.totalScaleFactor());
 }
 
-// While the pointer is over the canvas, Alt is for it wherever the keyboard is. Who enters a card has left the canvas.
+// While the pointer is over the canvas, Alt belongs to it wherever the keyboard is. A pointer over a card has left the
+// canvas.
 bool CanvasView::eventFilter(QObject* watched, QEvent* event) {
   switch (event->type()) {
     case QEvent::KeyPress:

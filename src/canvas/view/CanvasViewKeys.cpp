@@ -17,7 +17,7 @@ bool CanvasView::pressKey(const QKeyEvent& event) {
   }
   if (event.key() == Qt::Key_F10 && event.modifiers() == Qt::ShiftModifier) return openMenuOfSelection();
   if (pressArrowOrCommand(event)) return true;
-  // A letter opens the title, all of which is selected, and takes its place.
+  // A letter opens the title with everything selected, and so replaces it.
   if (!typesText(event) || !beginTyping()) return false;
   m_titleEditor->takeKey(event);
   return true;
@@ -26,7 +26,7 @@ bool CanvasView::pressKey(const QKeyEvent& event) {
 bool CanvasView::pressArrowOrCommand(const QKeyEvent& event) {
   const bool hadSelection = !m_editor.selectedNodeIDs().empty();
   if (!m_keys.press(event.key(), event.modifiers())) return false;
-  // The first topic that the keys selected is not centred as their next ones are.
+  // Unlike later ones, the first topic selected by keys is not centred.
   const auto selected = m_editor.firstSelectedNode();
   if (!hadSelection && selected && !m_editor.isPresentationMode()) m_reveal.reveal({*selected});
   return true;
@@ -52,7 +52,7 @@ bool CanvasView::beginTyping() {
   return m_titleEditor != nullptr;
 }
 
-// Input methods compose only where somebody takes their text, and show their keyboards there.
+// Input methods compose, and show their keyboards, only where text is accepted.
 void CanvasView::followInputMethod() {
   const bool isWanted = m_titleEditor || takesLetters();
   if (testAttribute(Qt::WA_InputMethodEnabled) != isWanted) setAttribute(Qt::WA_InputMethodEnabled, isWanted);

@@ -12,7 +12,7 @@ namespace quilmora {
 
 namespace {
 
-// The first file of what is being dragged.
+// The first file being dragged.
 std::optional<QString> fileIn(const QMimeData& data) {
   for (const QUrl& url : data.urls())
     if (url.isLocalFile()) return pathFromUrl(url);
@@ -79,7 +79,7 @@ void CanvasView::dragEnterEvent(QDragEnterEvent* event) {
 void CanvasView::dragMoveEvent(QDragMoveEvent* event) {
   const auto topic = topicAt(event->position());
   m_gestures.setImageDropTarget(topic);
-  // Never a move, after which the file would be gone.
+  // Never a move, which would delete the file.
   event->setDropAction(Qt::CopyAction);
   event->setAccepted(topic && event->possibleActions().testFlag(Qt::CopyAction));
 }
@@ -141,7 +141,7 @@ void CanvasView::placeLabelField() {
   m_labelField->place(view.toView(corner), view.zoom, colorFromHex(region->color));
 }
 
-// The next key belongs to the canvas, unless the user has taken the keyboard elsewhere.
+// The next key belongs to the canvas, unless the user has moved the keyboard elsewhere.
 void CanvasView::takeKeyboardFrom(QWidget& field) {
   const QWidget* owner = window()->focusWidget();
   if (!owner || owner == &field) setFocus(Qt::OtherFocusReason);

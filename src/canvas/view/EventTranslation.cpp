@@ -30,7 +30,7 @@ PointerButton pointerButton(Qt::MouseButton button) {
   }
 }
 
-// Pixels alone do not tell: X11 gives them for wheels too, in the driver's own units.
+// Having pixels does not mean a trackpad: X11 gives them for wheels too, in the driver's own units.
 bool isPrecise(const QWheelEvent& event) {
   if (event.pixelDelta().isNull()) return false;
   const QPointingDevice* device = event.pointingDevice();
@@ -68,7 +68,7 @@ WheelInput wheelInput(const QWheelEvent& event) {
   QPointF delta =
       precise ? QPointF(event.pixelDelta()) : QPointF(event.angleDelta()) / notch * QApplication::wheelScrollLines();
   const InputModifiers modifiers = inputModifiers(event.modifiers());
-  // A wheel turns one way only; with Shift it stands for the other.
+  // A wheel turns in one direction only; with Shift it scrolls in the other.
   if (modifiers.shift && !modifiers.command && delta.x() == 0.0) delta = delta.transposed();
   return {delta, precise, modifiers};
 }

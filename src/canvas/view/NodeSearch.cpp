@@ -13,7 +13,7 @@ std::optional<QUuid> findNearestNode(EditorState& editor, QPointF point, const Q
   std::optional<QUuid> result;
   for (std::size_t i = 0; i < positions.size(); ++i) {
     const QPointF offset = positions[i] - point;
-    // Cheap refusal first: nearly every topic of a large map lies far outside the radius.
+    // A cheap test first: nearly every topic of a large map is far outside the radius.
     if (!(std::abs(offset.x()) < nearest) || !(std::abs(offset.y()) < nearest)) continue;
     const double distance = std::hypot(offset.x(), offset.y());
     if (!(distance < nearest)) continue;

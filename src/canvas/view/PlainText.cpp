@@ -13,7 +13,7 @@ namespace quilmora::plain {
 namespace {
 
 constexpr qsizetype longestWord = 40;
-// A plain tool tip is one line, however long it is.
+// A plain tool tip has one line, however long it is.
 constexpr qsizetype longestToolTipLine = 80;
 constexpr qsizetype longestToolTip = 600;
 
@@ -53,8 +53,8 @@ QString withoutMnemonic(const QString& shown) {
   return QString(shown).replace(u'&', QLatin1String("&&"));
 }
 
-// The toolkit takes a tool tip for markup where it looks like it, so what does is told as markup; so is what needs
-// more than a line, because a plain tool tip does not wrap.
+// The toolkit treats a tool tip as markup if it looks like it, so such texts are escaped as markup; so are texts that
+// need more than a line, because a plain tool tip does not wrap.
 QString toolTip(const QString& given) {
   const QString shown = text(given, longestToolTip);
   if (shown.size() <= longestToolTipLine && !Qt::mightBeRichText(shown)) return shown;

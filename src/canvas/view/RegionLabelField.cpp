@@ -16,10 +16,10 @@ namespace quilmora {
 
 namespace {
 
-// Far outside the view there are no whole pixels to count.
+// Far outside the view, whole pixels are out of range.
 constexpr double farthest = 1e6;
 constexpr double maxWidth = 600.0;
-// Room for the text cursor behind the last letter.
+// Room for the text cursor after the last letter.
 constexpr double cursorRoom = 4.0;
 // The toolkit's own margin beside the text of a field.
 constexpr int innerMargin = 2;
@@ -60,7 +60,7 @@ void RegionLabelField::place(QPointF corner, double zoom, const QColor& color) {
   fitToText();
 }
 
-// What the style keeps to itself on both sides of a field.
+// The width that the style reserves on both sides of a field.
 int RegionLabelField::frameWidth() const {
   QStyleOptionFrame option;
   initStyleOption(&option);
@@ -111,13 +111,13 @@ void RegionLabelField::keyPressEvent(QKeyEvent* event) {
     end(End::submit);
   else
     QLineEdit::keyPressEvent(event);
-  // None goes on to the canvas below.
+  // Nothing is passed on to the canvas below.
   event->accept();
 }
 
 void RegionLabelField::focusOutEvent(QFocusEvent* event) {
   QLineEdit::focusOutEvent(event);
-  // A menu above the field and another window leave it the keyboard: it comes back.
+  // A menu above the field, or another window, does not end the edit: the keyboard comes back.
   const Qt::FocusReason reason = event->reason();
   if (reason == Qt::PopupFocusReason || reason == Qt::ActiveWindowFocusReason || reason == Qt::MenuBarFocusReason)
     return;

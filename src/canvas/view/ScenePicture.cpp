@@ -46,7 +46,7 @@ void ScenePicture::markStale(const ChangedParts& parts) {
   if (parts.everything) return markAllStale();
   interrupt();
   m_isZooming = false;
-  // Topics move to whole pixels, and edges are smoothed.
+  // Topics move to whole pixels, and edges are antialiased.
   constexpr double rim = 2.0;
   for (const QRectF& area : parts.areas) {
     const QRectF pixels(area.topLeft() * m_view.zoom, area.size() * m_view.zoom);
@@ -78,9 +78,9 @@ bool ScenePicture::show(QPainter& painter, QSize size, double pixelRatio, const 
     isNewInView = work([&] { return effort == Effort::slice && isTimeUp(); });
   }
   painter.save();
-  // Pixel upon pixel, which is copied many times faster than a picture with a ratio of its own.
+  // Without scaling, which is many times faster than copying a picture with its own pixel ratio.
   painter.scale(1.0 / pixelRatio, 1.0 / pixelRatio);
-  // At a ratio such as 2.25 the widget may begin within a pixel, and tiles would leave rows between them.
+  // At a ratio such as 2.25 the widget may start within a pixel, and there would be gaps between tiles.
   const QPointF begin = painter.deviceTransform().map(QPointF());
   painter.translate(begin.toPoint() - begin);
   draw(painter, m_pixels, m_inView, m_view, background);
@@ -91,7 +91,7 @@ bool ScenePicture::show(QPainter& painter, QSize size, double pixelRatio, const 
 
 void ScenePicture::changeZoom(const ViewTransform& wanted, const QColor& background) {
   interrupt();
-  // Pictures that were scaled before would become dimmer each time.
+  // Scaling a picture that was already scaled would blur it more each time.
   if (m_tiles.hasPainted(m_inView)) {
     QImage picture(m_wanted.size() * PictureTiles::side, QImage::Format_RGB32);
     const ViewTransform view{-QPointF(m_wanted.topLeft()) * PictureTiles::side, m_view.zoom};
@@ -121,7 +121,8 @@ QPointF ScenePicture::importantPixel() const {
 }
 
 bool ScenePicture::work(const std::function<bool()>& isTimeUp) {
-  // What changes in every frame, such as a dragged region, would never show if each change dropped the tile under way.
+  // If every change dropped the current tile, something that changes in every frame, such as a dragged region, would
+  // never show.
   const auto mustPause = [this, &isTimeUp] { return m_interruptions < maxInterruptions && isTimeUp(); };
   bool isNewInView = false;
   while ((m_job || startJob(mustPause)) && m_job) {

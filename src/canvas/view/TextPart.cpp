@@ -8,7 +8,7 @@ namespace quilmora {
 
 namespace {
 
-// The last boundary of characters at or before the place. What takes up more than this is cut all the same.
+// The last character boundary at or before the position. A character longer than this is cut anyway.
 qsizetype boundaryBefore(const QString& text, qsizetype place) {
   constexpr qsizetype longestCharacter = 64;
   if (place <= 0 || place >= text.size()) return std::clamp<qsizetype>(place, 0, text.size());

@@ -20,7 +20,7 @@ namespace quilmora {
 
 namespace {
 
-// Room for the text cursor behind the last letter, and against rounding to whole pixels.
+// Room for the text cursor after the last letter, and for rounding to whole pixels.
 constexpr int cursorRoom = 3;
 
 constexpr double roundingRoom = 2.0;
@@ -31,7 +31,7 @@ bool isReturn(int key) {
   return key == Qt::Key_Return || key == Qt::Key_Enter;
 }
 
-// The unwrapped parts of a text as it is shown, what an input method is composing included.
+// The unwrapped paragraphs of a text as shown, including an input method's composition.
 QStringList shownLines(const QTextDocument& document) {
   QStringList lines;
   for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
@@ -46,7 +46,7 @@ QStringList shownLines(const QTextDocument& document) {
 struct TextExtent {
   QSizeF size{0.0, 0.0};
   int lineCount = 0;
-  double lineHeight = 0.0;  // 0 where lines differ, as fonts do that one has to stand in for another
+  double lineHeight = 0.0;  // 0 if lines differ, as when one font must stand in for another
 };
 
 TextExtent extentOf(const QStringList& lines, const QFont& font, double wrapWidth) {
@@ -56,7 +56,7 @@ TextExtent extentOf(const QStringList& lines, const QFont& font, double wrapWidt
     QTextLayout layout(text, font);
     QTextOption option;
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    // The text cursor behind a space just typed wants room as well.
+    // The text cursor after a space just typed needs room as well.
     if (text.endsWith(QLatin1Char(' '))) option.setFlags(QTextOption::IncludeTrailingSpaces);
     layout.setTextOption(option);
     layout.beginLayout();
@@ -87,7 +87,7 @@ TitleEditor::TitleEditor(const QString& title, Scheduler& scheduler, QWidget* ca
   document()->setDocumentMargin(0.0);
   showStep({title, 0});
   selectAll();
-  // The field grows with its text, so that there is never anything to scroll to.
+  // The field grows with its text, so there is never anything to scroll to.
   for (QScrollBar* bar : {horizontalScrollBar(), verticalScrollBar()})
     connect(bar, &QScrollBar::valueChanged, bar, [bar] { bar->setValue(bar->minimum()); });
   connect(document(), &QTextDocument::contentsChanged, this, [this] {
@@ -111,7 +111,7 @@ void TitleEditor::setTitleLook(const TitleLook& look) {
   QPalette colors = palette();
   colors.setColor(QPalette::Text, look.color);
   colors.setColor(QPalette::Base, Qt::transparent);
-  // The selection shows on any fill, as it is made of the colour that is readable on it.
+  // The selection shows on any fill, because it uses the colour that is readable on it.
   QColor highlight = look.color;
   highlight.setAlphaF(0.3F);
   colors.setColor(QPalette::Highlight, highlight);
@@ -119,12 +119,12 @@ void TitleEditor::setTitleLook(const TitleLook& look) {
   setPalette(colors);
 }
 
-// Fonts come in whole pixels only; the spacing makes up for what is rounded, so that a line is as long as in the
+// Fonts come only in whole pixels; letter spacing makes up for the rounding, so that a line is as long as in the
 // painted title at any zoom.
 QFont TitleEditor::fontAt(double zoom) const {
   QFont scaled = m_look.font;
   const double wanted = m_look.pixelSize * zoom;
-  // Emoji of a single pixel take minutes to shape.
+  // Emoji of one pixel take minutes to shape.
   const int whole = std::max(2, qRound(wanted));
   scaled.setPixelSize(whole);
   scaled.setLetterSpacing(QFont::PercentageSpacing, 100.0 * wanted / whole);
@@ -136,15 +136,14 @@ void TitleEditor::place(const QRectF& field, double zoom) {
   if (scaled != font()) setFont(scaled);
   setCursorWidth(std::max(1, qRound(zoom)));
 
-  // Far outside the view there are no whole pixels to count.
+  // Far outside the view, whole pixels are out of range.
   if (!(std::abs(field.x()) < farthest && std::abs(field.y()) < farthest)) {
     setGeometry(QRect(QPoint(-1000, -1000), QSize(1, 1)));
     return;
   }
-  // The text stands in the middle of the field, as the title in its topic, but is aligned as its language is: the room
-  // for the text cursor is at the end of the line.
-  // The title breaks its lines at zoom 1; in a field as wide as they came out, they break at the same words at any
-  // zoom.
+  // The text is centred in the field, like the title in its topic, but aligned according to its language: the room for
+  // the text cursor is at the end of the line. The title breaks its lines at zoom 1; in a field as wide as the result,
+  // they break at the same words at any zoom.
   const QStringList lines = shownLines(*document());
   const TextExtent extent = extentOf(lines, scaled, field.width() + roundingRoom);
   const double unit = m_look.pixelSize / m_look.font.pixelSize() * zoom;
@@ -152,7 +151,7 @@ void TitleEditor::place(const QRectF& field, double zoom) {
   const bool isEven = painted.lineHeight > 0 && extent.lineHeight > 0;
   if (isEven) setLineSpacing(100.0 * painted.lineHeight * unit / extent.lineHeight);
   const QSizeF text(extent.size.width(), isEven ? extent.lineCount * painted.lineHeight * unit : extent.size.height());
-  // So that the first line stands on the painted one's ground.
+  // So that the first line has the same baseline as the painted one.
   const double drop = isEven ? QFontMetricsF(m_look.font).ascent() * unit - QFontMetricsF(scaled).ascent() : 0.0;
   const double left = field.center().x() - text.width() / 2.0;
   const int width = static_cast<int>(std::ceil(text.width())) + cursorRoom;
@@ -165,9 +164,9 @@ void TitleEditor::place(const QRectF& field, double zoom) {
   setGeometry(outer);
 }
 
-// Fonts come in whole pixels, and so do their lines: they are set apart as far as the painted ones are.
+// Fonts come only in whole pixels, and so do their lines: they get the spacing of the painted ones.
 void TitleEditor::setLineSpacing(double percent) {
-  // It would be a step among those that can be undone and redone.
+  // It would become one of the steps that can be undone and redone.
   if (document()->isUndoAvailable() || document()->isRedoAvailable()) return;
   const QTextBlockFormat present = document()->firstBlock().blockFormat();
   if (present.lineHeightType() == QTextBlockFormat::ProportionalHeight && present.lineHeight() == percent) return;
@@ -186,7 +185,7 @@ QString TitleEditor::shownTitle() const {
 }
 
 QString TitleEditor::editableTitle() const {
-  // Unlike toPlainText() this keeps spaces that do not break.
+  // Unlike toPlainText(), this keeps no-break spaces.
   return m_part.whole(document()->toRawText().replace(QChar::ParagraphSeparator, QLatin1Char('\n')));
 }
 
@@ -205,7 +204,7 @@ void TitleEditor::takeKey(const QKeyEvent& event) {
 void TitleEditor::takeInput(const QInputMethodEvent& event) {
   const std::unique_ptr<QEvent> copy(event.clone());
   QCoreApplication::sendEvent(this, copy.get());
-  // Taking the keyboard would tear a text apart that is still being composed.
+  // Taking the keyboard would break off a text that is still being composed.
   if (event.preeditString().isEmpty())
     takeFocus();
   else if (m_focusTask)
@@ -243,7 +242,7 @@ bool TitleEditor::event(QEvent* event) {
       break;
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
-      // Beside the text, but still in the field.
+      // Next to the text, but still in the field.
       setFocus(Qt::MouseFocusReason);
       event->accept();
       return true;
@@ -254,7 +253,7 @@ bool TitleEditor::event(QEvent* event) {
 }
 
 void TitleEditor::keyPressEvent(QKeyEvent* event) {
-  // The pointer may have set the text cursor to the end of a part.
+  // The pointer may have moved the text cursor to the end of a part.
   followCursor();
   if (event->key() == Qt::Key_Escape) {
     cancel();
@@ -292,8 +291,7 @@ void TitleEditor::inputMethodEvent(QInputMethodEvent* event) {
 
 void TitleEditor::focusOutEvent(QFocusEvent* event) {
   QTextEdit::focusOutEvent(event);
-  // A menu above the field, another window and the list of an input method leave the field its place as the one with
-  // the keyboard: it comes back.
+  // A menu above the field, another window or an input method's list does not end the edit: the keyboard comes back.
   const Qt::FocusReason reason = event->reason();
   if (reason == Qt::PopupFocusReason || reason == Qt::ActiveWindowFocusReason || reason == Qt::MenuBarFocusReason)
     return;
@@ -310,7 +308,7 @@ bool TitleEditor::canInsertFromMimeData(const QMimeData* source) const {
 }
 
 void TitleEditor::insertFromMimeData(const QMimeData* source) {
-  // A picture or a page without its text is nothing, not the empty text.
+  // A picture, or a page without text, inserts nothing rather than an empty text.
   if (const QString text = source->text(); !text.isEmpty()) insert(text);
 }
 

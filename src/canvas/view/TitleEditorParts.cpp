@@ -10,7 +10,7 @@
 
 #include "canvas/view/TitleEditor.h"
 
-// How the title field edits texts that are too long to be laid out as a whole.
+// How the title field edits texts that are too long to be laid out in full.
 
 namespace quilmora {
 
@@ -32,7 +32,7 @@ void TitleEditor::showStep(const Step& step) {
   Q_EMIT shownTitleChanged();
 }
 
-// Another part takes away what the document could undo.
+// Switching to another part discards the document's own undo steps.
 void TitleEditor::keepStep() {
   if (!document()->isModified()) return;
   constexpr std::size_t most = 100;
@@ -86,14 +86,14 @@ void TitleEditor::followCursor() {
   const int size = document()->characterCount() - 1;
   if (m_isAllSelected && cursor.selectionEnd() - cursor.selectionStart() == size) return;
   m_isAllSelected = false;
-  // What is selected or being composed stays in one part.
+  // A selection or composition stays within one part.
   if (!cursor.block().layout()->preeditAreaText().isEmpty()) return;
   if (!m_part.isOutgrown(size, cursor.position()) || (cursor.hasSelection() && size <= TextPart::longest)) return;
   keepStep();
   showStep(present());
 }
 
-// Where all was selected, what the part does not show goes with it.
+// If everything was selected, the text outside the part is removed too.
 void TitleEditor::contentsChanged(int removed) {
   if (m_isChoosing || m_isStepping) return;
   m_future.clear();
@@ -101,7 +101,7 @@ void TitleEditor::contentsChanged(int removed) {
   m_past.push_back(m_shown);
   m_part = TextPart();
   m_shown = {};
-  // The document itself would bring back its part alone.
+  // The document itself would restore only its part.
   QMetaObject::invokeMethod(
       this, [this] { document()->clearUndoRedoStacks(); }, Qt::QueuedConnection);
 }

@@ -13,7 +13,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// As many topics are measured; more of them rarely fit on a screen.
+// The number of topics measured; more rarely fit on a screen.
 constexpr std::size_t maxRevealed = 200;
 
 }  // namespace
@@ -30,7 +30,7 @@ TopicReveal::~TopicReveal() {
   m_scheduler.cancel(m_task);
 }
 
-// The command has yet to select what it made, and the cards to take their places.
+// The command has yet to select what it made, and the cards have yet to move.
 void TopicReveal::mapChanged() {
   const std::size_t before = std::exchange(m_nodeCount, m_editor.mindMap().nodes.size());
   if (m_task || m_nodeCount <= before) return;
@@ -40,7 +40,7 @@ void TopicReveal::mapChanged() {
   });
 }
 
-// Ids get their numbers as they come up, so that those of new topics are the highest.
+// Ids are numbered as they appear, so new topics have the highest numbers.
 void TopicReveal::revealNewTopics() {
   const MapIndex& index = m_editor.mapIndex();
   const auto ids = std::exchange(m_ids, index.ids());
@@ -75,7 +75,7 @@ void TopicReveal::reveal(const std::vector<QUuid>& ids) {
 }
 
 void TopicReveal::moveTo(const QRectF& bounds) {
-  // Where a glide under way will have come to.
+  // Where a glide in progress will end.
   ViewAnimation::View view = m_animation.target();
   const QRectF target = ViewTransform{view.offset, view.zoom}.toView(bounds);
   const QRectF room = QRectF(QPointF(), m_view.size()).adjusted(edgeMargin, edgeMargin, -edgeMargin, -edgeMargin);
