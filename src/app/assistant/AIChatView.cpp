@@ -101,7 +101,7 @@ void AIChatView::followMessages() {
   m_list->setMessages(messages, [this](const QUuid& id) { m_parts.chat.applyChatAction(id); });
   const bool shows = !messages.empty() || m_parts.chat.chatIsLoading();
   m_header->clearButton().setEnabled(!messages.empty());
-  // The keyboard would leave the chat with what goes.
+  // Otherwise the keyboard would leave the chat with the widgets removed.
   const QWidget* owner = window()->focusWidget();
   const bool takesKeyboard =
       owner != nullptr && (shows ? static_cast<QWidget*>(m_suggestions) : m_list)->isAncestorOf(owner);
@@ -111,7 +111,7 @@ void AIChatView::followMessages() {
 }
 
 void AIChatView::followLoading() {
-  // The keyboard would leave the chat with the button.
+  // Otherwise the keyboard would leave the chat with the button.
   if (!m_parts.chat.chatIsLoading() && m_list->stopButton().hasFocus()) m_input->setFocus(Qt::OtherFocusReason);
   m_list->setThinking(m_parts.chat.chatIsLoading());
   followMessages();
@@ -122,13 +122,13 @@ void AIChatView::followInput() {
   m_send->setEnabled(!m_parts.chat.chatIsLoading() && !m_input->toPlainText().trimmed().isEmpty());
 }
 
-// Keys and servers may have come or gone since the chat was last in sight.
+// Keys and servers may have changed since the chat was last visible.
 void AIChatView::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
   m_isLookDue = true;
 }
 
-// Asking the desktop and the network waits until the window is there.
+// Asking the desktop and the network waits until the window is visible.
 void AIChatView::paintEvent(QPaintEvent*) {
   if (!std::exchange(m_isLookDue, false)) return;
   QMetaObject::invokeMethod(
@@ -157,8 +157,8 @@ std::vector<QWidget*> AIChatView::controls() const {
   return candidates;
 }
 
-// Of the messages only the current one is a step, and bubbles come to the toolkit's own order in the order of time. The
-// order here begins as the toolkit's does, which is how Tab comes in.
+// Only the current message is a Tab stop, and the toolkit's own order has the bubbles in order of creation. The order
+// here starts as the toolkit's does, which is how Tab gets in.
 bool AIChatView::focusNextPrevChild(bool next) {
   const std::vector<QWidget*> all = controls();
   const auto found = std::ranges::find(all, window()->focusWidget());

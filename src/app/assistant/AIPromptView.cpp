@@ -35,7 +35,7 @@ constexpr std::chrono::milliseconds nextLook{300};
 
 }  // namespace
 
-// Between head and buttons: as high as its parts need, as far as the window has room; then it scrolls.
+// Between head and buttons: as high as its parts need, within the window; beyond that it scrolls.
 class AIPromptView::Middle final : public QScrollArea {
  public:
   explicit Middle(QWidget* parent) : QScrollArea(parent) {
@@ -45,9 +45,9 @@ class AIPromptView::Middle final : public QScrollArea {
     setWidgetResizable(true);
     setWidget(new QWidget);
     viewport()->setAutoFillBackground(false);
-    viewport()->setBackgroundRole(QPalette::Base);  // the ground of the scroll bar
+    viewport()->setBackgroundRole(QPalette::Base);  // the background of the scroll bar
     widget()->setAutoFillBackground(false);
-    // What has the keyboard is in sight.
+    // Scrolls to the focused control.
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
       if (now != nullptr && isAncestorOf(now)) ensureWidgetVisible(now, 0, metrics::gapSmall);
     });
@@ -64,7 +64,7 @@ class AIPromptView::Middle final : public QScrollArea {
     QScrollArea::resizeEvent(event);
     if (event->size().width() != event->oldSize().width()) updateGeometry();
   }
-  // The parts tell their layout that they want another size, and nobody above it hears.
+  // The parts tell only their layout that they want another size, so this must listen.
   bool eventFilter(QObject* watched, QEvent* event) override {
     if (event->type() == QEvent::LayoutRequest) updateGeometry();
     return QScrollArea::eventFilter(watched, event);
@@ -253,14 +253,14 @@ void AIPromptView::closeWhenDone(std::chrono::milliseconds delay) {
   setWaiting(true);
 }
 
-// One map at a time; the words stay readable.
+// One map at a time; the text stays readable.
 void AIPromptView::setWaiting(bool waiting) {
   QWidget* owner = window()->focusWidget();
   m_prompt->setReadOnly(waiting);
   m_generate->setEnabled(!waiting && !m_prompt->toPlainText().isEmpty());
   for (Chip* chip : m_examples) chip->setEnabled(!waiting);
   for (Chip* chip : m_modeButtons) chip->setEnabled(!waiting);
-  // What is disabled loses the keyboard to whatever comes next.
+  // A disabled widget loses the keyboard to whatever comes next.
   if (isOpen() && owner != nullptr && !owner->isEnabled()) m_prompt->setFocus(Qt::OtherFocusReason);
 }
 

@@ -12,7 +12,7 @@ namespace {
 constexpr double ringWidth = 2.0;
 constexpr int stepCount = 24;
 constexpr int stepMilliseconds = 40;
-constexpr int degree = 16;  // of the toolkit
+constexpr int degree = 16;  // in the toolkit's units
 constexpr int arcSpan = -100 * degree;
 
 }  // namespace

@@ -28,15 +28,15 @@ constexpr int padX = 10;
 constexpr int padY = 7;
 constexpr int iconSize = 16;
 constexpr double selectionOpacity = 0.3;
-// Beyond this nobody listens.
+// Nobody listens to more than this.
 constexpr qsizetype longestSpoken = 4000;
 
-// What carries a map is purple, as the mark of its topics is.
+// A message with a map is purple, like the mark on its topics.
 QColor mapColor(const Tokens& tokens) {
   return tokens.isDark ? QColor(0xBF, 0x8C, 0xFF) : QColor(0x80, 0x3A, 0xC8);
 }
 
-// What a message says, in the words of this desktop: of keys and of the model on this machine the data tell otherwise.
+// The text of a message as worded for this desktop: the data word keys and the model on this machine differently.
 QString wordsOf(const ChatMessage& message) {
   if (message.role == ChatRole::user) return message.content;
   static const QString keyHint = QStringLiteral("(Cmd+K → 'layout')");
@@ -75,7 +75,7 @@ QString ChatBubble::selectedText() const {
 void ChatBubble::setApplied(bool applied) {
   if (m_apply == nullptr || applied == m_isApplied) return;
   m_isApplied = applied;
-  // The keyboard would leave the chat with the button that goes.
+  // Otherwise the keyboard would leave the chat with the button.
   if (applied && m_apply->hasFocus()) setFocus(Qt::OtherFocusReason);
   showApplied();
 }
@@ -123,7 +123,7 @@ void ChatBubble::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
   const Tokens& tokens = m_look.tokens();
   const double before = m_text.height();
-  // The rasterizer counts no further than some thousands of pixels.
+  // The rasteriser handles only some thousands of pixels.
   QRectF bubble = bubbleRect();
   const QRectF shown = QRectF(event->rect()).adjusted(-2 * radius, -2 * radius, 2 * radius, 2 * radius);
   bubble.setTop(std::max(bubble.top(), shown.top()));
@@ -221,7 +221,7 @@ bool ChatBubble::isSelectionKey(const QKeyEvent& event) const {
   return event.matches(QKeySequence::Copy) || event.matches(QKeySequence::SelectAll);
 }
 
-// Both are entries of the menus too, where they mean the map.
+// Both are menu entries too, which act on the map.
 bool ChatBubble::event(QEvent* event) {
   if (event->type() == QEvent::ShortcutOverride && isSelectionKey(*static_cast<QKeyEvent*>(event))) {
     event->accept();

@@ -55,7 +55,7 @@ ChatHeader::ChatHeader(const Look& look, ProviderState& provider, QWidget* paren
   first->addWidget(m_settings);
   first->addWidget(m_clear);
   auto* second = new QHBoxLayout;
-  // The button's symbol stands in line with the words above and below it.
+  // The button's symbol is aligned with the text above and below it.
   second->setContentsMargins(metrics::gapMedium, 0, metrics::gap, 0);
   second->setSpacing(metrics::gapSmall);
   second->addWidget(m_provider);
@@ -85,7 +85,7 @@ QString ChatHeader::destinationText() const {
   return m_destination->text();
 }
 
-// Queued, because the entry that was chosen may give way to one with other words.
+// Queued, because the chosen entry may be replaced by one with another text.
 void ChatHeader::fillMenu() {
   QMenu* menu = m_provider->menu();
   if (const auto rows = m_state.rows(); rows != m_rows) {

@@ -16,7 +16,7 @@ namespace quilmora {
 
 namespace {
 
-// A person who is so near the end reads the newest message.
+// Within this distance of the end, the user is reading the newest message.
 constexpr int nearEnd = 8;
 
 using SteadyClock = std::chrono::steady_clock;
@@ -31,7 +31,7 @@ ChatList::ChatList(const Look& look, QWidget* parent)
   setAccessibleName(tr("Messages"));
   setWidget(m_page);
   viewport()->setAutoFillBackground(false);
-  viewport()->setBackgroundRole(QPalette::AlternateBase);  // the ground of the scroll bar
+  viewport()->setBackgroundRole(QPalette::AlternateBase);  // the background of the scroll bar
   m_page->setAutoFillBackground(false);
   m_page->setAccessibleName(tr("Messages"));
 
@@ -53,7 +53,7 @@ ChatList::ChatList(const Look& look, QWidget* parent)
   connect(verticalScrollBar(), &QScrollBar::valueChanged, this, &ChatList::scrolled);
 }
 
-// The bubbles tell of the keyboard that leaves them when the list is none any more.
+// The bubbles report losing the keyboard when the list is already destroyed.
 ChatList::~ChatList() {
   for (ChatBubble* bubble : m_bubbles) bubble->disconnect(this);
 }
@@ -87,12 +87,12 @@ void ChatList::setMessages(const std::vector<ChatMessage>& messages, const std::
   m_bubbles.resize(kept);
   for (std::size_t index = kept; index < messages.size(); ++index)
     m_bubbles.push_back(newBubble(messages[index], apply));
-  // With the newest message the keyboard comes there first.
+  // When new messages come, the keyboard enters the list at the newest one.
   if (m_bubbles.size() > kept) m_current = m_bubbles.size() - 1;
   if (m_bubbles.empty()) m_followsNewest = true;
   m_current = std::min(m_current, m_bubbles.empty() ? 0 : m_bubbles.size() - 1);
 
-  // What shows first is measured first.
+  // Visible messages are measured first.
   const auto deadline = SteadyClock::now() + slice;
   for (std::size_t index = m_bubbles.size(); index > kept && SteadyClock::now() < deadline; --index)
     m_bubbles[index - 1]->measureUntil(deadline, 0);
@@ -105,7 +105,7 @@ void ChatList::setThinking(bool isThinking) {
   arrange();
 }
 
-// The room of the scroll bar is free at all times, so that nothing wraps anew when it comes.
+// The scroll bar's space is always reserved, so that nothing wraps again when it appears.
 int ChatList::rowWidth() const {
   const int bar = verticalScrollBar()->sizeHint().width();
   return std::max(1, width() - metrics::gapMedium - std::max(bar, metrics::gapMedium));
@@ -149,7 +149,7 @@ void ChatList::arrange(double growthAbove) {
     m_measureTimer.start();
 }
 
-// The newest messages first, where a person looks.
+// The newest messages first, where the user is looking.
 void ChatList::measureSome() {
   const auto deadline = SteadyClock::now() + slice;
   const int top = verticalScrollBar()->value();
@@ -182,7 +182,7 @@ void ChatList::scrollToNewest() {
   scrollTo(verticalScrollBar()->maximum());
 }
 
-// As much of it as there is room for, from its top on; stays where some of a larger thing already shows.
+// As much of it as fits, from its top; stays in place if part of a larger area is already visible.
 void ChatList::reveal(const QRect& area) {
   QScrollBar* bar = verticalScrollBar();
   const int top = bar->value();
@@ -221,7 +221,7 @@ std::vector<QWidget*> ChatList::controls() const {
   return controls;
 }
 
-// All of them end here: none is for the canvas.
+// All keys stop here: none is for the canvas.
 void ChatList::keyPressEvent(QKeyEvent* event) {
   const auto last = static_cast<int>(m_bubbles.size());
   switch (event->key()) {

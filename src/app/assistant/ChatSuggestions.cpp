@@ -91,7 +91,7 @@ ChatSuggestions::ChatSuggestions(const Look& look, QWidget* parent) : QScrollAre
   column->addStretch();
   setWidget(page);
   viewport()->setAutoFillBackground(false);
-  viewport()->setBackgroundRole(QPalette::AlternateBase);  // the ground of the scroll bar
+  viewport()->setBackgroundRole(QPalette::AlternateBase);  // the background of the scroll bar
   page->setAutoFillBackground(false);
 }
 

@@ -53,7 +53,7 @@ void Chip::paintEvent(QPaintEvent*) {
       paint::fillRounded(painter, rect(), radius, tokens.hover);
   }
   if (showsKeyboardFocus(option)) {
-    // A ring of the fill's own colour only shows with a gap.
+    // A ring in the fill's own colour is visible only with a gap.
     paint::drawBorder(painter, rect(), radius, tokens.accent, metrics::focusRingWidth);
     if (isChecked())
       paint::drawBorder(painter, QRectF(rect()).adjusted(2, 2, -2, -2), radius - 2, tokens.raised,

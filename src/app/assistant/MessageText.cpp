@@ -12,9 +12,9 @@ namespace quilmora {
 
 namespace {
 
-// Beyond this a person copies the text instead of scrolling through it.
+// Beyond this, users copy the text instead of scrolling through it.
 constexpr qsizetype longestShown = 4'000'000;
-// A piece is shaped at once, within a few milliseconds. It ends where a line ends; a line longer than a piece is cut.
+// A piece is shaped at once, within a few milliseconds. It ends at a line end; a line longer than a piece is cut.
 constexpr qsizetype usualPiece = 2000;
 constexpr qsizetype longestPiece = 4000;
 const QString mark = QStringLiteral("**");
@@ -24,7 +24,7 @@ bool isWithinLetter(const QString& text, qsizetype position) {
   return next.isLowSurrogate() || next.isMark() || next == QChar(0x200D) || text.at(position - 1) == QChar(0x200D);
 }
 
-// Where the piece that begins at `start` ends. Looks no further than a piece may reach.
+// The end of the piece that starts at `start`. Reads no further than the longest possible piece.
 qsizetype endOfPiece(const QString& text, qsizetype start) {
   const QStringView ahead = QStringView(text).mid(start, longestPiece);
   if (ahead.size() <= usualPiece) return text.size();
@@ -53,7 +53,7 @@ ShownMessage shownMessage(const QString& content) {
     if (close < 0) break;
     const qsizetype inside = open + mark.size();
     if (close == inside) {
-      // Four in a row hold nothing, and stand as they are.
+      // Four in a row have nothing between them, and are kept as they are.
       message.text.append(QStringView(text).mid(next, inside - next));
       next = inside;
       continue;
@@ -132,7 +132,7 @@ double MessageText::height() const {
 }
 
 double MessageText::usedWidth() const {
-  // What is written from right to left stands at the right end of the width.
+  // Right-to-left text is aligned to the right end of the width.
   if (!isMeasured() || m_message.text.isRightToLeft()) return m_width;
   double used = 0;
   for (const Piece& piece : m_pieces) used = std::max(used, piece.usedWidth);
@@ -262,7 +262,7 @@ QRectF MessageText::caretAt(qsizetype position) {
 
 qsizetype MessageText::step(qsizetype position, bool forward, bool byWord) {
   const auto mode = byWord ? QTextLayout::SkipWords : QTextLayout::SkipCharacters;
-  // Behind the last letter of a piece the next one begins.
+  // The next piece starts after the last letter of a piece.
   const std::size_t index = pieceOf(forward || position == 0 ? position : position - 1);
   Piece& piece = m_pieces[index];
   const QTextLayout& layout = shaped(piece);

@@ -11,7 +11,7 @@
 
 namespace quilmora {
 
-// What each choice is called. `account` is that of its key; the model on this machine has none.
+// The names of a choice. `account` is that of its key; the model on this machine has none.
 struct ProviderState::Provider {
   enum class Needs { nothing, key, model };
   QString id;
@@ -67,7 +67,7 @@ QString ProviderState::symbol() const {
   return provider().symbol;
 }
 
-// What is not known yet is not missing.
+// Something unknown is not missing.
 bool ProviderState::isMissing(const Provider& provider) const {
   if (provider.needs == Provider::Needs::model) return !m_backEnds.onDevice.isThere().value_or(true);
   if (provider.needs == Provider::Needs::key) {

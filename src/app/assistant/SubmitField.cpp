@@ -22,10 +22,10 @@ SubmitField::SubmitField(int minLines, int maxLines, QWidget* parent)
   fitHeight();
 }
 
-// The layout of a plain text counts its height in lines.
+// The layout of a plain text gives its height in lines.
 void SubmitField::fitHeight() {
   const auto lines = static_cast<int>(document()->documentLayout()->documentSize().height());
-  // Rounding could leave a bar beside a text that is all there.
+  // Rounding could leave a scroll bar beside a text that fits.
   setVerticalScrollBarPolicy(lines > m_maxLines ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
   const double shown = std::clamp(lines, m_minLines, m_maxLines) * fontMetrics().lineSpacing();
   const double around = 2 * (document()->documentMargin() + frameWidth());
