@@ -14,7 +14,7 @@ namespace quilmora {
 
 namespace {
 
-// The keypad's keys are like the others.
+// The keypad's keys are treated like the others.
 QKeySequence sequenceOf(const QKeyEvent& event) {
   return QKeySequence(QKeyCombination(event.modifiers() & ~Qt::KeypadModifier, static_cast<Qt::Key>(event.key())));
 }
@@ -46,7 +46,7 @@ void CommandActions::addAction(const Command& command) {
   action->setMenuRole(QAction::NoRole);
   action->setCheckable(command.isOn != nullptr);
   connect(action, &QAction::triggered, this, [this, &command] { trigger(command); });
-  // Their keys work without the menus too, while the menu bar is away.
+  // Their keys work even while the menu bar is hidden.
   m_window->addAction(action);
   m_actions.emplace(command.id, action);
   for (const QKeySequence& sequence : command.allKeys()) m_keys.push_back({sequence, &command});
@@ -100,7 +100,7 @@ bool CommandActions::pressPassedOnKey(const QKeyEvent& event) {
   return true;
 }
 
-// Toolkits give fields keys of their own that menu entries have here too, such as Ctrl+E for the end of the line.
+// Toolkits give fields keys that are menu entries here, such as Ctrl+E for the end of the line.
 bool CommandActions::eventFilter(QObject* watched, QEvent* event) {
   if (watched != m_context.textField) return false;
   const bool isAsked = event->type() == QEvent::ShortcutOverride;
@@ -109,11 +109,11 @@ bool CommandActions::eventFilter(QObject* watched, QEvent* event) {
   const Command* command = commandOfKey(key, false);
   if (command == nullptr) return false;
   if (!worksOnText(*command, *m_context.textField)) {
-    // A key press comes only where the entry cannot be chosen now: then it does nothing at all.
+    // A key press arrives only if the entry is disabled: then it does nothing at all.
     event->setAccepted(!isAsked);
     return true;
   }
-  // The field knows the key that is shown, and may not know the others.
+  // The field knows the key that is shown, but may not know the others.
   if (command->keySequence() == sequenceOf(key)) return false;
   if (!isAsked) QMetaObject::invokeMethod(m_context.textField, command->textSlot);
   event->accept();
@@ -140,7 +140,7 @@ void CommandActions::trigger(const Command& command) {
     m_notifications.post(*command.notification, command.object);
   else
     command.call(m_context, command.object);
-  // Choosing an entry flips its mark, which tells the state alone.
+  // Triggering an entry toggles its check mark, which must show only the state.
   if (guard) refresh();
 }
 

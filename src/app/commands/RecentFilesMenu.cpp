@@ -12,7 +12,7 @@ RecentFilesMenu::RecentFilesMenu(const QString& title, RecentFiles& files, Notif
                                  QWidget* parent)
     : QMenu(title, parent), m_files(files), m_notifications(notifications) {
   setToolTipsVisible(true);
-  // Queued, because the list changes while one of its own entries is being chosen.
+  // Queued, because the list changes while one of its own entries is being triggered.
   connect(&files, &RecentFiles::urlsChanged, this, &RecentFilesMenu::rebuild, Qt::QueuedConnection);
   rebuild();
 }
