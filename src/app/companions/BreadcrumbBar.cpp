@@ -77,7 +77,7 @@ void BreadcrumbBar::refresh() {
   update();
 }
 
-// The rest goes on in refresh(), which follows every change of the selection.
+// The rest happens in refresh(), which follows every change of the selection.
 void BreadcrumbBar::choose(const QUuid& id) {
   m_editor.selectNode(id, false);
   m_editor.centerOn(id, 0.0, 0.0, true);

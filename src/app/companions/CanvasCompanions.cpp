@@ -20,11 +20,11 @@ namespace quilmora {
 namespace {
 
 constexpr int settleMilliseconds = 200;
-// Longer than the view pauses between two steps of what moves it.
+// Longer than the pauses between two steps of a moving view.
 constexpr int restMilliseconds = 200;
-// Most topics lie within this box around their position at zoom 1.
+// Most topics are within this box around their position at zoom 1.
 constexpr QSizeF usualTopic(220, 60);
-// Below this the path takes the whole width and other cards make way.
+// Below this the path takes the whole width and other cards move away.
 constexpr int leastPathWidth = 120;
 
 }  // namespace
@@ -55,7 +55,7 @@ CanvasCompanions::CanvasCompanions(const Look& look, EditorNavigation& editor, S
     place();
   });
   connect(m_breadcrumbs, &Card::placementWanted, this, &CanvasCompanions::choosePathCorner);
-  // The card itself heard of it before and holds its new content.
+  // The card itself was notified first and has its new content.
   connect(&editor, &EditorNavigation::quickLookNodeIDChanged, this, &CanvasCompanions::chooseQuickLookCorner);
   for (const auto signal : {&EditorNavigation::selectedNodeIDsChanged, &EditorNavigation::canvasOffsetChanged,
                             &EditorNavigation::canvasZoomChanged})
@@ -139,7 +139,7 @@ void CanvasCompanions::settle(Card& card) {
   glide(card);
 }
 
-// To the place that the card has now.
+// To the card's current place.
 void CanvasCompanions::glide(Card& card) {
   m_animation->stop();
   m_settling = nullptr;
@@ -178,7 +178,7 @@ CardAnchor CanvasCompanions::cornerBeside(const QRectF& topic, const Card* card,
   return *corners.begin();
 }
 
-// The corner that the user chose, unless the card would cover there what it tells about.
+// The corner that the user chose, unless the card would cover the topic it describes.
 void CanvasCompanions::chooseQuickLookCorner() {
   m_quickLookCorner = m_quickLookHome;
   if (!m_quickLook->isShown()) return;
@@ -188,13 +188,13 @@ void CanvasCompanions::chooseQuickLookCorner() {
   place();
 }
 
-// Away from the mini-map, so that neither jumps when the other comes or goes.
+// Away from the mini-map, so that neither jumps when the other appears or disappears.
 CardAnchor CanvasCompanions::pathHome() const {
   if (m_pathHome) return *m_pathHome;
   return m_miniMapCorner == CardAnchor::bottomLeft ? CardAnchor::bottomRight : CardAnchor::bottomLeft;
 }
 
-// The path appears as a topic is selected, so it must not appear on that topic.
+// The path appears when a topic is selected, and must not cover that topic.
 void CanvasCompanions::choosePathCorner() {
   m_pathCorner = pathHome();
   if (!m_breadcrumbs->isShown()) return;
@@ -204,7 +204,7 @@ void CanvasCompanions::choosePathCorner() {
   place();
 }
 
-// The view may move to show the topic first.
+// The view may first move to show the topic.
 void CanvasCompanions::chooseMiniMapCornerSoon() {
   m_scheduler.cancel(std::exchange(m_miniMapTask, 0));
   if (m_editor.selectedNodeIDs().empty() && m_miniMapCorner == m_miniMapHome) return;
@@ -214,8 +214,8 @@ void CanvasCompanions::chooseMiniMapCornerSoon() {
   });
 }
 
-// Stays where it is if it covers nothing there, but comes home when nothing is selected. Never leaves a hand that is
-// on it.
+// Stays where it is if it covers nothing there, but returns home when nothing is selected. Never moves away from under
+// the pointer.
 void CanvasCompanions::chooseMiniMapCorner() {
   if (!m_miniMap->isShown() || m_miniMap->isDragged() || m_miniMap->underMouse() || m_settling == m_miniMap) return;
   const CardAnchor before = m_miniMapCorner;

@@ -19,7 +19,7 @@ constexpr QSizeF gripSize(28, 4);
 
 }  // namespace
 
-// Lies below its card and lets every event through, so that the card's own rectangle is all that takes the pointer.
+// Is below its card and ignores all events, so that only the card's own rectangle takes the pointer.
 class Card::Shadow final : public QWidget {
  public:
   Shadow(const Look& look, QWidget* canvas) : QWidget(canvas), m_look(look) {

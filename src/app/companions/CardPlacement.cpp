@@ -43,7 +43,7 @@ std::vector<QRect> placeCards(QSize canvas, const std::vector<CardRequest>& card
     const auto isInTheWay = [&rect](const QRect& other) {
       return other.marginsAdded({cardGap, cardGap, cardGap, cardGap}).intersects(rect);
     };
-    // Each step moves it on in one direction, so every earlier card is passed at most once.
+    // Each step moves it further in one direction, so every earlier card is passed at most once.
     for (auto other = placed.begin(); (other = std::ranges::find_if(placed, isInTheWay)) != placed.end();) {
       if (isAtBottom(card.anchor))
         rect.moveTop(other->y() - cardGap - rect.height());

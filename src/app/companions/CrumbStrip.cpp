@@ -86,7 +86,7 @@ class CrumbStrip::Crumb final : public QAbstractButton {
   bool m_isLast;
 };
 
-// Lets the ends of the strip fade where the path goes on.
+// Fades out the ends of the strip where the path continues.
 class CrumbStrip::Fades final : public QWidget {
  public:
   Fades(const Look& look, CrumbStrip* strip) : QWidget(strip), m_look(look), m_strip(strip) {
@@ -141,7 +141,7 @@ void CrumbStrip::setPath(std::size_t count, std::function<QString(std::size_t)> 
 
 void CrumbStrip::clear() {
   for (const Item& item : m_items) {
-    // It may be the one whose click brought us here.
+    // It may be the one whose click led here.
     item.crumb->hide();
     item.crumb->deleteLater();
   }

@@ -16,7 +16,7 @@ namespace {
 constexpr double ringWidth = 2.5;
 constexpr int fullCircle = 360 * 16;
 constexpr int topOfCircle = 90 * 16;
-// Of the ring as long as nothing is known.
+// Of the ring while the progress is unknown.
 constexpr double restingShare = 0.25;
 
 }  // namespace

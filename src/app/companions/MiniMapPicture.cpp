@@ -10,10 +10,10 @@ namespace {
 
 constexpr double edgeWidth = 0.5;
 constexpr double topicRadius = 2.0;
-// Dots shrink where they would cover more than this share of the overview, but not below this radius.
+// Dots shrink if they would cover more than this share of the overview, but not below this radius.
 constexpr double maxDotShare = 0.3;
 constexpr double minTopicRadius = 0.6;
-// To look at an edge or topic and leave it out costs about a twentieth of drawing it.
+// Examining an edge or topic and leaving it out costs about a twentieth of drawing it.
 constexpr std::size_t seenPerDrawn = 20;
 
 }  // namespace

@@ -22,7 +22,7 @@ constexpr int stripHeight = 14;
 constexpr QSize foldButtonSize(18, 12);
 constexpr QSize foldButtonIcon(8, 8);
 constexpr double groundOpacity = 0.85;
-// Topics and edges that are drawn in one go, which takes a few milliseconds at most.
+// How many topics and edges are drawn at a time, which takes a few milliseconds at most.
 constexpr std::size_t countAtOnce = 1200;
 constexpr auto quietTime = 150ms;
 constexpr auto pause = 4ms;
@@ -92,7 +92,7 @@ void MiniMapView::setFolded(bool folded) {
     mapChanged();
 }
 
-// The canvas is what the overview shows, so its ground and its blue are those of the canvas.
+// The overview shows the canvas, so it uses the canvas's background and blue.
 QColor MiniMapView::ink() const {
   return CanvasColors::onBackground(colorFromHex(m_editor.mindMap().canvas.background)).selection;
 }
@@ -142,7 +142,7 @@ void MiniMapView::begin() {
 }
 
 void MiniMapView::advance() {
-  // Another change started the count anew.
+  // Another change has restarted the drawing.
   if (!m_growing || m_growingGeneration != m_editor.treeGeneration()) return;
   if (m_growing->advance(m_editor.mapIndex(), countAtOnce)) {
     m_picture = std::move(m_growing);

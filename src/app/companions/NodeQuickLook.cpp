@@ -26,9 +26,9 @@ constexpr int badgeSymbol = 10;
 constexpr int badgePadding = 3;
 constexpr int metricSymbol = 12;
 constexpr int notesMaxHeight = 220;
-// Longer texts fill the room for notes however they wrap.
+// Longer texts fill the space for notes however they wrap.
 constexpr int measuredNotes = 4'000;
-// More than a quick look shows; a paragraph of a million letters would take minutes to lay out.
+// More than a quick look can show; a paragraph of a million letters would take minutes to lay out.
 constexpr int longestNotes = 10'000;
 // Words beyond this may be broken.
 constexpr int longestWord = 24;
@@ -190,13 +190,13 @@ QSize NodeQuickLook::wantedSize(QSize room) {
   return QSize(width, layout()->totalHeightForWidth(width)).boundedTo(room);
 }
 
-// Keys for which the notes had no use. Among them are some that would change the map.
+// Keys that the notes did not use. Some of them would change the map.
 void NodeQuickLook::keyPressEvent(QKeyEvent* event) {
   event->accept();
   if (event->key() == Qt::Key_Escape) m_editor.escape();
 }
 
-// The canvas does not move where the notes end.
+// The canvas does not scroll when the notes reach their end.
 void NodeQuickLook::wheelEvent(QWheelEvent* event) {
   event->accept();
 }

@@ -49,7 +49,7 @@ SearchBar::SearchBar(const Look& look, EditorNavigation& editor, QWidget* canvas
   setFocusPolicy(Qt::ClickFocus);
   setFocusProxy(m_field);
   m_field->setClearButtonEnabled(true);
-  // Opaque, so that a blinking cursor does not have the canvas repainted below it.
+  // Opaque, so that a blinking cursor does not repaint the canvas below it.
   m_field->setBackgroundRole(QPalette::Base);
   m_field->setAutoFillBackground(true);
   m_count->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -99,7 +99,7 @@ void SearchBar::followSearching() {
     m_field->selectAll();
     return;
   }
-  // Before the bar hides: the toolkit would give the keyboard to whatever comes next.
+  // Before the bar is hidden: otherwise the toolkit would give the keyboard to whatever comes next.
   const QWidget* owner = window()->focusWidget();
   const bool isBeforeThere = m_before && m_before->isVisible() && m_before->isEnabled() &&
                              m_before->focusPolicy() != Qt::NoFocus && !isAncestorOf(m_before);
