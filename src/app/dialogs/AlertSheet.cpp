@@ -111,7 +111,7 @@ void AlertSheet::addAnswer(const Question::Answer& answer) {
   }
   connect(button, &QPushButton::clicked, this, [this, chosen = answer.chosen] { settle(chosen); });
   m_buttons->insertWidget(m_buttons->count() - 1, button);
-  // Tab goes by the order in which they came.
+  // Tab follows the order of creation.
   m_close->raise();
   m_close->setText(tr("&Cancel"));
 }
@@ -121,7 +121,7 @@ void AlertSheet::open() {
   m_first->setFocus(Qt::ShortcutFocusReason);
 }
 
-// The answer comes last: it may ask the next question, or end the program.
+// The answer runs last: it may ask the next question, or quit the program.
 void AlertSheet::settle(const std::function<void()>& chosen) {
   const std::function<void()> answer = chosen;
   finish();

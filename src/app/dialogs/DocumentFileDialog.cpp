@@ -76,7 +76,7 @@ DocumentFileDialog::DocumentFileDialog(const Look& look, SymbolFileIcons& icons,
   setFileMode(ExistingFile);
   setWindowTitle(request.content == FilePanels::Content::imports ? tr("Import") : tr("Open"));
   prepare(icons, request.extensions, request.content);
-  // Going into a package is choosing it.
+  // Entering a package means choosing it.
   connect(this, &QFileDialog::directoryEntered, this, [this](const QString& folder) {
     if (isPackage(folder)) choose(folder);
   });
@@ -84,8 +84,8 @@ DocumentFileDialog::DocumentFileDialog(const Look& look, SymbolFileIcons& icons,
 
 namespace {
 
-// The toolkit would write the folders that were visited into a settings file of its own, which nobody asked it to.
-// Below a device nothing can be kept.
+// The toolkit would write the visited folders into a settings file of its own, which nobody wants. Below a device
+// nothing can be stored.
 void keepNoVisitedFolders() {
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("/dev/null"));
 }
@@ -154,7 +154,7 @@ void DocumentFileDialog::accept() {
 }
 
 void DocumentFileDialog::chooseToWrite(const QString& path) {
-  // The file that will be written may have another extension than the name that was typed.
+  // The file that will be written may have an extension other than the typed one.
   const bool isDocument = m_extensions.contains(QStringLiteral("mindmap"));
   const QFileInfo target(isDocument ? withDocumentExtension(path) : withExtension(path, m_extensions.constFirst()));
   if (!target.exists()) {

@@ -9,7 +9,7 @@ namespace quilmora {
 
 namespace {
 
-// The window may go while the dialog is open, and takes it along.
+// The window may be destroyed while the dialog is open, and the dialog with it.
 std::optional<QString> ask(const QPointer<DocumentFileDialog>& dialog) {
   const bool isAccepted = dialog->exec() == QDialog::Accepted && dialog != nullptr;
   const std::optional<QString> path = isAccepted ? std::optional(dialog->chosenPath()) : std::nullopt;

@@ -53,7 +53,7 @@ Sheet::Sheet(const Look& look, QWidget* window)
   window->installEventFilter(this);
 }
 
-// The keyboard leaves a sheet that goes with its window when there is no sheet any more to hear of it.
+// When a sheet is destroyed with its window, the keyboard leaves it after its own part is gone.
 Sheet::~Sheet() {
   disconnect(qApp, nullptr, this, nullptr);
 }
@@ -135,14 +135,14 @@ bool Sheet::focusNextPrevChild(bool next) {
   return true;
 }
 
-// What else takes the keyboard in this window gives it back.
+// Anything else in this window that takes the keyboard gives it back.
 void Sheet::keepFocus(const QWidget* now) {
   if (!m_isOpen || now == nullptr || now->window() != window() || now == this || isAncestorOf(now)) return;
   if (topmost() == this) stepFocus(0, Qt::OtherFocusReason);
 }
 
 bool Sheet::event(QEvent* event) {
-  // No entry of a menu acts while the sheet is open.
+  // No menu entry acts while the sheet is open.
   if (event->type() == QEvent::ShortcutOverride) {
     event->accept();
     return true;
