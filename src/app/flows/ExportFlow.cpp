@@ -18,7 +18,7 @@ namespace quilmora {
 
 namespace {
 
-// The share of an export that is worth a repaint.
+// The smallest progress worth a repaint.
 constexpr double leastProgress = 0.005;
 
 }  // namespace
@@ -40,7 +40,7 @@ QString ExportFlow::startFolder() const {
 void ExportFlow::start(const QString& formatText) {
   const ExportFormat format = requestedExportFormat(formatText);
   const QString extension = rawValue(format);
-  // The program may end while the panel is open.
+  // The program may end while the dialog is open.
   const QPointer<ExportFlow> guard(this);
   const std::optional<QString> chosen =
       m_services.panels.askSavePath({startFolder(), exportFileName(m_editor.mindMap().title, extension), extension});
@@ -64,7 +64,7 @@ void ExportFlow::announce(ExportFormat format) {
   Q_EMIT exportProgressMessageChanged();
 }
 
-// On the next turn of the main loop, so that the overlay is drawn before the thread is taken up.
+// On the next turn of the main loop, so that the overlay is drawn before the thread is blocked.
 void ExportFlow::queueNext() {
   m_task = m_services.scheduler.after(std::chrono::milliseconds(0), [this] { runNext(); });
 }

@@ -18,7 +18,7 @@ ImportFlow::ImportFlow(DocumentSession& session, FilePanels& panels, const Clock
 void ImportFlow::run() {
   const QPointer<ImportFlow> guard(this);
   const auto chosen = m_panels.askOpenPath({importedExtensions(), false, FilePanels::Content::imports});
-  // While the panel is open the program may end.
+  // The program may end while the dialog is open.
   if (guard && chosen) importFrom(absolutePath(*chosen));
 }
 
