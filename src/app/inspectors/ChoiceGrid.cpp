@@ -115,7 +115,7 @@ bool ChoiceGrid::walk(QAbstractButton& from, int key) {
     default:
       return false;
   }
-  // At the edge the key is used up without a move.
+  // At the edge the key is consumed without a move.
   if (next < 0 || next >= count || next == place) return true;
   QAbstractButton* button = m_buttons[static_cast<std::size_t>(next)];
   setEntry(button);

@@ -18,7 +18,7 @@ QString tooLongText() {
   return CopyField::tr("This text is too long to be edited here.");
 }
 
-// Laying a paragraph out takes time that grows with the square of its longest word.
+// Laying out a paragraph takes time that grows with the square of its longest word.
 bool canBeLaidOut(const QString& text) {
   if (text.size() > CopyNotes::longest) return false;
   int paragraph = 0;
@@ -31,7 +31,7 @@ bool canBeLaidOut(const QString& text) {
   return true;
 }
 
-// Unlike the toolkit's own plain text it keeps blanks that do not break.
+// Unlike the toolkit's own plain text, it keeps no-break spaces.
 QString textOf(const QTextDocument& document) {
   QString text = document.toRawText();
   for (QChar& letter : text)
@@ -53,7 +53,7 @@ void CopyField::load(const QString& text) {
   m_copy = fits ? text : text.left(longest);
   const QSignalBlocker blocker(this);
   plain::setText(*this, m_copy);
-  // The toolkit may keep less of the text than it was given; that is no change by hand.
+  // The toolkit may keep less of the text than it was given; that is not an edit by the user.
   m_copy = this->text();
   setCursorPosition(0);
   setReadOnly(!fits);
@@ -95,7 +95,7 @@ void CopyNotes::load(const QString& text) {
   m_scheduler.cancel(std::exchange(m_pause, 0));
   m_copy = text;
   const bool fits = canBeLaidOut(text);
-  // Nothing that happens to the text now is a change by hand.
+  // Nothing that happens to the text now is an edit by the user.
   setReadOnly(true);
   setPlainText(fits ? text : plain::text(text, longestWord));
   document()->setModified(false);

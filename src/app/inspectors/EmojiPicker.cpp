@@ -29,7 +29,7 @@ constexpr int fieldWidth = 44;
 constexpr int fieldMargins = 14;
 constexpr int longestPaste = 200;
 
-// Before it a text is made of letters, digits and marks, which are typed one by one.
+// A text below this consists of letters, digits and marks, which are typed one by one.
 constexpr char32_t firstPicture = 0x2100;
 
 bool isPicture(const QString& character) {
@@ -164,7 +164,7 @@ void EmojiPicker::choose(const QString& emoji) {
   close();
 }
 
-// What is pasted, or comes whole from an input method, is meant as it is; letters may be the begin of something.
+// A text that is pasted, or comes complete from an input method, is used as it is; letters may be only the beginning.
 void EmojiPicker::textWasTyped(const QString& text) {
   if (const QString character = firstCharacter(text); isPicture(character)) choose(character);
 }
@@ -177,7 +177,7 @@ void EmojiPicker::paintEvent(QPaintEvent*) {
 }
 
 void EmojiPicker::resizeEvent(QResizeEvent*) {
-  // Less round than the border, whose soft edge it would cut.
+  // Less round than the border, whose soft edge it would clip.
   constexpr int radius = metrics::cardRadius - 2;
   QPainterPath path;
   path.addRoundedRect(QRectF(rect()), radius, radius);

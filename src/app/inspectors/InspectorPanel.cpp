@@ -18,7 +18,7 @@ namespace {
 
 using Kind = InspectorSubject::Kind;
 
-// Keys that would change the map or the selection; the controls have used those that they know.
+// Keys that would change the map or the selection; the controls have already used the ones they know.
 bool wouldEdit(const QKeyEvent& event) {
   const Qt::KeyboardModifiers modifiers = event.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier);
   if (modifiers != Qt::NoModifier) return false;
@@ -46,7 +46,7 @@ InspectorPanel::InspectorPanel(const InspectorContext& context, QWidget* parent)
       m_holder(new QWidget) {
   setFixedWidth(metrics::inspectorWidth);
   setAccessibleName(tr("Inspector"));
-  // In line with the tabs on the other side.
+  // Aligned with the tabs on the other side.
   auto* head = new Ground(context.look, &Tokens::panel, Qt::LeftEdge | Qt::BottomEdge, this);
   head->setFixedHeight(metrics::sidebarTabBarHeight);
   auto* headRow = new QHBoxLayout(head);
@@ -54,7 +54,7 @@ InspectorPanel::InspectorPanel(const InspectorContext& context, QWidget* parent)
   headRow->addWidget(new TextLabel(context.look, tr("Inspector"), &Tokens::text,
                                    context.look.font(Look::TextStyle::panelTitle), TextLabel::Overflow::elides, head));
 
-  // As wide with a scroll bar as without.
+  // The same width with and without a scroll bar.
   m_holder->setFixedWidth(metrics::inspectorWidth - 2 * metrics::panelPadding);
   auto* forms = new QVBoxLayout(m_holder);
   forms->setContentsMargins(0, metrics::gapLarge, 0, metrics::panelPadding);
@@ -107,7 +107,7 @@ InspectorSubject InspectorPanel::findSubject() {
   return {};
 }
 
-// Once after the events at hand, however many properties they assign.
+// Once after the pending events, however many properties they assign.
 void InspectorPanel::refreshSoon() {
   if (!isVisible() || std::exchange(m_isRefreshPending, true)) return;
   QMetaObject::invokeMethod(
@@ -155,7 +155,7 @@ void InspectorPanel::refresh() {
 
 void InspectorPanel::showOnly(Inspector& inspector) {
   if (m_shown != nullptr) {
-    // Before it hides: the toolkit would give the keyboard to whatever comes next.
+    // Before it is hidden: otherwise the toolkit would give the keyboard to whatever comes next.
     if (m_shown->isAncestorOf(window()->focusWidget())) Q_EMIT keyboardReleased();
     m_shown->hide();
   }

@@ -28,7 +28,7 @@ QStringList shapeNames() {
           QStringLiteral("Ellipse")};
 }
 
-// Behind "No Badge", in the order of Badge.
+// After "No Badge", in the order of Badge.
 QStringList badgeNames() {
   return {QStringLiteral("No Badge"),    QStringLiteral("P1 - Critical"), QStringLiteral("P2 - High"),
           QStringLiteral("P3 - Medium"), QStringLiteral("Done"),          QStringLiteral("In Progress"),
@@ -173,7 +173,7 @@ ColorWell* NodeInspector::colorWell(const QString& name, QString NodeStyle::*col
   auto* well = new ColorWell(look(), name, this);
   connect(well, &ColorWell::colorChosen, this, [this, color](const QColor& chosen) {
     const auto node = present();
-    // A text that is no plain colour stays as it is until another colour is chosen.
+    // A text that is not a plain colour stays as it is until another colour is chosen.
     if (node && colorFromHex(node->style.*color) != chosen)
       changeStyle([&](NodeStyle& style) { style.*color = hexFromColor(chosen); });
   });

@@ -12,7 +12,7 @@ namespace quilmora {
 
 namespace {
 
-// Room for a letter or two and the dots.
+// Room for a letter or two and the ellipsis.
 constexpr int leastText = 40;
 constexpr int fewestLetters = 6;
 

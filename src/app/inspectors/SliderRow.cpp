@@ -15,7 +15,7 @@ namespace quilmora {
 
 namespace {
 
-// Tells the real number instead of the count of steps.
+// Reports the real number instead of the number of steps.
 class SliderInterface final : public QAccessibleWidget, public QAccessibleValueInterface {
  public:
   explicit SliderInterface(StepSlider* slider) : QAccessibleWidget(slider, QAccessible::Slider) {}
