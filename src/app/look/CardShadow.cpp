@@ -55,7 +55,7 @@ QPixmap cardShadow(QSize cardSize, const QColor& color, qreal devicePixelRatio, 
     painter.setCompositionMode(QPainter::CompositionMode_Clear);
     painter.setPen(Qt::NoPen);
     painter.setBrush(Qt::black);
-    // Half a pixel smaller, so that no light seam shows at the card's edge.
+    // Half a pixel smaller, so that there is no light seam at the card's edge.
     const QRectF card(margins.left(), margins.top(), cardSize.width(), cardSize.height());
     painter.drawRoundedRect(card.adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
   }

@@ -16,11 +16,11 @@ namespace quilmora {
 
 namespace {
 
-// Of the desktop around a window: its title and edges, before it is known how wide they are.
+// Reserved for the desktop's window frame: its title and edges, before their size is known.
 constexpr QSize frameRoom(16, 48);
 constexpr int numberWidth = 60;
 
-// As a page of another dialog, to which it leaves Escape and Return.
+// Embedded as a page of another dialog, to which it leaves Escape and Return.
 class ColorPage final : public QColorDialog {
  protected:
   void keyPressEvent(QKeyEvent* event) override { event->ignore(); }
@@ -44,7 +44,7 @@ ColorDialog::ColorDialog(const QString& title, const QColor& color, bool hasOpac
   m_colors->setOptions(QColorDialog::NoButtons | QColorDialog::DontUseNativeDialog);
   m_colors->setOption(QColorDialog::ShowAlphaChannel, hasOpacity);
   m_colors->setCurrentColor(color);
-  // Our arrows take more room than those that its page was laid out for.
+  // Our arrows take more space than those that its page was laid out for.
   for (QSpinBox* number : m_colors->findChildren<QSpinBox*>()) number->setMinimumWidth(numberWidth);
   connect(m_colors, &QColorDialog::currentColorChanged, this, &ColorDialog::colorChanged);
 

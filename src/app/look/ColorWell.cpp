@@ -20,7 +20,7 @@ constexpr QSize swatchSize(36, 22);
 constexpr int ringRoom = 3;
 constexpr double disabledOpacity = 0.4;
 
-// What a translucent colour is seen against.
+// The background behind a translucent colour.
 void fillCheckered(QPainter& painter, const QRectF& rect) {
   constexpr double cell = 5.5;
   painter.fillRect(rect, Qt::white);
@@ -30,7 +30,7 @@ void fillCheckered(QPainter& painter, const QRectF& rect) {
                        QColor(0xCC, 0xCC, 0xCC));
 }
 
-// A button that has a value.
+// A button with a value.
 class ColorWellInterface final : public QAccessibleWidget {
  public:
   explicit ColorWellInterface(ColorWell* well) : QAccessibleWidget(well, QAccessible::Button) {}
@@ -69,7 +69,7 @@ ColorWell::ColorWell(const Look& look, const QString& name, QWidget* parent, Opa
   connect(&look, &Look::changed, this, [this] { update(); });
 }
 
-// The dialog belongs to the window: a well that goes must not take it along in the middle of its own event.
+// The dialog belongs to the window: destroying a well must not destroy the dialog in the middle of its own event.
 ColorWell::~ColorWell() {
   if (m_dialog == nullptr) return;
   m_dialog->disconnect(this);

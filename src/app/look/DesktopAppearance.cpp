@@ -17,7 +17,7 @@ const QString colorSchemeKey = QStringLiteral("color-scheme");
 const QString interfaceGroup = QStringLiteral("org.gnome.desktop.interface");
 const QString animationsKey = QStringLiteral("enable-animations");
 
-// The portal is part of every running desktop; one that must first be started is not waited for.
+// The portal is part of every running desktop; one that must first be started is not worth the wait.
 constexpr int portalTimeoutMilliseconds = 150;
 
 QVariant unwrapped(QVariant value) {
@@ -41,7 +41,7 @@ bool isStill(const QVariant& animations) {
   return animations.isValid() && !animations.toBool();
 }
 
-// Invalid where there is no such setting, or no portal.
+// Invalid if there is no such setting, or no portal.
 QVariant askPortal(const QString& group, const QString& key) {
   QDBusMessage call =
       QDBusMessage::createMethodCall(portalService, portalPath, portalInterface, QStringLiteral("Read"));
@@ -56,7 +56,7 @@ QVariant askPortal(const QString& group, const QString& key) {
 SystemDesktopAppearance::SystemDesktopAppearance() {
   const QPalette palette = QGuiApplication::palette();
   m_paletteIsDark = palette.color(QPalette::Window).lightnessF() < palette.color(QPalette::WindowText).lightnessF();
-  // The toolkit's stand-in for a desktop without a font of its own.
+  // The toolkit's default for a desktop without a font of its own.
   const QFont font = QGuiApplication::font();
   if (font.family() != QLatin1String("Sans Serif") && font.family() != QLatin1String("Sans")) m_interfaceFont = font;
 

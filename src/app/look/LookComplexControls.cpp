@@ -37,7 +37,7 @@ void LookStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
       return;
     case CC_ToolButton:
       if (const auto* button = qstyleoption_cast<const QStyleOptionToolButton*>(option)) {
-        // The panel shows the focus itself, and an icon tells its menu without a corner arrow.
+        // The panel shows the focus itself, and an icon needs no corner arrow for its menu.
         QStyleOptionToolButton copy = *button;
         proxy()->drawPrimitive(PE_PanelButtonTool, &copy, painter, widget);
         copy.state.setFlag(State_Sunken, false);
@@ -55,7 +55,7 @@ QRect LookStyle::subControlRect(ComplexControl control, const QStyleOptionComple
   const QRect rect = option->rect;
   const auto placed = [&](const QRect& logical) { return visualRect(option->direction, rect, logical); };
   if (control == CC_ScrollBar) {
-    // A thumb in a bare track: no arrow buttons.
+    // Only a thumb in its track: no arrow buttons.
     if (part == SC_ScrollBarAddLine || part == SC_ScrollBarSubLine) return {};
     const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
     if (bar == nullptr) return rect;
@@ -92,7 +92,7 @@ QRect LookStyle::subControlRect(ComplexControl control, const QStyleOptionComple
     }
     if (part == SC_ComboBoxEditField) {
       const auto* combo = qstyleoption_cast<const QStyleOptionComboBox*>(option);
-      // A field inside brings a margin of its own.
+      // A field inside has its own margin.
       const int margin = combo != nullptr && combo->editable ? 2 : metrics::gap;
       return placed(rect.adjusted(margin, 1, -comboArrowColumn, -1));
     }

@@ -11,7 +11,7 @@ namespace {
 constexpr int menuItemPadding = 12;
 constexpr int menuCheckColumn = 20;
 
-// The option does not name its entry, but tells where it stands.
+// The option does not name its entry, but gives its place.
 bool isDestructive(const QWidget* widget, const QRect& place) {
   const auto* menu = qobject_cast<const QMenu*>(widget);
   const QAction* entry = menu ? menu->actionAt(place.center()) : nullptr;
@@ -100,7 +100,7 @@ void LookStyle::drawControl(ControlElement element, const QStyleOption* option, 
       return;
     case CE_ItemViewItem:
       if (const auto* item = qstyleoption_cast<const QStyleOptionViewItem*>(option)) {
-        // Rows are marked by a tint under them, so that their text keeps its colour.
+        // Rows are marked by a tint below them, so that their text keeps its colour.
         QStyleOptionViewItem copy = *item;
         copy.palette.setColor(QPalette::HighlightedText, item->palette.color(QPalette::Text));
         copy.showDecorationSelected = true;
@@ -122,7 +122,7 @@ void LookStyle::drawPushButtonLabel(const QStyleOption& option, QPainter& painte
   const bool destructive = enabled && widget != nullptr && widget->property("destructive").toBool();
   QStyleOptionButton copy = *button;
   if (primary) {
-    // The danger of the dark table is a light colour, which dark text reads on.
+    // In the dark table, danger is a light colour, on which dark text is readable.
     const QColor text = destructive && tokens.isDark ? tokens.window : tokens.onAccent;
     copy.palette = withRole(copy.palette, QPalette::ButtonText, text);
   } else if (destructive) {

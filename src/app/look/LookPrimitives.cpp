@@ -128,7 +128,7 @@ void LookStyle::drawPushButtonPanel(const QStyleOption& option, QPainter& painte
   QRectF rect = option.rect;
   const bool focused = showsKeyboardFocus(option);
   if (primary) {
-    // A ring of the button's own colour only shows with a gap.
+    // A ring in the button's own colour is visible only with a gap.
     if (focused) {
       paint::drawBorder(painter, rect, metrics::controlRadius, tokens.accent, metrics::focusRingWidth);
       rect.adjust(3, 3, -3, -3);
@@ -170,7 +170,7 @@ void LookStyle::drawField(const QStyleOption& option, QPainter& painter) const {
   const bool focused = option.state.testFlag(State_HasFocus);
   const QColor fill = enabled ? tokens.raised : tokens.panel;
   const QColor border = focused ? tokens.accent : isHovered(option) ? tokens.groove : tokens.hairline;
-  // A caret already says that a field has the focus; the wide ring is for those who came by the keyboard.
+  // A caret already shows that a field has the focus; the wide ring is for keyboard users.
   const double width = showsKeyboardFocus(option) ? metrics::focusRingWidth : 0;
   paint::fillBordered(painter, option.rect, metrics::controlRadius, fill, border, width);
 }
@@ -209,7 +209,7 @@ void LookStyle::drawRow(const QStyleOption& option, QPainter& painter) const {
   const bool rightToLeft = option.direction == Qt::RightToLeft;
   const bool begins = position != QStyleOptionViewItem::Middle && position != QStyleOptionViewItem::End;
   const bool ends = position != QStyleOptionViewItem::Middle && position != QStyleOptionViewItem::Beginning;
-  // The cells of one row make one shape: an inner end reaches out of its cell and is cut off there.
+  // The cells of one row form one shape: an inner end extends out of its cell and is clipped there.
   const int beyond = metrics::controlRadius;
   QRectF rect = QRectF(option.rect).adjusted(0, 1, 0, -1);
   const bool isLeftEnd = rightToLeft ? ends : begins;

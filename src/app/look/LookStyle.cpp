@@ -135,7 +135,7 @@ int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
   switch (metric) {
     case PM_DefaultFrameWidth:
       if (qobject_cast<const QMenu*>(widget)) return 0;
-      // So that the corners of what scrolls stay inside the round corners of the frame.
+      // So that the corners of scrolling content stay inside the frame's round corners.
       return qobject_cast<const QAbstractScrollArea*>(widget) ? 2 : 1;
     case PM_ButtonMargin:
       return 2 * metrics::gapMedium;
@@ -217,7 +217,7 @@ int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
 
 namespace {
 
-// Mnemonics show while Alt is held, and in menus also when the menu bar was reached by a key.
+// Mnemonics show while Alt is held, and in menus also if the menu bar was reached with a key.
 bool isUsedByKeyboard(const QWidget* widget) {
   if (QGuiApplication::keyboardModifiers().testFlag(Qt::AltModifier)) return true;
   const QWidget* bar = widget;

@@ -41,7 +41,8 @@ Tokens makeDark() {
   tokens.warning = QColor(0xFF, 0xB3, 0x40);
   tokens.success = QColor(0x4C, 0xD0, 0x7D);
   tokens.shadow = withOpacity(Qt::black, 0.45);
-  // White text on the dark accent would be too faint, so what carries text takes the deeper accent of the light table.
+  // White text on the dark table's accent would be too faint, so backgrounds of text use the darker accent of the light
+  // table.
   tokens.accentFill = lightTokens().accent;
   tokens.isDark = true;
   return tokens;

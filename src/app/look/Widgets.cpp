@@ -37,7 +37,7 @@ void Ground::paintEvent(QPaintEvent*) {
   for (const Qt::Edge edge : {Qt::TopEdge, Qt::LeftEdge, Qt::RightEdge, Qt::BottomEdge}) {
     if (m_hairlines.testFlag(edge)) paint::drawHairline(painter, rect(), edge, tokens.hairline);
   }
-  // It has the keyboard only where nothing on it takes it.
+  // It has the keyboard only if nothing on it takes it.
   if (hasFocus()) paint::drawBorder(painter, rect(), 0, tokens.accent, metrics::focusRingWidth);
 }
 
@@ -130,7 +130,7 @@ EmptyState::EmptyState(const Look& look, const QString& symbol, const QString& t
   column->setSpacing(metrics::gapMedium);
   column->addStretch(2);
   column->addWidget(new SymbolLabel(look, symbol, emptyStateSymbol, &Tokens::secondary, this), 0, Qt::AlignHCenter);
-  // In a row of its own the label is asked for its height at its own width; beside an alignment it would be asked at
+  // In a row of its own the label is asked for its height at its own width; next to an alignment it would be asked at
   // the panel's.
   auto* row = new QHBoxLayout;
   row->addStretch();
