@@ -22,9 +22,9 @@ constexpr int rowPadding = 9;
 constexpr int tileSymbol = 20;
 constexpr int tilePadding = 10;
 constexpr int dotSize = 7;
-constexpr int dotRoom = 16;  // what takes the pointer around a dot
+constexpr int dotRoom = 16;  // the clickable area around a dot
 
-// Keys on a ground of their own.
+// Keys on a background of their own.
 class KeyPill final : public QWidget {
  public:
   KeyPill(const Look& look, const QString& keys, QWidget* parent) : QWidget(parent), m_look(look), m_keys(keys) {

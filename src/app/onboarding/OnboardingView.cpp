@@ -27,7 +27,7 @@ constexpr int slideMilliseconds = 200;
 constexpr int slideWay = 48;
 constexpr std::size_t templatesInFirstRow = 3;
 
-// Where the pages show: as high as it was told, and less where the window has no room for that.
+// Where the pages show: as high as requested, or less if the window has no room for that.
 class Stage final : public QWidget {
  public:
   Stage(int height, QWidget* parent) : QWidget(parent), m_height(height) {}
@@ -38,7 +38,7 @@ class Stage final : public QWidget {
   int m_height;
 };
 
-// Moves below the keys of the sheet alone.
+// Scrolls only by the keys of the sheet.
 class PageArea final : public QScrollArea {
  public:
   PageArea(QWidget* page, QWidget* stage) : QScrollArea(stage) {
@@ -46,7 +46,7 @@ class PageArea final : public QScrollArea {
     setFocusPolicy(Qt::NoFocus);
     setWidgetResizable(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    // The ground of the panel, for the scroll bar too.
+    // The background of the panel, for the scroll bar too.
     viewport()->setBackgroundRole(QPalette::Base);
     setWidget(page);
     page->setAutoFillBackground(false);
@@ -105,7 +105,7 @@ void OnboardingView::buildFooter() {
   m_next->setProperty("primary", true);
   for (QPushButton* button : {m_skip, m_next}) {
     button->setAutoDefault(false);
-    // The dots stay in the middle when the buttons go.
+    // The dots stay in the middle when the buttons are hidden.
     QSizePolicy policy = button->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     button->setSizePolicy(policy);
@@ -234,7 +234,7 @@ void OnboardingView::placePage() {
   m_page->setGeometry(m_stage->rect().translated(slides ? m_slide->currentValue().toInt() : 0, 0));
 }
 
-// The buttons would take the arrows for a step between them.
+// The buttons would use the arrows to move between them.
 bool OnboardingView::eventFilter(QObject* watched, QEvent* event) {
   if (watched == m_stage && event->type() == QEvent::Resize) placePage();
   if ((watched == m_skip || watched == m_next) && event->type() == QEvent::KeyPress) {
@@ -247,7 +247,7 @@ bool OnboardingView::eventFilter(QObject* watched, QEvent* event) {
   return Sheet::eventFilter(watched, event);
 }
 
-// --- Leaving ---
+// --- Closing ---
 
 void OnboardingView::dismiss() {
   m_settings.setFlag(settings::onboardingShown, true);
@@ -259,7 +259,7 @@ void OnboardingView::dismissAndPost(Notification notification, const QString& ob
   m_notifications.post(notification, object.isNull() ? QVariant() : QVariant(object));
 }
 
-// A page that is higher than its place moves below the keys first.
+// A page that is higher than its area scrolls with these keys first.
 void OnboardingView::turn(int direction) {
   QScrollBar* bar = m_page->verticalScrollBar();
   const int before = bar->value();
