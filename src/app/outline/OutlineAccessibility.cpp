@@ -18,7 +18,7 @@ QString translated(const char* text) {
   return QCoreApplication::translate("Outline", text);
 }
 
-// One row, by its position at this moment.
+// One row, by its current index.
 class RowAccessible final : public QAccessibleInterface, public QAccessibleActionInterface {
  public:
   RowAccessible(OutlineList& list, int row) : m_list(&list), m_row(row) {}
@@ -110,7 +110,7 @@ class ListAccessible final : public QAccessibleWidget {
     forgetRows();
   }
 
-  // The rows, and behind them the field in which a topic is being renamed.
+  // The rows, followed by the field in which a topic is being renamed.
   int childCount() const override { return rowCount() + (m_list.renameField() != nullptr ? 1 : 0); }
   QAccessibleInterface* child(int position) const override {
     if (position < 0 || position >= childCount()) return nullptr;

@@ -8,7 +8,7 @@ OutlineFolds::Place OutlineFolds::find(Place above, const QUuid& id, std::uint32
   return found == m_numbers.end() ? none : found->second;
 }
 
-// With the places of all repetitions before it, so that one look tells whether a topic has any.
+// Adds the places of all earlier repetitions too, so that one lookup tells whether a topic has any.
 OutlineFolds::Place OutlineFolds::insert(Place above, const QUuid& id, std::uint32_t repetition) {
   m_places[above].hasPlacesBelow = true;
   Place last = none;

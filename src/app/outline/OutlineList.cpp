@@ -42,7 +42,7 @@ void OutlineList::followRows() {
 
 void OutlineList::keepInPlace(int first, int count) {
   const int top = verticalOffset();
-  const int hidden = std::max(0, (top + m_rowHeight - 1) / m_rowHeight - first);  // rows above the first whole one
+  const int hidden = std::max(0, (top + m_rowHeight - 1) / m_rowHeight - first);  // rows above the first complete one
   updateGeometries();
   if (hidden > 0) verticalScrollBar()->setValue(top + std::max(count, -hidden) * m_rowHeight);
   viewport()->update();
@@ -137,7 +137,7 @@ void OutlineList::reset() {
   QAbstractItemView::reset();
   updateGeometries();
   verticalScrollBar()->setValue(top);
-  // Where it stands several times, the row nearest to what was seen.
+  // If it occurs several times, the row nearest to what was visible.
   if (const auto row = m_model.findRow(id, top / m_rowHeight))
     selectionModel()->setCurrentIndex(m_model.index(*row), QItemSelectionModel::NoUpdate);
   verticalScrollBar()->setValue(top);
@@ -335,7 +335,7 @@ void OutlineList::keyPressEvent(QKeyEvent* event) {
   const QString text = event->text();
   const bool isLetter = (isPlain || held == Qt::ShiftModifier) && !text.isEmpty() && text.at(0).isPrint();
   const bool isSearching = m_searchTimer.isValid() && !m_searchTimer.hasExpired(QApplication::keyboardInputInterval());
-  // A space begins no word: it is the window's own key.
+  // A space starts no word: it is the window's own key.
   if (!isLetter || (text == QLatin1String(" ") && !isSearching)) return event->ignore();
   keyboardSearch(text);
   event->accept();
@@ -345,7 +345,7 @@ void OutlineList::keyboardSearch(const QString& search) {
   const bool goesOn = m_searchTimer.isValid() && !m_searchTimer.hasExpired(QApplication::keyboardInputInterval());
   m_searchTimer.start();
   m_search = goesOn ? m_search + search : search;
-  // The same letter again and again walks through all that begin with it.
+  // Repeating one letter walks through all titles that begin with it.
   const bool isOneLetter = m_search.count(m_search.at(0), Qt::CaseInsensitive) == m_search.size();
   const QString wanted = isOneLetter ? m_search.left(1) : m_search;
   const int start = currentIndex().isValid() ? currentIndex().row() + (isOneLetter ? 1 : 0) : 0;

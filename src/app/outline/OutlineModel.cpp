@@ -11,10 +11,10 @@ namespace quilmora {
 
 namespace {
 
-// A tree of any size that a person makes has all its rows at once; only what repeats without measure is cut.
+// Any tree that a person makes has all its rows at once; only rows that multiply without bound are cut.
 constexpr std::size_t firstPortion = 200'000;
 constexpr std::size_t mostRows = 4'000'000;
-// Beyond these it costs less to make the rows anew, or to tell that all may have changed.
+// Beyond these numbers it is cheaper to rebuild the rows, or to report that all may have changed.
 constexpr std::size_t mostPatches = 32;
 constexpr std::size_t mostBlocks = 64;
 constexpr qsizetype longestEmoji = 12;
@@ -79,7 +79,7 @@ bool OutlineModel::followStructure(const OutlineTree& before) {
 bool OutlineModel::patchBelow(std::optional<int> row) {
   const std::uint32_t depth = row ? this->row(*row).depth + 1 : 0;
   const int end = row ? endOfBranch(*row) : rowCount();
-  std::vector<int> places;  // of the rows right below
+  std::vector<int> places;  // of the rows directly below
   std::vector<std::uint32_t> old;
   for (int below = row ? *row + 1 : 0; below < end; ++below)
     if (this->row(below).depth == depth) {
@@ -101,7 +101,7 @@ bool OutlineModel::patchBelow(std::optional<int> row) {
   std::size_t head = 0;
   while (head < shorter && old[head] == now[head]) ++head;
   std::size_t tail = 0;
-  // Of a topic that stands here twice, each is folded for itself, and their order counts.
+  // If a topic occurs twice here, each row is folded independently, and their order counts.
   const bool countsOrder = m_folds.hasPlacesBelow(place) && (hasRepeated(old) || hasRepeated(now));
   while (!countsOrder && tail < shorter - head && old[old.size() - 1 - tail] == now[now.size() - 1 - tail]) ++tail;
 
@@ -134,7 +134,7 @@ void OutlineModel::tellTexts(const SharedArray<Node>& before, const OutlineTree&
   std::vector<std::size_t> fresh;
   for (std::size_t k = 0; k < m_nodes.blockCount(); ++k)
     if (!known.contains(&m_nodes.block(k))) fresh.push_back(k);
-  // Where ids are repeated another topic may stand for them now, without a change of its own.
+  // If ids are repeated, another topic may represent them now, without a change of its own.
   if (fresh.size() > mostBlocks || m_tree.hasRepeatedIds() || treeBefore.hasRepeatedIds()) return tellAll();
 
   std::vector<char> differs(m_tree.index().numberCount(), 0);
@@ -207,7 +207,7 @@ QVariant OutlineModel::data(const QModelIndex& index, int role) const {
 
 bool OutlineModel::setData(const QModelIndex& index, const QVariant& value, int role) {
   if (!checkIndex(index, CheckIndexOption::IndexIsValid) || role != Qt::EditRole) return false;
-  // A copy: what is asked of the editor may add ids to the table.
+  // A copy: calls to the editor may add ids to the table.
   const QUuid id = idOf(index.row());
   const std::optional<Node> node = m_editor.nodeByID(id);
   if (!node || node->title == value.toString()) return false;
@@ -304,7 +304,7 @@ void OutlineModel::toggle(int row) {
     enter(walk, path);
     const auto children = m_tree.children(toggled.number);
     std::vector<OutlineNodeRow> rows = walk.rows(children, 0, children.size(), m_limit);
-    // What is cut ends the list.
+    // A cut ends the list.
     if (walk.wasCut()) removeRowsAt(row + 1, rowCount());
     m_isCut |= walk.wasCut();
     insertRowsAt(row + 1, std::move(rows));
@@ -331,7 +331,7 @@ std::optional<int> OutlineModel::findRow(const QUuid& id, int start) const {
   return findRowThat([number](const OutlineNodeRow& row) { return row.number == number; }, start);
 }
 
-// The titles in the order in which they lie in memory, then the rows.
+// The titles in their order in memory, then the rows.
 std::optional<int> OutlineModel::findTitle(const QString& letters, int start) const {
   std::vector<char> begins(m_tree.index().numberCount(), 0);
   std::size_t ordinal = 0;
@@ -351,7 +351,7 @@ std::optional<int> OutlineModel::revealRow(const QUuid& id) {
     if (std::exchange(isOnPath[number], 1)) return std::nullopt;
     path.push_back(number);
   }
-  // Forward only, so that a path as deep as the map costs one walk over the rows.
+  // Forward only, so that a path as deep as the map takes one walk over the rows.
   int row = 0;
   for (auto number = path.rbegin(); number != path.rend(); ++number) {
     const auto depth = static_cast<std::uint32_t>(number - path.rbegin());

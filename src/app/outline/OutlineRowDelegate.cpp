@@ -19,7 +19,7 @@ namespace {
 
 constexpr double indentStep = 14.0;
 constexpr int evenLevels = 6;
-// What all levels beyond share.
+// Shared by all deeper levels.
 constexpr double indentBeyond = 42.0;
 constexpr int chevronWidth = 16;
 constexpr int chevronSize = 7;
@@ -30,7 +30,7 @@ QRect mirrored(const QStyleOptionViewItem& option, const QRect& rect) {
   return QStyle::visualRect(option.direction, option.rect, rect);
 }
 
-// As on the canvas: in colour where the font of texts has only an outline.
+// As on the canvas: in colour, even if the text font has an outline version.
 QFont emojiFont(QFont font) {
   font.setFamilies(QStringList{QStringLiteral("Noto Color Emoji")} + font.families());
   return font;
@@ -133,7 +133,7 @@ QWidget* OutlineRowDelegate::createEditor(QWidget* parent, const QStyleOptionVie
 
 void OutlineRowDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const {
   auto* field = qobject_cast<QLineEdit*>(editor);
-  // What the user has typed already stays when the topic changes.
+  // Text that the user has already typed stays when the topic changes.
   if (field == nullptr || field->isModified()) return;
   plain::setText(*field, index.data(Qt::EditRole).toString());
   field->selectAll();
@@ -147,7 +147,7 @@ void OutlineRowDelegate::setModelData(QWidget* editor, QAbstractItemModel* model
 void OutlineRowDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
                                               const QModelIndex& index) const {
   const QRect title = parts(option, index).title;
-  // Its text stands where the title does.
+  // Its text is where the title is.
   editor->setGeometry(title.adjusted(-metrics::labelGap, 0, metrics::gapSmall, 0));
 }
 

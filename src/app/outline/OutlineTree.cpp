@@ -80,7 +80,7 @@ std::vector<OutlineNodeRow> OutlineWalk::rows(Numbers siblings, std::size_t firs
     Numbers siblings;
     std::size_t next;
     std::size_t end;
-    OutlineFolds::Place place;  // of the topic above them
+    OutlineFolds::Place place;  // of their parent
   };
   std::vector<OutlineNodeRow> rows;
   std::vector<Level> levels{{siblings, first, last, m_place}};

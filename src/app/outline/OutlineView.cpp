@@ -25,7 +25,7 @@ OutlineView::OutlineView(const Look& look, MindMapViewModel& editor, AIWorkflows
   headerRow->setContentsMargins(metrics::panelPadding, metrics::gapMedium, metrics::panelPadding, metrics::gap);
   headerRow->addWidget(header);
   auto* column = new QVBoxLayout(this);
-  // The panel's own line at the edge to the canvas stays free.
+  // The panel's own line at the edge to the canvas stays visible.
   column->setContentsMargins(0, 0, 1, 0);
   column->setSpacing(0);
   column->addLayout(headerRow);
@@ -60,7 +60,7 @@ void OutlineView::catchUp() {
   m_isCatchingUpSoon = false;
   if (!isVisible()) return;
   follow();
-  // Never at the cost of a title that is being typed.
+  // Never at the cost of a title being typed.
   if (m_list->renameField() == nullptr && std::exchange(m_hasNewSelection, false)) showSelected();
   m_list->viewport()->update();
 }
@@ -79,7 +79,7 @@ void OutlineView::showEvent(QShowEvent* event) {
   followSoon();
 }
 
-// Of a topic that stands several times, the row where the user is comes first, then one that can be seen.
+// If a topic occurs several times, the user's current row is preferred, then a visible one.
 void OutlineView::showSelected() {
   if (m_editor.selectedNodeIDs().size() != 1) return;
   const QUuid id = *m_editor.firstSelectedNode();
@@ -99,7 +99,7 @@ void OutlineView::choose(const QUuid& id) {
   m_editor.centerOn(id, 0.0, 0.0, true);
 }
 
-// What is selected goes before the row that has the keyboard.
+// The selection is deleted rather than the current row.
 void OutlineView::remove(const QUuid& id) {
   if (m_editor.selectedNodeIDs().empty())
     m_editor.deleteNode(id);
