@@ -35,7 +35,7 @@ CommandList::CommandList(const Look& look, QWidget* parent)
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setAutoScroll(false);
   setMouseTracking(true);
-  // Opaque, so that the canvas below is not painted again with a row.
+  // Opaque, so that the canvas below is not repainted with a row.
   viewport()->setBackgroundRole(QPalette::Base);
   viewport()->setAutoFillBackground(true);
   m_easing->setDuration(easingMilliseconds);

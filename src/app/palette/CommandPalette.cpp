@@ -71,7 +71,7 @@ void CommandPalette::build() {
   m_field->setAccessibleName(tr("Command"));
   m_field->setFrame(false);
   m_field->setFont(m_look.fontOfSize(metrics::panelTitleText));
-  // Opaque, so that a blinking cursor does not have the canvas repainted below it.
+  // Opaque, so that a blinking cursor does not repaint the canvas below it.
   m_field->setBackgroundRole(QPalette::Base);
   m_field->setAutoFillBackground(true);
   m_nothing->setAlignment(Qt::AlignCenter);
@@ -117,7 +117,7 @@ void CommandPalette::leave() {
   hide();
 }
 
-// --- What is shown ---
+// --- Content ---
 
 void CommandPalette::showMatches() {
   std::vector<CommandItem> items = filteredCommands(m_field->text(), m_settings);
@@ -167,7 +167,7 @@ void CommandPalette::step(int direction) {
     return;
   }
   m_list->setHighlightedIndex(index, CommandList::By::keys);
-  // What a person with a screen reader hears of the list while the field keeps the keyboard.
+  // What a screen reader reads of the list while the field keeps the keyboard.
   const CommandItem& item = items[static_cast<std::size_t>(index)];
   m_field->setAccessibleDescription(
       tr("%1, %2 of %3").arg(item.title, QString::number(index + 1), QString::number(items.size())));
@@ -203,7 +203,7 @@ void CommandPalette::keyPressEvent(QKeyEvent* event) {
   }
 }
 
-// The field alone takes the keyboard.
+// Only the field takes the keyboard.
 bool CommandPalette::focusNextPrevChild(bool) {
   return true;
 }
@@ -229,7 +229,7 @@ void CommandPalette::followFocus(const QWidget* now) {
   Q_EMIT left();
 }
 
-// Buttons that take no keyboard are pressed beside it too.
+// Clicks on buttons that do not take the keyboard also close the palette.
 bool CommandPalette::eventFilter(QObject* watched, QEvent* event) {
   if (watched == parentWidget() && event->type() == QEvent::Resize) place();
   if (event->type() != QEvent::MouseButtonPress || !watched->isWidgetType()) return false;

@@ -26,7 +26,7 @@ void PaletteOpener::open() {
   m_palette = new CommandPalette(m_look, m_targets.settings, m_canvas, m_window);
   connect(m_palette, &CommandPalette::left, this, &PaletteOpener::close);
   connect(m_palette, &CommandPalette::commandChosen, this, [this](const QString& actionKey) {
-    // A command may end the window.
+    // A command may destroy the window.
     const QPointer guard(this);
     runCommand(actionKey, m_targets);
     if (guard) close();
