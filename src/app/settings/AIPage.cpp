@@ -21,7 +21,7 @@ namespace {
 using namespace Qt::StringLiterals;
 
 constexpr int fieldWidth = 220;
-// Of the section that changes with the provider, behind the first.
+// The index of the section that changes with the provider, after the first.
 constexpr int detailPlace = 1;
 const QString onDevice = u"apple"_s;
 

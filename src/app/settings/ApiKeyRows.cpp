@@ -61,7 +61,7 @@ ApiKeyRows::ApiKeyRows(FormSection& section, KeyStore& keys, const ApiKeyVendor&
   m_remove->setProperty("destructive", true);
   section.addRow(row);
 
-  // Blanks around a key come with what it was copied from.
+  // Spaces around a key come from where it was copied.
   connect(m_field, &QLineEdit::textEdited, this,
           [this](const QString& text) { m_keys.saveKey(m_account, text.trimmed()); });
   connect(m_remove, &QPushButton::clicked, this, [this] {

@@ -24,7 +24,7 @@ namespace {
 constexpr int dotSize = 14;
 constexpr int trashSize = 11;
 constexpr int rowHeight = 36;
-// Rows that are there at once; a button brings more of a longer list.
+// The number of rows created at once; a button adds more of a longer list.
 constexpr std::size_t rowsAtOnce = 100;
 
 class Dot final : public QWidget {
@@ -44,7 +44,7 @@ class Dot final : public QWidget {
   QColor m_color;
 };
 
-// The symbol small and red, in a button of the usual size.
+// A small red symbol in a button of the usual size.
 class TrashButton final : public IconButton {
  public:
   TrashButton(const Look& look, const QString& name, QWidget* parent)
@@ -137,7 +137,7 @@ void CustomThemeList::remove(const QString& id) {
   focusAfterRemoval(static_cast<int>(at));
 }
 
-// Where the keyboard was, another theme stands now.
+// Moves the keyboard to the theme that took the removed row's place.
 void CustomThemeList::focusAfterRemoval(int row) {
   QWidget* next = m_newTheme;
   if (!m_themes.empty()) {

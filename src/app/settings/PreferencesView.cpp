@@ -28,9 +28,9 @@ using namespace Qt::StringLiterals;
 
 constexpr QSize windowSize(480, 500);
 constexpr QSize minWindowSize(380, 240);
-// Of the desktop, for the frame that it puts around the window.
+// Reserved for the desktop's window frame.
 constexpr QSize frameRoom(16, 48);
-// Fonts from here on, against the usual size, make the window larger.
+// From this ratio to the usual size on, fonts make the window larger.
 constexpr double largeFont = 1.2;
 
 // By tab.

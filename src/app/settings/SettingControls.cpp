@@ -77,7 +77,7 @@ void SettingPicker::refresh() {
   setCurrentIndex(findData(value, Qt::UserRole, Qt::MatchExactly | Qt::MatchCaseSensitive));
 }
 
-// What scrolls the page must not choose by the way.
+// Scrolling the page must not change the choice in passing.
 void SettingPicker::wheelEvent(QWheelEvent* event) {
   if (hasFocus())
     QComboBox::wheelEvent(event);
@@ -195,7 +195,7 @@ SettingSlider::SettingSlider(const Look& look, const QString& name, SettingsStor
   line->addWidget(m_slider, 1);
   line->addWidget(m_value);
   refresh();
-  // A move of the handle that only follows the setting finds its own step there.
+  // A move of the handle that only follows the setting finds its own step already stored.
   connect(m_slider, &QSlider::valueChanged, this, [this](int step) {
     const double stored = m_settings.real(m_key).value_or(settings::settingDefault(m_key).toReal());
     const int shown = std::clamp(stepOf(stored), m_slider->minimum(), m_slider->maximum());

@@ -15,7 +15,7 @@ namespace quilmora {
 namespace {
 
 constexpr int rowHeight = 40;
-// Of a row that belongs to the one above it.
+// Marks a row that belongs to the one above it.
 constexpr char continuesRow[] = "continuesRow";
 
 }  // namespace

@@ -19,7 +19,7 @@ namespace {
 using namespace Qt::StringLiterals;
 using Rows = std::vector<SettingPicker::Row>;
 
-// A picker over all themes, which come and go.
+// A picker for all themes, which may be added and removed.
 SettingPicker* newThemePicker(const Look& look, SettingsStore& settings, QWidget* parent) {
   auto* picker = new SettingPicker(look, settings, settings::defaultTheme, themeRows(settings), parent);
   QObject::connect(&settings.changes(), &SettingsChanges::changed, picker, [picker, &settings](const QString& key) {

@@ -23,7 +23,7 @@ constexpr int panelWidth = 432;
 constexpr int swatchesInRow = 5;
 constexpr int nameWidth = 220;
 
-// Leaves the mnemonics to the sheet, where the toolkit would take Alt and a letter for the letter.
+// Leaves the mnemonics to the sheet; the toolkit would type the letter of Alt and a letter.
 class NameField final : public QLineEdit {
  public:
   using QLineEdit::QLineEdit;
@@ -158,9 +158,9 @@ void ThemeBuilderView::refreshLevels() {
     m_levels->insertRow(static_cast<int>(index), row);
     m_levelRows.push_back(row);
   }
-  // Tab goes by the order in which they came.
+  // Tab follows the order of creation.
   m_addLevel->raise();
-  // The sheet is as high as the form is now.
+  // The sheet gets the form's new height.
   m_form->widget()->layout()->activate();
   m_form->updateGeometry();
 }
@@ -186,7 +186,7 @@ QWidget* ThemeBuilderView::makeLevelRow(std::size_t index) {
   return row;
 }
 
-// The captions stand above the wells, whose names tell the level too.
+// The captions are above the wells, whose names include the level.
 QWidget* ThemeBuilderView::makeWell(const QString& caption, const QString& level,
                                     QColor ThemeDraft::LevelColors::*color, const QUuid& id) {
   const auto find = [this, id] { return std::ranges::find(m_draft.levels, id, &ThemeDraft::LevelColors::id); };

@@ -16,7 +16,7 @@ namespace {
 
 constexpr int previewHeight = 168;
 constexpr int padding = metrics::gapLarge;
-// Beyond these the topics would be too small to be told apart.
+// Beyond this the topics would be too small to tell apart.
 constexpr int mostDepths = 12;
 constexpr QSizeF step(118, 46);
 
@@ -58,7 +58,7 @@ MindMap previewMap(int depthCount) {
   map.nodes.append(parent);
   const int depths = std::clamp(depthCount, 2, mostDepths);
   for (int depth = 1; depth < depths; ++depth) {
-    // The path goes on by turns above and below, so that a long one stays in sight.
+    // The path turns up and down alternately, so that a long one stays in view.
     const double side = depth % 2 == 0 ? 1 : -1;
     const double x = depth * step.width();
     const Node next = topic(titleAt(depth), {x, parent.position.y() + side * step.height() / 2});
