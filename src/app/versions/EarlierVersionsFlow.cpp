@@ -22,7 +22,7 @@ QDateTime toLocal(TimePoint time) {
   return QDateTime::fromMSecsSinceEpoch(std::chrono::floor<std::chrono::milliseconds>(time).time_since_epoch().count());
 }
 
-// Beside the document, under a name that nothing has yet.
+// Next to the document, under a name that is free.
 QString freePathBeside(const QString& document, const QDateTime& time) {
   const QFileInfo file(document);
   const QString base = file.completeBaseName() + time.toString(QStringLiteral(" (yyyy-MM-dd HH.mm)"));
@@ -33,7 +33,7 @@ QString freePathBeside(const QString& document, const QDateTime& time) {
 
 }  // namespace
 
-// A sheet that was closed lives on for a moment: what comes for it then is dropped.
+// A closed sheet still exists for a moment: whatever arrives for it then is dropped.
 template <class Value, class Action>
 void EarlierVersionsFlow::follow(const QFuture<Value>& future, const Action& action) {
   const auto ignored = [](const std::exception&) {};
@@ -70,7 +70,7 @@ void EarlierVersionsFlow::listed(const std::vector<versions::Version>& versions)
   addPicture(versions, 0);
 }
 
-// One after the other, the newest first.
+// One after the other, newest first.
 void EarlierVersionsFlow::addPicture(std::vector<versions::Version> versions, std::size_t index) {
   if (index >= versions.size()) return;
   const std::uint64_t number = versions[index].number;

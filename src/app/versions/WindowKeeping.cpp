@@ -20,7 +20,7 @@ WindowKeeping::WindowKeeping(Machine& machine, NotificationCenter& notifications
   connect(&m_flow, &EarlierVersionsFlow::errorRaised, this, &WindowKeeping::errorRaised);
 }
 
-// The canvas, which has the card, may be gone later.
+// The canvas, which has the card, may already be destroyed.
 WindowKeeping::~WindowKeeping() {
   delete m_card;
 }
