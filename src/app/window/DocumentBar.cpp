@@ -10,7 +10,7 @@ namespace quilmora {
 
 namespace {
 
-// What a text needs beside the buttons; with less, they stand below it.
+// The text's minimum width beside the buttons; with less, they go below it.
 constexpr int textMinWidth = 280;
 
 }  // namespace

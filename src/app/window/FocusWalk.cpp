@@ -16,7 +16,7 @@ bool takesKeyboard(const QWidget& widget) {
   return widget.isVisible() && widget.isEnabled() && (widget.focusPolicy() & Qt::TabFocus) != 0;
 }
 
-// The first part that takes the keyboard; the area itself where there is none.
+// The first control that takes the keyboard, or the area itself if there is none.
 QWidget* entryOf(QWidget& area) {
   if (takesKeyboard(area)) return &area;
   for (QWidget* next = area.nextInFocusChain(); next != &area; next = next->nextInFocusChain())

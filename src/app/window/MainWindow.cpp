@@ -43,7 +43,7 @@ namespace {
 
 constexpr std::chrono::milliseconds shownCheckInterval{1000};
 
-// "[*]" stands for the mark of unsaved changes in a window title.
+// "[*]" is the placeholder for the mark of unsaved changes in a window title.
 QString withoutPlaceholder(QString text) {
   return text.replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
 }
@@ -109,7 +109,7 @@ void MainWindow::connectParts() {
   if (m_keeping) connect(m_keeping.get(), &WindowKeeping::errorRaised, this, showError);
   connect(&m_images, &NodeImages::errorRaised, this, showError);
   connect(m_exportFlow, &ExportFlow::errorRaised, this, showError);
-  // The panel opens once the menu that asked for it has gone.
+  // The dialog opens once the menu that asked for it has closed.
   connect(m_canvas, &CanvasView::imageWanted, &m_images, &NodeImages::ask, Qt::QueuedConnection);
   connect(m_inspector, &InspectorPanel::imageWanted, &m_images, &NodeImages::ask, Qt::QueuedConnection);
   connect(m_canvas, &CanvasView::imageDropped, &m_images, &NodeImages::setFromFile);
@@ -120,7 +120,7 @@ void MainWindow::connectParts() {
 
 MainWindow::~MainWindow() {
   m_machine.scheduler.cancel(m_shownTask);
-  // They look at the editor, which ends before the base class would delete them.
+  // They observe the editor, which is destroyed before the base class would delete them.
   m_keeping.reset();
   delete m_presentation;
   delete m_paletteOpener;
@@ -161,7 +161,7 @@ void MainWindow::buildContent() {
   m_content->setWishes({settings.flag(settings::showSidebar).value_or(true),
                         settings.flag(settings::showInspector).value_or(true), std::nullopt});
   setCentralWidget(m_content);
-  // The map stays where it is on the screen when a panel comes or goes beside it.
+  // The map stays in place on the screen when a panel appears or disappears beside it.
   connect(m_content, &WindowContent::canvasShifted, this, [this](QPoint distance) {
     if (m_hasAppeared) m_editor.setCanvasOffset(m_editor.canvasOffset() - QPointF(distance));
   });
@@ -219,7 +219,7 @@ SidebarTab MainWindow::sidebarTab() const {
   return m_sidebar->activeTab();
 }
 
-// The toolkit leaves the keyboard to the menu bar when a menu is closed by Escape, and the next key would be lost
+// The toolkit leaves the keyboard with the menu bar when a menu is closed by Escape, and the next key would be lost
 // there.
 void MainWindow::leaveMenuBar() {
   if (focusWidget() != menuBar() || QApplication::activePopupWidget() != nullptr) return;
@@ -238,11 +238,11 @@ void MainWindow::openMenuBar() {
 void MainWindow::setShows(SidePanel panel, bool shows) {
   PanelWishes wishes = m_content->wishes();
   (panel == SidePanel::sidebar ? wishes.sidebar : wishes.inspector) = shows;
-  // Where both have room nobody has to be first.
+  // If both fit, neither has priority.
   const int both = metrics::canvasMinWidth + metrics::sidebarWidth + metrics::inspectorWidth;
   wishes.asked = shows && m_content->width() < both ? std::optional(panel) : std::nullopt;
   m_machine.settings.setFlag(panel == SidePanel::sidebar ? settings::showSidebar : settings::showInspector, shows);
-  // With the panel the keyboard would go to whatever comes next.
+  // Otherwise the keyboard would go to whatever comes next when the panel is hidden.
   const QWidget* place = panel == SidePanel::sidebar ? static_cast<QWidget*>(m_sidebar) : m_inspector;
   if (!shows && place->isAncestorOf(focusWidget())) m_canvas->setFocus();
   m_content->setWishes(wishes);
@@ -265,7 +265,7 @@ void MainWindow::refreshTitle() {
   const auto& path = m_editor.lastSavedFilePath();
   setWindowFilePath(path.value_or(QString()));
   QString shown = withoutPlaceholder(title.isEmpty() ? QStringLiteral("Untitled") : title) + QLatin1String("[*]");
-  // A place that the user chose names the document, and the map's title stands behind it where it says more.
+  // A place that the user chose names the document, followed by the map's title if that adds something.
   if (path && m_editor.hasExplicitSavePath()) {
     const QFileInfo file(*path);
     shown = withoutPlaceholder(file.fileName()) + QLatin1String("[*]");
@@ -308,7 +308,7 @@ void MainWindow::askToReopen(const QString& path) {
   m_machine.alerts.ask(this, question);
 }
 
-// The document is fitted into the view a moment after it was opened, and only then drawn as it will stand.
+// The document is fitted into the view a moment after it was opened, and only then drawn at its final place.
 void MainWindow::waitUntilShown() {
   m_machine.scheduler.cancel(m_shownTask);
   m_shownTask = m_machine.scheduler.after(shownCheckInterval, [this] {
@@ -337,7 +337,7 @@ void MainWindow::showEvent(QShowEvent* event) {
 void MainWindow::changeEvent(QEvent* event) {
   QMainWindow::changeEvent(event);
   if (event->type() == QEvent::WindowStateChange && m_content != nullptr) refreshShown();
-  // Where files lie on another machine, the system does not tell of their changes.
+  // For files on another machine, the system does not report changes.
   if (event->type() == QEvent::ActivationChange && isActiveWindow()) m_session.lookAtFile();
 }
 

@@ -26,7 +26,7 @@ void MainWindow::receiveNotifications() {
   using enum Notification;
   receive(createNode, [this](const QVariant&) {
     m_commands.createNode();
-    // The letters typed next are its title, but for those of a text field.
+    // The letters typed next are its title, unless they go to a text field.
     if (!m_editor.isEditingInline() && !isTextField(focusWidget())) m_canvas->setFocus(Qt::ShortcutFocusReason);
   });
   receive(createEdge, [this](const QVariant&) { m_commands.toggleEdgeCreation(); });

@@ -22,7 +22,7 @@ namespace {
 constexpr int tabIcon = 13;
 constexpr std::array tabs = {SidebarTab::aiChat, SidebarTab::outline};
 
-// An icon and a label; underlined in the accent while its tab is the active one.
+// An icon and a label; underlined in the accent colour while its tab is active.
 class TabButton final : public QAbstractButton {
  public:
   TabButton(const Look& look, SidebarTab tab, QWidget* parent)
@@ -113,7 +113,7 @@ void Sidebar::setActiveTab(SidebarTab tab) {
   orderTabStops();
 }
 
-// A page is made long after what stands beside the sidebar, but Tab leads from the bar into it.
+// A page is created long after the widgets beside the sidebar, but Tab must lead from the bar into it.
 void Sidebar::orderTabStops() {
   const QWidget* page = m_pages->currentWidget();
   std::vector<QWidget*> stops;

@@ -53,7 +53,7 @@ void WindowContent::resizeEvent(QResizeEvent* event) {
   arrange();
 }
 
-// Never narrower than it is made for, and never at the cost of what stands beside it.
+// Never narrower than its designed width, and never at the cost of its neighbours.
 int WindowContent::sidebarWidthIn(const PanelPlaces& places) const {
   const int inspector = places.inspector && !places.floats ? widthOf(SidePanel::inspector) : 0;
   const int room = width() - metrics::canvasMinWidth - inspector;

@@ -15,11 +15,11 @@ namespace quilmora {
 namespace {
 
 constexpr QSize usualSize(1280, 800);
-// Of a screen that is smaller, so that the frame and title stay in sight.
+// Of a smaller screen, so that the frame and title stay visible.
 constexpr double largestShareOfScreen = 0.92;
-// Of a place that counts as seen, so that the window can be taken hold of.
+// The minimum visible part of a place, so that the window can be grabbed.
 constexpr QSize leastSeen(120, 60);
-// Beyond these a stored number is rubbish.
+// A stored number beyond this is invalid.
 constexpr int farthest = 100'000;
 
 QRect usualPlace(const QRect& room) {
@@ -99,7 +99,7 @@ bool WindowPlace::eventFilter(QObject* watched, QEvent* event) {
   return QObject::eventFilter(watched, event);
 }
 
-// A window that is dragged tells of each step.
+// A window being dragged reports each step.
 void WindowPlace::storeSoon() {
   m_scheduler.cancel(m_task);
   m_task = m_window.isVisible() ? m_scheduler.after(storeDelay, [this] { store(); }) : 0;
