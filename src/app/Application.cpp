@@ -20,7 +20,7 @@ bool isMinimizeKey(const QKeyEvent& event) {
   return event.key() == Qt::Key_W && event.modifiers() == Qt::ControlModifier;
 }
 
-// A dialog goes with the window that it belongs to.
+// A dialog stands for the window that it belongs to.
 QWidget* activeTopLevelWindow() {
   QWidget* window = QApplication::activeWindow();
   while (window != nullptr && window->parentWidget() != nullptr) window = window->parentWidget()->window();
@@ -36,7 +36,7 @@ Application::Application(QApplication& toolkit, Machine machine)
   toolkit.setQuitOnLastWindowClosed(false);
   toolkit.installEventFilter(this);
   connect(&toolkit, &QGuiApplication::commitDataRequest, this, &Application::sessionEnds, Qt::DirectConnection);
-  // The session starts the program again without words: it reopens its document by itself.
+  // The desktop session restarts the program without arguments: it reopens its document by itself.
   connect(&toolkit, &QGuiApplication::saveStateRequest, this,
           [](QSessionManager& manager) { manager.setRestartCommand({QCoreApplication::applicationFilePath()}); });
 }

@@ -11,7 +11,7 @@ namespace quilmora {
 std::optional<QString> SystemClipboard::text() const {
   const QMimeData* content = QGuiApplication::clipboard()->mimeData();
   if (content == nullptr) return std::nullopt;
-  // The toolkit would make a text of the addresses of files, which nobody copied as one.
+  // The toolkit would turn the addresses of copied files into a text, but nobody copied them as text.
   const QStringList formats = content->formats();
   const bool hasText = std::any_of(formats.begin(), formats.end(), [](const QString& format) {
     return format.startsWith(QLatin1String("text/plain"), Qt::CaseInsensitive);

@@ -34,7 +34,7 @@ using namespace quilmora;
 
 namespace {
 
-// Of a window that holds nothing but an alert.
+// Of a window that contains only an alert.
 constexpr QSize aloneSize(520, 240);
 
 QStringList argumentsOf(int argc, char** argv) {
@@ -61,7 +61,8 @@ QString defaultFolder() {
   return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) + QStringLiteral("/Quilmora");
 }
 
-// Another editor holds the documents and does not answer. Whoever started this one from the desktop sees no terminal.
+// Another editor holds the documents and does not answer. A user who started this one from the desktop sees no
+// terminal.
 int tellWhyNotStarted(QApplication& toolkit, const QString& reason) {
   std::fprintf(stderr, "Quilmora: %s\n", qPrintable(reason));
   DesktopSettingsStore settings;
@@ -79,7 +80,7 @@ int tellWhyNotStarted(QApplication& toolkit, const QString& reason) {
   return 1;
 }
 
-// The window works all the same, and nobody hears of it twice.
+// The window works anyway, and nothing is reported twice.
 void tellWhatCannotBeKept(Application& application, DesktopSettingsStore& settings, const SingleInstance& instance,
                           Log& log, Alerts& alerts) {
   const auto tell = [&](const QString& message) {
