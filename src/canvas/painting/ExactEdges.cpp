@@ -94,7 +94,7 @@ void EdgeLayer::paintExactly() {
   };
   for (std::size_t end = m_pieces.size(); end > 0;) {
     const std::size_t edge = m_pieces[end - 1].edge;
-    // The whole edge in one path: where it crosses itself, its edge must be blended equally often in every part.
+    // The whole edge in one path: where it crosses itself, its rim must be blended equally often in every part.
     QPainterPath path;
     path.setFillRule(Qt::WindingFill);
     for (; end > 0 && m_pieces[end - 1].edge == edge; --end) {

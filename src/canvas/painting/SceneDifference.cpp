@@ -164,7 +164,7 @@ void SceneDifference::compareEdges(const MapScene& scene) {
   }
   for (const Edge* edge : changes.gone) addEdge(*edge, m_looks, scene);
   for (const Edge* edge : changes.came) addEdge(*edge, m_newLooks, scene);
-  // Those that hang on topics which moved, went or came into sight.
+  // Edges of topics that moved, disappeared or appeared.
   if (std::ranges::find(m_isMoved, 1) == m_isMoved.end()) return;
   const MapIndex& index = scene.index;
   for (std::size_t i = 0; i < index.edgeFrom().size(); ++i) {
