@@ -30,7 +30,7 @@ QRect mirrored(const QStyleOptionViewItem& option, const QRect& rect) {
   return QStyle::visualRect(option.direction, option.rect, rect);
 }
 
-// As on the canvas: in colour, even if the text font has an outline version.
+// As on the canvas: in colour, where the text font has only an outline version.
 QFont emojiFont(QFont font) {
   font.setFamilies(QStringList{QStringLiteral("Noto Color Emoji")} + font.families());
   return font;

@@ -99,7 +99,7 @@ void OutlineView::choose(const QUuid& id) {
   m_editor.centerOn(id, 0.0, 0.0, true);
 }
 
-// The selection is deleted rather than the current row.
+// Deletes the selection if there is one, rather than the current row.
 void OutlineView::remove(const QUuid& id) {
   if (m_editor.selectedNodeIDs().empty())
     m_editor.deleteNode(id);
