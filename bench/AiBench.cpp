@@ -50,7 +50,7 @@ void parseAndConvert(benchmark::State& state, MindMap::Layout layout) {
   }
 }
 
-// The size is that of the prompt in characters.
+// The size is the length of the prompt in characters.
 void generateOffline(benchmark::State& state) {
   const QString prompt = QStringLiteral("create a map about ") + QString(static_cast<int>(state.range(0)), u' ') + u'x';
   for (auto _ : state) benchmark::DoNotOptimize(generateTree(prompt));

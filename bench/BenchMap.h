@@ -8,9 +8,9 @@
 
 namespace quilmora {
 
-// A map as people make them, of `topics` topics: one tree whose topics have zero to eight children, titles of one to
-// five words, a note on every fifth topic, colours by depth as a theme gives them, a few badges, emoji, links,
-// cross-links and regions. Equal calls give equal maps.
+// A realistic map of `topics` topics: one tree whose topics have zero to eight children, titles of one to five words, a
+// note on every fifth topic, colours by depth as in a theme, a few badges, emoji, links, cross-links and regions. Equal
+// calls give equal maps.
 inline MindMap benchMap(int topics) {
   static const std::array<QString, 20> words{
       QStringLiteral("market"),   QStringLiteral("Reise"),    QStringLiteral("budget"),  QStringLiteral("naïve"),

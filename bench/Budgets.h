@@ -5,8 +5,8 @@
 
 namespace quilmora {
 
-// The time that a work may take at a size, in milliseconds. A benchmark is named "<work> <what exactly>/<topics>", such
-// as "layout radial/10000", and is held to the budget of its work.
+// The time budget of a task at a size, in milliseconds. A benchmark is named "<task> <details>/<topics>", such as
+// "layout radial/10000", and must keep the budget of its task.
 inline std::optional<double> budgetOf(std::string_view work, long topics) {
   struct Budget {
     std::string_view work;

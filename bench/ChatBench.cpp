@@ -8,7 +8,8 @@
 #include "app/look/Look.h"
 #include "platform/SettingsStore.h"
 
-// The messages of a chat, in a window of the offscreen platform. The argument counts messages, or letters of one reply.
+// The messages of a chat, in a window on the offscreen platform. The argument is the number of messages, or of letters
+// in one reply.
 
 namespace quilmora {
 namespace {
@@ -48,7 +49,7 @@ QString longReply(qsizetype size) {
   return text;
 }
 
-// Until the new message is painted.
+// Measured until the new message is painted.
 void appendMessage(benchmark::State& state) {
   Chat chat;
   chat.fill(static_cast<int>(state.range(0)));

@@ -19,14 +19,14 @@ double allocatedBytes() {
   return static_cast<double>(info.uordblks + info.hblkhd);
 }
 
-// An open map of the benchmark's size whose tree was asked for, as a window holds it.
+// An open map of the benchmark's size with its tree built, as in a window.
 struct OpenMap {
   explicit OpenMap(const benchmark::State& state)
       : editor(benchMap(static_cast<int>(state.range(0))), {clock, settings, bookmarks, log}) {
     editor.treeInfo();
   }
 
-  // Topics all over the map, one after the other.
+  // Topics from all over the map, one after the other.
   QUuid nextTopic() {
     const auto& nodes = editor.mindMap().nodes;
     m_place = (m_place + nodes.size() / 50 * 17 + 1) % nodes.size();
@@ -45,7 +45,7 @@ struct OpenMap {
 
 using Command = void (*)(MindMapViewModel& editor, const QUuid& topic);
 
-// The command with its snapshot, and the tree that follows. Undone between the runs, so that the map keeps its size.
+// The command with its snapshot, and the tree rebuilt after it. Undone between runs, so that the map keeps its size.
 void command(benchmark::State& state, Command run) {
   OpenMap open(state);
   for (auto _ : state) {
@@ -62,7 +62,7 @@ void command(benchmark::State& state, Command run) {
   }
 }
 
-// What opening adds to reading: nothing is derived yet.
+// What opening adds to reading: nothing has been derived yet.
 void treeFromScratch(benchmark::State& state) {
   const MindMap map = benchMap(static_cast<int>(state.range(0)));
   for (auto _ : state) {
@@ -71,7 +71,7 @@ void treeFromScratch(benchmark::State& state) {
   }
 }
 
-// What fifty snapshots with an edit each may take beyond the map, in megabytes.
+// The memory that fifty snapshots with an edit each may take beyond the map, in megabytes.
 double historyBudget(const benchmark::State& state) {
   return state.range(0) <= 10'000 ? 4.0 : 16.0;
 }

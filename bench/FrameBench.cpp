@@ -17,7 +17,7 @@ namespace {
 
 constexpr QSize screen(1920, 1080);
 
-// A map in a layout, with what its pictures need.
+// A map in a layout, with everything needed to paint it.
 struct FrameScene {
   MindMap map;
   MapIndex index;
@@ -44,7 +44,7 @@ struct FrameScene {
   double fittingZoom() const { return std::min(screen.width() / bounds.width(), screen.height() / bounds.height()); }
 };
 
-// One scene is kept at a time: the benchmarks of one map follow each other.
+// Only one scene is kept at a time: the benchmarks of one map follow each other.
 FrameScene& sceneOf(int topics, MindMap::Layout layout) {
   static std::unique_ptr<FrameScene> scene;
   static std::pair<int, MindMap::Layout> kept;
@@ -56,8 +56,8 @@ FrameScene& sceneOf(int topics, MindMap::Layout layout) {
   return *scene;
 }
 
-// Frames of a slow pan around the topic in the middle of the list, at a zoom, or around the middle of the map where the
-// zoom is the fitting one (0).
+// Frames of a slow pan at a zoom, around the topic in the middle of the list; or around the middle of the map if the
+// zoom is 0, which means fitted.
 void frame(benchmark::State& state, MindMap::Layout layout, double wantedZoom) {
   FrameScene& scene = sceneOf(static_cast<int>(state.range(0)), layout);
   const double zoom = wantedZoom > 0 ? wantedZoom : scene.fittingZoom();

@@ -34,7 +34,7 @@
 #include "platform/SettingsKeys.h"
 #include "platform/SettingsStore.h"
 
-// What the inspector adds to a frame, through the whole window with its panels open, on the offscreen platform.
+// What the inspector adds to a frame, measured in the whole window with its panels open, on the offscreen platform.
 
 namespace quilmora {
 namespace {
@@ -45,7 +45,7 @@ using Steady = std::chrono::steady_clock;
 constexpr int frameCount = 60;
 constexpr std::chrono::milliseconds frameInterval{16};
 
-// A running application on a machine of twins.
+// A running application on in-memory twins.
 struct Desk {
   explicit Desk(int topics) {
     settings.setFlag(settings::onboardingShown, true);
@@ -100,7 +100,7 @@ Desk& deskOf(int topics) {
   static std::unique_ptr<Desk> desk;
   static int kept = 0;
   if (!desk || kept != topics) {
-    // Widgets have to go before the application.
+    // Widgets must be destroyed before the application.
     if (!desk) qAddPostRoutine([] { desk.reset(); });
     desk.reset();
     desk = std::make_unique<Desk>(topics);
@@ -137,7 +137,7 @@ Step typeTitle(Desk& desk) {
     QKeyEvent event(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier,
                     QString(QLatin1Char(static_cast<char>('a' + frame % 26))));
     QCoreApplication::sendEvent(&title, &event);
-    // Each fifth letter ends a change.
+    // Every fifth letter ends an edit.
     if (frame % 5 == 4) title.commit();
   };
 }
@@ -169,7 +169,7 @@ Step pickSamples(Desk& desk) {
   return [&desk](int frame) { desk.control<QAbstractButton>(frame % 2 == 0 ? "Ocean" : "Sand").click(); };
 }
 
-// The time of a run is the 95th percentile of its frames: a step with all that follows it until the window is painted.
+// The time of a run is the 95th percentile of its frames: a step and everything after it until the window is painted.
 void frames(benchmark::State& state, Step (*begin)(Desk&)) {
   Desk& desk = deskOf(static_cast<int>(state.range(0)));
   for (auto _ : state) {

@@ -21,7 +21,8 @@ void importOutline(benchmark::State& state) {
   }
 }
 
-// Lines as people indent them, pasted below the root of a map of as many topics, with the tree that follows.
+// Lines with realistic indentation, pasted below the root of a map with as many topics, including the tree rebuilt
+// after it.
 void pasteLines(benchmark::State& state, SmartPasteMode mode) {
   const ManualClock clock;
   MemorySettingsStore settings;

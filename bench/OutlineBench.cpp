@@ -18,8 +18,8 @@
 #include "platform/OnDeviceModel.h"
 #include "platform/SettingsStore.h"
 
-// The outline as a panel shows it, in a window of the offscreen platform: its rows and their painting, without what the
-// editor takes for the same change.
+// The outline as a panel shows it, in a window on the offscreen platform: its rows and their painting, without the
+// editor's own work for the same change.
 
 namespace quilmora {
 namespace {
@@ -94,7 +94,7 @@ void follow(benchmark::State& state, Command run) {
   }
 }
 
-// Of the first root, with all rows below it, twice.
+// Folds and expands the first root, with all rows below it.
 void fold(benchmark::State& state) {
   Window window(state);
   window.open();

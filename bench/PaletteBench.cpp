@@ -21,7 +21,7 @@
 #include "platform/SettingsKeys.h"
 #include "platform/SettingsStore.h"
 
-// Letters typed into the palette above a canvas, in a window of the offscreen platform.
+// Letters typed into the palette above a canvas, in a window on the offscreen platform.
 
 namespace quilmora {
 namespace {
@@ -32,7 +32,7 @@ using Steady = std::chrono::steady_clock;
 constexpr int keyCount = 200;
 constexpr std::chrono::milliseconds keyInterval{16};
 
-// As the settings hold them.
+// In the form stored in the settings.
 QByteArray customThemes(int count) {
   QByteArray json = "[";
   for (int i = 0; i < count; ++i) {

@@ -15,7 +15,7 @@ namespace quilmora {
 
 namespace {
 
-// Lets the process' peak of memory begin anew, and reads it in megabytes.
+// Resets the process's peak memory, and reads it in megabytes.
 void forgetPeak() {
   std::ofstream("/proc/self/clear_refs") << '5';
 }

@@ -31,7 +31,7 @@
 #include "platform/Scheduler.h"
 #include "platform/SettingsStore.h"
 
-// Frames of gestures through the canvas widget, in a window of the offscreen platform.
+// Frames of gestures on the canvas widget, in a window on the offscreen platform.
 
 namespace quilmora {
 namespace {
@@ -39,7 +39,7 @@ namespace {
 using Milliseconds = std::chrono::duration<double, std::milli>;
 using Steady = std::chrono::steady_clock;
 
-// Of all threads of this process; other work on the machine doesn't count.
+// Of all threads of this process; other work on the machine does not count.
 double processorMilliseconds() {
   timespec time{};
   clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
@@ -59,7 +59,7 @@ MindMap arranged(int topics, MindMap::Layout layout) {
   return map;
 }
 
-// A canvas on the screen, with what moves it. Every run starts from the same map.
+// A canvas on the screen, and what moves it. Every run starts with the same map.
 struct Window {
   explicit Window(MindMap map) : start(map), editor(std::move(map), EditorServices{clock, settings, bookmarks, log}) {
     view.resize(screen);
@@ -89,12 +89,12 @@ struct Window {
     view.repaint();
     while (!view.isPictureSettled()) QApplication::processEvents();
     const double taken = Milliseconds(Steady::now() - begin).count();
-    // Tiles beyond the view, and a zoom that has yet to rest.
+    // Tiles outside the view, and a zoom that has not rested yet.
     const auto end = Steady::now() + std::chrono::milliseconds(150);
     while (Steady::now() < end) QApplication::processEvents();
     return taken;
   }
-  // The given zoom around the topic in the middle of the list, or all of the map (0).
+  // Sets the zoom around the topic in the middle of the list, or fits the whole map (0).
   void look(double zoom) {
     if (zoom <= 0) {
       editor.fitToContent(screen.width(), screen.height(), 80);
@@ -104,7 +104,7 @@ struct Window {
     editor.setCanvasZoom(zoom);
     editor.setCanvasOffset(QPointF(screen.width(), screen.height()) / 2 - positions[positions.size() / 2] * zoom);
   }
-  // The topics nearest to the middle of the view, as positions in `nodes`.
+  // The topics nearest to the middle of the view, as ordinals in `nodes`.
   std::vector<std::uint32_t> nearest(std::size_t count) {
     const auto& positions = editor.mapIndex().positions();
     const QPointF middle = (QPointF(screen.width(), screen.height()) / 2 - editor.canvasOffset()) / editor.canvasZoom();
@@ -126,7 +126,8 @@ struct Window {
 
 using Step = std::function<void(int frame)>;
 
-// Begins a gesture and gives what each frame does; the last one is number `frameCount`. No step where it cannot begin.
+// Starts a gesture and returns what each frame does; the last one is number `frameCount`. Returns no step if the
+// gesture cannot start.
 using Gesture = std::function<Step(Window&)>;
 
 Step dragTopics(Window& window, std::size_t count) {
@@ -221,7 +222,7 @@ Window& windowOf(int topics, MindMap::Layout layout) {
   static std::unique_ptr<Window> window;
   static std::pair<int, MindMap::Layout> kept;
   if (!window || kept != std::pair(topics, layout)) {
-    // Widgets have to go before the application.
+    // Widgets must be destroyed before the application.
     if (!window) qAddPostRoutine([] { window.reset(); });
     window.reset();
     window = std::make_unique<Window>(arranged(topics, layout));
@@ -230,7 +231,7 @@ Window& windowOf(int topics, MindMap::Layout layout) {
   return *window;
 }
 
-// The time of a run is the 95th percentile of its frames: what a step and the painting that follows it take together.
+// The time of a run is the 95th percentile of its frames: a step together with the painting after it.
 void gesture(benchmark::State& state, MindMap::Layout layout, double zoomLevel, const Gesture& begin) {
   Window& window = windowOf(static_cast<int>(state.range(0)), layout);
   for (auto _ : state) {
@@ -278,8 +279,8 @@ void gesture(benchmark::State& state, MindMap::Layout layout, double zoomLevel, 
   }
 }
 
-// Frames of a pan, with and without an auto-save under way. The time is the worst frame with it, or the longest turn of
-// the event loop in between, whichever is longer: both keep the hand waiting.
+// Frames of a pan, with and without an auto-save in progress. The time is the worst frame with it, or the longest turn
+// of the event loop in between, whichever is longer: the user notices both.
 void panWhileSaving(benchmark::State& state, MindMap::Layout layout) {
   Window& window = windowOf(static_cast<int>(state.range(0)), layout);
   QTemporaryDir folder;

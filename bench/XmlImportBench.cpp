@@ -12,7 +12,7 @@ QByteArray benchOpml(int topics) {
   return exportOPML(benchMap(topics));
 }
 
-// The same outline as FreeMind writes it: with ids, dates, and an icon here and there.
+// The same outline as FreeMind would write it: with ids, dates, and an occasional icon.
 QByteArray benchFreeMind(int topics) {
   QByteArray text = benchOpml(topics);
   text.replace("<outline text=\"",

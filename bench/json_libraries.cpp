@@ -28,7 +28,7 @@ namespace {
 
 using namespace quilmora;
 
-// One way to look into a value for each library, so that all three fill the records by the same code.
+// One interface to a value for each library, so that the same code fills the records for all three.
 struct QtValue {
   QJsonValue value;
 
@@ -298,7 +298,7 @@ double peakMegabytes() {
   return static_cast<double>(usage.ru_maxrss) / 1024;
 }
 
-// Prints the median time of seven runs and the peak of memory above what stood before them.
+// Prints the median time of seven runs and the peak memory beyond what was in use before them.
 void measure(const char* name, const std::function<void()>& prepare, const std::function<std::size_t()>& work) {
   std::fflush(stdout);
   const pid_t child = fork();
@@ -328,7 +328,7 @@ int main(int argc, char** argv) {
   MindMap map;
   QByteArray json;
   const auto makeMap = [&] { map = benchMap(topics); };
-  // Reading starts from the bytes alone, so that they are made in a process of their own.
+  // Reading starts with only the bytes, so they are made in a process of their own.
   const auto makeJson = [&] {
     int ends[2];
     if (pipe(ends) != 0) std::abort();

@@ -9,7 +9,7 @@
 
 namespace {
 
-// Prints one line a benchmark: the median of its repetitions beside its budget.
+// Prints one line per benchmark: the median of its repetitions and its budget.
 class TableReporter final : public benchmark::BenchmarkReporter {
  public:
   bool ReportContext(const Context&) override {
@@ -53,7 +53,7 @@ class TableReporter final : public benchmark::BenchmarkReporter {
 
 }  // namespace
 
-// Takes Google Benchmark's options, such as --benchmark_filter=decode. Ends with 1 when a budget was missed.
+// Takes Google Benchmark's options, such as --benchmark_filter=decode. Exits with 1 if a budget was missed.
 int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   benchmark::Initialize(&argc, argv);
