@@ -10,7 +10,7 @@ namespace {
 
 using namespace quilmora;
 
-// What was read can be written, read again, and made a map.
+// Whatever was read can be written, read again, and turned into a map.
 void use(const AITreeNode& tree) {
   if (!(decodeTree(encodeTree(tree)) == tree)) std::abort();
   const AITreeConverter converter{QSizeF(1200, 800), MindMap::Layout::radial, std::nullopt};
@@ -23,7 +23,7 @@ void use(const AITreeNode& tree) {
 
 }  // namespace
 
-// Any reply ends in a tree or in an error, in every variant.
+// Any reply gives a tree or an error, in every variant.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const QString reply = QString::fromUtf8(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
   for (const ReplyVariant variant : {ReplyVariant::claude, ReplyVariant::openAI, ReplyVariant::onDevice}) {

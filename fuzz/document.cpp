@@ -3,7 +3,7 @@
 
 #include "model/MindMapDocument.h"
 
-// Any bytes end in a map that can be written and read back to the same, or in an error.
+// Any bytes give a map that can be written and read back unchanged, or an error.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace quilmora;
   MindMap map;

@@ -5,7 +5,7 @@
 #include "exchange/ImportError.h"
 #include "model/MindMapDocument.h"
 
-// Any bytes end in a forest without notes that can be written as a document and read back, or in an error.
+// Any bytes give a forest without notes that can be written as a document and read back, or an error.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace quilmora;
   MindMap map;

@@ -11,7 +11,7 @@ using namespace quilmora;
 
 namespace {
 
-// A document holds the field as it likes: measuring and drawing the topic end in a picture of bounded size, or in none.
+// A document may have any text in the field: measuring and drawing the topic give a picture of bounded size, or none.
 void show(const QString& imageData) {
   NodeMeasurer measurer;
   Node node;
@@ -36,7 +36,7 @@ extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
   return 0;
 }
 
-// The bytes once as the file that the field holds, and once as the field itself.
+// Uses the bytes once as the file in the field, and once as the field itself.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
   show(QString::fromLatin1(bytes.toBase64()));

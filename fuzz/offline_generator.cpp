@@ -6,7 +6,7 @@
 #include "ai/PromptAnalysis.h"
 #include "ai/Prompts.h"
 
-// Any prompt has an answer, and a tree with a title and at most eight branches.
+// Any prompt gets an answer: a tree with a title and at most eight branches.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace quilmora;
   const QString prompt = QString::fromUtf8(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));

@@ -14,7 +14,7 @@ MindMap parse(const QByteArray& xml) {
   return OPMLParser(xml, ManualClock()).parse();
 }
 
-// XML has one kind of line end, and no raw tab in a value.
+// XML has one kind of line end, and no raw tabs in attribute values.
 QString carried(QString text) {
   text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
   text.replace(u'\r', u'\n');
@@ -23,8 +23,7 @@ QString carried(QString text) {
 
 }  // namespace
 
-// Any bytes end in a forest that can be written as a document and read back, and comes back from its own export, or in
-// an error.
+// Any bytes give an error, or a forest that can be written as a document and read back, and survives its own export.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   MindMap map;
   try {

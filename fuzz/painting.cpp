@@ -15,8 +15,8 @@ extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
   return 0;
 }
 
-// Whatever opens can be drawn, searched, presented, exported and arranged in bounded time; run with -timeout. A
-// document is taken as it is; anything else is the seed of a map at its extremes.
+// Whatever opens can be drawn, searched, presented, exported and arranged in bounded time; run with -timeout. A valid
+// document is used as it is; anything else is the seed of an extreme map.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   MindMap map;
   try {

@@ -8,7 +8,7 @@
 #include "platform/SettingsStore.h"
 
 // Any text pasted in any mode adds as many topics as it has lines, or one, and one undo takes it back. The first byte
-// chooses the mode and the anchor, the rest is UTF-16, so that halves of pairs come too.
+// chooses the mode and the anchor; the rest is UTF-16, so that halves of pairs occur too.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace quilmora;
   if (size == 0) return 0;

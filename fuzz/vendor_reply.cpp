@@ -4,7 +4,7 @@
 #include "ai/VendorReply.h"
 #include "platform/LocalModelServer.h"
 
-// Any body of a vendor's or a model server's reply ends in a text, and a body that is not UTF-8 in an empty one.
+// Any body of a reply from a vendor or a model server gives a text; a body that is not UTF-8 gives an empty one.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace quilmora;
   const QByteArray body(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
