@@ -6,8 +6,8 @@
 
 namespace quilmora::test {
 
-// Walks what a screen reader finds in a widget. Every control and row that it shows is noted by its name; `nameless`
-// counts those that have none.
+// Walks what a screen reader finds in a widget. Every visible control and row is recorded by its name; `nameless` lists
+// those without one.
 struct AccessibleWalk {
   explicit AccessibleWalk(QWidget& widget) { walk(QAccessible::queryAccessibleInterface(&widget)); }
 

@@ -3,14 +3,13 @@
 #include <QFuture>
 #include <QtTest/QTest>
 
-// Lets the event loop run until the future ends, at most ten seconds. Whether it ended.
+// Runs the event loop until the future ends, at most ten seconds. Returns whether it ended.
 template <class Result>
 bool ends(const QFuture<Result>& future, int limit = 10'000) {
   return QTest::qWaitFor([&] { return future.isFinished(); }, limit);
 }
 
-// The description of what a future failed with; empty where it did not fail, and "dropped" where it ended without
-// anything.
+// The description of a future's failure; empty if it did not fail, and "dropped" if it ended without a result.
 template <class Result>
 QString failureOf(QFuture<Result> future) {
   if (!ends(future)) return QStringLiteral("still running");

@@ -9,7 +9,7 @@
 
 #include "support/Folders.h"
 
-// The seeds of a fuzzer by file name, in order; empty where one cannot be read.
+// The seeds of a fuzzer by file name, in order; empty if one cannot be read.
 inline std::vector<std::pair<QString, QByteArray>> corpusOf(const char* fuzzer) {
   const QDir folder(sourceFolder() + QStringLiteral("/fuzz/corpus/") + QLatin1String(fuzzer));
   std::vector<std::pair<QString, QByteArray>> seeds;

@@ -11,7 +11,7 @@
 
 namespace quilmora::test {
 
-// An editor with nothing real around it. The map was last changed an hour before the clock's time.
+// An editor with only in-memory twins around it. The map was last changed an hour before the clock's time.
 struct EditorRig {
   explicit EditorRig(MindMap map = {}) : editor(stamped(std::move(map), clock), {clock, settings, bookmarks, log}) {}
 
@@ -34,7 +34,7 @@ struct EditorRig {
   }
 };
 
-// Equality with the time stamps, which a map's own comparison leaves out.
+// Equality including the time stamps, which a map's own comparison ignores.
 inline bool isVeryMap(const MindMap& a, const MindMap& b) {
   return a == b && a.createdAt == b.createdAt && a.updatedAt == b.updatedAt;
 }

@@ -7,8 +7,8 @@
 
 namespace quilmora::test {
 
-// Makes maps whose numbers and texts stand where programs break: every one of them is legal, finite and well-formed.
-// The same seed gives the same map.
+// Makes maps whose numbers and texts are at the limits where programs break; all of them are legal, finite and
+// well-formed. The same seed gives the same map.
 class ExtremeMapMaker {
  public:
   explicit ExtremeMapMaker(std::uint64_t seed) : m_pick(seed) {}
@@ -16,7 +16,7 @@ class ExtremeMapMaker {
   MindMap map(int topics) {
     const auto structure = m_pick.chance(70) ? RandomMapMaker::Structure::forest : RandomMapMaker::Structure::damaged;
     MindMap map = m_pick.map(topics, structure);
-    // All at once hide one another, so each map has its own share of extremes.
+    // Too many extremes would hide one another, so each map has its own share of them.
     m_share = std::array{3, 15, 60}[static_cast<std::size_t>(m_pick.below(3))];
     map.nodes.updateAll([this](Node& node) { twist(node); });
     map.edges.updateAll([this](Edge& edge) { twist(edge); });
@@ -50,7 +50,7 @@ class ExtremeMapMaker {
   }
   void twist(QString& text) {
     if (!m_pick.chance(m_share / 3)) return;
-    // A long text rarely, because most of the time goes there.
+    // A long text only rarely, because most of the time goes into it.
     const int times = m_pick.chance(5) ? 20000 : m_pick.chance(30) ? 1000 : 60;
     static const std::array<QString, 12> pieces{QStringLiteral("x"),
                                                 QStringLiteral("word "),

@@ -1,6 +1,6 @@
 #include "support/Folders.h"
 
-// The only source that knows where it was built, so that a compiler cache serves all the others in any folder.
+// The only source that knows where it was built, so that a compiler cache can serve all the others in any folder.
 QString sourceFolder() {
   return QStringLiteral(QUILMORA_SOURCE_FOLDER);
 }

@@ -23,7 +23,7 @@ inline MindMap journalBase() {
   return map;
 }
 
-// Any bytes end in an error or in a map that can be written, and to which its own delta leads.
+// Any bytes give an error, or a map that can be written and that its own delta leads to.
 inline bool deltaHolds(QByteArrayView delta) {
   const MindMap base = journalBase();
   MindMap map;
@@ -53,7 +53,7 @@ inline bool fileHolds(QByteArrayView bytes) {
   return taken <= bytes.size();
 }
 
-// What the fuzzer gives: files as they are, and records whose checksums are right.
+// Used by the fuzzer: files as they are, and records with correct checksums.
 inline bool journalHolds(QByteArrayView bytes) {
   if (bytes.startsWith("QMJRNL")) return fileHolds(bytes);
   const journal::JournalHeader header{1, 2, QStringLiteral("/plan.mindmap")};

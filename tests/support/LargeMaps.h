@@ -2,7 +2,7 @@
 
 #include "support/SmallMap.h"
 
-// Maps of an extent or a damage that a careless walk does not survive. The first topic is 0.
+// Maps so large or damaged that a careless walk would not survive. The first topic is 0.
 namespace quilmora::test {
 
 inline void addTopics(MindMap& map, int count) {
@@ -23,14 +23,14 @@ inline MindMap starMap(int count) {
   return map;
 }
 
-// All on the point (5, 5), and no edges.
+// All at the point (5, 5), without edges.
 inline MindMap pileMap(int count) {
   MindMap map = mapOf({});
   for (int i = 0; i < count; ++i) map.nodes.append(topic(i, 5.0, 5.0));
   return map;
 }
 
-// Diamonds on top of each other: each doubles the number of ways from the root 0 to the last topic.
+// Diamonds stacked on each other: each doubles the number of paths from the root 0 to the last topic.
 inline MindMap ladderMap(int diamonds) {
   MindMap map = mapOf({});
   addTopics(map, 3 * diamonds + 1);
@@ -41,7 +41,7 @@ inline MindMap ladderMap(int diamonds) {
   return map;
 }
 
-// 0 → 1 → 2 → 3 → 1, and 4 → 5 → 4 apart from it.
+// 0 → 1 → 2 → 3 → 1, and separately 4 → 5 → 4.
 inline MindMap cycleMap() {
   MindMap map = mapOf({}, {{0, 1}, {1, 2}, {2, 3}, {3, 1}, {4, 5}, {5, 4}});
   addTopics(map, 6);
@@ -55,7 +55,7 @@ inline MindMap farMap() {
   return map;
 }
 
-// Doubled topics and edges, self-loops, and edges that name nothing.
+// Repeated topics and edges, self-loops, and edges that name nothing.
 inline MindMap brokenMap() {
   MindMap map = mapOf({0, 1, 1, 2, 0, 3}, {{0, 1}, {0, 1}, {80, 2}, {2, 81}, {82, 83}, {3, 3}});
   map.edges.append(edgeBetween(0, 2, 1));

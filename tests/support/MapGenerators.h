@@ -21,7 +21,7 @@ inline void showValue(const Drawing& drawing, std::ostream& stream) {
   for (const auto& [from, to] : drawing.ends) stream << from << "->" << to << ' ';
 }
 
-// A sound forest: topics in any order, edges in any order, at most one parent each.
+// A valid forest: topics in any order, edges in any order, at most one parent each.
 inline Drawing anyForest(int maxCount = 40) {
   Drawing drawing;
   const int count = *rc::gen::inRange(0, maxCount + 1);
@@ -37,7 +37,7 @@ inline Drawing anyForest(int maxCount = 40) {
   return drawing;
 }
 
-// Anything that the records allow: doubled topics, doubled edges, several parents, cycles, self-loops, missing ends.
+// Anything that the records allow: repeated topics and edges, several parents, cycles, self-loops, missing ends.
 inline Drawing anyDamage(int maxNumber = 10) {
   Drawing drawing;
   drawing.numbers = *rc::gen::container<std::vector<int>>(rc::gen::inRange(0, maxNumber));

@@ -16,7 +16,7 @@
 namespace quilmora::test {
 
 // What a session does with a map, without a window: everything that draws, measures, arranges or writes it. No finite
-// number and no text may make any of it unbounded. Calls `tell(name)` after each leg of the way.
+// number and no text may make any of it unbounded. Calls `tell(name)` after each step.
 template <class Tell>
 class MapJourney {
  public:
@@ -109,7 +109,7 @@ class MapJourney {
     try {
       exportMarkdown(map);
     } catch (const ExportError&) {
-      // Too deep to be indented, and refused.
+      // Too deep to be indented, so it is refused.
     }
     m_tell("texts");
   }

@@ -24,7 +24,7 @@ inline QString imageFileText(QSize size, int seed) {
   return QString::fromLatin1(bytes.toBase64());
 }
 
-// A map with everything that a picture can show, crowded into a square of this side, at odd places. Equal calls give
+// A map with everything that a picture can show, crowded into a square of this side, at odd positions. Equal calls give
 // equal maps.
 inline MindMap pictureMap(int count, double side, unsigned seed = 1) {
   static const std::array<QString, 8> titles{QStringLiteral("Plain"),

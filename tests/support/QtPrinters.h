@@ -5,7 +5,7 @@
 #include <QByteArray>
 #include <QString>
 
-// How a failed expectation shows Qt's texts. Found by the type of the argument, so these stand in no namespace.
+// How a failed expectation prints Qt's texts. Found by argument type, so these are in no namespace.
 inline void PrintTo(const QString& text, std::ostream* stream) {
   *stream << '"' << text.toStdString() << '"';
 }

@@ -11,12 +11,12 @@
 
 namespace quilmora {
 
-// Makes maps and their parts at random: the same seed gives the same map. Every optional field is there now and then,
-// and the texts hold what breaks careless programs.
+// Makes random maps and parts of maps: the same seed gives the same map. Every optional field is present now and then,
+// and the texts contain what breaks careless programs.
 class RandomMapMaker {
  public:
   enum class Structure {
-    forest,   // every topic has one parent at most, and no cycle
+    forest,   // every topic has at most one parent, and there is no cycle
     damaged,  // cycles, several parents, loops, dangling and repeated ids
   };
 
@@ -70,7 +70,7 @@ class RandomMapMaker {
     return QStringLiteral("#%1").arg(static_cast<uint>(below(4) * 0x3F3F3F), 6, 16, QLatin1Char('0')).toUpper();
   }
 
-  // Any finite number, an everyday one most of the time.
+  // Any finite number, most often an ordinary one.
   double number() {
     static constexpr std::array special{0.0,
                                         -0.0,
@@ -195,7 +195,7 @@ class RandomMapMaker {
   std::mt19937_64 m_random;
 };
 
-// Maps for laws; a failing one shrinks to fewer topics.
+// Maps for property tests; a failing one shrinks to fewer topics.
 inline rc::Gen<MindMap> anyMap(RandomMapMaker::Structure structure) {
   return rc::gen::apply(
       [structure](std::uint64_t seed, int topics) { return RandomMapMaker(seed).map(topics, structure); },
@@ -208,7 +208,7 @@ inline rc::Gen<MindMap> anyDamagedMap() {
   return anyMap(RandomMapMaker::Structure::damaged);
 }
 
-// How RapidCheck and GoogleTest show a map.
+// How RapidCheck and GoogleTest print a map.
 inline void showValue(const MindMap& map, std::ostream& stream) {
   stream << encodeDocument(map).toStdString();
 }

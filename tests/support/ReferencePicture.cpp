@@ -16,7 +16,7 @@ bool isNear(QRgb a, QRgb b, int tolerance) {
          tolerance;
 }
 
-// A pale copy of the reference with the differing pixels in red, and their number.
+// A pale copy of the reference with the differing pixels in red, and the number of them.
 std::pair<QImage, int> differenceOf(const QImage& picture, const QImage& reference, int tolerance) {
   QImage shown(picture.size().expandedTo(reference.size()), QImage::Format_RGB32);
   shown.fill(Qt::red);

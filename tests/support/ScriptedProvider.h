@@ -8,7 +8,7 @@
 
 namespace quilmora::test {
 
-// A back end that answers when a test says so, or everything at once with `standingTree`.
+// A provider that answers when a test says so, or answers everything at once with `standingTree`.
 class ScriptedProvider final : public AIProvider {
  public:
   explicit ScriptedProvider(std::optional<AITreeNode> tree = std::nullopt) : standingTree(std::move(tree)) {}

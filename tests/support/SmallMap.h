@@ -8,7 +8,7 @@
 
 #include "model/MindMap.h"
 
-// Maps written down in a test: topics and edges are numbers, and a number always gives the same id.
+// Maps written out in a test: topics and edges are numbers, and a number always gives the same id.
 namespace quilmora::test {
 
 using Ends = std::pair<int, int>;

@@ -4,8 +4,8 @@
 #include <QString>
 #include <QTemporaryDir>
 
-// A small file system of its own for the life of the object, to meet a full and a read-only disk for real. Mounting
-// needs root; without it isMounted() is false and the test has to be skipped.
+// A small file system that exists as long as the object, for testing with a really full and a really read-only disk.
+// Mounting needs root; without it isMounted() is false and the test must be skipped.
 class TemporaryDisk {
  public:
   explicit TemporaryDisk(const QByteArray& size = QByteArrayLiteral("64k"));
@@ -15,7 +15,7 @@ class TemporaryDisk {
 
   bool isMounted() const { return m_isMounted; }
   bool makeReadOnly();
-  // Uses up what is left of the space, but for about `rest` bytes.
+  // Uses up the remaining space, except for about `rest` bytes.
   void fill(qint64 rest = 0);
   QString path(const QString& name) const { return m_folder.filePath(name); }
 

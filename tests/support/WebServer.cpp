@@ -21,7 +21,7 @@ QByteArray fileText(const QString& path) {
   return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-// Made once a test program; nobody else trusts it.
+// Made once per test program; nobody else trusts it.
 const Identity& identity() {
   static const Identity made = [] {
     const QTemporaryDir folder;

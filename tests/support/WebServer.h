@@ -9,8 +9,8 @@
 #include <QTcpServer>
 #include <QTcpSocket>
 
-// A server of the web on the loopback address, with a certificate of its own that only clientConfiguration() trusts.
-// What it answers, and how badly, is up to the test.
+// A web server on the loopback address, with a certificate of its own that only clientConfiguration() trusts. The test
+// decides what it answers, and how badly.
 class WebServer : public QObject {
  public:
   enum class Security { plain, tls };
@@ -24,14 +24,14 @@ class WebServer : public QObject {
   explicit WebServer(Security security = Security::tls);
   ~WebServer() override;
 
-  // What to do once a request is there whole. By default nothing: the client waits.
+  // What to do once a complete request has arrived. By default nothing: the client waits.
   std::function<void(QTcpSocket&, const Request&)> onRequest;
-  // What to do at the start of a connection, after the handshake where there is one.
+  // What to do at the start of a connection, after the handshake if there is one.
   std::function<void(QTcpSocket&)> onConnection;
 
   // Answers each request with this and closes the connection.
   void answerWith(int status, const QByteArray& body, const QByteArray& moreHeaders = {});
-  // Sends these bytes as they are, and then hangs up if asked to.
+  // Sends these bytes as they are, and then closes the connection if `hangsUp`.
   void answerRaw(const QByteArray& bytes, bool hangsUp);
 
   QString host() const;  // "127.0.0.1:40123"
@@ -40,9 +40,9 @@ class WebServer : public QObject {
   int connectionCount() const { return m_connectionCount; }
   int openConnectionCount() const { return m_openConnectionCount; }
 
-  // Of a client that trusts this kind of server.
+  // For a client that trusts this kind of server.
   static QSslConfiguration clientConfiguration();
-  // A whole reply with its length.
+  // A complete reply with its length.
   static QByteArray reply(int status, const QByteArray& body, const QByteArray& moreHeaders = {});
 
  private:
