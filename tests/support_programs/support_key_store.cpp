@@ -1,5 +1,5 @@
-// support_key_store read|save ACCOUNT [VALUE]: asks the key store of the session bus once, and prints the key that is
-// known then, what became of the store, and the longest turn of the event loop in milliseconds.
+// support_key_store read|save ACCOUNT [VALUE]: asks the key store of the session bus once, and prints the key then
+// known, the state of the store, and the longest turn of the event loop in milliseconds.
 #include <cstdio>
 
 #include <QCoreApplication>

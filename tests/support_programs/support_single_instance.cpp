@@ -1,6 +1,6 @@
-// One start of a program that runs once for a user. Tells on standard output what became of it, and as the first prints
-// each path that later starts hand over, and "shown" for those that hand over none. Usage: support_single_instance LOCK
-// SOCKET PATIENCE [DOCUMENT...]
+// One start of a program that runs once per user. Prints its result and, if it is the first, each path that later
+// starts pass on, and "shown" for starts without paths. Usage: support_single_instance LOCK SOCKET PATIENCE
+// [DOCUMENT...]
 
 #include <cstdio>
 

@@ -1,5 +1,5 @@
-// The editor itself, but that the vendors are a server on this machine: LOOPBACK_VENDOR has its host and port,
-// LOOPBACK_CERTIFICATE the file of the one certificate that is trusted.
+// The editor itself, except that the vendors are a server on this machine: LOOPBACK_VENDOR has its host and port,
+// LOOPBACK_CERTIFICATE the file of the only certificate that is trusted.
 #include <QFile>
 #include <QSslCertificate>
 
