@@ -33,7 +33,7 @@ class DocumentFile : public testing::Test {
     EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name;
     return file.readAll();
   }
-  // Everything below the folder, hidden files too.
+  // Everything in the folder, including hidden files.
   QStringList entries(const char* name = ".") const {
     return QDir(path(name))
         .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
@@ -58,7 +58,7 @@ class DocumentFile : public testing::Test {
   QTemporaryDir m_folder;
 };
 
-// Runs the check as a user without special rights; root's file access knows no bounds. Answers whether it held.
+// Runs the check as a user without special rights, because root may access any file. Returns whether it held.
 bool holdsForAPlainUser(const std::function<bool()>& check) {
   if (geteuid() != 0) return check();
   const pid_t child = fork();
@@ -71,7 +71,7 @@ bool holdsForAPlainUser(const std::function<bool()>& check) {
   return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
-// As long as it lives, no file can grow beyond 50,000 bytes.
+// While it exists, no file can grow beyond 50,000 bytes.
 class SmallFilesOnly {
  public:
   SmallFilesOnly() {
@@ -148,7 +148,7 @@ TEST_F(DocumentFile, RefusesAFileWithoutPermission) {
   EXPECT_TRUE(holdsForAPlainUser([&] { return refusalAt("secret.mindmap") == "permission denied"; }));
 }
 
-// These never block: a test that hangs is ended by its time limit.
+// These never block: a test that hangs is stopped by its time limit.
 TEST_F(DocumentFile, RefusesAPipeWithoutWaiting) {
   ASSERT_EQ(mkfifo(QFile::encodeName(path("pipe.mindmap")).constData(), 0600), 0);
   EXPECT_EQ(refusalAt("pipe.mindmap"), "this is a pipe, a socket or a device and not a file");
@@ -179,7 +179,7 @@ TEST_F(DocumentFile, RefusesAFileThatReadingWouldNeedTheWholeMemoryFor) {
 }
 
 TEST_F(DocumentFile, ReadsFilesWhoseSizeIsNotToldBeforehand) {
-  // The system's files tell a size of 0; this one is no document, but it is not empty either.
+  // The system's files report a size of 0; this one is not a document, but it is not empty either.
   const std::string complaint = refusalOf([] { decodeDocumentAt(QStringLiteral("/proc/self/status")); });
   EXPECT_EQ(complaint, "line 1, column 1: expected a value");
 }
@@ -203,7 +203,7 @@ TEST_F(DocumentFile, WritesAPackageUnderTheLongestName) {
   EXPECT_EQ(decodeDocumentAt(longest), m_map);
 }
 
-// A title with a null character must not cut the sentence that quotes it.
+// A title with a null character must not truncate the sentence that quotes it.
 TEST_F(DocumentFile, AnErrorIsWholeWhateverItQuotes) {
   const QString text = QStringLiteral("before") + QChar(u'\0') + QStringLiteral("after");
   EXPECT_EQ(DocumentError(text).message(), text);

@@ -14,7 +14,7 @@ QByteArray repeated(const char* piece, int count) {
   return QByteArray(piece).repeated(count);
 }
 
-// The document with a value under a key that no record knows.
+// The document with a value under an unknown key.
 QByteArray documentAround(const QByteArray& value) {
   return documentWithText("\"version\": 1", ("\"version\": 1, \"later\": " + value).constData());
 }
@@ -100,7 +100,7 @@ TEST(DocumentHostile, LongWholeNumbersStandBesideEachOther) {
       decodeDocument(documentWithText("[1.5, -2]", "[123456789012345678901234567890, -98765432109876543210]"));
   EXPECT_EQ(map.nodes[0].position, QPointF(123456789012345678901234567890.0, -98765432109876543210.0));
   EXPECT_EQ(map.edges.size(), 1u);
-  // Digits inside a text are no number.
+  // Digits inside a text are not a number.
   EXPECT_EQ(
       decodeDocument(documentWithText("[1.5, -2]", "[123456789012345678901, 0], \"later\": \"12345678901234567890\""))
           .nodes.size(),
@@ -119,7 +119,7 @@ TEST(DocumentHostile, KeysThatStandTwice) {
             "edges[0].style.taper.easing: the key stands twice");
   EXPECT_EQ(refusalOf("\"rect\"", "\"imageRef\": 1, \"imageRef\": 1, \"rect\""),
             "regions[0].imageRef: the key stands twice");
-  // Inside a value that nobody reads, nothing is examined.
+  // Nothing inside an unread value is examined.
   EXPECT_EQ(refusalOf("\"version\": 1", "\"version\": 1, \"later\": {\"a\": 1, \"a\": 2}"), "");
 }
 

@@ -9,8 +9,8 @@
 namespace quilmora {
 namespace {
 
-// Reads the bytes, which must end in a map that can be written and read back, or in an error that says something.
-// Returns whether it was a map.
+// Reads the bytes, which must give a map that can be written and read back, or an error with a message. Returns whether
+// it was a map.
 bool readsCleanly(const QByteArray& bytes) {
   MindMap map;
   try {

@@ -59,7 +59,7 @@ struct KeyCase {
   const char* path;
   bool isRequired;
   QJsonValue wrong;       // a value that is refused
-  const char* complaint;  // about it
+  const char* complaint;  // the error for it
 };
 
 std::vector<KeyCase> keyCases() {

@@ -83,7 +83,7 @@ inline QByteArray documentWithText(const char* before, const char* after) {
   return text.replace(at, static_cast<qsizetype>(qstrlen(before)), after);
 }
 
-// Why the document is refused, or an empty text when it is not.
+// Why the document is refused, or an empty text if it is not.
 inline std::string refusal(const QByteArray& json) {
   try {
     decodeDocument(json);

@@ -6,7 +6,7 @@
 #include "support/Corpus.h"
 #include "support/RandomMap.h"
 
-// Documents that are larger than a window are read part by part. Nothing else tells the two ways apart.
+// Documents larger than a window are read in parts. Nothing else distinguishes the two ways.
 
 namespace quilmora {
 namespace {
@@ -17,7 +17,7 @@ MindMap decoded(const QByteArray& json, std::size_t window) {
   return decodePadded(PaddedText::copyOf({json.constData(), static_cast<std::size_t>(json.size())}), window);
 }
 
-// The map, or nothing where the text is refused.
+// The map, or nothing if the text is refused.
 std::optional<MindMap> mapOf(const QByteArray& json, std::size_t window) {
   try {
     return decoded(json, window);

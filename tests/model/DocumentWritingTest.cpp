@@ -140,7 +140,7 @@ TEST(DocumentWriting, KeepsOptionalValuesThatAreSetButEmpty) {
   EXPECT_EQ(decodeDocument(encodeDocument(map)), map);
 }
 
-// The text of a number, as an icon's size.
+// The text of a number, written as an icon's size.
 std::string written(double number) {
   MindMap map = decodeDocument(fullDocument());
   map.nodes.update(0, [&](Node& node) { node.style.iconSize = number; });
@@ -219,7 +219,7 @@ TEST(DocumentWriting, HalvesOfSurrogatePairsBecomeReplacementCharacters) {
 }
 
 TEST(DocumentWriting, LongTextsKeepTheirPairsWhole) {
-  // Pairs at even and odd places, so that some straddle every boundary of the writer's pieces.
+  // Pairs at even and odd offsets, so that some straddle every boundary of the writer's pieces.
   for (const int offset : {0, 1}) {
     MindMap map = decodeDocument(fullDocument());
     map.title = QString(offset, QLatin1Char('x')) + QStringLiteral("🚀").repeated(20'000);

@@ -10,7 +10,7 @@ using namespace quilmora::test;
 
 namespace {
 
-// What an index tells, by ids, beside one that was made afresh. Empty where they agree.
+// The difference, by ids, between an index and one built from scratch. Empty if they agree.
 std::string differenceToFresh(const MapIndex& index, const SharedArray<Node>& nodes, const SharedArray<Edge>& edges) {
   if (index.positions().size() != nodes.size() || index.numberOfNode().size() != nodes.size()) return "size of nodes";
   if (index.edgeFrom().size() != edges.size() || index.edgeTo().size() != edges.size()) return "size of edges";
@@ -38,7 +38,7 @@ TEST(MapIndex, NumbersTopicsAndTheEndsOfConnectors) {
   EXPECT_EQ(index.find(topicId(5)), 0U);
   EXPECT_EQ(index.find(topicId(7)), 1U);
   EXPECT_EQ(index.edgeFrom()[1], index.numberOfNode()[1]);
-  // Named by a connector alone.
+  // Named only by a connector.
   EXPECT_EQ(index.find(topicId(9)), MapIndex::npos);
   EXPECT_EQ((*index.ids())[index.edgeTo()[1]], topicId(9));
   EXPECT_EQ(index.nodeOfNumber()[index.edgeTo()[1]], MapIndex::npos);

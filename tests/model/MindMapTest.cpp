@@ -7,7 +7,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// A clock that moves on by a second at each reading.
+// A clock that advances by a second at each reading.
 class TickingClock final : public Clock {
  public:
   TimePoint now() const override { return TimePoint(std::chrono::seconds(1000 + m_readings++)); }
@@ -95,7 +95,7 @@ TEST(Records, CompareEveryFieldExactly) {
   EXPECT_TRUE(differs([](Node& n) { n.id = id(2); }));
   EXPECT_TRUE(differs([](Node& n) { n.title = QStringLiteral("x"); }));
   EXPECT_TRUE(differs([](Node& n) { n.notes = QStringLiteral("x"); }));
-  EXPECT_TRUE(differs([](Node& n) { n.position.setX(1e-13); }));  // nearer than QPointF's own comparison sees
+  EXPECT_TRUE(differs([](Node& n) { n.position.setX(1e-13); }));  // closer than QPointF's own comparison can tell
   EXPECT_TRUE(differs([](Node& n) { n.style.bold = true; }));
   EXPECT_TRUE(differs([](Node& n) { n.icon = IconRef(); }));
   EXPECT_TRUE(differs([](Node& n) { n.badge = Badge::done; }));

@@ -11,7 +11,7 @@ namespace {
 
 // Small blocks, so that few records fill several.
 using Array = SharedArray<std::string, 4>;
-// Blocks in which a few records are so few that they are joined with their neighbours.
+// Blocks in which a few records are few enough to be merged with their neighbours.
 using WideArray = SharedArray<std::string, 12>;
 using Strings = std::vector<std::string>;
 
@@ -157,7 +157,7 @@ TEST(SharedArray, TakesASharedBlockAsEqualWithoutLookingInside) {
   EXPECT_EQ(Counted::comparisons, 4);  // the one block that was written
 }
 
-// One random step on an array and on a vector that says what must come out.
+// One random step on an array and on a vector that gives the expected result.
 template <class Records>
 void step(Records& array, Strings& model) {
   const int kind = *rc::gen::inRange(0, 6);

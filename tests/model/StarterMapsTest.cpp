@@ -123,7 +123,7 @@ RC_GTEST_PROP(StarterMapLaws, BranchesStand180FromTheRootAtEqualTurns, ()) {
   for (std::size_t i = 1; i < map.nodes.size(); ++i) {
     const QPointF arm = map.nodes[i].position - map.nodes[0].position;
     RC_ASSERT(std::abs(std::hypot(arm.x(), arm.y()) - 180.0) < 1e-9);
-    // Clockwise where y grows downward: each arm turns to the right of the one before.
+    // Clockwise with y growing downwards: each arm turns to the right of the previous one.
     if (i > 1 && count > 2) {
       RC_ASSERT(before.x() * arm.y() - before.y() * arm.x() > 0.0);
     }

@@ -11,7 +11,7 @@
 
 namespace quilmora::test {
 
-// The tree's rules once more, word by word over dictionaries.
+// The tree's rules again, word for word over dictionaries.
 struct TreeReference {
   std::map<QUuid, int> depth;
   std::map<QUuid, QUuid> parent;
@@ -61,7 +61,7 @@ struct TreeReference {
     return false;
   }
 
-  // The walk to the parents, given up as endless once it is longer than there are ids.
+  // The walk to the parents, abandoned as endless once it is longer than there are ids.
   bool isHidden(QUuid id, const IdSet& collapsed) const {
     for (std::size_t step = 0; step <= known.size(); ++step) {
       const auto found = parent.find(id);
