@@ -33,12 +33,12 @@ mode_t modeOf(const QString& path) {
   return status.st_mode & 07777;
 }
 
-// All names in a folder, hidden ones too.
+// All names in a folder, including hidden ones.
 QStringList namesIn(const QString& folder) {
   return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
 }
 
-// Runs `work` as a user whom permissions bind, even when the test runs as root, and gives back the text it answers.
+// Runs `work` as a user bound by permissions, even if the test runs as root, and returns its text.
 QString asOrdinaryUser(const std::function<QString()>& work) {
   if (::geteuid() != 0) return work();
   int ends[2];
@@ -330,7 +330,7 @@ TEST(FileStream, AMissingFolderIsToldAtTheEnd) {
       QStringLiteral("“picture” could not be written. The folder “%1/absent” does not exist.").arg(folder.path()));
 }
 
-// Knows whole files only.
+// Only writes whole files.
 class KeepingWriter final : public FileWriter {
  public:
   Outcome write(const QString& path, const QByteArray& data) override {

@@ -12,13 +12,13 @@
 
 namespace {
 
-// A session bus of its own that starts nothing by itself, so no prompt can be shown: whoever must ask is denied.
+// A session bus of its own that starts no services, so no prompt can be shown: a request that needs one is denied.
 class KeychainKeyStoreTest : public testing::Test {
  protected:
   struct Answer {
     QString key;
     QString state;
-    int longestTurn = -1;  // of the asking program's event loop, in milliseconds
+    int longestTurn = -1;  // of the program's event loop, in milliseconds
   };
 
   void SetUp() override {
@@ -56,7 +56,7 @@ class KeychainKeyStoreTest : public testing::Test {
     process.kill();
     process.waitForFinished();
   }
-  // A daemon whose collection is open by its password, or locked.
+  // A daemon whose collection is unlocked with its password, or locked.
   void startDaemon(bool isUnlocked) {
     end(daemon);
     daemon.setProcessEnvironment(environment);

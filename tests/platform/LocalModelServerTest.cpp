@@ -24,11 +24,11 @@ QByteArray completion(const QString& text) {
   return QJsonDocument(QJsonObject{{QStringLiteral("choices"), QJsonArray{choice}}}).toJson();
 }
 
-// Two servers as people run them, one listing by tags and one by models; both silent at first.
+// Two servers such as people run, one listing by tags and one by models; both silent at first.
 class LocalModelServerTest : public testing::Test {
  protected:
   static QUrl root(const WebServer& server) { return QUrl(QStringLiteral("http://") + server.host()); }
-  // Lists at `path` alone, and answers the completions.
+  // Lists models only at `path`, and answers the completions.
   static void serve(WebServer& server, const QByteArray& path, const QByteArray& list) {
     server.onRequest = [=](QTcpSocket& socket, const WebServer::Request& request) {
       QByteArray reply = WebServer::reply(404, "not found");

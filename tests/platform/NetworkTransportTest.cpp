@@ -24,7 +24,7 @@ class NetworkTransportTest : public testing::Test {
     return made;
   }
   QFuture<HttpReply> send() { return transport.send(request(server)); }
-  // The kind that the exchange failed with.
+  // The kind of error that the exchange failed with.
   static std::optional<HttpError::Kind> kindOf(QFuture<HttpReply> future) {
     if (!ends(future)) return std::nullopt;
     try {
@@ -45,7 +45,7 @@ TEST_F(NetworkTransportTest, AReplyOfAnyStatusIsAReply) {
     server.answerWith(status, status == 204 ? "" : "body");
     QFuture<HttpReply> future = send();
     ASSERT_TRUE(ends(future));
-    if (status == 407) {  // speaks of a proxy where there is none
+    if (status == 407) {  // claims a proxy that does not exist
       EXPECT_EQ(kindOf(future), HttpError::Kind::connection);
       continue;
     }
@@ -114,7 +114,7 @@ TEST_F(NetworkTransportTest, RedirectsAreNotFollowed) {
 TEST_F(NetworkTransportTest, TheTimeOutIsForTheWholeRequest) {
   HttpRequest hasty = request(server);
   hasty.timeout = 400ms;
-  // A byte now and then keeps no exchange alive.
+  // An occasional byte keeps no exchange alive.
   server.onRequest = [](QTcpSocket& socket, const WebServer::Request&) {
     socket.write("HTTP/1.1 200 OK\r\nContent-Length: 1000\r\n\r\n");
     auto* drip = new QTimer(&socket);
@@ -140,7 +140,7 @@ TEST_F(NetworkTransportTest, AHangAtAnyStageTimesOut) {
     server.answerRaw(bytes, false);
     EXPECT_EQ(kindOf(transport.send(hasty)), HttpError::Kind::timedOut) << bytes;
   }
-  QTcpServer silent;  // takes connections and never shakes hands
+  QTcpServer silent;  // accepts connections but never completes a handshake
   ASSERT_TRUE(silent.listen(QHostAddress::LocalHost));
   hasty.url = QUrl(QStringLiteral("https://127.0.0.1:%1/").arg(silent.serverPort()));
   EXPECT_EQ(kindOf(transport.send(hasty)), HttpError::Kind::timedOut) << "before the handshake";
@@ -216,7 +216,8 @@ TEST_F(NetworkTransportTest, AReplyWithoutEndIsRefusedAtItsLimit) {
 }
 
 TEST_F(NetworkTransportTest, ACompressedReplyIsRefused) {
-  // "{}" and a thousand times as many zeros would look the same from here: what was not asked for is not unpacked.
+  // "{}" and a thousand times as many zeros would look the same from here: content that was not requested in this form
+  // is not unpacked.
   server.answerWith(200, QByteArray::fromHex("1f8b0800000000000003abae050043bfa6a302000000"),
                     "Content-Encoding: gzip\r\n");
   EXPECT_EQ(kindOf(send()), HttpError::Kind::compressed);

@@ -18,7 +18,7 @@
 namespace quilmora {
 namespace {
 
-// The status with which a process ends that does this, as its shell would tell it; one that hangs is ended by a signal.
+// The exit status of a process that does this, as its shell would report it; one that hangs is ended by a signal.
 int statusOf(const std::function<int()>& work) {
   const pid_t child = ::fork();
   if (child == 0) {
@@ -59,11 +59,11 @@ TEST(ProcessGuards, AFullPipeDoesNotHoldTheProgram) {
                 if (fromTheStart) neverWaitForStandardError();
                 SystemLog log;
                 for (int line = 0; line < 300; ++line) log.write(QString(1000, u'x'));
-                // Whatever else writes there, a library's warning say, goes by the stream itself.
+                // Anything else that writes there, such as a library's warning, uses the stream itself.
                 bool isFull = !fromTheStart;
                 for (int byte = 0; byte < 100'000 && !isFull; ++byte) isFull = ::write(STDERR_FILENO, "x", 1) < 0;
                 if (!isFull) return 2;
-                // The stream as others share it waits as before.
+                // For the others that share the stream, it blocks as before.
                 return (::fcntl(ends[1], F_GETFL) & O_NONBLOCK) == 0 ? 0 : 3;
               }),
               0);

@@ -15,7 +15,7 @@
 namespace quilmora {
 namespace {
 
-// The same expectations hold in memory, in the open settings file, and for who reads that file later.
+// The same expectations hold in memory, in the open settings file, and when that file is read again later.
 enum class Store { memory, file, reopenedFile };
 
 class SettingsStoreTest : public testing::TestWithParam<Store> {
@@ -25,7 +25,7 @@ class SettingsStoreTest : public testing::TestWithParam<Store> {
     return *m_store;
   }
 
-  // Where the store is a file: ends it, which writes, and opens it anew.
+  // If the store is a file, closes it, which writes, and reopens it.
   void pass() {
     if (GetParam() != Store::reopenedFile) return;
     m_store.reset();
@@ -240,7 +240,7 @@ TEST(DesktopSettingsStore, WritesAtTheNextTurnOfTheMainLoop) {
   EXPECT_EQ(DesktopSettingsStore(path).text(key), QStringLiteral("new"));
 }
 
-// Another program's lock file beside it, however fresh, makes nobody wait.
+// Another program's lock file next to it, however fresh, blocks nobody.
 TEST(DesktopSettingsStore, WaitsForNoLock) {
   const QTemporaryDir folder;
   const QString path = folder.filePath(QStringLiteral("settings.json"));

@@ -44,7 +44,7 @@ class SingleInstanceTest : public testing::Test {
                   QStringList({lock, socket, QStringLiteral("5000")}) + documents);
     return process;
   }
-  // What a process said until it ended.
+  // What a process printed until it ended.
   static QString lastWords(QProcess& process) {
     if (!QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, 20'000))
       return QStringLiteral("(runs on)");
@@ -124,7 +124,7 @@ TEST_F(SingleInstanceTest, OfManyStartsAtOnceOneIsTheFirst) {
   }
   ASSERT_EQ(told.size(), 8);
   EXPECT_EQ(told.takeFirst(), QStringLiteral("first"));
-  // Each path once, but for the first one's own, which nobody handed over.
+  // Each path once, except for the first one's own, which nobody passed on.
   told.removeDuplicates();
   EXPECT_EQ(told.size(), 7);
 }
@@ -216,7 +216,7 @@ TEST_F(SingleInstanceTest, ListensOnlyToThisUser) {
   EXPECT_EQ(QFileInfo(lock).permissions() & others, QFile::Permissions());
 }
 
-// What anyone could write into the socket.
+// What anyone could write to the socket.
 class HostileMessage : public SingleInstanceTest {
  protected:
   static QByteArray message(const QByteArray& body) {
@@ -225,7 +225,7 @@ class HostileMessage : public SingleInstanceTest {
     return QByteArrayLiteral("QLMR1") + length + body;
   }
 
-  // Sends bytes and gives back what came before the other side closed.
+  // Sends bytes and returns what came before the other side closed.
   QByteArray answerTo(const QByteArray& bytes, bool closes = false) {
     QLocalSocket client;
     client.connectToServer(socket);
@@ -256,7 +256,7 @@ TEST_F(HostileMessage, IsDroppedAndTheNextOneHeard) {
   EXPECT_EQ(answerTo(QByteArray(), true), QByteArray());
   EXPECT_EQ(spy.count(), 0);
 
-  // A name that is no text stays told apart from every other.
+  // A name that is not valid text stays distinct from every other.
   EXPECT_EQ(answerTo(message(QByteArray("/\xff\0", 3))), QByteArrayLiteral("+"));
   ASSERT_TRUE(QTest::qWaitFor([&] { return spy.count() == 1; }, 5000));
   EXPECT_EQ(spy.takeFirst().at(0).toStringList(), QStringList{pathFromBytes("/\xff")});
