@@ -12,7 +12,7 @@ namespace quilmora {
 
 namespace {
 
-// A tree of any shape: each topic after the first hangs below one that is there.
+// A tree of any shape: each topic after the first goes below an existing one.
 AITreeNode anyTree() {
   const auto parents = *rc::gen::container<std::vector<std::uint16_t>>(rc::gen::arbitrary<std::uint16_t>());
   std::vector<AITreeNode> topics;
@@ -36,7 +36,7 @@ std::size_t topicCount(const AITreeNode& tree) {
   return count;
 }
 
-// Every reader answers with a tree or with one of its errors.
+// Every reader returns a tree or throws one of its errors.
 void readInEveryVariant(const QString& reply) {
   for (const ReplyVariant variant : {ReplyVariant::claude, ReplyVariant::openAI, ReplyVariant::onDevice}) {
     try {

@@ -13,7 +13,7 @@ QString outlineOf(const MindMap& map) {
   return mapOutline(map, index, TreeInfo(index));
 }
 
-// One topic without a parent whose title fills the outline up to this many characters.
+// One topic without a parent whose title makes the outline this long.
 MindMap mapOfLength(int characters) {
   MindMap map = test::mapOf({0});
   const int before = static_cast<int>(QStringLiteral("Title: Small\nNodes: 1\n- ").size());

@@ -126,7 +126,7 @@ std::size_t topicCount(const AITreeNode& tree) {
   return count;
 }
 
-// What every answer of the generator keeps to, whatever the prompt.
+// What every answer of the generator satisfies, whatever the prompt.
 void requireLaws(const QString& prompt) {
   const AITreeNode tree = generateTree(prompt);
   RC_ASSERT(!tree.title.isEmpty());

@@ -7,7 +7,7 @@ namespace quilmora {
 
 namespace {
 
-// A tree as an outline on one line: "root(branch(leaf, leaf), branch)", with "[notes]" behind a title.
+// A tree as an outline on one line: "root(branch(leaf, leaf), branch)", with "[notes]" after a title.
 QString outline(const AITreeNode& node) {
   QString text = node.title;
   if (node.notes) text += u'[' + *node.notes + u']';

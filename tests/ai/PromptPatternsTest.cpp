@@ -122,7 +122,7 @@ TEST(PromptPatterns, AnExpansionTargetLosesItsQuotes) {
 }
 
 TEST(PromptPatterns, KnowsTheLettersOfEveryScript) {
-  // Cyrillic letters belong to words, so that no boundary stands before the number.
+  // Cyrillic letters are part of words, so there is no boundary before the number.
   EXPECT_EQ(count(u"план3 topics"), QStringLiteral("none"));
   EXPECT_EQ(count(u"план 3 topics"), QStringLiteral("5-13 3"));
   EXPECT_EQ(color(u"чай in зелёный цвет"), QStringLiteral("4-14 зелёный"));
@@ -131,7 +131,7 @@ TEST(PromptPatterns, KnowsTheLettersOfEveryScript) {
   EXPECT_EQ(topic(u"about 日本の茶　"), QStringLiteral("日本の茶"));
   EXPECT_EQ(topic(u"about\u3000茶"), QStringLiteral("茶"));
   EXPECT_EQ(topic(u"about\u00A0the\u2003tea"), QStringLiteral("tea"));
-  // A dotted capital I in lower case is an i with a mark, which is not the word "in".
+  // The lower case of a dotted capital I is an i with a mark, so this is not the word "in".
   EXPECT_EQ(told(findColorWords(text(u"tea İN green").toLower())), QStringLiteral("none"));
   EXPECT_EQ(topic(u"crEATE tea"), QStringLiteral("tea"));
   EXPECT_EQ(topic(u"brainſtorm tea"), QStringLiteral("tea"));
@@ -146,7 +146,7 @@ TEST(PromptPatterns, AMarkBelongsToTheLetterBeforeIt) {
   EXPECT_EQ(color(u"in 𝒷lue"), QStringLiteral("0-8 𝒷lue"));
 }
 
-// Each would keep an engine that backtracks busy for hours.
+// Each would keep a backtracking engine busy for hours.
 TEST(PromptPatterns, AnswersAtOnceOnLongTexts) {
   constexpr int length = 1 << 20;
   const QString blanks(200'000, u' ');
@@ -179,7 +179,7 @@ TEST(PromptPatterns, AnswersAtOnceOnLongTexts) {
 
 namespace {
 
-// A text of the pieces that the patterns are about.
+// A text composed of pieces that matter to the patterns.
 QString anyPrompt() {
   static const char* const pieces[] = {
       " ",       " ",      "  ",      "\n",    "\"",     "'",     "x",      "ab",    "7",    "12",     "node",
@@ -193,7 +193,7 @@ QString anyPrompt() {
   return prompt;
 }
 
-// What a regular expression finds, as told() tells it.
+// What a regular expression finds, in the form of told().
 QString found(const char* pattern, const QString& prompt, bool ignoresCase = false) {
   const QRegularExpression expression(
       QLatin1String(pattern),
@@ -213,7 +213,7 @@ QString firstOf(std::initializer_list<QString> results) {
 
 }  // namespace
 
-// The marks are left out here, because the two do not agree on them.
+// Marks are left out, because the two disagree about them.
 TEST(PromptPatterns, FindWhatTheRegularExpressionsFind) {
   EXPECT_TRUE(rc::check("scanner == expression", [] {
     const QString prompt = anyPrompt().remove(QChar(0x0301));

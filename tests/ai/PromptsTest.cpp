@@ -22,7 +22,7 @@ const QString notesWish = QStringLiteral(
 
 }  // namespace
 
-// The texts are long and must not drift; what they begin with says which is which.
+// The texts are long and must not drift; their beginnings identify them.
 TEST(Prompts, SystemPromptsAreWordForWord) {
   const auto expect = [](const QString& prompt, const char* start, const char* hash) {
     EXPECT_TRUE(prompt.startsWith(QLatin1String(start))) << prompt.left(80).toStdString();

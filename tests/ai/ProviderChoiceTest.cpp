@@ -18,7 +18,7 @@ class ProviderChoiceTest : public testing::Test {
  protected:
   void choose(const char* provider) { settings.setText(settings::aiProvider, QString::fromLatin1(provider)); }
   QString chosenName() { return chosenProvider(backEnds)->name(); }
-  // Asks the chosen back end for a map, and tells whether the offline generator got it.
+  // Asks the chosen provider for a map, and returns whether the offline generator answered.
   bool isOffline() {
     const std::size_t before = offline->requests.size();
     QFuture<AIResponse> reply = chosenProvider(backEnds)->generate(GenerateMapRequest{}, {});

@@ -45,7 +45,7 @@ std::vector<ChatMessage> dialogue() {
           ChatMessage::create(ChatRole::user, QStringLiteral("more"), {})};
 }
 
-// The same back ends over a transport in memory, for what is sent and how replies are read.
+// The vendors' providers over an in-memory transport, for what is sent and how replies are read.
 class VendorProvidersTest : public testing::Test {
  protected:
   QJsonObject sentBody() const {
