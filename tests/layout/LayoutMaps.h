@@ -5,7 +5,7 @@
 #include "layout/LayoutAlgorithm.h"
 #include "support/SmallMap.h"
 
-// Layouts of maps written down by number, on a canvas of 1000 by 600 whose centre is (500, 300).
+// Layouts of maps given by numbers, on a canvas of 1000 by 600 whose centre is (500, 300).
 namespace quilmora::test {
 
 struct SmallMap {
@@ -14,7 +14,7 @@ struct SmallMap {
   SharedArray<Node> nodes;
   SharedArray<Edge> edges;
 
-  // Topics 0 to `count` - 1. An edge may name further numbers, which are no topics.
+  // Topics 0 to `count` - 1. An edge may name other numbers, which are not topics.
   explicit SmallMap(int count, const std::vector<Ends>& ends = {}) : edges(edgesOf(ends)) {
     for (int i = 0; i < count; ++i) nodes.append(topic(i));
   }
@@ -45,7 +45,7 @@ inline SmallMap starOf(int count) {
   return SmallMap(count, ends);
 }
 
-// Diamonds on top of each other: each doubles the number of ways from the root 0 to the last topic.
+// Diamonds stacked on each other: each doubles the number of paths from the root 0 to the last topic.
 inline SmallMap ladderOf(int diamonds) {
   std::vector<Ends> ends;
   for (int top = 0; top < 3 * diamonds; top += 3)

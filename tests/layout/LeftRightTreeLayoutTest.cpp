@@ -16,7 +16,7 @@ PositionTable place(int count, const std::vector<Ends>& ends) {
   return SmallMap(count, ends).place(LeftRightTreeLayout());
 }
 
-// The rules once more, recursive and over dictionaries.
+// The rules again, recursive and with dictionaries.
 class Reference {
  public:
   Reference(const LeftRightTreeLayout& layout, const SmallMap& map) : m_layout(layout) {
@@ -126,7 +126,7 @@ TEST(LeftRightTreeLayout, PlacesChainsStarsAndLaddersOfAnyLength) {
   expectAt(star, 100'000, 250.0, 300.0 - 80.0 * 49'999);
   const PositionTable ladder = ladderOf(60).place(LeftRightTreeLayout());
   ASSERT_EQ(ladder.size(), 181u);
-  // The first way decides: the upper topic of every diamond but the first, 40 higher each time.
+  // The first path decides: the upper topic of every diamond but the first, 40 higher each time.
   expectAt(ladder, 180, 500.0 + 250.0 * 120, 300.0 - 40.0 * 59);
 }
 

@@ -8,7 +8,7 @@ using namespace quilmora;
 using namespace quilmora::test;
 
 TEST(OrgChartLayout, GrowsDownwardsWithItsOwnConstants) {
-  // Two leaves lie 120 + 50 apart, the root above their middle.
+  // Two leaves are 120 + 50 apart, with the root above their middle.
   const PositionTable placed = SmallMap(3, {{0, 1}, {0, 2}}).place(OrgChartLayout());
   expectAt(placed, 0, 500.0, 225.0);
   expectAt(placed, 1, 415.0, 375.0);
@@ -26,7 +26,7 @@ TEST(OrgChartLayout, SeparatesTwoTreesByTwiceTheSiblingSpacing) {
 }
 
 TEST(OrgChartLayout, PutsUnreachedTopicsIntoTheRootsRank) {
-  // Cross coordinates 0 of the tree, and 120 and 240 of the cycle behind it, with no further gap.
+  // Cross coordinates 0 for the tree, and 120 and 240 for the cycle after it, with no further gap.
   const PositionTable placed = SmallMap(4, {{0, 1}, {2, 3}, {3, 2}}).place(OrgChartLayout());
   expectAt(placed, 0, 380.0, 225.0);
   expectAt(placed, 1, 380.0, 375.0);

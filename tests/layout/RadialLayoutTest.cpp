@@ -24,7 +24,7 @@ void expectOnRing(const PositionTable& table, int number, double radius, double 
   expectAt(table, number, 500.0 + radius * std::cos(angle), 300.0 + radius * std::sin(angle));
 }
 
-// The rules as they read: every path is walked, and the last write stands. Ends only where no root reaches a cycle.
+// The rules as stated: every path is walked, and the last write counts. Ends only if no root reaches a cycle.
 class Reference {
  public:
   Reference(const RadialLayout& layout, const SmallMap& map) : m_layout(layout) {
@@ -90,8 +90,8 @@ class Reference {
   std::set<QUuid> m_inProgress;
 };
 
-// Topics in any order, some doubled, some missing, with edges from lower to higher numbers, so that no root reaches a
-// cycle; and at times a cycle of two that leads into them.
+// Topics in any order, some repeated, some missing, with edges from lower to higher numbers, so that no root reaches a
+// cycle; and sometimes a cycle of two that leads into them.
 Drawing anyLayeredDrawing() {
   Drawing drawing;
   drawing.numbers = *rc::gen::container<std::vector<int>>(rc::gen::inRange(0, 9));
@@ -138,7 +138,7 @@ TEST(RadialLayout, GivesSectorsByLeaves) {
   const PositionTable placed = place(6, {{0, 1}, {0, 2}, {1, 3}, {1, 4}, {1, 5}});
   expectOnRing(placed, 1, 200.0, 0.75 * pi);
   expectOnRing(placed, 2, 200.0, 1.75 * pi);
-  // The middle leaf of the three stands behind its parent, on the next ring.
+  // The middle leaf of the three is behind its parent, on the next ring.
   expectOnRing(placed, 3, 380.0, 0.25 * pi);
   expectOnRing(placed, 4, 380.0, 0.75 * pi);
   expectOnRing(placed, 5, 380.0, 1.25 * pi);
@@ -154,7 +154,7 @@ TEST(RadialLayout, KeepsTheChildrenOfSeveralRootsOnTheFirstRing) {
 }
 
 TEST(RadialLayout, LetsTheLastPathDecideForTwoParents) {
-  // Topic 3 lies below 1 and below 2: the later path, under 2, stands. Both branches own half of the circle.
+  // Topic 3 is below 1 and below 2: the later path, under 2, counts. Both branches own half of the circle.
   expectOnRing(place(4, {{0, 1}, {0, 2}, {1, 3}, {2, 3}}), 3, 380.0, 1.5 * pi);
 }
 
@@ -197,7 +197,7 @@ TEST(RadialLayout, PlacesChainsStarsAndLaddersOfAnyLength) {
   const double angle = 2.0 * pi * (1.0 - 0.5 / 100'000);
   EXPECT_NEAR(last.x(), 500.0 + 200.0 * std::cos(angle), 1e-6);
   EXPECT_NEAR(last.y(), 300.0 + 200.0 * std::sin(angle), 1e-6);
-  // On the ladder the last way, right at every step, decides: ever smaller sectors at the end of the circle.
+  // On the ladder the last path, right at every step, decides: ever smaller sectors at the end of the circle.
   const PositionTable ladder = ladderOf(60).place(RadialLayout());
   ASSERT_EQ(ladder.size(), 181u);
   expectOnRing(ladder, 1, 200.0, 0.5 * pi);

@@ -27,7 +27,7 @@ void expectAt(const PositionTable& table, int number, double x, double y) {
   EXPECT_EQ(at(table, number).y(), y) << "topic " << number;
 }
 
-// The rules once more, recursive and over dictionaries.
+// The rules again, recursive and with dictionaries.
 class Reference {
  public:
   Reference(const TreeLayout& layout, const MindMap& map, QSizeF size) : m_layout(layout) {
@@ -185,7 +185,7 @@ TEST(TreeLayout, TopicsThatNoRootReachesFollowTheLastRootWithoutAFurtherGap) {
 }
 
 TEST(TreeLayout, TopicWithTwoParentsStandsUnderTheFirstAndStillTakesAGapUnderTheSecond) {
-  // 0 -> 1, 2; 1 -> 3; 2 -> 3, 4. Before centring: 3 at 0, then 40 twice (behind 1, behind 3's turning away), 4 at 180.
+  // 0 -> 1, 2; 1 -> 3; 2 -> 3, 4. Before centring: 3 at 0, then 40 twice (after 1, and after 3 is skipped), 4 at 180.
   const PositionTable table = place({0, 1, 2, 3, 4}, {{0, 1}, {0, 2}, {1, 3}, {2, 3}, {2, 4}});
   EXPECT_EQ(table.size(), 5u);
   const double shift = 300.0 - 90.0;
@@ -239,7 +239,7 @@ TEST(TreeLayout, CycleBelowARootEnds) {
 TEST(TreeLayout, DoubledRootTakesARootGapOnce) {
   const PositionTable table = place({0, 0, 1}, {});
   EXPECT_EQ(table.size(), 2u);
-  // 100 behind the first root, and twice the gap of 200 between three roots.
+  // 100 after the first root, and twice the gap of 200 between three roots.
   EXPECT_EQ(at(table, 1).y() - at(table, 0).y(), 500.0);
 }
 
