@@ -19,7 +19,7 @@ struct Floor {
   bool isHeadless = true;          // no Widgets
 };
 
-// src/floors.txt: "folder *: folders below", where the star allows widgets.
+// src/floors.txt: "folder *: folders below"; the star allows widgets.
 std::vector<Floor> readFloors() {
   std::ifstream file(QUILMORA_FLOORS);
   std::vector<Floor> floors;
@@ -61,7 +61,7 @@ bool isWidgetHeader(const std::string& name) {
   return name.rfind("QtWidgets", 0) == 0 || widgetHeaders().count(name) > 0;
 }
 
-// Why this include may not stand in a file of this floor, or an empty text.
+// Why this include is not allowed in a file of this floor, or an empty text.
 std::string judge(const Floor& floor, const std::string& name, bool isOwn) {
   if (!isOwn)
     return floor.isHeadless && isWidgetHeader(name) ? "a headless file includes the widget header " + name : "";

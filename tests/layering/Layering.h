@@ -3,16 +3,16 @@
 #include <string>
 #include <vector>
 
-// The house's floors: which folder of src/ may include from which.
+// The floors of src/: which folder may include from which.
 namespace layering {
 
-// A source file as it is judged: its path below src/ and its text.
+// A source file to check: its path below src/ and its text.
 struct SourceFile {
   std::string path;
   std::string text;
 };
 
-// Every file of these that includes what its folder may not: a line for each, "path:line: reason".
+// A line "path:line: reason" for every include of these files that their folders do not allow.
 std::vector<std::string> violations(const std::vector<SourceFile>& files);
 
 // The C++ files below this folder.

@@ -11,18 +11,18 @@ using Lines = std::vector<std::string>;
 
 bool isJudged(const std::string& path) {
   const bool isUi = path.rfind("app/", 0) == 0 || path.rfind("canvas/view/", 0) == 0;
-  // The tables of the program's own commands are menus as they stand.
+  // Menus.cpp is exempt: it shows only the program's own commands.
   return isUi && path.rfind("canvas/view/PlainText.", 0) != 0 && path != "app/commands/Menus.cpp";
 }
 
-// What stands before a call of the same name that shows nothing: settings, data for the clipboard, whole actions, and
-// before the definition of a function.
+// What precedes a call of the same name that shows nothing: settings, clipboard data, whole actions; and what precedes
+// the definition of a function.
 bool isAnotherCall(const std::string& before) {
   return before.ends_with("void ") || before.ends_with("ettings.") || before.ends_with("copied->") ||
          before.ends_with("m_window->") || before.ends_with("pboard()->") || before.ends_with("pboard->");
 }
 
-// Every call that shows a text by the toolkit's own road, unless the text is a literal: a line for each, "path:line".
+// Every call that passes a text to the toolkit directly, unless the text is a literal: a line "path:line" for each.
 Lines unguardedTexts(const std::vector<layering::SourceFile>& files) {
   static const std::string literal =
       R"(\s*\(\s*(?!QStringLiteral\("|tr\("|"|QString\(\)|\{\}|\)|const Command|command\)))";
@@ -30,7 +30,7 @@ Lines unguardedTexts(const std::vector<layering::SourceFile>& files) {
       R"((plain::)?\b(?:setText|setToolTip|setStatusTip|setWhatsThis|setTitle|setInformativeText|setDetailedText|)"
       R"(addAction|addMenu|addTab|setTabText|setItemText|showText))" +
       literal);
-  // A widget that is given a text when it is made.
+  // A widget that gets a text in its constructor.
   static const std::regex made(
       R"(()new (?:QLabel|QPushButton|QToolButton|QCheckBox|QRadioButton|QGroupBox)\s*\((?!\w+\)|&\w+\(\)\)|tr\("|QStringLiteral\("))");
   static const std::regex forbidden(
