@@ -10,8 +10,8 @@
 #include "model/TreeInfo.h"
 #include "support/QtPrinters.h"
 
-// Files of other programs, as people have them. They are not part of the project: the variable
-// QUILMORA_FOREIGN_FILES names a folder with the folders opml and freemind.
+// Files of other programs, as people have them. They are not part of the project: the variable QUILMORA_FOREIGN_FILES
+// names a folder with the folders opml and freemind.
 namespace {
 
 using quilmora::MindMap;
@@ -19,7 +19,7 @@ using quilmora::MindMap;
 // A topic as its depth and title.
 using Lines = std::vector<std::pair<int, QString>>;
 
-// What a strict reader must refuse, and why.
+// The files that a strict reader must refuse, and why.
 const std::map<std::string, std::string>& refused() {
   static const std::map<std::string, std::string> reasons = {
       {"outliner-blog-1999-cp1252-bytes.opml", "the file is not UTF-8 text; save it as UTF-8 and import it again"},
@@ -44,7 +44,7 @@ QString resolved(QString value) {
   return value.replace(QLatin1String("&amp;"), QLatin1String("&"));
 }
 
-// Reads the elements of a well-formed text by their marks alone.
+// Reads the elements of a well-formed text by looking only at their tags.
 Lines elementsOf(const QString& xml, const QString& element, const QString& attribute) {
   static const QString value = QStringLiteral("(?:\"[^\"]*+\"|'[^']*+')");
   const QRegularExpression mark(

@@ -17,7 +17,7 @@ struct Expected {
   QStringList titles;
   QList<qsizetype> levels;
 
-  // Of the nearest topic before that lies further out, or -1.
+  // Of the nearest earlier topic with a smaller depth, or -1.
   qsizetype parentOf(qsizetype index) const {
     for (qsizetype before = index - 1; before >= 0; --before)
       if (levels[before] < levels[index]) return before;
@@ -25,7 +25,7 @@ struct Expected {
   }
 };
 
-// The same rules, told by patterns.
+// The same rules, written as patterns.
 Expected expectedFrom(QString text) {
   static const QRegularExpression lineEnd(QStringLiteral("[\n\v\f\r\u0085\u2028\u2029]"));
   static const QRegularExpression heading(QStringLiteral("\\A[ \t]*(#+)[ \t]*(.*?)[ \t]*\\z"));
