@@ -264,7 +264,7 @@ TEST_F(CommandLine, StandardInputThatIsNoMapIsOneLineAndStatusOne) {
   }
 }
 
-// Bytes that are no UTF-8 must not be taken for the file that is called like their replacement.
+// Bytes that are not UTF-8 must not be mistaken for the file named like their replacement.
 TEST_F(CommandLine, ANameThatIsNoTextIsRefusedAndNoOtherFileTouched) {
   const QString input = write("in.mindmap", cli::smallMap());
   const QString neighbour = m_folder.filePath(QStringLiteral("caf\uFFFD.mindmap"));

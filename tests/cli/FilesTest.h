@@ -7,7 +7,7 @@
 
 namespace cli {
 
-// A test with real files, in a folder that goes with it.
+// A test with real files, in a temporary folder.
 class FilesTest : public ::testing::Test {
  protected:
   QString path(const char* name) const { return m_folder.filePath(QLatin1String(name)); }

@@ -19,7 +19,7 @@ TEST_F(CommandLinePicture, ConvertDrawsWithoutADisplay) {
   const QImage image(path("out.png"));
   ASSERT_EQ(image.size(), QSize(720, 520));
   EXPECT_EQ(image.pixelColor(1, 1), QColor(Qt::white));
-  // The titles are drawn: something light stands on the dark topics.
+  // The titles are drawn: there is something light on the dark topics.
   int light = 0;
   for (int y = 240; y < 280; ++y)
     for (int x = 145; x < 175; ++x)

@@ -29,7 +29,7 @@ QList<QByteArray> answers(const QByteArray& input);
 class Script {
  public:
   Script& line(const QByteArray& json);
-  // Runs all lines; every one is expected to be answered.
+  // Runs all lines; every one must be answered.
   const QList<QByteArray>& run();
   // The result of the line with this number, from 0, or of the last one.
   QJsonValue result(int line = -1);

@@ -3,7 +3,7 @@
 #include "cli/Maps.h"
 #include "cli/Program.h"
 
-// The protocol itself: one answer a line, whatever the line holds.
+// The protocol itself: one answer per line, whatever the line contains.
 namespace {
 
 using cli::answers;
@@ -17,7 +17,7 @@ bool isRefusal(const QByteArray& answer) {
          object.size() == 2;
 }
 
-// The answer to one bad line, between two good ones that show that the script goes on.
+// The answer to one bad line, between two good ones that show that the script continues.
 QByteArray answerTo(const QByteArray& line) {
   const auto all = answers(QByteArray(newMap) + '\n' + line + '\n' + newMap + '\n');
   EXPECT_EQ(all.size(), 3);

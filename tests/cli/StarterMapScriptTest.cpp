@@ -3,7 +3,7 @@
 #include "cli/Maps.h"
 #include "cli/Program.h"
 
-// Starter maps and the rows of the palette, as a script has them.
+// Starter maps and the rows of the palette, used from a script.
 namespace {
 
 using namespace cli;
