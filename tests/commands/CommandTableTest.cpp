@@ -10,7 +10,7 @@
 namespace quilmora {
 namespace {
 
-// "Text | key | notification | object", with a line of dashes where a divider stands.
+// "Text | key | notification | object", with a line of dashes for a divider.
 QStringList rowsOf(MenuId menu) {
   QStringList rows;
   for (const Command& command : commandTable()) {

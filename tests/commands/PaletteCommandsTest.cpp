@@ -98,7 +98,7 @@ TEST(PaletteCommands, EverySymbolIsDrawnAndEveryKeyIsUnique) {
   }
 }
 
-// A key that is shown in the palette is one of a row of the table, whose keys are pressed in a window elsewhere.
+// Every key shown in the palette belongs to a row of the table, whose keys another test presses in a window.
 TEST(PaletteCommands, EveryShortcutIsTheKeyOfACommand) {
   const MemorySettingsStore settings;
   int count = 0;
@@ -167,7 +167,7 @@ TEST(PaletteCommands, CustomThemesComeLastInTheirStoredOrder) {
   const auto all = allCommands(settings);
   EXPECT_EQ(linesOf(all, 24 + 13, 9), lines({"Theme: Zebra | Custom theme | paintpalette |  | theme_custom_B",
                                              "Theme: Ocean | Custom theme | paintpalette |  | theme_custom_A"}));
-  // Two themes may bear one name.
+  // Two themes may have the same name.
   EXPECT_EQ(filteredCommands(QStringLiteral("theme: ocean"), settings).size(), 2u);
   EXPECT_EQ(filteredCommands(QStringLiteral("custom"), settings).size(), 2u);
   saveCustomThemes(settings, {});
@@ -296,7 +296,7 @@ TEST_F(RunCommand, WhatIsUnknownDoesNothing) {
   EXPECT_EQ(m_rig.editor.undoCount(), 0);
 }
 
-// Every row of the list does something that can be seen.
+// Every row of the list has a visible effect.
 TEST_F(RunCommand, EveryRowIsKnown) {
   m_rig.offline->standingTree = test::teaTree();
   for (const CommandItem& item : allCommands(m_rig.settings)) {
