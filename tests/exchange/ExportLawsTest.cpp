@@ -15,7 +15,7 @@
 namespace quilmora {
 namespace {
 
-// The rules of the outlines once more, written down as slowly and plainly as they are told.
+// The rules of the outlines again, written as slowly and plainly as they are stated.
 class NaiveOutline {
  public:
   explicit NaiveOutline(const MindMap& map) : m_map(map) {}
@@ -64,7 +64,7 @@ class NaiveOutline {
     return result;
   }
 
-  // What XML can hold of a text.
+  // The part of a text that XML can hold.
   static QString held(QString text) {
     for (qsizetype i = 0; i < text.size(); ++i) {
       const ushort c = text[i].unicode();
@@ -120,7 +120,7 @@ class NaiveOutline {
   std::vector<Node> m_order;
 };
 
-// Puts into some titles and notes what UTF-8 and XML cannot hold.
+// Puts characters that UTF-8 and XML cannot hold into some titles and notes.
 MindMap withBrokenTexts(MindMap map, std::uint64_t seed) {
   RandomMapMaker random(seed);
   const auto breakText = [&](QString& text) {
@@ -144,7 +144,7 @@ rc::Gen<MindMap> anyBrokenMap() {
   });
 }
 
-// Line ends as XML readers see them; in attributes every white space is a blank.
+// Line ends as XML readers see them; in attributes all white space becomes spaces.
 QString inContent(const QString& text) {
   return NaiveOutline::held(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
 }
@@ -281,7 +281,7 @@ TEST(DeepExports, AVeryDeepChainIsSvg) {
   EXPECT_EQ(svg.count("<g>"), 100'000);
 }
 
-// Two topics a step, each leading to both of the next: the ways double with every step.
+// Two topics per step, each leading to both of the next: the number of paths doubles with every step.
 TEST(DeepExports, ALadderOfDiamondsHoldsEveryTopicOnce) {
   constexpr int steps = 2000;
   MindMap map = test::mapOf({});

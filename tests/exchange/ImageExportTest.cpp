@@ -29,7 +29,7 @@ using test::pngImage;
 using test::topic;
 using test::unbandedPicture;
 
-// A folder for one picture, and exporting to it.
+// A folder for one picture, and the export to it.
 class Studio {
  public:
   QString path(const char* name = "picture.png") const { return m_folder.filePath(QString::fromLatin1(name)); }
@@ -268,7 +268,7 @@ TEST(PngExport, ATreeOfTwentyThousandTopicsReadsRowByRow) {
   }
   const auto positions = makeLayout(MindMap::Layout::tree)->computePositions(map.nodes, map.edges, QSizeF(1200, 800));
   map.nodes.updateAll([&](Node& node) {
-    // Rows closer together, so that the picture is read in a reasonable time.
+    // Rows are moved closer together, so that the picture can be read in reasonable time.
     const QPointF position = *positions.find(node.id);
     node.position = QPointF(position.x(), position.y() / 4);
   });
@@ -277,7 +277,7 @@ TEST(PngExport, ATreeOfTwentyThousandTopicsReadsRowByRow) {
   const auto size = pictureSize(pictureBounds(map));
   ASSERT_TRUE(size);
   const QPointF origin = pictureBounds(map).topLeft();
-  // Every topic's fill shows where its title leaves it, left of the title.
+  // Every topic's fill shows left of its title.
   std::multimap<unsigned, int> probes;
   map.nodes.updateAll([&](Node& node) {
     const QPointF pixel = (node.position - origin) * 2;

@@ -8,7 +8,7 @@
 namespace quilmora::test {
 namespace {
 
-// Far beyond what any leg takes on the slowest machine, and far below what does not end.
+// Far more than any step takes on the slowest machine, and far less than a step that does not end.
 constexpr qint64 patienceMilliseconds = 20'000;
 
 void travel(const MindMap& map) {

@@ -35,7 +35,7 @@ bool endsLine(QChar unit) {
   return QStringView(u"\n\v\f\r\u0085\u2028\u2029").contains(unit);
 }
 
-// What a line of Markdown cannot carry is taken out of titles; notes stay where they are read as prose.
+// Removes from titles what a line of Markdown cannot hold; notes stay if they are read as prose.
 MindMap carried(MindMap map) {
   const auto cleaned = [](QString text) {
     text.removeIf(endsLine);

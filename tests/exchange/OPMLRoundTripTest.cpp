@@ -12,7 +12,7 @@ namespace {
 
 using namespace test;
 
-// A topic as an outline tells it.
+// A topic as it appears in an outline.
 struct Line {
   int depth = 0;
   QString title;
@@ -20,7 +20,7 @@ struct Line {
   bool operator==(const Line&) const = default;
 };
 
-// Depth first from each root, every topic once, as exports walk.
+// Depth first from each root, every topic once, as exports do.
 std::vector<Line> linesOf(const MindMap& map) {
   std::vector<Line> lines;
   std::set<QUuid> visited;
@@ -39,7 +39,7 @@ std::vector<Line> linesOf(const MindMap& map) {
   return lines;
 }
 
-// XML holds no control characters, no tabs inside attributes, and one kind of line end.
+// XML allows no control characters, no tabs inside attributes, and one kind of line end.
 QString carried(QString text) {
   text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
   for (QChar& unit : text) {

@@ -12,7 +12,7 @@ namespace {
 using test::mapOf;
 using test::topicId;
 
-// 2026-03-01, half past nine in the morning.
+// 2026-03-01, 9:30 in the morning.
 MindMap dated(MindMap map) {
   map.createdAt = TimePoint(std::chrono::seconds(1'772'357'400));
   return map;

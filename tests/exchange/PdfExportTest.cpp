@@ -42,7 +42,7 @@ class PdfExport : public testing::Test {
     const ProgramRun check = run(QStringLiteral("qpdf"), {QStringLiteral("--check"), path()});
     EXPECT_EQ(check.status, 0) << check.text.toStdString();
   }
-  // The page at two pixels a point, as another program draws it.
+  // The page at two pixels per point, as drawn by another program.
   QImage rendered() const {
     const QString target = m_folder.filePath(QStringLiteral("page"));
     const ProgramRun drawing = run(QStringLiteral("pdftoppm"), {QStringLiteral("-r"), QStringLiteral("144"),
@@ -81,7 +81,7 @@ TEST_F(PdfExport, ASingleTopicHasAPageOf160Points) {
 
 TEST_F(PdfExport, ThePageIsThePicturePixelForPixel) {
   MindMap map = test::pictureMap(30, 320.0, 4);
-  // Whole sizes, so that the drawing program doesn't scale.
+  // Whole sizes, so that the other program does not scale.
   map.nodes.updateAll(
       [](Node& node) { node.position = QPointF(std::round(node.position.x()), std::round(node.position.y())); });
   PictureParts parts;
@@ -92,7 +92,7 @@ TEST_F(PdfExport, ThePageIsThePicturePixelForPixel) {
   EXPECT_EQ(reading.status, 0) << reading.text.toStdString();
   const QImage held(m_folder.filePath(QStringLiteral("image-000.ppm")));
   EXPECT_EQ(test::differingPixels(held.convertToFormat(QImage::Format_RGB32), picture), 0);
-  // The drawing program stretches pictures by a pixel; from afar that is not seen.
+  // The other program stretches pictures by a pixel; that is invisible from afar.
   const QImage page = rendered();
   ASSERT_EQ(page.size(), picture.size());
   const auto fromAfar = [](const QImage& image) {
@@ -112,7 +112,7 @@ TEST_F(PdfExport, ThePageIsThePicturePixelForPixel) {
 TEST_F(PdfExport, ThePageHoldsOnePictureAndNoText) {
   write(test::pictureMap(10, 200.0, 6));
   const QString images = run(QStringLiteral("pdfimages"), {QStringLiteral("-list"), path()}).text;
-  EXPECT_EQ(images.trimmed().split(u'\n').size(), 3) << images.toStdString();  // two lines of head
+  EXPECT_EQ(images.trimmed().split(u'\n').size(), 3) << images.toStdString();  // two header lines
   EXPECT_EQ(run(QStringLiteral("pdftotext"), {path(), QStringLiteral("-")}).text.trimmed(), QString());
 }
 

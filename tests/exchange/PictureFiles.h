@@ -12,10 +12,10 @@
 
 #include "exchange/PictureScene.h"
 
-// Readers of exported pictures that share nothing with the code that writes them.
+// Readers of exported pictures that share no code with the writers.
 namespace quilmora::test {
 
-// The head of a PNG file, as libpng reads it.
+// The header of a PNG file, as libpng reads it.
 struct PngHead {
   bool isValid = false;
   unsigned width = 0;
@@ -26,7 +26,7 @@ struct PngHead {
 };
 
 // Reads a PNG file row by row, so that it may be larger than memory. `visit` gets the number of a row and its pixels,
-// three bytes each. The head is invalid where the file is damaged anywhere.
+// three bytes each. If the file is damaged anywhere, the header is invalid.
 inline PngHead readPng(const QString& path, const std::function<void(unsigned, const unsigned char*)>& visit) {
   PngHead head;
   FILE* file = std::fopen(QFile::encodeName(path).constData(), "rb");
@@ -68,7 +68,7 @@ inline QImage pngImage(const QString& path) {
   return image;
 }
 
-// The whole picture painted at once.
+// The whole picture, painted at once.
 inline QImage unbandedPicture(const MindMap& map) {
   const QRectF bounds = pictureBounds(map);
   const auto size = pictureSize(bounds);
@@ -84,7 +84,7 @@ inline QImage unbandedPicture(const MindMap& map) {
   return image;
 }
 
-// How many pixels differ; all where the sizes do.
+// How many pixels differ; all of them if the sizes do.
 inline int differingPixels(const QImage& a, const QImage& b) {
   if (a.size() != b.size()) return std::max(a.width() * a.height(), b.width() * b.height());
   int count = 0;

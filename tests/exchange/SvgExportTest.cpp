@@ -27,7 +27,7 @@ MindMap colored(const QString& fill) {
   return map;
 }
 
-// The value of the first attribute of this name behind the ground.
+// The value of the first attribute with this name after the background.
 QByteArray attribute(const QByteArray& svg, const QByteArray& name) {
   const qsizetype ground = svg.indexOf("/>");
   const qsizetype start = svg.indexOf(name + "=\"", ground) + name.size() + 2;

@@ -21,13 +21,13 @@ inline MindMap parsedFreeMind(const QByteArray& xml) {
   return FreeMindParser(xml, ManualClock()).parse();
 }
 
-// The outlines inside a whole file of OPML.
+// The map from these outlines, wrapped in a complete OPML file.
 inline MindMap outlines(const QByteArray& body) {
   return parsedOpml("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<opml version=\"2.0\"><body>" + body +
                     "</body></opml>");
 }
 
-// The error with which the text is refused; empty when it is read.
+// The error with which the text is refused; empty if it is read.
 template <class Parser = OPMLParser>
 std::string refusal(const QByteArray& xml) {
   try {
@@ -50,7 +50,7 @@ inline std::vector<std::pair<double, double>> places(const MindMap& map) {
   return found;
 }
 
-// Each edge as the positions of its ends in the topics, in the order of the edges.
+// Each edge as the ordinals of its ends in the topics, in the order of the edges.
 inline std::vector<std::pair<int, int>> links(const MindMap& map) {
   const MapIndex index(map.nodes, map.edges);
   std::vector<std::pair<int, int>> found;

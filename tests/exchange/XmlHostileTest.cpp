@@ -92,7 +92,7 @@ TEST(XmlHostile, CharactersThatXmlDoesNotHold) {
 }
 
 TEST(XmlHostile, ErrorsAreShortAndVisible) {
-  const QByteArray mark = "\xE2\x80\xAE";  // turns the direction of the text that follows
+  const QByteArray mark = "\xE2\x80\xAE";  // reverses the direction of the text that follows
   EXPECT_EQ(refusal("<a b" + mark + "='' b" + mark + "=''/>"), "line 1: Attribute 'bU+202E' redefined.");
   const QByteArray name = repeated("b", 4000);
   EXPECT_EQ(refusal("<a " + name + "='' " + name + "=''/>"), "line 1: Attribute '" + std::string(289, 'b') + "…");
