@@ -12,15 +12,15 @@
 
 namespace quilmora::test {
 
-// An editor with its AI and nothing real around. The back end is the offline one, which is scripted, unless a test
-// chooses another.
+// An editor with its AI and only in-memory twins around it. Unless a test chooses another, the provider is the offline
+// one, which is scripted.
 struct AIRig : EditorRig {
   explicit AIRig(MindMap map = {}) : EditorRig(std::move(map)) {
     settings.setText(settings::aiProvider, QStringLiteral("demo"));
     editor.setLastKnownCanvasSize(QSizeF(1000.0, 600.0));
   }
 
-  // The events so far, and those that they lead to.
+  // Processes the pending events, and those they cause.
   static void settle() {
     for (int turn = 0; turn < 20; ++turn) QCoreApplication::processEvents();
   }

@@ -80,7 +80,7 @@ TEST_F(AIWorkflowsTest, ASmallMapIsShownAtFullSizeAtMost) {
   generate();
   rig.offline->answer(0, AITreeNode(QStringLiteral("Alone")));
   ASSERT_TRUE(rig.isDone());
-  // 500 × 300 is the least that is fitted into 840 × 440, and nothing is enlarged.
+  // 500 × 300 is the minimum that is fitted into 840 × 440, and nothing is enlarged.
   EXPECT_EQ(rig.editor.canvasZoom(), 1.0);
   const QPointF place = rig.position(0);
   EXPECT_EQ(rig.editor.canvasOffset(), QPointF(500.0 - place.x(), 300.0 - place.y()));

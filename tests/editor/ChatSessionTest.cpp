@@ -14,7 +14,7 @@ class ChatSessionTest : public testing::Test {
     rig.chat.sendChat(text);
     ASSERT_TRUE(rig.isAsked(before + 1));
   }
-  // Waits until the chat has so many messages; the last one's text.
+  // Waits until the chat has this many messages; returns the last one's text.
   QString message(std::size_t count) {
     const bool isThere = QTest::qWaitFor([&] { return rig.chat.chatMessages().size() == count; });
     return isThere ? rig.chat.chatMessages().back().content : QStringLiteral("none");

@@ -212,7 +212,7 @@ TEST(Duplicate, OfDoubledIdsAndDanglingEdgesKeepsEveryCopy) {
   rig.select({0, 1, 88});
   rig.editor.duplicateSelection();
   EXPECT_EQ(rig.map().nodes.size(), 6u);
-  // The edge to the id without a topic is copied, but has no place to go.
+  // The edge to the id without a topic is copied, but cannot be pasted.
   EXPECT_EQ(rig.editor.copiedEdges().size(), 3u);
   EXPECT_EQ(rig.map().edges.size(), 5u);
   rig.expectChange(1, true);

@@ -8,7 +8,7 @@ using namespace quilmora::test;
 
 namespace {
 
-// The history as the rules have it, kept beside the editor's own: it sees the map at each snapshot.
+// The history according to the rules, kept in parallel with the editor's own: it sees the map at each snapshot.
 class HistoryModel {
  public:
   explicit HistoryModel(MindMapViewModel& editor) : m_editor(editor) {}
@@ -55,7 +55,7 @@ class HistoryModel {
   std::vector<MindMap> m_redo;
 };
 
-// No id has two parents, and no way leads back.
+// No id has two parents, and there is no cycle.
 bool isForest(const MindMap& map) {
   std::map<QUuid, QUuid> parent;
   for (const Edge& edge : map.edges)
@@ -73,7 +73,7 @@ bool isThrottled(std::string_view command) {
          command == "setRelationshipBend";
 }
 
-// Runs commands on a map and holds each against what every command owes.
+// Runs commands on a map and checks each against what every command must satisfy.
 void checkCommands(const MindMap& map, std::uint64_t seed, const std::function<void(const MindMap&)>& checkMap) {
   EditorRig rig(map);
   RandomCommands commands(rig, seed);
@@ -99,7 +99,7 @@ void checkCommands(const MindMap& map, std::uint64_t seed, const std::function<v
     if (!isHistory && !isThrottled(name) && captures == 0) RC_ASSERT(isVeryMap(rig.map(), before));
     const MindMap after = rig.map();
     for (int i = 0; i < captures; ++i) rig.editor.undo();
-    // A drag of more topics than the history holds snapshots takes that many, and cannot be undone whole.
+    // A drag of more topics than the history holds snapshots takes that many, and cannot be undone completely.
     if (captures > 0 && captures < MindMapViewModel::maxHistorySize) RC_ASSERT(isVeryMap(rig.map(), before));
     for (int i = 0; i < captures; ++i) rig.editor.redo();
     RC_ASSERT(isVeryMap(rig.map(), after));

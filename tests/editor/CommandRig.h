@@ -7,7 +7,7 @@
 
 namespace quilmora::test {
 
-// Notes the signals of an editor by name, in the order in which they come.
+// Records the signals of an editor by name, in the order of emission.
 class SignalLog {
  public:
   explicit SignalLog(MindMapViewModel& editor) {
@@ -37,7 +37,7 @@ class SignalLog {
     note(editor, &Editor::historyChanged, "history");
   }
 
-  // What came since the last call, such as "history dirty mindMap".
+  // The signals since the last call, such as "history dirty mindMap".
   QString take() { return std::exchange(m_names, {}).join(QLatin1Char(' ')); }
 
  private:
@@ -49,7 +49,7 @@ class SignalLog {
   QStringList m_names;
 };
 
-// An editor whose signals are noted, and which tells what a command did to the map and its history.
+// An editor whose signals are recorded, and which reports what a command did to the map and its history.
 struct CommandRig : EditorRig {
   explicit CommandRig(MindMap map = {}) : EditorRig(std::move(map)), before(editor.mindMap()), log(editor) {}
 
@@ -60,13 +60,13 @@ struct CommandRig : EditorRig {
     clock.advance(std::chrono::hours(1));
     log.take();
   }
-  // No signal, no snapshot, and the very map of before.
+  // No signal, no snapshot, and exactly the same map as before.
   void expectNothing() {
     EXPECT_EQ(log.take(), QString());
     EXPECT_EQ(editor.undoCount(), undoBefore);
     EXPECT_TRUE(isVeryMap(editor.mindMap(), before));
   }
-  // As many snapshots, the first of which is the map of before, and whether updatedAt is now.
+  // This many snapshots, the first of which is the previous map, and whether updatedAt is now.
   void expectChange(int snapshots, bool stamps) {
     EXPECT_EQ(editor.undoCount() - undoBefore, snapshots);
     EXPECT_EQ(editor.isDirty(), snapshots > 0 || undoBefore > 0);

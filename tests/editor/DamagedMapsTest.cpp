@@ -22,7 +22,7 @@ struct NamedCommand {
   std::function<void(MindMapViewModel&, const QUuid&, const QUuid&)> run;
 };
 
-// The commands that change the map; the topics are two that exist, or not.
+// The commands that change the map; the two topics may exist or not.
 const std::vector<NamedCommand>& mapCommands() {
   using Editor = MindMapViewModel;
   static const std::vector<NamedCommand> commands = {
@@ -178,7 +178,7 @@ TEST(DamagedMap, LadderIsPresentedOnceATopicInDepthFirstOrder) {
   rig.editor.togglePresentation();
   const auto& order = rig.editor.presentationOrder();
   ASSERT_EQ(order.size(), 181u);
-  // Down the first side of every diamond, and back up the second.
+  // Down the first side of every diamond, then up the second.
   EXPECT_EQ(order[1], topicId(1));
   EXPECT_EQ(order[2], topicId(3));
   EXPECT_EQ(order[120], topicId(180));

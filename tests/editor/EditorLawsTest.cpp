@@ -10,7 +10,7 @@ using namespace quilmora::test;
 
 namespace {
 
-// Gives random commands to an editor: half of the time on topics and edges that exist.
+// Runs random commands on an editor: half of the time on topics and edges that exist.
 class Hand {
  public:
   Hand(EditorRig& rig, std::uint64_t seed) : m_rig(rig), m_random(seed) {}
@@ -21,7 +21,7 @@ class Hand {
     const QUuid a = anyTopic();
     const QUuid b = anyTopic();
     const QPointF point(m_random.below(2000) - 1000, m_random.below(2000) - 1000);
-    // Beyond the throttle, so that every change has its snapshot.
+    // Longer than the throttle, so that every change gets its snapshot.
     m_rig.clock.advance(std::chrono::seconds(1));
     switch (m_random.below(26)) {
       case 0:
@@ -95,7 +95,7 @@ class Hand {
   RandomMapMaker m_random;
 };
 
-// What the index says that a fresh one would not.
+// Where the index differs from a fresh one.
 std::string staleIndex(EditorRig& rig) {
   const MapIndex& kept = rig.editor.mapIndex();
   const auto& nodes = rig.map().nodes;
@@ -153,7 +153,7 @@ TEST(EditorLaws, UndoRestoresTheVeryMapAndRedoRepeatsIt) {
       RC_LOG() << hand.act() << '\n';
       const MindMap after = rig.map();
       const int snapshots = rig.editor.undoCount() - countBefore;
-      // No change without a snapshot, and no notice without one either.
+      // No change without a snapshot, and no signal without one either.
       if (snapshots == 0) RC_ASSERT(isVeryMap(before, after) && rig.editor.treeGeneration() == generation);
       for (int k = 0; k < snapshots; ++k) rig.editor.undo();
       RC_ASSERT(isVeryMap(rig.map(), before));
@@ -181,7 +181,7 @@ TEST(EditorLaws, IndexTreeAndVisibilityFollowEveryCommand) {
         rig.editor.redo();
       else
         RC_LOG() << hand.act() << '\n';
-      // Now and then several commands pass before anyone asks.
+      // Sometimes several commands run before anyone asks.
       if (hand.below(3) == 0) continue;
       RC_ASSERT(staleAnything(rig) == "");
     }

@@ -9,7 +9,7 @@ namespace {
 
 using Editor = MindMapViewModel;
 
-// Every assignment tells its observers, also one of the value that stands.
+// Every assignment notifies observers, even one that keeps the value.
 template <class Assign>
 void expectSignals(Editor& editor, void (Editor::*signal)(), Assign assign) {
   QSignalSpy spy(&editor, signal);

@@ -76,7 +76,7 @@ TEST_F(HistoryTest, ThrottleNeedsMoreThanHalfASecond) {
   EXPECT_EQ(editor.undoCount(), 2);
 }
 
-// Set back, the clock would make every title edit of the next hours part of the last one.
+// Otherwise, a clock that is set back would make every title edit of the next hours part of the last one.
 TEST_F(HistoryTest, SettingTheTimeOfDayNeitherEndsNorStretchesTheThrottle) {
   using std::chrono::hours;
   for (const auto jump : {-hours(24), hours(24)}) {

@@ -154,7 +154,7 @@ TEST(FitToContent, MapWithoutTopicsLeavesTheView) {
 }
 
 TEST(FitToContent, OneTopicStandsAtTheCenterAtTheZoomOfHalfTheCanvas) {
-  // Content 200 is raised to 400 and 300: min(640 / 400, 440 / 300) = 1.4667.
+  // Content of 200 is raised to 400 and 300: min(640 / 400, 440 / 300) = 1.4667.
   EditorRig rig(topicsAt({{1000.0, -500.0}}));
   rig.editor.fitToContent(800.0, 600.0, 80.0);
   const double zoom = 440.0 / 300.0;

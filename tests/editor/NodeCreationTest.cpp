@@ -27,7 +27,7 @@ void expectUntouched(EditorRig& rig, const MindMap& before) {
   EXPECT_EQ(rig.editor.treeGeneration(), 0u);
 }
 
-// The candidates of the search about the origin with a step of 200, so wide that no topic blocks two of them.
+// The candidates of the search around the origin with a step of 200, so wide that no topic blocks two of them.
 std::vector<QPointF> candidates(double direction) {
   std::vector<QPointF> points = {{0.0, 0.0}, {0.0, 200.0}};
   for (int k = 1; k <= 20; ++k) {
@@ -149,7 +149,7 @@ TEST(CreateChild, MissingGrandparentMeansRight) {
 }
 
 TEST(CreateChild, EveryEdgeFromTheParentCountsForTheWantedPoint) {
-  // Two edges to one far child and one to a missing topic: n is 3, so the wanted y is 90.
+  // Two edges to one distant child and one to a missing topic: n is 3, so the wanted y is 90.
   MindMap map = mapOf({}, {{0, 1}, {0, 1}, {0, 99}});
   map.nodes = {topic(0, 0.0, 0.0), topic(1, 5000.0, 0.0)};
   EditorRig rig(map);
@@ -212,7 +212,7 @@ TEST(FreeSpot, TakesTheFirstFreeCandidateInOrder) {
 }
 
 TEST(FreeSpot, SearchOfAChildGoesTheSameWay) {
-  // A column of topics blocks everything above and below; the sixth step outward is the first that is free.
+  // A column of topics blocks everything above and below; the sixth step outwards is the first free place.
   MindMap map = mapOf({});
   int number = 1;
   map.nodes.append(topic(0, -180.0, 0.0));

@@ -78,7 +78,7 @@ TEST_F(NodeImageFiles, CutPictureMissingFileAndFolderChangeNothing) {
   rig.expectNothing();
 }
 
-// An SVG would be drawn with the files that it names, wherever they lie, and wait for ever for a pipe.
+// An SVG would be drawn with the files that it refers to, wherever they are, and wait forever for a pipe.
 TEST_F(NodeImageFiles, DrawingIsRefusedWhateverItsName) {
   const QByteArray drawing = R"(<svg xmlns="http://www.w3.org/2000/svg" xmlns:xlink="http://www.w3.org/1999/xlink"
       width="9" height="9"><image xlink:href=")" +

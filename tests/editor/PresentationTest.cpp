@@ -11,7 +11,7 @@ std::vector<QUuid> ids(const std::vector<int>& numbers) {
   return result;
 }
 
-// 0 with the children 2 and 1 in the order of their edges, 2 with 3; topics along the x axis 100 apart.
+// 0 with the children 2 and 1 in the order of their edges, 2 with 3; topics 100 apart along the x axis.
 struct Show : CommandRig {
   Show() : CommandRig(talk()) {}
   static MindMap talk() {

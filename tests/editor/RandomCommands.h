@@ -9,7 +9,7 @@
 
 namespace quilmora::test {
 
-// Gives an editor random commands, each on topics, edges and regions that exist, or existed, or never did.
+// Runs random commands on an editor, each on topics, edges and regions that exist, used to exist, or never did.
 class RandomCommands {
  public:
   RandomCommands(EditorRig& rig, std::uint64_t seed) : m_rig(rig), m_commands(rig.editor), m_random(seed) {
@@ -23,7 +23,7 @@ class RandomCommands {
   using Table = std::vector<std::pair<const char*, void (RandomCommands::*)()>>;
   static const Table& table();
 
-  // Ids are kept for ever, so that those of removed records come up again.
+  // Ids are kept forever, so that those of removed records are used again.
   void remember() {
     for (const Node& node : m_rig.map().nodes) m_nodes.push_back(node.id);
     for (const Edge& edge : m_rig.map().edges) m_edges.push_back(edge.id);
@@ -63,7 +63,7 @@ class RandomCommands {
   void createEdge() { editor().createEdge(node(), node()); }
   void addRelationship() { editor().addRelationship(node(), node()); }
   void deleteRelationship() { editor().deleteRelationship(any(m_links)); }
-  // The two as a dropped end of a connector asks for them.
+  // The two commands as dropping the end of a connector calls them.
   void reconnectEdgeSource() {
     const QUuid wanted = edge();
     const QUuid from = node();
@@ -112,7 +112,7 @@ class RandomCommands {
   void newTopic() { m_commands.createNode(); }
   void tabKey() { m_commands.tabKey(); }
 
-  // What moves attention only.
+  // Commands that change only selection and view.
   void attend() {
     using Editor = MindMapViewModel;
     switch (m_random.below(16)) {

@@ -120,7 +120,7 @@ TEST(DeleteRegion, ClearsTheSelectionOfThatRegionOnly) {
   rig.expectChange(1, false);
 }
 
-// --- What a hand and a menu do to a region ---
+// --- Editing a region by hand and by menu ---
 
 namespace {
 
@@ -167,7 +167,7 @@ TEST_F(RegionEdits, LabelIsStoredAsItIsAndLeavesTheTimeStamp) {
   EXPECT_EQ(region(1).label, QStringLiteral("Second"));
   rig.expectChange(1, false);
   rig.settle();
-  // The same text again is an edit as well.
+  // Setting the same text again is an edit as well.
   rig.editor.setRegionLabel(regionId(0), QStringLiteral("  Neu \n"));
   EXPECT_EQ(rig.editor.undoCount(), rig.undoBefore + 1);
 }

@@ -21,7 +21,7 @@
 
 namespace quilmora {
 
-// Bookmarks of a sandboxed desktop, whose every call can be made to fail. The data tells the kind and the path.
+// Bookmarks of a sandboxed desktop, whose every call can be made to fail. The data contains the kind and the path.
 class ScriptedBookmarks final : public Bookmarks {
  public:
   Made make(const QString& path, Kind kind) override {
@@ -48,12 +48,12 @@ class ScriptedBookmarks final : public Bookmarks {
   QStringList calls;
 };
 
-// One window's saving over real files in a folder of its own, and everything else in memory.
+// One window's saving with real files in a temporary folder, and everything else in memory.
 class SavingFixture : public testing::Test {
  protected:
   SavingFixture() { start(); }
 
-  // A new start of the program: another editor and session over the same settings and files.
+  // A new start of the program: another editor and session with the same settings and files.
   void start() {
     session.reset();
     editor.reset();
@@ -81,7 +81,7 @@ class SavingFixture : public testing::Test {
     map.title = title;
     editor->setMindMap(map);
   }
-  // Adds a topic, with a snapshot as each command takes it.
+  // Adds a topic, with a snapshot as every command takes one.
   void edit() { editor->createFreeNode(40.0 * static_cast<double>(editor->mindMap().nodes.size()), 0.0); }
   MindMap mapWithTitle(const QString& title) const {
     MindMap map = MindMap::blankMap(clock);

@@ -29,7 +29,7 @@ class SavingHostile : public SavingFixture {
  protected:
   SavingHostile() { restart(); }
 
-  // A start of the program whose sessions write by the moody writer and mark what they open.
+  // A start of the program whose sessions use the moody writer and mark what they open.
   void restart() {
     mark.startAnew();
     session.reset();
@@ -126,7 +126,7 @@ TEST_F(SavingHostile, ADocumentThatEndedTheProgramIsNotReopenedUnasked) {
   EXPECT_EQ(doubted, QStringList{file});
   EXPECT_EQ(title(), MindMap::blankMap(clock).title);
   EXPECT_EQ(editor->lastSavedFilePath(), std::nullopt);
-  // As long as nobody says yes, every start asks.
+  // Until the user says yes, every start asks.
   restart();
   session->reopenLastDocument();
   EXPECT_EQ(doubted.size(), 2);
@@ -167,7 +167,7 @@ TEST_F(SavingHostile, TheMarkOfAnotherDocumentDoubtsNothing) {
   const QString good = map("Good.mindmap");
   session->open(good);
   session->documentWasShown();
-  // This one ended the program before it was in the settings.
+  // This one crashed the program before it was in the settings.
   mark.set(path(QStringLiteral("Bomb.mindmap")));
   restart();
   session->reopenLastDocument();

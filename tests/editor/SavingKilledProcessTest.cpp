@@ -58,10 +58,10 @@ TEST_F(KilledProcess, LeavesTheOldMapOrTheNewOneWhole) {
     ASSERT_EQ(decodeDocumentAt(target), maps[which]);
     ++found[which];
   }
-  // Both are found, or the loop did not save at all.
+  // Both are found; otherwise the loop did not save at all.
   EXPECT_GT(found[0], 0);
   EXPECT_GT(found[1], 0);
-  // A temporary file has a name only for the moment between its last byte and the renaming.
+  // A temporary file has a name only between its last byte and the rename.
   const qsizetype leftBehind = namesIn(home()).filter(QStringLiteral(".quilmora-")).size();
   if (hasUnnamedFiles()) {
     EXPECT_LE(leftBehind, rounds / 10);

@@ -89,7 +89,7 @@ TEST_F(PendingChanges, AreSavedElsewhereBeforeTheWantedDocumentOpens) {
   const QByteArray edited = encodeDocument(editor->mindMap());
   ASSERT_TRUE(QDir(path(QStringLiteral("gone"))).removeRecursively());
   const QString second = makeFile(QStringLiteral("second.mindmap"));
-  // Cancelled, it opens nothing.
+  // When cancelled, it opens nothing.
   session->saveAsAndOpen(second);
   EXPECT_NE(editor->mindMap().title, QStringLiteral("second.mindmap"));
   panels.savePaths = {path(QStringLiteral("elsewhere.mindmap"))};

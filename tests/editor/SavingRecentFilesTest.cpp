@@ -61,7 +61,7 @@ TEST_F(RecentFilesTest, LeaveOutWhatNoLongerResolvesButKeepItStored) {
   EXPECT_EQ(recent.urls(), QStringList({c, b, a}));
 }
 
-// The walk goes by position, so an entry that does not resolve shifts those behind it.
+// Entries are matched by index, so one that does not resolve shifts those after it.
 TEST_F(RecentFilesTest, AreWalkedTogetherWithTheStoredEntriesByPosition) {
   RecentFiles recent(settings, bookmarks);
   recent.add(a);

@@ -185,7 +185,7 @@ TEST_F(Saving, KeepsTheDocumentEqualToTheEditorsMap) {
   editor->undo();
   EXPECT_EQ(session->document().mindMap, editor->mindMap());
 
-  // A change of the time stamps alone is none.
+  // A change of the time stamps alone is no change.
   MindMap later = editor->mindMap();
   const TimePoint before = session->document().mindMap.updatedAt;
   later.updatedAt += 1h;
@@ -195,7 +195,7 @@ TEST_F(Saving, KeepsTheDocumentEqualToTheEditorsMap) {
 
 class Opening : public SavingFixture {
  protected:
-  // What a person sees of the editor when nothing was opened.
+  // What the user sees of the editor when nothing was opened.
   void expectUntouched(const MindMap& map) {
     EXPECT_EQ(editor->mindMap(), map);
     EXPECT_EQ(session->document().mindMap, map);
@@ -299,7 +299,7 @@ TEST_F(Opening, ThroughThePanelTakesPackagesToo) {
   EXPECT_TRUE(panels.openRequests.at(0).allowsFolders);
   EXPECT_EQ(editor->mindMap().title, QStringLiteral("Packed"));
   EXPECT_EQ(editor->lastSavedFilePath(), package);
-  // The panel grants access itself.
+  // The dialog grants access itself.
   EXPECT_EQ(bookmarks.calls, QStringList());
 
   session->openDocument();

@@ -24,13 +24,13 @@ QString randomOutline(RandomMapMaker& maker) {
 std::optional<QUuid> randomAnchor(RandomMapMaker& maker, const MindMap& map) {
   if (maker.chance(20)) return std::nullopt;
   if (map.nodes.empty() || maker.chance(10)) return maker.id();
-  // Of a damaged map also ends of edges that name no topic.
+  // In a damaged map, also ends of edges that name no topic.
   if (!map.edges.empty() && maker.chance(40))
     return map.edges[static_cast<std::size_t>(maker.below(static_cast<int>(map.edges.size())))].to;
   return map.nodes[static_cast<std::size_t>(maker.below(static_cast<int>(map.nodes.size())))].id;
 }
 
-// The map with the first `nodes` topics and `edges` edges alone.
+// Only the first `nodes` topics and `edges` edges of the map.
 MindMap beginningOf(const MindMap& whole, std::size_t nodes, std::size_t edges) {
   MindMap map = whole;
   map.nodes.clear();
@@ -91,7 +91,7 @@ TEST(SmartPasteLaws, UndoTakesBackAnyPaste) {
   }));
 }
 
-// A seed holds the mode in its first byte and then text in UTF-16.
+// A seed has the mode in its first byte, followed by UTF-16 text.
 TEST(SmartPasteLaws, TheCorpusOfTheFuzzerPastesInEveryMode) {
   const auto seeds = corpusOf("smart_paste");
   EXPECT_GE(seeds.size(), 15u);

@@ -251,7 +251,7 @@ TEST(RecolorByBranch, NinthBranchIsBlueAgain) {
 }
 
 TEST(RecolorByBranch, RowGoesByTheDepthBelowTheBranchHead) {
-  // 0 is the root, 1 the head, and 8 lies 7 below the head.
+  // 0 is the root, 1 the branch's top topic, and 8 is 7 levels below it.
   std::vector<int> numbers = {0};
   std::vector<Ends> ends;
   for (int i = 1; i <= 8; ++i) {
@@ -301,7 +301,7 @@ TEST(RecolorByBranch, LeavesTopicsAndEdgesThatNoRootReaches) {
 }
 
 TEST(RecolorByBranch, TopicOfTwoBranchesKeepsTheLaterRow) {
-  // 3 is reached from the branches 1 and 2, and 4 lies below it.
+  // 3 is reached from the branches 1 and 2, and 4 is below it.
   EditorRig rig(mapOf({0, 1, 2, 3, 4}, {{0, 1}, {0, 2}, {1, 3}, {2, 3}, {3, 4}}));
   rig.editor.recolorByBranch();
   EXPECT_EQ(colors(rig.node(1).style), blueHead);

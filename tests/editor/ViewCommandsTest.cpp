@@ -22,7 +22,7 @@ struct ViewCommands : ::testing::Test {
     editor.setSelectedEdgeIDs({edgeId(0)});
     editor.setSelectedRegionID(topicId(70));
   }
-  // Attention moves, the map does not.
+  // Selection and view change, the map does not.
   ~ViewCommands() override {
     EXPECT_TRUE(isVeryMap(rig.map(), before));
     EXPECT_EQ(editor.undoCount(), 0);

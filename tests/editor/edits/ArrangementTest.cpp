@@ -7,7 +7,7 @@ using namespace quilmora::test;
 
 namespace {
 
-// Topics 0, 1, … at these places.
+// Topics 0, 1, … at these positions.
 EditsRig topicsAt(const std::vector<QPointF>& places) {
   MindMap map = mapOf({});
   int number = 0;

@@ -9,7 +9,7 @@
 
 namespace quilmora::test {
 
-// A map with what follows from it, and no editor around.
+// A map with what is derived from it, without an editor.
 struct EditsRig {
   explicit EditsRig(MindMap start) : map(std::move(start)), index(map.nodes, map.edges), tree(index) {}
 

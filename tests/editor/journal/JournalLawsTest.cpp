@@ -27,11 +27,11 @@ void put(const QString& path, const QByteArray& bytes) {
   RC_ASSERT(file.write(bytes) == bytes.size());
 }
 
-// The journal of random commands from a map, and the maps on the way with the size of the journal at each.
+// The journal of random commands on a map, and the intermediate maps with the journal's size at each.
 struct Walk {
   explicit Walk(const QString& folder, std::uint64_t seed, int steps = 12)
       : path(journal::journalPath(folder, document)) {
-    // A document tells whole seconds alone.
+    // A document stores only whole seconds.
     const MindMap start = decodeDocument(encodeDocument(*anyDamagedMap()));
     EditorRig rig(start);
     RandomCommands commands(rig, seed);
@@ -43,7 +43,7 @@ struct Walk {
       commands.run();
       RC_ASSERT(writer.record(rig.map()) == QString());
       if (writer.size() == sizes.back()) continue;
-      // One that grew too long was written anew, as a single record.
+      // A journal that grew too long was rewritten as a single record.
       if (writer.size() < sizes.back()) {
         maps.resize(1);
         sizes.resize(1);
@@ -55,7 +55,7 @@ struct Walk {
     RC_ASSERT(static_cast<std::uint64_t>(bytes.size()) == sizes.back());
   }
 
-  // The map after the last record that ends within so many bytes.
+  // The map after the last record that ends within this many bytes.
   const MindMap& mapAt(qsizetype size) const {
     std::size_t last = 0;
     for (std::size_t i = 0; i < sizes.size(); ++i)

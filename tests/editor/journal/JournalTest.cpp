@@ -32,7 +32,7 @@ class JournalTest : public testing::Test {
     journal = std::make_unique<Journal>(scheduler, log, folder());
     journal->setSource([this] { return Journal::State{now, isKept, openText}; });
   }
-  // As the process ends without a word: what waits is lost.
+  // The process ends without saving: waiting changes are lost.
   journal::Recovery startAgain(const QString& path = document) {
     startProgram();
     isKept = true;
@@ -45,7 +45,7 @@ class JournalTest : public testing::Test {
     isKept = false;
     journal->changed();
   }
-  // Until what was handed over is on the disk.
+  // Waits until everything handed over is on disk.
   void letTimePass(std::chrono::milliseconds time = Journal::delay) {
     scheduler.advance(time);
     ASSERT_TRUE(QTest::qWaitFor([this] { return journal->isAtRest(); }, 20'000));
@@ -100,7 +100,7 @@ TEST_F(JournalTest, RecordsAChangeWithinASecond) {
   change(QStringLiteral("Bread"));
   scheduler.advance(std::chrono::milliseconds(200));
   change(QStringLiteral("Bread and"));
-  // What follows puts it off no further.
+  // Further changes do not postpone it.
   letTimePass(std::chrono::milliseconds(100));
   const journal::Recovery recovery = startAgain();
   ASSERT_TRUE(recovery.map.has_value());
@@ -234,7 +234,7 @@ TEST_F(JournalTest, StaysUntilAnotherTakesItsPlace) {
   change(QStringLiteral("Bread"));
   letTimePass();
   const MindMap left = now;
-  // Ended again and again before anything is recorded.
+  // The process ends again and again before anything is recorded.
   for (int start = 0; start < 3; ++start) EXPECT_TRUE(startAgain().map.has_value());
   now = left;
   isKept = false;

@@ -101,7 +101,7 @@ TEST(MapDelta, EndsCutShortOrChangedInAMapOrAnError) {
     const MindMap copy = before;
     try {
       const MindMap now = journal::appliedDelta(before, delta);
-      // What came out is a map that can be written.
+      // The result is a map that can be written.
       RC_ASSERT(decodeDocument(encodeDocument(now)) == decodeDocument(encodeDocument(now)));
     } catch (const journal::JournalError&) {
     }

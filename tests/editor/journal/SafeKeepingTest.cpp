@@ -15,7 +15,7 @@ class SafeKeepingTest : public SavingFixture {
   SafeKeepingTest() { startProgram(); }
   ~SafeKeepingTest() override { keeping.reset(); }
 
-  // A start of the program, after the end of the process before without a word.
+  // A start of the program, after the previous process ended without saving.
   void startProgram() {
     keeping.reset();
     start();
@@ -148,7 +148,7 @@ TEST_F(SafeKeepingTest, KeepsWhatASaveReplaces) {
 }
 
 TEST_F(SafeKeepingTest, KeepsWhatAnImportIsSavedOver) {
-  // Later than what the file itself tells.
+  // Later than the file's own time.
   clock.set(SystemClock().now() + std::chrono::hours(1));
   openNew(plan);
   edit();
@@ -186,7 +186,7 @@ TEST_F(SafeKeepingTest, KeepsADocumentThatSaveAsGoesOver) {
 }
 
 TEST_F(SafeKeepingTest, AutoSavesOfAMinuteAreOneVersion) {
-  // The file itself tells since when it holds what is opened.
+  // The file's own time says since when it holds what is opened.
   clock.set(SystemClock().now());
   openNew(plan);
   for (int round = 0; round < 8; ++round) {
@@ -194,7 +194,7 @@ TEST_F(SafeKeepingTest, AutoSavesOfAMinuteAreOneVersion) {
     clock.advance(std::chrono::seconds(10));
     letTimePass(DocumentSession::autoSaveDelay);
   }
-  // What was opened, and what stood there a minute after.
+  // What was opened, and what was there a minute later.
   EXPECT_EQ(versionsOf(plan).size(), 2U);
 }
 

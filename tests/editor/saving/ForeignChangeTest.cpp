@@ -11,7 +11,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// Another program, a real one, works on the file of the open document.
+// Another real program changes the file of the open document.
 class ForeignChange : public SavingFixture, public testing::WithParamInterface<bool> {
  protected:
   ForeignChange() {
@@ -37,7 +37,7 @@ class ForeignChange : public SavingFixture, public testing::WithParamInterface<b
                                 with.isEmpty() ? QStringList{work, path} : QStringList{work, path, with}),
               0);
   }
-  // Lets the watch settle until the trouble begins with this; an empty text waits for its end.
+  // Waits until the session reports trouble that starts with this; an empty text waits for its end.
   bool isTold(const QString& beginning) {
     return QTest::qWaitFor(
         [&] {
@@ -47,7 +47,7 @@ class ForeignChange : public SavingFixture, public testing::WithParamInterface<b
         },
         10'000);
   }
-  // Time passes, with all that happens in it.
+  // Lets time pass, with everything that happens in it.
   void wait(std::chrono::milliseconds time) {
     scheduler.advance(time);
     finish();
@@ -86,7 +86,7 @@ TEST_P(ForeignChange, ThatWritesInPlaceIsNoticed) {
 }
 
 TEST_P(ForeignChange, ThatNobodyTellsOfIsFoundBeforeTheWrite) {
-  // The watch has not looked yet when auto-save comes.
+  // The watch has not checked yet when auto-save runs.
   edit();
   otherProgram(QStringLiteral("replace"), other);
   session->autoSave();

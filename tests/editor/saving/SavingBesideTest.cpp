@@ -11,7 +11,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// A disk that holds each write until it is let go, and counts.
+// A disk that holds back each write until it is released, and counts writes.
 class GatedWriter final : public FileWriter {
  public:
   Outcome write(const QString& path, const QByteArray& data) override {

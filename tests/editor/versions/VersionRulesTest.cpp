@@ -38,8 +38,8 @@ TEST(VersionRules, TheLastTwentyStay) {
 TEST(VersionRules, TheNewestOfEachHourStaysForADay) {
   std::vector<TimePoint> times;
   for (int i = 0; i < 20; ++i) times.push_back(now - std::chrono::seconds(i));
-  // 11:50 and 11:10 of the same hour, 10:59 of the one before; 12:29 of yesterday is within a day, 12:31 is too, but
-  // older in its hour, and 12:29 a day and a minute ago is neither.
+  // 11:50 and 11:10 of the same hour, and 10:59 of the previous one; 12:29 of yesterday is within a day; 12:31 is too,
+  // but is older in its hour; 12:29 a day and a minute ago is neither.
   for (const auto age : {40min, 80min, 91min, 1439min, 1441min}) times.push_back(now - age);
   const std::vector<bool> stays = versionsThatStay(times, now);
   EXPECT_EQ(std::vector<bool>(stays.begin() + 20, stays.end()), (std::vector<bool>{true, false, true, true, false}));
@@ -84,7 +84,7 @@ TEST(VersionRules, SharedPiecesCountOnceAndGoWithTheirLastVersion) {
   const std::map<std::uint64_t, std::uint64_t> pieces{{1, 500}, {2, 30}, {3, 40}};
   EXPECT_EQ(versionsBeyond(600, versions, pieces), std::vector<std::size_t>{});
   EXPECT_EQ(versionsBeyond(599, versions, pieces), std::vector<std::size_t>{2});
-  // Without the second one piece 1 is still needed.
+  // Without the second one, piece 1 is still needed.
   EXPECT_EQ(versionsBeyond(545, versions, pieces), (std::vector<std::size_t>{2, 1}));
   EXPECT_EQ(versionsBeyond(539, versions, pieces), (std::vector<std::size_t>{2, 1, 0}));
 }
