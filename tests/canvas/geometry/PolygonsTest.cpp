@@ -12,7 +12,7 @@ namespace {
 const QRectF square(0, 0, 100, 100);
 
 TEST(Polygons, FillByTheNonZeroRule) {
-  // A square that winds twice: its middle is inside by this rule, outside by the odd-even one.
+  // A square that winds twice: its middle is inside by this rule, but outside by the odd-even one.
   const std::vector<QPointF> twice{{0, 0}, {10, 0}, {10, 10}, {0, 10}, {0, 0}, {10, 0}, {10, 10}, {0, 10}};
   EXPECT_TRUE(polygonContains(twice, QPointF(5, 5)));
   EXPECT_FALSE(polygonContains(twice, QPointF(15, 5)));

@@ -39,7 +39,7 @@ TEST(Reveal, IgnoresCoversThatLeaveNoRoom) {
   EXPECT_EQ(shortestReveal({110, 10, 20, 10}, room, {room}), QPointF(-30, 0));
 }
 
-// No whole-numbered place that is free lies nearer, and where one is free, the answer is.
+// No free place with whole coordinates is nearer, and if there is one, the result is free.
 RC_GTEST_PROP(Reveal, FindsTheNearestFreePlace, ()) {
   const QRectF target = genRect(130, 110, 40);
   std::vector<QRectF> covers;

@@ -6,7 +6,7 @@
 #include "canvas/painting/PaintContext.h"
 #include "canvas/painting/PaintedMap.h"
 
-// Numbers of a document that would make painting endless.
+// Numbers in a document that would make painting endless.
 
 namespace quilmora {
 namespace {

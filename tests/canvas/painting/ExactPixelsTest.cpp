@@ -29,7 +29,7 @@ class Picture {
     return image;
   }
 
-  // How many pixels differ from the whole picture's in the parts of this size that it can be cut into.
+  // How many pixels differ from the whole picture when it is cut into parts of this size.
   int differingPixels(QSize size) {
     const QImage whole = paint(rect());
     int count = 0;

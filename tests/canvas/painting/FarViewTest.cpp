@@ -7,7 +7,7 @@
 #include "canvas/painting/PaintedMap.h"
 #include "canvas/painting/PartVisibility.h"
 
-// Maps seen from as far as a view that was fitted shows them.
+// Maps seen from as far away as a fitted view shows them.
 
 namespace quilmora {
 namespace {
@@ -39,7 +39,7 @@ TEST(FarView, BadgesKeepTheirColourAndTheirSymbol) {
     const QRectF shown = shownPart(CanvasPart::badge, painted.metrics(0).badge, far);
     EXPECT_GE(shown.width() * far, 10.0);
     EXPECT_GE(pixelsNear(image, badgeLook(badge).color), 25);
-    // Its middle is the symbol's: pale on the disc.
+    // Its middle belongs to the symbol: pale on the disc.
     int pale = 0;
     for (double y = shown.top(); y < shown.bottom(); y += 5)
       for (double x = shown.left(); x < shown.right(); x += 5) {
@@ -60,7 +60,7 @@ TEST(FarView, ACollapsedBranchDiffersFromAnOpenOneAtAGlance) {
     painted.hidden = {0, 1};
     const QImage collapsed = painted.paint(viewSize, 1.0, zoom);
     EXPECT_GE(differingPixels(open, collapsed), 60) << zoom;
-    // Where the plate with the count stands, below the box and beside the digit.
+    // The plate with the count is below the box; this is beside the digit.
     EXPECT_NE(painted.at(collapsed, QPointF(-4, painted.metrics(0).box.bottom() + 3)), white);
   }
 }
@@ -112,7 +112,7 @@ TEST(FarView, LettersOfFourPixelsAreLetters) {
   painted.addNode(QPointF(0, 0), QStringLiteral("MM            MM"), "#000000");
   painted.changeNode(0, [](Node& node) { node.style.textColor = QStringLiteral("#FFFFFF"); });
   const QColor black(Qt::black);
-  // A bar runs on where letters leave a gap.
+  // A bar continues where letters leave a gap.
   EXPECT_EQ(painted.at(painted.paint(viewSize, 1.0, 4.05 / 15.0), QPointF(0, 0)), black);
   EXPECT_NE(painted.at(painted.paint(viewSize, 1.0, 3.9 / 15.0), QPointF(0, 0)), black);
 }
@@ -220,7 +220,7 @@ TEST(PartVisibility, PartsStayWithinTheSurroundingsOfTheirTopic) {
 }
 
 TEST(PartVisibility, ACollapseMarkGrowsAwayFromTheTitle) {
-  const QRectF place(-58, -8, 16, 16);  // half of it over a box that begins at -50
+  const QRectF place(-58, -8, 16, 16);  // half of it over a box that starts at -50
   for (const double zoom : {1.0, 0.5, 0.3, 0.2}) {
     const QRectF shown = shownPart(CanvasPart::collapseToggle, place, zoom);
     EXPECT_DOUBLE_EQ(shown.right(), -42) << zoom;

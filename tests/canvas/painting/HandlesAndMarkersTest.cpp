@@ -18,7 +18,7 @@ QColor blend(const QColor& above, double opacity, const QColor& below) {
   return QColor(mix(above.red(), below.red()), mix(above.green(), below.green()), mix(above.blue(), below.blue()));
 }
 
-// What lies below a handle, with the handle's shadow on it.
+// The colour below a handle, including the handle's shadow.
 QColor shaded(const QColor& color) {
   return blend(Qt::black, 0.185, color);
 }
@@ -27,7 +27,7 @@ QImage paintFinely(PaintedMap& painted) {
   return painted.paint(QSize(400, 300), 4.0);
 }
 
-// How many points of a rectangle, four to a canvas unit, come close to the colour.
+// How many points of a rectangle, four per canvas unit, are close to the colour.
 int pointsNear(PaintedMap& painted, const QImage& image, const QRectF& rect, const QColor& color, int distance = 30) {
   int count = 0;
   for (double y = rect.top() + 0.25; y < rect.bottom(); y += 0.5)
@@ -36,7 +36,7 @@ int pointsNear(PaintedMap& painted, const QImage& image, const QRectF& rect, con
   return count;
 }
 
-// Two topics 300 apart with an edge of width 10, as the canvas shows them.
+// Two topics 300 apart with an edge of width 10, as shown on the canvas.
 struct HandlePainting : testing::Test {
   HandlePainting() { painted.options.handlesAboveNodes = true; }
   QImage select() {
@@ -49,7 +49,7 @@ struct HandlePainting : testing::Test {
   const QUuid edge = painted.addEdge(a, b);
 };
 
-// The same two, joined by a relationship instead, whose middle is (0, 30).
+// The same two topics, joined by a relationship instead, whose middle is (0, 30).
 struct RelationshipPainting : testing::Test {
   RelationshipPainting() {
     painted.options.handlesAboveNodes = true;
@@ -117,7 +117,7 @@ TEST_F(HandlePainting, BendUnderADragIsSolid) {
 
 TEST_F(HandlePainting, BendFollowsTheOffsetOfItsEdge) {
   painted.changeEdge(0, [](Edge& changed) { changed.controlPointOffset = QPointF(0, 80); });
-  // Three quarters of the offset reach the middle of the curve.
+  // The middle of the curve moves by three quarters of the offset.
   EXPECT_LE(colorDistance(painted.at(select(), QPointF(0, 60)), blend(purple, 0.7, shaded(Qt::red))), 3);
 }
 
@@ -162,7 +162,7 @@ TEST_F(RelationshipPainting, BendUnderADragIsSolidAndTheButtonStays) {
   EXPECT_EQ(painted.at(image, QPointF(0, 9)), red);
 }
 
-// --- A connection on its way ---
+// --- An unfinished connection ---
 
 TEST(ConnectionPainting, PreviewIsADashedLineWithAPlusOnADiscAtItsEnd) {
   PaintedMap painted;
@@ -228,7 +228,7 @@ struct MarkerPainting : testing::Test {
     painted.changeNode(0, [](Node& node) { node.style.textColor = QStringLiteral("#000000"); });
   }
   QImage paint() { return painted.paint(QSize(400, 300), 4.0); }
-  // The box around what is darker than the disc of the toggle.
+  // The bounding box of everything darker than the toggle's disc.
   QRectF inkOfToggle() {
     const QImage image = paint();
     const QRectF disc = painted.metrics(0).collapseToggle;
@@ -266,7 +266,7 @@ TEST_F(MarkerPainting, ToggleIsTheTextsColourAtHalfOnTheFillAtFourFifths) {
   const QImage image = paint();
   const QRectF disc = painted.metrics(0).collapseToggle;
   EXPECT_EQ(disc.size(), QSizeF(16, 16));
-  // Outside the box, but for the shadow of the box, the disc lies on white.
+  // Outside the box, except for the box's shadow, the disc is on white.
   const QColor ground = painted.at(image, QPointF(disc.left() + 1.5, disc.center().y()));
   EXPECT_LE(colorDistance(ground, blend(Qt::red, 0.8, white)), 12);
   const QColor ink = blend(Qt::blue, 0.5, Qt::red);
@@ -327,7 +327,7 @@ struct RegionPainting : testing::Test {
 
 TEST_F(RegionPainting, FillContourAndItsOpacityWhenSelected) {
   EXPECT_LE(colorDistance(painted.at(paint(), QPointF(0, 0)), blend(Qt::black, 0.12, white)), 1);
-  // The outer half of the contour lies on the canvas.
+  // The outer half of the contour is on the canvas.
   EXPECT_LE(colorDistance(painted.at(paint(), QPointF(-100.4, 0)), blend(Qt::black, 0.55, white)), 2);
   EXPECT_EQ(painted.at(paint(), QPointF(-101, 0)), white);
   painted.scene.selectedRegionID = region.id;
@@ -369,7 +369,7 @@ TEST_F(RegionPainting, LabelStaysReadableFromAfar) {
   const QImage image = painted.paint(QSize(400, 300), 1.0, 0.2);
   int plate = 0;
   for (int x = 0; x < 80; ++x) plate += image.pixelColor(40 + x, 32).value() < 60;
-  EXPECT_GE(plate, 14);  // the region begins at (40, 30)
+  EXPECT_GE(plate, 14);  // the region starts at (40, 30)
   EXPECT_LT(image.pixelColor(50, 30 + 8).value(), 250);
 }
 

@@ -7,7 +7,8 @@
 namespace quilmora {
 namespace {
 
-// What a topic whose picture field holds this text shows, or nothing. Either way the topic has a box of bounded size.
+// The size of the picture that a topic shows with this text in its field, or nothing. Either way the topic's box has a
+// bounded size.
 std::optional<QSize> shownSize(const QString& imageData) {
   NodeMeasurer measurer;
   Node node;

@@ -66,7 +66,7 @@ TEST(SelectionRing, IsSeenOnAFillOfItsOwnColour) {
     const QImage resting = painted.paint(QSize(400, 300), 1.0, zoom);
     painted.selectedNodes.insert(id);
     const QImage selected = painted.paint(QSize(400, 300), 1.0, zoom);
-    // Upwards from the middle of the top edge: fill, a gap of the ground, the ring, the ground.
+    // Upwards from the middle of the top edge: fill, a gap of background, the ring, the background.
     const double top = painted.metrics(0).box.top() * zoom + 150;
     int column = 200;
     int changes = 0;

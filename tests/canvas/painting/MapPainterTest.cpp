@@ -23,15 +23,15 @@ int differingPixels(const QImage& a, const QImage& b) {
   return count;
 }
 
-// Every look below is told for the usual pixel ratios of screens.
+// Every look below is checked for the usual pixel ratios of screens.
 class NodeLook : public testing::TestWithParam<double> {
  protected:
   QImage paint() { return painted.paint(QSize(400, 300), GetParam()); }
   // A point `inset` canvas units inside the middle of the box's bottom edge.
   QPointF insideBottom(double inset) { return QPointF(0, painted.metrics(0).box.bottom() - inset); }
 
-  // The width in canvas units of the border at the box's bottom edge: mixed pixels count by their share. Boxes stand on
-  // whole pixels, so the edge itself may be half a pixel away from its place.
+  // The width in canvas units of the border at the box's bottom edge: mixed pixels count by their share. Boxes are
+  // aligned to whole pixels, so the edge itself may be half a pixel off.
   double borderWidthAt(const QImage& image, const QColor& border) {
     const double ratio = GetParam();
     const int x = static_cast<int>(200 * ratio);
@@ -316,7 +316,7 @@ TEST(MapPainter, DrawsRelationshipsDashed) {
   relationship.from = painted.addNode(QPointF(-170, -10));
   relationship.to = painted.addNode(QPointF(170, -10));
   relationship.color = QStringLiteral("#FF0000");
-  relationship.controlPointOffset = QPointF(0, -68);  // takes the bow back
+  relationship.controlPointOffset = QPointF(0, -68);  // straightens the curve
   painted.map.relationships.append(relationship);
   const QImage image = painted.paint();
   int dashes = 0;
@@ -384,7 +384,7 @@ TEST(MapPainter, DrawsFromAfarInTheColoursOfTheTopics) {
 }
 
 TEST(MapPainter, HidesNothingThatOpaqueTopicsDoNotCover) {
-  // The same crowd with and without the shortcuts: only smoothing may differ.
+  // The same crowd with and without the shortcuts: only antialiasing may differ.
   PaintedMap painted;
   std::vector<QUuid> ids;
   for (int i = 0; i < 60; ++i) {
@@ -418,7 +418,7 @@ TEST(MapPainter, BearsCoordinatesBeyondReason) {
         Region{QUuid::createUuid(), QString(), QStringLiteral("#00FF00"), QRectF(-far, -far, far, far * 0.5)});
     for (const double zoom : {0.1, 1.0, 5.0}) {
       const QImage image = painted.paint(QSize(400, 300), 1.0, zoom);
-      // What is near is drawn as ever.
+      // Nearby parts are drawn as usual.
       const QPointF insideBottom(0, painted.metrics(2).box.bottom() - 3.2);
       if (zoom < 1.0) continue;
       EXPECT_EQ(painted.at(image, insideBottom), fill) << far << " at " << zoom;
@@ -426,7 +426,7 @@ TEST(MapPainter, BearsCoordinatesBeyondReason) {
     painted.refresh();
     EXPECT_EQ(painted.painter.nodeAt(painted.scene, QPointF(0, 0)), 2u);
     EXPECT_EQ(painted.painter.nodeAt(painted.scene, QPointF(0, 100)), std::nullopt);
-    // Any answer will do where the shapes are that large, as long as there is one.
+    // With shapes this large any result will do, as long as there is one.
     painted.painter.edgeAt(painted.scene, QPointF(50, 50));
     painted.painter.relationshipAt(painted.scene, QPointF(50, 50));
   }
@@ -490,7 +490,7 @@ TEST(MapPainter, DrawsAFarBentEdgeBetweenTopicsOnOnePoint) {
   const QUuid a = painted.addNode(QPointF(0, 0));
   const QUuid b = painted.addNode(QPointF(0, 0));
   painted.addEdge(a, b, "#FF0000", 10.0);
-  // Its tip lies far below the picture, its start in the middle.
+  // Its control point is far below the picture, its start in the middle.
   painted.changeEdge(0, [](Edge& edge) { edge.controlPointOffset = QPointF(0, 4000); });
   const QImage image = painted.paint();
   // It goes down and comes back over itself.

@@ -255,7 +255,7 @@ TEST(NodeMetrics, ShowsNothingForWhatIsNoImage) {
 }
 
 TEST(NodeMetrics, RefusesImagesOfAbsurdDimensions) {
-  // A header that promises ten thousand million pixels.
+  // A header that claims ten thousand million pixels.
   Measured measured;
   measured.node.imageData = QString::fromLatin1(QByteArray("P6 100000 100000 255 abc").toBase64());
   EXPECT_TRUE(measured.measure().image.isEmpty());
@@ -305,7 +305,7 @@ TEST(TitleLines, KeepEveryWordWholeThatFitsIntoALine) {
       const double advance = QFontMetricsF(font).horizontalAdvance(word) * fontSize / font.pixelSize();
       if (advance > limit - 1.0) continue;
       EXPECT_EQ(measurer.shapedTitle(word, sizing).size.height(), line) << fontSize << word.toStdString();
-      // Behind another word it goes to the next line as a whole.
+      // After another word it goes to the next line as a whole.
       const QSizeF both = measurer.shapedTitle(QStringLiteral("Knowledge ") + word, sizing).size;
       EXPECT_LE(both.height(), 2.01 * line) << fontSize << word.toStdString();
     }

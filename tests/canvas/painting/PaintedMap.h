@@ -11,7 +11,7 @@
 
 namespace quilmora {
 
-// A small map and what a picture of it needs, for tests that look at pixels.
+// A small map and what painting it needs, for tests that look at pixels.
 struct PaintedMap {
   MindMap map;
   std::vector<char> hidden;
@@ -59,7 +59,7 @@ struct PaintedMap {
     map.edges.update(index, change);
   }
 
-  // Brings the scene up to date.
+  // Updates the scene.
   void refresh() {
     hidden.resize(map.nodes.size(), 0);
     scene.map = map;

@@ -3,7 +3,7 @@
 #include "canvas/painting/PaintedMap.h"
 #include "support/ReferencePicture.h"
 
-// Small pictures of what is drawn without a letter: topics lie outside of them.
+// Small pictures of everything drawn without letters: the topics are outside them.
 
 using namespace quilmora;
 using namespace quilmora::test;
@@ -15,7 +15,7 @@ constexpr QSize size(240, 160);
 struct ReferencePictures : testing::Test {
   PaintedMap painted;
 
-  // A connector through the picture, between two heights.
+  // A connector across the picture, between two heights.
   void connect(double from, double to, const EdgeStyle::TaperConfig& taper, const char* color,
                QPointF bend = QPointF()) {
     const QUuid a = painted.addNode(QPointF(-400, from));

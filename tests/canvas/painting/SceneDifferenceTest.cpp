@@ -129,12 +129,12 @@ TEST_F(DifferenceOfScenes, OfARegionUnderADragIsWhereItWasAndWhereItIs) {
   ASSERT_EQ(parts.areas.size(), 2U);
   EXPECT_TRUE(parts.areas[0].contains(QRectF(0, 0, 100, 80)));
   EXPECT_TRUE(parts.areas[1].contains(QRectF(500, 0, 100, 80)));
-  // Gone from where it was dragged to.
+  // It has disappeared from where it was dragged to.
   painted.map.regions.eraseIf([](const Region&) { return true; });
   EXPECT_TRUE(std::ranges::any_of(follow().areas, [](const QRectF& area) { return area.contains(QPointF(550, 40)); }));
 }
 
-// Every pixel that changes lies in what is told.
+// Every pixel that changes is in the reported parts.
 TEST(SceneDifference, TellsAllThatLooksDifferentAfterAnyChange) {
   std::mt19937 random(23);
   const auto below = [&](std::size_t bound) { return static_cast<int>(random() % bound); };

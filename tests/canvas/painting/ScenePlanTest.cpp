@@ -13,7 +13,7 @@ namespace {
 
 constexpr int side = 64;
 
-// The picture of the view put together from tiles, each painted in steps.
+// The picture of the view assembled from tiles, each painted in steps.
 QImage tiled(PaintedMap& painted, QSize size, double zoom) {
   painted.refresh();
   const QRect tiles(-size.width() / 2 / side, -size.height() / 2 / side, size.width() / side, size.height() / side);
@@ -81,7 +81,7 @@ TEST(ScenePlan, TilesTogetherLookLikeOnePicture) {
                                         QRectF(below(300) - 300, below(300) - 300, 300, 200)});
     }
     const QImage whole = painted.paint(QSize(768, 512), 1.0, zoom);
-    // The smoothed rims of shapes that cross a tile may lie a sixty-fourth of a pixel off.
+    // The antialiased edges of shapes that cross a tile may be a sixty-fourth of a pixel off.
     EXPECT_LE(farthestColors(tiled(painted, QSize(768, 512), zoom), whole), 20) << zoom;
   }
 }
@@ -125,7 +125,7 @@ TEST(TileWalk, NarrowsUnbentEdgesToWhatLiesInARectangle) {
   EXPECT_NEAR(whole.last, 1.0, 1e-9);
   const CurveShare left = curveShareIn(QRectF(-10, -10, 60, 120), QPointF(0, 0), QPointF(100, 100));
   EXPECT_NEAR(left.last, 0.5, 1e-9);
-  // At half of the height half of the way is done; at 15.625 % a quarter.
+  // At half the height half the way is done; at 15.625 % a quarter.
   EXPECT_NEAR(curveShareIn(QRectF(-10, -10, 120, 60), QPointF(0, 0), QPointF(100, 100)).last, 0.5, 1e-9);
   EXPECT_NEAR(curveShareIn(QRectF(-10, 15.625, 120, 100), QPointF(0, 0), QPointF(100, 100)).first, 0.25, 1e-9);
   EXPECT_TRUE(curveShareIn(QRectF(200, 0, 10, 10), QPointF(0, 0), QPointF(100, 100)).isEmpty());
@@ -147,7 +147,7 @@ TEST(MovingLayer, ManyDraggedTopicsMoveAsOnePicture) {
     kept.scene.shown.nodeDragTranslation = fresh.scene.shown.nodeDragTranslation = way;
     EXPECT_EQ(farthestColors(kept.paint(QSize(768, 512)), fresh.paint(QSize(768, 512))), 0) << way.x();
   }
-  // Another selection is another picture.
+  // Another selection gives another picture.
   kept.selectedNodes.remove(kept.map.nodes[5].id);
   PaintedMap fresh;
   fill(fresh);

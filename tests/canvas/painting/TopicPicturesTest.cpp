@@ -10,7 +10,7 @@
 namespace quilmora::test {
 namespace {
 
-// A few kilobytes that become many megabytes of pixels.
+// A few kilobytes that decode to many megabytes of pixels.
 QString bomb(int side, int seed = 0) {
   QImage image(side, side, QImage::Format_Mono);
   image.fill(seed % 2);
@@ -22,7 +22,7 @@ QString bomb(int side, int seed = 0) {
   return QString::fromLatin1(bytes.toBase64());
 }
 
-// A text that is equal but lies elsewhere, as another topic's does.
+// An equal text at another address, as another topic's would be.
 QString copyOf(const QString& text) {
   return QString(text.constData(), text.size());
 }
@@ -94,7 +94,7 @@ TEST_F(TopicPicturesTest, WhichVersionsAreKeptIsNotSeen) {
   EXPECT_EQ(small.image(text, 50.0)->forWidth(50.0), fromWhole);
 }
 
-// More than the budget holds at once: every picture is decoded once, and then there is rest.
+// More than the budget holds at once: every picture is decoded once, and then decoding stops.
 TEST_F(TopicPicturesTest, PicturesBeyondTheBudgetAreNotDecodedRoundAndRound) {
   startBackground();
   pictures.setKeptSize(20 * 1024);
@@ -110,7 +110,7 @@ TEST_F(TopicPicturesTest, PicturesBeyondTheBudgetAreNotDecodedRoundAndRound) {
   for (const QString& text : bombs) EXPECT_GE(pictures.image(text, 900.0)->full.width(), 125);
 }
 
-// 400 of them took a minute of the main thread.
+// 400 of them used to take a minute of the main thread.
 TEST_F(TopicPicturesTest, BombsDoNotHoldWhoeverAsks) {
   startBackground();
   const QString one = bomb(5000);

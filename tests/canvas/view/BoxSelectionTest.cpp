@@ -50,7 +50,7 @@ TEST_F(SelectionBox, ReplacesTheSelection) {
 
 TEST_F(SelectionBox, IsInViewCoordinatesAtHalfZoom) {
   rig.look(0.5, {20, 10});
-  // The second topic shows at (220, 60).
+  // The second topic is shown at (220, 60).
   select(QRectF(219, 59, 2, 2));
   EXPECT_EQ(rig.editor.selectedNodeIDs(), IdSet({topicId(2)}));
   select(QRectF(399, 99, 2, 2));
@@ -59,14 +59,14 @@ TEST_F(SelectionBox, IsInViewCoordinatesAtHalfZoom) {
 
 TEST_F(SelectionBox, IsInViewCoordinatesAtDoubleZoom) {
   rig.look(2.0, {-300, 0});
-  // The second topic shows at (500, 200).
+  // The second topic is shown at (500, 200).
   select(QRectF(499, 199, 2, 2));
   EXPECT_EQ(rig.editor.selectedNodeIDs(), IdSet({topicId(2)}));
 }
 
 TEST_F(SelectionBox, FindsAnEdgeAtASample) {
-  // The straight edge from (100, 100) to (400, 100) has its samples 15 apart in the middle: at 235, 250 and 265 it is
-  // caught, between them not.
+  // The straight edge from (100, 100) to (400, 100) has samples 15 apart in its middle: it is caught at 235, 250 and
+  // 265, but not between them.
   select(QRectF(249, 99, 2, 2));
   EXPECT_EQ(rig.editor.selectedEdgeIDs(), IdSet({edgeId(0)}));
   select(QRectF(252, 99, 10, 2));
@@ -84,7 +84,7 @@ TEST_F(SelectionBox, FindsABentEdgeWhereItIsBentTo) {
   MindMap map = bent.editor.mindMap();
   map.edges.update(0, [](Edge& edge) { edge.controlPointOffset = QPointF(0, 100); });
   bent.editor.setMindMap(map);
-  // Both inner points move by 100, the middle of the curve by three quarters of it.
+  // Both inner points move by 100, the middle of the curve by three quarters of that.
   selectByRectangle(bent.editor, QRectF(149, 74, 2, 2));
   EXPECT_EQ(bent.editor.selectedEdgeIDs(), IdSet({edgeId(0)}));
   selectByRectangle(bent.editor, QRectF(149, -1, 2, 2));

@@ -111,7 +111,7 @@ TEST_F(CanvasDrag, OfATopicUndoneAwayMeanwhileDoesNothing) {
   EXPECT_EQ(rig.editor.undoCount(), 0);
 }
 
-// --- Hanging a topic under another ---
+// --- Moving a topic below another ---
 
 TEST_F(CanvasDrag, WithCommandOverAnotherTopicHangsItThereAndMovesNothing) {
   rig.press({700, 100}, command);

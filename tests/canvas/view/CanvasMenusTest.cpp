@@ -12,7 +12,7 @@ using namespace quilmora::test;
 
 namespace {
 
-// A canvas point p shows at p + (300, 200).
+// A canvas point p is shown at p + (300, 200).
 struct CanvasMenu : testing::Test {
   WindowRig rig{mapWithRegions({region(1, {-200, 0, 200, 150})}, {topic(1, 100, 100), topic(2, 300, 100)}, {{1, 2}})};
   QSignalSpy wanted{&rig.view, &CanvasView::imageWanted};

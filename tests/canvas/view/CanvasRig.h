@@ -13,8 +13,8 @@
 
 namespace quilmora::test {
 
-// An editor and the canvas's state machine over a map, without a window. Topics are 100 × 40 boxes; what else lies on
-// the canvas, a test puts there.
+// An editor and the canvas's state machine over a map, without a window. Topics are 100 × 40 boxes; a test adds
+// whatever else is on the canvas.
 class CanvasRig {
  public:
   explicit CanvasRig(MindMap map)

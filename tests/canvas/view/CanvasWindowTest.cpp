@@ -10,7 +10,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// The first topic is centred, so that a canvas point p shows at p + (300, 200).
+// The first topic is centred, so a canvas point p is shown at p + (300, 200).
 struct CanvasWindow : testing::Test {
   CanvasWindow() { QApplication::setWheelScrollLines(3); }
   WindowRig rig{mapWith({topic(1, 100, 100), topic(2, 300, 100), topic(3, 300, 250)}, {{1, 2}})};
@@ -154,7 +154,7 @@ TEST_F(CanvasWindow, ButtonsAndHandlesAnswerToThePointer) {
   for (const auto kind : {CanvasTarget::Kind::collapseToggle, CanvasTarget::Kind::connectionHandle}) {
     const auto x = rig.partBeside(1, kind);
     ASSERT_TRUE(x);
-    // Near the rim, where there is no symbol.
+    // Near the edge, away from the symbol.
     const QPoint probe = rig.at(1, {*x + 2, 0});
     rig.mouse(QTest::MouseMove, {20, 20});
     const QColor rest = colorAt(probe);
@@ -164,7 +164,7 @@ TEST_F(CanvasWindow, ButtonsAndHandlesAnswerToThePointer) {
     rig.mouse(QTest::MousePress, probe);
     EXPECT_NE(colorAt(probe), hovered);
     EXPECT_NE(colorAt(probe), rest);
-    // Escape ends the press, and with nothing else to do the selection.
+    // Escape ends the press, and, with nothing else to end, clears the selection.
     rig.key(Qt::Key_Escape);
     rig.mouse(QTest::MouseRelease, probe);
     rig.editor.selectNode(topicId(1), false);
@@ -180,7 +180,7 @@ TEST(CanvasHover, GivesUpInAHeapOfTopics) {
   for (int i = 1; i <= 2000; ++i) nodes.push_back(topic(i, 0, 0));
   WindowRig rig(mapWith(nodes));
   rig.editor.setSelectedNodeIDs({topicId(1)});
-  // The handle of the undermost lies free, but all the others would have to be measured to know it.
+  // The handle of the lowest topic is not covered, but all the others would have to be measured to know that.
   EXPECT_FALSE(rig.partBeside(1, CanvasTarget::Kind::connectionHandle));
   for (int i = 2; i <= 1900; ++i) nodes[static_cast<std::size_t>(i - 1)].position = QPointF(0, 5000);
   rig.editor.setMindMap(mapWith(nodes));
@@ -310,7 +310,7 @@ TEST_F(CanvasWindow, PinchOnATrackpadZooms) {
   EXPECT_EQ(rig.view.gestures().state().initialZoom, 1.5);
 }
 
-// However a fit in motion is interrupted, the view is as if it had been there at once.
+// However a fit in motion is interrupted, the view is as if it had arrived at once.
 TEST_F(CanvasWindow, WheelAndPinchInterruptAFitAsIfItHadBeenThereAtOnce) {
   rig.notifications.post(Notification::zoomToFit);
   rig.clock.advance(150ms);

@@ -19,7 +19,7 @@ struct ConnectionHandleDrag : testing::Test {
   CanvasRig rig{mapWith({topic(1, 100, 100), topic(2, 400, 100), topic(3, 400, 140)})};
 
   void dropAt(QPointF end, InputModifiers modifiers = {}) {
-    // Held at its rim: what counts is where the pointer ends.
+    // Grabbed near its edge: what counts is where the pointer ends.
     rig.drag(handle + QPointF(3, -3), end, modifiers);
   }
 };

@@ -11,7 +11,7 @@ MindMap linkedMap() {
   return map;
 }
 
-// The first topic is centred, so that a canvas point p shows at p + (400, 300). The relationship of topics 3 and 4 bows
+// The first topic is centred, so a canvas point p is shown at p + (400, 300). The relationship of topics 3 and 4 bends
 // by a fifth of its length: its middle is (100, 180).
 struct HandleWindow : testing::Test {
   WindowRig rig{linkedMap()};
@@ -61,7 +61,7 @@ TEST_F(HandleWindow, ConnectionHandleShowsItsTargetOnTheWay) {
   rig.mouse(QTest::MousePress, handle);
   rig.mouse(QTest::MouseMove, handle + QPoint(210, 0));
   EXPECT_EQ(rig.view.gestures().state().handleDragTargetID, topicId(4));
-  // The dashes of the preview lie between the two, and a border marks the target.
+  // The dashes of the preview are between the two, and a border marks the target.
   const QImage during = rig.view.grab().toImage();
   int changed = 0;
   for (int y = border.y() - 25; y < border.y() + 25; ++y)
@@ -90,7 +90,7 @@ TEST_F(HandleWindow, ClickOnAnEndOfASelectedEdgeSelectsItsTopic) {
   EXPECT_TRUE(rig.editor.selectedEdgeIDs().empty());
 }
 
-// A box selects connectors too, whose ends lie on the middles of its topics.
+// A box also selects connectors, whose ends are on the middles of their topics.
 TEST_F(HandleWindow, BoxedSelectionMovesByTheMiddleOfATopic) {
   rig.drag(shown(-120, -60), shown(280, 60));
   ASSERT_EQ(rig.editor.selectedNodeIDs(), IdSet({topicId(1), topicId(2)}));
@@ -99,7 +99,7 @@ TEST_F(HandleWindow, BoxedSelectionMovesByTheMiddleOfATopic) {
   EXPECT_EQ(rig.editor.nodeByID(topicId(1))->position, QPointF(30, 20));
   EXPECT_EQ(rig.editor.nodeByID(topicId(2))->position, QPointF(230, 20));
   EXPECT_EQ(edges()[0].to, topicId(2));
-  // The topic that is not selected takes the press on its middle too.
+  // The topic that is not selected takes a press in its middle too.
   rig.drag(rig.at(3), rig.at(3, {10, 10}));
   EXPECT_EQ(rig.editor.nodeByID(topicId(3))->position, QPointF(10, 170));
 }
@@ -132,7 +132,7 @@ TEST_F(HandleWindow, SelectedRelationshipIsBentAndDeleted) {
   EXPECT_TRUE(rig.editor.selectedNodeIDs().empty());
   rig.drag(shown(100, 180), shown(110, 200));
   EXPECT_EQ(relationships()[0].controlPointOffset, QPointF(10, 20));
-  // Half of the offset reaches the middle, and the button stands 15 above it.
+  // The middle moves by half the offset, and the button is 15 above it.
   rig.click(shown(105, 190 - 15));
   EXPECT_TRUE(relationships().empty());
   EXPECT_FALSE(rig.view.gestures().state().selectedRelationshipID);

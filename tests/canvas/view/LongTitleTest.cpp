@@ -10,7 +10,7 @@ using namespace quilmora::test;
 
 namespace {
 
-// Numbered letters without a blank between them.
+// Numbered letters without spaces between them.
 QString longText(int length) {
   QString text;
   for (int number = 0; text.size() < length; ++number) text += QString::number(number) + QLatin1Char('x');
@@ -104,7 +104,7 @@ TEST_F(LongTitle, PictureOrPageWithoutTextInTheClipboardChangesNothing) {
   EXPECT_EQ(field->editableTitle(), QStringLiteral("Topic"));
 }
 
-// Whatever is done, the field edits the text as a plain one would be, and lays out no more than its part.
+// Whatever is done, the field edits the text as a plain field would, and lays out no more than its part.
 TEST_F(LongTitle, IsEditedLikeAPlainText) {
   rc::check([this] {
     QString text = longText(*rc::gen::inRange(0, 9000));

@@ -8,8 +8,8 @@
 
 #include "canvas/view/WindowRig.h"
 
-// Whatever a person does, and however the painting is cut into slices: a picture that has come to rest is the picture
-// that painting everything anew gives.
+// Whatever the user does, and however the painting is cut into slices: a settled picture equals one painted from
+// scratch.
 
 using namespace quilmora;
 using namespace quilmora::test;
@@ -17,7 +17,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// Where two pictures differ; empty where they don't.
+// Where two pictures differ; empty if they are equal.
 std::string difference(const QImage& a, const QImage& b) {
   if (a.size() != b.size()) return "in size";
   QRect different;
@@ -33,13 +33,13 @@ std::string difference(const QImage& a, const QImage& b) {
       .toStdString();
 }
 
-// A walk over commands and gestures in a window, each step by chance.
+// A random walk over commands and gestures in a window.
 class Walk {
  public:
   using Action = std::pair<const char*, std::function<void()>>;
 
   Walk(MindMap map, unsigned seed) : m_random(seed), m_rig(std::move(map)), m_editor(m_rig.editor) {
-    // The mark of an open title would come and go between two pictures.
+    // The cursor of an open title would blink between two pictures.
     QApplication::setCursorFlashTime(0);
     m_rig.view.assumeSlices(2 + below(300));
     addCommands();
@@ -60,7 +60,7 @@ class Walk {
     if (chance(30)) m_rig.scheduler.advance(1ms);
   }
 
-  // What stands on the screen when all has been painted.
+  // What is on the screen when everything has been painted.
   QImage settled() {
     QApplication::processEvents();
     for (int turn = 0; turn < 4000 && !m_rig.view.isPictureSettled(); ++turn) {
@@ -101,7 +101,7 @@ class Walk {
     return node ? shown(node->position + QPointF(0, chance(50) ? 0 : 9)) : anyPlace();
   }
 
-  // From there by chance to somewhere, dropped, cancelled, or left where it is to the steps that follow.
+  // Drags from there to a random place; the drag is dropped, cancelled, or left unfinished for the following steps.
   void drag(QPoint from, Qt::KeyboardModifiers modifiers = {}) {
     QPoint to = from;
     m_rig.mouse(QTest::MouseMove, from);
@@ -266,7 +266,7 @@ MindMap soundMap(unsigned seed) {
   return map;
 }
 
-// With topics of one id, several parents, cycles, loops, doubled edges and ends that do not exist.
+// With repeated ids, several parents, cycles, loops, repeated edges and ends that do not exist.
 MindMap damagedMap(unsigned seed) {
   MindMap map = soundMap(seed);
   map.nodes.append(topic(3, 300, 300));
@@ -319,7 +319,7 @@ TEST(PictureLaw, AfterADragOfAllTopics) {
   EXPECT_EQ(difference(shown, walk.paintedAnew()), "");
 }
 
-// A card above the canvas moves or changes, and a part of the canvas is painted alone.
+// A card above the canvas moves or changes, and only a part of the canvas is painted.
 TEST(PictureLaw, AfterADropWhileACardIsPainted) {
   Walk walk(mapWith({topic(1, 100, 100), topic(2, 400, 200), topic(3, 600, 400)}, {{1, 2}, {2, 3}}), 1);
   WindowRig& rig = walk.rig();

@@ -12,7 +12,7 @@ namespace {
 
 const QString hostile = QStringLiteral("<img src=\"file:///dev/zero\"> plan");
 
-// What a person would read in a tool tip.
+// What a user would read in a tool tip.
 QString read(const QString& toolTip) {
   if (!Qt::mightBeRichText(toolTip)) return toolTip;
   QTextDocument document;

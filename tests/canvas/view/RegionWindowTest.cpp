@@ -8,7 +8,7 @@ using namespace quilmora::test;
 
 namespace {
 
-// The first topic is centred, so that a canvas point p shows at p + (300, 200).
+// The first topic is centred, so a canvas point p is shown at p + (300, 200).
 struct RegionWindow : testing::Test {
   WindowRig rig{
       mapWithRegions({region(1, {-200, 0, 240, 200}), region(2, {-20, 150, 200, 150})}, {topic(1, 100, 100)})};
@@ -21,7 +21,7 @@ struct RegionWindow : testing::Test {
 TEST_F(RegionWindow, ClickSelectsAndTheUpperOneComesFirst) {
   rig.click(seen(-100, 50));
   EXPECT_EQ(rig.editor.selectedRegionID(), regionId(1));
-  // Where both lie, the later one is on top.
+  // Where both overlap, the later one is on top.
   rig.click(seen(0, 180));
   EXPECT_EQ(rig.editor.selectedRegionID(), regionId(2));
   rig.click(seen(250, -50));
@@ -57,7 +57,7 @@ TEST_F(RegionWindow, DragShowsTheRegionOnItsWay) {
 }
 
 TEST_F(RegionWindow, HandleOfTheSelectedRegionResizesIt) {
-  // The corner of a region that is not selected lies on the canvas like any other point of it.
+  // The corner of an unselected region belongs to the canvas like any other point of it.
   rig.drag(seen(175, 297), seen(185, 297));
   EXPECT_EQ(stored(2).rect, QRectF(-10, 150, 200, 150));
   rig.click(seen(100, 250));

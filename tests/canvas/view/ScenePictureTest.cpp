@@ -14,7 +14,8 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// Discs on a canvas, painted in tiles through a picture and directly, in device pixels. Each tile takes three steps.
+// Discs on a canvas, painted in tiles through a picture and also directly, in device pixels. Each tile takes three
+// steps.
 struct PictureRig final : ScenePicture::Source {
   explicit PictureRig(double ratio = 1.0) : pixelRatio(ratio) {
     picture.assumeSlices([this] { return [this, left = stepsOfASlice]() mutable { return --left <= 0; }; });
@@ -80,7 +81,7 @@ struct PictureRig final : ScenePicture::Source {
   ScenePicture picture{scheduler, *this, [this] { ++refreshes; }};
 };
 
-// Shapes that cross the rim of a tile may lie a sixty-fourth of a pixel off.
+// Shapes that cross the edge of a tile may be a sixty-fourth of a pixel off.
 bool looksAlike(const QImage& a, const QImage& b) {
   if (a.size() != b.size()) return false;
   for (int y = 0; y < a.height(); ++y)
@@ -95,7 +96,7 @@ TEST(ScenePicture, IsPaintedOnceForAViewThatRests) {
   PictureRig rig;
   EXPECT_TRUE(looksAlike(rig.shown(), rig.direct()));
   const std::size_t count = rig.painted.size();
-  EXPECT_EQ(count, 16U);  // three by two tiles and those of the margin
+  EXPECT_EQ(count, 16U);  // three by two tiles, plus those of the margin
   rig.shown();
   EXPECT_EQ(rig.painted.size(), count);
   EXPECT_EQ(rig.scheduler.waitingCount(), 0U);
@@ -164,7 +165,7 @@ TEST(ScenePicture, PaintsTheNearestToThePointOfImportanceFirst) {
   rig.shown();
   EXPECT_EQ(rig.painted.front(), QPoint(1, 0));
   EXPECT_EQ(rig.painted[1], QPoint(2, 0));
-  // In view before beyond.
+  // Tiles in view come before those outside it.
   EXPECT_TRUE(QRect(0, 0, 3, 2).contains(rig.painted[5]));
   EXPECT_FALSE(QRect(0, 0, 3, 2).contains(rig.painted[6]));
 }
@@ -436,7 +437,7 @@ TEST_F(PictureInWindow, ShowsWhatPaintingAnewShowsAfterAnyRowOfCommands) {
 }
 
 TEST_F(PictureInWindow, AChangeOfOneTopicPaintsItsSurroundingsAlone) {
-  // Far from the topic the picture is not painted again: what was drawn over it stays.
+  // Away from the topic the picture is not repainted: what was drawn over it stays.
   SceneDifference difference;
   MapPainter painter;
   const PaintOptions options;

@@ -286,7 +286,7 @@ TEST_F(TitleEditing, CompositionThatBeginsBeforeTheFieldHasTheKeyboardGoesOn) {
   compose(QString(), QStringLiteral("本"));
   rig.key(Qt::Key_Return);
   EXPECT_EQ(rig.titleOf(1), QStringLiteral("日本"));
-  // The topic is still selected and takes letters.
+  // The topic is still selected and accepts letters.
   EXPECT_TRUE(rig.view.testAttribute(Qt::WA_InputMethodEnabled));
   rig.editor.clearSelection();
   EXPECT_FALSE(rig.view.testAttribute(Qt::WA_InputMethodEnabled));
@@ -308,7 +308,7 @@ TEST_F(TitleEditing, ZoomInTheMiddleOfAnEditIsNoStepOfItsOwn) {
   EXPECT_EQ(field->editableTitle(), QStringLiteral("one\ntwox"));
 }
 
-// --- Where the field lies ---
+// --- Where the field is ---
 
 TEST_F(TitleEditing, TextStandsInTheMiddleOfItsTopic) {
   rig.editTitleOf(1);
@@ -351,7 +351,7 @@ TEST(TitleField, BearsATopicBeyondAnyScreen) {
   EXPECT_EQ(rig.titleOf(2), QStringLiteral("far"));
 }
 
-// Letters and lines have whole pixels at each size, so that they may drift by one beside the size of a unit.
+// Letters and lines have whole pixels at each size, so they may drift by one in addition to the size of a unit.
 TEST(TitleField, MovesNoLetterByMoreThanAUnitAndAPixel) {
   for (const QString& title :
        {QStringLiteral("Hg"), QStringLiteral("Ten days in Portugal"),
@@ -362,7 +362,7 @@ TEST(TitleField, MovesNoLetterByMoreThanAUnitAndAPixel) {
       rig.editor.setCanvasZoom(zoom);
       const QRect before = inkAround(rig, rig.at(1));
       ASSERT_GT(before.width(), 5);
-      // The field has no text cursor yet, as it has no keyboard.
+      // The field has no text cursor yet, as it does not have the keyboard.
       QTest::mouseDClick(rig.handle(), Qt::LeftButton, {}, rig.at(1));
       TitleEditor* field = rig.view.titleEditor();
       ASSERT_NE(field, nullptr);

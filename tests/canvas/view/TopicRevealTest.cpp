@@ -6,7 +6,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// The view is 800 by 600; a canvas point p shows at p + (300, 200).
+// The view is 800 by 600; a canvas point p is shown at p + (300, 200).
 struct NewTopics : testing::Test {
   WindowRig rig{mapWith({topic(1, 100, 100), topic(2, 300, 100)}, {{1, 2}})};
 

@@ -67,7 +67,7 @@ TEST_F(ViewLife, LayoutRequestArrangesFramesAndRefreshesTheZoomOfThePinch) {
   EXPECT_EQ(rig.editor.mindMap().layout, MindMap::Layout::tree);
   EXPECT_EQ(rig.positionOf(1), QPointF(375, 300));
   EXPECT_EQ(rig.positionOf(2), QPointF(625, 300));
-  // Content 500 × 300 after the least size, so that the height decides: 440 ÷ 300.
+  // Content of 500 × 300, the minimum size, so the height decides: 440 ÷ 300.
   EXPECT_DOUBLE_EQ(rig.editor.canvasZoom(), 440.0 / 300.0);
   EXPECT_EQ(rig.state().initialZoom, rig.editor.canvasZoom());
   notifications.post(Notification::applyVerticalTreeLayout);

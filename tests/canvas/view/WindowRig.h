@@ -45,7 +45,7 @@ class WindowRig {
   CanvasView view{editor, commands, notifications, scheduler, clock, &window};
 
   QWindow* handle() { return window.windowHandle(); }
-  // Where a topic's centre shows, plus an offset in view pixels.
+  // Where a topic's centre is shown, plus an offset in view pixels.
   QPoint at(int number, QPoint offset = {}) {
     const QPointF shown = editor.nodeByID(topicId(number))->position * editor.canvasZoom() + editor.canvasOffset();
     return shown.toPoint() + offset;
@@ -66,11 +66,11 @@ class WindowRig {
     mouse(QTest::MouseRelease, to, button, modifiers);
   }
   void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(handle(), key, modifiers); }
-  // Each letter goes to what has the keyboard by then.
+  // Each letter goes to the widget that has the keyboard by then.
   void type(const QString& text) {
     for (const QChar letter : text) QTest::keyClicks(QApplication::focusWidget(), QString(letter));
   }
-  // How far right of a topic's centre, in view pixels, the pointer first finds this button or handle of it.
+  // How far right of a topic's centre, in view pixels, the pointer first hits this button or handle.
   std::optional<int> partBeside(int number, CanvasTarget::Kind kind) {
     for (int x = -120; x <= 120; ++x) {
       mouse(QTest::MouseMove, at(number, {x, 0}));
@@ -83,7 +83,7 @@ class WindowRig {
     QWheelEvent event(to, view.mapToGlobal(to), pixelDelta, angleDelta, Qt::NoButton, modifiers, phase, false);
     QCoreApplication::sendEvent(&view, &event);
   }
-  // Double-clicks the topic and lets the title field take the keyboard.
+  // Double-clicks the topic and waits until the title field has the keyboard.
   TitleEditor* editTitleOf(int number) {
     QTest::mouseDClick(handle(), Qt::LeftButton, {}, at(number));
     scheduler.advance(TitleEditor::focusDelay);
