@@ -28,15 +28,15 @@
 
 namespace quilmora {
 
-// A whole application on a machine of twins. Files are real, in a folder that goes with the test.
+// A whole application on in-memory twins. Files are real, in a temporary folder.
 class AppTest : public ::testing::Test {
  protected:
-  // Dresses the application and shows the window with room for everything.
+  // Sets the application's look and shows the window with room for everything.
   void start(const QStringList& documents = {}) {
     startWhereItStands(documents);
     window().resize(1280, 800);
   }
-  // The same in the place that the window takes by itself. It is not the first start, unless a test says so.
+  // The same with the window's own default place. It is not the first start, unless a test says so.
   void startWhereItStands(const QStringList& documents = {}) {
     if (!m_isFirstStart) m_settings.setFlag(settings::onboardingShown, true);
     m_look = std::make_unique<Look>(m_settings, m_desktop);
@@ -69,7 +69,7 @@ class AppTest : public ::testing::Test {
             nullptr,
             m_stateFolder};
   }
-  // Beyond what start() put there.
+  // Other than what start() stored.
   bool isNothingStored() {
     m_settings.remove(settings::onboardingShown);
     return m_settings.isEmpty();
@@ -107,7 +107,7 @@ class AppTest : public ::testing::Test {
   int m_terminations = 0;
   QStringList m_desktopList;
   QString m_stateFolder;                       // empty: nothing is kept between saves
-  std::unique_ptr<Application> m_application;  // ends first
+  std::unique_ptr<Application> m_application;  // destroyed first
 };
 
 }  // namespace quilmora

@@ -42,7 +42,7 @@ TEST_F(ApplicationTest, TheMinimizeKeyIsSwallowedWithNoActiveWindow) {
   QKeyEvent minimize(QEvent::KeyPress, Qt::Key_W, Qt::ControlModifier);
   QCoreApplication::sendEvent(&bystander, &minimize);
   EXPECT_EQ(counter.keys, 0);
-  // Other keys pass on.
+  // Other keys are passed on.
   QKeyEvent other(QEvent::KeyPress, Qt::Key_W, Qt::ControlModifier | Qt::ShiftModifier);
   QCoreApplication::sendEvent(&bystander, &other);
   EXPECT_EQ(counter.keys, 1);

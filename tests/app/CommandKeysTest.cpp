@@ -11,7 +11,7 @@ namespace {
 
 class CommandKeysTest : public AppTest {
  protected:
-  // Back to a window at rest with the keyboard on the canvas.
+  // Returns to an idle window with the keyboard on the canvas.
   void settle() {
     if (editor().isPresentationMode()) editor().togglePresentation();
     if (editor().isSearching()) editor().toggleSearch();
@@ -34,7 +34,7 @@ TEST_F(CommandKeysTest, TheKeyThatIsShownIsTheKeyThatWorks) {
   std::vector<NotificationCenter::Subscription> receivers;
   for (int value = 0; value < notificationCount(); ++value)
     receivers.push_back(notifications().observe(static_cast<Notification>(value), [](const QVariant&) {}));
-  // These four are the text field's or the canvas's own, and have tests of their own; the fifth opens another window.
+  // These four belong to the text field or the canvas, and have tests of their own; the fifth opens another window.
   const QSet<QString> elsewhere = {QStringLiteral("cut"), QStringLiteral("copy"), QStringLiteral("paste"),
                                    QStringLiteral("selectAll"), QStringLiteral("settings")};
   int count = 0;
@@ -44,7 +44,7 @@ TEST_F(CommandKeysTest, TheKeyThatIsShownIsTheKeyThatWorks) {
       settle();
       QAction* entry = window().actions().action(command.id);
       entry->setEnabled(true);
-      // The canvas has the key of a selected topic first.
+      // The canvas gets the key first while a topic is selected.
       if (command.yieldsKey) {
         editor().clearSelection();
         editor().createRegion(QPointF(0, 0));

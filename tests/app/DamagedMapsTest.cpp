@@ -17,7 +17,7 @@ void PrintTo(const NamedMap& map, std::ostream* stream) {
   *stream << map.name;
 }
 
-// Each map is looked at and worked on as a person would; that the test ends is what it asks most.
+// Each map is viewed and edited as a user would; the main requirement is that the test ends.
 class DamagedMapInTheWindow : public AppTest, public testing::WithParamInterface<NamedMap> {
  protected:
   void SetUp() override {
@@ -25,7 +25,7 @@ class DamagedMapInTheWindow : public AppTest, public testing::WithParamInterface
     editor().setMindMap(GetParam().make());
     m_map = editor().mindMap();
   }
-  // Shows some frames of the window with all companions. What is deferred runs to its end on maps of a few topics; the
+  // Shows some frames of the window with all companions. For maps of a few topics deferred work runs to its end; the
   // others take seconds for a picture with every detail, painted in slices.
   void look() {
     for (int frame = 0; frame < 3; ++frame) {
@@ -102,7 +102,7 @@ TEST_P(DamagedMapInTheWindow, IsCollapsedSelectedAndDraggedByHand) {
   editor().centerOn(first, 0.0, 0.0, true);
   const QPoint place = onScreen(m_map.nodes.front().position);
   drag(place, place + QPoint(60, 40));
-  // A pile moves the topic that lies on top.
+  // Of a pile, the topmost topic is moved.
   EXPECT_EQ(editor().undoCount(), 1);
   notifications().post(Notification::undo);
   EXPECT_TRUE(editor().mindMap() == m_map);

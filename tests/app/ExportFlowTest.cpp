@@ -26,7 +26,7 @@ class ExportFlowTest : public AppTest {
   }
   ExportFlow& flow() { return window().exportFlow(); }
   ExportOverlay& overlay() { return window().companions().exportOverlay(); }
-  // Asks for an export as the menu does; the panel answers with `answer`.
+  // Requests an export as the menu does; the dialog answers with `answer`.
   void request(const char* format, std::optional<QString> answer) {
     m_panels.savePaths.append(std::move(answer));
     notifications().post(Notification::exportDocument, QString::fromLatin1(format));
@@ -239,7 +239,7 @@ TEST_F(ExportFlowTest, PicturesAreMadeWhileTheWindowGoesOn) {
     EXPECT_EQ(flow().exportProgressMessage(),
               QStringLiteral("Exporting %1…").arg(QString::fromLatin1(format).toUpper()));
     nextTurn();
-    // Edits meanwhile are none of the export's.
+    // Edits made meanwhile are not exported.
     editor().createChild(editor().mindMap().nodes[0].id);
     EXPECT_TRUE(flow().isExporting());
     ASSERT_TRUE(QTest::qWaitFor([&] { return !flow().isExporting(); }, 30'000));

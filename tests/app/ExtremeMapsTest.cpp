@@ -6,10 +6,10 @@
 namespace quilmora::test {
 namespace {
 
-// Far beyond what a step takes on the slowest machine, and far below what does not end.
+// Far more than any step takes on the slowest machine, and far less than a step that does not end.
 constexpr qint64 patienceMilliseconds = 20'000;
 
-// A person's minute with a map whose numbers and texts are at their extremes.
+// A user's minute with a map of extreme numbers and texts.
 class ExtremeMapsTest : public AppTest {
  protected:
   template <class Work>

@@ -66,7 +66,7 @@ TEST_F(FocusWalkTest, NewTopicBringsTheKeyboardToTheCanvas) {
   ASSERT_EQ(area(), QStringLiteral("toolbar"));
   notifications().post(Notification::createNode);
   EXPECT_EQ(area(), QStringLiteral("canvas"));
-  // Each letter goes to what has the keyboard by then.
+  // Each letter goes to the widget that has the keyboard by then.
   for (const char letter : {'t', 'y', 'p', 'e', 'd'}) QTest::keyClick(QApplication::focusWidget(), letter);
   key(Qt::Key_Return);
   EXPECT_EQ(editor().mindMap().nodes.back().title, QStringLiteral("typed"));

@@ -21,7 +21,7 @@ class ImportFlowTest : public AppTest {
     m_panels.openPaths.append(chosen);
     action("importDocument")->trigger();
   }
-  // Imports, and expects this alert and an untouched map.
+  // Imports, and expects this alert and an unchanged map.
   void expectRefusal(const QString& chosen, const QString& message) {
     const MindMap before = editor().mindMap();
     m_alerts.messages.clear();

@@ -84,7 +84,7 @@ TEST(Tokens, EveryTextReadsOnEveryGround) {
       }
     }
     EXPECT_GE(contrastRatio(tokens->onAccent, tokens->accentFill), 4.5);
-    // A selected row under the text.
+    // A selected row below the text.
     EXPECT_GE(contrastRatio(tokens->text, blended(tokens->tint, tokens->raised)), 4.5);
     EXPECT_GE(contrastRatio(tokens->secondary, blended(tokens->hover, tokens->raised)), 4.5);
   }
@@ -152,7 +152,7 @@ TEST_F(LookTest, WithoutADesktopFontTheBaseIs13Pixels) {
   EXPECT_EQ(look.font(Look::TextStyle::panelTitle).pixelSize(), 15);
 }
 
-// The colour in the middle of a control's left quarter, clear of its text.
+// The colour in the middle of a control's left quarter, away from its text.
 QColor groundOf(QWidget& widget) {
   const QImage picture = widget.grab().toImage();
   return picture.pixelColor(6, picture.height() / 2);

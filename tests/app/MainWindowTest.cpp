@@ -35,7 +35,7 @@ class MainWindowTest : public AppTest {
     }
     return nullptr;
   }
-  // Texts in order; a divider is "---", what cannot be chosen now stands in parentheses.
+  // Texts in order; a divider is "---", and disabled entries are in parentheses.
   static QStringList entriesOf(QMenu* menu) {
     QStringList entries;
     for (QAction* entry : menu->actions()) {
@@ -62,7 +62,7 @@ TEST_F(MainWindowTest, TheCornerRadiusInTheSettingsChangesNothingOnTheCanvas) {
   m_settings.setReal(settings::nodeCornerRadius, 20.0);
   start();
   EXPECT_EQ(shown(), before);
-  // The picture does show the topic: in another colour it is another picture.
+  // The picture does show the topic: with another colour the picture differs.
   MindMap map = editor().mindMap();
   map.nodes.update(0, [](Node& node) { node.style.fill = QStringLiteral("#00FF00"); });
   editor().setMindMap(map);
@@ -136,7 +136,7 @@ TEST_F(MainWindowTest, TheOutlineKeyTwiceHidesTheSidebar) {
   const auto press = [this] {
     QTest::keyClick(&window().canvas(), Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier);
   };
-  // The chat shows: the first press only changes the tab.
+  // The chat is visible: the first press only changes the tab.
   press();
   EXPECT_TRUE(window().sidebar().isVisible());
   EXPECT_EQ(window().sidebarTab(), SidebarTab::outline);
@@ -247,11 +247,11 @@ TEST_F(MainWindowTest, KeysOfTheWindowComeBeforeThoseThatATextFieldHasOfItsOwn) 
   EXPECT_EQ(field.cursorPosition(), 1);
   QTest::keyClick(&field, Qt::Key_E, Qt::ControlModifier);
   EXPECT_FALSE(editor().isEdgeCreationMode());
-  // An entry that cannot be chosen now leaves the text alone too.
+  // A disabled entry leaves the text alone too.
   action("toggleCommandPalette")->setEnabled(false);
   QTest::keyClick(&field, Qt::Key_K, Qt::ControlModifier);
   EXPECT_EQ(field.text(), QStringLiteral("abc"));
-  // What works on the text stays the field's.
+  // Keys that edit the text stay the field's.
   const std::size_t topics = editor().mindMap().nodes.size();
   QTest::keyClick(&field, Qt::Key_A, Qt::ControlModifier);
   EXPECT_EQ(field.selectedText(), QStringLiteral("abc"));
@@ -265,7 +265,7 @@ TEST_F(MainWindowTest, KeysOfTheWindowComeBeforeThoseThatATextFieldHasOfItsOwn) 
   EXPECT_FALSE(editor().quickLookNodeID());
   QTest::keyClick(&field, Qt::Key_N, Qt::ControlModifier);
   EXPECT_EQ(editor().mindMap().nodes.size(), topics + 1);
-  // Who types in a field goes on there.
+  // A user typing in a field continues there.
   EXPECT_TRUE(field.hasFocus());
 }
 
@@ -320,7 +320,7 @@ TEST_F(MainWindowTest, KeysOfMenusActOnTheTitleThatIsBeingEdited) {
   EXPECT_EQ(field->toPlainText(), QStringLiteral("abc"));
   EXPECT_EQ(editor().mindMap().nodes.size(), count);
   EXPECT_EQ(window().canvas().titleEditor(), field);
-  // A new topic is not made while a title is edited.
+  // No new topic is made while a title is being edited.
   QTest::keyClick(field, Qt::Key_N, Qt::ControlModifier);
   EXPECT_EQ(editor().mindMap().nodes.size(), count);
 }
@@ -373,7 +373,7 @@ TEST_F(MainWindowTest, KeysInATextFieldStayTheFields) {
   auto* field = new QLineEdit(QStringLiteral("ab"), &window().sidebar());
   field->show();
   field->setFocus();
-  // Also those that the field has no use for.
+  // Including keys that the field does not use.
   for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_Left, Qt::Key_Space, Qt::Key_Delete, Qt::Key_Escape})
     QTest::keyClick(field, key);
   QTest::keyClick(field, Qt::Key_A, Qt::ControlModifier);

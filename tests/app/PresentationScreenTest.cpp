@@ -15,7 +15,7 @@ namespace {
 
 class PresentationScreenTest : public AppTest {
  protected:
-  // What is there beside the map.
+  // What is visible besides the map.
   QStringList around() {
     QStringList names;
     const auto add = [&](const QWidget& widget, const char* name) {

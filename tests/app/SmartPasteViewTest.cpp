@@ -16,7 +16,7 @@ namespace {
 
 class SmartPasteViewTest : public AppTest {
  protected:
-  // Presses the key where a person's would arrive, with the menus' keys before it.
+  // Presses the key where a user's key would arrive, with the menus' keys before it.
   void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
     QWidget* owner = QApplication::focusWidget();
     ASSERT_NE(owner, nullptr);
@@ -213,7 +213,7 @@ TEST_F(SmartPasteViewTest, ASecondTextTakesThePlaceOfTheFirst) {
   EXPECT_EQ(QApplication::focusWidget(), &window().canvas());
 }
 
-// Everything lies inside the panel and no text is cut.
+// Everything is inside the panel and no text is cut off.
 TEST_F(SmartPasteViewTest, FitsItsWordsInAnyWindow) {
   startActive();
   QString text;

@@ -146,7 +146,7 @@ TEST_F(AIPromptViewTest, StaysOpenWithTheErrorAndCanBeSubmittedAgain) {
   type("tea");
   press(Qt::Key_Return);
   ASSERT_TRUE(isAsked());
-  // Another document takes the window meanwhile.
+  // Meanwhile another document opens in the window.
   editor().beginOtherDocument();
   replyAsClaude(0, QStringLiteral(R"({"title":"Tea","children":[{"title":"Green"}]})"));
   ASSERT_TRUE(isGenerated());
@@ -203,7 +203,7 @@ TEST_F(AIPromptViewTest, NoKeyReachesTheMapBelow) {
   }
 }
 
-// What lies between head and buttons scrolls where the window is low; the buttons stay clear of it.
+// What is between head and buttons scrolls if the window is low; the buttons do not overlap it.
 TEST_F(AIPromptViewTest, FitsItsWordsInAnyWindow) {
   openSheet();
   for (const QSize size : {QSize(1280, 800), QSize(640, 560), QSize(640, 400)}) {

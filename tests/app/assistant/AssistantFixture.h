@@ -21,7 +21,8 @@
 
 namespace quilmora {
 
-// A whole window with its assistant. The offline generator answers unless a test asks a vendor, whose replies it gives.
+// A whole window with its assistant. The offline generator answers unless a test chooses a vendor, whose replies it
+// supplies.
 class AssistantTest : public AppTest {
  protected:
   AssistantTest() { m_settings.setText(settings::aiProvider, QStringLiteral("demo")); }
@@ -41,7 +42,7 @@ class AssistantTest : public AppTest {
   static void settle() {
     for (int turn = 0; turn < 20; ++turn) QCoreApplication::processEvents();
   }
-  // Presses the key where a person's would arrive, with the menus' keys before it.
+  // Presses the key where a user's key would arrive, with the menus' keys before it.
   static void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
     QWidget* owner = QApplication::focusWidget();
     ASSERT_NE(owner, nullptr);

@@ -108,7 +108,7 @@ TEST_F(AssistantWindowTest, TheMapCanBeEditedWhileAReplyIsAwaited) {
   EXPECT_EQ(map().nodes.size(), 2u);
 }
 
-// In a loop that still runs: Quit is chosen, the loop ends, the window goes, and only then the reply comes.
+// With a running event loop: Quit is chosen, the loop ends, the window is destroyed, and only then the reply comes.
 TEST_F(AssistantWindowTest, QuitWhileRepliesAreAwaited) {
   useClaude();
   startActive();
@@ -172,7 +172,7 @@ TEST_F(AssistantWindowTest, LightAndDarkCanBeExchangedAtAnyTime) {
 
 // --- Accessibility ---
 
-// What a screen reader can step to must have a name.
+// Everything that a screen reader can reach must have a name.
 void expectNames(QAccessibleInterface& part, int& count) {
   const QAccessible::State state = part.state();
   if (state.invisible) return;

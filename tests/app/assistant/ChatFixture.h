@@ -9,7 +9,7 @@ namespace quilmora {
 
 class ChatTest : public AssistantTest {
  protected:
-  // The window's first letter goes to the canvas; this one to the chat.
+  // The window's first letter goes to the canvas; this one goes to the chat.
   void openChat() {
     startActive();
     chatView().input().setFocus();
@@ -30,7 +30,7 @@ class ChatTest : public AssistantTest {
   }
   QString providerLabel() { return chatView().header().providerButton().text().remove(QStringLiteral(" ▾")); }
   QScrollBar& bar() { return *list().verticalScrollBar(); }
-  // Lets a reply come that is as long as a person wants.
+  // Delivers a reply of any length.
   void hear(const QString& text) {
     chat().sendChat(QStringLiteral("x"));
     const std::size_t index = m_transport.count();

@@ -68,7 +68,7 @@ TEST(MessageText, AnEmptyTextHasOneLine) {
   EXPECT_TRUE(text.wordAt(0).isEmpty());
 }
 
-// However a text is cut into pieces, its letters come one after the other.
+// However a text is cut into pieces, stepping visits its letters one after the other.
 TEST(MessageText, StepsThroughEveryLetterOfAnyPieces) {
   QString content;
   for (int i = 0; i < 900; ++i) content += QStringLiteral("word %1%2").arg(i).arg(i % 7 == 0 ? u'\n' : u' ');

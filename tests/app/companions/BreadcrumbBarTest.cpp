@@ -75,7 +75,7 @@ TEST_F(BreadcrumbBarTest, FollowsTitlesAndParents) {
 }
 
 TEST_F(BreadcrumbBarTest, PathsOfDamagedMapsEnd) {
-  // A cycle, a topic below it, a parent that is no topic, a topic that is its own parent.
+  // A cycle, a topic below it, a parent that is not a topic, and a topic that is its own parent.
   start(mapOf({1, 2, 3, 5, 6}, {{1, 2}, {2, 1}, {2, 3}, {9, 5}, {6, 6}}));
   select(3);
   EXPECT_EQ(bar().path(), ids({1, 2, 3}));
@@ -101,7 +101,7 @@ TEST_F(BreadcrumbBarTest, AppearsBesideTheSelectedTopicAndNotOnIt) {
   selectAt({60, 570});
   EXPECT_FALSE(bar().geometry().contains(60, 570));
   EXPECT_EQ(bar().geometry().right(), 787);
-  // Above the mini-map, which stands in that corner.
+  // Above the mini-map, which is in that corner.
   EXPECT_EQ(bar().geometry().bottom(), 454 - 8 - 1);
   selectAt({400, 300});
   EXPECT_EQ(bar().geometry().bottomLeft(), QPoint(12, 587));
@@ -180,7 +180,7 @@ TEST_F(BreadcrumbBarTest, TheKeyboardScrollsWhatItReachesIntoSight) {
   EXPECT_GE(hidden->x(), 0);
 }
 
-// A tool tip of markup would read the device until memory ends.
+// A tool tip treated as markup would read the device until memory runs out.
 TEST_F(BreadcrumbBarTest, ATitleThatLooksLikeMarkupIsPlainText) {
   MindMap map = chain(2);
   const QString title = QStringLiteral("<img src=\"file:///dev/zero\"> R&D ") + QString(200, u'x');

@@ -12,7 +12,7 @@
 
 namespace quilmora::test {
 
-// The cards above a plain widget in the place of the canvas, 800 by 600.
+// The cards above a plain widget instead of the canvas, 800 by 600.
 class CompanionsTest : public ::testing::Test {
  protected:
   void start(MindMap map = mapOf({1, 2, 3}, {{1, 2}, {2, 3}})) {
@@ -34,7 +34,7 @@ class CompanionsTest : public ::testing::Test {
   MindMapViewModel& editor() { return m_rig->editor; }
   CanvasCompanions& companions() { return *m_companions; }
   QWidget& canvas() { return *m_canvas; }
-  // Lets queued work run.
+  // Runs queued work.
   static void settle() { QCoreApplication::processEvents(); }
 
   MemorySettingsStore m_settings;

@@ -35,7 +35,7 @@ TEST(MiniMapGeometry, TheWorldIs50LargerOnEachSideAndTheSmallerScaleHolds) {
 }
 
 TEST(MiniMapGeometry, WidthAndHeightAreAtLeast1) {
-  // So far out that 50 units are lost in the rounding.
+  // So far out that 50 units are lost to rounding.
   const auto geometry = MiniMapGeometry::of({{1e18, 0}}, miniMap);
   ASSERT_TRUE(geometry);
   EXPECT_EQ(geometry->world().size(), QSizeF(1, 100));

@@ -63,7 +63,7 @@ TEST_F(MiniMapViewTest, ADragGoesOnMovingTheCanvas) {
 TEST_F(MiniMapViewTest, MakesWayForTheSelectedTopicOnceTheViewRestsAndComesHome) {
   m_desktop.setPrefersStillness(true);
   startWithTwoTopics();
-  // It never leaves a pointer that is on it, and another test may have left one there.
+  // It never moves away from under the pointer, and another test may have left one there.
   QEvent leave(QEvent::Leave);
   QCoreApplication::sendEvent(&view(), &leave);
   editor().createFreeNode(700, 520);
@@ -134,7 +134,7 @@ TEST_F(MiniMapViewTest, TheOldPictureStaysUntilTheNewOneIsComplete) {
   editor().createFreeNode(0, 9000);
   m_scheduler.advance(150ms);
   EXPECT_EQ(view().geometry()->world().bottom(), before);
-  // A change in the middle starts anew.
+  // A change in the middle restarts the drawing.
   editor().createFreeNode(0, 19000);
   m_scheduler.advance(149ms);
   EXPECT_EQ(view().geometry()->world().bottom(), before);
@@ -156,7 +156,7 @@ TEST_F(MiniMapViewTest, IsDraggedByItsStripToAnotherCorner) {
   QTest::mousePress(&view(), Qt::LeftButton, {}, strip);
   QTest::mouseMove(&view(), strip + QPoint(-500, -400));
   EXPECT_EQ(view().pos(), QPoint(108, 54));
-  // Changes of the map do not pull it out of the hand.
+  // Changes of the map do not take it away from a drag.
   editor().createFreeNode(5, 5);
   canvas().resize(801, 600);
   settle();
@@ -235,7 +235,7 @@ TEST_F(MiniMapViewTest, StandsOnTheColourOfTheCanvas) {
     const QImage picture = canvas().grab().toImage();
     const QPoint corner = view().mapTo(&canvas(), view().mapRect().topLeft().toPoint() + QPoint(6, 6));
     const QColor ground = picture.pixelColor(corner * picture.devicePixelRatio());
-    // A share of what lies below shines through.
+    // Some of what is below shows through.
     EXPECT_NEAR(ground.lightness(), QColor(QLatin1String(color)).lightness(), 40) << color;
   }
 }

@@ -76,7 +76,7 @@ TEST_F(NodeQuickLookTest, StandsTopLeftButNotOverItsTopic) {
   editor().setCanvasOffset({60, 40});
   editor().toggleQuickLook(topicId(1));
   EXPECT_EQ(card().geometry().topRight(), QPoint(800 - 12 - 1, 12));
-  // The next topic that leaves the place free finds the card there again.
+  // For the next topic that is not in the way, the card returns there.
   editor().setQuickLookNodeID(std::nullopt);
   editor().setCanvasOffset({400, 300});
   editor().toggleQuickLook(topicId(1));
@@ -92,7 +92,7 @@ TEST_F(NodeQuickLookTest, IsDraggedToAnotherCornerAndStaysThere) {
   QTest::mouseMove(&card(), hold + QPoint(500, 10));
   QTest::mouseRelease(&card(), Qt::LeftButton, {}, hold);
   EXPECT_TRUE(QTest::qWaitFor([this] { return card().geometry().topRight() == QPoint(787, 12); }));
-  // The search bar takes the corner, and the card makes way.
+  // The search bar takes the corner, and the card moves away.
   editor().toggleSearch();
   EXPECT_TRUE(QTest::qWaitFor([this] { return card().y() == companions().searchBar().geometry().bottom() + 1 + 8; }));
   editor().toggleSearch();

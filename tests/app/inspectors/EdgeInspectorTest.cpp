@@ -91,7 +91,7 @@ TEST_F(EdgeInspectorTest, AnotherConnectorShowsItsOwnValues) {
   selectEdges({1});
   EXPECT_FALSE(control<QCheckBox>("Dashed").isChecked());
   EXPECT_EQ(edge(1).style, EdgeStyle::defaultStyle());
-  // Deleting another one moves it in the list.
+  // Deleting another edge changes its ordinal.
   editor().deleteEdge(edgeId(0));
   settle();
   press("Dashed");

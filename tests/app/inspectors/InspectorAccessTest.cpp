@@ -13,7 +13,7 @@ namespace {
 
 class InspectorAccessTest : public InspectorsTest {
  protected:
-  // Calls look() with each of the five inspectors on the screen.
+  // Calls look() with each of the five inspectors visible.
   void walk(const std::function<void()>& look) {
     select({});
     look();
@@ -44,7 +44,7 @@ bool isControl(QAccessible::Role role) {
   }
 }
 
-// Every control that shows below the widget.
+// Every visible control below the widget.
 std::vector<QAccessibleInterface*> controlsOf(QWidget* top) {
   std::vector<QAccessibleInterface*> found;
   std::vector<QAccessibleInterface*> waiting{QAccessible::queryAccessibleInterface(top)};
@@ -71,7 +71,7 @@ TEST_F(InspectorAccessTest, EveryControlHasANameAndARole) {
     for (QAccessibleInterface* each : controls)
       EXPECT_FALSE(each->text(QAccessible::Name).isEmpty())
           << kind().toStdString() << ": " << each->object()->metaObject()->className();
-    // No widget that takes the keyboard or the pointer is told as anything else.
+    // No widget that takes the keyboard or the pointer has the wrong role.
     for (const QWidget* widget : shown().findChildren<QWidget*>()) {
       if (widget->focusPolicy() == Qt::NoFocus || !widget->isVisible()) continue;
       QAccessibleInterface* each = QAccessible::queryAccessibleInterface(const_cast<QWidget*>(widget));

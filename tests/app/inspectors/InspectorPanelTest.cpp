@@ -93,7 +93,7 @@ TEST_F(InspectorsTest, WhatWasTypedGoesToTheTopicThatItWasTypedFor) {
   auto& notes = control<CopyNotes>("Notes");
   notes.setFocus();
   QTest::keyClicks(&notes, QStringLiteral("By boat"));
-  // The selection changes while the keyboard is still in the field.
+  // The selection changes while the field still has the keyboard.
   select({3});
   EXPECT_EQ(node(2).title, QStringLiteral("Harbour"));
   EXPECT_EQ(node(2).url, QStringLiteral("https://example.org"));

@@ -28,7 +28,7 @@ inline QStringList list(std::initializer_list<const char*> words) {
   return texts;
 }
 
-// The panel over an editor with nothing real around it, beside a plain widget in the place of the canvas.
+// The panel over an editor with only in-memory twins around it, beside a plain widget instead of the canvas.
 class InspectorsTest : public ::testing::Test {
  protected:
   void start(MindMap map = threeTopics()) {
@@ -75,9 +75,9 @@ class InspectorsTest : public ::testing::Test {
     editor().setSelectedEdgeIDs(std::move(ids));
     settle();
   }
-  // Lets queued work run.
+  // Runs queued work.
   static void settle() { QCoreApplication::processEvents(); }
-  // Forgets the steps so far, and lets the throttle of snapshots rest.
+  // Forgets the undo steps so far, and waits until the snapshot throttle is over.
   void rest() {
     editor().clearHistory();
     m_rig->clock.advance(std::chrono::seconds(10));
@@ -86,7 +86,7 @@ class InspectorsTest : public ::testing::Test {
 
   Inspector& shown() { return *m_panel->inspector(); }
   QString kind() { return QString::fromLatin1(shown().metaObject()->className()).section(QLatin1String("::"), -1); }
-  // The control of this kind and name among those that show.
+  // The visible control with this kind and name.
   template <class Control>
   Control& control(const char* name) {
     for (Control* each : shown().findChildren<Control*>())
@@ -121,7 +121,7 @@ class InspectorsTest : public ::testing::Test {
     swatch.dialog()->accept();
     settle();
   }
-  // The texts that show, from the top to the bottom.
+  // The visible texts, from top to bottom.
   QStringList texts() {
     QStringList texts;
     for (const TextLabel* label : shown().findChildren<TextLabel*>())

@@ -21,7 +21,7 @@ QStringList lines(std::initializer_list<const char*> texts) {
   return list;
 }
 
-// --- What is told ---
+// --- Content ---
 
 QStringList told(int page) {
   const OnboardingPage& told = onboardingPages().at(static_cast<std::size_t>(page));
@@ -74,7 +74,7 @@ TEST(OnboardingPages, AreFive) {
   EXPECT_EQ(OnboardingView::pageCount(), 5);
 }
 
-// A key that is told is the key of a command, but for those of the canvas and the pointer, which are no commands.
+// Every key mentioned is the key of a command, except for those of the canvas and the pointer, which are not commands.
 TEST(OnboardingPages, EveryKeyIsTheOneThatWorks) {
   const QStringList others =
       lines({"Tab", "Arrow keys", "Ctrl + drag", "Right-click → Expand", "Right-click → Summary", "Export"});
@@ -281,7 +281,7 @@ TEST_F(OnboardingViewTest, HelpOpensItAtTheFirstPageWhateverTheFlagSays) {
   action("showOnboarding")->trigger();
   ASSERT_NE(sheet(), nullptr);
   goToPage(2);
-  // It is there already.
+  // It is already open.
   notifications().post(Notification::showOnboarding);
   EXPECT_EQ(sheet()->currentPage(), 2);
   EXPECT_EQ(window().findChildren<OnboardingView*>().size(), 1);
@@ -325,7 +325,7 @@ TEST_F(OnboardingViewTest, FitsASmallWindow) {
   EXPECT_TRUE(sheet()->panel().rect().contains(dots->geometry()));
   const auto* area = sheet()->findChildren<QScrollArea*>().last();
   EXPECT_GT(area->height(), 150);
-  // What has the keyboard comes into sight.
+  // The focused control is scrolled into view.
   EXPECT_GT(area->verticalScrollBar()->maximum(), 0);
   for (int i = 0; i < 6; ++i) press(Qt::Key_Tab);
   ASSERT_EQ(QApplication::focusWidget(), button("Start Blank"));

@@ -9,7 +9,7 @@
 namespace quilmora {
 namespace {
 
-// Starter maps in the window: from the menu's entry to the document that they become.
+// Starter maps in the window: from the menu entry to the resulting document.
 class StarterMapsWindowTest : public AppTest {
  protected:
   void choose(const char* name) { action((QByteArray("newFromTemplate:") + name).constData())->trigger(); }
@@ -57,7 +57,7 @@ TEST_F(StarterMapsWindowTest, TheSavedPlaceIsForgotten) {
   choose("Brainstorm");
   EXPECT_EQ(editor().lastSavedFilePath(), std::nullopt);
   EXPECT_EQ(m_settings.text(settings::lastSavedFilePath), std::nullopt);
-  // The next save asks where.
+  // The next save asks for a place.
   m_panels.savePaths = {path("New.mindmap")};
   action("saveDocument")->trigger();
   EXPECT_EQ(m_panels.saveRequests.size(), 1);

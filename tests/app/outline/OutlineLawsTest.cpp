@@ -12,7 +12,7 @@
 namespace quilmora::test {
 namespace {
 
-// A row told without the model: the ids above it and its own, each with the number of equal siblings before it.
+// A row identified without the model: the ids above it and its own, each with the number of equal siblings before it.
 using Path = std::vector<std::pair<QUuid, int>>;
 
 struct PlainRow {
@@ -25,7 +25,7 @@ struct PlainRow {
   bool operator==(const PlainRow&) const = default;
 };
 
-// The outline as its rule is written down, with nothing kept from before.
+// The outline exactly as its rule states, with nothing kept from before.
 class PlainOutline {
  public:
   PlainOutline(MindMapViewModel& editor, const std::set<Path>& folded) : m_editor(editor), m_folded(folded) {
@@ -84,7 +84,7 @@ SeenRow seen(const QModelIndex& index) {
           index.data(OutlineModel::hasNotesRole).toBool()};
 }
 
-// What a view knows that listens to the model and never asks for more than it is told of.
+// What a view knows that only listens to the model's signals.
 class Mirror {
  public:
   explicit Mirror(OutlineModel& model) : m_model(model) {
@@ -170,7 +170,8 @@ class Journey {
     }
   }
 
-  // What commands do not do: ends of edges anywhere, edges twice, topics gone below their edges, another order.
+  // Changes that commands do not make: ends of edges anywhere, repeated edges, topics missing below their edges,
+  // another order.
   void damage() {
     MindMap map = editor().mindMap();
     for (int count = m_random.below(4); count > 0; --count) map.edges.append(m_random.edge(any(), any()));
@@ -215,7 +216,7 @@ RC_GTEST_PROP(OutlineLaws, AfterAnyCommandsTheRowsAreThoseOfAnOutlineMadeAnew, (
 }
 
 RC_GTEST_PROP(OutlineLaws, TheSameOfDamagedMaps, ()) {
-  // Small, because what is repeated multiplies.
+  // Small, because repeated topics multiply.
   const auto seed = *rc::gen::noShrink(rc::gen::arbitrary<std::uint64_t>());
   const int topics = *rc::gen::inRange(0, 7);
   Journey(RandomMapMaker(seed).map(topics, RandomMapMaker::Structure::damaged), seed + 1).run(6);

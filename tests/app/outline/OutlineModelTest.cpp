@@ -21,7 +21,7 @@ class OutlineModelTest : public ::testing::Test {
   MindMapViewModel& editor() { return m_rig->editor; }
   OutlineModel& model() { return *m_model; }
 
-  // "0 Topic 1": the depth and the title, with "+" where a row is folded.
+  // "0 Topic 1": the depth and the title, with "+" if a row is folded.
   QStringList rows() const {
     QStringList rows;
     for (int row = 0; row < m_model->rowCount(); ++row)

@@ -3,7 +3,7 @@
 #include "app/palette/PaletteFixture.h"
 #include "support/AccessibleNames.h"
 
-// Where the palette stands, and what is read out of it.
+// Where the palette is, and what screen readers read of it.
 namespace quilmora {
 namespace {
 

@@ -76,7 +76,7 @@ TEST_F(CommandPaletteTest, APressBesideItClosesIt) {
   EXPECT_EQ(palette(), nullptr);
   press(Qt::Key_K, Qt::ControlModifier);
   ASSERT_NE(palette(), nullptr);
-  // Also on what takes no keyboard by a click.
+  // Even on something that a click does not focus.
   QTest::mouseClick(window().toolbar().button(QStringLiteral("toggleInspector")), Qt::LeftButton);
   EXPECT_EQ(palette(), nullptr);
   EXPECT_FALSE(window().showsInspector());
@@ -202,7 +202,7 @@ TEST_F(CommandPaletteTest, TheHighlightEasesOverBelowThePointerAlone) {
     const QImage shown = list().viewport()->grab().toImage();
     const QColor accent = m_look->tokens().accentFill;
     const qreal ratio = shown.devicePixelRatio();
-    // Near the left end of the second row, where neither symbol nor text lies.
+    // Near the left end of the second row, away from symbol and text.
     return shown.pixelColor(QPointF(3 * ratio, middleOf(1).y() * ratio).toPoint()) == accent;
   };
   press(Qt::Key_Down);

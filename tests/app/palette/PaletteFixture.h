@@ -19,7 +19,7 @@ inline QStringList lines(std::initializer_list<const char*> texts) {
 
 class CommandPaletteTest : public AppTest {
  protected:
-  // Presses the key where a person's would arrive, with the menus' keys before it.
+  // Presses the key where a user's key would arrive, with the menus' keys before it.
   void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
     QWidget* owner = QApplication::focusWidget();
     ASSERT_NE(owner, nullptr);
@@ -41,7 +41,7 @@ class CommandPaletteTest : public AppTest {
   }
   QString highlighted() { return titles().value(list().highlightedIndex()); }
   QPoint middleOf(int row) { return list().visualRect(list().model()->index(row, 0)).center(); }
-  // A hand that comes to rest on the row.
+  // Moves the pointer onto the row and rests there.
   void hover(int row) {
     for (const QPoint step : {QPoint(-3, 0), QPoint(0, 0)}) QTest::mouseMove(list().viewport(), middleOf(row) + step);
   }

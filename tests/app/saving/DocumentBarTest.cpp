@@ -9,7 +9,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// What the window says and offers when another program works on the document's file.
+// What the window says and offers when another program changes the document's file.
 class DocumentBarTest : public AppTest {
  protected:
   DocumentBarTest() { start({writtenMap("Plan.mindmap", "Mine")}); }

@@ -31,7 +31,7 @@ class PreferencesTest : public AppTest {
   PreferencesView* preferences() { return window().findChild<PreferencesView*>(); }
   void goThroughDeletions() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
 
-  // A visible control by what screen readers call it.
+  // A visible control by its name for screen readers.
   template <class Control>
   Control* control(const QString& name, int index = 0) {
     for (Control* found : preferences()->findChildren<Control*>())
@@ -49,7 +49,7 @@ class PreferencesTest : public AppTest {
     ADD_FAILURE() << "no button " << text;
     return nullptr;
   }
-  // What a person reads on the visible labels, top to bottom.
+  // The text of the visible labels, from top to bottom.
   QStringList visibleTexts() {
     QStringList texts;
     for (const TextLabel* label : preferences()->findChildren<TextLabel*>())
@@ -58,7 +58,7 @@ class PreferencesTest : public AppTest {
   }
   bool reads(const QString& text) { return visibleTexts().contains(text); }
 
-  // Chooses by keys alone: the first letters of an entry.
+  // Chooses with the keyboard alone: the first letters of an entry.
   void choose(SettingPicker* picker, const QString& text) {
     picker->setFocus(Qt::TabFocusReason);
     const int index = picker->findText(text);

@@ -17,7 +17,7 @@ class ThemeBuilderTest : public PreferencesTest {
   }
   ThemeBuilderView* builder() { return preferences()->themeBuilder(); }
   ColorWell* well(const char* name) { return control<ColorWell>(QLatin1String(name)); }
-  // Opens the dialog by the space bar, chooses and accepts.
+  // Opens the dialog with the space bar, chooses and accepts.
   void pick(const char* name, const QColor& color) {
     ColorWell* shown = well(name);
     QTest::keyClick(shown, Qt::Key_Space);

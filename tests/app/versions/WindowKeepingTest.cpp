@@ -24,7 +24,7 @@ class WindowKeepingTest : public AppTest {
     ASSERT_TRUE(QTest::qWaitFor([this] { return keeping().keeping().journal().isAtRest(); }, 20'000));
   }
   void edit() { editor().createFreeNode(40.0 * static_cast<double>(editor().mindMap().nodes.size()), 0.0); }
-  // The process ends without a word.
+  // The process ends without saving.
   void end() { m_application.reset(); }
   void openVersions(std::size_t count) {
     action("earlierVersions")->trigger();
@@ -116,7 +116,7 @@ TEST_F(WindowKeepingTest, WhatComesForAClosedSheetIsDropped) {
     const QPointer<EarlierVersionsSheet> closed = sheet();
     Q_EMIT closed->cancelled();
     EXPECT_EQ(sheet(), nullptr);
-    // Its picture may come before the sheet goes.
+    // Its picture may arrive before the sheet is gone.
     ASSERT_TRUE(QTest::qWaitFor([&closed] { return closed.isNull(); }, 20'000));
   }
 }
