@@ -35,7 +35,7 @@ class SingleInstanceTest : public testing::Test {
     }
   }
 
-  // Another start of the program, as a process of its own.
+  // Another start of the program, in a process of its own.
   QProcess& startProcess(const QStringList& documents, const QString& folder = QStringLiteral("/")) {
     m_processes.push_back(std::make_unique<QProcess>());
     QProcess& process = *m_processes.back();

@@ -38,8 +38,8 @@ TEST(VersionRules, TheLastTwentyStay) {
 TEST(VersionRules, TheNewestOfEachHourStaysForADay) {
   std::vector<TimePoint> times;
   for (int i = 0; i < 20; ++i) times.push_back(now - std::chrono::seconds(i));
-  // 11:50 and 11:10 of the same hour, and 10:59 of the previous one; 12:29 of yesterday is within a day; 12:31 is too,
-  // but is older in its hour; 12:29 a day and a minute ago is neither.
+  // 11:50 is the newest of its hour and 11:10 is not; 10:59 is the newest of the hour before. 12:31 of yesterday is
+  // within a day; 12:29 is not, and is not the newest of yesterday either.
   for (const auto age : {40min, 80min, 91min, 1439min, 1441min}) times.push_back(now - age);
   const std::vector<bool> stays = versionsThatStay(times, now);
   EXPECT_EQ(std::vector<bool>(stays.begin() + 20, stays.end()), (std::vector<bool>{true, false, true, true, false}));
