@@ -1,7 +1,7 @@
-# Embeds the icons that the symbol table names, taken from Debian's bootstrap-icons package at build time.
+# Embeds the icons named in the symbol table, taken from Debian's bootstrap-icons package at build time.
 set(QUILMORA_ICON_FOLDER /usr/share/bootstrap-icons/svg CACHE PATH "Folder of the bootstrap-icons SVG files")
 
-# Writes a resource collection with the table and every icon that it names, and adds it to the target.
+# Writes a resource collection with the table and every icon in it, and adds it to the target.
 function(quilmora_embed_symbols target)
   set(table ${CMAKE_SOURCE_DIR}/src/canvas/painting/symbols.txt)
   set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${table})
