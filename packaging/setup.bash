@@ -3,7 +3,7 @@
 say() { printf '%s\n' "$*" >&2; }
 fail() { say "$*"; exit 1; }
 
-# packages_of SECTION...: the packages that packaging/packages.txt lists under these headings.
+# packages_of SECTION...: the packages listed under these headings in packaging/packages.txt.
 packages_of() {
   local section
   for section in "$@"; do

@@ -13,7 +13,7 @@ CODE_FOLDERS = ("src", "tests", "bench", "fuzz")
 
 
 def accepted(root, rule):
-    """What stands under a rule's heading in accepted.txt: exceptions that somebody thought about."""
+    """The entries under a rule's heading in accepted.txt: deliberate exceptions."""
     path = Path(root) / "packaging/gate/accepted.txt"
     names, heading = set(), None
     for line in path.read_text().splitlines() if path.exists() else []:
@@ -26,7 +26,7 @@ def accepted(root, rule):
 
 
 def _without_accepted(root, rule, findings):
-    """The findings of (subject, text) whose subject is not accepted, and the exceptions that nothing needs any more."""
+    """The findings of (subject, text) whose subject is not accepted, and the exceptions no longer needed."""
     exceptions = accepted(root, rule)
     found = [text for subject, text in findings if subject not in exceptions]
     stale = sorted(exceptions - {subject for subject, _ in findings})
@@ -48,7 +48,7 @@ def check_format(root):
         return []
     result = _run(root, ["clang-format", "--dry-run", *files])
     lines = [line for line in result.stderr.splitlines() if "clang-format-violations" in line]
-    # One finding a file says enough.
+    # One finding per file is enough.
     first_of_file = {line.split(":")[0]: line for line in reversed(lines)}
     findings = [f"{file}:{line.split(':')[1]}: not as clang-format writes it" for file, line in first_of_file.items()]
     if result.returncode != 0 and not findings:
@@ -57,7 +57,7 @@ def check_format(root):
 
 
 def check_floors(root):
-    """A file of src/ includes only from its own floor or from those below, as src/floors.txt tells them."""
+    """A file of src/ includes only from its own floor or from those below, according to src/floors.txt."""
     table = {}
     for line in (Path(root) / "src/floors.txt").read_text().splitlines():
         line = line.partition("#")[0].strip()
@@ -108,8 +108,8 @@ def check_function_sizes(root):
 
 
 def check_dead_functions(root):
-    """What a header of src/ declares for others is named somewhere else in src/; of a getter in one line a test may be
-    the only reader."""
+    """What a header of src/ declares for others is used elsewhere in src/; for a one-line getter a test may be the only
+    user."""
     named, defined, declared = Counter(), Counter(), {}
     for path in cpp_files(root, "src"):
         text = path.read_text()

@@ -35,7 +35,7 @@ BROKEN = [
     ("desktop entry", "packaging/b.desktop", "[Desktop Entry]\nType=Application\nExec=b\n", "packaging/b.desktop"),
     ("spelling", "docs/a.md", "The " + "reciev" + "er.\n", "docs/a.md:1"),
 ]
-# What lies just within a rule.
+# Cases just within a rule.
 SOUND = [
     ("file sizes", "src/lower/A.cpp", "int a();\n" * 400),
     ("function sizes", "src/lower/A.cpp", _long_function(60)),

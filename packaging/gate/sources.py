@@ -1,4 +1,4 @@
-"""Reads C++ sources as text: what is code, where functions stand, and what headers declare."""
+"""Reads C++ sources as text: what is code, where functions are, and what headers declare."""
 
 import re
 from dataclasses import dataclass
@@ -39,7 +39,7 @@ class Declaration:
 
     name: str
     line: int
-    is_defined: bool  # its body stands right here
+    is_defined: bool  # its body is here
 
 
 def blank(match):
@@ -67,8 +67,8 @@ def _name_of(head):
 
 
 def _pieces(code):
-    """Walks what stands outside of functions: yields (kind, head, start, end) of a body, a scope or a semicolon."""
-    scopes = []  # of each open brace whether declarations stand in it
+    """Walks the text outside functions: yields (kind, head, start, end) of a body, a scope or a semicolon."""
+    scopes = []  # for each open brace, whether it contains declarations
     start = 0
     depth_in_parentheses = 0
     position = 0
@@ -138,10 +138,10 @@ def functions_of(text):
 
 
 def public_functions_of(text):
-    """The functions that a header declares outside of private and protected parts."""
+    """The functions that a header declares outside private and protected parts."""
     code = code_of(text)
     found = []
-    open_types = []  # [position behind the type's end, whether the part is public, the type's name]
+    open_types = []  # [end of the type, whether the part is public, the type's name]
     for kind, head, start, end in _pieces(code):
         while open_types and start > open_types[-1][0]:
             open_types.pop()

@@ -42,7 +42,7 @@ def compile_commands(build):
 
 
 def for_clang(command):
-    """The compiler's arguments alone: without its launcher, and without precompiled headers, which are not clang's."""
+    """Only the compiler's arguments: without its launcher, and without precompiled headers, which clang cannot use."""
     words = shlex.split(command)
     while not words[0].endswith(("c++", "g++")):
         words.pop(0)
