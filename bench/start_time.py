@@ -3,9 +3,9 @@
 
 Usage: start_time.py PROGRAM_FOLDER [RUNS]
 
-Runs the real program in a virtual display with a home of its own: without a document, and on maps of 1,000, 10,000 and
-100,000 topics. The clock stops when the picture of the screen first holds the fill colour of the topics. The polling of the
-screen adds up to about 15 ms. Also prints the memory that the process holds then.
+Runs the real program in a virtual display with a home of its own: without a document, and with maps of 1,000, 10,000 and
+100,000 topics. The clock stops when the fill colour of the topics first appears on the screen. Polling the screen adds up to
+about 15 ms. Also prints the memory in use at that moment.
 """
 
 import json
@@ -26,7 +26,7 @@ BUDGETS = {0: 0.15, 10_000: 0.3, 100_000: 1.2}
 
 
 def write_map(programs, topics, path):
-    """A tree of two to six children a topic, laid out by the batch tool."""
+    """A tree with two to six children per topic, laid out by the batch tool."""
     chance = random.Random(topics)
     ids = [str(uuid.UUID(int=chance.getrandbits(128), version=4)).upper() for _ in range(topics)]
     words = ["market", "budget", "design", "launch", "week", "review", "customer", "idea", "risk", "partner", "garden"]

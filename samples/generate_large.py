@@ -3,7 +3,7 @@
 
     samples/generate_large.py > samples/knowledge-atlas.mindmap
 
-The same text comes out on every run. Topics stand in rings around their parents, each subtree in a circle of its own.
+The output is the same on every run. Topics are in rings around their parents, each subtree in a circle of its own.
 """
 
 import json
@@ -117,7 +117,7 @@ class Topic:
         self.ring = 0.0
 
     def measure(self):
-        """Sets the distance of the children and the radius of the circle that holds the subtree."""
+        """Sets the distance of the children and the radius of the circle around the subtree."""
         if not self.children:
             return
         for child in self.children:
@@ -220,7 +220,7 @@ def document():
 
 
 def write(record, out):
-    """One record of an array a line, so that the file stays small and can be compared."""
+    """Writes each record of an array on one line, so that the file is small and diffs are readable."""
     def text(value):
         return json.dumps(value, ensure_ascii=False, sort_keys=True, separators=(",", ":"))
 

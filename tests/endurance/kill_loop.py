@@ -1,12 +1,12 @@
 #!/usr/bin/env python3
-"""Kills the real editor at random moments of editing, saving, switching documents and quitting, and looks at what is left.
+"""Kills the real editor at random moments of editing, saving, switching documents and quitting, and checks what is left.
 
 Usage: kill_loop.py PROGRAM_FOLDER KILLS [SEED]
 
-Each round starts the editor in a virtual display of its own, works in it with real keys, and ends it by SIGKILL at a
-random moment. Then both documents must be whole, and after the next start, ended by SIGTERM, they must hold every
-topic that was typed more than a second before the kill. At the end no stray file may be left. Everything the program
-writes lands in a temporary home. The last line tells the figures; the exit status tells whether all went well.
+Each round starts the editor in its own virtual display, works in it with real keys, and kills it with SIGKILL at a random
+moment. Then both documents must be intact, and after the next start, ended with SIGTERM, they must hold every topic that was
+typed more than a second before the kill. At the end no stray file may be left. Everything that the program writes goes into a
+temporary home. The last line has the figures; the exit status says whether everything passed.
 """
 
 import json
@@ -24,7 +24,7 @@ sys.dont_write_bytecode = True
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "session"))
 from editor_session import Display, wait_until
 
-# Between a key press and the map lies the way through the display, which is slow on a busy machine.
+# A key press reaches the map through the display, which is slow on a busy machine.
 GRACE = 1.0
 LONGEST_WORK = 5.0
 
@@ -40,7 +40,7 @@ class Home:
         (self.path / "runtime").mkdir(mode=0o700)
         settings = self.path / ".config" / "Quilmora"
         settings.mkdir(parents=True)
-        # The sheet of the first start would take the keys.
+        # The quick start sheet would take the keys.
         (settings / "Quilmora.json").write_text(json.dumps({"onboardingShown": True}))
         self.display = Display()
         self.environment = {key: value for key, value in os.environ.items()
@@ -56,7 +56,7 @@ class Home:
                            env=self.environment, capture_output=True)
 
     def titles(self, file):
-        """All titles of a document; fails where it is not whole."""
+        """All titles of a document; fails if it is damaged."""
         document = json.loads(file.read_text())
         return [node["title"] for node in document["nodes"]]
 
@@ -94,7 +94,7 @@ class Run:
                               text=True).stdout
 
     def wait_until_open(self, document):
-        """Waits for the document; one whose opening was interrupted before is opened by hand."""
+        """Waits for the document; one whose opening was interrupted before is opened explicitly."""
         def is_open():
             log = self.log()
             return self.process.poll() is not None or "bookmark for" in log or "ended while it opened" in log
@@ -111,7 +111,7 @@ class Run:
 
 
 class Work:
-    """A person's work in one run until it is killed: what was typed into which document, and when it was done."""
+    """The work in one run until it is killed: what was typed into which document, and when."""
 
     def __init__(self, run, home, current, number):
         self.run, self.home, self.current, self.number = run, home, current, number
@@ -152,7 +152,7 @@ class Work:
 
     def undo_and_redo(self):
         self.leave_field()
-        # What is undone is there again only with the redo.
+        # What is undone comes back only with the redo.
         last = self.typed.pop() if self.typed else None
         self.run.xdo("key", "ctrl+z")
         self.run.xdo("key", "ctrl+shift+z")
@@ -167,7 +167,7 @@ class Work:
         other = next(file for file in self.home.files if file != self.current)
         second = subprocess.Popen([str(self.home.programs / "quilmora"), str(other)], env=self.home.environment,
                                   stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        # Where the first one is killed in the meantime, the second becomes the editor and goes the same way.
+        # If the first one is killed in the meantime, the second becomes the editor and is killed too.
         while second.poll() is None and not self.is_over():
             time.sleep(0.02)
         if second.poll() is None:
@@ -175,7 +175,7 @@ class Work:
         if second.wait() == 0:
             self.current = other
             self.is_field_open = False
-            # What was selected is in the other document; New Topic would look for it in vain.
+            # The selected topic is in the other document; New Topic would not find it.
             time.sleep(0.2)
             self.run.xdo("key", "Escape")
 
@@ -217,7 +217,7 @@ def play(home, number, current, figures):
     figures["set aside"] += "set aside" in after.log()
     after.terminate()
 
-    # A title typed while the document was changed may stand in either.
+    # A title typed while documents were switched may be in either.
     found = {title for file in home.files for title in home.titles(file)}
     for done_at, title in work.typed:
         if done_at > work.killed_at - GRACE:
@@ -233,7 +233,7 @@ def play(home, number, current, figures):
 
 
 def last_document(home):
-    """The document that the settings name as the last one."""
+    """The last document according to the settings."""
     for settings in home.path.glob(".config/*/*.json"):
         path = json.loads(settings.read_text()).get("lastSavedFilePath")
         if path:
@@ -260,7 +260,7 @@ def main():
     finally:
         home.close()
     print(json.dumps(figures))
-    # A temporary file lives for a few milliseconds under a name, so a kill may leave one; it goes ten minutes later.
+    # A temporary file has a name for a few milliseconds, so a kill may leave one; it is removed ten minutes later.
     good = not figures["lost"] and len(figures["strays"]) <= max(1, kills // 20)
     sys.exit(0 if good and figures["kills"] == kills else 1)
 

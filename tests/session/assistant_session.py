@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
-"""A person and the assistant, on the real program with real key events.
+"""Uses the assistant of the real program, with real key events.
 
 Usage: assistant_session.py PROGRAM_FOLDER SUPPORT_PROGRAM_FOLDER [PICTURE_FOLDER]
 
-Generates a map, expands a topic, summarises it, chats, applies the reply to the map, and takes each of it back. First with
-the offline generator. Then the same against a vendor on this machine, over TLS with a certificate made here, with a key
-from a gnome-keyring in a session bus of its own. With PICTURE_FOLDER, screenshots of the steps are kept there.
+Generates a map, expands a topic, summarises it, chats, applies the reply to the map, and undoes each step. First with the
+offline generator, then with a vendor on this machine, over TLS with a certificate made here and a key from a gnome-keyring
+on a session bus of its own. With PICTURE_FOLDER, screenshots of the steps are kept there.
 """
 
 import http.server
@@ -47,7 +47,7 @@ def tree(title, *children):
 
 
 def reply_to(request):
-    """What the vendor's model says, by what it is asked."""
+    """The model's reply, depending on the request."""
     system = request["system"]
     if system.startswith("You are expanding"):
         return tree("Coffee", "Moka", "Filter")
@@ -92,7 +92,7 @@ def start_vendor(folder):
 # --- The key store ---
 
 class Keyring:
-    """A session bus with a gnome-keyring that is open."""
+    """A session bus with an unlocked gnome-keyring."""
 
     def __init__(self, session, support_programs):
         self.bus = subprocess.Popen(["dbus-daemon", "--session", "--nofork", "--print-address"],
@@ -117,7 +117,7 @@ class Keyring:
             process.wait()
 
 
-# --- The person ---
+# --- The user ---
 
 class Hands:
     def __init__(self, session, editor):
@@ -125,7 +125,7 @@ class Hands:
         self.editor = editor
 
     def saved_until(self, what, condition):
-        """Saves until the document is as it should be."""
+        """Saves until the document is as expected."""
         return wait_until(what, lambda: (lambda document: condition(document) and document)(self.editor.save()), 40)
 
     def type(self, text):
@@ -136,7 +136,7 @@ class Hands:
         self.saved_until(f"{what} is taken back", lambda document: not differences(before, document))
 
     def choose_for_topic(self, row):
-        """A row of the menu of the only topic, which is selected first."""
+        """Chooses a row in the menu of the only topic, which it selects first."""
         self.editor.key("ctrl+a")
         self.editor.settle()
         self.editor.key("Menu")
@@ -149,7 +149,7 @@ class Hands:
         self.type(prompt)
         self.session.keep_picture(self.editor, "sheet")
         self.editor.key("Return")
-        # The sheet goes by itself, and Ctrl+S then reaches the window again.
+        # The sheet closes by itself, and Ctrl+S then reaches the window again.
         wait_until("the sheet goes", self.canvas_is_free)
 
     def canvas_is_free(self):
@@ -194,7 +194,7 @@ def play(session, expected):
     hands.type(expected["chat"])
     editor.key("Return")
     session.keep_picture(editor, "chat-asked")
-    # Back from the field lies "Apply to Map", once the reply is there; before that, nothing that Space would choose.
+    # Shift+Tab from the field leads to "Apply to Map" once the reply is there; before that, to nothing that Space would press.
     editor.settle()
     editor.key("shift+Tab", "space")
     applied = hands.saved_until("the applied reply", lambda document: document["title"] == expected["applied"])

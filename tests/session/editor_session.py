@@ -1,4 +1,4 @@
-"""The real program in a virtual display of its own, with a temporary home, and a person's hands on it."""
+"""The real program in its own virtual display with a temporary home, and functions that use it as a user would."""
 
 import json
 import os
@@ -13,7 +13,7 @@ WINDOW_SIZE = (1280, 800)
 
 
 def wait_until(what, condition, seconds=20.0):
-    """The first true value of condition(); fails loudly when it never comes."""
+    """The first true value of condition(); fails loudly if there is none in time."""
     end = time.monotonic() + seconds
     while time.monotonic() < end:
         value = condition()
@@ -24,7 +24,7 @@ def wait_until(what, condition, seconds=20.0):
 
 
 def differences(before, after):
-    """Whether two documents hold the same map, the time of the last change aside."""
+    """Whether two documents hold the same map, ignoring the time of the last change."""
     return {key for key in before.keys() | after.keys()
             if key != "updatedAt" and before.get(key) != after.get(key)}
 
@@ -45,7 +45,7 @@ class Display:
 
 
 class Editor:
-    """One running editor and the hands on it."""
+    """One running editor, and the keys and clicks sent to it."""
 
     def __init__(self, session, arguments):
         self.session = session
@@ -82,7 +82,7 @@ class Editor:
                               capture_output=True).stdout
 
     def settle(self):
-        """Waits until the screen looks the same three times on end, over a tenth of a second and more."""
+        """Waits until the screen looks the same three times in a row, over at least a tenth of a second."""
         looks = []
 
         def is_still():
@@ -92,14 +92,14 @@ class Editor:
         wait_until("a still screen", is_still)
 
     def settled_canvas(self):
-        """The canvas' place on the screen (x, y, width, height), found by its ground colour, once it stands still."""
+        """The canvas's rectangle on the screen (x, y, width, height), found by its background colour once it is at rest."""
         self.settle()
         areas = []
         for _ in range(2):
             path = self.session.home / "canvas.png"
             self.picture(path)
             ground = self.session.document()["canvas"]["background"]
-            # Its largest part: panels may hold the colour too.
+            # Its largest part: panels may contain the colour too.
             found = subprocess.run(["convert", str(path), "-alpha", "off", "-fill", "black", "+opaque", ground, "-fill", "white",
                                     "-opaque", ground, "-define", "connected-components:verbose=true", "-define",
                                     "connected-components:area-threshold=1000", "-connected-components", "4", "null:"],
@@ -112,7 +112,7 @@ class Editor:
         return tuple(areas[0]) if steady else None
 
     def fit(self):
-        """Zooms to fit and answers the view that results: zoom and offset."""
+        """Zooms to fit and returns the resulting view: zoom and offset."""
         self.xdo("key", "ctrl+0")
         self.settle()
         answers = self.session.ask({"do": "open", "path": str(self.session.file)},
@@ -156,7 +156,7 @@ class Editor:
 
 
 class Session:
-    """A temporary home on a display of its own. Without a sample the caller writes the document itself."""
+    """A temporary home with its own display. Without a sample the caller writes the document itself."""
 
     def __init__(self, programs, sample, pictures, settings=None):
         self.programs = pathlib.Path(programs)
@@ -170,7 +170,7 @@ class Session:
         if sample:
             shutil.copy(sample, self.file)
         self.settings_file = self.home / ".config" / "Quilmora" / "Quilmora.json"
-        # The program of a session has been started before, unless its settings are given.
+        # The program counts as started before, unless settings are given.
         self.settings_file.parent.mkdir(parents=True)
         self.settings_file.write_text(json.dumps({"onboardingShown": True} if settings is None else settings))
         self.display = Display()

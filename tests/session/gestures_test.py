@@ -3,7 +3,7 @@
 
 Usage: gestures_test.py PROGRAM_FOLDER [PICTURE_FOLDER]
 
-After each it saves and looks at what the document holds, then undoes and finds the document as it was before. With
+After each it saves and checks the document, then undoes and expects the document to be as before. With
 PICTURE_FOLDER, screenshots of the steps are kept there.
 """
 
@@ -72,7 +72,7 @@ def is_near(point, wanted):
 
 
 class Hands:
-    """What a person does on the canvas. Points are canvas units, distances of drags screen pixels."""
+    """What a user does on the canvas. Points are canvas units, distances of drags screen pixels."""
 
     def __init__(self, session, editor):
         self.session = session
@@ -95,7 +95,7 @@ class Hands:
         self.editor.xdo(*words)
 
     def click(self, point, hold=None, button=1, count=1):
-        # Two on one topic would be a double-click, wherever it shows by now.
+        # Two clicks on one topic would be a double-click, wherever it is by now.
         time.sleep(max(0.0, self.last_click + DOUBLE_CLICK_SECONDS - time.monotonic()))
         self.do(("mousemove", *self.on_screen(point)), ("click", "--repeat", count, "--delay", 60, button), hold=hold)
         self.last_click = time.monotonic()
@@ -122,7 +122,7 @@ class Hands:
         self.do(("type", "--delay", 15, text))
 
     def menu(self, point, *keys):
-        """Opens the menu of what lies there and walks through it by keys."""
+        """Opens the menu of what is there and walks through it with keys."""
         before = self.editor.screenshot()
         self.click(point, button=3)
         wait_until("the menu", lambda: self.editor.screenshot() != before)
@@ -132,7 +132,7 @@ class Hands:
         return self.editor.save()
 
     def undo(self, most=4, fits=True):
-        """Steps back to the first state. What was made may have moved the view, so it is fitted again."""
+        """Undoes everything. New topics may have moved the view, so it is fitted again."""
         for _ in range(most):
             self.key("ctrl+z")
             if not (left := differences(self.base, self.save())):
@@ -143,14 +143,14 @@ class Hands:
         assert not differences(self.base, document := self.save()), differences(self.base, document)
 
     def probe(self, title):
-        """Finds the topic where the view says that it is, and deletes it for a moment."""
+        """Checks that the topic is where the view should show it, by deleting it for a moment."""
         self.click_title(title)
         self.key("Delete")
         assert node(self.save(), title) is None, f"{title} is not where it was looked for"
         self.undo(fits=False)
 
     def connection_handle(self, title):
-        """Its centre in canvas units: the disc is the farthest of what has the accent beside the topic."""
+        """Its centre in canvas units: the disc is the farthest thing in the accent colour beside the topic."""
         self.click_title(title)
         self.editor.settle()
         path = self.session.home / "handle.png"
@@ -163,7 +163,7 @@ class Hands:
         return (POSITIONS[title][0] + (left + width) / self.zoom - 11, POSITIONS[title][1])
 
 
-# --- Each of these leaves the document as it found it ---
+# --- Each of these leaves the document as it was ---
 
 
 def taps_and_titles(hands):
@@ -198,7 +198,7 @@ def taps_and_titles(hands):
 
 
 def typing(hands):
-    # On a selected topic, and at once on one that was just made.
+    # On a selected topic, and at once on a new one.
     hands.click_title("Echo")
     hands.type("Golf")
     hands.key("Return")
@@ -218,7 +218,7 @@ def typing(hands):
 
 
 def group_drags(hands):
-    """A parent with its child, and everything: the connectors are selected too, and topics still take the press."""
+    """A parent with its child, and then everything: the connectors are selected too, and topics still take the press."""
     def moved(document, title, by):
         wanted = [POSITIONS[title][0] + by[0] / hands.zoom, POSITIONS[title][1] + by[1] / hands.zoom]
         assert is_near(node(document, title)["position"], wanted), (title, node(document, title)["position"])
@@ -272,7 +272,7 @@ def connections(hands):
     hands.click(handle)
     assert ("Delta", "new") in ends(hands.save())
     hands.undo()
-    # Held at its rim: the connection goes where the pointer goes.
+    # Grabbed near its edge: the connection follows the pointer.
     rim = (handle[0] + 6, handle[1] - 6)
     hands.click_title("Delta")
     hands.drag_to(rim, POSITIONS["Echo"])
@@ -293,7 +293,7 @@ def relationships(hands):
     hands.drag_to(handle, POSITIONS["Echo"], hold="shift")
     document = hands.save()
     assert [(link["from"], link["to"]) for link in document["relationships"]] == [(IDS["Delta"], IDS["Echo"])]
-    # The curve bows by a fifth of its length, so its middle lies a tenth of that below the straight line.
+    # The curve bends by a fifth of its length, so its middle is a tenth of the length below the straight line.
     curve_middle = (150, 350)
     hands.click(curve_middle)
     hands.editor.settle()
@@ -352,8 +352,8 @@ def menus_of_topics(hands):
     hands.click_title("Gamma")  # hidden in the branch: free canvas
     hands.key("Delete")
     hands.unchanged()
-    hands.menu(POSITIONS["Alpha"], "Up", "Up", "Up", "Up", "Return")  # above the entries of the assistant
-    # The next key is the canvas's after a menu that was left.
+    hands.menu(POSITIONS["Alpha"], "Up", "Up", "Up", "Up", "Return")  # above the assistant's entries
+    # After a menu is closed, the next key goes to the canvas.
     hands.click_title("Gamma")
     hands.menu(POSITIONS["Gamma"], "Escape", "Delete")
     assert node(hands.save(), "Gamma") is None
@@ -393,7 +393,7 @@ def regions(hands):
 
 
 def image_drop(hands):
-    """Another program drags a picture onto a topic, whose menu then takes it away again."""
+    """Another program drags a picture onto a topic, whose menu then removes it."""
     session = hands.session
     picture = session.home / "picture.png"
     subprocess.run(["convert", "-size", "60x40", "xc:#C03030", str(picture)], check=True)

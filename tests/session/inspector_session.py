@@ -3,8 +3,8 @@
 
 Usage: inspector_session.py PROGRAM_FOLDER [PICTURE_FOLDER]
 
-After each it saves and looks at what the document holds, then undoes as many steps as the control is to take and finds the
-document as it was before. With PICTURE_FOLDER, screenshots of the steps are kept there.
+After each it saves and checks the document, then undoes the number of steps that the control should take and expects the
+document to be as before. With PICTURE_FOLDER, screenshots of the steps are kept there.
 """
 
 import json
@@ -30,17 +30,17 @@ CANVAS = ["Background", "Classic", "Vibrant", "Layout", "Edge Sizing", "Root Wid
 
 
 class Panel:
-    """The panel as a person without a mouse uses it: F6 comes to its first control, Tab goes on, Escape leaves it."""
+    """The panel as used without a mouse: F6 goes to its first control, Tab moves on, Escape leaves it."""
 
     def __init__(self, hands):
         self.hands = hands
 
     def at(self, stops, name, *keys):
-        """Goes from the canvas to the control and presses the keys there."""
+        """Moves from the canvas to the control and presses the keys there."""
         self.hands.key("F6", *["Tab"] * stops.index(name), *keys)
 
     def changed(self, steps, *expectations):
-        """Saves, checks, and undoes in exactly so many steps."""
+        """Saves, checks, and undoes in exactly this many steps."""
         hands = self.hands
         document = hands.save()
         for expectation in expectations:
@@ -51,11 +51,11 @@ class Panel:
             hands.key("ctrl+z")
         left = differences(hands.base, hands.save())
         assert not left, f"still different after {steps} steps back: {left}"
-        # The next change of a kind that comes in bursts takes its own snapshot.
+        # So that the next throttled change takes its own snapshot.
         time.sleep(THROTTLE_SECONDS)
 
     def choose_color(self, color):
-        """In the dialog of a colour well that was just opened."""
+        """In the colour well's dialog, which has just been opened."""
         before = self.hands.editor.screenshot()
         self.hands.key("space")
         wait_until("the colour dialog", lambda: self.hands.editor.screenshot() != before)
@@ -66,7 +66,7 @@ class Panel:
         self.come_back()
 
     def come_back(self):
-        """Takes the part of a window manager: the keyboard goes back to the window when a dialog has gone."""
+        """Acts as the window manager: returns the keyboard to the window when a dialog has closed."""
         self.hands.editor.settle()
         self.hands.editor.xdo("windowfocus", "--sync", self.hands.editor.window)
 

@@ -3,7 +3,7 @@
 
 Usage: outline_session.py PROGRAM_FOLDER [PICTURE_FOLDER]
 
-Everything that the outline offers is done once; what it changes is looked for in the saved document and undone. With
+Uses every function of the outline once; each change is checked in the saved document and undone. With
 PICTURE_FOLDER, a screenshot of a failed step is kept there.
 """
 
@@ -22,7 +22,7 @@ SELECTED = "#DDE9FD"  # the accent at 12 % on the panel
 
 
 class Outline:
-    """The outline by its rows, found on the screen by the ground of the selected one."""
+    """The outline by its rows, found on the screen by the background of the selected one."""
 
     def __init__(self, session, editor):
         self.session = session
@@ -71,7 +71,7 @@ class Outline:
         self.editor.settle()
 
     def rename(self, text):
-        # Titles that follow faster are one undo step.
+        # Titles typed sooner would be one undo step.
         time.sleep(max(0.0, self.last_title + STEP_SECONDS - time.monotonic()))
         self.key("F2")
         self.editor.xdo("type", "--delay", "15", text)
@@ -89,7 +89,7 @@ class Outline:
         raise AssertionError(f"still different: {left}")
 
 
-# The rows: Alpha with Beta and Gamma, then Delta and Echo. Each step leaves the document as it found it.
+# The rows: Alpha with Beta and Gamma, then Delta and Echo. Each step leaves the document as it was.
 
 
 def clicks_select(outline):
@@ -112,7 +112,7 @@ def keys_walk(outline):
     outline.rename("By letter")
     assert node(outline.save(), "Delta")["title"] == "By letter"
     outline.undo()
-    # Escape in the field leaves the title alone, and the next key is the list's again.
+    # Escape in the field leaves the title alone, and the next key goes to the list again.
     outline.key("Home", "F2", "x", "Escape", "Down")
     outline.rename("After Escape")
     document = outline.save()

@@ -1,11 +1,10 @@
 #!/usr/bin/env python3
-"""Plays a person's first minutes on the real program in a virtual display, with real key and mouse events.
+"""Plays a user's first minutes with the real program in a virtual display, with real key and mouse events.
 
 Usage: palette_session.py PROGRAM_FOLDER [PICTURE_FOLDER]
 
-The first start shows the sheet of the first minute, which leads to a starter map. Another one is installed from the menu, the
-palette applies a theme and a layout to it, a click on a row of the palette takes the layout back, and auto-save writes both
-documents. The second start shows the map at once; the Help menu brings the sheet back.
+The first start shows the quick start, which leads to a starter map. Another one is opened from the menu, the palette applies
+a theme and a layout to it, a click on a row of the palette undoes the layout, and auto-save writes both documents. The second start shows the map at once; the Help menu brings the sheet back.
 """
 
 import json
@@ -21,7 +20,7 @@ FIRST_ROW = WINDOW_SIZE[1] // 8 + 45 + 6 + 20
 
 
 class FirstMinutes(Editor):
-    """An editor whose canvas lies below a sheet at first."""
+    """An editor whose canvas is below a sheet at first."""
 
     def settled_canvas(self):
         self.settle()
@@ -73,7 +72,7 @@ def first_start(session):
     editor.settle()
     session.keep_picture(editor, "palette-3-brainstorm")
 
-    # The keyboard is the canvas' again.
+    # The canvas has the keyboard again.
     editor.key("ctrl+n")
     editor.xdo("type", "--delay", "30", "Mine")
     editor.key("Return")

@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
-"""Plays a person's session on the real program in a virtual display, with real key and mouse events.
+"""Plays a user's session with the real program in a virtual display, with real key and mouse events.
 
 Usage: session_test.py PROGRAM_FOLDER SAMPLE [PICTURE_FOLDER]
 
 Opens a copy of the sample, adds three children, retitles one, drags one, undoes, redoes, saves, quits, starts again and
-finds the same map; then edits once more and ends the process by SIGTERM, which must save too. Everything the program
-writes lands in a temporary home. With PICTURE_FOLDER, screenshots of the steps are kept there.
+finds the same map; then edits once more and ends the process with SIGTERM, which must save too. Everything that the
+program writes goes into a temporary home. With PICTURE_FOLDER, screenshots of the steps are kept there.
 """
 
 import signal

@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""Changes settings in every tab and makes a theme by hand on the real program, with real key events.
+"""Changes settings in every tab and makes a custom theme in the real program, with real key events.
 
 Usage: settings_session.py PROGRAM_FOLDER SAMPLE [PICTURE_FOLDER]
 
-Looks after each step at what the settings file holds, then applies the new theme to the map by the command palette and
-looks at the saved document. With PICTURE_FOLDER, screenshots of the steps are kept there.
+Checks the settings file after each step, then applies the new theme to the map with the command palette and checks the saved
+document. With PICTURE_FOLDER, screenshots of the steps are kept there.
 """
 
 import base64
@@ -19,7 +19,7 @@ SECRET = "sk-session-secret"
 
 
 class Hands:
-    """Works in one window after the other."""
+    """Works in one window after another."""
 
     def __init__(self, session):
         self.session = session
