@@ -3,9 +3,9 @@
 
 Usage: start_time.py PROGRAM_FOLDER [RUNS]
 
-Runs the real program in a virtual display with a home of its own: without a document, and with maps of 1,000, 10,000 and
-100,000 topics. The clock stops when the fill colour of the topics first appears on the screen. Polling the screen adds up to
-about 15 ms. Also prints the memory in use at that moment.
+Runs the real program in a virtual display with a home of its own: without a document, and with maps of 1,000, 10,000
+and 100,000 topics. The clock stops when the fill colour of the topics first appears on the screen. Polling the screen
+adds up to about 15 ms. Also prints the memory in use at that moment.
 """
 
 import json

@@ -1,6 +1,6 @@
-# The standard and Qt headers that most sources include, compiled once per target, which halves the build time. The list is
-# deliberately short: a large precompiled header takes longer to load than it saves. Sources still include what they use;
-# QUILMORA_PRECOMPILED_HEADERS=OFF shows where one does not.
+# The standard and Qt headers that most sources include, compiled once per target, which halves the build time. The
+# list is deliberately short: a large precompiled header takes longer to load than it saves. Sources still include
+# what they use; QUILMORA_PRECOMPILED_HEADERS=OFF shows where one does not.
 option(QUILMORA_PRECOMPILED_HEADERS "Compile the most used headers once" ON)
 
 function(quilmora_precompile_headers target)

@@ -1,12 +1,14 @@
 #!/usr/bin/env python3
-"""Kills the real editor at random moments of editing, saving, switching documents and quitting, and checks what is left.
+"""Kills the real editor at random moments of editing, saving, switching documents and quitting, and checks what is
+left.
 
 Usage: kill_loop.py PROGRAM_FOLDER KILLS [SEED]
 
-Each round starts the editor in its own virtual display, works in it with real keys, and kills it with SIGKILL at a random
-moment. Then both documents must be intact, and after the next start, ended with SIGTERM, they must hold every topic that was
-typed more than a second before the kill. At the end no stray file may be left. Everything that the program writes goes into a
-temporary home. The last line has the figures; the exit status says whether everything passed.
+Each round starts the editor in its own virtual display, works in it with real keys, and kills it with SIGKILL at a
+random moment. Then both documents must be intact, and after the next start, ended with SIGTERM, they must hold every
+topic that was typed more than a second before the kill. At the end no stray file may be left. Everything that the
+program writes goes into a temporary home. The last line has the figures; the exit status says whether everything
+passed.
 """
 
 import json

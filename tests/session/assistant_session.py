@@ -3,9 +3,9 @@
 
 Usage: assistant_session.py PROGRAM_FOLDER SUPPORT_PROGRAM_FOLDER [PICTURE_FOLDER]
 
-Generates a map, expands a topic, summarises it, chats, applies the reply to the map, and undoes each step. First with the
-offline generator, then with a vendor on this machine, over TLS with a certificate made here and a key from a gnome-keyring
-on a session bus of its own. With PICTURE_FOLDER, screenshots of the steps are kept there.
+Generates a map, expands a topic, summarises it, chats, applies the reply to the map, and undoes each step. First with
+the offline generator, then with a vendor on this machine, over TLS with a certificate made here and a key from a
+gnome-keyring on a session bus of its own. With PICTURE_FOLDER, screenshots of the steps are kept there.
 """
 
 import http.server
@@ -194,7 +194,8 @@ def play(session, expected):
     hands.type(expected["chat"])
     editor.key("Return")
     session.keep_picture(editor, "chat-asked")
-    # Shift+Tab from the field leads to "Apply to Map" once the reply is there; before that, to nothing that Space would press.
+    # Shift+Tab from the field leads to "Apply to Map" once the reply is there; before that, to nothing that Space
+    # would press.
     editor.settle()
     editor.key("shift+Tab", "space")
     applied = hands.saved_until("the applied reply", lambda document: document["title"] == expected["applied"])

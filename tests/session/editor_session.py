@@ -92,7 +92,7 @@ class Editor:
         wait_until("a still screen", is_still)
 
     def settled_canvas(self):
-        """The canvas's rectangle on the screen (x, y, width, height), found by its background colour once it is at rest."""
+        """The canvas's rectangle on the screen (x, y, width, height), by its background colour, once at rest."""
         self.settle()
         areas = []
         for _ in range(2):

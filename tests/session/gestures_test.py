@@ -218,7 +218,7 @@ def typing(hands):
 
 
 def group_drags(hands):
-    """A parent with its child, and then everything: the connectors are selected too, and topics still take the press."""
+    """A parent with its child, then everything: connectors are selected too, and topics still take the press."""
     def moved(document, title, by):
         wanted = [POSITIONS[title][0] + by[0] / hands.zoom, POSITIONS[title][1] + by[1] / hands.zoom]
         assert is_near(node(document, title)["position"], wanted), (title, node(document, title)["position"])

@@ -3,8 +3,8 @@
 
 Usage: inspector_session.py PROGRAM_FOLDER [PICTURE_FOLDER]
 
-After each it saves and checks the document, then undoes the number of steps that the control should take and expects the
-document to be as before. With PICTURE_FOLDER, screenshots of the steps are kept there.
+After each it saves and checks the document, then undoes the number of steps that the control should take and expects
+the document to be as before. With PICTURE_FOLDER, screenshots of the steps are kept there.
 """
 
 import json

@@ -3,8 +3,8 @@
 
 Usage: outline_session.py PROGRAM_FOLDER [PICTURE_FOLDER]
 
-Uses every function of the outline once; each change is checked in the saved document and undone. With
-PICTURE_FOLDER, a screenshot of a failed step is kept there.
+Uses every function of the outline once; each change is checked in the saved document and undone. With PICTURE_FOLDER,
+a screenshot of a failed step is kept there.
 """
 
 import json

@@ -3,8 +3,9 @@
 
 Usage: palette_session.py PROGRAM_FOLDER [PICTURE_FOLDER]
 
-The first start shows the quick start, which leads to a starter map. Another one is opened from the menu, the palette applies
-a theme and a layout to it, a click on a row of the palette undoes the layout, and auto-save writes both documents. The second start shows the map at once; the Help menu brings the sheet back.
+The first start shows the quick start, which leads to a starter map. Another one is opened from the menu, the palette
+applies a theme and a layout to it, a click on a row of the palette undoes the layout, and auto-save writes both
+documents. The second start shows the map at once; the Help menu brings the sheet back.
 """
 
 import json

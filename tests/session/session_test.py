@@ -3,9 +3,9 @@
 
 Usage: session_test.py PROGRAM_FOLDER SAMPLE [PICTURE_FOLDER]
 
-Opens a copy of the sample, adds three children, retitles one, drags one, undoes, redoes, saves, quits, starts again and
-finds the same map; then edits once more and ends the process with SIGTERM, which must save too. Everything that the
-program writes goes into a temporary home. With PICTURE_FOLDER, screenshots of the steps are kept there.
+Opens a copy of the sample, adds three children, retitles one, drags one, undoes, redoes, saves, quits, starts again
+and finds the same map; then edits once more and ends the process with SIGTERM, which must save too. Everything that
+the program writes goes into a temporary home. With PICTURE_FOLDER, screenshots of the steps are kept there.
 """
 
 import signal

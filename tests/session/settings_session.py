@@ -3,8 +3,8 @@
 
 Usage: settings_session.py PROGRAM_FOLDER SAMPLE [PICTURE_FOLDER]
 
-Checks the settings file after each step, then applies the new theme to the map with the command palette and checks the saved
-document. With PICTURE_FOLDER, screenshots of the steps are kept there.
+Checks the settings file after each step, then applies the new theme to the map with the command palette and checks
+the saved document. With PICTURE_FOLDER, screenshots of the steps are kept there.
 """
 
 import base64
