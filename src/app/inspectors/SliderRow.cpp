@@ -9,6 +9,7 @@
 #include <QWheelEvent>
 
 #include "app/look/Look.h"
+#include "app/look/NumberText.h"
 #include "app/look/Widgets.h"
 
 namespace quilmora {
@@ -104,7 +105,7 @@ QString SliderRow::text() const {
 }
 
 void SliderRow::showValue() {
-  m_label->setPlainText(m_labelText + QString::number(m_value, 'f', m_decimals));
+  m_label->setPlainText(m_labelText + fixedText(m_value, m_decimals));
 }
 
 }  // namespace quilmora

@@ -13,6 +13,7 @@
 
 #include "app/look/Look.h"
 #include "app/look/LookStyle.h"
+#include "app/look/NumberText.h"
 #include "app/look/Paint.h"
 #include "app/look/Widgets.h"
 #include "canvas/view/PlainText.h"
@@ -215,7 +216,7 @@ QString SettingSlider::shownText() const {
 void SettingSlider::refresh() {
   const double value = m_settings.real(m_key).value_or(settings::settingDefault(m_key).toReal());
   m_slider->setValue(stepOf(value));
-  const QString text = QString::number(value, 'f', m_range.decimals);
+  const QString text = fixedText(value, m_range.decimals);
   m_value->setPlainText(text);
   m_slider->setAccessibleDescription(text);
 }
