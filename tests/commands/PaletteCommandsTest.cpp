@@ -122,6 +122,11 @@ TEST(PaletteCommands, LayFindsTheLayoutsByTheirTitles) {
   EXPECT_EQ(titlesFor("lay"), lines({"Tree Layout", "Vertical Layout", "Radial Layout", "L/R Layout"}));
 }
 
+TEST(PaletteCommands, ALayoutWithoutTheWordIsFoundByItsOwn) {
+  EXPECT_EQ(titlesFor("chart"), lines({"Org Chart"}));
+  EXPECT_EQ(titlesFor("corporate hier"), lines({"Org Chart"}));
+}
+
 TEST(PaletteCommands, TreeFindsTheLayoutsByTheirSubtitles) {
   EXPECT_EQ(titlesFor("tree"), lines({"Tree Layout", "Vertical Layout", "L/R Layout"}));
 }

@@ -181,8 +181,17 @@ TEST_F(CanvasInspectorTest, SizingIsSwitched) {
 
 TEST_F(CanvasInspectorTest, TheLensIsChosenAndFollowed) {
   startRested();
-  choose("Focus Lens", "Progress");
-  EXPECT_EQ(editor().activeLens(), EditorState::FocusLens::progress);
+  const std::pair<const char*, EditorState::FocusLens> lenses[] = {{"Depth", EditorState::FocusLens::depth},
+                                                                   {"Priority", EditorState::FocusLens::priority},
+                                                                   {"None", EditorState::FocusLens::none},
+                                                                   {"Progress", EditorState::FocusLens::progress}};
+  QStringList entries;
+  for (int place = 0; place < 4; ++place) entries.append(control<PanelPicker>("Focus Lens").itemText(place));
+  EXPECT_EQ(entries, list({"None", "Priority", "Progress", "Depth"}));
+  for (const auto& [entry, lens] : lenses) {
+    choose("Focus Lens", entry);
+    EXPECT_EQ(editor().activeLens(), lens) << entry;
+  }
   EXPECT_EQ(steps(), 0);
   editor().setActiveLens(EditorState::FocusLens::depth);
   settle();

@@ -1,5 +1,6 @@
 #include <QScrollBar>
 
+#include "app/look/Tokens.h"
 #include "app/palette/PaletteFixture.h"
 #include "support/AccessibleNames.h"
 
@@ -28,6 +29,31 @@ TEST_F(CommandPaletteLookTest, FitsSmallWindowsAndFollowsTheirSize) {
     EXPECT_TRUE(window().rect().contains(panelPlace())) << size.width();
     EXPECT_GT(list().height(), 100) << size.width();
   }
+}
+
+TEST_F(CommandPaletteLookTest, TheHighlightedRowIsWhiteOnTheAccent) {
+  open();
+  const Tokens& tokens = m_look->tokens();
+  const QImage shown = list().viewport()->grab().toImage();
+  const QRect first = list().visualRect(list().model()->index(0, 0));
+  const QRect second = list().visualRect(list().model()->index(1, 0));
+  const auto has = [&](const QRect& place, const QColor& color) {
+    for (int y = place.top(); y <= place.bottom(); ++y)
+      for (int x = place.left(); x <= place.right(); ++x)
+        if (shown.pixelColor(x, y) == color) return true;
+    return false;
+  };
+  // The symbol in its frame of 20, then two lines of text.
+  const auto symbolOf = [](const QRect& row) { return QRect(row.left() + 8, row.top() + 6, 20, row.height() - 12); };
+  const auto textOf = [](const QRect& row) { return row.adjusted(36, 6, -80, -6); };
+  EXPECT_EQ(shown.pixelColor(first.left() + 6, first.top()), tokens.accentFill);
+  EXPECT_EQ(shown.pixelColor(first.left(), first.top() + 6), tokens.accentFill);
+  EXPECT_NE(shown.pixelColor(first.topLeft()), tokens.accentFill);
+  EXPECT_EQ(shown.pixelColor(second.left() + 6, second.top() + 1), tokens.raised);
+  EXPECT_TRUE(has(symbolOf(first), Qt::white));
+  EXPECT_TRUE(has(textOf(first), Qt::white));
+  EXPECT_TRUE(has(symbolOf(second), tokens.accent));
+  EXPECT_FALSE(has(textOf(second), tokens.accentFill));
 }
 
 TEST_F(CommandPaletteLookTest, EveryControlAndRowHasAName) {
