@@ -216,5 +216,41 @@ TEST_F(LookTest, TheFocusRingIsForTheKeyboardOnly) {
   EXPECT_EQ(edge(), QStringLiteral("#0A6CFF"));
 }
 
+TEST_F(LookTest, MnemonicsShowWhileAltIsHeld) {
+  const Look look(m_settings, m_desktop);
+  look.install(*qApp);
+  QWidget window;
+  QPushButton button(QStringLiteral("&Press"), &window);
+  button.setGeometry(10, 10, 100, 28);
+  window.show();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+  struct Paints : QObject {
+    bool eventFilter(QObject*, QEvent* event) override {
+      count += event->type() == QEvent::Paint;
+      return false;
+    }
+    int count = 0;
+  } paints;
+  const auto picture = [&] {
+    // It is drawn again by itself.
+    paints.count = 0;
+    EXPECT_TRUE(QTest::qWaitFor([&] { return paints.count > 0; }));
+    return button.grab().toImage();
+  };
+  button.installEventFilter(&paints);
+  const QImage plain = button.grab().toImage();
+  QTest::keyPress(&window, Qt::Key_Alt);
+  const QImage underlined = picture();
+  EXPECT_NE(underlined, plain);
+  QTest::keyRelease(&window, Qt::Key_Alt, Qt::AltModifier);
+  EXPECT_EQ(picture(), plain);
+  // The release that another window gets.
+  QTest::keyPress(&window, Qt::Key_Alt);
+  EXPECT_EQ(picture(), underlined);
+  QEvent gone(QEvent::WindowDeactivate);
+  QCoreApplication::sendEvent(&window, &gone);
+  EXPECT_EQ(picture(), plain);
+}
+
 }  // namespace
 }  // namespace quilmora

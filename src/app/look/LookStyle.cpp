@@ -4,7 +4,6 @@
 #include <QAbstractScrollArea>
 #include <QAbstractSpinBox>
 #include <QComboBox>
-#include <QGuiApplication>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
@@ -14,6 +13,7 @@
 #include <QStyleOption>
 #include <QTabBar>
 
+#include "app/look/HeldAlt.h"
 #include "app/look/SymbolIcon.h"
 
 namespace quilmora {
@@ -96,7 +96,7 @@ QString standardSymbol(QStyle::StandardPixmap icon) {
 }  // namespace
 
 LookStyle::LookStyle(std::shared_ptr<const Tokens> tokens)
-    : QProxyStyle(QStringLiteral("Fusion")), m_tokens(std::move(tokens)) {
+    : QProxyStyle(QStringLiteral("Fusion")), m_tokens(std::move(tokens)), m_alt(new HeldAlt(this)) {
   setObjectName(QStringLiteral("quilmora"));
 }
 
@@ -217,9 +217,8 @@ int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
 
 namespace {
 
-// Mnemonics show while Alt is held, and in menus also if the menu bar was reached with a key.
-bool isUsedByKeyboard(const QWidget* widget) {
-  if (QGuiApplication::keyboardModifiers().testFlag(Qt::AltModifier)) return true;
+// Of a menu bar that was reached by a key, or a menu of it.
+bool isInFocusedMenuBar(const QWidget* widget) {
   const QWidget* bar = widget;
   while (bar != nullptr && qobject_cast<const QMenuBar*>(bar) == nullptr) bar = bar->parentWidget();
   return bar != nullptr && bar->hasFocus();
@@ -231,7 +230,7 @@ int LookStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
                          QStyleHintReturn* result) const {
   switch (hint) {
     case SH_UnderlineShortcut:
-      return isUsedByKeyboard(widget) ? 1 : 0;
+      return m_alt->isHeld() || isInFocusedMenuBar(widget) ? 1 : 0;
     case SH_EtchDisabledText:
     case SH_DitherDisabledText:
     case SH_ComboBox_Popup:

@@ -10,8 +10,10 @@
 
 namespace quilmora {
 
-// Draws every standard control from the tokens, on top of the toolkit's Fusion style, whose geometry it keeps unless
-// stated. A dynamic property "destructive" set to true colours a push button as destructive.
+class HeldAlt;
+
+// Draws every standard control from the tokens, on top of the toolkit's Fusion style, whose geometry it keeps where it
+// says nothing else. A dynamic property "destructive" set to true colours a push button as one that destroys.
 class LookStyle final : public QProxyStyle {
   Q_OBJECT
 
@@ -64,6 +66,7 @@ class LookStyle final : public QProxyStyle {
   void drawGroupBox(const QStyleOptionComplex& option, QPainter& painter, const QWidget* widget) const;
 
   std::shared_ptr<const Tokens> m_tokens;
+  HeldAlt* m_alt;
 };
 
 // The background of a scrolling widget: of its viewport if it is a scroll area or part of one, else nothing.
