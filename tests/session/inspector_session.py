@@ -7,7 +7,9 @@ After each it saves and checks the document, then undoes the number of steps tha
 the document to be as before. With PICTURE_FOLDER, screenshots of the steps are kept there.
 """
 
+import base64
 import json
+import os
 import subprocess
 import sys
 import time
@@ -16,7 +18,10 @@ sys.dont_write_bytecode = True
 from editor_session import Editor, Session, differences, wait_until
 from gestures_test import FREE, POSITIONS, Hands, identifier, middle, node, small_map
 
-SETTINGS = {"showSidebar": False, "showInspector": True, "onboardingShown": True, "appearance": "light"}
+OWN_THEME = {"id": "6F9619FF-8B86-D011-B42D-00C04FC964FF", "name": "Moss", "background": "#F0F0E0", "edgeColor": "#446644",
+             "nodeColors": [{"fill": "#335533", "stroke": "#112211", "textColor": "#FFFFFF"}]}
+SETTINGS = {"showSidebar": False, "showInspector": True, "onboardingShown": True, "appearance": "light",
+            "customThemes": {"bytes": base64.b64encode(json.dumps([OWN_THEME]).encode()).decode()}}
 THROTTLE_SECONDS = 0.55
 
 TOPIC = ["Title", "Shape", "Emoji", "Badge", "Samples", "Link", "Add Image...", "Notes", "Fill", "Border", "Text",
@@ -25,7 +30,7 @@ TOPIC_WITH_PICTURE = TOPIC[:6] + ["Replace Image...", "Remove"] + TOPIC[7:]
 TOPICS = ["Fill", "Border", "Text", "Apply to All Selected", "Samples", "Align", "Distribute", "Delete All Selected"]
 EDGE = ["Color", "Dashed", "Arrow Head", "Start Width", "End Width", "Easing", "Delete Branch"]
 EDGES = ["Color", "Apply Color", "Start Width", "End Width", "Apply Taper Settings", "Delete All Selected"]
-CANVAS = ["Background", "Classic", "Vibrant", "Layout", "Edge Sizing", "Root Width", "Leaf Width", "Node Sizing",
+CANVAS = ["Background", "Classic", "Vibrant", "Custom", "Layout", "Edge Sizing", "Root Width", "Leaf Width", "Node Sizing",
           "Root Font", "Leaf Font", "Lens"]
 
 
@@ -75,6 +80,21 @@ def style(document, title):
     return node(document, title)["style"]
 
 
+def pretend_browser(session):
+    """What the desktop opens addresses with writes them down instead."""
+    folder = session.home / "bin"
+    folder.mkdir()
+    program = folder / "xdg-open"
+    program.write_text(f"#!/bin/sh\necho \"$1\" >> '{session.home}/opened.txt'\n")
+    program.chmod(0o755)
+    session.environment["PATH"] = f"{folder}{os.pathsep}{session.environment['PATH']}"
+
+
+def opened_addresses(session):
+    path = session.home / "opened.txt"
+    return path.read_text().split() if path.exists() else []
+
+
 def fields_of_a_topic(hands, panel):
     hands.click_title("Beta")
     panel.at(TOPIC, "Title", "ctrl+a")
@@ -103,7 +123,17 @@ def fields_of_a_topic(hands, panel):
     hands.type("https://example.org")
     hands.key("Return")
     hands.session.keep_picture(hands.editor, "inspector-topic")
+    # The button that opens it has come behind the field.
+    hands.key("Tab", "space")
+    wait_until("the browser", lambda: opened_addresses(hands.session) == ["https://example.org"])
     panel.changed(1, lambda document: node(document, "Gamma")["url"] == "https://example.org")
+
+
+def open_emoji(hands, panel):
+    before = hands.editor.screenshot()
+    panel.at(TOPIC, "Emoji", "space")
+    wait_until("the emoji", lambda: hands.editor.screenshot() != before)
+    hands.editor.settle()
 
 
 def choices_of_a_topic(hands, panel):
@@ -111,13 +141,23 @@ def choices_of_a_topic(hands, panel):
     panel.at(TOPIC, "Shape", "Down")
     panel.changed(1, lambda document: style(document, "Gamma")["shape"] == "circle")
     hands.click_title("Gamma")
-    before = hands.editor.screenshot()
-    panel.at(TOPIC, "Emoji", "space")
-    wait_until("the emoji", lambda: hands.editor.screenshot() != before)
-    hands.editor.settle()
+    open_emoji(hands, panel)
     hands.session.keep_picture(hands.editor, "inspector-emoji")
     hands.key("Right", "Right", "space")
     panel.changed(1, lambda document: node(document, "Gamma")["emoji"] == "⚡")
+    # Any other one is typed; behind the grid lies the button that takes it away.
+    hands.click_title("Gamma")
+    open_emoji(hands, panel)
+    hands.key("Tab")
+    hands.type("A")
+    hands.key("Return")
+    assert node(hands.save(), "Gamma")["emoji"] == "A"
+    hands.click_title("Gamma")
+    open_emoji(hands, panel)
+    hands.key("Tab", "space")
+    assert "emoji" not in node(hands.save(), "Gamma")
+    hands.key("Escape", "ctrl+z")
+    panel.changed(1, lambda document: node(document, "Gamma")["emoji"] == "A")
     hands.click_title("Gamma")
     panel.at(TOPIC, "Badge", "Down", "Down")
     panel.changed(2, lambda document: node(document, "Gamma")["badge"] == "p2")
@@ -136,24 +176,32 @@ def choices_of_a_topic(hands, panel):
 
 
 def picture_of_a_topic(hands, panel):
-    picture = hands.session.home / "picture.png"
-    subprocess.run(["convert", "-size", "60x40", "xc:#C03030", str(picture)], check=True)
-    hands.click_title("Gamma")
-    before = hands.editor.screenshot()
-    panel.at(TOPIC, "Add Image...", "space")
-    wait_until("the file dialog", lambda: hands.editor.screenshot() != before)
-    hands.editor.settle()
-    hands.key("ctrl+a")
-    hands.type(str(picture))
-    hands.key("Return")
-    panel.come_back()
-    assert node(hands.save(), "Gamma").get("imageData"), "the picture did not arrive"
+    def choose(stops, button, color):
+        picture = hands.session.home / f"{color[1:]}.png"
+        subprocess.run(["convert", "-size", "60x40", f"xc:{color}", str(picture)], check=True)
+        hands.click_title("Gamma")
+        before = hands.editor.screenshot()
+        panel.at(stops, button, "space")
+        wait_until("the file dialog", lambda: hands.editor.screenshot() != before)
+        hands.editor.settle()
+        hands.key("ctrl+a")
+        hands.type(str(picture))
+        hands.key("Return")
+        panel.come_back()
+        return node(hands.save(), "Gamma").get("imageData")
+
+    first = choose(TOPIC, "Add Image...", "#C03030")
+    assert first, "the picture did not arrive"
     hands.session.keep_picture(hands.editor, "inspector-picture")
+    second = choose(TOPIC_WITH_PICTURE, "Replace Image...", "#3030C0")
+    assert second and second != first, "the picture is not another one"
     hands.click_title("Gamma")
     panel.at(TOPIC_WITH_PICTURE, "Remove", "space")
     hands.unchanged()
-    hands.key("Escape", "ctrl+z")
-    panel.changed(1, lambda document: node(document, "Gamma").get("imageData"))
+    for wanted in (second, first):
+        hands.key("Escape", "ctrl+z")
+        assert node(hands.save(), "Gamma").get("imageData") == wanted
+    panel.changed(1)
 
 
 def one_connector(hands, panel):
@@ -210,11 +258,13 @@ def several_topics(hands, panel):
     def places(document):
         return [node(document, title)["position"] for title in ("Alpha", "Gamma", "Delta")]
 
-    on("Fill")
-    panel.choose_color("#0000ff")
-    hands.key("Tab", "Tab", "Tab", "space")
-    panel.changed(1, lambda document: all(style(document, title)["fill"] == "#0000FF" for title in ("Alpha", "Gamma", "Delta")),
-                  lambda document: style(document, "Beta")["fill"] == "#FFFFFF")
+    for well, key, stops_to_apply in (("Fill", "fill", 3), ("Border", "stroke", 2), ("Text", "textColor", 1)):
+        on(well)
+        before = style(hands.base, "Beta")[key]
+        panel.choose_color("#0000ff")
+        hands.key(*["Tab"] * stops_to_apply, "space")
+        panel.changed(1, lambda document: {style(document, title)[key] for title in ("Alpha", "Gamma", "Delta")} == {"#0000FF"},
+                      lambda document: style(document, "Beta")[key] == before)
     on("Samples", "End", "space")
     panel.changed(1, lambda document: style(document, "Delta")["fill"] == "#00796B")
     moves = [([], [[0, 0], [0, 120], [0, 320]]), (["Right"], [[150, 0], [150, 120], [150, 320]]),
@@ -249,6 +299,10 @@ def canvas(hands, panel):
     panel.changed(1, lambda document: document["canvas"]["themeId"] == "forest")
     on("Vibrant", "End", "space")
     panel.changed(1, lambda document: document["canvas"]["themeId"] == "candy")
+    on("Custom", "space")
+    panel.changed(1, lambda document: document["canvas"]["themeId"] == "custom_" + OWN_THEME["id"],
+                  lambda document: document["canvas"]["background"] == "#F0F0E0",
+                  lambda document: style(document, "Beta")["fill"] == "#335533")
     for keys, layout in ([], "tree"), (["Right"], "verticalTree"), (["Right", "Right"], "radial"), (["Down"], "leftRightTree"), \
             (["End"], "orgChart"):
         on("Layout", "Home", *keys, "space")
@@ -284,6 +338,7 @@ def main():
     session.file.write_text(json.dumps(small_map()))
     editor = None
     try:
+        pretend_browser(session)
         editor = Editor(session, [str(session.file)])
         hands = Hands(session, editor)
         panel = Panel(hands)

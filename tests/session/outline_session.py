@@ -16,7 +16,8 @@ sys.dont_write_bytecode = True
 from editor_session import Editor, Session, differences, wait_until
 from gestures_test import ends, node, small_map
 
-SETTINGS = {"showSidebar": True, "showInspector": False, "onboardingShown": True, "appearance": "light"}
+SETTINGS = {"showSidebar": True, "showInspector": False, "onboardingShown": True, "appearance": "light",
+            "ai_provider": "demo"}
 STEP_SECONDS = 0.6
 SELECTED = "#DDE9FD"  # the accent at 12 % on the panel
 
@@ -166,6 +167,20 @@ def the_menu_edits(outline):
     outline.undo()
 
 
+def the_menu_asks_the_assistant(outline):
+    def saved_until(what, condition):
+        return wait_until(what, lambda: (lambda document: condition(document) and document)(outline.save()))
+
+    outline.menu(3, "Down", "Down", "Return")
+    document = saved_until("sub-topics of Delta", lambda document: len(document["nodes"]) > 5)
+    assert ends(document) > ends(outline.base) and ("Delta", "new") in ends(document), ends(document)
+    outline.undo()
+    outline.menu(4, "Down", "Down", "Down", "Return")
+    document = saved_until("a summary of Echo", lambda document: node(document, "Echo")["notes"])
+    assert "Echo" in node(document, "Echo")["notes"]
+    outline.undo()
+
+
 def delete_deletes(outline):
     outline.click_at(outline.place(1))
     outline.key("Delete")
@@ -199,8 +214,28 @@ def its_key_hides_it(outline):
     assert outline.editor.settled_canvas()[0] == 260
 
 
-STEPS = (clicks_select, keys_walk, saving_keeps_what_is_typed, rows_fold, the_menu_edits, delete_deletes,
-         the_edge_is_dragged, its_key_hides_it)
+def tabs_are_clicked(outline):
+    def below_the_bar():
+        path = outline.session.home / "sidebar.png"
+        outline.editor.picture(path)
+        return subprocess.run(["convert", str(path), "-crop", f"250x500+0+{outline.top + 60}", "+repage", "rgb:-"],
+                              check=True, capture_output=True).stdout
+
+    def click_tab(x):
+        outline.click_at(outline.top + 18, x=x)
+        return below_the_bar()
+
+    rows = click_tab(195)
+    assert click_tab(65) != rows, "the chat does not show"
+    click_tab(195)
+    outline.click_at(outline.place(2))
+    outline.rename("After the chat")
+    assert node(outline.save(), "Gamma")["title"] == "After the chat"
+    outline.undo()
+
+
+STEPS = (clicks_select, keys_walk, saving_keeps_what_is_typed, rows_fold, the_menu_edits, the_menu_asks_the_assistant,
+         delete_deletes, tabs_are_clicked, the_edge_is_dragged, its_key_hides_it)
 
 
 def main():
