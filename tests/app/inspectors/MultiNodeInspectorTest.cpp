@@ -112,6 +112,7 @@ TEST_F(MultiNodeInspectorTest, ChosenColoursWaitUntilAnotherSelection) {
 
 TEST_F(MultiNodeInspectorTest, ASampleIsAppliedToAllInOneStep) {
   startOn({{0, 0}, {1, 1}, {2, 2}});
+  EXPECT_EQ(shown().findChild<MultiStyleSamplerRow*>()->buttons().size(), 14u);
   press("Sand");
   EXPECT_EQ(node(1).style.fill, QStringLiteral("#D7CCC8"));
   EXPECT_EQ(node(3).style.textColor, QStringLiteral("#3E2723"));

@@ -1,13 +1,9 @@
 #include <QBuffer>
 #include <QDesktopServices>
 #include <QImage>
-#include <QPointer>
 #include <QSignalSpy>
 
-#include "app/inspectors/ChoiceGrid.h"
-#include "app/inspectors/EmojiPicker.h"
 #include "app/inspectors/InspectorsFixture.h"
-#include "app/inspectors/NodeInspector.h"
 #include "app/inspectors/StyleSamplerRow.h"
 
 namespace quilmora::test {
@@ -21,10 +17,6 @@ class NodeInspectorTest : public InspectorsTest {
     rest();
   }
   QString valueIn(const char* field) { return control<QLineEdit>(field).text(); }
-  EmojiPicker& openPicker() {
-    press("Emoji: none");
-    return *static_cast<NodeInspector&>(shown()).emojiPicker();
-  }
 };
 
 MindMap withTopic(const std::function<void(Node&)>& change) {
@@ -144,6 +136,20 @@ TEST_F(NodeInspectorTest, AShapeIsOneStepAndChangesNothingElse) {
   EXPECT_EQ(steps(), 1);
 }
 
+TEST_F(NodeInspectorTest, EveryShapeIsOffered) {
+  startOn(2);
+  EXPECT_EQ(control<PanelPicker>("Shape").count(), 4);
+  const std::pair<const char*, NodeStyle::Shape> shapes[] = {{"Circle", NodeStyle::Shape::circle},
+                                                             {"Rectangle", NodeStyle::Shape::rectangle},
+                                                             {"Ellipse", NodeStyle::Shape::ellipse},
+                                                             {"Rounded Rectangle", NodeStyle::Shape::roundedRect}};
+  for (const auto& [entry, shape] : shapes) {
+    choose("Shape", entry);
+    EXPECT_EQ(node(2).style.shape, shape) << entry;
+  }
+  EXPECT_EQ(steps(), 4);
+}
+
 TEST_F(NodeInspectorTest, TheMenuOfBadgesHasTheSevenEntries) {
   startOn(2);
   auto& menu = control<PanelPicker>("Badge");
@@ -193,6 +199,22 @@ TEST_F(NodeInspectorTest, ThereAreFourteenSamplesOfTwentyEight) {
                          "Sand", "Slate", "Silver", "Teal"}));
 }
 
+TEST_F(NodeInspectorTest, TheMatchingSampleHasTheStrongerRing) {
+  startOn(2);
+  // The accent at the outer edge, where others have nothing.
+  const auto isRinged = [this](const char* name) {
+    const QColor edge = control<QAbstractButton>(name).grab().toImage().pixelColor(14, 0);
+    return edge.blue() > 200 && edge.red() < 60;
+  };
+  EXPECT_FALSE(isRinged("Teal"));
+  press("Teal");
+  EXPECT_TRUE(isRinged("Teal"));
+  EXPECT_FALSE(isRinged("Ocean"));
+  // One colour of the three is enough for it to be another style.
+  chooseColor("Text", "#FFFFFE");
+  EXPECT_FALSE(isRinged("Teal"));
+}
+
 TEST_F(NodeInspectorTest, ColoursAreWrittenWhenTheChoiceEnds) {
   startOn(2);
   ColorWell& fill = control<ColorWell>("Fill");
@@ -225,65 +247,6 @@ TEST_F(NodeInspectorTest, AColourThatIsOnlyLookedAtStaysAsItWasWritten) {
   settle();
   EXPECT_EQ(node(1).style.fill, QStringLiteral("red"));
   EXPECT_EQ(steps(), 0);
-}
-
-// --- The emoji ---
-
-TEST_F(NodeInspectorTest, AnEmojiIsPickedFromThirtyTwo) {
-  startOn(2);
-  EmojiPicker& picker = openPicker();
-  const QStringList wanted =
-      list({"🎯",      "💡", "⚡",      "🔥", "✅", "⭐", "📌", "🚀",    "💰",       "🎨", "📊", "🔑", "💎", "🏆", "📝", "🔔",
-            "❤️", "👍", "⚠️", "❌", "🔄", "📁", "🌍", "🧩", "🛠️", "📱", "💻", "🎓", "🏠", "🔒", "📈", "🤖"});
-  EXPECT_EQ(EmojiPicker::emojis(), wanted);
-  ASSERT_EQ(picker.grid().buttons().size(), 32u);
-  EXPECT_EQ(picker.field().placeholderText(), QStringLiteral("paste"));
-  EXPECT_EQ(picker.field().width(), 44);
-  const QPointer<EmojiPicker> watched = &picker;
-  picker.grid().buttons()[7]->click();
-  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-  settle();
-  EXPECT_EQ(watched, nullptr);
-  EXPECT_EQ(node(2).emoji, QStringLiteral("🚀"));
-  EXPECT_EQ(steps(), 1);
-  EXPECT_TRUE(has<QAbstractButton>("Emoji: 🚀"));
-}
-
-TEST_F(NodeInspectorTest, AnyOtherEmojiIsPasted) {
-  startOn(2);
-  EmojiPicker& picker = openPicker();
-  picker.field().setFocus();
-  picker.field().insert(QStringLiteral(" 👩‍🚀👍"));
-  Q_EMIT picker.field().textEdited(picker.field().text());
-  EXPECT_EQ(node(2).emoji, QStringLiteral("👩‍🚀"));
-}
-
-TEST_F(NodeInspectorTest, ALetterWaitsForReturn) {
-  startOn(2);
-  EmojiPicker& picker = openPicker();
-  QTest::keyClicks(&picker.field(), QStringLiteral("A"));
-  EXPECT_EQ(node(2).emoji, std::nullopt);
-  QTest::keyClick(&picker.field(), Qt::Key_Return);
-  EXPECT_EQ(node(2).emoji, QStringLiteral("A"));
-}
-
-TEST_F(NodeInspectorTest, AnEmojiIsTakenAway) {
-  startOn(1, withTopic([](Node& node) { node.emoji = QStringLiteral("🚀"); }));
-  press("Emoji: 🚀");
-  EmojiPicker* picker = static_cast<NodeInspector&>(shown()).emojiPicker();
-  EXPECT_TRUE(picker->grid().buttons()[7]->isChecked());
-  picker->findChild<QToolButton*>()->click();
-  EXPECT_EQ(node(1).emoji, std::nullopt);
-  EXPECT_EQ(steps(), 1);
-}
-
-TEST_F(NodeInspectorTest, ThePickerIsUsedByKeys) {
-  startOn(2);
-  EmojiPicker& picker = openPicker();
-  QTest::keyClick(picker.focusWidget(), Qt::Key_Down);
-  QTest::keyClick(picker.focusWidget(), Qt::Key_Right);
-  QTest::keyClick(picker.focusWidget(), Qt::Key_Space);
-  EXPECT_EQ(node(2).emoji, QStringLiteral("🎨"));
 }
 
 // --- The link ---
