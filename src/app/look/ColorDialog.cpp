@@ -54,9 +54,10 @@ ColorDialog::ColorDialog(const QString& title, const QColor& color, bool hasOpac
   scroll->setWidget(m_colors);
   m_colors->show();
   auto* buttons = new QDialogButtonBox(this);
-  auto* choose = buttons->addButton(tr("C&hoose"), QDialogButtonBox::AcceptRole);
+  // By letters that the page of colours leaves free.
+  auto* choose = buttons->addButton(tr("Ch&oose"), QDialogButtonBox::AcceptRole);
   choose->setDefault(true);
-  buttons->addButton(tr("&Cancel"), QDialogButtonBox::RejectRole);
+  buttons->addButton(tr("Ca&ncel"), QDialogButtonBox::RejectRole);
   connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
   auto* column = new QVBoxLayout(this);

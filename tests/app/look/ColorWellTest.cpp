@@ -1,12 +1,16 @@
+#include <map>
+
 #include <QAccessible>
 #include <QApplication>
 #include <QColorDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
 #include <QVBoxLayout>
+#include <QWindow>
 #include <gtest/gtest.h>
 
 #include "app/look/ColorDialog.h"
@@ -14,6 +18,7 @@
 #include "app/look/DesktopAppearance.h"
 #include "app/look/Look.h"
 #include "app/look/ThemeSwatch.h"
+#include "commands/Mnemonics.h"
 #include "platform/SettingsStore.h"
 #include "support/QtPrinters.h"
 #include "themes/Theme.h"
@@ -69,6 +74,25 @@ TEST_F(ColorWellTest, TheDialogIsNoLargerThanTheScreen) {
   EXPECT_LE(dialog->height(), room.height());
   dialog->resize(300, 200);
   EXPECT_EQ(dialog->size(), QSize(300, 200)) << "what does not fit scrolls";
+}
+
+TEST_F(ColorWellTest, EveryMnemonicOfTheDialogLeadsToOneControl) {
+  ColorDialog* dialog = openDialog();
+  QStringList texts;
+  for (const QAbstractButton* button : dialog->findChildren<QAbstractButton*>())
+    if (button->isVisible()) texts.append(button->text());
+  for (const QLabel* label : dialog->findChildren<QLabel*>())
+    if (label->isVisible()) texts.append(label->text());
+  std::map<QChar, QString> owners;
+  for (const QString& text : texts) {
+    const QChar letter = mnemonicOf(text);
+    if (letter.isNull()) continue;
+    EXPECT_TRUE(owners.emplace(letter, text).second) << text.toStdString() << ", " << owners[letter].toStdString();
+  }
+  EXPECT_GE(owners.size(), 10u);
+  ASSERT_TRUE(QTest::qWaitForWindowActive(dialog));
+  QTest::keyClick(dialog->windowHandle(), Qt::Key_H, Qt::AltModifier);
+  EXPECT_NE(qobject_cast<QLineEdit*>(dialog->focusWidget()), nullptr) << dialog->focusWidget();
 }
 
 TEST_F(ColorWellTest, TellsEveryColorThatIsTriedAndTheChosenOne) {
