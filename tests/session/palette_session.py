@@ -10,6 +10,7 @@ documents. The second start shows the map at once; the Help menu brings the shee
 
 import json
 import signal
+import subprocess
 import sys
 
 sys.dont_write_bytecode = True
@@ -18,6 +19,10 @@ from editor_session import Editor, Session, WINDOW_SIZE, wait_until
 
 # The middle of the first row: the palette's top, its header, and half a row.
 FIRST_ROW = WINDOW_SIZE[1] // 8 + 45 + 6 + 20
+# Of the sheet of the first minute, 420 high in the middle of the window: the dots, half their row above its margin.
+DOT_STEP = 16
+DOT_HEIGHT = WINDOW_SIZE[1] // 2 + 210 - 16 - 14
+PAGE_HEAD = f"480x90+{WINDOW_SIZE[0] // 2 - 240}+{WINDOW_SIZE[1] // 2 - 205}"
 
 
 class FirstMinutes(Editor):
@@ -26,6 +31,22 @@ class FirstMinutes(Editor):
     def settled_canvas(self):
         self.settle()
         return (0, 0, 0, 0)
+
+    def click_dot(self, page):
+        """A dot below the pages, which stands in the middle of the sheet's foot."""
+        self.xdo("mousemove", str(WINDOW_SIZE[0] // 2 + (page - 2) * DOT_STEP), str(DOT_HEIGHT), "click", "1")
+        self.rest_pointer()
+
+    def rest_pointer(self):
+        """Where nothing lies below it."""
+        self.xdo("mousemove", str(WINDOW_SIZE[0] // 2), str(WINDOW_SIZE[1] - 6))
+        self.settle()
+
+    def page_head(self):
+        """The title of the page, in letters on the screen."""
+        done = subprocess.run(["import", "-window", "root", "-crop", PAGE_HEAD, "+repage", "rgb:-"],
+                              env=self.session.environment, check=True, capture_output=True)
+        return done.stdout
 
     def title(self):
         return self.xdo("getwindowname", self.window).strip()
@@ -39,11 +60,19 @@ class FirstMinutes(Editor):
         self.key("ctrl+k")
         wait_until("the palette", lambda: self.screenshot() != before)
 
-    def run_command(self, query):
+    def run_command(self, query, *keys):
         self.open_palette()
         self.xdo("type", "--delay", "30", query)
-        self.key("Return")
+        self.key(*keys, "Return")
         self.settle()
+
+    def shows(self, *keys):
+        """What shows once the keys have changed the picture."""
+        before = self.screenshot()
+        self.key(*keys)
+        wait_until(f"another picture after {keys}", lambda: self.screenshot() != before)
+        self.settle()
+        return self.screenshot()
 
 
 def settings_of(session):
@@ -96,7 +125,8 @@ def templates_and_commands(session, editor):
     session.keep_picture(editor, "palette-4-open")
     editor.key("Escape")
     editor.run_command("theme: ocean")
-    editor.run_command("vertical")
+    # The second of the four, after a look at the third.
+    editor.run_command("layout", "Down", "Down", "Up")
     document = wait_until("the second document", lambda: saved(session, "Meeting Notes"))
     assert titles(document) == ["Meeting Notes", "Agenda", "Decisions", "Action Items", "Follow-ups"], titles(document)
     assert document["canvas"]["themeId"] == "ocean", document["canvas"]
@@ -118,18 +148,46 @@ def templates_and_commands(session, editor):
     assert settings_of(session)["lastSavedFilePath"].endswith("Meeting Notes.mindmap"), settings_of(session)
 
 
+def leave_the_first_minute_by_every_way(session, editor):
+    map_alone = editor.screenshot()
+
+    def leaves(*keys):
+        return editor.shows(*keys) == map_alone
+
+    editor.shows("alt+h", "s")
+    session.keep_picture(editor, "palette-6-again")
+    editor.key("ctrl+n")
+    assert leaves("Escape"), "Escape"
+    editor.shows("alt+h", "s")
+    assert leaves("alt+s"), "Skip"
+
+    editor.shows("alt+h", "s")
+    heads = [editor.page_head()]
+    for _ in range(4):
+        editor.shows("Return")
+        heads.append(editor.page_head())
+    assert len(set(heads)) == 5
+    for page in (1, 3, 0, 4):
+        editor.click_dot(page)
+        assert editor.page_head() == heads[page], f"dot {page}"
+    # Back from the first template lie the other two beginnings.
+    assert leaves("shift+Tab", "Return"), "Start Blank"
+    editor.shows("alt+h", "s")
+    editor.click_dot(4)
+    editor.shows("shift+Tab", "shift+Tab", "Return")
+    session.keep_picture(editor, "palette-7-generate")
+    assert editor.page_head() not in heads, "the sheet that asks for a prompt does not show"
+    assert leaves("Escape"), "Generate with AI"
+
+
 def second_start(session):
     editor = FirstMinutes(session, [])
     editor.wait_for_title("Meeting Notes")
     # No sheet takes the key.
     editor.key("ctrl+n")
     editor.key("Escape")
-    editor.key("alt+h", "s")
-    editor.settle()
-    session.keep_picture(editor, "palette-6-again")
-    editor.key("ctrl+n")
-    editor.key("Escape")
-    editor.settle()
+    editor.rest_pointer()
+    leave_the_first_minute_by_every_way(session, editor)
     editor.process.send_signal(signal.SIGTERM)
     editor.wait_for_end()
     assert len(saved(session, "Meeting Notes")["nodes"]) == 6, saved(session, "Meeting Notes")

@@ -1,21 +1,23 @@
 #!/usr/bin/env python3
-"""Changes settings in every tab and makes a custom theme in the real program, with real key events.
+"""Uses every control of the settings and of the sheet that makes a theme once, on the real program with real key events.
 
-Usage: settings_session.py PROGRAM_FOLDER SAMPLE [PICTURE_FOLDER]
+Usage: settings_session.py PROGRAM_FOLDER SAMPLE SUPPORT_PROGRAM_FOLDER [PICTURE_FOLDER]
 
-Checks the settings file after each step, then applies the new theme to the map with the command palette and checks
-the saved document. With PICTURE_FOLDER, screenshots of the steps are kept there.
+Looks after each step at what the settings file holds, or the desktop's key store, then applies the new theme to the map by
+the command palette and looks at the saved document. With PICTURE_FOLDER, screenshots of the steps are kept there.
 """
 
 import base64
 import json
+import pathlib
 import sys
 
 sys.dont_write_bytecode = True
 from editor_session import Editor, Session, wait_until
+from keyring import Keyring
 
 SETTINGS = {"onboardingShown": True, "appearance": "light", "showInspector": False}
-SECRET = "sk-session-secret"
+SECRETS = {"ai_claude_key": "sk-session-secret", "ai_openai_key": "sk-another-secret"}
 
 
 class Hands:
@@ -88,56 +90,129 @@ def change_appearance(hands):
     hands.expect("nodeCornerRadius", 7)
     hands.press("Tab", "Left")
     hands.expect("edgeThicknessScale", 0.9)
+    # The theme that was chosen among the general settings shows here too.
+    hands.press("Tab", "Down")
+    hands.expect("defaultTheme", "forest")
+    hands.press("End")
+    hands.expect("defaultTheme", "candy")
+
+
+def choose_color(hands, well, color):
+    """In the dialog of the well that comes next."""
+    hands.press("Tab", "space")
+    hands.enter(f"^{well}")
+    hands.press("alt+h", "ctrl+a")
+    hands.type(color)
+    hands.session.keep_picture(hands.editor, "settings-color")
+    hands.press("Return")
+    hands.leave(f"^{well}", back_to="^Settings")
+
+
+def open_builder(hands, *keys):
+    hands.press(*keys, "space")
+    hands.editor.settle()
+
+
+def start_from_a_swatch(hands):
+    """Saves the last of the built-in themes as it is, and deletes it again."""
+    open_builder(hands, "Tab")
+    # Back from the first control lie the buttons, and before them the swatches.
+    hands.press("shift+Tab", "shift+Tab", "shift+Tab", "space", "alt+s")
+    themes = wait_until("the theme in the settings", hands.custom_themes)
+    candy = hands.session.ask({"do": "themes"})[0]["result"][-1]
+    assert [theme["name"] for theme in themes] == ["Candy Custom"], themes
+    assert (themes[0]["background"], themes[0]["edgeColor"]) == (candy["background"], candy["edgeColor"]), themes
+    colors = [{key: row[key] for key in ("fill", "stroke", "textColor")} for row in candy["nodeColors"]]
+    assert themes[0]["nodeColors"] == colors, themes
+    hands.editor.settle()
+    hands.press("Tab", "space")
+    wait_until("the deletion of the theme", lambda: hands.custom_themes() == [])
+
+
+def cancel_a_theme(hands):
+    open_builder(hands)
+    hands.press("shift+Tab", "shift+Tab", "space")
+    hands.editor.settle()
+    assert hands.custom_themes() == []
 
 
 def make_theme(hands):
-    hands.press("Tab", "Tab", "space")
-    hands.editor.settle()
+    open_builder(hands)
     hands.press("ctrl+a")
     hands.type("Dusk")
-    hands.press("Tab", "space")
-    hands.enter("^Background")
-    hands.press("alt+h", "ctrl+a")
-    hands.type("#102030")
-    hands.session.keep_picture(hands.editor, "settings-color")
-    hands.press("Return")
-    hands.leave("^Background", back_to="^Settings")
+    for well, color in (("Background", "#102030"), ("Edge Color", "#405060"), ("Root Topic: Fill", "#ab00cd"),
+                        ("Root Topic: Border", "#010203"), ("Root Topic: Text", "#fedcba")):
+        choose_color(hands, well, color)
     hands.session.keep_picture(hands.editor, "settings-theme")
-    hands.press("alt+s")
+    # Past the button that removes the root's row and the wells of the next; the one behind them leads on to "Add Level".
+    hands.press("Tab", "Tab", "Tab", "Tab", "Tab", "space", "space", "alt+s")
     themes = wait_until("the theme in the settings", hands.custom_themes)
     assert len(themes) == 1, themes
     theme = themes[0]
     assert sorted(theme) == ["background", "edgeColor", "id", "name", "nodeColors"], theme
-    assert (theme["name"], theme["background"], theme["edgeColor"]) == ("Dusk", "#102030", "#808080"), theme
-    assert [row["fill"] for row in theme["nodeColors"]] == ["#1A5276", "#2980B9", "#5DADE2", "#AED6F1", "#D6EAF8"], theme
+    assert (theme["name"], theme["background"], theme["edgeColor"]) == ("Dusk", "#102030", "#405060"), theme
+    assert theme["nodeColors"][0] == {"fill": "#AB00CD", "stroke": "#010203", "textColor": "#FEDCBA"}, theme
+    assert [row["fill"] for row in theme["nodeColors"]] == ["#AB00CD", "#5DADE2", "#AED6F1", "#D6EAF8", "#D6EAF8"], theme
+    hands.editor.settle()
     return theme
 
 
-def change_interaction_and_ai(hands):
+def change_interaction(hands):
     hands.press("ctrl+Tab")
     for key in ("editOnDoubleClick", "createChildOnTab"):
         hands.press("Tab", "space")
         hands.expect(key, False)
-    hands.press("ctrl+Tab", "Tab", "Down")
-    hands.expect("ai_provider", "claude")
+
+
+def type_key(hands, keyring, account):
+    """In the field of the vendor whose provider was just chosen."""
     hands.editor.settle()
     hands.press("Tab")
-    hands.type(SECRET)
+    hands.type(SECRETS[account])
+    wait_until(f"{account} in the key store", lambda: f"key={SECRETS[account]} " in keyring.ask("read", account))
+
+
+def change_ai(hands, keyring):
+    hands.press("ctrl+Tab", "Tab", "Down")
+    hands.expect("ai_provider", "claude")
+    type_key(hands, keyring, "ai_claude_key")
     hands.session.keep_picture(hands.editor, "settings-key")
-    hands.press("shift+Tab", "End")
+    # Behind the field lies "Remove Key", which gives the keyboard back to it.
+    hands.press("Tab", "space")
+    wait_until("the key's end", lambda: SECRETS["ai_claude_key"] not in keyring.ask("read", "ai_claude_key"))
+    hands.editor.settle()
+    hands.press("shift+Tab", "Down")
+    hands.expect("ai_provider", "openai")
+    type_key(hands, keyring, "ai_openai_key")
+
+    hands.press("shift+Tab", "Home")
+    hands.expect("ai_provider", "apple")
+    hands.editor.settle()
+    hands.press("Tab")
+    hands.type("http://127.0.0.1:9")
+    hands.expect("local_model_address", "http://127.0.0.1:9")
+    hands.press("Tab")
+    hands.type("small")
+    hands.expect("local_model_name", "small")
+    hands.session.keep_picture(hands.editor, "settings-server")
+    hands.press("shift+Tab", "shift+Tab", "End")
     hands.expect("ai_provider", "demo")
-    assert SECRET not in hands.file.read_text(), "a key in the settings file"
+    for secret in SECRETS.values():
+        assert secret not in hands.file.read_text(), "a key in the settings file"
 
 
-def run(session):
+def run(session, keyring):
     before = session.document()
     hands = Hands(session)
     hands.press("ctrl+comma")
     hands.enter("^Settings")
     change_general(hands)
     change_appearance(hands)
+    start_from_a_swatch(hands)
+    cancel_a_theme(hands)
     theme = make_theme(hands)
-    change_interaction_and_ai(hands)
+    change_interaction(hands)
+    change_ai(hands, keyring)
     hands.press("Escape")
     hands.leave("^Settings")
     assert session.document()["canvas"] == before["canvas"], "settings changed the map"
@@ -156,11 +231,15 @@ def run(session):
 
 
 def main():
-    programs, sample = sys.argv[1:3]
-    session = Session(programs, sample, sys.argv[3] if len(sys.argv) > 3 else None, SETTINGS)
+    programs, sample, support_programs = sys.argv[1:4]
+    session = Session(programs, sample, sys.argv[4] if len(sys.argv) > 4 else None, SETTINGS)
+    keyring = None
     try:
-        run(session)
+        keyring = Keyring(session, pathlib.Path(support_programs))
+        run(session, keyring)
     finally:
+        if keyring:
+            keyring.close()
         session.close()
     print("settings session passed")
 
