@@ -1,16 +1,19 @@
 #!/usr/bin/env python3
-"""Kills the real editor at random moments of editing, saving, switching documents and quitting, and checks what is
-left.
+"""Kills the real editor at random moments of starting, editing, saving, switching documents and quitting, and looks at
+what is left.
 
-Usage: kill_loop.py PROGRAM_FOLDER KILLS [SEED]
+Usage: kill_loop.py PROGRAM_FOLDER KILLS [--lanes LANES] [--seed SEED]
 
-Each round starts the editor in its own virtual display, works in it with real keys, and kills it with SIGKILL at a
-random moment. Then both documents must be intact, and after the next start, ended with SIGTERM, they must hold every
-topic that was typed more than a second before the kill. At the end no stray file may be left. Everything that the
-program writes goes into a temporary home. The last line has the figures; the exit status says whether everything
-passed.
+Each round starts the editor in a virtual display of its own, works in it with real keys, and ends it by SIGKILL: at any
+moment of the work, or within the moments after a save, a switch or a quit was asked for or the program was started. Then
+both documents must be whole, and after the next start, ended by SIGTERM, they must hold every topic that was typed more
+than a second before the kill, and all of the rounds before. At the end no stray file may be left. Everything the program
+writes lands in a temporary home; each lane has one of its own, and a display. An editor that had quit before the kill came
+is looked at in the same way, and is no kill. The last line tells the figures; the exit status tells whether all went well.
 """
 
+import argparse
+import collections
 import json
 import os
 import pathlib
@@ -21,6 +24,7 @@ import sys
 import tempfile
 import threading
 import time
+import traceback
 
 sys.dont_write_bytecode = True
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "session"))
@@ -28,13 +32,17 @@ from editor_session import Display, wait_until
 
 # A key press reaches the map through the display, which is slow on a busy machine.
 GRACE = 1.0
-LONGEST_WORK = 5.0
+# What a round aims at, with its weight, and the seconds within which the kill follows: after the start of the work where
+# it comes at any moment, else after the step was begun. An auto-save comes five seconds after the first change.
+AIMS = {"any moment": (40, 0.0, 3.0), "auto-save": (10, 4.5, 6.5), "save": (15, 0.0, 0.15), "switch": (15, 0.0, 0.4),
+        "quit": (15, 0.0, 0.08), "start": (5, 0.0, 0.5)}
+LONGEST_WORK_BEFORE_STEP = 2.0
 
 
 class Home:
     def __init__(self, programs, seed):
-        self.programs = pathlib.Path(programs)
-        self.folder = tempfile.TemporaryDirectory(prefix="quilmora-kill-")
+        self.programs = pathlib.Path(programs).resolve()
+        self.folder = tempfile.TemporaryDirectory(prefix="quilmora-kill-", ignore_cleanup_errors=True)
         self.path = pathlib.Path(self.folder.name)
         self.state = self.path / ".local" / "state" / "quilmora"
         self.documents = self.path / "Documents"
@@ -51,6 +59,7 @@ class Home:
                              "XDG_RUNTIME_DIR": str(self.path / "runtime"), "QT_QPA_PLATFORM": "xcb",
                              "LC_ALL": "C.UTF-8"}
         self.random = random.Random(seed)
+        self.kept = set()  # titles that were in a document after a round
         self.files = [self.documents / "one.mindmap", self.documents / "two.mindmap"]
         for file in self.files:
             text = json.dumps({"do": "save", "path": str(file)}) + "\n"
@@ -66,6 +75,13 @@ class Home:
         return [path for path in self.path.rglob("*")
                 if path.name.startswith(".quilmora-") or path.suffix == ".journal"]
 
+    def other(self, document):
+        return next(file for file in self.files if file != document)
+
+    def start(self, *arguments, output=subprocess.DEVNULL):
+        return subprocess.Popen([str(self.programs / "quilmora"), *map(str, arguments)], env=self.environment,
+                                stdout=output, stderr=output)
+
     def close(self):
         self.display.close()
         self.folder.cleanup()
@@ -78,8 +94,9 @@ class Run:
         self.home = home
         self.log_path = home.path / "log.txt"
         with open(self.log_path, "wb") as log:
-            self.process = subprocess.Popen([str(home.programs / "quilmora"), *map(str, arguments)],
-                                            env=home.environment, stdout=log, stderr=log)
+            self.process = home.start(*arguments, output=log)
+
+    def wait_until_shown(self):
         self.window = wait_until("the window", self.find_window, 60)
         self.xdo("windowfocus", "--sync", self.window)
 
@@ -93,7 +110,7 @@ class Run:
 
     def xdo(self, *arguments):
         return subprocess.run(["xdotool", *arguments], env=self.home.environment, capture_output=True,
-                              text=True).stdout
+                              text=True, timeout=60).stdout
 
     def wait_until_open(self, document):
         """Waits for the document; one whose opening was interrupted before is opened explicitly."""
@@ -103,9 +120,15 @@ class Run:
         wait_until("the document", is_open, 60)
         if "bookmark for" not in self.log():
             self.xdo("key", "Escape")
-            subprocess.run([str(self.home.programs / "quilmora"), str(document)], env=self.home.environment,
-                           capture_output=True, timeout=60)
-            wait_until("the document", lambda: "bookmark for" in self.log() or self.process.poll() is not None, 60)
+            self.open(document)
+
+    def open(self, document):
+        """Hands a document to the editor, which saves the one before."""
+        count = self.log().count("bookmark for")
+        subprocess.run([str(self.home.programs / "quilmora"), str(document)], env=self.home.environment,
+                       capture_output=True, timeout=60)
+        wait_until("the document", lambda: self.log().count("bookmark for") > count or self.process.poll() is not None,
+                   60)
 
     def terminate(self):
         self.process.send_signal(signal.SIGTERM)
@@ -115,35 +138,46 @@ class Run:
 class Work:
     """The work in one run until it is killed: what was typed into which document, and when."""
 
-    def __init__(self, run, home, current, number):
-        self.run, self.home, self.current, self.number = run, home, current, number
+    def __init__(self, run, home, current, number, aim):
+        self.run, self.home, self.current, self.number, self.aim = run, home, current, number, aim
         self.typed = []  # time and title
         self.begun_at = time.monotonic()
         self.steps = []
         self.is_field_open = False
         self.last = "start"
-        self.killed_at = None
+        self.timer = None
+        self.ended_at = None
         self.during = None
 
-    def kill_after(self, delay):
+    def kill_within(self):
+        _, shortest, longest = AIMS[self.aim]
+
         def kill():
             self.during = self.last
-            self.killed_at = time.monotonic()
+            self.ended_at = time.monotonic()
             self.run.process.kill()
-        self.timer = threading.Timer(delay, kill)
+        self.timer = threading.Timer(self.home.random.uniform(shortest, longest), kill)
         self.timer.start()
 
     def is_over(self):
-        return self.killed_at is not None or self.run.process.poll() is not None
+        return self.ended_at is not None or self.run.process.poll() is not None
+
+    def wait_for_end(self):
+        """Answers whether it was a kill; a program that had quit before waits for none."""
+        while not self.is_over():
+            time.sleep(0.01)
+        self.timer.cancel()
+        self.timer.join()
+        return self.run.process.wait() == -signal.SIGKILL
 
     def leave_field(self):
         if self.is_field_open:
             self.run.xdo("key", "Return")
             self.is_field_open = False
 
-    def edit(self, count):
+    def edit(self):
         self.leave_field()
-        title = f"r{self.number}e{count}"
+        title = f"r{self.number}e{len(self.steps)}"
         self.run.xdo("key", "ctrl+n")
         self.run.xdo("type", "--delay", "8", title)
         self.typed.append((time.monotonic(), title))
@@ -166,10 +200,9 @@ class Work:
         self.is_field_open = False
 
     def switch(self):
-        other = next(file for file in self.home.files if file != self.current)
-        second = subprocess.Popen([str(self.home.programs / "quilmora"), str(other)], env=self.home.environment,
-                                  stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        # If the first one is killed in the meantime, the second becomes the editor and is killed too.
+        other = self.home.other(self.current)
+        second = self.home.start(other)
+        # Where the first one is killed in the meantime, the second becomes the editor and goes the same way.
         while second.poll() is None and not self.is_over():
             time.sleep(0.02)
         if second.poll() is None:
@@ -183,54 +216,72 @@ class Work:
 
     def quit(self):
         self.run.xdo("key", "ctrl+q")
-        time.sleep(0.3)
+
+    def take(self, step):
+        self.last = step
+        self.steps.append(f"{step}@{time.monotonic() - self.begun_at:.2f}")
+        getattr(self, step)()
 
     def go_on(self):
-        count = 0
-        while not self.is_over():
-            step = self.home.random.choices(["edit", "save", "undo_and_redo", "switch", "quit"], [60, 15, 10, 8, 7])[0]
-            self.last = step
-            self.steps.append(f"{step}@{time.monotonic() - self.begun_at:.2f}")
-            if step == "edit":
-                self.edit(count)
-                count += 1
-            else:
-                getattr(self, step)()
+        is_at_any_moment = self.aim in ("any moment", "auto-save")
+        if is_at_any_moment:
+            self.kill_within()
+        end = time.monotonic() + self.home.random.uniform(0.0, LONGEST_WORK_BEFORE_STEP)
+        while not self.is_over() and (is_at_any_moment or time.monotonic() < end):
+            self.take(self.home.random.choices(["edit", "save", "undo_and_redo", "switch"], [65, 15, 12, 8])[0])
             time.sleep(self.home.random.uniform(0.0, 0.4))
-        self.timer.join()
-        self.run.process.wait()
+        if not is_at_any_moment:
+            self.kill_within()
+            self.take(self.aim)
 
 
-def play(home, number, current, figures):
+def play(home, number, current, aim, figures):
+    """One round; answers the document that is open at its end."""
     run = Run(home, [] if number else [current])
-    if number:
+    if aim == "start":
+        work = Work(run, home, current, number, aim)
+        work.kill_within()
+    else:
+        run.wait_until_shown()
         run.wait_until_open(current)
-    work = Work(run, home, current, number)
-    work.kill_after(home.random.uniform(0.0, LONGEST_WORK))
-    work.go_on()
-    figures["during"][work.during] = figures["during"].get(work.during, 0) + 1
+        work = Work(run, home, current, number, aim)
+        work.go_on()
+    was_killed = work.wait_for_end()
+    ended_at = work.ended_at if was_killed else float("inf")
+    if was_killed:
+        figures["kills"] += 1
+        figures["during"][work.during] += 1
+    else:
+        assert run.process.returncode == 0, f"the editor ended with {run.process.returncode}:\n" + run.log()
+        figures["had quit before"] += 1
 
     for file in home.files:
         home.titles(file)
 
     after = Run(home)
+    after.wait_until_shown()
     after.wait_until_open(work.current)
     figures["recovered"] += "brought back" in after.log()
     figures["set aside"] += "set aside" in after.log()
+    # Where the second program became the editor, the work on the first document waits in its journal.
+    if work.last == "switch":
+        for file in home.files:
+            after.open(file)
     after.terminate()
 
     # A title typed while documents were switched may be in either.
     found = {title for file in home.files for title in home.titles(file)}
+    figures["lost"] += [f"round {number}: {title}, there before" for title in sorted(home.kept - found)]
     for done_at, title in work.typed:
-        if done_at > work.killed_at - GRACE:
+        if done_at > ended_at - GRACE:
             figures["typed in the last second"] += 1
             continue
         figures["typed before"] += 1
         if title not in found:
-            figures["lost"].append(f"round {number}: {title}, typed {work.killed_at - done_at:.2f} s before the kill "
-                                   f"during {work.during}: {' '.join(work.steps)}; there are "
+            figures["lost"].append(f"round {number}: {title}, typed {ended_at - done_at:.2f} s before the end "
+                                   f"during {work.last}: {' '.join(work.steps)}; there are "
                                    f"{sorted(one for one in found if one.startswith(f'r{number}e'))}")
-    figures["kills"] += 1
+    home.kept = found
     return last_document(home) or current
 
 
@@ -243,28 +294,91 @@ def last_document(home):
     return None
 
 
-def main():
-    programs, kills = sys.argv[1], int(sys.argv[2])
-    seed = int(sys.argv[3]) if len(sys.argv) > 3 else random.randrange(1 << 30)
-    home = Home(programs, seed)
-    figures = {"seed": seed, "kills": 0, "during": {}, "recovered": 0, "set aside": 0, "typed before": 0,
-               "typed in the last second": 0, "lost": []}
-    try:
+class Lane(threading.Thread):
+    """Rounds in one home, one after the other."""
+
+    def __init__(self, programs, seed, kills, told):
+        super().__init__()
+        self.programs, self.seed, self.kills, self.told = programs, seed, kills, told
+        self.is_ended = False
+        self.failure = None
+        self.figures = collections.Counter()
+        self.figures["during"] = collections.Counter()
+        self.figures["lost"] = []
+        self.figures["strays"] = []
+
+    def run(self):
+        try:
+            home = Home(self.programs, self.seed)
+            try:
+                self.play_all(home)
+                self.figures["strays"] = [str(path) for path in home.strays()]
+                self.figures["versions"] = sum(1 for _ in home.state.rglob("*.version"))
+            finally:
+                home.close()
+        except Exception:
+            self.failure = traceback.format_exc()
+        self.told.set()
+
+    def play_all(self, home):
         current = home.files[0]
-        for number in range(kills):
-            current = play(home, number, current, figures)
-            if (number + 1) % 25 == 0:
+        number = 0
+        weights = [weight for weight, _, _ in AIMS.values()]
+        while self.figures["kills"] < self.kills and not self.is_ended:
+            aim = home.random.choices(list(AIMS), weights)[0] if number else "any moment"
+            current = play(home, number, current, aim, self.figures)
+            number += 1
+            self.told.set()
+
+
+def sum_of(lanes, seed):
+    figures = {"seed": seed, "kills": 0, "during": collections.Counter()}
+    for lane in lanes:
+        for name, value in list(lane.figures.items()):
+            figures[name] = figures[name] + value if name in figures else value
+    return figures
+
+
+def main():
+    parser = argparse.ArgumentParser(usage=__doc__.split("\n\n")[1].removeprefix("Usage: "))
+    parser.add_argument("programs")
+    parser.add_argument("kills", type=int)
+    parser.add_argument("--lanes", type=int, default=1)
+    parser.add_argument("--seed", type=int, default=random.randrange(1 << 30))
+    asked = parser.parse_args()
+
+    begun_at = time.monotonic()
+    told = threading.Event()
+    lanes = [Lane(asked.programs, asked.seed + place, (asked.kills + place) // asked.lanes, told)
+             for place in range(asked.lanes)]
+    for lane in lanes:
+        lane.start()
+    shown = 0
+    try:
+        while any(lane.is_alive() for lane in lanes):
+            told.wait(1.0)
+            told.clear()
+            figures = sum_of(lanes, asked.seed)
+            if figures["kills"] >= shown + 25:
+                shown = figures["kills"]
                 print(json.dumps(figures), flush=True)
-        figures["strays"] = [str(path) for path in home.strays()]
-        figures["versions"] = sum(1 for _ in home.state.rglob("*.version"))
     except KeyboardInterrupt:
-        figures["strays"] = [str(path) for path in home.strays()]
-    finally:
-        home.close()
+        pass
+    for lane in lanes:
+        lane.is_ended = True
+    for lane in lanes:
+        lane.join()
+
+    figures = sum_of(lanes, asked.seed)
+    figures["seconds"] = round(time.monotonic() - begun_at)
+    for lane in lanes:
+        if lane.failure:
+            print(lane.failure, file=sys.stderr)
     print(json.dumps(figures))
-    # A temporary file has a name for a few milliseconds, so a kill may leave one; it is removed ten minutes later.
-    good = not figures["lost"] and len(figures["strays"]) <= max(1, kills // 20)
-    sys.exit(0 if good and figures["kills"] == kills else 1)
+    # A temporary file lives for a few milliseconds under a name, so a kill may leave one; it goes ten minutes later.
+    good = not figures["lost"] and len(figures["strays"]) <= max(1, asked.kills // 20)
+    good = good and not any(lane.failure for lane in lanes) and figures["kills"] >= asked.kills
+    sys.exit(0 if good else 1)
 
 
 if __name__ == "__main__":
