@@ -45,6 +45,10 @@ QStringList namesIn(const QString& folder, const QString& ending) {
   return QDir(folder).entryList({u'*' + ending}, QDir::Files, QDir::Name);
 }
 
+bool isNewer(const Version& a, const Version& b) {
+  return std::pair(a.time, a.number) > std::pair(b.time, b.number);
+}
+
 [[noreturn]] void failReading() {
   throw VersionError(QStringLiteral("this version is damaged"));
 }
@@ -78,6 +82,7 @@ QByteArray VersionStore::bytesOf(const Contents& contents) {
       for (const std::uint64_t hash : place.hash) out.putFixed(hash, 8);
     }
   }
+  out.putFixed(contents.fingerprint, 8);
   bytes += out.take();
   return bytes + checksum(bytes);
 }
@@ -105,6 +110,8 @@ VersionStore::Contents VersionStore::read(const QString& path) try {
       for (std::uint64_t& hash : place.hash) hash = in.takeFixed(8);
     }
   }
+  // The first lists had none.
+  if (!in.atEnd()) contents.fingerprint = in.takeFixed(8);
   if (!in.atEnd()) failReading();
   return contents;
 } catch (const JournalError&) {
@@ -113,26 +120,61 @@ VersionStore::Contents VersionStore::read(const QString& path) try {
   throw VersionError(error.message());
 }
 
-// One call of keep(): finds the places of all blocks, and writes those that are not stored yet.
+// The files of a document's blocks, opened as they are needed.
+class VersionStore::Pieces {
+ public:
+  explicit Pieces(QString folder) : m_folder(std::move(folder)) {}
+
+  // Throws VersionError where they are not what was written.
+  QByteArray bytesAt(const BlockPlace& place) {
+    std::unique_ptr<QFile>& piece = m_files[place.piece];
+    if (!piece) {
+      const QString path = m_folder + u'/' + fileName(place.piece, pieceEnding);
+      piece = std::make_unique<QFile>(path);
+      if (!QFileInfo(path).isFile() || !piece->open(QIODevice::ReadOnly)) failReading();
+    }
+    const auto size = static_cast<std::uint64_t>(piece->size());
+    if (place.length > size || place.offset > size - place.length) failReading();
+    QByteArray bytes;
+    if (piece->seek(static_cast<qint64>(place.offset))) bytes = piece->read(static_cast<qint64>(place.length));
+    if (static_cast<std::uint64_t>(bytes.size()) != place.length || journal::hashOf(bytes, 1) != place.hash[0] ||
+        journal::hashOf(bytes, 2) != place.hash[1])
+      failReading();
+    return bytes;
+  }
+
+ private:
+  QString m_folder;
+  std::map<std::uint64_t, std::unique_ptr<QFile>> m_files;
+};
+
+// One call of keep(): finds the places of all blocks, and writes those that are nowhere yet.
 class VersionStore::Keeping {
  public:
   Keeping(VersionStore& store, const QString& document) : m_store(store), m_folder(store.folderOf(document)) {
     for (const QString& name : namesIn(m_folder, listEnding)) {
       m_number = std::max(m_number, numberOf(name) + 1);
       try {
-        m_newest = read(m_folder + u'/' + name);
+        const Contents contents = read(m_folder + u'/' + name);
+        m_kept.push_back({contents.version, contents.fingerprint});
+        for (const auto& part : contents.blocks)
+          for (const BlockPlace& place : part) m_known.emplace(keyOf(place), place);
       } catch (const VersionError&) {
         continue;
       }
-      for (const auto& part : m_newest->blocks)
-        for (const BlockPlace& place : part) m_known.emplace(keyOf(place), place);
     }
+    std::ranges::stable_sort(m_kept, isNewer, &Kept::version);
     for (const QString& name : namesIn(m_folder, pieceEnding)) m_number = std::max(m_number, numberOf(name) + 1);
     if (store.m_lastDocument != document) store.m_lastPlaces.clear();
   }
 
   void run(const QString& document, const MindMap& map, TimePoint time) {
     Contents contents;
+    contents.fingerprint = m_store.m_fingerprint.of(map);
+    if (const std::optional<Version> twin = twinOf(map, contents.fingerprint)) {
+      if (twin->time < time && *twin != m_kept.front().version) moveUp(*twin, time);
+      return;
+    }
     contents.document = document;
     contents.version = {m_number, time, map.nodes.size(), map.title};
     contents.head = journal::bytesOfHead(map);
@@ -140,28 +182,63 @@ class VersionStore::Keeping {
     contents.blocks[1] = placesOf(map.edges);
     contents.blocks[2] = placesOf(map.relationships);
     contents.blocks[3] = placesOf(map.regions);
-    if (m_newest && std::ranges::equal(m_newest->blocks, contents.blocks) && isSameHead(map)) return;
     if (!QDir().mkpath(m_folder)) throw VersionError(QStringLiteral("the folder %1 cannot be made").arg(m_folder));
-    // The list is written last: what is in no list is not a version.
-    if (!m_fresh.isEmpty()) write(pieceEnding, m_fresh);
-    write(listEnding, bytesOf(contents));
+    // The list comes last: what lies in no list is no version.
+    if (!m_fresh.isEmpty()) write(m_folder + u'/' + fileName(m_number, pieceEnding), m_fresh);
+    write(listPath(m_number), bytesOf(contents));
     m_store.m_lastDocument = document;
     m_store.m_last = map;
     m_store.m_lastPlaces = std::move(m_places);
   }
 
  private:
-  static BlockKey keyOf(const BlockPlace& place) { return {place.length, place.hash[0], place.hash[1]}; }
+  struct Kept {
+    Version version;
+    std::uint64_t fingerprint;
+  };
 
-  // A change of the modification time alone makes no new version.
-  bool isSameHead(const MindMap& map) const {
-    MindMap before = map;
-    try {
-      journal::readHead(m_newest->head, before);
-    } catch (const JournalError&) {
-      return false;
+  static BlockKey keyOf(const BlockPlace& place) { return {place.length, place.hash[0], place.hash[1]}; }
+  QString listPath(std::uint64_t number) const { return m_folder + u'/' + fileName(number, listEnding); }
+
+  void moveUp(const Version& version, TimePoint time) const {
+    Contents contents = read(listPath(version.number));
+    contents.version.time = time;
+    write(listPath(version.number), bytesOf(contents));
+  }
+
+  // The version that holds this very map already, the time of its last change aside.
+  std::optional<Version> twinOf(const MindMap& map, std::uint64_t fingerprint) const {
+    for (const Kept& kept : m_kept)
+      if (kept.fingerprint == fingerprint && holds(kept.version.number, map)) return kept.version;
+    return std::nullopt;
+  }
+
+  // A fingerprint tells that two maps differ, but not for sure that they do not.
+  bool holds(std::uint64_t number, const MindMap& map) const try {
+    const Contents contents = read(listPath(number));
+    MindMap withHead = map;
+    journal::readHead(contents.head, withHead);
+    Pieces pieces(m_folder);
+    return withHead == map && holds(pieces, contents.blocks[0], map.nodes) &&
+           holds(pieces, contents.blocks[1], map.edges) && holds(pieces, contents.blocks[2], map.relationships) &&
+           holds(pieces, contents.blocks[3], map.regions);
+  } catch (const VersionError&) {
+    return false;
+  } catch (const JournalError&) {
+    return false;
+  }
+
+  // However the records are cut into blocks.
+  template <class Record>
+  static bool holds(Pieces& pieces, const std::vector<BlockPlace>& places, const SharedArray<Record>& records) {
+    auto at = records.begin();
+    for (const BlockPlace& place : places) {
+      SharedArray<Record> block;
+      journal::readBlock(pieces.bytesAt(place), block);
+      for (const Record& record : block)
+        if (at == records.end() || !(*at++ == record)) return false;
     }
-    return before == map;
+    return at == records.end();
   }
 
   template <class Record>
@@ -187,15 +264,15 @@ class VersionStore::Keeping {
     return known->second;
   }
 
-  void write(const QString& ending, const QByteArray& bytes) {
-    const Outcome outcome = DiskFileWriter().write(m_folder + u'/' + fileName(m_number, ending), bytes);
+  static void write(const QString& path, const QByteArray& bytes) {
+    const Outcome outcome = DiskFileWriter().write(path, bytes);
     if (!outcome.isDone()) throw VersionError(outcome.reason());
   }
 
   VersionStore& m_store;
   QString m_folder;
   std::uint64_t m_number = 1;
-  std::optional<Contents> m_newest;
+  std::vector<Kept> m_kept;  // newest first
   std::map<BlockKey, BlockPlace> m_known;
   std::unordered_map<const void*, BlockPlace> m_places;
   QByteArray m_fresh;
@@ -217,9 +294,7 @@ std::vector<Version> VersionStore::list(const QString& document) const {
       continue;
     }
   }
-  std::ranges::stable_sort(versions, [](const Version& a, const Version& b) {
-    return std::pair(a.time, a.number) > std::pair(b.time, b.number);
-  });
+  std::ranges::stable_sort(versions, isNewer);
   return versions;
 }
 
@@ -227,29 +302,16 @@ MindMap VersionStore::load(const QString& document, std::uint64_t number) const 
   const QString folder = folderOf(document);
   const Contents contents = read(folder + u'/' + fileName(number, listEnding));
   if (contents.document != document) failReading();
-  std::map<std::uint64_t, std::unique_ptr<QFile>> pieces;
-  const auto bytesAt = [&](const BlockPlace& place) {
-    std::unique_ptr<QFile>& piece = pieces[place.piece];
-    if (!piece) {
-      const QString path = folder + u'/' + fileName(place.piece, pieceEnding);
-      piece = std::make_unique<QFile>(path);
-      if (!QFileInfo(path).isFile() || !piece->open(QIODevice::ReadOnly)) failReading();
-    }
-    const auto size = static_cast<std::uint64_t>(piece->size());
-    if (place.length > size || place.offset > size - place.length) failReading();
-    QByteArray bytes;
-    if (piece->seek(static_cast<qint64>(place.offset))) bytes = piece->read(static_cast<qint64>(place.length));
-    if (static_cast<std::uint64_t>(bytes.size()) != place.length || journal::hashOf(bytes, 1) != place.hash[0] ||
-        journal::hashOf(bytes, 2) != place.hash[1])
-      failReading();
-    return bytes;
-  };
+  Pieces pieces(folder);
   MindMap map;
   journal::readHead(contents.head, map);
-  for (const BlockPlace& place : contents.blocks[0]) journal::readBlock(bytesAt(place), map.nodes);
-  for (const BlockPlace& place : contents.blocks[1]) journal::readBlock(bytesAt(place), map.edges);
-  for (const BlockPlace& place : contents.blocks[2]) journal::readBlock(bytesAt(place), map.relationships);
-  for (const BlockPlace& place : contents.blocks[3]) journal::readBlock(bytesAt(place), map.regions);
+  const auto readPart = [&](const std::vector<BlockPlace>& places, auto& records) {
+    for (const BlockPlace& place : places) journal::readBlock(pieces.bytesAt(place), records);
+  };
+  readPart(contents.blocks[0], map.nodes);
+  readPart(contents.blocks[1], map.edges);
+  readPart(contents.blocks[2], map.relationships);
+  readPart(contents.blocks[3], map.regions);
   return map;
 } catch (const JournalError&) {
   failReading();

@@ -177,6 +177,29 @@ TEST_F(SafeKeepingTest, KeepsWhatReloadReplaces) {
   EXPECT_NE(std::ranges::find(kept, edited), kept.end());
 }
 
+TEST_F(SafeKeepingTest, KeepsEachContentOnceHoweverOftenOneChoosesBetweenTwo) {
+  const QByteArray theirs = encodeDocument(mapWithTitle(QStringLiteral("Theirs")));
+  openNew(plan);
+  const QByteArray first = content(path(plan));
+  for (const QByteArray& foreign : {theirs, first, theirs, first}) {
+    edit();
+    put(path(plan), foreign);
+    session->autoSave();
+    session->keepMine();
+    ASSERT_FALSE(editor->isDirty());
+    edit();
+    put(path(plan), theirs);
+    session->autoSave();
+    session->reload();
+    ASSERT_EQ(editor->mindMap().title, QStringLiteral("Theirs"));
+  }
+  std::vector<MindMap> kept;
+  for (std::size_t i = 0; i < versionsOf(plan).size(); ++i) kept.push_back(versionOf(plan, i));
+  ASSERT_GE(kept.size(), 6U);
+  for (std::size_t i = 0; i < kept.size(); ++i)
+    for (std::size_t j = 0; j < i; ++j) EXPECT_NE(kept[i], kept[j]) << i << " and " << j;
+}
+
 TEST_F(SafeKeepingTest, KeepsADocumentThatSaveAsGoesOver) {
   put(path(QStringLiteral("other.mindmap")), encodeDocument(mapWithTitle(QStringLiteral("Other"))));
   panels.savePaths.append(path(QStringLiteral("other.mindmap")));

@@ -88,6 +88,37 @@ TEST_F(VersionStoreTest, TakesTheSameMapOnce) {
   EXPECT_EQ(VersionStore(folder()).list(document).size(), 1U);
 }
 
+TEST_F(VersionStoreTest, TakesTheSameMapOnceHoweverItsRecordsLieInBlocks) {
+  MindMap map = bigMap(300);
+  MindMap cut = bigMap(310);
+  for (int i = 0; i < 10; ++i) cut.nodes.append(cut.nodes[static_cast<std::size_t>(i)]);
+  cut.nodes.eraseIf([count = 0](const Node&) mutable { return count++ < 10; });
+  map.nodes = {};
+  for (const Node& node : cut.nodes) map.nodes.append(node);
+  ASSERT_EQ(map, cut);
+  ASSERT_NE(map.nodes.blockStart(1), cut.nodes.blockStart(1));
+  VersionStore(folder()).keep(document, map, noon, noon);
+  const std::uint64_t whole = VersionStore(folder()).size();
+  VersionStore(folder()).keep(document, cut, noon + 1min, noon + 1min);
+  EXPECT_EQ(VersionStore(folder()).list(document).size(), 1U);
+  EXPECT_EQ(VersionStore(folder()).size(), whole);
+}
+
+TEST_F(VersionStoreTest, AMapThatCameBackIsOneVersionAndTheNewest) {
+  VersionStore store(folder());
+  const MindMap map = bigMap(100);
+  const MindMap other = withTitle(map, 0, QStringLiteral("Bread"));
+  store.keep(document, map, noon, noon);
+  store.keep(document, other, noon + 1min, noon + 1min);
+  store.keep(document, map, noon + 2min, noon + 2min);
+  const std::vector<Version> found = VersionStore(folder()).list(document);
+  ASSERT_EQ(found.size(), 2U);
+  EXPECT_EQ(found[0].time, noon + 2min);
+  EXPECT_EQ(store.load(document, found[0].number), map);
+  EXPECT_EQ(found[1].time, noon + 1min);
+  EXPECT_EQ(store.load(document, found[1].number), other);
+}
+
 TEST_F(VersionStoreTest, StoresEqualBlocksOnceAlsoAfterAStart) {
   const MindMap map = bigMap(64 * 50);
   VersionStore(folder()).keep(document, map, noon, noon);
