@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include "model/DocumentError.h"
 #include "model/DocumentStream.h"
 #include "platform/ContentHash.h"
 #include "platform/FileWriter.h"
@@ -82,6 +83,8 @@ WrittenDocument writeDocument(const DocumentWrite& write, FileWriter& writer) {
   WrittenDocument written;
   try {
     writeWhole(write, writer, written);
+  } catch (const DocumentError& error) {
+    written.outcome = refusedWrite(write.path, error.message());
   } catch (const std::bad_alloc&) {
     written.outcome = Outcome::failed(QStringLiteral("There is not enough memory for it."));
   }

@@ -219,6 +219,8 @@ PaddedText padded(const QByteArray& bytes) {
 
 }  // namespace
 
+static_assert(documentWindow + longestRecord < simdjson::SIMDJSON_MAXSIZE_BYTES);
+
 MindMap decodePadded(PaddedText text, std::size_t windowSize) {
   return MapReader().readText(std::move(text), windowSize);
 }

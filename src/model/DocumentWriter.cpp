@@ -1,6 +1,10 @@
 #include "model/DocumentWriter.h"
 
+#include <limits>
+
+#include "model/DocumentError.h"
 #include "model/DocumentStream.h"
+#include "model/DocumentWindows.h"
 #include "model/JsonWriter.h"
 #include "model/StoredText.h"
 
@@ -10,11 +14,22 @@ namespace {
 
 using json::JsonWriter;
 
-// Writes the records with sorted keys.
+// What a person calls records of this type.
+template <class Record>
+constexpr QLatin1String kindsOf("topics");
+template <>
+constexpr QLatin1String kindsOf<Edge>("connectors");
+template <>
+constexpr QLatin1String kindsOf<Relationship>("relationships");
+template <>
+constexpr QLatin1String kindsOf<Region>("regions");
+
+// Writes the records with their keys in sorted order.
 class MapWriter {
  public:
   explicit MapWriter(JsonForm form) : m_json(form) {}
-  MapWriter(JsonForm form, const DocumentReceiver& receiver) : m_json(form), m_receiver(&receiver) {}
+  MapWriter(const DocumentReceiver& receiver, std::size_t longestRecord)
+      : m_json(JsonForm::pretty), m_receiver(&receiver), m_longestRecord(longestRecord) {}
 
   QByteArray write(const MindMap& map) {
     writeMap(map);
@@ -69,11 +84,17 @@ class MapWriter {
     m_json.beginArray();
     for (const T& item : items) {
       m_json.item();
+      const std::size_t begin = m_json.pending().size();
       (this->*writeItem)(item);
+      if (m_json.pending().size() - begin > m_longestRecord) failTooLong(kindsOf<T>);
       handOver(pieceSize);
       if (!m_isTaken) break;
     }
     m_json.endArray();
+  }
+
+  [[noreturn]] static void failTooLong(QLatin1String kinds) {
+    throw DocumentError(QStringLiteral("One of its %1 is larger than 4 GB and could not be opened again.").arg(kinds));
   }
 
   void writeText(std::string_view key, const QString& text) {
@@ -228,6 +249,7 @@ class MapWriter {
 
   JsonWriter m_json;
   const DocumentReceiver* m_receiver = nullptr;
+  std::size_t m_longestRecord = std::numeric_limits<std::size_t>::max();
   bool m_isTaken = true;
 };
 
@@ -238,7 +260,11 @@ QByteArray encodeDocument(const MindMap& map, JsonForm form) {
 }
 
 bool streamDocument(const MindMap& map, const DocumentReceiver& receiver) {
-  return MapWriter(JsonForm::pretty, receiver).stream(map);
+  return streamDocument(map, receiver, longestRecord);
+}
+
+bool streamDocument(const MindMap& map, const DocumentReceiver& receiver, std::size_t longest) {
+  return MapWriter(receiver, longest).stream(map);
 }
 
 QByteArray encodeNodeStyle(const NodeStyle& style) {

@@ -48,6 +48,25 @@ QByteArray textOf(std::initializer_list<const char*> titles) {
   return encodeDocument(map);
 }
 
+TEST(DocumentWindows, RecordsThatNoWindowTakesAreRefusedByTheWriter) {
+  MindMap map = decodeDocument(textOf({"one", "two"}));
+  const auto refusal = [&map] {
+    try {
+      streamDocument(
+          map, [](std::string_view) { return true; }, 1000);
+      return QString();
+    } catch (const DocumentError& error) {
+      return error.message();
+    }
+  };
+  EXPECT_EQ(refusal(), QString());
+  map.nodes.update(1, [](Node& node) { node.notes = QString(1000, u'x'); });
+  EXPECT_EQ(refusal(), QStringLiteral("One of its topics is larger than 4 GB and could not be opened again."));
+  map.nodes.update(1, [](Node& node) { node.notes.clear(); });
+  map.edges.append({map.nodes[0].id, map.nodes[0].id, map.nodes[1].id, QString(1000, u'x'), {}, {}});
+  EXPECT_EQ(refusal(), QStringLiteral("One of its connectors is larger than 4 GB and could not be opened again."));
+}
+
 TEST(DocumentWindows, GiveEveryMapThatTheWholeTextGives) {
   EXPECT_TRUE(rc::check("decode(encode(map), window) == map", [] {
     const MindMap map = *anyDamagedMap();

@@ -1,0 +1,89 @@
+// Works as the editor does, where the system gives it no more than a limit allows, and prints what came of it: the
+// error that a person sees or an empty line, the title of the open map, its number of topics, and whether it has
+// changes. Usage: support_within_limits open FIRST SECOND BYTES   opens the second document with so much more memory
+//        support_within_limits save FILE BYTES           makes the map larger than a file may be, and saves it
+
+#include <cstdio>
+#include <fstream>
+
+#include <QCoreApplication>
+#include <QFile>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include "editor/DocumentSession.h"
+#include "editor/RecentFiles.h"
+#include "platform/Bookmarks.h"
+#include "platform/FilePanels.h"
+#include "platform/FileWriter.h"
+#include "platform/Log.h"
+#include "platform/ProcessGuards.h"
+#include "platform/Scheduler.h"
+#include "platform/SettingsStore.h"
+
+using namespace quilmora;
+
+namespace {
+
+struct Program {
+  ManualClock clock;
+  MemorySettingsStore settings;
+  PathBookmarks bookmarks;
+  MemoryLog log;
+  DiskFileWriter writer;
+  QueuedFilePanels panels;
+  ManualScheduler scheduler;
+  NotificationCenter notifications;
+  RecentFiles recentFiles{settings, bookmarks};
+  EditorServices services{clock, settings, bookmarks, log};
+  MindMapViewModel editor{MindMap::blankMap(clock), services};
+  DocumentSession session{editor, {services, writer, panels, scheduler, notifications, recentFiles, QString()}};
+};
+
+void limit(decltype(RLIMIT_AS) what, std::size_t bytes) {
+  const rlimit both{bytes, bytes};
+  if (::setrlimit(what, &both) != 0) std::abort();
+}
+
+std::size_t memoryNow() {
+  std::size_t pages = 0;
+  std::ifstream("/proc/self/statm") >> pages;
+  return pages * static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+}
+
+void openWithin(Program& program, const QString& first, const QString& second, std::size_t bytes) {
+  program.session.open(first);
+  limit(RLIMIT_AS, memoryNow() + bytes);
+  program.session.open(second);
+}
+
+void saveWithin(Program& program, const QString& file, std::size_t bytes) {
+  program.session.open(file);
+  limit(RLIMIT_FSIZE, bytes);
+  program.editor.createFreeNode(0, 0);
+  program.editor.setNodeNotes(program.editor.mindMap().nodes.back().id, QString(static_cast<qsizetype>(bytes), u'x'));
+  program.session.saveDocument();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  guardProcess();
+  const QCoreApplication application(argc, argv);
+  const QStringList arguments = QCoreApplication::arguments();
+  Program program;
+  QString error;
+  QObject::connect(&program.session, &DocumentSession::errorRaised,
+                   [&error](const QString& message) { error = message; });
+  if (arguments.size() == 5 && arguments[1] == QStringLiteral("open"))
+    openWithin(program, arguments[2], arguments[3], arguments[4].toULongLong());
+  else if (arguments.size() == 4 && arguments[1] == QStringLiteral("save"))
+    saveWithin(program, arguments[2], arguments[3].toULongLong());
+  else
+    return 2;
+  if (!program.panels.saveRequests.isEmpty()) error = program.panels.saveRequests.last().reason;
+  const MindMap& map = program.editor.mindMap();
+  std::printf("%s\n%s\n%zu\n%s\n", qPrintable(error), qPrintable(map.title), map.nodes.size(),
+              program.session.hasUnkeptChanges() ? "changed" : "kept");
+  return 0;
+}
