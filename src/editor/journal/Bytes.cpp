@@ -1,7 +1,6 @@
 #include "editor/journal/Bytes.h"
 
 #include <algorithm>
-#include <array>
 #include <bit>
 #include <cmath>
 #include <cstring>
@@ -43,17 +42,6 @@ void failReading() {
   throw JournalError(QStringLiteral("the journal is damaged"));
 }
 
-void ByteWriter::put(std::uint64_t value) {
-  for (; value >= 0x80; value >>= 7) m_bytes.append(static_cast<char>(0x80 | (value & 0x7F)));
-  m_bytes.append(static_cast<char>(value));
-}
-
-void ByteWriter::putFixed(std::uint64_t value, int bytes) {
-  std::array<char, 8> digits{};
-  for (int i = 0; i < bytes; ++i) digits[static_cast<std::size_t>(i)] = static_cast<char>(value >> (8 * i));
-  m_bytes.append(digits.data(), bytes);
-}
-
 void ByteWriter::put(double value) {
   putFixed(std::bit_cast<std::uint64_t>(finite(value)), 8);
 }
@@ -71,7 +59,7 @@ void ByteWriter::put(const QUuid& id) {
   putFixed(id.data1, 4);
   putFixed(id.data2, 2);
   putFixed(id.data3, 2);
-  m_bytes.append(reinterpret_cast<const char*>(id.data4), sizeof id.data4);
+  m_bytes.put({reinterpret_cast<const char*>(id.data4), sizeof id.data4});
 }
 
 void ByteWriter::put(const QString& text) {
@@ -79,7 +67,7 @@ void ByteWriter::put(const QString& text) {
   if (m_texts == Texts::plain) {
     const QString whole = isWhole ? text : withoutHalfPairs(text);
     put(static_cast<std::uint64_t>(whole.size()));
-    m_bytes.append(reinterpret_cast<const char*>(whole.utf16()), 2 * whole.size());
+    m_bytes.put({reinterpret_cast<const char*>(whole.utf16()), 2 * static_cast<std::size_t>(whole.size())});
     return;
   }
   if (!isWhole) {
@@ -96,7 +84,7 @@ void ByteWriter::put(const QString& text) {
   const QByteArray bytes = text.toUtf8();
   put(isPooled ? TextForm::pooledUtf8 : TextForm::utf8);
   put(static_cast<std::uint64_t>(bytes.size()));
-  m_bytes.append(bytes);
+  m_bytes.put({bytes.constData(), static_cast<std::size_t>(bytes.size())});
 }
 
 QByteArrayView ByteReader::next(std::uint64_t count) {

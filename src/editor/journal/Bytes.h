@@ -10,6 +10,7 @@
 #include <QString>
 #include <QUuid>
 
+#include "model/ByteBuffer.h"
 #include "platform/Clock.h"
 #include "platform/TextError.h"
 
@@ -30,9 +31,19 @@ class ByteWriter {
 
   explicit ByteWriter(Texts texts = Texts::exact) : m_texts(texts) {}
 
-  void put(std::uint64_t value);  // seven bits per byte
-  void putFixed(std::uint64_t value, int bytes);
-  void put(bool value) { m_bytes.append(value ? '\1' : '\0'); }
+  // Seven bits a byte.
+  void put(std::uint64_t value) {
+    char* at = m_bytes.room(longestNumber);
+    for (; value >= 0x80; value >>= 7) *at++ = static_cast<char>(0x80 | (value & 0x7F));
+    *at++ = static_cast<char>(value);
+    m_bytes.setEnd(at);
+  }
+  void putFixed(std::uint64_t value, int bytes) {
+    char* at = m_bytes.room(bytes);
+    for (int i = 0; i < bytes; ++i) *at++ = static_cast<char>(value >> (8 * i));
+    m_bytes.setEnd(at);
+  }
+  void put(bool value) { m_bytes.put(value ? '\1' : '\0'); }
   void put(double value);
   void put(const QPointF& point);
   void put(const QRectF& rect);
@@ -40,14 +51,17 @@ class ByteWriter {
   void put(const QString& text);
   void put(TimePoint time) { putFixed(static_cast<std::uint64_t>(time.time_since_epoch().count()), 8); }
 
-  const QByteArray& bytes() const { return m_bytes; }
-  QByteArray take() { return std::exchange(m_bytes, {}); }
-  // Forgets the bytes but keeps their memory.
-  void clear() { m_bytes.resize(0); }
+  // They stand until the next call.
+  QByteArrayView bytes() const { return m_bytes.text(); }
+  QByteArray take() { return m_bytes.take(); }
+  // Forgets the bytes and keeps their room.
+  void clear() { m_bytes.clear(); }
 
  private:
+  static constexpr qsizetype longestNumber = 10;
+
   Texts m_texts;
-  QByteArray m_bytes;
+  ByteBuffer m_bytes;
   QHash<QString, std::uint64_t> m_pool;
 };
 

@@ -38,7 +38,7 @@ std::uint32_t seedOf(const JournalHeader& header, std::uint64_t number) {
 void putChecksum(QByteArray& bytes, std::uint32_t seed) {
   ByteWriter end;
   end.putFixed(checksum(bytes, seed), checksumSize);
-  bytes += end.bytes();
+  bytes += end.take();
 }
 
 bool isIntact(const QByteArray& bytes, std::uint32_t seed) {
@@ -55,7 +55,7 @@ QByteArray bytesOf(const JournalHeader& header) {
   out.putFixed(header.id, 8);
   out.putFixed(header.base, 8);
   out.putFixed(static_cast<std::uint64_t>(path.size()), 4);
-  QByteArray bytes = magic.toByteArray() + out.bytes() + path;
+  QByteArray bytes = magic.toByteArray() + out.take() + path;
   putChecksum(bytes, 0);
   return bytes;
 }
@@ -64,7 +64,7 @@ QByteArray bytesOf(const JournalRecord& record, const JournalHeader& header, std
   ByteWriter out;
   out.putFixed(static_cast<std::uint64_t>(record.delta.size()), 8);
   out.putFixed(record.fingerprint, 8);
-  QByteArray bytes = out.bytes();
+  QByteArray bytes = out.take();
   bytes.reserve(bytes.size() + record.delta.size() + static_cast<qsizetype>(checksumSize));
   bytes += record.delta;
   putChecksum(bytes, seedOf(header, number));
