@@ -147,6 +147,7 @@ Rows fileMenu() {
        .key = u"⌘Q"_s,
        .call = callHandler<&Handlers::quit>,
        .isPossible = hasHandler<&Handlers::quit>,
+       .isProgramWide = true,
        .dividerBefore = true,
        .id = u"quit"_s},
   };
@@ -240,6 +241,7 @@ Rows clipboardEntries() {
        .key = u"⌘,"_s,
        .call = callHandler<&Handlers::settings>,
        .isPossible = hasHandler<&Handlers::settings>,
+       .isProgramWide = true,
        .dividerBefore = true,
        .id = u"settings"_s},
   };

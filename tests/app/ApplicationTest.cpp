@@ -2,6 +2,7 @@
 #include <QFile>
 
 #include "app/AppFixture.h"
+#include "app/dialogs/AlertSheet.h"
 #include "app/window/Toolbar.h"
 #include "canvas/view/TitleEditor.h"
 
@@ -54,6 +55,15 @@ TEST_F(ApplicationTest, TheMinimizeKeyMinimizesTheActiveWindow) {
   QTest::keyClick(&window().canvas(), Qt::Key_W, Qt::ControlModifier);
   EXPECT_TRUE(window().isMinimized());
   EXPECT_EQ(m_terminations, 0);
+}
+
+TEST_F(ApplicationTest, QuitsByItsKeyWhileASheetIsOpen) {
+  startActive();
+  makeAboutSheet(*m_look, &window())->open();
+  QTest::keyClick(window().focusWidget(), Qt::Key_N, Qt::ControlModifier);
+  EXPECT_EQ(editor().mindMap().nodes.size(), 1U);
+  QTest::keyClick(window().focusWidget(), Qt::Key_Q, Qt::ControlModifier);
+  EXPECT_EQ(m_terminations, 1);
 }
 
 TEST_F(ApplicationTest, ClosingTheWindowMinimizesItAndKeepsTheMap) {

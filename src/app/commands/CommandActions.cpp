@@ -43,6 +43,7 @@ void CommandActions::addAction(const Command& command) {
   auto* action = new QAction(command.text, this);
   action->setObjectName(command.id);
   if (!command.yieldsKey) action->setShortcuts(command.allKeys());
+  if (command.isProgramWide) action->setShortcutContext(Qt::ApplicationShortcut);
   action->setMenuRole(QAction::NoRole);
   action->setCheckable(command.isOn != nullptr);
   connect(action, &QAction::triggered, this, [this, &command] { trigger(command); });

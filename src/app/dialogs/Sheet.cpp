@@ -10,9 +10,11 @@
 #include <QPainter>
 #include <QVBoxLayout>
 
+#include "app/look/AccessibleRole.h"
 #include "app/look/CardShadow.h"
 #include "app/look/Look.h"
 #include "app/look/Paint.h"
+#include "commands/CommandTable.h"
 
 namespace quilmora {
 
@@ -20,6 +22,10 @@ namespace {
 
 constexpr double veilOpacity = 0.2;
 constexpr double darkVeilOpacity = 0.45;
+
+bool isQuitKey(const QKeyEvent& event) {
+  return findCommand(QStringLiteral("quit"))->keySequence() == QKeySequence(event.keyCombination());
+}
 
 }  // namespace
 
@@ -41,6 +47,7 @@ class Sheet::Panel final : public QWidget {
 Sheet::Sheet(const Look& look, QWidget* window)
     : QWidget(window), m_look(look), m_panel(new Panel(look, this)), m_content(new QVBoxLayout(m_panel)) {
   hide();
+  setAccessibleRole(*this, QAccessible::Dialog);
   setCursor(Qt::ArrowCursor);
   setFocusPolicy(Qt::StrongFocus);
   m_content->setContentsMargins(metrics::gapHuge, metrics::gapHuge, metrics::gapHuge, metrics::gapLarge);
@@ -142,9 +149,9 @@ void Sheet::keepFocus(const QWidget* now) {
 }
 
 bool Sheet::event(QEvent* event) {
-  // No menu entry acts while the sheet is open.
+  // No entry of a menu acts while the sheet is open, but for the one that ends the program.
   if (event->type() == QEvent::ShortcutOverride) {
-    event->accept();
+    event->setAccepted(!isQuitKey(*static_cast<QKeyEvent*>(event)));
     return true;
   }
   if (event->type() == QEvent::LayoutRequest) place();
