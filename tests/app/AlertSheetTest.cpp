@@ -1,3 +1,4 @@
+#include <QAccessible>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -103,6 +104,14 @@ TEST_F(AlertSheetTest, AnswersAreGivenByKeyAndCancelGivesNone) {
   QTest::keyClick(m_window.focusWidget(), Qt::Key_C, Qt::AltModifier);
   EXPECT_TRUE(openSheets().isEmpty());
   EXPECT_EQ(primary + plain, 2);
+}
+
+TEST_F(AlertSheetTest, ScreenReadersHearWhatHappened) {
+  m_alerts.showError(&m_window, QStringLiteral("File not found: a.mindmap"));
+  const QAccessibleInterface* heard = QAccessible::queryAccessibleInterface(openSheets().first());
+  EXPECT_EQ(heard->role(), QAccessible::AlertMessage);
+  EXPECT_EQ(heard->text(QAccessible::Name), QStringLiteral("Error"));
+  EXPECT_EQ(heard->text(QAccessible::Description), QStringLiteral("File not found: a.mindmap"));
 }
 
 TEST_F(AlertSheetTest, MessagesArePlainText) {

@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "app/assistant/ChatBubble.h"
 #include "app/assistant/ChatHeader.h"
 #include "app/assistant/ChatList.h"
 #include "app/assistant/ChatSuggestions.h"
@@ -15,6 +16,7 @@
 #include "app/assistant/ProviderState.h"
 #include "app/assistant/SubmitField.h"
 #include "app/dialogs/Alerts.h"
+#include "app/look/Announcement.h"
 #include "app/look/Look.h"
 #include "app/look/Widgets.h"
 #include "editor/AIWorkflows.h"
@@ -100,6 +102,7 @@ void AIChatView::followMessages() {
   const auto& messages = m_parts.chat.chatMessages();
   m_list->setMessages(messages, [this](const QUuid& id) { m_parts.chat.applyChatAction(id); });
   const bool shows = !messages.empty() || m_parts.chat.chatIsLoading();
+  tellNewest();
   m_header->clearButton().setEnabled(!messages.empty());
   // Otherwise the keyboard would leave the chat with the widgets removed.
   const QWidget* owner = window()->focusWidget();
@@ -108,6 +111,14 @@ void AIChatView::followMessages() {
   if (takesKeyboard) m_input->setFocus(Qt::OtherFocusReason);
   m_list->setVisible(shows);
   m_suggestions->setVisible(!shows);
+}
+
+// A reply comes while the keyboard is elsewhere; the own words need not be heard again.
+void AIChatView::tellNewest() {
+  const auto& messages = m_parts.chat.chatMessages();
+  const QUuid newest = messages.empty() ? QUuid() : messages.back().id;
+  if (std::exchange(m_newest, newest) == newest || newest.isNull()) return;
+  if (messages.back().role == ChatRole::assistant) announce(*this, m_list->bubbles().back()->accessibleName());
 }
 
 void AIChatView::followLoading() {

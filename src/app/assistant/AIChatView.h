@@ -56,6 +56,7 @@ class AIChatView final : public QWidget {
   void ask(const QString& text);
   void askToClear();
   void followMessages();
+  void tellNewest();
   void followLoading();
   void followInput();
 
@@ -65,6 +66,7 @@ class AIChatView final : public QWidget {
   ChatList* m_list;
   SubmitField* m_input;
   IconButton* m_send;
+  QUuid m_newest;  // message that was told to screen readers
   bool m_isLookDue = false;
 };
 

@@ -9,9 +9,12 @@
 #include "app/assistant/AIPromptView.h"
 #include "app/assistant/SubmitField.h"
 #include "app/companions/CanvasCompanions.h"
+#include "app/look/Announcement.h"
 #include "app/look/Look.h"
 #include "canvas/view/CanvasView.h"
+#include "canvas/view/PlainText.h"
 #include "editor/AIWorkflows.h"
+#include "platform/OnDeviceText.h"
 
 namespace quilmora {
 
@@ -29,6 +32,9 @@ Assistant::Assistant(Machine& machine, AIWorkflows& workflows, ChatSession& chat
           [this] { m_window.canvas.setFocus(Qt::ShortcutFocusReason); });
   connect(m_chatView, &AIChatView::settingsWanted, this, &Assistant::settingsWanted);
   connect(&workflows, &AIWorkflows::showAIPromptChanged, this, &Assistant::followSheet);
+  for (const auto signal :
+       {&AIWorkflows::aiIsGeneratingChanged, &AIWorkflows::aiProgressChanged, &AIWorkflows::aiErrorChanged})
+    connect(&workflows, signal, this, &Assistant::tellProgress);
   m_window.window.installEventFilter(this);
 }
 
@@ -59,6 +65,12 @@ void Assistant::followSheet() {
   }
   m_sheet = new AIPromptView(m_machine.look, m_workflows, m_provider, m_machine.scheduler, &m_window.window);
   m_sheet->open();
+}
+
+void Assistant::tellProgress() {
+  const QString error = onDeviceText(m_workflows.aiError().value_or(QString()));
+  const QString text = plain::line(m_workflows.aiIsGenerating() ? m_workflows.aiProgress() : error);
+  if (std::exchange(m_told, text) != text) announce(m_window.window, text);
 }
 
 // Settings may have been changed in another window.

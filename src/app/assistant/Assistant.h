@@ -49,6 +49,8 @@ class Assistant final : public QObject {
  private:
   void addTopicEntries();
   void followSheet();
+  // Tells screen readers what a sheet or a card shows of the work under way.
+  void tellProgress();
 
   Machine& m_machine;
   AIWorkflows& m_workflows;
@@ -57,6 +59,7 @@ class Assistant final : public QObject {
   AIChatView* m_chatView;
   AIActivityCard* m_card;
   AIPromptView* m_sheet = nullptr;
+  QString m_told;  // to screen readers
 };
 
 }  // namespace quilmora

@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "app/look/AccessibleRole.h"
 #include "app/look/Look.h"
 #include "app/look/Widgets.h"
 #include "canvas/view/PlainText.h"
@@ -53,6 +54,7 @@ AlertSheet::AlertSheet(const Look& look, Kind kind, const QString& title, const 
       m_buttons(new QHBoxLayout),
       m_close(new QPushButton(tr("&OK"), &panel())),
       m_first(m_close) {
+  setAccessibleRole(*this, QAccessible::AlertMessage);
   setAccessibleName(title);
   m_title->setFont(look.font(Look::TextStyle::panelTitle));
   plain::setText(*m_title, title);
@@ -96,6 +98,7 @@ void AlertSheet::addMessage(const QString& message) {
   const qsizetype hidden = m_heard.size() - shown.size();
   if (hidden > 0) shown.prepend(tr("%1 more, and last:").arg(hidden));
   plain::setText(*m_text, shown.join(QStringLiteral("\n\n")));
+  setAccessibleDescription(this->message());
 }
 
 void AlertSheet::addAnswer(const Question::Answer& answer) {

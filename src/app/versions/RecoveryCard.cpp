@@ -6,6 +6,7 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 
+#include "app/look/Announcement.h"
 #include "app/look/Look.h"
 #include "app/look/Widgets.h"
 #include "editor/MindMapViewModel.h"
@@ -51,6 +52,7 @@ void RecoveryCard::tell(const QString& text, bool offersUndo) {
   setShown(true);
   bringToFront();
   place();
+  announce(*this, text);
 }
 
 QString RecoveryCard::text() const {

@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 
+#include "app/look/Announcement.h"
 #include "app/look/Look.h"
 #include "canvas/view/PlainText.h"
 
@@ -54,6 +55,7 @@ DocumentBar::DocumentBar(const Look& look, QWidget* parent)
 
 void DocumentBar::setTrouble(const DocumentTrouble& trouble) {
   m_trouble = trouble;
+  if (isWanted() && trouble.text != text()) announce(*this, trouble.text);
   if (isWanted()) m_text->setPlainText(trouble.text);
   m_reload->setVisible(trouble.canReload);
   m_keepMine->setVisible(trouble.canKeepMine);

@@ -207,5 +207,44 @@ TEST_F(AssistantWindowTest, EveryPartOfChatAndSheetHasAName) {
   for (const Chip* mode : sheet()->modeButtons()) EXPECT_FALSE(mode->accessibleName().isEmpty());
 }
 
+// What was last told to screen readers without the keyboard's going there.
+QString heard(QWidget& window) {
+  const QAccessibleInterface* whole = QAccessible::queryAccessibleInterface(&window);
+  for (int index = 0; index < whole->childCount(); ++index)
+    if (const QAccessibleInterface* part = whole->child(index); part->role() == QAccessible::Notification)
+      return part->text(QAccessible::Name);
+  return {};
+}
+
+TEST_F(AssistantWindowTest, RepliesAreToldToScreenReaders) {
+  useClaude();
+  startActive();
+  chat().sendChat(QStringLiteral("hello"));
+  EXPECT_EQ(heard(window()), QString()) << "the own words";
+  ASSERT_TRUE(isAsked());
+  replyAsClaude(0, QStringLiteral("Good morning."));
+  ASSERT_TRUE(isAnswered());
+  EXPECT_EQ(heard(window()), QStringLiteral("Assistant: Good morning."));
+  chat().sendChat(QStringLiteral("again"));
+  ASSERT_TRUE(isAsked(2));
+  m_transport.answer(1, {429, ""});
+  ASSERT_TRUE(isAnswered());
+  EXPECT_EQ(heard(window()), QStringLiteral("Assistant: Error: Rate limited — try again shortly"));
+}
+
+TEST_F(AssistantWindowTest, WhatIsUnderWayAndWhatFailedAreToldToScreenReaders) {
+  useClaude();
+  startActive();
+  editor().setNodeTitle(map().nodes[0].id, QStringLiteral("Tea"));
+  workflows().expandNode(map().nodes[0].id);
+  EXPECT_EQ(heard(window()), QStringLiteral("Expanding Tea..."));
+  ASSERT_TRUE(isAsked());
+  m_transport.answer(0, {401, "no"});
+  ASSERT_TRUE(isGenerated());
+  EXPECT_EQ(heard(window()), QStringLiteral("Invalid API key"));
+  workflows().expandNode(map().nodes[0].id);
+  EXPECT_EQ(heard(window()), QStringLiteral("Expanding Tea..."));
+}
+
 }  // namespace
 }  // namespace quilmora

@@ -1,3 +1,4 @@
+#include <QAccessible>
 #include <QPushButton>
 #include <QThreadPool>
 
@@ -42,6 +43,15 @@ TEST_F(DocumentBarTest, ComesAboveTheCanvasAndLeavesTheMapInItsPlace) {
   EXPECT_EQ(editor().canvasOffset() + QPointF(window().canvas().pos()), before + QPointF(canvasBefore.topLeft()));
   EXPECT_EQ(window().focusWidget(), focus);
   EXPECT_EQ(m_alerts.messages, QStringList());
+}
+
+TEST_F(DocumentBarTest, IsToldToScreenReadersWhenItComes) {
+  changeFile();
+  const QAccessibleInterface* whole = QAccessible::queryAccessibleInterface(&window());
+  QStringList heard;
+  for (int index = 0; index < whole->childCount(); ++index)
+    if (whole->child(index)->role() == QAccessible::Notification) heard << whole->child(index)->text(QAccessible::Name);
+  EXPECT_EQ(heard, QStringList({QStringLiteral("Another program has changed “Plan.mindmap”.")}));
 }
 
 TEST_F(DocumentBarTest, ReloadShowsTheOtherMapAsOneStep) {
