@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include <QApplication>
 #include <QButtonGroup>
 #include <QPushButton>
 #include <QResizeEvent>
@@ -14,6 +13,7 @@
 #include "app/assistant/ProviderState.h"
 #include "app/assistant/SubmitField.h"
 #include "app/look/FlowLayout.h"
+#include "app/look/KeyboardScroll.h"
 #include "app/look/Look.h"
 #include "app/look/Widgets.h"
 #include "canvas/view/PlainText.h"
@@ -47,10 +47,7 @@ class AIPromptView::Middle final : public QScrollArea {
     viewport()->setAutoFillBackground(false);
     viewport()->setBackgroundRole(QPalette::Base);  // the background of the scroll bar
     widget()->setAutoFillBackground(false);
-    // Scrolls to the focused control.
-    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
-      if (now != nullptr && isAncestorOf(now)) ensureWidgetVisible(now, 0, metrics::gapSmall);
-    });
+    scrollToKeyboard(*this);
   }
 
   QSize sizeHint() const override {

@@ -8,6 +8,7 @@
 
 #include "app/assistant/Chip.h"
 #include "app/look/FlowLayout.h"
+#include "app/look/KeyboardScroll.h"
 #include "app/look/Look.h"
 #include "app/look/Widgets.h"
 
@@ -90,6 +91,7 @@ ChatSuggestions::ChatSuggestions(const Look& look, QWidget* parent) : QScrollAre
   }
   column->addStretch();
   setWidget(page);
+  scrollToKeyboard(*this);
   viewport()->setAutoFillBackground(false);
   viewport()->setBackgroundRole(QPalette::AlternateBase);  // the background of the scroll bar
   page->setAutoFillBackground(false);
@@ -104,9 +106,7 @@ void ChatSuggestions::keyPressEvent(QKeyEvent* event) {
   } else if ((isForward || isBackward) && found != m_chips.end()) {
     const auto last = static_cast<std::ptrdiff_t>(m_chips.size()) - 1;
     const std::ptrdiff_t place = std::clamp<std::ptrdiff_t>((found - m_chips.begin()) + (isForward ? 1 : -1), 0, last);
-    Chip* next = m_chips[static_cast<std::size_t>(place)];
-    next->setFocus(Qt::TabFocusReason);
-    ensureWidgetVisible(next);
+    m_chips[static_cast<std::size_t>(place)]->setFocus(Qt::TabFocusReason);
   } else {
     QScrollArea::keyPressEvent(event);
   }

@@ -10,6 +10,7 @@
 #include "app/inspectors/MultiEdgeInspector.h"
 #include "app/inspectors/MultiNodeInspector.h"
 #include "app/inspectors/NodeInspector.h"
+#include "app/look/KeyboardScroll.h"
 #include "app/look/Look.h"
 
 namespace quilmora {
@@ -66,6 +67,7 @@ InspectorPanel::InspectorPanel(const InspectorContext& context, QWidget* parent)
   m_scroll->setFocusPolicy(Qt::NoFocus);
   m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   m_scroll->setAccessibleName(tr("Inspector"));
+  scrollToKeyboard(*m_scroll);
   const int barWidth = m_scroll->verticalScrollBar()->sizeHint().width();
   auto* body = new QHBoxLayout;
   body->setContentsMargins(metrics::panelPadding, 0, std::max(1, metrics::panelPadding - barWidth), 0);

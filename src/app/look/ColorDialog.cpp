@@ -10,6 +10,7 @@
 #include <QSpinBox>
 #include <QVBoxLayout>
 
+#include "app/look/KeyboardScroll.h"
 #include "app/look/Tokens.h"
 
 namespace quilmora {
@@ -52,6 +53,7 @@ ColorDialog::ColorDialog(const QString& title, const QColor& color, bool hasOpac
   scroll->setFrameShape(QFrame::NoFrame);
   scroll->setFocusPolicy(Qt::NoFocus);
   scroll->setWidget(m_colors);
+  scrollToKeyboard(*scroll);
   m_colors->show();
   auto* buttons = new QDialogButtonBox(this);
   // By letters that the page of colours leaves free.

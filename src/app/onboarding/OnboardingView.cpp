@@ -1,6 +1,5 @@
 #include "app/onboarding/OnboardingView.h"
 
-#include <QApplication>
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QScrollArea>
@@ -8,6 +7,7 @@
 #include <QVBoxLayout>
 #include <QVariantAnimation>
 
+#include "app/look/KeyboardScroll.h"
 #include "app/look/Look.h"
 #include "app/look/Widgets.h"
 #include "app/onboarding/OnboardingPages.h"
@@ -49,6 +49,7 @@ class PageArea final : public QScrollArea {
     // The background of the panel, for the scroll bar too.
     viewport()->setBackgroundRole(QPalette::Base);
     setWidget(page);
+    scrollToKeyboard(*this);
     page->setAutoFillBackground(false);
   }
 
@@ -86,9 +87,6 @@ OnboardingView::OnboardingView(const Look& look, SettingsStore& settings, Notifi
   m_slide->setEasingCurve(QEasingCurve::InOutQuad);
   connect(m_slide, &QVariantAnimation::valueChanged, this, &OnboardingView::placePage);
   connect(this, &Sheet::cancelled, this, &OnboardingView::dismiss);
-  connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
-    if (now != nullptr && m_page->isAncestorOf(now)) m_page->ensureWidgetVisible(now);
-  });
   showPage(0);
 }
 

@@ -7,6 +7,7 @@
 #include <QScrollBar>
 #include <QVBoxLayout>
 
+#include "app/look/KeyboardScroll.h"
 #include "app/look/Look.h"
 #include "app/look/Paint.h"
 
@@ -117,6 +118,7 @@ FormPage::FormPage(const Look& look, TokenColor ground, QWidget* parent)
   m_column->setSpacing(metrics::sectionGap);
   m_column->addStretch();
   setWidget(page);
+  scrollToKeyboard(*this);
 }
 
 FormSection* FormPage::addSection(const QString& title, int index) {

@@ -8,6 +8,7 @@
 #include <QScrollArea>
 #include <QVBoxLayout>
 
+#include "app/look/KeyboardScroll.h"
 #include "app/look/Look.h"
 #include "app/look/Widgets.h"
 #include "app/versions/VersionRow.h"
@@ -62,6 +63,7 @@ EarlierVersionsSheet::EarlierVersionsSheet(const Look& look, const QString& docu
   page->setAutoFillBackground(false);
   const int room = window->height() - 240;
   m_scroll->setFixedHeight(std::clamp(room, 120, listHeight));
+  scrollToKeyboard(*m_scroll);
   content().addWidget(m_scroll);
   addButtons();
   setMinPanelWidth(panelWidth);

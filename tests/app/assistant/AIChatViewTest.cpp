@@ -73,6 +73,17 @@ TEST_F(AIChatViewTest, ChipsAreWalkedByArrowsAndChosenByReturn) {
   EXPECT_EQ(QApplication::focusWidget(), &chatView().input());
 }
 
+TEST_F(AIChatViewTest, ChipsThatTabComesToAreInSight) {
+  openChat();
+  window().resize(window().minimumSizeHint().expandedTo({900, 300}));
+  settle();
+  Chip* last = chatView().suggestions().chips().back();
+  ASSERT_TRUE(last->visibleRegion().isEmpty());
+  press(Qt::Key_Tab, Qt::ShiftModifier);
+  ASSERT_TRUE(last->hasFocus());
+  EXPECT_EQ(last->visibleRegion().boundingRect().size(), last->size());
+}
+
 TEST_F(AIChatViewTest, ReturnSendsTheTrimmedWords) {
   openChat();
   type("  create a map about tea ");

@@ -332,6 +332,21 @@ TEST_F(PreferencesTest, KeysOfTheMapDoNothingInTheSettings) {
   EXPECT_EQ(editor().mindMap().nodes.size(), topics);
 }
 
+TEST_F(PreferencesTest, KeysOfTheWholeProgramWorkInTheSettingsToo) {
+  openPreferences();
+  QTest::keyClick(preferences()->focusWidget(), Qt::Key_Comma, Qt::ControlModifier);
+  EXPECT_TRUE(preferences()->isVisible());
+  QTest::keyClick(preferences()->focusWidget(), Qt::Key_Q, Qt::ControlModifier);
+  EXPECT_EQ(m_terminations, 1);
+}
+
+TEST_F(PreferencesTest, TheMinimizeKeyTakesTheSettingsAwayWithTheirWindow) {
+  openPreferences();
+  QTest::keyClick(preferences()->focusWidget(), Qt::Key_W, Qt::ControlModifier);
+  EXPECT_TRUE(window().isMinimized());
+  EXPECT_EQ(m_terminations, 0);
+}
+
 TEST_F(PreferencesTest, TabReachesEveryControlOfAPageAndComesBack) {
   openPreferences(Tab::appearance);
   std::set<QWidget*> reached;
@@ -347,6 +362,20 @@ TEST_F(PreferencesTest, TabReachesEveryControlOfAPageAndComesBack) {
   EXPECT_TRUE(reached.contains(slider("Thickness Scale")));
   EXPECT_TRUE(reached.contains(button("New Custom Theme")));
   EXPECT_TRUE(reached.contains(preferences()->findChild<QTabBar*>()));
+}
+
+TEST_F(PreferencesTest, ThePageScrollsToWhatGetsTheKeyboardFromOutsideIt) {
+  openPreferences(Tab::appearance);
+  preferences()->resize(preferences()->minimumSize());
+  auto* tabs = preferences()->findChild<QTabBar*>();
+  tabs->setFocus();
+  QTest::keyClick(preferences()->windowHandle(), Qt::Key_Tab, Qt::ShiftModifier);
+  EXPECT_TRUE(button("New Custom Theme")->hasFocus());
+  EXPECT_EQ(button("New Custom Theme")->visibleRegion().boundingRect().size(), button("New Custom Theme")->size());
+  QTest::keyClick(preferences()->windowHandle(), Qt::Key_Tab);
+  QTest::keyClick(preferences()->windowHandle(), Qt::Key_Tab);
+  EXPECT_TRUE(picker("Theme")->hasFocus());
+  EXPECT_EQ(picker("Theme")->visibleRegion().boundingRect().size(), picker("Theme")->size());
 }
 
 TEST_F(PreferencesTest, LargeFontsFitTheWindowOnTheScreen) {
