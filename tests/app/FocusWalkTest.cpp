@@ -3,6 +3,7 @@
 #include "app/AppFixture.h"
 #include "app/inspectors/InspectorPanel.h"
 #include "app/window/FocusWalk.h"
+#include "app/window/PanelEdge.h"
 #include "app/window/Sidebar.h"
 #include "app/window/Toolbar.h"
 
@@ -40,6 +41,17 @@ TEST_F(FocusWalkTest, StartsOnTheCanvasAndGoesRound) {
   EXPECT_EQ(area(), QStringLiteral("sidebar"));
   key(Qt::Key_Tab, Qt::ControlModifier);
   EXPECT_EQ(area(), QStringLiteral("canvas"));
+}
+
+TEST_F(FocusWalkTest, TheEdgeOfTheSidebarCountsToIt) {
+  startActive();
+  QWidget* edge = window().findChild<PanelEdge*>();
+  edge->setFocus(Qt::TabFocusReason);
+  key(Qt::Key_F6);
+  EXPECT_EQ(area(), QStringLiteral("canvas"));
+  edge->setFocus(Qt::TabFocusReason);
+  key(Qt::Key_F6, Qt::ShiftModifier);
+  EXPECT_EQ(area(), QStringLiteral("toolbar"));
 }
 
 TEST_F(FocusWalkTest, LeavesOutWhatIsHidden) {

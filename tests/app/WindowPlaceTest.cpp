@@ -151,6 +151,65 @@ TEST_F(WindowPlaceTest, APanelThatIsAskedForInANarrowWindowComes) {
   EXPECT_TRUE(window().sidebar().isVisible());
 }
 
+// A screen of 1440 by 900 at 225 %, where the inspector covers more than half of the canvas.
+class FloatingPanelTest : public AppTest {
+ protected:
+  void SetUp() override {
+    m_desktop.setPrefersStillness(true);
+    startActive();
+    window().resize(600, 360);
+    m_scheduler.advance(std::chrono::seconds(1));
+  }
+  void settle() {
+    QCoreApplication::processEvents();
+    m_scheduler.advance(std::chrono::seconds(1));
+    QCoreApplication::processEvents();
+  }
+  void toggle(SidePanel panel) {
+    action(panel == SidePanel::sidebar ? "toggleSidebar" : "toggleInspector")->trigger();
+    settle();
+  }
+  // Where the selected topic has its middle in the window.
+  QPoint selectedPlace() {
+    const QPointF position = editor().nodeByID(*editor().firstSelectedNode())->position;
+    const QPointF inView = position * editor().canvasZoom() + editor().canvasOffset();
+    return window().canvas().mapTo(&window(), inView.toPoint());
+  }
+  bool isSelectionSeen() { return window().childAt(selectedPlace()) == &window().canvas(); }
+};
+
+TEST_F(FloatingPanelTest, ANewTopicDoesNotComeBelowIt) {
+  toggle(SidePanel::inspector);
+  notifications().post(Notification::createNode);
+  settle();
+  ASSERT_TRUE(editor().firstSelectedNode());
+  EXPECT_TRUE(isSelectionSeen());
+}
+
+TEST_F(FloatingPanelTest, TheSelectedTopicComesFromBelowItWhenItOpens) {
+  for (const SidePanel panel : {SidePanel::inspector, SidePanel::sidebar}) {
+    editor().selectNode(editor().mindMap().nodes[0].id, false);
+    editor().centerOn(editor().mindMap().nodes[0].id, 0, 0, true);
+    const QSizeF room = window().canvas().size();
+    const double share = panel == SidePanel::sidebar ? 0.2 : 0.8;
+    editor().setCanvasOffset(editor().canvasOffset() + QPointF(room.width() * (share - 0.5), 0));
+    toggle(panel);
+    EXPECT_TRUE(isSelectionSeen());
+    toggle(panel);
+  }
+}
+
+TEST_F(FloatingPanelTest, WhatAnArrowSelectsDoesNotStayBelowIt) {
+  const QPointF first = editor().mindMap().nodes[0].position;
+  editor().createFreeNode(first.x() + 300, first.y());
+  editor().selectNode(editor().mindMap().nodes[0].id, false);
+  toggle(SidePanel::inspector);
+  QTest::keyClick(&window().canvas(), Qt::Key_Right);
+  settle();
+  ASSERT_EQ(editor().firstSelectedNode(), editor().mindMap().nodes[1].id);
+  EXPECT_TRUE(isSelectionSeen());
+}
+
 TEST_F(WindowPlaceTest, TheMapStaysInItsPlaceWhenAPanelGivesWay) {
   startActive();
   window().resize(1280, 800);

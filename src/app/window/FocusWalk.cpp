@@ -8,8 +8,8 @@ namespace quilmora {
 
 namespace {
 
-bool holds(const QWidget& area, const QWidget* widget) {
-  return widget != nullptr && (widget == &area || area.isAncestorOf(widget));
+bool holds(const QWidget* area, const QWidget* widget) {
+  return area != nullptr && widget != nullptr && (widget == area || area->isAncestorOf(widget));
 }
 
 bool takesKeyboard(const QWidget& widget) {
@@ -26,8 +26,8 @@ QWidget* entryOf(QWidget& area) {
 
 }  // namespace
 
-FocusWalk::FocusWalk(const std::vector<QWidget*>& areas, QWidget* window) : QObject(window), m_window(window) {
-  for (QWidget* area : areas) m_areas.push_back({area, nullptr});
+FocusWalk::FocusWalk(std::vector<QWidget*> areas, QWidget* window) : QObject(window), m_window(window) {
+  for (QWidget* area : areas) m_areas.push_back({area});
   const auto bind = [&](const QKeySequence& keys, void (FocusWalk::*walk)()) {
     connect(new QShortcut(keys, window), &QShortcut::activated, this, walk);
   };
@@ -37,11 +37,15 @@ FocusWalk::FocusWalk(const std::vector<QWidget*>& areas, QWidget* window) : QObj
   bind(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, &FocusWalk::backward);
 }
 
+void FocusWalk::setAnnex(const QWidget& area, QWidget* annex) {
+  std::ranges::find_if(m_areas, [&](const Area& other) { return other.widget == &area; })->annex = annex;
+}
+
 void FocusWalk::step(int direction) {
   QWidget* present = m_window->focusWidget();
   const int count = static_cast<int>(m_areas.size());
-  const auto found =
-      std::ranges::find_if(m_areas, [&](const Area& area) { return area.widget && holds(*area.widget, present); });
+  const auto found = std::ranges::find_if(
+      m_areas, [&](const Area& area) { return holds(area.widget, present) || holds(area.annex, present); });
   int place = static_cast<int>(found - m_areas.begin());
   if (found != m_areas.end())
     found->last = present;

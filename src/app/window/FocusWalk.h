@@ -15,13 +15,17 @@ class FocusWalk : public QObject {
   // The areas in the order of the walk; those that are hidden are left out. The window owns the walk.
   FocusWalk(const std::vector<QWidget*>& areas, QWidget* window);
 
+  // A part of an area that lies beside it.
+  void setAnnex(const QWidget& area, QWidget* annex);
+
   void forward() { step(1); }
   void backward() { step(-1); }
 
  private:
   struct Area {
     QPointer<QWidget> widget;
-    QPointer<QWidget> last;  // the control that last had the keyboard there
+    QPointer<QWidget> last = {};  // what had the keyboard there
+    QPointer<QWidget> annex = {};
   };
 
   void step(int direction);

@@ -27,6 +27,7 @@
 #include "app/versions/WindowKeeping.h"
 #include "app/window/DocumentBar.h"
 #include "app/window/FocusWalk.h"
+#include "app/window/PanelEdge.h"
 #include "app/window/PresentationScreen.h"
 #include "app/window/Sidebar.h"
 #include "app/window/StatusLine.h"
@@ -115,6 +116,10 @@ void MainWindow::connectParts() {
   connect(m_canvas, &CanvasView::imageDropped, &m_images, &NodeImages::setFromFile);
   connect(&m_editor, &MindMapViewModel::mindMapChanged, this, &MainWindow::refreshTitle);
   connect(&m_editor, &MindMapViewModel::isDirtyChanged, this, &MainWindow::refreshTitle);
+  // Once the view is where the command wants it.
+  connect(&m_editor, &MindMapViewModel::selectedNodeIDsChanged, this, &MainWindow::uncoverSelection,
+          Qt::QueuedConnection);
+  connect(m_content, &WindowContent::panelsChanged, this, &MainWindow::uncoverSelection);
   connect(&m_editor, &MindMapViewModel::showSmartPasteChanged, this, &MainWindow::followSmartPaste);
 }
 
@@ -148,7 +153,11 @@ void MainWindow::buildContent() {
   setAccessibleRole(*m_canvas, QAccessible::Canvas);
   m_canvas->setAccessibleName(tr("Canvas"));
   m_companions = new CanvasCompanions(look, m_editor, m_machine.scheduler, m_canvas);
-  m_canvas->setCoveredAreas([this] { return m_companions->coveredAreas(); });
+  m_canvas->setCoveredAreas([this] {
+    std::vector<QRect> areas = m_companions->coveredAreas();
+    if (const QRect panel = m_content->coveredCanvas(); !panel.isEmpty()) areas.push_back(panel);
+    return areas;
+  });
   m_canvas->setGlides(!look.isStill());
   connect(&look, &Look::changed, m_canvas, [this, &look] { m_canvas->setGlides(!look.isStill()); });
   m_statusLine = new StatusLine(look, m_editor, m_content);
@@ -167,7 +176,8 @@ void MainWindow::buildContent() {
   });
   connect(m_content, &WindowContent::panelsChanged, this, &MainWindow::refreshShown);
   connect(m_content, &WindowContent::sidebarPushedAway, this, [this] { setShows(SidePanel::sidebar, false); });
-  new FocusWalk({m_toolbar, m_sidebar, m_documentBar, m_canvas, m_inspector}, this);
+  auto* walk = new FocusWalk({m_toolbar, m_sidebar, m_documentBar, m_canvas, m_inspector}, this);
+  walk->setAnnex(*m_sidebar, &m_content->sidebarEdge());
   connect(m_sidebar, &Sidebar::tabChosen, this, [this](SidebarTab tab) {
     m_sidebar->setActiveTab(tab);
     refreshShown();
@@ -244,7 +254,8 @@ void MainWindow::setShows(SidePanel panel, bool shows) {
   m_machine.settings.setFlag(panel == SidePanel::sidebar ? settings::showSidebar : settings::showInspector, shows);
   // Otherwise the keyboard would go to whatever comes next when the panel is hidden.
   const QWidget* place = panel == SidePanel::sidebar ? static_cast<QWidget*>(m_sidebar) : m_inspector;
-  if (!shows && place->isAncestorOf(focusWidget())) m_canvas->setFocus();
+  const bool isOnEdge = panel == SidePanel::sidebar && focusWidget() == &m_content->sidebarEdge();
+  if (!shows && (isOnEdge || place->isAncestorOf(focusWidget()))) m_canvas->setFocus();
   m_content->setWishes(wishes);
   refreshShown();
 }
@@ -258,6 +269,12 @@ void MainWindow::refreshShown() {
                        .aiChat = sidebar && sidebarTab() == SidebarTab::aiChat,
                        .outline = sidebar && sidebarTab() == SidebarTab::outline,
                        .isFullScreen = isFullScreen()});
+}
+
+void MainWindow::uncoverSelection() {
+  // What a press selects is in sight, and stays below the pointer.
+  if (m_content->coveredCanvas().isEmpty() || QGuiApplication::mouseButtons() != Qt::NoButton) return;
+  if (m_editor.selectedNodeIDs().size() == 1) m_canvas->bringIntoSight(*m_editor.firstSelectedNode());
 }
 
 void MainWindow::refreshTitle() {

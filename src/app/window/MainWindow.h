@@ -108,6 +108,8 @@ class MainWindow : public QMainWindow {
   void setShows(SidePanel panel, bool shows);
   void toggleTab(SidebarTab tab);
   void refreshShown();
+  // Keys, search and outline select topics that may lie below a panel that floats.
+  void uncoverSelection();
   void refreshTitle();
   void showAbout();
   // Says why the document was not opened, and asks how to keep the open map.

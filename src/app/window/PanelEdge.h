@@ -6,15 +6,35 @@
 
 namespace quilmora {
 
-// The edge between a side panel and the canvas, which the pointer can drag. Draws nothing: the panel has its own line.
+class Look;
+
+// The edge between a side panel and the canvas, to be dragged by the pointer or, once Tab has come to it, moved with
+// Left, Right, Home and End. Draws nothing else than that it has the keyboard: the panel has its line.
 class PanelEdge : public QWidget {
   Q_OBJECT
 
  public:
   // The width that the pointer can grab, in logical pixels.
   static constexpr int thickness = 6;
+  // By which an arrow key moves it.
+  static constexpr int step = 16;
 
-  explicit PanelEdge(QWidget* parent);
+  // Places in the parent, of the middle of the edge.
+  struct Range {
+    int least = 0;
+    int most = 0;
+    int now = 0;
+
+    bool operator==(const Range&) const = default;
+  };
+
+  PanelEdge(const Look& look, QWidget* parent);
+
+  const Range& range() const { return m_range; }
+  // Screen readers tell of it as of a value.
+  void setRange(const Range& range);
+  // As far as it can go; its owner then puts it there.
+  void moveTo(int x);
 
  Q_SIGNALS:
   // To an x coordinate in the parent, of the middle of the edge.
@@ -29,9 +49,13 @@ class PanelEdge : public QWidget {
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
 
  private:
-  std::optional<int> m_hold;  // where the pointer grabbed it, in its own coordinates
+  const Look& m_look;
+  Range m_range;
+  std::optional<int> m_hold;  // where the pointer holds it, in its own coordinates
 };
 
 }  // namespace quilmora

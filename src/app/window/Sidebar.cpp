@@ -113,14 +113,21 @@ void Sidebar::setActiveTab(SidebarTab tab) {
   orderTabStops();
 }
 
-// A page is created long after the widgets beside the sidebar, but Tab must lead from the bar into it.
+// A page is made long after what stands beside the sidebar, but Tab leads from the whole bar into it.
 void Sidebar::orderTabStops() {
   const QWidget* page = m_pages->currentWidget();
   std::vector<QWidget*> stops;
   for (QWidget* next = page->nextInFocusChain(); next != page; next = next->nextInFocusChain())
     if (page->isAncestorOf(next) && (next->focusPolicy() & Qt::TabFocus) != 0) stops.push_back(next);
-  QWidget* last = m_buttons[static_cast<std::size_t>(m_activeTab)];
+  stops.insert(stops.begin(), m_buttons.begin() + 1, m_buttons.end());
+  QWidget* last = m_buttons.front();
+  if (m_lastTabStop != nullptr) stops.push_back(m_lastTabStop);
   for (QWidget* stop : stops) setTabOrder(std::exchange(last, stop), stop);
+}
+
+void Sidebar::setLastTabStop(QWidget* stop) {
+  m_lastTabStop = stop;
+  orderTabStops();
 }
 
 void Sidebar::setPage(SidebarTab tab, MakePage make) {

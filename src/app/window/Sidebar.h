@@ -24,6 +24,8 @@ class Sidebar : public Ground {
   void setPage(SidebarTab tab, MakePage make);
   SidebarTab activeTab() const { return m_activeTab; }
   void setActiveTab(SidebarTab tab);
+  // What Tab comes to behind the content; lies in the same window and outlives the panel's use.
+  void setLastTabStop(QWidget* stop);
 
  Q_SIGNALS:
   // The user chose a tab in the bar.
@@ -40,6 +42,7 @@ class Sidebar : public Ground {
   std::array<QAbstractButton*, 2> m_buttons;
   std::array<MakePage, 2> m_makers;
   QStackedWidget* m_pages;
+  QWidget* m_lastTabStop = nullptr;
 };
 
 }  // namespace quilmora

@@ -19,7 +19,7 @@ constexpr int canvasMinHeight = 200;
 }  // namespace
 
 WindowContent::WindowContent(const Look& look, QWidget* parent)
-    : Ground(look, &Tokens::window, {}, parent), m_edge(new PanelEdge(this)) {
+    : Ground(look, &Tokens::window, {}, parent), m_edge(new PanelEdge(look, this)) {
   connect(m_edge, &PanelEdge::dragged, this, &WindowContent::setSidebarWidth);
   connect(m_edge, &PanelEdge::resetWanted, this, [this] { setSidebarWidth(metrics::sidebarWidth); });
   connect(m_edge, &PanelEdge::dropped, this, [this](int x) {
@@ -30,6 +30,7 @@ WindowContent::WindowContent(const Look& look, QWidget* parent)
 void WindowContent::setParts(const Parts& parts) {
   m_parts = parts;
   m_parts.canvas->setMinimumSize(metrics::canvasMinWidth, canvasMinHeight);
+  m_parts.sidebar->setLastTabStop(m_edge);
   connect(m_parts.documentBar, &DocumentBar::changed, this, &WindowContent::arrange);
   arrange();
 }
@@ -44,6 +45,12 @@ void WindowContent::setBare(bool bare) {
   arrange();
 }
 
+QRect WindowContent::coveredCanvas() const {
+  if (!m_places.floats) return {};
+  const QWidget* panel = m_places.sidebar ? static_cast<QWidget*>(m_parts.sidebar) : m_parts.inspector;
+  return panel->geometry().translated(-m_parts.canvas->pos()) & m_parts.canvas->rect();
+}
+
 QSize WindowContent::minimumSizeHint() const {
   return {metrics::canvasMinWidth, metrics::toolbarHeight + canvasMinHeight + metrics::statusLineHeight};
 }
@@ -53,11 +60,16 @@ void WindowContent::resizeEvent(QResizeEvent* event) {
   arrange();
 }
 
-// Never narrower than its designed width, and never at the cost of its neighbours.
-int WindowContent::sidebarWidthIn(const PanelPlaces& places) const {
+// Never at the cost of what stands beside it.
+int WindowContent::mostSidebarWidthIn(const PanelPlaces& places) const {
   const int inspector = places.inspector && !places.floats ? widthOf(SidePanel::inspector) : 0;
   const int room = width() - metrics::canvasMinWidth - inspector;
-  return std::clamp(m_sidebarWidth, metrics::sidebarWidth, std::max(metrics::sidebarWidth, room));
+  return std::max(metrics::sidebarWidth, room);
+}
+
+// Never narrower than it is made for.
+int WindowContent::sidebarWidthIn(const PanelPlaces& places) const {
+  return std::clamp(m_sidebarWidth, metrics::sidebarWidth, mostSidebarWidthIn(places));
 }
 
 void WindowContent::setSidebarWidth(int width) {
@@ -96,6 +108,7 @@ void WindowContent::arrange() {
   m_parts.sidebar->raise();
   m_parts.inspector->raise();
   m_edge->setGeometry(sidebarWidth - PanelEdge::thickness / 2, top, PanelEdge::thickness, height() - top);
+  m_edge->setRange({metrics::sidebarWidth, mostSidebarWidthIn(places), sidebarWidth});
   m_edge->setVisible(places.sidebar && !places.floats);
   m_edge->raise();
   if (!shift.isNull() && isVisible()) Q_EMIT canvasShifted(shift);

@@ -34,7 +34,10 @@ class WindowContent : public Ground {
   const PanelWishes& wishes() const { return m_wishes; }
   void setWishes(const PanelWishes& wishes);
   bool shows(SidePanel panel) const { return m_places.shows(panel); }
-  // When bare, the canvas takes the whole area.
+  PanelEdge& sidebarEdge() const { return *m_edge; }
+  // Of the canvas, what lies below a panel that floats; empty where none does.
+  QRect coveredCanvas() const;
+  // Bare, the canvas has the whole place.
   void setBare(bool bare);
 
   QSize minimumSizeHint() const override;
@@ -53,6 +56,7 @@ class WindowContent : public Ground {
 
  private:
   void arrange();
+  int mostSidebarWidthIn(const PanelPlaces& places) const;
   int sidebarWidthIn(const PanelPlaces& places) const;
   void setSidebarWidth(int width);
 
