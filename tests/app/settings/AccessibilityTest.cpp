@@ -1,3 +1,5 @@
+#include <set>
+
 #include "PreferencesFixture.h"
 
 namespace quilmora {
@@ -17,6 +19,27 @@ class SettingsAccessibilityTest : public PreferencesTest {
       }
       expectNames(child);
     }
+  }
+  // The controls of an area that a walk by Tab all around it does not come to.
+  QStringList unreachedByTab(QWidget& area) {
+    std::set<const QWidget*> reached;
+    const QWidget* first = preferences()->focusWidget();
+    do {
+      reached.insert(preferences()->focusWidget());
+      QTest::keyClick(preferences()->windowHandle(), Qt::Key_Tab);
+    } while (preferences()->focusWidget() != first && reached.size() < 200);
+    QStringList missed;
+    for (const QWidget* control : area.findChildren<QWidget*>()) {
+      const bool isControl = qobject_cast<const QAbstractButton*>(control) || qobject_cast<const QLineEdit*>(control) ||
+                             qobject_cast<const QComboBox*>(control) || qobject_cast<const QSlider*>(control) ||
+                             qobject_cast<const QTabBar*>(control) || (control->focusPolicy() & Qt::TabFocus) != 0;
+      // What a button within a field or a bar does has its keys there.
+      const QWidget* owner = control->parentWidget();
+      const bool isInside = qobject_cast<const QLineEdit*>(owner) || qobject_cast<const QTabBar*>(owner);
+      if (isControl && !isInside && control->isVisible() && control->isEnabled() && !reached.contains(control))
+        missed << QLatin1String(control->metaObject()->className()) + QLatin1Char(' ') + control->accessibleName();
+    }
+    return missed;
   }
   int m_count = 0;
 };
@@ -45,6 +68,26 @@ TEST_F(SettingsAccessibilityTest, EveryControlOfTheThemeBuilderHasAName) {
   ASSERT_NE(preferences()->themeBuilder(), nullptr);
   expectNames(QAccessible::queryAccessibleInterface(preferences()->themeBuilder()));
   EXPECT_GE(m_count, 17 + 5 + 13);
+}
+
+TEST_F(SettingsAccessibilityTest, TabReachesEveryControlOfEveryTab) {
+  saveCustomThemes(m_settings, {customTheme(QStringLiteral("A"), QStringLiteral("Moss"))});
+  openPreferences();
+  for (const Tab tab : {Tab::general, Tab::appearance, Tab::interaction, Tab::ai}) {
+    preferences()->setTab(tab);
+    EXPECT_EQ(unreachedByTab(*preferences()), QStringList()) << static_cast<int>(tab);
+  }
+  m_keys.items[accounts::claudeKey] = "sk-test-123456";
+  choose(picker("AI Provider"), QStringLiteral("Claude (Anthropic)"));
+  QCoreApplication::processEvents();
+  EXPECT_EQ(unreachedByTab(*preferences()), QStringList()) << "with a key";
+}
+
+TEST_F(SettingsAccessibilityTest, TabReachesEveryControlOfTheThemeBuilder) {
+  openPreferences(Tab::appearance);
+  QTest::keyClick(button("New Custom Theme"), Qt::Key_Space);
+  ASSERT_NE(preferences()->themeBuilder(), nullptr);
+  EXPECT_EQ(unreachedByTab(*preferences()->themeBuilder()), QStringList());
 }
 
 TEST_F(SettingsAccessibilityTest, RolesAndValuesAreTold) {
