@@ -26,7 +26,7 @@ QWidget* entryOf(QWidget& area) {
 
 }  // namespace
 
-FocusWalk::FocusWalk(std::vector<QWidget*> areas, QWidget* window) : QObject(window), m_window(window) {
+FocusWalk::FocusWalk(const std::vector<QWidget*>& areas, QWidget* window) : QObject(window), m_window(window) {
   for (QWidget* area : areas) m_areas.push_back({area});
   const auto bind = [&](const QKeySequence& keys, void (FocusWalk::*walk)()) {
     connect(new QShortcut(keys, window), &QShortcut::activated, this, walk);

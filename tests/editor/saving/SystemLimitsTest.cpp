@@ -58,7 +58,8 @@ TEST_F(SystemLimits, ADocumentThatDoesNotFitIntoMemorySaysSoAndTheOpenMapStays) 
     ++refused;
     EXPECT_EQ(result.title, QStringLiteral("Small"));
     EXPECT_EQ(result.count, QStringLiteral("3"));
-    EXPECT_TRUE(result.error.startsWith(QStringLiteral("Failed to open document: Large.mindmap: "))) << qPrintable(result.error);
+    EXPECT_TRUE(result.error.startsWith(QStringLiteral("Failed to open document: Large.mindmap: ")))
+        << qPrintable(result.error);
     EXPECT_TRUE(result.error.contains(QStringLiteral("memory"))) << qPrintable(result.error);
   }
   EXPECT_GE(refused, 3);
