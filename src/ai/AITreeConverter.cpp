@@ -117,8 +117,8 @@ MindMap AITreeConverter::convert(const AITreeNode& tree, const SettingsStore& se
   return map;
 }
 
-void AITreeConverter::addChildren(std::span<const AITreeNode> children, MindMap& map, const QUuid& parentID,
-                                  int parentDepth, const SettingsStore& settings, const Clock& clock) const {
+void AITreeConverter::addChildren(std::span<const AITreeNode> children, MindMap& map, QUuid parentID, int parentDepth,
+                                  const SettingsStore& settings, const Clock& clock) const {
   constexpr double columnStep = 180.0;
   constexpr double childStep = 60.0;
   constexpr double grandchildStep = 50.0;

@@ -24,7 +24,7 @@ struct AITreeConverter {
 
   // Adds the children and their children, no deeper, at fixed offsets from the topic `parentID`, whose depth is
   // `parentDepth`. Existing topics are not moved.
-  void addChildren(std::span<const AITreeNode> children, MindMap& map, const QUuid& parentID, int parentDepth,
+  void addChildren(std::span<const AITreeNode> children, MindMap& map, QUuid parentID, int parentDepth,
                    const SettingsStore& settings, const Clock& clock) const;
 
   // Always a built-in theme: an unknown id gives "purple".

@@ -187,4 +187,17 @@ TEST_F(AITreeConverterTest, ATreeNestedAHundredThousandDeepConverts) {
   }
 }
 
+// The map grows under a reference into it.
+TEST_F(AITreeConverterTest, ChildrenComeBelowATopicWhoseIdLiesInTheMapItself) {
+  MindMap map;
+  Node root;
+  root.id = test::topicId(0);
+  map.nodes.append(root);
+  std::vector<AITreeNode> children(40);
+  AITreeConverter{QSizeF(1200, 800), MindMap::Layout::tree, QStringLiteral("ocean")}.addChildren(
+      children, map, map.nodes.front().id, 0, m_settings, m_clock);
+  ASSERT_EQ(map.edges.size(), 40u);
+  for (const Edge& edge : map.edges) EXPECT_EQ(edge.from, test::topicId(0));
+}
+
 }  // namespace quilmora
