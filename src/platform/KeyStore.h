@@ -69,7 +69,7 @@ class KeyStore : public QObject {
     bool isChosenHere = false;  // set by saveKey, so that a later answer of a read is ignored
     bool isFound = false;       // a key that is not found is looked up again: a locked store may be open later
     bool isReading = false;
-    bool isReadSlow = false;  // the patience is over: nobody waits for the read any more
+    bool isReadSlow = false;  // `patience` has passed: nobody waits for the read any more
     bool isWriting = false;
     bool isStale = false;  // saved again while the previous write was in progress
     int writeCount = 0;

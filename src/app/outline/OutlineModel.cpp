@@ -304,7 +304,7 @@ void OutlineModel::toggle(int row) {
     enter(walk, path);
     const auto children = m_tree.children(toggled.number);
     std::vector<OutlineNodeRow> rows = walk.rows(children, 0, children.size(), m_limit);
-    // A cut ends the list.
+    // If rows were cut, nothing may follow them.
     if (walk.wasCut()) removeRowsAt(row + 1, rowCount());
     m_isCut |= walk.wasCut();
     insertRowsAt(row + 1, std::move(rows));

@@ -196,7 +196,7 @@ SettingSlider::SettingSlider(const Look& look, const QString& name, SettingsStor
   line->addWidget(m_slider, 1);
   line->addWidget(m_value);
   refresh();
-  // A move of the handle that only follows the setting finds its own step already stored.
+  // When the handle moves only to follow the setting, its step is already stored.
   connect(m_slider, &QSlider::valueChanged, this, [this](int step) {
     const double stored = m_settings.real(m_key).value_or(settings::settingDefault(m_key).toReal());
     const int shown = std::clamp(stepOf(stored), m_slider->minimum(), m_slider->maximum());

@@ -173,7 +173,7 @@ void paintSymbol(QPainter& painter, const QString& name, const QRectF& rect, con
 }
 
 QPixmap symbolPixmap(const QString& name, QSizeF size, const QColor& color, qreal devicePixelRatio) {
-  // Never destroyed, because pictures must not outlive the application object.
+  // Never destroyed, because pictures must not be destroyed after the application object.
   static auto& cache = *new QCache<QString, QPixmap>(keptPixmapCount);
   constexpr double maxSide = 4096.0;
   const double ratio = devicePixelRatio > 0.0 && std::isfinite(devicePixelRatio) ? devicePixelRatio : 1.0;
