@@ -92,7 +92,7 @@ void ChatList::setMessages(const std::vector<ChatMessage>& messages, const std::
   if (m_bubbles.empty()) m_followsNewest = true;
   m_current = std::min(m_current, m_bubbles.empty() ? 0 : m_bubbles.size() - 1);
 
-  // Visible messages are measured first.
+  // The newest messages are visible first, so they are measured first.
   const auto deadline = SteadyClock::now() + slice;
   for (std::size_t index = m_bubbles.size(); index > kept && SteadyClock::now() < deadline; --index)
     m_bubbles[index - 1]->measureUntil(deadline, 0);

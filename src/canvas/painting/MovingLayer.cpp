@@ -17,8 +17,8 @@ namespace {
 
 constexpr double previewOpacity = 0.6;
 constexpr double previewWidth = 2.0;
-// The cost of a smooth line grows with its length in pixels, times its width plus this constant. Beyond the limit,
-// about 3 ms, smooth lines would delay the frame.
+// A smooth line costs its length in pixels times the sum of its width and this constant. Beyond the limit, about 3 ms,
+// smooth lines would delay the frame.
 constexpr double costBesideWidth = 0.8;
 constexpr double maxSmoothCost = 300'000.0;
 // From this many topics on, a drag moves their picture, which extends this far beyond the view (device pixels).

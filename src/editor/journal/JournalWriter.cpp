@@ -19,7 +19,7 @@ namespace quilmora::journal {
 
 namespace {
 
-// A document takes more than this for a topic with its connector, however short their texts are.
+// A document takes more than this for a topic, and for a connector, however short their texts are.
 constexpr std::uint64_t leastTopicBytes = 300;
 constexpr std::uint64_t leastEdgeBytes = 250;
 // From this size on, rewriting a journal is worthwhile.
