@@ -33,7 +33,7 @@ class MiniMapView : public Card {
   // Whether the picture shown is that of the current map.
   bool isCurrent() const { return m_drawnGeneration.has_value(); }
 
-  // When hidden, it is a button that brings it back.
+  // When folded, it is a button that unfolds it.
   bool isFolded() const { return m_isFolded; }
   void setFolded(bool folded);
   IconButton& foldButton() const { return *m_foldButton; }

@@ -60,7 +60,7 @@ Sheet::Sheet(const Look& look, QWidget* window)
   window->installEventFilter(this);
 }
 
-// When a sheet is destroyed with its window, the keyboard leaves it after its own part is gone.
+// When a sheet is destroyed with its window, it loses the keyboard only after it can no longer handle that.
 Sheet::~Sheet() {
   disconnect(qApp, nullptr, this, nullptr);
 }

@@ -27,7 +27,7 @@ class FlowLayout : public QLayout {
   void setGeometry(const QRect& rect) override;
 
  private:
-  // The items' rectangles inside one that starts there and is as wide, and as high as they need.
+  // The rectangles of the items: from the top left corner of `rect`, within its width, and as high as they need.
   std::vector<QRect> places(const QRect& rect) const;
 
   std::vector<QLayoutItem*> m_items;

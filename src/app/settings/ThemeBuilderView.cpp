@@ -23,7 +23,7 @@ constexpr int panelWidth = 432;
 constexpr int swatchesInRow = 5;
 constexpr int nameWidth = 220;
 
-// Leaves the mnemonics to the sheet; the toolkit would type the letter of Alt and a letter.
+// Leaves Alt with a letter to the sheet's mnemonics; the toolkit would type the letter.
 class NameField final : public QLineEdit {
  public:
   using QLineEdit::QLineEdit;

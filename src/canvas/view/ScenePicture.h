@@ -52,8 +52,7 @@ class ScenePicture {
       : m_scheduler(scheduler), m_source(source), m_refresh(std::move(refresh)) {}
   ~ScenePicture();
 
-  // Drops the painting in progress, because the scene is about to change or has changed. It continues with the next
-  // show().
+  // Drops the painting in progress, because the scene is about to change or has changed. The next show() starts again.
   void interrupt();
   void markAllStale();
   void markStale(const ChangedParts& parts);
