@@ -113,7 +113,7 @@ void AIChatView::followMessages() {
   m_suggestions->setVisible(!shows);
 }
 
-// A reply comes while the keyboard is elsewhere; the own words need not be heard again.
+// A reply may arrive while the keyboard is elsewhere; the user's own messages need not be read out again.
 void AIChatView::tellNewest() {
   const auto& messages = m_parts.chat.chatMessages();
   const QUuid newest = messages.empty() ? QUuid() : messages.back().id;

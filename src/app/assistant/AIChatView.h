@@ -66,7 +66,7 @@ class AIChatView final : public QWidget {
   ChatList* m_list;
   SubmitField* m_input;
   IconButton* m_send;
-  QUuid m_newest;  // message that was told to screen readers
+  QUuid m_newest;  // the message last announced to screen readers
   bool m_isLookDue = false;
 };
 

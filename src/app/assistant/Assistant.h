@@ -49,7 +49,7 @@ class Assistant final : public QObject {
  private:
   void addTopicEntries();
   void followSheet();
-  // Tells screen readers what a sheet or a card shows of the work under way.
+  // Announces to screen readers what a sheet or a card shows of the work in progress.
   void tellProgress();
 
   Machine& m_machine;
@@ -59,7 +59,7 @@ class Assistant final : public QObject {
   AIChatView* m_chatView;
   AIActivityCard* m_card;
   AIPromptView* m_sheet = nullptr;
-  QString m_told;  // to screen readers
+  QString m_told;  // announced to screen readers
 };
 
 }  // namespace quilmora

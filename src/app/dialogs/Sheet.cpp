@@ -149,7 +149,7 @@ void Sheet::keepFocus(const QWidget* now) {
 }
 
 bool Sheet::event(QEvent* event) {
-  // No entry of a menu acts while the sheet is open, but for the one that ends the program.
+  // No menu entry acts while the sheet is open, except the one that quits the program.
   if (event->type() == QEvent::ShortcutOverride) {
     event->setAccepted(!isQuitKey(*static_cast<QKeyEvent*>(event)));
     return true;

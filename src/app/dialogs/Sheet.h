@@ -12,9 +12,8 @@ namespace quilmora {
 
 class Look;
 
-// A question that comes before anything else in a window: a raised panel in its middle, above a veil that takes every
-// click. While it is open the keyboard stays in it, and no key but Quit's reaches what lies below or the menus. The
-// window is its parent.
+// A modal question inside a window: a raised panel in its middle, above a veil that takes every click. While it is open
+// the keyboard stays in it, and no key except Quit's reaches what is below or the menus. The window is its parent.
 class Sheet : public QWidget {
   Q_OBJECT
 

@@ -8,10 +8,10 @@ namespace quilmora {
 
 namespace {
 
-// Beyond this nobody listens.
+// Nobody listens to more than this.
 constexpr qsizetype longestSpoken = 4000;
 
-// Readers say the name of a notification when it comes to show; this one comes again with each text.
+// Screen readers read the name of a notification when it appears; this one appears again for each text.
 class Announcement final : public QWidget {
  public:
   explicit Announcement(QWidget* window) : QWidget(window) {

@@ -5,8 +5,8 @@ class QWidget;
 
 namespace quilmora {
 
-// Has screen readers say what appeared in the window of `place` without the keyboard's going there, such as a reply.
-// Nothing shows of it.
+// Has screen readers read a text about something that appeared in the window of `place` without taking the keyboard,
+// such as a reply. Shows nothing.
 void announce(const QWidget& place, const QString& text);
 
 }  // namespace quilmora

@@ -56,7 +56,7 @@ ColorDialog::ColorDialog(const QString& title, const QColor& color, bool hasOpac
   scrollToKeyboard(*scroll);
   m_colors->show();
   auto* buttons = new QDialogButtonBox(this);
-  // By letters that the page of colours leaves free.
+  // The mnemonics use letters that the page of colours leaves free.
   auto* choose = buttons->addButton(tr("Ch&oose"), QDialogButtonBox::AcceptRole);
   choose->setDefault(true);
   buttons->addButton(tr("Ca&ncel"), QDialogButtonBox::RejectRole);

@@ -4,7 +4,7 @@
 
 namespace quilmora {
 
-// Whether Alt is held down. Has what underlines its mnemonics meanwhile drawn again when that changes.
+// Whether Alt is held down. When that changes, repaints the widgets that underline their mnemonics meanwhile.
 class HeldAlt final : public QObject {
   Q_OBJECT
 

@@ -4,8 +4,8 @@ class QScrollArea;
 
 namespace quilmora {
 
-// Scrolls the area to whatever in it gets the keyboard by a key, also from outside, where the toolkit leaves it. A
-// press of the pointer moves nothing below it.
+// Scrolls the area to the control in it that gets the keyboard by a key, even from outside the area, which the toolkit
+// does not do. A press of the pointer scrolls nothing.
 void scrollToKeyboard(QScrollArea& area);
 
 }  // namespace quilmora

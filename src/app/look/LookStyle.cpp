@@ -217,7 +217,7 @@ int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
 
 namespace {
 
-// Of a menu bar that was reached by a key, or a menu of it.
+// Whether it is a menu bar that was reached with a key, or one of its menus.
 bool isInFocusedMenuBar(const QWidget* widget) {
   const QWidget* bar = widget;
   while (bar != nullptr && qobject_cast<const QMenuBar*>(bar) == nullptr) bar = bar->parentWidget();

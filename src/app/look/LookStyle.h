@@ -12,8 +12,8 @@ namespace quilmora {
 
 class HeldAlt;
 
-// Draws every standard control from the tokens, on top of the toolkit's Fusion style, whose geometry it keeps where it
-// says nothing else. A dynamic property "destructive" set to true colours a push button as one that destroys.
+// Draws every standard control from the tokens, on top of the toolkit's Fusion style, whose geometry it keeps unless it
+// defines its own. A dynamic property "destructive" set to true colours a push button as destructive.
 class LookStyle final : public QProxyStyle {
   Q_OBJECT
 

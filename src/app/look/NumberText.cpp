@@ -6,7 +6,7 @@
 namespace quilmora {
 
 QString fixedText(double value, int decimals) {
-  // The longest number has 309 digits before its point. The toolkit would round up what lies right between two texts.
+  // The longest number has 309 digits before its point. The toolkit would round up a number exactly between two texts.
   std::array<char, 400> text{};
   const auto [end, error] =
       std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed, decimals);

@@ -4,7 +4,7 @@
 
 namespace quilmora {
 
-// A number with so many decimals. What lies right between two texts goes to the one with the even last digit.
+// A number with this many decimals. A number exactly between two texts gets the one with the even last digit.
 QString fixedText(double value, int decimals);
 
 }  // namespace quilmora

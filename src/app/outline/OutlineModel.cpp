@@ -68,7 +68,7 @@ bool OutlineModel::followStructure(const OutlineTree& before) {
   for (std::size_t row = 0; row < m_rows.size(); ++row)
     if (differs[m_rows[row].number]) changed.push_back(static_cast<int>(row));
   if (changed.size() > mostPatches) return false;
-  // From the end, so that what is patched does not move what is still to be.
+  // From the end, so that a patch does not move the rows still to be patched.
   for (const int row : std::views::reverse(changed)) {
     if (m_rows[static_cast<std::size_t>(row)].isExpanded && !patchBelow(row)) return false;
     rowChanged(row);

@@ -12,10 +12,10 @@ namespace quilmora {
 // keyboard before gets it back on the same control.
 class FocusWalk : public QObject {
  public:
-  // The areas in the order of the walk; those that are hidden are left out. The window owns the walk.
+  // The areas in the order of the walk; hidden ones are skipped. The window owns the walk.
   FocusWalk(const std::vector<QWidget*>& areas, QWidget* window);
 
-  // A part of an area that lies beside it.
+  // Adds a widget beside an area that counts as part of it.
   void setAnnex(const QWidget& area, QWidget* annex);
 
   void forward() { step(1); }
@@ -24,7 +24,7 @@ class FocusWalk : public QObject {
  private:
   struct Area {
     QPointer<QWidget> widget;
-    QPointer<QWidget> last = {};  // what had the keyboard there
+    QPointer<QWidget> last = {};  // the control that last had the keyboard there
     QPointer<QWidget> annex = {};
   };
 

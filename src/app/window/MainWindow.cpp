@@ -272,7 +272,7 @@ void MainWindow::refreshShown() {
 }
 
 void MainWindow::uncoverSelection() {
-  // What a press selects is in sight, and stays below the pointer.
+  // A topic selected by a press is visible, and stays under the pointer.
   if (m_content->coveredCanvas().isEmpty() || QGuiApplication::mouseButtons() != Qt::NoButton) return;
   if (m_editor.selectedNodeIDs().size() == 1) m_canvas->bringIntoSight(*m_editor.firstSelectedNode());
 }

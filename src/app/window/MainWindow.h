@@ -108,7 +108,7 @@ class MainWindow : public QMainWindow {
   void setShows(SidePanel panel, bool shows);
   void toggleTab(SidebarTab tab);
   void refreshShown();
-  // Keys, search and outline select topics that may lie below a panel that floats.
+  // Keys, search and outline can select topics that are below a floating panel.
   void uncoverSelection();
   void refreshTitle();
   void showAbout();

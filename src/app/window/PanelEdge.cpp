@@ -85,7 +85,7 @@ void PanelEdge::mouseDoubleClickEvent(QMouseEvent*) {
   Q_EMIT resetWanted();
 }
 
-// Up and Down end here too: from an edge nobody means the topics.
+// Up and Down stop here too: pressed on the edge, they are not meant for topics.
 void PanelEdge::keyPressEvent(QKeyEvent* event) {
   switch (event->key()) {
     case Qt::Key_Left:

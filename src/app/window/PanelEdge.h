@@ -8,18 +8,18 @@ namespace quilmora {
 
 class Look;
 
-// The edge between a side panel and the canvas, to be dragged by the pointer or, once Tab has come to it, moved with
-// Left, Right, Home and End. Draws nothing else than that it has the keyboard: the panel has its line.
+// The edge between a side panel and the canvas, which the pointer can drag and which, focused with Tab, moves with
+// Left, Right, Home and End. Draws only that it has the keyboard: the panel has its own line.
 class PanelEdge : public QWidget {
   Q_OBJECT
 
  public:
   // The width that the pointer can grab, in logical pixels.
   static constexpr int thickness = 6;
-  // By which an arrow key moves it.
+  // The distance that an arrow key moves it.
   static constexpr int step = 16;
 
-  // Places in the parent, of the middle of the edge.
+  // X coordinates in the parent, of the middle of the edge.
   struct Range {
     int least = 0;
     int most = 0;
@@ -31,9 +31,9 @@ class PanelEdge : public QWidget {
   PanelEdge(const Look& look, QWidget* parent);
 
   const Range& range() const { return m_range; }
-  // Screen readers tell of it as of a value.
+  // Screen readers treat it as a value.
   void setRange(const Range& range);
-  // As far as it can go; its owner then puts it there.
+  // Moves it as far as it can go; its owner then places it.
   void moveTo(int x);
 
  Q_SIGNALS:
@@ -55,7 +55,7 @@ class PanelEdge : public QWidget {
  private:
   const Look& m_look;
   Range m_range;
-  std::optional<int> m_hold;  // where the pointer holds it, in its own coordinates
+  std::optional<int> m_hold;  // where the pointer grabbed it, in its own coordinates
 };
 
 }  // namespace quilmora

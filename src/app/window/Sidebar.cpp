@@ -113,7 +113,7 @@ void Sidebar::setActiveTab(SidebarTab tab) {
   orderTabStops();
 }
 
-// A page is made long after what stands beside the sidebar, but Tab leads from the whole bar into it.
+// A page is created long after the widgets beside the sidebar, but Tab must lead from the whole bar into it.
 void Sidebar::orderTabStops() {
   const QWidget* page = m_pages->currentWidget();
   std::vector<QWidget*> stops;

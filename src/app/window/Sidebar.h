@@ -24,7 +24,7 @@ class Sidebar : public Ground {
   void setPage(SidebarTab tab, MakePage make);
   SidebarTab activeTab() const { return m_activeTab; }
   void setActiveTab(SidebarTab tab);
-  // What Tab comes to behind the content; lies in the same window and outlives the panel's use.
+  // The Tab stop after the content; must be in the same window and outlive the panel.
   void setLastTabStop(QWidget* stop);
 
  Q_SIGNALS:

@@ -60,14 +60,14 @@ void WindowContent::resizeEvent(QResizeEvent* event) {
   arrange();
 }
 
-// Never at the cost of what stands beside it.
+// Never at the cost of its neighbours.
 int WindowContent::mostSidebarWidthIn(const PanelPlaces& places) const {
   const int inspector = places.inspector && !places.floats ? widthOf(SidePanel::inspector) : 0;
   const int room = width() - metrics::canvasMinWidth - inspector;
   return std::max(metrics::sidebarWidth, room);
 }
 
-// Never narrower than it is made for.
+// Never narrower than its designed width.
 int WindowContent::sidebarWidthIn(const PanelPlaces& places) const {
   return std::clamp(m_sidebarWidth, metrics::sidebarWidth, mostSidebarWidthIn(places));
 }

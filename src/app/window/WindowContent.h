@@ -35,9 +35,9 @@ class WindowContent : public Ground {
   void setWishes(const PanelWishes& wishes);
   bool shows(SidePanel panel) const { return m_places.shows(panel); }
   PanelEdge& sidebarEdge() const { return *m_edge; }
-  // Of the canvas, what lies below a panel that floats; empty where none does.
+  // The part of the canvas below a floating panel; empty if none floats.
   QRect coveredCanvas() const;
-  // Bare, the canvas has the whole place.
+  // When bare, the canvas takes the whole area.
   void setBare(bool bare);
 
   QSize minimumSizeHint() const override;
