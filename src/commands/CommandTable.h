@@ -59,11 +59,11 @@ struct Command {
   Call call = nullptr;
   std::optional<MenuId> submenu = {};
   QVariant object = {};
-  Condition isPossible = nullptr;  // nothing: always
-  Condition isOn = nullptr;        // of what can be on and off
-  const char* textSlot = nullptr;  // what a text field does itself when it has the keyboard and the key is pressed
-  bool yieldsKey = false;          // the key is taken only when the view that has the keyboard passes it on
-  bool isProgramWide = false;      // the key works in the other windows of the program too
+  Condition isPossible = nullptr;  // nullptr: always
+  Condition isOn = nullptr;        // for commands that can be checked
+  const char* textSlot = nullptr;  // what a focused text field does itself when the key is pressed
+  bool yieldsKey = false;          // the key is used only when the focused view passes it on
+  bool isProgramWide = false;      // the key works in the program's other windows too
   QString symbol = {};             // for the toolbar and the palette
   QString secondLine = {};         // for the palette
   bool dividerBefore = false;

@@ -11,9 +11,9 @@ namespace quilmora {
 // Takes the next piece of a document's text; returning false stops the writing.
 using DocumentReceiver = std::function<bool(std::string_view piece)>;
 
-// The text of encodeDocument() in pieces of about a megabyte, so that a large map needs no second copy. Whether the
-// receiver took all of it. May run beside the main thread, over a copy of the map. Throws DocumentError where a topic
-// or connector is so large, nearly 4 GB, that it could not be read again.
+// Passes the text of encodeDocument() on in pieces of about a megabyte, so that a large map needs no second copy in
+// memory. Returns whether the receiver took all of it. May run off the main thread, on a copy of the map. Throws
+// DocumentError if a topic or connector is so large (nearly 4 GB) that it could not be read again.
 bool streamDocument(const MindMap& map, const DocumentReceiver& receiver);
 
 // The file that decodeDocumentAt() reads: the path itself, or the document inside a package.

@@ -11,12 +11,12 @@ namespace quilmora {
 // A larger text is read window by window, which saves memory and is not limited to the parser's 4 GB; a single record
 // still is.
 constexpr std::size_t documentWindow = std::size_t{16} << 20;
-// The window that it ends has smaller ones before it.
+// Leaves room in a window for the smaller records before this one.
 constexpr std::size_t longestRecord = (std::size_t{4} << 30) - 2 * documentWindow;
 
 MindMap decodePadded(PaddedText text, std::size_t windowSize);
 
-// Throws DocumentError where a record is longer than `longest` bytes.
+// Throws DocumentError if a record is longer than `longest` bytes.
 bool streamDocument(const MindMap& map, const DocumentReceiver& receiver, std::size_t longest);
 
 }  // namespace quilmora

@@ -14,7 +14,7 @@ namespace {
 
 using json::JsonWriter;
 
-// What a person calls records of this type.
+// The user's word for records of this type.
 template <class Record>
 constexpr QLatin1String kindsOf("topics");
 template <>
@@ -24,7 +24,7 @@ constexpr QLatin1String kindsOf<Relationship>("relationships");
 template <>
 constexpr QLatin1String kindsOf<Region>("regions");
 
-// Writes the records with their keys in sorted order.
+// Writes the records with sorted keys.
 class MapWriter {
  public:
   explicit MapWriter(JsonForm form) : m_json(form) {}

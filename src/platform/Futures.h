@@ -28,7 +28,7 @@ void whenFinished(const QFuture<Result>& future, QObject* context, Done done, Fa
                      QFuture<Result> finished = watcher->future();
                      std::optional<Result> result;
                      try {
-                       finished.waitForFinished();  // throws what the work threw
+                       finished.waitForFinished();  // rethrows what the work threw
                        if (finished.resultCount() == 0) throw WorkDropped();
                        result.emplace(finished.result());
                      } catch (const std::exception& error) {

@@ -17,15 +17,15 @@ struct MovingStore;
 struct PaintContext;
 struct PictureStore;
 
-// Counts one measurement down. False where none is left; without a count there always is one.
+// Uses up one of the measurements left. False if there are none left; without a count there is no limit.
 inline bool takeMeasure(std::size_t* measuresLeft) {
   if (measuresLeft == nullptr) return true;
   if (*measuresLeft > 0) --*measuresLeft;
   return *measuresLeft > 0;
 }
 
-// Draws maps on a painter of any device, in view coordinates: the painter's own transform and device pixel ratio are
-// respected. Keeps only what can be made again; keep one painter for one view, so that it has something to keep.
+// Draws maps on a painter for any device, in view coordinates: the painter's own transform and device pixel ratio are
+// respected. Caches only what can be rebuilt; use one painter per view, so that its caches are useful.
 class MapPainter {
  public:
   MapPainter();

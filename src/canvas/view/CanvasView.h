@@ -53,9 +53,9 @@ class CanvasView : public QWidget {
   std::optional<OpenText> openText() const;
   // `areas` returns the parts of the view below cards, so that new topics are not shown there.
   void setCoveredAreas(std::function<std::vector<QRect>()> areas) { m_coveredAreas = std::move(areas); }
-  // Moves the view by as little as is needed for the topic to lie on it and below nothing.
+  // Moves the view by as little as necessary for the topic to be visible and below nothing.
   void bringIntoSight(const QUuid& nodeID) { m_reveal.reveal({nodeID}); }
-  // Whether the view glides where it moves by itself; otherwise it is there at once.
+  // Whether automatic moves of the view are animated; otherwise they are immediate.
   void setGlides(bool glides) { m_glides = glides; }
   // Adds to the menu of each topic.
   void setTopicEntries(std::vector<CanvasMenus::TopicEntry> entries) { m_menus.setTopicEntries(std::move(entries)); }

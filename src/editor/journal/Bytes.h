@@ -31,7 +31,7 @@ class ByteWriter {
 
   explicit ByteWriter(Texts texts = Texts::exact) : m_texts(texts) {}
 
-  // Seven bits a byte.
+  // Seven bits per byte.
   void put(std::uint64_t value) {
     char* at = m_bytes.room(longestNumber);
     for (; value >= 0x80; value >>= 7) *at++ = static_cast<char>(0x80 | (value & 0x7F));
@@ -51,10 +51,10 @@ class ByteWriter {
   void put(const QString& text);
   void put(TimePoint time) { putFixed(static_cast<std::uint64_t>(time.time_since_epoch().count()), 8); }
 
-  // They stand until the next call.
+  // Valid until the next call.
   QByteArrayView bytes() const { return m_bytes.text(); }
   QByteArray take() { return m_bytes.take(); }
-  // Forgets the bytes and keeps their room.
+  // Forgets the bytes but keeps their memory.
   void clear() { m_bytes.clear(); }
 
  private:

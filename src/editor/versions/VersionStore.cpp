@@ -110,7 +110,7 @@ VersionStore::Contents VersionStore::read(const QString& path) try {
       for (std::uint64_t& hash : place.hash) hash = in.takeFixed(8);
     }
   }
-  // The first lists had none.
+  // The earliest lists had none.
   if (!in.atEnd()) contents.fingerprint = in.takeFixed(8);
   if (!in.atEnd()) failReading();
   return contents;
@@ -120,12 +120,12 @@ VersionStore::Contents VersionStore::read(const QString& path) try {
   throw VersionError(error.message());
 }
 
-// The files of a document's blocks, opened as they are needed.
+// The files of a document's blocks, opened as needed.
 class VersionStore::Pieces {
  public:
   explicit Pieces(QString folder) : m_folder(std::move(folder)) {}
 
-  // Throws VersionError where they are not what was written.
+  // Throws VersionError if the bytes are not what was written.
   QByteArray bytesAt(const BlockPlace& place) {
     std::unique_ptr<QFile>& piece = m_files[place.piece];
     if (!piece) {
@@ -148,7 +148,7 @@ class VersionStore::Pieces {
   std::map<std::uint64_t, std::unique_ptr<QFile>> m_files;
 };
 
-// One call of keep(): finds the places of all blocks, and writes those that are nowhere yet.
+// One call of keep(): finds the places of all blocks, and writes those that are not stored yet.
 class VersionStore::Keeping {
  public:
   Keeping(VersionStore& store, const QString& document) : m_store(store), m_folder(store.folderOf(document)) {
@@ -183,7 +183,7 @@ class VersionStore::Keeping {
     contents.blocks[2] = placesOf(map.relationships);
     contents.blocks[3] = placesOf(map.regions);
     if (!QDir().mkpath(m_folder)) throw VersionError(QStringLiteral("the folder %1 cannot be made").arg(m_folder));
-    // The list comes last: what lies in no list is no version.
+    // The list is written last: what is in no list is not a version.
     if (!m_fresh.isEmpty()) write(m_folder + u'/' + fileName(m_number, pieceEnding), m_fresh);
     write(listPath(m_number), bytesOf(contents));
     m_store.m_lastDocument = document;
@@ -206,14 +206,14 @@ class VersionStore::Keeping {
     write(listPath(version.number), bytesOf(contents));
   }
 
-  // The version that holds this very map already, the time of its last change aside.
+  // The version that already holds exactly this map, apart from the time of its last change.
   std::optional<Version> twinOf(const MindMap& map, std::uint64_t fingerprint) const {
     for (const Kept& kept : m_kept)
       if (kept.fingerprint == fingerprint && holds(kept.version.number, map)) return kept.version;
     return std::nullopt;
   }
 
-  // A fingerprint tells that two maps differ, but not for sure that they do not.
+  // Different fingerprints mean different maps, but equal ones are no proof of equal maps.
   bool holds(std::uint64_t number, const MindMap& map) const try {
     const Contents contents = read(listPath(number));
     MindMap withHead = map;
@@ -228,7 +228,7 @@ class VersionStore::Keeping {
     return false;
   }
 
-  // However the records are cut into blocks.
+  // Independent of how the records are cut into blocks.
   template <class Record>
   static bool holds(Pieces& pieces, const std::vector<BlockPlace>& places, const SharedArray<Record>& records) {
     auto at = records.begin();

@@ -37,8 +37,8 @@ class VersionStore {
   explicit VersionStore(QString folder, std::uint64_t limit = mostBytes)
       : m_folder(std::move(folder)), m_limit(limit) {}
 
-  // Keeps the map, which this document held since `time`, and lets go of what the rules let go. One that is a version
-  // already stays one: the newest as it is, an older one with the new time. Throws VersionError.
+  // Keeps the map, which this document has held since `time`, and removes what the rules no longer keep. A map that is
+  // already a version stays one: the newest as it is, an older one with the new time. Throws VersionError.
   void keep(const QString& document, const MindMap& map, TimePoint time, TimePoint now);
   // Newest first. Unreadable versions are left out.
   std::vector<Version> list(const QString& document) const;
@@ -66,7 +66,7 @@ class VersionStore {
     QString document;
     QByteArray head;
     std::vector<BlockPlace> blocks[4];  // topics, connectors, relationships, regions
-    std::uint64_t fingerprint = 0;      // of the map; 0 where the list tells none
+    std::uint64_t fingerprint = 0;      // of the map; 0 if the list has none
 
     std::set<std::uint64_t> pieces() const;
   };
@@ -82,7 +82,7 @@ class VersionStore {
   QString m_folder;
   std::uint64_t m_limit;
   journal::MapFingerprint m_fingerprint;
-  // Of the map that was kept last: what lies in one of its blocks needs no look.
+  // Of the map that was kept last: a block it shares with the next map need not be examined.
   QString m_lastDocument;
   MindMap m_last;
   std::unordered_map<const void*, BlockPlace> m_lastPlaces;
