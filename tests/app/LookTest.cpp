@@ -232,7 +232,7 @@ TEST_F(LookTest, MnemonicsShowWhileAltIsHeld) {
     int count = 0;
   } paints;
   const auto picture = [&] {
-    // It is drawn again by itself.
+    // It is repainted by itself.
     paints.count = 0;
     EXPECT_TRUE(QTest::qWaitFor([&] { return paints.count > 0; }));
     return button.grab().toImage();
@@ -244,7 +244,7 @@ TEST_F(LookTest, MnemonicsShowWhileAltIsHeld) {
   EXPECT_NE(underlined, plain);
   QTest::keyRelease(&window, Qt::Key_Alt, Qt::AltModifier);
   EXPECT_EQ(picture(), plain);
-  // The release that another window gets.
+  // The release goes to another window.
   QTest::keyPress(&window, Qt::Key_Alt);
   EXPECT_EQ(picture(), underlined);
   QEvent gone(QEvent::WindowDeactivate);

@@ -9,7 +9,7 @@ namespace {
 
 class SidebarTest : public AppTest {
  protected:
-  // Of the bar: the panels below have no other buttons that can be on.
+  // In the bar: the panels below have no other checkable buttons.
   QList<QAbstractButton*> tabs() {
     QList<QAbstractButton*> tabs;
     for (QAbstractButton* button : window().sidebar().findChildren<QAbstractButton*>())

@@ -169,7 +169,7 @@ class FloatingPanelTest : public AppTest {
     action(panel == SidePanel::sidebar ? "toggleSidebar" : "toggleInspector")->trigger();
     settle();
   }
-  // Where the selected topic has its middle in the window.
+  // The middle of the selected topic in the window.
   QPoint selectedPlace() {
     const QPointF position = editor().nodeByID(*editor().firstSelectedNode())->position;
     const QPointF inView = position * editor().canvasZoom() + editor().canvasOffset();

@@ -1,6 +1,6 @@
-// Works as the editor does, where the system gives it no more than a limit allows, and prints what came of it: the
-// error that a person sees or an empty line, the title of the open map, its number of topics, and whether it has
-// changes. Usage: support_within_limits open FIRST SECOND BYTES   opens the second document with so much more memory
+// Works as the editor does within limits set by the system, and prints the result: the error shown to the user or an
+// empty line, the title of the open map, its number of topics, and whether it has changes.
+// Usage: support_within_limits open FIRST SECOND BYTES   opens the second document with this much more memory
 //        support_within_limits save FILE BYTES           makes the map larger than a file may be, and saves it
 
 #include <cstdio>

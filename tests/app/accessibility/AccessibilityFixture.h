@@ -17,7 +17,7 @@ namespace quilmora {
 
 using namespace test;
 
-// Everything that a person can act on, or that tells a value.
+// Everything that a user can operate, or that has a value.
 inline bool isControl(const QAccessibleInterface& part) {
   switch (part.role()) {
     case QAccessible::Button:
@@ -76,7 +76,7 @@ class AccessibilityTest : public AppTest {
     for (int turn = 0; turn < 10; ++turn) QCoreApplication::processEvents();
   }
 
-  // The controls below it that are seen and have no name.
+  // The visible controls below it that have no name.
   static QStringList nameless(QAccessibleInterface* part) {
     QStringList found;
     if (part == nullptr || part->state().invisible) return found;
@@ -102,7 +102,7 @@ class AccessibilityTest : public AppTest {
         found.emplace_back(part);
     return found;
   }
-  // Of these, what Tab does not reach from the first of them.
+  // Those of them that Tab does not reach from the first.
   QStringList unreached(const QWidget& area) {
     std::vector<QPointer<QWidget>> left = stops(area);
     if (left.empty()) return {};
@@ -110,7 +110,7 @@ class AccessibilityTest : public AppTest {
     const std::size_t most = 4 * (stops(window()).size() + 20);
     for (std::size_t i = 0; i < most && !left.empty(); ++i) {
       std::erase_if(left, [&](const QPointer<QWidget>& stop) { return !stop || stop == window().focusWidget(); });
-      // The canvas keeps Tab for itself; F6 leads past it.
+      // The canvas keeps Tab for itself; F6 moves on.
       key(window().focusWidget() == &window().canvas() ? Qt::Key_F6 : Qt::Key_Tab);
     }
     QStringList names;
@@ -119,7 +119,7 @@ class AccessibilityTest : public AppTest {
     return names;
   }
 
-  // The controls of an area that take no keyboard at all. In a group Tab comes to the chosen one, and arrows to the
+  // The controls of an area that never take the keyboard. In a group Tab goes to the chosen one, and arrows to the
   // rest.
   static QStringList unreachable(const QWidget& area) {
     QStringList names;

@@ -207,7 +207,7 @@ TEST_F(AssistantWindowTest, EveryPartOfChatAndSheetHasAName) {
   for (const Chip* mode : sheet()->modeButtons()) EXPECT_FALSE(mode->accessibleName().isEmpty());
 }
 
-// What was last told to screen readers without the keyboard's going there.
+// What was last announced to screen readers.
 QString heard(QWidget& window) {
   const QAccessibleInterface* whole = QAccessible::queryAccessibleInterface(&window);
   for (int index = 0; index < whole->childCount(); ++index)

@@ -210,7 +210,7 @@ TEST_F(NodeInspectorTest, TheMatchingSampleHasTheStrongerRing) {
   press("Teal");
   EXPECT_TRUE(isRinged("Teal"));
   EXPECT_FALSE(isRinged("Ocean"));
-  // One colour of the three is enough for it to be another style.
+  // One different colour of the three makes it another style.
   chooseColor("Text", "#FFFFFE");
   EXPECT_FALSE(isRinged("Teal"));
 }

@@ -20,7 +20,7 @@ class SettingsAccessibilityTest : public PreferencesTest {
       expectNames(child);
     }
   }
-  // The controls of an area that a walk by Tab all around it does not come to.
+  // The controls of an area that a full walk with Tab does not reach.
   QStringList unreachedByTab(QWidget& area) {
     std::set<const QWidget*> reached;
     const QWidget* first = preferences()->focusWidget();
@@ -33,7 +33,7 @@ class SettingsAccessibilityTest : public PreferencesTest {
       const bool isControl = qobject_cast<const QAbstractButton*>(control) || qobject_cast<const QLineEdit*>(control) ||
                              qobject_cast<const QComboBox*>(control) || qobject_cast<const QSlider*>(control) ||
                              qobject_cast<const QTabBar*>(control) || (control->focusPolicy() & Qt::TabFocus) != 0;
-      // What a button within a field or a bar does has its keys there.
+      // The function of a button inside a field or a bar has its own keys.
       const QWidget* owner = control->parentWidget();
       const bool isInside = qobject_cast<const QLineEdit*>(owner) || qobject_cast<const QTabBar*>(owner);
       if (isControl && !isInside && control->isVisible() && control->isEnabled() && !reached.contains(control))
