@@ -1,6 +1,6 @@
 # Warnings are errors in our own code; sanitizers come from QUILMORA_SANITIZE.
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Werror)
-# g++'s own library sorts by a function that clang warns of.
+# g++'s standard library sorts with a function that clang warns about.
 add_compile_options($<$<CXX_COMPILER_ID:Clang>:-Wno-deprecated-declarations>)
 add_compile_definitions(QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_FOREACH QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 

@@ -1,4 +1,4 @@
-"""clang-tidy over single sources, or over all of them, with the commands of the release build."""
+"""Runs clang-tidy on single sources, or on all of them, with the commands of the release build."""
 
 import json
 import os
@@ -11,9 +11,9 @@ from pathlib import Path
 
 CLANG = "clang++-19"
 CLANG_TIDY = "clang-tidy-19"
-# Sources that are read as one. Most of the time goes into the headers of the toolkit, which are then read once.
+# Sources that are read as one. Most of the time goes into the toolkit's headers, which are then read only once.
 GROUP = 60
-# What only reading several sources as one brings about: the includes themselves, and names that two of them share. The
+# Findings that come only from reading several sources as one: the includes themselves, and names that two of them share. The
 # compiler looks for shadowed names in each source.
 FOR_GROUPS = "-bugprone-suspicious-include,-clang-diagnostic-shadow"
 
@@ -57,7 +57,7 @@ def for_clang(command):
 
 
 def arguments(entry):
-    """What the compiler is told but for the names of its files."""
+    """The compiler's arguments except the names of its files."""
     words = iter(shlex.split(entry["command"])[1:])
     kept = []
     for word in words:
@@ -69,8 +69,8 @@ def arguments(entry):
 
 
 def groups(sources, options, folder, directory):
-    """Cuts the sources into groups that compile as one, because no name in them stands for two things. Yields the
-    file that includes each group."""
+    """Divides the sources into groups that compile as one, because no name in them means two things. Yields the file
+    that includes each group."""
     waiting = list(sources)
     count = 0
     while waiting:

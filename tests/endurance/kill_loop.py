@@ -1,15 +1,15 @@
 #!/usr/bin/env python3
-"""Kills the real editor at random moments of starting, editing, saving, switching documents and quitting, and looks at
+"""Kills the real editor at random moments of starting, editing, saving, switching documents and quitting, and checks
 what is left.
 
 Usage: kill_loop.py PROGRAM_FOLDER KILLS [--lanes LANES] [--seed SEED]
 
-Each round starts the editor in a virtual display of its own, works in it with real keys, and ends it by SIGKILL: at any
-moment of the work, or within the moments after a save, a switch or a quit was asked for or the program was started. Then
-both documents must be whole, and after the next start, ended by SIGTERM, they must hold every topic that was typed more
-than a second before the kill, and all of the rounds before. At the end no stray file may be left. Everything the program
-writes lands in a temporary home; each lane has one of its own, and a display. An editor that had quit before the kill came
-is looked at in the same way, and is no kill. The last line tells the figures; the exit status tells whether all went well.
+Each round starts the editor in its own virtual display, works in it with real keys, and kills it with SIGKILL: at any
+moment of the work, or shortly after a save, a switch, a quit or a start. Then both documents must be intact, and after
+the next start, ended with SIGTERM, they must hold every topic that was typed more than a second before the kill, in this
+round and in all earlier ones. At the end no stray file may be left. Everything that the program writes goes into a
+temporary home; each lane has its own home and display. An editor that had quit before the kill came is checked in the
+same way, but does not count. The last line has the figures; the exit status says whether everything passed.
 """
 
 import argparse
@@ -32,8 +32,8 @@ from editor_session import Display, wait_until
 
 # A key press reaches the map through the display, which is slow on a busy machine.
 GRACE = 1.0
-# What a round aims at, with its weight, and the seconds within which the kill follows: after the start of the work where
-# it comes at any moment, else after the step was begun. An auto-save comes five seconds after the first change.
+# What a round aims at, with its weight, and the range of seconds after which the kill follows: after the start of the work
+# for any moment, otherwise after the start of the step. An auto-save comes five seconds after the first change.
 AIMS = {"any moment": (40, 0.0, 3.0), "auto-save": (10, 4.5, 6.5), "save": (15, 0.0, 0.15), "switch": (15, 0.0, 0.4),
         "quit": (15, 0.0, 0.08), "start": (5, 0.0, 0.5)}
 LONGEST_WORK_BEFORE_STEP = 2.0
@@ -123,7 +123,7 @@ class Run:
             self.open(document)
 
     def open(self, document):
-        """Hands a document to the editor, which saves the one before."""
+        """Passes a document to the editor, which saves the previous one."""
         count = self.log().count("bookmark for")
         subprocess.run([str(self.home.programs / "quilmora"), str(document)], env=self.home.environment,
                        capture_output=True, timeout=60)
@@ -163,7 +163,7 @@ class Work:
         return self.ended_at is not None or self.run.process.poll() is not None
 
     def wait_for_end(self):
-        """Answers whether it was a kill; a program that had quit before waits for none."""
+        """Returns whether it was a kill; a program that had quit before does not count."""
         while not self.is_over():
             time.sleep(0.01)
         self.timer.cancel()
@@ -202,7 +202,7 @@ class Work:
     def switch(self):
         other = self.home.other(self.current)
         second = self.home.start(other)
-        # Where the first one is killed in the meantime, the second becomes the editor and goes the same way.
+        # If the first one is killed in the meantime, the second becomes the editor and is killed too.
         while second.poll() is None and not self.is_over():
             time.sleep(0.02)
         if second.poll() is None:
@@ -236,7 +236,7 @@ class Work:
 
 
 def play(home, number, current, aim, figures):
-    """One round; answers the document that is open at its end."""
+    """One round; returns the document that is open at its end."""
     run = Run(home, [] if number else [current])
     if aim == "start":
         work = Work(run, home, current, number, aim)
@@ -263,7 +263,7 @@ def play(home, number, current, aim, figures):
     after.wait_until_open(work.current)
     figures["recovered"] += "brought back" in after.log()
     figures["set aside"] += "set aside" in after.log()
-    # Where the second program became the editor, the work on the first document waits in its journal.
+    # If the second program became the editor, the work on the first document is in its journal.
     if work.last == "switch":
         for file in home.files:
             after.open(file)
@@ -295,7 +295,7 @@ def last_document(home):
 
 
 class Lane(threading.Thread):
-    """Rounds in one home, one after the other."""
+    """Rounds in one home, one after another."""
 
     def __init__(self, programs, seed, kills, told):
         super().__init__()
@@ -375,7 +375,7 @@ def main():
         if lane.failure:
             print(lane.failure, file=sys.stderr)
     print(json.dumps(figures))
-    # A temporary file lives for a few milliseconds under a name, so a kill may leave one; it goes ten minutes later.
+    # A temporary file has a name for a few milliseconds, so a kill may leave one; it is removed ten minutes later.
     good = not figures["lost"] and len(figures["strays"]) <= max(1, asked.kills // 20)
     good = good and not any(lane.failure for lane in lanes) and figures["kills"] >= asked.kills
     sys.exit(0 if good else 1)

@@ -90,7 +90,7 @@ def start_vendor(folder):
     return server, certificate
 
 
-# --- The person ---
+# --- The user ---
 
 class Hands:
     def __init__(self, session, editor):

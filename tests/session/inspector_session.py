@@ -81,7 +81,7 @@ def style(document, title):
 
 
 def pretend_browser(session):
-    """What the desktop opens addresses with writes them down instead."""
+    """Replaces the program that opens addresses with one that records them."""
     folder = session.home / "bin"
     folder.mkdir()
     program = folder / "xdg-open"
@@ -123,7 +123,7 @@ def fields_of_a_topic(hands, panel):
     hands.type("https://example.org")
     hands.key("Return")
     hands.session.keep_picture(hands.editor, "inspector-topic")
-    # The button that opens it has come behind the field.
+    # The button that opens it has appeared after the field.
     hands.key("Tab", "space")
     wait_until("the browser", lambda: opened_addresses(hands.session) == ["https://example.org"])
     panel.changed(1, lambda document: node(document, "Gamma")["url"] == "https://example.org")
@@ -145,7 +145,7 @@ def choices_of_a_topic(hands, panel):
     hands.session.keep_picture(hands.editor, "inspector-emoji")
     hands.key("Right", "Right", "space")
     panel.changed(1, lambda document: node(document, "Gamma")["emoji"] == "⚡")
-    # Any other one is typed; behind the grid lies the button that takes it away.
+    # Any other one is typed; the button that removes it comes after the grid.
     hands.click_title("Gamma")
     open_emoji(hands, panel)
     hands.key("Tab")

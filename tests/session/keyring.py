@@ -1,4 +1,4 @@
-"""A key store of the desktop, on a session bus of its own."""
+"""A desktop key store on its own session bus."""
 
 import subprocess
 
@@ -6,7 +6,7 @@ from editor_session import wait_until
 
 
 class Keyring:
-    """A session bus with a gnome-keyring that is open."""
+    """A session bus with an unlocked gnome-keyring."""
 
     def __init__(self, session, support_programs):
         self.bus = subprocess.Popen(["dbus-daemon", "--session", "--nofork", "--print-address"],

@@ -19,7 +19,7 @@ from editor_session import Editor, Session, WINDOW_SIZE, wait_until
 
 # The middle of the first row: the palette's top, its header, and half a row.
 FIRST_ROW = WINDOW_SIZE[1] // 8 + 45 + 6 + 20
-# Of the sheet of the first minute, 420 high in the middle of the window: the dots, half their row above its margin.
+# The dots of the quick start sheet, which is 420 high in the middle of the window: half their row above its margin.
 DOT_STEP = 16
 DOT_HEIGHT = WINDOW_SIZE[1] // 2 + 210 - 16 - 14
 PAGE_HEAD = f"480x90+{WINDOW_SIZE[0] // 2 - 240}+{WINDOW_SIZE[1] // 2 - 205}"
@@ -33,12 +33,12 @@ class FirstMinutes(Editor):
         return (0, 0, 0, 0)
 
     def click_dot(self, page):
-        """A dot below the pages, which stands in the middle of the sheet's foot."""
+        """A dot below the pages, in the middle of the bottom of the sheet."""
         self.xdo("mousemove", str(WINDOW_SIZE[0] // 2 + (page - 2) * DOT_STEP), str(DOT_HEIGHT), "click", "1")
         self.rest_pointer()
 
     def rest_pointer(self):
-        """Where nothing lies below it."""
+        """A place with nothing below it."""
         self.xdo("mousemove", str(WINDOW_SIZE[0] // 2), str(WINDOW_SIZE[1] - 6))
         self.settle()
 
@@ -67,7 +67,7 @@ class FirstMinutes(Editor):
         self.settle()
 
     def shows(self, *keys):
-        """What shows once the keys have changed the picture."""
+        """The screen once the keys have changed it."""
         before = self.screenshot()
         self.key(*keys)
         wait_until(f"another picture after {keys}", lambda: self.screenshot() != before)
@@ -170,7 +170,7 @@ def leave_the_first_minute_by_every_way(session, editor):
     for page in (1, 3, 0, 4):
         editor.click_dot(page)
         assert editor.page_head() == heads[page], f"dot {page}"
-    # Back from the first template lie the other two beginnings.
+    # Before the first template are the other two beginnings.
     assert leaves("shift+Tab", "Return"), "Start Blank"
     editor.shows("alt+h", "s")
     editor.click_dot(4)

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Uses every control of the settings and of the sheet that makes a theme once, on the real program with real key events.
+"""Uses every control of the settings and of the theme builder once, in the real program with real key events.
 
 Usage: settings_session.py PROGRAM_FOLDER SAMPLE SUPPORT_PROGRAM_FOLDER [PICTURE_FOLDER]
 
@@ -90,7 +90,7 @@ def change_appearance(hands):
     hands.expect("nodeCornerRadius", 7)
     hands.press("Tab", "Left")
     hands.expect("edgeThicknessScale", 0.9)
-    # The theme that was chosen among the general settings shows here too.
+    # The theme chosen in the general settings shows here too.
     hands.press("Tab", "Down")
     hands.expect("defaultTheme", "forest")
     hands.press("End")
@@ -98,7 +98,7 @@ def change_appearance(hands):
 
 
 def choose_color(hands, well, color):
-    """In the dialog of the well that comes next."""
+    """In the dialog of the next well."""
     hands.press("Tab", "space")
     hands.enter(f"^{well}")
     hands.press("alt+h", "ctrl+a")
@@ -114,9 +114,9 @@ def open_builder(hands, *keys):
 
 
 def start_from_a_swatch(hands):
-    """Saves the last of the built-in themes as it is, and deletes it again."""
+    """Saves the last built-in theme as a custom one without changes, and deletes it again."""
     open_builder(hands, "Tab")
-    # Back from the first control lie the buttons, and before them the swatches.
+    # Before the first control are the buttons, and before them the swatches.
     hands.press("shift+Tab", "shift+Tab", "shift+Tab", "space", "alt+s")
     themes = wait_until("the theme in the settings", hands.custom_themes)
     candy = hands.session.ask({"do": "themes"})[0]["result"][-1]
@@ -144,7 +144,7 @@ def make_theme(hands):
                         ("Root Topic: Border", "#010203"), ("Root Topic: Text", "#fedcba")):
         choose_color(hands, well, color)
     hands.session.keep_picture(hands.editor, "settings-theme")
-    # Past the button that removes the root's row and the wells of the next; the one behind them leads on to "Add Level".
+    # Past the button that removes the root's row and the wells of the next; the one after them leads to "Add Level".
     hands.press("Tab", "Tab", "Tab", "Tab", "Tab", "space", "space", "alt+s")
     themes = wait_until("the theme in the settings", hands.custom_themes)
     assert len(themes) == 1, themes
@@ -165,7 +165,7 @@ def change_interaction(hands):
 
 
 def type_key(hands, keyring, account):
-    """In the field of the vendor whose provider was just chosen."""
+    """In the key field of the vendor just chosen."""
     hands.editor.settle()
     hands.press("Tab")
     hands.type(SECRETS[account])
@@ -177,7 +177,7 @@ def change_ai(hands, keyring):
     hands.expect("ai_provider", "claude")
     type_key(hands, keyring, "ai_claude_key")
     hands.session.keep_picture(hands.editor, "settings-key")
-    # Behind the field lies "Remove Key", which gives the keyboard back to it.
+    # After the field comes "Remove Key", which returns the keyboard to it.
     hands.press("Tab", "space")
     wait_until("the key's end", lambda: SECRETS["ai_claude_key"] not in keyring.ask("read", "ai_claude_key"))
     hands.editor.settle()
