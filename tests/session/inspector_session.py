@@ -10,6 +10,7 @@ the document to be as before. With PICTURE_FOLDER, screenshots of the steps are 
 import base64
 import json
 import os
+import re
 import subprocess
 import sys
 import time
@@ -58,6 +59,27 @@ class Panel:
         assert not left, f"still different after {steps} steps back: {left}"
         # So that the next throttled change takes its own snapshot.
         time.sleep(THROTTLE_SECONDS)
+
+    def thumb(self, come_to_slider, key):
+        """The middle of a slider's thumb on the screen, found by what changes at the bottom of the slider and its label."""
+        come_to_slider()
+        self.hands.editor.settle()
+        pictures = [self.hands.session.home / name for name in ("before.png", "after.png")]
+        self.hands.editor.picture(pictures[0])
+        self.hands.key(key)
+        self.hands.editor.settle()
+        self.hands.editor.picture(pictures[1])
+        changes = ["convert", *map(str, pictures), "-compose", "difference", "-composite", "-threshold", "0", "-crop",
+                   "320x800+960+0", "+repage"]
+
+        def place(*part):
+            done = subprocess.run([*changes, *part, "-format", "%@", "info:"], capture_output=True, text=True, check=True)
+            return [int(number) for number in re.findall(r"\d+", done.stdout)]
+
+        _, height, _, top = place()
+        foot = top + height - 10
+        width, _, left, _ = place("-crop", f"320x10+0+{foot}")
+        return 960 + left + width // 2, foot
 
     def choose_color(self, color):
         """In the colour well's dialog, which has just been opened."""
@@ -312,6 +334,15 @@ def canvas(hands, panel):
     panel.changed(1, sizing("edgeSizing", True))
     on("Root Width", "Left", "Left", "Left")
     panel.changed(1, sizing("rootEdgeWidth", 13.5))
+    # By hand it applies while the thumb is held.
+    x, y = panel.thumb(lambda: on("Root Width"), "Left")
+    hands.editor.xdo("mousemove", str(x), str(y), "mousedown", "1", "mousemove", str(x + 12), str(y), "mousemove", str(x + 30), str(y))
+    held = hands.save()["hierarchical"]["rootEdgeWidth"]
+    hands.editor.xdo("mouseup", "1")
+    assert 15 < held < 20 and hands.save()["hierarchical"]["rootEdgeWidth"] == held, held
+    hands.key("Escape")
+    hands.undo()
+    time.sleep(THROTTLE_SECONDS)
     on("Leaf Width", "Home")
     panel.changed(1, sizing("leafEdgeWidth", 0.5))
     on("Node Sizing", "space")
