@@ -119,15 +119,20 @@ void CopyNotes::wasTyped() {
     m_pause = 0;
     commit();
   });
+  Q_EMIT typed();
+}
+
+QString CopyNotes::text() const {
+  return textOf(*document());
 }
 
 void CopyNotes::commit() {
   m_scheduler.cancel(std::exchange(m_pause, 0));
   if (!isWaiting()) return;
   document()->setModified(false);
-  const QString text = textOf(*document());
-  if (text == m_copy) return;
-  m_copy = text;
+  const QString now = text();
+  if (now == m_copy) return;
+  m_copy = now;
   Q_EMIT written(m_copy);
 }
 

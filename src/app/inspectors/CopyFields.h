@@ -53,9 +53,12 @@ class CopyNotes final : public QPlainTextEdit {
   void load(const QString& text);
   void follow(const QString& text);
   bool isWaiting() const;
+  // What stands in the field.
+  QString text() const;
   void commit();
 
  Q_SIGNALS:
+  void typed();
   void written(const QString& text);
 
  protected:

@@ -1,11 +1,13 @@
 #pragma once
 
+#include <optional>
 #include <utility>
 #include <vector>
 
 #include <QWidget>
 
 #include "editor/MindMapViewModel.h"
+#include "editor/journal/OpenText.h"
 
 class QVBoxLayout;
 
@@ -46,8 +48,12 @@ class Inspector : public QWidget {
   virtual void refresh(const InspectorSubject& subject) = 0;
   // Passes on typed text that is not in the map yet, to the subject that it was typed for.
   virtual void commitTyping() {}
+  // What commitTyping() would hand over, and the subject that it was typed for.
+  virtual std::optional<OpenText> openText() const { return std::nullopt; }
 
  Q_SIGNALS:
+  // openText() is another.
+  void openTextChanged();
   // The user wants a picture for the topic.
   void imageWanted(const QUuid& nodeID);
 

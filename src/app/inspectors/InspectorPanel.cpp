@@ -143,6 +143,7 @@ Inspector& InspectorPanel::built(Kind kind) {
   }
   inspector->hide();
   connect(inspector, &Inspector::imageWanted, this, &InspectorPanel::imageWanted);
+  connect(inspector, &Inspector::openTextChanged, this, &InspectorPanel::openTextChanged);
   static_cast<QVBoxLayout*>(m_holder->layout())->insertWidget(0, inspector);
   return *inspector;
 }

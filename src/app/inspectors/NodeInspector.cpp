@@ -83,6 +83,7 @@ void NodeInspector::addTitle() {
   connect(m_title, &CopyField::written, this, [this](const QString& text) {
     if (const auto node = present()) editor().setNodeTitle(node->id, text);
   });
+  connect(m_title, &QLineEdit::textChanged, this, &NodeInspector::openTextChanged);
   addPart(m_title);
 }
 
@@ -128,6 +129,7 @@ void NodeInspector::addLink() {
   addSection();
   m_url = new CopyField(tr("Link"), QStringLiteral("https://..."), this);
   connect(m_url, &QLineEdit::textChanged, this, &NodeInspector::followUrl);
+  connect(m_url, &QLineEdit::textChanged, this, &NodeInspector::openTextChanged);
   connect(m_url, &CopyField::written, this, [this](const QString& text) {
     if (const auto node = present()) editor().setNodeUrl(node->id, text.isEmpty() ? std::nullopt : std::optional(text));
   });
@@ -157,6 +159,7 @@ void NodeInspector::addNotes() {
   connect(m_notes, &CopyNotes::written, this, [this](const QString& text) {
     if (const auto node = present()) editor().setNodeNotes(node->id, text);
   });
+  connect(m_notes, &CopyNotes::typed, this, &NodeInspector::openTextChanged);
   addPart(m_notes);
   addHint(QStringLiteral("Markdown supported"));
 }
@@ -232,6 +235,17 @@ void NodeInspector::commitTyping() {
   m_title->commit();
   m_url->commit();
   m_notes->commit();
+}
+
+// The keyboard is in one field at a time, and what another one held was handed over when it left.
+std::optional<OpenText> NodeInspector::openText() const {
+  const auto node = present();
+  if (!node) return std::nullopt;
+  using enum OpenText::Field;
+  if (m_title->isWaiting()) return OpenText{topicTitle, node->id, m_title->text()};
+  if (m_url->isWaiting()) return OpenText{topicUrl, node->id, m_url->text()};
+  if (m_notes->isWaiting()) return OpenText{topicNotes, node->id, m_notes->text()};
+  return std::nullopt;
 }
 
 EmojiPicker* NodeInspector::emojiPicker() const {

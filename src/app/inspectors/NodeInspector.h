@@ -26,6 +26,7 @@ class NodeInspector final : public Inspector {
 
   void refresh(const InspectorSubject& subject) override;
   void commitTyping() override;
+  std::optional<OpenText> openText() const override;
 
   // The popover while it is open, else nullptr.
   EmojiPicker* emojiPicker() const;

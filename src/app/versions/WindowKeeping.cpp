@@ -1,5 +1,6 @@
 #include "app/versions/WindowKeeping.h"
 
+#include "app/inspectors/InspectorPanel.h"
 #include "app/versions/RecoveryCard.h"
 #include "app/window/Machine.h"
 #include "canvas/view/CanvasView.h"
@@ -7,14 +8,18 @@
 namespace quilmora {
 
 WindowKeeping::WindowKeeping(Machine& machine, NotificationCenter& notifications, MindMapViewModel& editor,
-                             DocumentSession& session, CanvasView& canvas, QWidget& window)
+                             DocumentSession& session, CanvasView& canvas, InspectorPanel& inspector, QWidget& window)
     : m_keeping(editor, session, machine.clock, machine.scheduler, machine.log, machine.stateFolder),
       m_flow({machine.look, editor, session, m_keeping.versions(), machine.writer, machine.clock}, &window),
       m_card(new RecoveryCard(machine.look, editor, &canvas)),
       m_atEnd(
           notifications.observe(Notification::autoSaveBeforeQuit, [this](const QVariant&) { m_keeping.settle(); })) {
-  m_keeping.setOpenText([&canvas] { return canvas.openText(); });
+  m_keeping.setOpenText([&canvas, &inspector] {
+    const std::optional<OpenText> title = canvas.openText();
+    return title ? title : inspector.openText();
+  });
   connect(&canvas, &CanvasView::openTextChanged, &m_keeping, &SafeKeeping::openTextChanged);
+  connect(&inspector, &InspectorPanel::openTextChanged, &m_keeping, &SafeKeeping::openTextChanged);
   connect(&m_keeping, &SafeKeeping::changesRecovered, m_card, &RecoveryCard::tellRecovered);
   connect(&m_keeping, &SafeKeeping::journalSetAside, m_card, &RecoveryCard::tellSetAside);
   connect(&m_flow, &EarlierVersionsFlow::errorRaised, this, &WindowKeeping::errorRaised);

@@ -11,6 +11,7 @@ class QWidget;
 namespace quilmora {
 
 class CanvasView;
+class InspectorPanel;
 class RecoveryCard;
 struct Machine;
 
@@ -22,7 +23,7 @@ class WindowKeeping final : public QObject {
  public:
   // All must outlive it. The session must learn of the end of the process before this object does.
   WindowKeeping(Machine& machine, NotificationCenter& notifications, MindMapViewModel& editor, DocumentSession& session,
-                CanvasView& canvas, QWidget& window);
+                CanvasView& canvas, InspectorPanel& inspector, QWidget& window);
   ~WindowKeeping() override;
 
   // The window has opened its documents.

@@ -89,7 +89,8 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
   m_paletteOpener =
       new PaletteOpener(machine.look, {m_editor, m_aiWorkflows, notifications, machine.settings}, *m_canvas, this);
   if (!machine.stateFolder.isEmpty())
-    m_keeping = std::make_unique<WindowKeeping>(machine, notifications, m_editor, m_session, *m_canvas, *this);
+    m_keeping =
+        std::make_unique<WindowKeeping>(machine, notifications, m_editor, m_session, *m_canvas, *m_inspector, *this);
   m_presentation = new PresentationScreen(*this, *m_content, *m_canvas, m_editor, machine.scheduler);
   m_place.restore();
 

@@ -9,7 +9,7 @@ namespace quilmora {
 
 // The text in an open field, which goes into the map when the field is left.
 struct OpenText {
-  enum class Field { topicTitle, regionLabel };
+  enum class Field { topicTitle, topicNotes, topicUrl, regionLabel };
   Field field = Field::topicTitle;
   QUuid id;
   QString text;

@@ -1,6 +1,8 @@
 #include <QPushButton>
 
 #include "app/AppFixture.h"
+#include "app/inspectors/CopyFields.h"
+#include "app/inspectors/InspectorPanel.h"
 #include "app/versions/EarlierVersionsSheet.h"
 #include "app/versions/RecoveryCard.h"
 #include "app/versions/VersionPicture.h"
@@ -24,7 +26,19 @@ class WindowKeepingTest : public AppTest {
     ASSERT_TRUE(QTest::qWaitFor([this] { return keeping().keeping().journal().isAtRest(); }, 20'000));
   }
   void edit() { editor().createFreeNode(40.0 * static_cast<double>(editor().mindMap().nodes.size()), 0.0); }
-  // The process ends without saving.
+  // Of the first topic, with the keyboard in it.
+  template <class Field>
+  Field& inspectorField(const char* name) {
+    editor().selectNode(editor().mindMap().nodes[0].id, false);
+    QCoreApplication::processEvents();
+    for (auto* field : window().inspector().findChildren<Field*>()) {
+      if (field->accessibleName() != QLatin1String(name)) continue;
+      field->setFocus();
+      return *field;
+    }
+    throw std::runtime_error(name);
+  }
+  // The process ends without a word.
   void end() { m_application.reset(); }
   void openVersions(std::size_t count) {
     action("earlierVersions")->trigger();
@@ -69,6 +83,50 @@ TEST_F(WindowKeepingTest, TheTextOfAnOpenTitleComesBack) {
   end();
   start();
   EXPECT_EQ(editor().mindMap().nodes[0].title, QStringLiteral("Half a wo"));
+}
+
+TEST_F(WindowKeepingTest, NotesComeBackThatAreStillBeingTyped) {
+  startActive({writtenMap("plan.mindmap", "Plan")});
+  auto& notes = inspectorField<CopyNotes>("Notes");
+  QTest::keyClicks(&notes, QStringLiteral("Milk, "));
+  letTimePass();
+  QTest::keyClicks(&notes, QStringLiteral("bre"));
+  letTimePass();
+  ASSERT_EQ(editor().mindMap().nodes[0].notes, QString());
+  end();
+  start();
+  EXPECT_EQ(editor().mindMap().nodes[0].notes, QStringLiteral("Milk, bre"));
+  EXPECT_TRUE(card().isShown());
+}
+
+TEST_F(WindowKeepingTest, ALinkAndATitleComeBackThatAreStillOpenInTheInspector) {
+  startActive({writtenMap("plan.mindmap", "Plan")});
+  QTest::keyClicks(&inspectorField<CopyField>("Link"), QStringLiteral("https://exam"));
+  letTimePass();
+  end();
+  startActive();
+  EXPECT_EQ(editor().mindMap().nodes[0].url, QStringLiteral("https://exam"));
+  auto& title = inspectorField<CopyField>("Title");
+  title.selectAll();
+  QTest::keyClicks(&title, QStringLiteral("Half a wo"));
+  letTimePass();
+  end();
+  start();
+  EXPECT_EQ(editor().mindMap().nodes[0].title, QStringLiteral("Half a wo"));
+  EXPECT_EQ(editor().mindMap().nodes[0].url, QStringLiteral("https://exam"));
+}
+
+TEST_F(WindowKeepingTest, WhatIsTakenBackInTheInspectorIsForgotten) {
+  startActive({writtenMap("plan.mindmap", "Plan")});
+  auto& link = inspectorField<CopyField>("Link");
+  QTest::keyClicks(&link, QStringLiteral("https://exam"));
+  letTimePass();
+  QTest::keyClick(&link, Qt::Key_Escape);
+  letTimePass();
+  end();
+  start();
+  EXPECT_FALSE(card().isShown());
+  EXPECT_FALSE(editor().mindMap().nodes[0].url.has_value());
 }
 
 TEST_F(WindowKeepingTest, ListsWhatSavesReplacedWithTimeTopicsAndPicture) {

@@ -210,6 +210,17 @@ TEST_F(JournalTest, HoldsTheTextOfAnOpenField) {
   ASSERT_TRUE(recovery.map.has_value());
   EXPECT_EQ(recovery.map->nodes[1].title, QStringLiteral("Half a wo"));
 
+  for (const auto field : {OpenText::Field::topicNotes, OpenText::Field::topicUrl}) {
+    openText = OpenText{field, topicId(1), QStringLiteral("Half a wo")};
+    journal->changed();
+    letTimePass();
+    recovery = startAgain();
+    ASSERT_TRUE(recovery.map.has_value());
+    const Node& node = recovery.map->nodes[1];
+    EXPECT_EQ(field == OpenText::Field::topicNotes ? node.notes : node.url.value(), QStringLiteral("Half a wo"));
+    EXPECT_EQ(node.title, file.nodes[1].title);
+  }
+
   openText = OpenText{OpenText::Field::regionLabel, edgeId(1), QStringLiteral("Hou")};
   journal->changed();
   letTimePass();
