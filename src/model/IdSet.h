@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <initializer_list>
 
 #include "model/IdTable.h"
@@ -31,6 +32,7 @@ class IdSet {
   bool operator==(const IdSet& other) const {
     if (sharesStorageWith(other)) return true;
     if (size() != other.size()) return false;
+    if (std::equal(begin(), end(), other.begin())) return true;
     for (const QUuid& id : *this)
       if (!other.contains(id)) return false;
     return true;

@@ -18,6 +18,18 @@ class IdTable {
   // The id's number, or npos.
   std::uint32_t find(const QUuid& id) const;
   bool contains(const QUuid& id) const { return find(id) != npos; }
+  // Calls visit(number) for those of the ids that are in the table. Where they come in the table's own order, as after
+  // a selection of all topics, most need no search.
+  template <class Ids, class Visit>
+  void visitNumbers(const Ids& ids, Visit&& visit) const {
+    std::uint32_t next = 0;
+    for (const QUuid& id : ids) {
+      const std::uint32_t number = next < size() && m_ids[next] == id ? next : find(id);
+      if (number == npos) continue;
+      visit(number);
+      next = number + 1;
+    }
+  }
   // Removes the id; the id with the highest number takes its number. Returns whether it was there.
   bool erase(const QUuid& id);
 

@@ -49,6 +49,22 @@ TEST(IdTable, TheLastIdTakesTheNumberOfAnErasedOne) {
   EXPECT_EQ(table.size(), 4u);
 }
 
+TEST(IdTable, VisitsTheNumbersOfIdsInAnyOrder) {
+  IdTable table;
+  for (unsigned i = 0; i < 6; ++i) table.insert(id(i));
+  const auto numbersOf = [&](const std::vector<unsigned>& numbers) {
+    std::vector<QUuid> ids;
+    for (const unsigned number : numbers) ids.push_back(id(number));
+    std::vector<std::uint32_t> found;
+    table.visitNumbers(ids, [&](std::uint32_t number) { found.push_back(number); });
+    return found;
+  };
+  using Numbers = std::vector<std::uint32_t>;
+  EXPECT_EQ(numbersOf({0, 1, 2, 3, 4, 5}), (Numbers{0, 1, 2, 3, 4, 5}));
+  EXPECT_EQ(numbersOf({5, 9, 0, 2, 3, 3, 8, 1}), (Numbers{5, 0, 2, 3, 3, 1}));
+  EXPECT_EQ(numbersOf({}), Numbers{});
+}
+
 TEST(IdTable, IsEmptyAfterClear) {
   IdTable table;
   for (unsigned i = 0; i < 100; ++i) table.insert(id(i));

@@ -90,12 +90,13 @@ InspectorPanel::InspectorPanel(const InspectorContext& context, QWidget* parent)
 InspectorSubject InspectorPanel::findSubject() {
   MindMapViewModel& editor = m_context.editor;
   InspectorSubject subject;
+  const MapIndex& index = editor.mapIndex();
   std::optional<QUuid> node;
-  for (const QUuid& id : editor.selectedNodeIDs()) {
-    if (!editor.hasNode(id)) continue;
-    if (!node) node = id;
+  index.ids()->visitNumbers(editor.selectedNodeIDs(), [&](std::uint32_t number) {
+    if (number >= index.numberCount() || index.nodeOfNumber()[number] == MapIndex::npos) return;
+    if (!node) node = (*index.ids())[number];
     ++subject.count;
-  }
+  });
   if (subject.count >= 2) {
     subject.kind = Kind::nodes;
     subject.ids = editor.selectedNodeIDs();
