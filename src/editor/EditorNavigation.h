@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editor/EditorState.h"
+#include "editor/TopicSearch.h"
 #include "editor/edits/Finding.h"
 
 namespace quilmora {
@@ -68,6 +69,7 @@ class EditorNavigation : public EditorState {
   void stepPresentation(int step);
   void present(const QUuid& id);
 
+  TopicSearch m_search;
   std::vector<QUuid> m_presentationOrder;
 };
 

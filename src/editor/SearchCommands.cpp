@@ -9,10 +9,11 @@ void EditorNavigation::toggleSearch() {
   setSearchQuery(QString());
   setSearchResultIDs({});
   setSearchResultIndex(0);
+  m_search.forget();
 }
 
 void EditorNavigation::runSearch() {
-  setSearchResultIDs(edits::topicsWith(mindMap(), searchQuery()));
+  setSearchResultIDs(m_search.find(mindMap().nodes, treeGeneration(), searchQuery()));
   setSearchResultIndex(0);
   if (!searchResultIDs().empty()) lookAt(searchResultIDs().front());
 }

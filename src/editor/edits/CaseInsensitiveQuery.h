@@ -1,8 +1,9 @@
 #pragma once
 
+#include <vector>
+
 #include <QLocale>
 #include <QString>
-#include <QStringMatcher>
 
 namespace quilmora::edits {
 
@@ -13,11 +14,17 @@ class CaseInsensitiveQuery {
 
   // An empty text contains nothing.
   bool isIn(const QString& text) const;
+  // Whether every text that holds this query is known to hold the other one: it goes on where that ends.
+  bool goesOnFrom(const CaseInsensitiveQuery& other) const;
 
  private:
+  bool isAt(const char16_t* place, const char16_t* textBegin) const;
+
   QLocale m_locale;
   bool m_isTurkic;
-  QStringMatcher m_matcher;
+  QString m_lowered;               // of a Turkic locale
+  std::vector<char32_t> m_folded;  // of any other; unit by unit
+  std::vector<char16_t> m_firsts;  // the units that fold to the first of them, twice where there is only one
 };
 
 }  // namespace quilmora::edits

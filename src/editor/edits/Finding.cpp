@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "editor/edits/CaseInsensitiveQuery.h"
-
 namespace quilmora::edits {
 
 namespace {
@@ -15,19 +13,12 @@ constexpr double minNeighbourDistance = 10.0;
 
 std::vector<std::uint32_t> ordinalsOf(const MapIndex& index, const IdSet& ids) {
   std::vector<std::uint32_t> ordinals;
-  for (const QUuid& id : ids)
-    if (const std::uint32_t ordinal = index.find(id); ordinal != MapIndex::npos) ordinals.push_back(ordinal);
+  index.ids()->visitNumbers(ids, [&](std::uint32_t number) {
+    const std::uint32_t ordinal = number < index.numberCount() ? index.nodeOfNumber()[number] : MapIndex::npos;
+    if (ordinal != MapIndex::npos) ordinals.push_back(ordinal);
+  });
   std::ranges::sort(ordinals);
   return ordinals;
-}
-
-std::vector<QUuid> topicsWith(const MindMap& map, const QString& query) {
-  std::vector<QUuid> found;
-  if (query.isEmpty()) return found;
-  const CaseInsensitiveQuery wanted(query);
-  for (const Node& node : map.nodes)
-    if (wanted.isIn(node.title) || wanted.isIn(node.notes)) found.push_back(node.id);
-  return found;
 }
 
 std::optional<QUuid> neighbour(const MapIndex& index, const std::vector<char>& hidden, std::uint32_t from,

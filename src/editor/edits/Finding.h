@@ -3,22 +3,16 @@
 #include <optional>
 #include <vector>
 
-#include <QString>
-
 #include "model/IdSet.h"
 #include "model/MapIndex.h"
 
-// Finding topics by their ids, their texts and their positions.
+// Finding topics by their ids and by where they lie.
 namespace quilmora::edits {
 
 // The ordinals of the topics with these ids, ascending. Ids that name no topic are left out.
 std::vector<std::uint32_t> ordinalsOf(const MapIndex& index, const IdSet& ids);
 
-// The topics whose title or notes contain the query, in the order of the map, ignoring case by the rules of the current
-// locale. An empty query finds none.
-std::vector<QUuid> topicsWith(const MindMap& map, const QString& query);
-
-// The numbers are used in scripts.
+// The numbers are those of scripts.
 enum class Direction { left = 0, right = 1, up = 2, down = 3 };
 
 // The nearest topic from the one with this ordinal in the direction, among those not marked in `hidden` (by ordinal);

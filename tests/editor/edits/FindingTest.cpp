@@ -5,14 +5,6 @@ using namespace quilmora;
 using namespace quilmora::edits;
 using namespace quilmora::test;
 
-TEST(Finding, LooksIntoTitlesAndNotesWithoutRegardToCase) {
-  MindMap map = mapOf({0, 1, 2});
-  map.nodes.update(0, [](Node& node) { node.title = QStringLiteral("Budget"); });
-  map.nodes.update(2, [](Node& node) { node.notes = QStringLiteral("the BUDGET of May"); });
-  EXPECT_EQ(topicsWith(map, QStringLiteral("budget")), (std::vector<QUuid>{topicId(0), topicId(2)}));
-  EXPECT_TRUE(topicsWith(map, QString()).empty());
-}
-
 namespace {
 
 struct Cross : EditsRig {
