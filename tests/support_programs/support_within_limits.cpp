@@ -3,7 +3,9 @@
 // Usage: support_within_limits open FIRST SECOND BYTES   opens the second document with this much more memory
 //        support_within_limits save FILE BYTES           makes the map larger than a file may be, and saves it
 
+#include <array>
 #include <cstdio>
+#include <cstring>
 #include <fstream>
 
 #include <QCoreApplication>
@@ -51,8 +53,15 @@ std::size_t memoryNow() {
   return pages * static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
 }
 
+// A stack that has to grow where the limit leaves no page ends the process, whatever the program does.
+void growStack() {
+  std::array<char, std::size_t{1} << 20> room;
+  ::explicit_bzero(room.data(), room.size());
+}
+
 void openWithin(Program& program, const QString& first, const QString& second, std::size_t bytes) {
   program.session.open(first);
+  growStack();
   limit(RLIMIT_AS, memoryNow() + bytes);
   program.session.open(second);
 }

@@ -44,8 +44,8 @@ TEST_F(SystemLimits, ADocumentThatDoesNotFitIntoMemorySaysSoAndTheOpenMapStays) 
   const auto size = static_cast<std::size_t>(QFileInfo(large).size());
   int refused = 0;
   int opened = 0;
-  // From less than the text alone to more than everything, wherever the memory runs out in between.
-  for (std::size_t bytes = size / 4; opened == 0; bytes += size / 4) {
+  // From less than the text alone to more than everything, wherever the memory ends in between.
+  for (std::size_t bytes = size / 4; opened == 0; bytes += size) {
     const Result result = run({QStringLiteral("open"), small, large, QString::number(bytes)});
     ASSERT_EQ(result.status, QProcess::NormalExit) << bytes << " of " << size;
     EXPECT_EQ(result.state, QStringLiteral("kept"));
