@@ -32,15 +32,19 @@ bool canRedo(const Context& context, const QVariant&) {
   return context.editor.redoCount() > 0;
 }
 
+// Ids that an undo or another map has left behind do not count.
+bool selectsTopic(MindMapViewModel& editor) {
+  return std::ranges::any_of(editor.selectedNodeIDs(), [&](const QUuid& id) { return editor.hasNode(id); });
+}
+
 bool canDuplicate(const Context& context, const QVariant&) {
-  return !context.editor.isEditingInline() && !context.editor.selectedNodeIDs().empty();
+  return !context.editor.isEditingInline() && selectsTopic(context.editor);
 }
 
 bool canDelete(const Context& context, const QVariant&) {
-  const MindMapViewModel& editor = context.editor;
+  MindMapViewModel& editor = context.editor;
   if (editor.isEditingInline() || editor.isPresentationMode()) return false;
-  return !editor.selectedNodeIDs().empty() || !editor.selectedEdgeIDs().empty() ||
-         editor.selectedRegionID().has_value();
+  return selectsTopic(editor) || !editor.selectedEdgeIDs().empty() || editor.selectedRegionID().has_value();
 }
 
 bool canCollapse(const Context& context, const QVariant&) {

@@ -111,6 +111,17 @@ TEST_F(CommandActionsTest, DeleteTakesTheSelection) {
   EXPECT_FALSE(action("delete")->isEnabled());
 }
 
+TEST_F(CommandActionsTest, ASelectionOfTheMapBeforeCannotBeDeletedOrDuplicated) {
+  const auto duplicate = receive(Notification::duplicateSelection);
+  m_editor.selectAll();
+  EXPECT_TRUE(action("delete")->isEnabled());
+  EXPECT_TRUE(action("duplicateSelection")->isEnabled());
+  m_editor.setMindMap(MindMap::blankMap(m_clock));
+  ASSERT_FALSE(m_editor.selectedNodeIDs().empty());
+  EXPECT_FALSE(action("delete")->isEnabled());
+  EXPECT_FALSE(action("duplicateSelection")->isEnabled());
+}
+
 TEST_F(CommandActionsTest, MarksTellTheStateAndNotTheClick) {
   const auto sidebar = receive(Notification::toggleSidebar);
   EXPECT_TRUE(action("toggleSidebar")->isChecked());
