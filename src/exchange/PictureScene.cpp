@@ -63,7 +63,8 @@ PictureScene::PictureScene(const MindMap& map, const QRectF& bounds, PictureSize
   sketch.update(map);
   m_halfWidth = sketch.maxHalfWidth() + surroundings;
   m_halfHeights.reserve(sketch.nodes().size());
-  for (const auto& node : sketch.nodes()) m_halfHeights.push_back(node.boundHalfHeight);
+  for (std::size_t i = 0; i < sketch.nodes().size(); ++i)
+    m_halfHeights.push_back(static_cast<float>(sketch.boundHalfHeight(i)));
   m_edgeReaches.reserve(sketch.edges().size());
   for (const auto& edge : sketch.edges()) {
     const double reach =

@@ -54,17 +54,6 @@ void paintSelectedRelationship(QPainter& painter, const PaintContext& context) {
       paintRelationshipHandles(painter, context, relationship, HandleState::resting);
 }
 
-std::vector<char> selectedNumbers(const MapScene& scene) {
-  std::vector<char> flags;
-  if (scene.selectedNodeIDs.empty()) return flags;
-  flags.assign(scene.index.numberCount(), 0);
-  for (const QUuid& id : scene.selectedNodeIDs) {
-    const std::uint32_t number = scene.index.ids()->find(id);
-    if (number < flags.size()) flags[number] = 1;
-  }
-  return flags;
-}
-
 }  // namespace
 
 PaintOptions PaintOptions::forExport() {
@@ -92,14 +81,15 @@ MapPainter::~MapPainter() = default;
 struct MapPainter::Session {
   QPainter& painter;
   std::shared_ptr<SceneSketch> sketch;
+  std::shared_ptr<const std::vector<char>> isSelected;
   CoverageGrid coverage;
   PaintContext context;
 
-  Session(MapPainter& owner, QPainter& target, const MapScene& scene, const PaintOptions& options,
-          const std::vector<char>& isSelected)
+  Session(MapPainter& owner, QPainter& target, const MapScene& scene, const PaintOptions& options)
       : painter(target),
         sketch(owner.sketchOf(scene.map)),
-        context(owner.enter(target, scene, options, *sketch, coverage, isSelected)) {}
+        isSelected(owner.selectedNumbers(scene, options)),
+        context(owner.enter(target, scene, options, *sketch, coverage, *isSelected)) {}
   Session(const Session&) = delete;
   ~Session() { painter.restore(); }
 };
@@ -150,10 +140,26 @@ const std::shared_ptr<SceneSketch>& MapPainter::sketchOf(const MindMap& map) {
   return m_sketch;
 }
 
+// Asked for every tile and every frame of a drag.
+std::shared_ptr<const std::vector<char>> MapPainter::selectedNumbers(const MapScene& scene,
+                                                                     const PaintOptions& options) {
+  const IdSet ids = options.selection ? scene.selectedNodeIDs : IdSet();
+  SelectedNumbers& known = m_selected;
+  const std::uint32_t count = ids.empty() ? 0 : scene.index.numberCount();
+  if (known.isSelected && known.ids.sharesStorageWith(ids) && known.numbers == scene.index.ids() &&
+      known.isSelected->size() == count)
+    return known.isSelected;
+  auto isSelected = std::make_shared<std::vector<char>>(count, 0);
+  scene.index.ids()->visitNumbers(ids, [&](std::uint32_t number) {
+    if (number < count) (*isSelected)[number] = 1;
+  });
+  known = {ids, scene.index.ids(), std::move(isSelected)};
+  return known.isSelected;
+}
+
 void MapPainter::paint(QPainter& painter, const MapScene& scene, const PaintOptions& options,
                        const ScenePlan::Part* part) {
   if (!hasSense(scene)) return;
-  const std::vector<char> isSelected = options.selection ? selectedNumbers(scene) : std::vector<char>();
   ScenePlan::Part all;
   if (!part) {
     all.nodes.resize(scene.index.positions().size());
@@ -161,7 +167,7 @@ void MapPainter::paint(QPainter& painter, const MapScene& scene, const PaintOpti
     std::iota(all.nodes.begin(), all.nodes.end(), 0U);
     std::iota(all.edges.begin(), all.edges.end(), 0U);
   }
-  paintSteps(painter, scene, options, part ? *part : all, isSelected).finish();
+  paintSteps(painter, scene, options, part ? *part : all, nullptr).finish();
   paintMoving(painter, scene, options);
 }
 
@@ -170,15 +176,13 @@ void MapPainter::paintMoving(QPainter& painter, const MapScene& scene, const Pai
     *m_moving = {};
     return;
   }
-  const std::vector<char> isSelected = selectedNumbers(scene);
-  const Session session(*this, painter, scene, options, isSelected);
+  const Session session(*this, painter, scene, options);
   MovingLayer(painter, session.context, *m_moving).paint();
 }
 
 PaintSteps MapPainter::makePlan(ScenePlan& plan, MapScene scene, PaintOptions options) {
   using Work = PaintSteps::Work;
   const std::shared_ptr<SceneSketch> sketch = sketchOf(scene.map);
-  plan.isSelected = options.selection ? selectedNumbers(scene) : std::vector<char>();
   co_yield Work::texts;
   const MapIndex& index = scene.index;
   const double zoom = scene.view.zoom / scene.pixelRatio;
@@ -189,7 +193,7 @@ PaintSteps MapPainter::makePlan(ScenePlan& plan, MapScene scene, PaintOptions op
     if (i % planStep == 0) co_yield Work::texts;
     if (scene.isHidden(i)) continue;
     const QPointF position = index.positions()[i];
-    const double halfHeight = double{sketch->nodes()[i].boundHalfHeight} + around;
+    const double halfHeight = sketch->boundHalfHeight(i) + around;
     plan.addNode(i, QRectF(position.x() - halfWidth, position.y() - halfHeight, 2 * halfWidth, 2 * halfHeight));
   }
   const std::size_t edgeCount = index.edgeFrom().size();
@@ -204,18 +208,20 @@ PaintSteps MapPainter::makePlan(ScenePlan& plan, MapScene scene, PaintOptions op
   }
 }
 
-PaintSteps MapPainter::paintTile(QPainter& painter, const ScenePlan& plan, QPoint tile, const MapScene& scene,
-                                 const PaintOptions& options) {
-  return paintSteps(painter, scene, options, plan.part(tile), plan.isSelected);
+PaintSteps MapPainter::paintTile(QPainter& painter, const std::shared_ptr<const ScenePlan>& plan, QPoint tile,
+                                 const MapScene& scene, const PaintOptions& options) {
+  return paintSteps(painter, scene, options, plan->part(tile), plan);
 }
 
 PaintSteps MapPainter::paintSteps(QPainter& painter, MapScene scene, PaintOptions options, const ScenePlan::Part& part,
-                                  const std::vector<char>& isSelected) {
+                                  std::shared_ptr<const ScenePlan> plan) {
   using Work = PaintSteps::Work;
+  // The part may be its own.
+  const std::shared_ptr<const ScenePlan> kept = std::move(plan);
   if (!hasSense(scene)) co_return;
   if (options.background)
     painter.fillRect(scene.exposed.translated(-scene.pixelOrigin), colorFromHex(scene.map.canvas.background));
-  const Session session(*this, painter, scene, options, isSelected);
+  const Session session(*this, painter, scene, options);
   const PaintContext& context = session.context;
 
   NodeLayer nodes(painter, context);
@@ -292,7 +298,7 @@ std::optional<std::size_t> MapPainter::nodeAt(const MapScene& scene, QPointF can
   for (std::size_t i = positions.size(); i-- > 0;) {
     const QPointF distance = canvasPoint - positions[i];
     if (!(std::abs(distance.x()) <= reach)) continue;
-    if (!(std::abs(distance.y()) <= static_cast<double>(sketch.nodes()[i].boundHalfHeight))) continue;
+    if (!(std::abs(distance.y()) <= sketch.boundHalfHeight(i))) continue;
     if (scene.isHidden(i)) continue;
     if (!takeMeasure(measuresLeft)) return std::nullopt;
     if (measure(scene, i, options).box.contains(distance)) return i;

@@ -35,12 +35,12 @@ class MapPainter {
   void paint(QPainter& painter, const MapScene& scene, const PaintOptions& options = {},
              const ScenePlan::Part* part = nullptr);
 
-  // The same in small steps, tile by tile, without what a gesture moves. Plan and painters must outlive the steps.
-  // makePlan() fills the plan; both calls must get the same scene except for view and exposed part.
+  // The same in small steps, tile by tile, but for what a gesture moves. Painters must outlive the steps, and so must
+  // the plan that is made. Both calls must be given the same scene but for view, exposed part, selection and gestures.
   PaintSteps makePlan(ScenePlan& plan, MapScene scene, PaintOptions options);
-  PaintSteps paintTile(QPainter& painter, const ScenePlan& plan, QPoint tile, const MapScene& scene,
-                       const PaintOptions& options);
-  // Paints what a gesture moves, above those tiles.
+  PaintSteps paintTile(QPainter& painter, const std::shared_ptr<const ScenePlan>& plan, QPoint tile,
+                       const MapScene& scene, const PaintOptions& options);
+  // What a gesture moves, to be painted above those tiles.
   void paintMoving(QPainter& painter, const MapScene& scene, const PaintOptions& options = {});
 
   NodeMeasurer& measurer() { return m_measurer; }
@@ -58,14 +58,22 @@ class MapPainter {
 
  private:
   struct Session;
+  struct SelectedNumbers {
+    IdSet ids;
+    std::shared_ptr<IdTable> numbers;
+    std::shared_ptr<const std::vector<char>> isSelected;
+  };
   const std::shared_ptr<SceneSketch>& sketchOf(const MindMap& map);
   PaintContext enter(QPainter& painter, const MapScene& scene, const PaintOptions& options, SceneSketch& sketch,
                      CoverageGrid& coverage, const std::vector<char>& isSelected);
   PaintSteps paintSteps(QPainter& painter, MapScene scene, PaintOptions options, const ScenePlan::Part& part,
-                        const std::vector<char>& isSelected);
+                        std::shared_ptr<const ScenePlan> plan);
+  // By number of the index: 1 for a selected topic; empty where none is selected or shown so.
+  std::shared_ptr<const std::vector<char>> selectedNumbers(const MapScene& scene, const PaintOptions& options);
 
   NodeMeasurer m_measurer;
-  std::shared_ptr<SceneSketch> m_sketch;  // paintings in progress hold it, too
+  std::shared_ptr<SceneSketch> m_sketch;  // paintings under way have it, too
+  SelectedNumbers m_selected;             // as last asked for
   std::unique_ptr<PictureStore> m_pictures;
   std::unique_ptr<MovingStore> m_moving;
 };

@@ -51,6 +51,10 @@ struct MapScene {
   bool isDragging() const { return isLanding || !shown.nodeDragTranslation.isNull(); }
 };
 
+// Whether two settings give the same sizes by depth: to topics, and to connectors.
+bool sizeTopicsAlike(const HierarchicalConfig& a, const HierarchicalConfig& b);
+bool sizeConnectorsAlike(const HierarchicalConfig& a, const HierarchicalConfig& b);
+
 struct PaintOptions {
   bool background = true;
   bool regions = true;

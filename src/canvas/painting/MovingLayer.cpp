@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include <QPainter>
 
@@ -9,6 +10,7 @@
 #include "canvas/geometry/Polygons.h"
 #include "canvas/painting/NodeLayer.h"
 #include "canvas/painting/PaintSteps.h"
+#include "canvas/painting/PartVisibility.h"
 #include "themes/Color.h"
 
 namespace quilmora {
@@ -24,7 +26,11 @@ constexpr double maxSmoothCost = 300'000.0;
 // From this many topics on, a drag moves their picture, which extends this far beyond the view (device pixels).
 constexpr std::size_t minPictureCount = 40;
 constexpr int pictureMargin = 160;
-// From this many on, previews between dragged topics are in the picture, too.
+// How many times as large as the view it may be where it holds all that is dragged, and is never painted again.
+constexpr double maxPictureViews = 2.0;
+// As far as the rasteriser counts, with room to spare.
+constexpr double maxPictureSide = 16000.0;
+// From so many on previews between dragged topics are in the picture, too.
 constexpr std::size_t minPicturedPreviews = 400;
 
 }  // namespace
@@ -66,8 +72,8 @@ void MovingLayer::paintLines() {
     previews.insert(previews.end(), within.begin(), within.end());
   }
   const std::vector<const Relationship*> relationships = draggedRelationships();
-  const bool fillsView = hasPictured || !relationships.empty();
-  const QRect pixels = fillsView ? viewPixels() : boundsOf(previews);
+  QRect pixels = relationships.empty() ? boundsOf(previews) : viewPixels();
+  if (hasPictured) pixels |= QRect(m_kept.dragged.origin + shift(), m_kept.dragged.previews.size()) & viewPixels();
   if (pixels.isEmpty()) return;
 
   QImage& picture = m_kept.lines;
@@ -207,23 +213,70 @@ void MovingLayer::drawOnPixels(QPoint place, const QImage& picture) {
 }
 
 void MovingLayer::preparePicture() {
-  const MapScene& scene = m_context.scene;
-  const DraggedPicture& kept = m_kept.dragged;
-  const QRect shown = m_context.toDevice.mapRect(m_context.exposed).toAlignedRect();
-  const bool isKept = !kept.topics.isNull() && kept.toDevice == m_context.toDevice &&
-                      kept.nodes.sharesStorageWith(scene.map.nodes) && kept.edges.sharesStorageWith(scene.map.edges) &&
-                      kept.opacityRule == scene.opacityRule && kept.isSelected == m_context.isSelected &&
-                      *kept.isHidden == *scene.hiddenNodes &&
-                      std::max(std::abs(shift().x()), std::abs(shift().y())) <= pictureMargin &&
-                      QRect(kept.origin + shift(), kept.topics.size()).contains(shown);
-  if (!isKept) renderPicture(shown.adjusted(-pictureMargin, -pictureMargin, pictureMargin, pictureMargin));
+  if (m_context.scene.isLanding) followDrop();
+  if (isPictureKept()) return;
+  const QRect around = viewPixels().adjusted(-pictureMargin, -pictureMargin, pictureMargin, pictureMargin);
+  const QRectF whole = draggedPixels();
+  const bool fits = std::max(whole.width(), whole.height()) <= maxPictureSide &&
+                    whole.width() * whole.height() <= maxPictureViews * around.width() * around.height();
+  renderPicture(fits ? whole.toAlignedRect() : around, fits);
 }
 
-void MovingLayer::renderPicture(const QRect& pixels) {
+bool MovingLayer::isPictureKept() const {
+  const MapScene& scene = m_context.scene;
+  const DraggedPicture& kept = m_kept.dragged;
+  return !kept.topics.isNull() && kept.toDevice == m_context.toDevice &&
+         kept.nodes.sharesStorageWith(scene.map.nodes) && kept.edges.sharesStorageWith(scene.map.edges) &&
+         kept.opacityRule == scene.opacityRule && kept.isSelected == m_context.isSelected &&
+         *kept.isHidden == *scene.hiddenNodes &&
+         (kept.isWhole || (std::max(std::abs(shift().x()), std::abs(shift().y())) <= pictureMargin &&
+                           QRect(kept.origin + shift(), kept.topics.size()).contains(viewPixels())));
+}
+
+void MovingLayer::followDrop() {
+  const SharedArray<Node>& nodes = m_context.scene.map.nodes;
+  DraggedPicture& kept = m_kept.dragged;
+  if (kept.topics.isNull() || kept.nodes.sharesStorageWith(nodes) || kept.nodes.size() != nodes.size()) return;
+  const QPointF way = nodes[m_dragged.front()].position - kept.nodes[m_dragged.front()].position;
+  const bool areTheSame = std::ranges::all_of(m_dragged, [&](std::size_t i) {
+    Node moved = kept.nodes[i];
+    const QPointF aside = nodes[i].position - moved.position - way;
+    moved.position = nodes[i].position;
+    return moved == nodes[i] && std::hypot(aside.x(), aside.y()) * m_context.scale < 0.01;
+  });
+  if (!areTheSame) return;
+  kept.nodes = nodes;
+  kept.translation -= way;
+}
+
+QRectF MovingLayer::draggedPixels() const {
+  const SceneSketch& sketch = m_context.sketch;
+  const double around = maxTopicSurroundings(m_context.zoom);
+  double left = std::numeric_limits<double>::infinity();
+  double top = left;
+  double right = -left;
+  double bottom = -left;
+  for (const std::size_t i : m_dragged) {
+    if (m_context.isHidden(i)) continue;
+    const QPointF center = m_context.shownPosition(i);
+    const double halfWidth =
+        around + (sketch.isMeasured(i) ? double{sketch.nodes()[i].halfWidth} : sketch.maxHalfWidth());
+    const double halfHeight =
+        around + (sketch.isMeasured(i) ? double{sketch.nodes()[i].halfHeight} : sketch.boundHalfHeight(i));
+    left = std::min(left, center.x() - halfWidth);
+    right = std::max(right, center.x() + halfWidth);
+    top = std::min(top, center.y() - halfHeight);
+    bottom = std::max(bottom, center.y() + halfHeight);
+  }
+  return m_context.toDevice.mapRect(QRectF(QPointF(left, top), QPointF(right, bottom)));
+}
+
+void MovingLayer::renderPicture(const QRect& pixels, bool isWhole) {
   const MapScene& scene = m_context.scene;
   DraggedPicture& kept = m_kept.dragged;
   kept = {QImage(pixels.size(), QImage::Format_ARGB32_Premultiplied),
           QImage(),
+          isWhole,
           pixels.topLeft(),
           scene.shown.nodeDragTranslation,
           m_context.toDevice,
@@ -239,8 +292,7 @@ void MovingLayer::renderPicture(const QRect& pixels) {
     painter.setTransform(m_context.toDevice * QTransform::fromTranslate(-pixels.x(), -pixels.y()));
     paint(painter);
   };
-  const double margin = pictureMargin / m_context.scale;
-  const QRectF seen = m_context.exposed.adjusted(-margin, -margin, margin, margin);
+  const QRectF seen = m_context.toDevice.inverted().mapRect(QRectF(pixels));
   paintOn(kept.topics, [&](QPainter& painter) {
     PaintContext context{m_context};
     context.toDevice = context.toPicture = painter.transform();

@@ -16,9 +16,10 @@ namespace quilmora {
 // stay the same.
 struct DraggedPicture {
   QImage topics;
-  QImage previews;      // null if they are few enough to be drawn at each frame
-  QPoint origin;        // of the images, in device pixels
-  QPointF translation;  // of the drag that the images show, in canvas units
+  QImage previews;       // null where they are few enough to be drawn at each frame
+  bool isWhole = false;  // holds all that is dragged, however far it moves
+  QPoint origin;         // of the images, in device pixels
+  QPointF translation;   // of the drag that the images show, in canvas units
   QTransform toDevice;
   SharedArray<Node> nodes;
   SharedArray<Edge> edges;
@@ -67,7 +68,12 @@ class MovingLayer {
   // Paints dragged topics on one picture, and the previews between them on another.
   bool hasPicture() const;
   void preparePicture();
-  void renderPicture(const QRect& pixels);
+  bool isPictureKept() const;
+  // Where the topics of the picture were dropped as they are, what it shows are the dropped ones.
+  void followDrop();
+  void renderPicture(const QRect& pixels, bool isWhole);
+  // What the dragged topics take up, in device pixels.
+  QRectF draggedPixels() const;
   QPoint shift() const;
   // Without scaling, device pixel by device pixel.
   void drawOnPixels(QPoint place, const QImage& picture);

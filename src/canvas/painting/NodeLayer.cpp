@@ -39,7 +39,7 @@ void NodeLayer::collect(std::size_t index) {
   const QRectF& seen = m_context.exposed;
   const QPointF position = m_context.shownPosition(index);
   const double reachX = m_context.sketch.maxHalfWidth() + m_maxSurroundings;
-  const double reachY = double{m_context.sketch.nodes()[index].boundHalfHeight} + m_maxSurroundings;
+  const double reachY = m_context.sketch.boundHalfHeight(index) + m_maxSurroundings;
   if (!(position.x() + reachX >= seen.left() && position.x() - reachX <= seen.right() &&
         position.y() + reachY >= seen.top() && position.y() - reachY <= seen.bottom()))
     return;
@@ -83,8 +83,8 @@ float NodeLayer::sizingFraction(std::size_t index) const {
 }
 
 bool NodeLayer::isSizeKnown(std::size_t index) const {
-  const auto& sketch = m_context.sketch.nodes()[index];
-  if (!sketch.isMeasured || sketch.sizingFraction != sizingFraction(index)) return false;
+  const SceneSketch& sketch = m_context.sketch;
+  if (!sketch.isMeasured(index) || sketch.nodes()[index].sizingFraction != sizingFraction(index)) return false;
   return !m_context.scene.shown.editingNodeID ||
          m_context.scene.map.nodes[index].id != m_context.scene.shown.editingNodeID;
 }
@@ -102,7 +102,7 @@ bool NodeLayer::isKnownToBeCovered(std::size_t index, QPointF position) const {
   // One pixel more on all sides, for moving a box to whole pixels.
   const double margin = surroundings(index) + 1.0 / m_context.scale;
   const double halfWidth = (isKnown ? double{sketch.halfWidth} : m_context.sketch.maxHalfWidth()) + margin;
-  const double halfHeight = double{isKnown ? sketch.halfHeight : sketch.boundHalfHeight} + margin;
+  const double halfHeight = (isKnown ? double{sketch.halfHeight} : m_context.sketch.boundHalfHeight(index)) + margin;
   return coverage.isCovered(m_context.toDevice.mapRect(
       QRectF(position.x() - halfWidth, position.y() - halfHeight, 2 * halfWidth, 2 * halfHeight)));
 }

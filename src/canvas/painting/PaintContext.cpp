@@ -2,10 +2,25 @@
 
 #include <algorithm>
 #include <cmath>
+#include <tuple>
 
 #include <QPainter>
 
 namespace quilmora {
+
+bool sizeTopicsAlike(const HierarchicalConfig& a, const HierarchicalConfig& b) {
+  const auto sizes = [](const HierarchicalConfig& config) {
+    return std::tie(config.rootFontSize, config.leafFontSize, config.rootPadding, config.leafPadding);
+  };
+  return a.nodeSizing == b.nodeSizing && (!a.nodeSizing || sizes(a) == sizes(b));
+}
+
+bool sizeConnectorsAlike(const HierarchicalConfig& a, const HierarchicalConfig& b) {
+  const auto sizes = [](const HierarchicalConfig& config) {
+    return std::tie(config.rootEdgeWidth, config.leafEdgeWidth);
+  };
+  return a.edgeSizing == b.edgeSizing && (!a.edgeSizing || sizes(a) == sizes(b));
+}
 
 QPointF PaintContext::shownPosition(std::size_t nodeIndex) const {
   const QPointF position = scene.index.positions()[nodeIndex];

@@ -28,35 +28,55 @@ ChangedParts SceneDifference::follow(const MapScene& scene, const PaintOptions& 
   m_painter = &painter;
   m_zoom = scene.view.zoom / scene.pixelRatio;
   m_parts.everything = !m_scene || changesEverything(scene);
-  if (!m_scene || hasOtherContent(scene)) {
-    m_newLooks = looksOf(scene);
+  if (!m_scene || hasOtherStructure(scene) || (hasOtherSelection(scene) && !isSelectionSmall(scene))) {
+    findLooks(scene);
     m_isMoved.assign(m_newLooks.size(), 0);
-    if (!m_parts.everything) compareContent(scene);
-    m_looks = std::move(m_newLooks);
+    if (m_scene && !m_parts.everything) {
+      compareLooks(scene);
+      compareRecords(scene, m_newLooks);
+    }
+    std::swap(m_looks, m_newLooks);
+  } else {
+    m_isMoved.assign(m_looks.size(), 0);
+    compareSelection(scene);
+    compareRecords(scene, m_looks);
   }
   if (!m_parts.everything) compareGestures(scene);
+  m_parts.leaveMapAlone = m_scene && !hasOtherMap(scene);
   m_scene = scene;
   if (m_parts.areas.size() + m_parts.edges.size() > 4 * maxChangeCount) m_parts.everything = true;
   return std::move(m_parts);
 }
 
-bool SceneDifference::hasOtherContent(const MapScene& scene) const {
+bool SceneDifference::hasOtherStructure(const MapScene& scene) const {
+  return !scene.index.sharesStorageWith(m_scene->index) || !scene.hiddenNodes.sharesStorageWith(m_scene->hiddenNodes) ||
+         !scene.collapsedNodeIDs.sharesStorageWith(m_scene->collapsedNodeIDs) ||
+         scene.isDragging() != m_scene->isDragging();
+}
+
+bool SceneDifference::hasOtherMap(const MapScene& scene) const {
   const MindMap& before = m_scene->map;
   const MindMap& now = scene.map;
   return !now.nodes.sharesStorageWith(before.nodes) || !now.edges.sharesStorageWith(before.edges) ||
          !now.relationships.sharesStorageWith(before.relationships) || !now.regions.sharesStorageWith(before.regions) ||
-         !scene.hiddenNodes.sharesStorageWith(m_scene->hiddenNodes) ||
-         !scene.selectedNodeIDs.sharesStorageWith(m_scene->selectedNodeIDs) ||
-         !scene.selectedEdgeIDs.sharesStorageWith(m_scene->selectedEdgeIDs) ||
-         !scene.collapsedNodeIDs.sharesStorageWith(m_scene->collapsedNodeIDs) ||
-         scene.isDragging() != m_scene->isDragging();
+         now.hierarchical != before.hierarchical || hasOtherStructure(scene);
+}
+
+bool SceneDifference::hasOtherSelection(const MapScene& scene) const {
+  return !scene.selectedNodeIDs.sharesStorageWith(m_scene->selectedNodeIDs) ||
+         !scene.selectedEdgeIDs.sharesStorageWith(m_scene->selectedEdgeIDs);
+}
+
+// What is dragged is left out of the picture, with its edges.
+bool SceneDifference::isSelectionSmall(const MapScene& scene) const {
+  return !scene.isDragging() && scene.selectedNodeIDs.size() + m_scene->selectedNodeIDs.size() <= maxChangeCount;
 }
 
 bool SceneDifference::changesEverything(const MapScene& scene) const {
   const MindMap& before = m_scene->map;
   const HierarchicalConfig& config = scene.map.hierarchical;
-  if (scene.opacityRule != m_scene->opacityRule || scene.map.canvas != before.canvas || config != before.hierarchical)
-    return true;
+  if (scene.opacityRule != m_scene->opacityRule || scene.map.canvas != before.canvas) return true;
+  if (!sizeTopicsAlike(config, before.hierarchical) || !sizeConnectorsAlike(config, before.hierarchical)) return true;
   if (scene.index.ids() != m_scene->index.ids()) return true;
   const int depth = scene.tree.maxDepth();
   const int depthBefore = m_scene->tree.maxDepth();
@@ -67,19 +87,20 @@ bool SceneDifference::haveHandlesMoved(const MapScene& scene) const {
   return handlesLieAbove(scene, *m_options) != handlesLieAbove(*m_scene, *m_options);
 }
 
-void SceneDifference::compareContent(const MapScene& scene) {
-  using Comparison = void (SceneDifference::*)(const MapScene&);
-  for (const Comparison compare : {&SceneDifference::compareLooks, &SceneDifference::compareNodes,
-                                   &SceneDifference::compareEdges, &SceneDifference::compareSelectedEdges,
-                                   &SceneDifference::compareRelationships, &SceneDifference::compareRegions})
-    if (!m_parts.everything) (this->*compare)(scene);
+void SceneDifference::compareRecords(const MapScene& scene, const std::vector<NodeLook>& looks) {
+  using Comparison = void (SceneDifference::*)(const MapScene&, const std::vector<NodeLook>&);
+  for (const Comparison compare : {&SceneDifference::compareNodes, &SceneDifference::compareEdges,
+                                   &SceneDifference::compareSelectedEdges, &SceneDifference::compareRelationships})
+    if (!m_parts.everything) (this->*compare)(scene, looks);
+  if (!m_parts.everything) compareRegions(scene);
 }
 
 // --- The map, and what is selected and collapsed ---
 
-std::vector<SceneDifference::NodeLook> SceneDifference::looksOf(const MapScene& scene) {
+void SceneDifference::findLooks(const MapScene& scene) {
   const MapIndex& index = scene.index;
-  std::vector<NodeLook> looks(index.numberCount());
+  std::vector<NodeLook>& looks = m_newLooks;
+  looks.assign(index.numberCount(), NodeLook());
   m_hasTwins = false;
   for (std::size_t i = 0; i < index.positions().size(); ++i) {
     const std::uint32_t number = index.numberOfNode()[i];
@@ -93,17 +114,39 @@ std::vector<SceneDifference::NodeLook> SceneDifference::looksOf(const MapScene& 
     look.hasChildren = !scene.tree.childNumbers(number).empty();
   }
   const auto mark = [&](const IdSet& ids, bool NodeLook::*flag) {
-    for (const QUuid& id : ids)
-      if (const std::uint32_t number = index.ids()->find(id); number < looks.size()) looks[number].*flag = true;
+    index.ids()->visitNumbers(ids, [&](std::uint32_t number) {
+      if (number < looks.size()) looks[number].*flag = true;
+    });
   };
   mark(scene.selectedNodeIDs, &NodeLook::isSelected);
   if (scene.selectedNodeIDs.size() == 1) mark(scene.selectedNodeIDs, &NodeLook::hasHandle);
   mark(scene.collapsedNodeIDs, &NodeLook::isCollapsed);
   for (std::uint32_t number = 0; number < looks.size(); ++number)
-    if (looks[number].isCollapsed && looks[number].isShown) looks[number].hiddenCount = hiddenCount(scene.tree, number);
+    if (looks[number].isCollapsed && looks[number].isShown)
+      looks[number].hiddenCount = static_cast<std::uint32_t>(hiddenCount(scene.tree, number));
   if (scene.isDragging())
     for (NodeLook& look : looks) look.isShown = look.isShown && !look.isSelected;
-  return looks;
+}
+
+void SceneDifference::compareSelection(const MapScene& scene) {
+  const MapIndex& index = scene.index;
+  const IdSet& now = scene.selectedNodeIDs;
+  const auto compare = [&](std::uint32_t number) {
+    if (number >= m_looks.size()) return;
+    NodeLook& look = m_looks[number];
+    const bool isSelected = now.contains((*index.ids())[number]);
+    const bool hasHandle = isSelected && now.size() == 1;
+    if (!look.exists || (look.isSelected == isSelected && look.hasHandle == hasHandle)) return;
+    look.isSelected = isSelected;
+    look.hasHandle = hasHandle;
+    if (look.isShown) addNode(scene.map.nodes[index.nodeOfNumber()[number]], look.depth, scene);
+  };
+  if (hasOtherSelection(scene)) {
+    index.ids()->visitNumbers(m_scene->selectedNodeIDs, compare);
+    index.ids()->visitNumbers(now, compare);
+  }
+  // Of topics with one id only the last is told apart.
+  if (m_hasTwins && (hasOtherMap(scene) || hasOtherSelection(scene))) m_parts.everything = true;
 }
 
 void SceneDifference::compareLooks(const MapScene& scene) {
@@ -138,7 +181,7 @@ void SceneDifference::compareLooks(const MapScene& scene) {
   }
 }
 
-void SceneDifference::compareNodes(const MapScene& scene) {
+void SceneDifference::compareNodes(const MapScene& scene, const std::vector<NodeLook>& looks) {
   const RecordChanges<Node> changes(m_scene->map.nodes, scene.map.nodes, maxRecordCount);
   if (changes.isTooMuch || changes.gone.size() + changes.came.size() > 2 * maxChangeCount) {
     m_parts.everything = true;
@@ -148,23 +191,23 @@ void SceneDifference::compareNodes(const MapScene& scene) {
     const std::uint32_t number = scene.index.ids()->find(node->id);
     if (number >= m_looks.size() || !m_looks[number].exists) continue;
     if (m_looks[number].isShown) addNode(*node, m_looks[number].depth, scene);
-    if (number < m_isMoved.size() && !m_newLooks[number].exists) m_isMoved[number] = 1;
+    if (number < m_isMoved.size() && !looks[number].exists) m_isMoved[number] = 1;
   }
   for (const Node* node : changes.came) {
     const std::uint32_t number = scene.index.ids()->find(node->id);
-    if (number < m_newLooks.size() && m_newLooks[number].isShown) addNode(*node, m_newLooks[number].depth, scene);
+    if (number < looks.size() && looks[number].isShown) addNode(*node, looks[number].depth, scene);
   }
 }
 
-void SceneDifference::compareEdges(const MapScene& scene) {
+void SceneDifference::compareEdges(const MapScene& scene, const std::vector<NodeLook>& looks) {
   const RecordChanges<Edge> changes(m_scene->map.edges, scene.map.edges, maxRecordCount);
   if (changes.isTooMuch || changes.gone.size() + changes.came.size() > 2 * maxChangeCount) {
     m_parts.everything = true;
     return;
   }
   for (const Edge* edge : changes.gone) addEdge(*edge, m_looks, scene);
-  for (const Edge* edge : changes.came) addEdge(*edge, m_newLooks, scene);
-  // Edges of topics that moved, disappeared or appeared.
+  for (const Edge* edge : changes.came) addEdge(*edge, looks, scene);
+  // Those that hang on topics which moved, went or came into sight.
   if (std::ranges::find(m_isMoved, 1) == m_isMoved.end()) return;
   const MapIndex& index = scene.index;
   for (std::size_t i = 0; i < index.edgeFrom().size(); ++i) {
@@ -175,11 +218,11 @@ void SceneDifference::compareEdges(const MapScene& scene) {
     }
     const Edge& edge = scene.map.edges[i];
     addEdge(edge, m_looks, scene);
-    addEdge(edge, m_newLooks, scene);
+    addEdge(edge, looks, scene);
   }
 }
 
-void SceneDifference::compareSelectedEdges(const MapScene& scene) {
+void SceneDifference::compareSelectedEdges(const MapScene& scene, const std::vector<NodeLook>& looks) {
   const IdSet& now = scene.selectedEdgeIDs;
   const IdSet& before = m_scene->selectedEdgeIDs;
   const bool areHandlesMoved = haveHandlesMoved(scene);
@@ -198,18 +241,17 @@ void SceneDifference::compareSelectedEdges(const MapScene& scene) {
   const std::vector<QUuid> few(changed.begin(), changed.end());
   const bool areFew = few.size() <= 4;
   for (const Edge& edge : scene.map.edges)
-    if (areFew ? std::ranges::find(few, edge.id) != few.end() : changed.contains(edge.id))
-      addEdge(edge, m_newLooks, scene);
+    if (areFew ? std::ranges::find(few, edge.id) != few.end() : changed.contains(edge.id)) addEdge(edge, looks, scene);
 }
 
-void SceneDifference::compareRelationships(const MapScene& scene) {
+void SceneDifference::compareRelationships(const MapScene& scene, const std::vector<NodeLook>& looks) {
   const RecordChanges<Relationship> changes(m_scene->map.relationships, scene.map.relationships, maxRecordCount);
   if (changes.isTooMuch) {
     m_parts.everything = true;
     return;
   }
   for (const Relationship* relationship : changes.gone) addRelationship(*relationship, m_looks, scene);
-  for (const Relationship* relationship : changes.came) addRelationship(*relationship, m_newLooks, scene);
+  for (const Relationship* relationship : changes.came) addRelationship(*relationship, looks, scene);
   if (std::ranges::find(m_isMoved, 1) == m_isMoved.end()) return;
   const auto isMoved = [&](const QUuid& id) {
     const std::uint32_t number = scene.index.ids()->find(id);
@@ -218,7 +260,7 @@ void SceneDifference::compareRelationships(const MapScene& scene) {
   for (const Relationship& relationship : scene.map.relationships) {
     if (!isMoved(relationship.from) && !isMoved(relationship.to)) continue;
     addRelationship(relationship, m_looks, scene);
-    addRelationship(relationship, m_newLooks, scene);
+    addRelationship(relationship, looks, scene);
   }
 }
 

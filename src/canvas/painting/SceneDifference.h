@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <vector>
 
@@ -20,6 +21,8 @@ struct ChangedParts {
   bool everything = false;
   std::vector<QRectF> areas;
   std::vector<EdgePath> edges;
+  // Where only gestures and the selection changed, what a painting found out about the map before still holds.
+  bool leaveMapAlone = false;
 
   bool isEmpty() const { return !everything && areas.empty() && edges.empty(); }
 };
@@ -45,25 +48,31 @@ class SceneDifference {
     bool hasHandle = false;
     bool isCollapsed = false;
     bool hasChildren = false;
-    std::size_t hiddenCount = 0;  // for a collapsed topic
+    std::uint32_t hiddenCount = 0;  // of a collapsed topic
   };
 
-  // Decided by what both scenes share, without comparing contents.
-  bool hasOtherContent(const MapScene& scene) const;
+  // Told by what both scenes share, without a look inside.
+  bool hasOtherStructure(const MapScene& scene) const;
+  bool hasOtherMap(const MapScene& scene) const;
+  bool hasOtherSelection(const MapScene& scene) const;
+  bool isSelectionSmall(const MapScene& scene) const;
   bool changesEverything(const MapScene& scene) const;
   // Whether handles of connectors moved above or below the topics.
   bool haveHandlesMoved(const MapScene& scene) const;
-  void compareContent(const MapScene& scene);
   void compareGestures(const MapScene& scene);
   void compareLinks(const MapScene& scene);
   void compareShownRegions(const MapScene& scene);
   void compareLooks(const MapScene& scene);
-  void compareNodes(const MapScene& scene);
-  void compareEdges(const MapScene& scene);
-  void compareSelectedEdges(const MapScene& scene);
-  void compareRelationships(const MapScene& scene);
+  // What compareLooks() tells of a small selection, at the cost of what was and is selected.
+  void compareSelection(const MapScene& scene);
+  // `looks` are those of now.
+  void compareRecords(const MapScene& scene, const std::vector<NodeLook>& looks);
+  void compareNodes(const MapScene& scene, const std::vector<NodeLook>& looks);
+  void compareEdges(const MapScene& scene, const std::vector<NodeLook>& looks);
+  void compareSelectedEdges(const MapScene& scene, const std::vector<NodeLook>& looks);
+  void compareRelationships(const MapScene& scene, const std::vector<NodeLook>& looks);
   void compareRegions(const MapScene& scene);
-  std::vector<NodeLook> looksOf(const MapScene& scene);
+  void findLooks(const MapScene& scene);
 
   void addNode(const Node& node, int depth, const MapScene& scene);
   void addNodeOf(const std::optional<QUuid>& id, const MapScene& scene);

@@ -10,8 +10,8 @@
 
 namespace quilmora {
 
-// What is visible of a scene in each of many square tiles, found in one walk over the map: painting a tile then
-// examines only that. Made by MapPainter::makePlan(); valid until the scene changes.
+// What can be seen of a scene in each of many square tiles, found in one walk over the map: painting a tile then looks
+// at that alone. Made by MapPainter::makePlan(); good until the map changes or what is hidden.
 class ScenePlan {
  public:
   // What may extend into a tile, by ordinal in `nodes` and `edges`, rearmost first.
@@ -29,9 +29,6 @@ class ScenePlan {
   double tileSide() const { return m_tileSide; }
   const QRect& tiles() const { return m_tiles; }
   const Part& part(QPoint tile) const { return m_parts[place(tile)]; }
-
-  // By number in the index: 1 for a selected topic; empty if none is.
-  std::vector<char> isSelected;
 
   void addNode(std::uint32_t index, const QRectF& bounds);
   // An edge that stays within `reach` of its curve; `bend` moves the inner points of the curve.

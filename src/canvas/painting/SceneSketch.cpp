@@ -68,13 +68,14 @@ SceneSketch::NodeSketch sketchOf(const Node& node, double fontScale) {
       1.0 + static_cast<double>(breaks) + static_cast<double>(length) / 4.0 + static_cast<double>(emojiLength) / 4.0;
   const double extra = padding + (hasImage ? 404.0 : 0.0);
   SceneSketch::NodeSketch sketch;
-  sketch.isMeasured = false;
+  sketch.measuredFor = 0;
   sketch.sizingFraction = SceneSketch::unsized;
   sketch.fill = colorFromHex(node.style.fill).rgb();
   if (node.style.fillGradient) sketch.fill = averaged(sketch.fill, colorFromHex(*node.style.fillGradient).rgb());
   sketch.halfWidth = narrowed(likelyWidth / 2);
   sketch.halfHeight = narrowed((likelyLines * lineHeight * fontScale + 16.0 + (hasImage ? 150.0 : 0.0)) / 2);
-  sketch.boundHalfHeight = narrowed((mostLines * lineHeight * 1.5 * fontScale + extra) / 2 + padding);
+  sketch.boundOfLines = narrowed(mostLines * lineHeight * 1.5 / 2);
+  sketch.boundOfRest = narrowed(extra / 2 + padding);
   return sketch;
 }
 
@@ -94,44 +95,68 @@ bool SceneSketch::isOf(const MindMap& map) const {
 }
 
 void SceneSketch::update(const MindMap& map) {
-  if (!m_nodes.sharesStorageWith(map.nodes) || m_hierarchical != map.hierarchical) updateNodes(map);
+  if (!sizeTopicsAlike(m_hierarchical, map.hierarchical)) {
+    m_fontScale = fontScaleOf(map.hierarchical);
+    ++m_settingsNumber;
+  }
+  m_hierarchical = map.hierarchical;
+  if (!m_nodes.sharesStorageWith(map.nodes)) updateNodes(map.nodes);
   if (!m_edges.sharesStorageWith(map.edges)) updateEdges(map);
 }
 
-void SceneSketch::updateNodes(const MindMap& map) {
-  const double fontScale = fontScaleOf(map.hierarchical);
-  if (m_hierarchical != map.hierarchical) m_nodes.clear();
-  const std::vector<NodeSketch> before = std::exchange(m_nodeSketches, std::vector<NodeSketch>(map.nodes.size()));
+// The sketches of blocks that both arrays begin or end with stay in place.
+void SceneSketch::updateNodes(const SharedArray<Node>& nodes) {
+  const auto isSame = [&](std::size_t k, std::size_t kBefore) { return &nodes.block(k) == &m_nodes.block(kBefore); };
+  std::size_t first = 0;
+  std::size_t last = nodes.blockCount();
+  std::size_t lastBefore = m_nodes.blockCount();
+  while (first < std::min(last, lastBefore) && isSame(first, first)) ++first;
+  while (std::min(last, lastBefore) > first && isSame(last - 1, lastBefore - 1)) --last, --lastBefore;
+  const auto startOf = [](const SharedArray<Node>& array, std::size_t k) {
+    return k < array.blockCount() ? array.blockStart(k) : array.size();
+  };
+  const std::size_t start = startOf(nodes, first);
+  const auto place = [&](std::size_t index) { return m_nodeSketches.begin() + static_cast<std::ptrdiff_t>(index); };
+  const std::vector<NodeSketch> before(place(start), place(startOf(m_nodes, lastBefore)));
+  const std::size_t count = startOf(nodes, last) - start;
+  if (count < before.size())
+    m_nodeSketches.erase(place(start + count), place(start + before.size()));
+  else
+    m_nodeSketches.insert(place(start + before.size()), count - before.size(), NodeSketch());
+
   std::unordered_map<const void*, std::size_t> startBefore;
-  for (std::size_t k = 0; k < m_nodes.blockCount(); ++k) startBefore.emplace(&m_nodes.block(k), m_nodes.blockStart(k));
-  for (std::size_t k = 0; k < map.nodes.blockCount(); ++k) {
-    const auto& block = map.nodes.block(k);
-    NodeSketch* sketches = m_nodeSketches.data() + map.nodes.blockStart(k);
-    if (const auto known = startBefore.find(&block); known != startBefore.end()) {
-      std::copy_n(before.data() + known->second, block.size(), sketches);
-      continue;
-    }
-    // Measured sizes are kept: what is repainted must match what is not.
-    std::size_t next = 0;
-    for (std::size_t i = 0; i < block.size(); ++i) {
-      sketches[i] = sketchOf(block[i], fontScale);
-      if (k >= m_nodes.blockCount()) continue;
-      const auto& old = m_nodes.block(k);
-      const std::size_t end = std::min(old.size(), next + maxStepsAhead);
-      std::size_t place = next;
-      while (place < end && old[place].id != block[i].id) ++place;
-      if (place >= end) continue;
-      next = place + 1;
-      const NodeSketch& kept = before[m_nodes.blockStart(k) + place];
-      if (!kept.isMeasured || !isSizedAlike(old[place], block[i])) continue;
-      sketches[i].halfWidth = kept.halfWidth;
-      sketches[i].halfHeight = kept.halfHeight;
-      sketches[i].isMeasured = true;
-      sketches[i].sizingFraction = kept.sizingFraction;
-    }
+  for (std::size_t k = first; k < lastBefore; ++k)
+    startBefore.emplace(&m_nodes.block(k), m_nodes.blockStart(k) - start);
+  for (std::size_t k = first; k < last; ++k) {
+    NodeSketch* sketches = m_nodeSketches.data() + nodes.blockStart(k);
+    if (const auto known = startBefore.find(&nodes.block(k)); known != startBefore.end())
+      std::copy_n(before.data() + known->second, nodes.block(k).size(), sketches);
+    else if (k < lastBefore)
+      sketchBlock(nodes.block(k), m_nodes.block(k), before.data() + (m_nodes.blockStart(k) - start), sketches);
+    else
+      sketchBlock(nodes.block(k), {}, nullptr, sketches);
   }
-  m_nodes = map.nodes;
-  m_hierarchical = map.hierarchical;
+  m_nodes = nodes;
+}
+
+// Sizes that were measured stay: what is painted anew must fit to what is not.
+void SceneSketch::sketchBlock(const SharedArray<Node>::Block& block, const SharedArray<Node>::Block& blockBefore,
+                              const NodeSketch* before, NodeSketch* sketches) const {
+  std::size_t next = 0;
+  for (std::size_t i = 0; i < block.size(); ++i) {
+    sketches[i] = sketchOf(block[i], m_fontScale);
+    const std::size_t end = std::min(blockBefore.size(), next + maxStepsAhead);
+    std::size_t place = next;
+    while (place < end && blockBefore[place].id != block[i].id) ++place;
+    if (place >= end) continue;
+    next = place + 1;
+    const NodeSketch& kept = before[place];
+    if (kept.measuredFor != m_settingsNumber || !isSizedAlike(blockBefore[place], block[i])) continue;
+    sketches[i].halfWidth = kept.halfWidth;
+    sketches[i].halfHeight = kept.halfHeight;
+    sketches[i].measuredFor = kept.measuredFor;
+    sketches[i].sizingFraction = kept.sizingFraction;
+  }
 }
 
 void SceneSketch::updateEdges(const MindMap& map) {
@@ -155,7 +180,7 @@ void SceneSketch::rememberBox(std::size_t nodeIndex, const QRectF& box, float si
   NodeSketch& sketch = m_nodeSketches[nodeIndex];
   sketch.halfWidth = narrowed(box.width() / 2);
   sketch.halfHeight = narrowed(box.height() / 2);
-  sketch.isMeasured = true;
+  sketch.measuredFor = m_settingsNumber;
   sketch.sizingFraction = sizingFraction;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 #include <QColor>
@@ -16,12 +17,14 @@ class SceneSketch {
  public:
   struct NodeSketch {
     QRgb fill;
-    // Half the size of the box; until the topic is measured, an upper bound for culling and an estimate for drawing.
-    float boundHalfHeight;
+    // Half of the box as last painted; a guess until then.
     float halfWidth;
     float halfHeight;
-    bool isMeasured;       // whether the halves are those of the box as last painted
-    float sizingFraction;  // the depth share by which it was then sized
+    float sizingFraction;       // the share of depth by which it was sized then
+    std::uint32_t measuredFor;  // the number of the settings by which it was sized then; 0 before
+    // An upper bound for half of the height: of the lines at the usual font, and of all else.
+    float boundOfLines;
+    float boundOfRest;
   };
   struct EdgeSketch {
     QUuid id;
@@ -44,6 +47,13 @@ class SceneSketch {
 
   const std::vector<NodeSketch>& nodes() const { return m_nodeSketches; }
   const std::vector<EdgeSketch>& edges() const { return m_edgeSketches; }
+  // Whether the halves of a topic's box were measured, by the map's settings as they are.
+  bool isMeasured(std::size_t nodeIndex) const { return m_nodeSketches[nodeIndex].measuredFor == m_settingsNumber; }
+  // What half of the box's height stays below, measured or not.
+  double boundHalfHeight(std::size_t nodeIndex) const {
+    const NodeSketch& sketch = m_nodeSketches[nodeIndex];
+    return double{sketch.boundOfLines} * m_fontScale + double{sketch.boundOfRest};
+  }
   // Remembers the true size of a topic's box.
   void rememberBox(std::size_t nodeIndex, const QRectF& box, float sizingFraction = unsized);
   // How far ribbon, head and handles of an edge extend from its curve; handles depend on the zoom.
@@ -53,12 +63,16 @@ class SceneSketch {
   double maxHalfWidth() const;
 
  private:
-  void updateNodes(const MindMap& map);
+  void updateNodes(const SharedArray<Node>& nodes);
+  void sketchBlock(const SharedArray<Node>::Block& block, const SharedArray<Node>::Block& blockBefore,
+                   const NodeSketch* before, NodeSketch* sketches) const;
   void updateEdges(const MindMap& map);
 
   SharedArray<Node> m_nodes;
   SharedArray<Edge> m_edges;
   HierarchicalConfig m_hierarchical;
+  double m_fontScale = 1.0;            // of the largest font over the usual one
+  std::uint32_t m_settingsNumber = 1;  // another one after every change of sizes by depth
   std::vector<NodeSketch> m_nodeSketches;
   std::vector<EdgeSketch> m_edgeSketches;
 };

@@ -108,13 +108,13 @@ MapScene CanvasScene::pictured(const ViewTransform& view, const QRectF& exposed)
 }
 
 PaintSteps CanvasScene::prepare(double zoom, const QRect& tiles) {
-  m_plan = std::make_unique<ScenePlan>(PictureTiles::side / zoom, tiles);
+  m_plan = std::make_shared<ScenePlan>(PictureTiles::side / zoom, tiles);
   return m_painter.makePlan(*m_plan, pictured({QPointF(0, 0), zoom}, QRectF()), canvasOptions());
 }
 
 PaintSteps CanvasScene::paint(QPainter& painter, double zoom, QPoint tile) {
   constexpr double side = PictureTiles::side;
-  return m_painter.paintTile(painter, *m_plan, tile, pictured({-QPointF(tile) * side, zoom}, QRectF(0, 0, side, side)),
+  return m_painter.paintTile(painter, m_plan, tile, pictured({-QPointF(tile) * side, zoom}, QRectF(0, 0, side, side)),
                              canvasOptions());
 }
 

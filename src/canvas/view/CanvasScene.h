@@ -92,7 +92,7 @@ class CanvasScene final : public ScenePicture::Source {
   MapScene m_pictured;
   double m_pixelRatio = 1.0;
   MapPainter m_painter;
-  std::unique_ptr<ScenePlan> m_plan;
+  std::shared_ptr<ScenePlan> m_plan;
   SceneDifference m_difference;
 };
 

@@ -43,21 +43,29 @@ void ScenePicture::markAllStale() {
 
 void ScenePicture::markStale(const ChangedParts& parts) {
   if (parts.isEmpty()) return;
-  if (parts.everything) return markAllStale();
-  interrupt();
+  if (!parts.leaveMapAlone) interrupt();
   m_isZooming = false;
-  // Topics move to whole pixels, and edges are antialiased.
+  if (parts.everything) {
+    m_tiles.markAllStale();
+    if (m_job) m_job->isOutdated = true;
+    return;
+  }
+  // Topics move to whole pixels, and edges are smoothed.
   constexpr double rim = 2.0;
   for (const QRectF& area : parts.areas) {
     const QRectF pixels(area.topLeft() * m_view.zoom, area.size() * m_view.zoom);
-    if (!isFinite(pixels)) return m_tiles.markAllStale();
-    m_tiles.markStale(PictureTiles::under(pixels.adjusted(-rim, -rim, rim, rim)));
+    if (!isFinite(pixels)) return markAllStale();
+    const QRect tiles = PictureTiles::under(pixels.adjusted(-rim, -rim, rim, rim));
+    m_tiles.markStale(tiles);
+    if (m_job && tiles.contains(m_job->tile)) m_job->isOutdated = true;
   }
   const double side = PictureTiles::side / m_view.zoom;
   const QRect tiles = m_wanted.adjusted(-1, -1, 1, 1);
   for (const ChangedParts::EdgePath& edge : parts.edges)
-    visitTilesOfEdge(edge.from, edge.to, edge.bend, edge.reach + rim / m_view.zoom, side, tiles,
-                     [this](QPoint tile) { m_tiles.markStale(tile); });
+    visitTilesOfEdge(edge.from, edge.to, edge.bend, edge.reach + rim / m_view.zoom, side, tiles, [this](QPoint tile) {
+      m_tiles.markStale(tile);
+      if (m_job && m_job->tile == tile) m_job->isOutdated = true;
+    });
 }
 
 bool ScenePicture::show(QPainter& painter, QSize size, double pixelRatio, const ViewTransform& view,
@@ -165,6 +173,7 @@ void ScenePicture::finishJob() {
   m_job->steps = {};
   m_job->painter.reset();
   m_tiles.put(m_job->tile, std::move(m_job->image), m_job->cost);
+  if (m_job->isOutdated) m_tiles.markStale(m_job->tile);
   m_job.reset();
   m_interruptions = 0;
 }

@@ -28,9 +28,10 @@ class ScenePicture {
   class Source {
    public:
     virtual ~Source() = default;
-    // Prepares for painting some of these tiles. Called again after every change.
+    // Gets ready for painting some of these tiles. Is asked again after every change of the map.
     virtual PaintSteps prepare(double zoom, const QRect& tiles) = 0;
-    // Paints an opaque tile with a painter whose coordinates are the tile's pixels.
+    // Paints a tile, opaque, on a painter whose coordinates are the tile's pixels. What the scene was at first counts,
+    // also where gestures or the selection change or another preparation begins before the end.
     virtual PaintSteps paint(QPainter& painter, double zoom, QPoint tile) = 0;
   };
   enum class Effort { slice, all };
@@ -55,6 +56,8 @@ class ScenePicture {
   // Drops the painting in progress, because the scene is about to change or has changed. The next show() starts again.
   void interrupt();
   void markAllStale();
+  // A tile whose painting is under way while a gesture or the selection changes it is finished as it was, and painted
+  // once more: else one that takes long would never show a gesture that goes on.
   void markStale(const ChangedParts& parts);
   // Tiles around this point of the view are painted first.
   void setImportantPoint(QPointF point) { m_importantPoint = point; }
@@ -79,6 +82,7 @@ class ScenePicture {
     QImage image;
     std::unique_ptr<QPainter> painter;
     PaintSteps steps;
+    bool isOutdated = false;  // it shows what has changed since it began
     std::chrono::duration<double, std::milli> cost{0.0};
   };
 

@@ -85,6 +85,24 @@ TEST_F(DifferenceOfScenes, OfADragIsOnceAtItsBeginningAndOnceAtItsEnd) {
   EXPECT_EQ(parts.edges[0].from, QPointF(-90, 5));
 }
 
+TEST_F(DifferenceOfScenes, OfASelectionLeavesTheMapAlone) {
+  painted.selectedNodes = IdSet{b};
+  ChangedParts parts = follow();
+  EXPECT_TRUE(parts.leaveMapAlone);
+  EXPECT_EQ(parts.areas.size(), 1U);
+  EXPECT_TRUE(isMarked(parts, 1));
+  // The handle of the first one goes.
+  painted.selectedNodes.insert(c);
+  parts = follow();
+  EXPECT_TRUE(parts.leaveMapAlone && isMarked(parts, 1) && isMarked(parts, 2));
+  // A drag lifts topics out of the picture as they were selected.
+  painted.scene.shown.nodeDragTranslation = QPointF(5, 5);
+  parts = follow();
+  EXPECT_TRUE(!parts.leaveMapAlone && isMarked(parts, 1) && isMarked(parts, 2));
+  painted.map.hierarchical.nodeSizing = true;
+  EXPECT_FALSE(follow().leaveMapAlone);
+}
+
 TEST_F(DifferenceOfScenes, OfALensOrTheGroundIsEverything) {
   painted.scene.opacityRule = 2;
   EXPECT_TRUE(follow().everything);
@@ -152,7 +170,7 @@ TEST(SceneDifference, TellsAllThatLooksDifferentAfterAnyChange) {
     QImage before = painted.paint(size);
     difference.follow(painted.scene, painted.options, painted.painter);
     for (int step = 0; step < 25; ++step) {
-      const int kind = below(8);
+      const int kind = below(10);
       if (kind == 0) painted.changeNode(anyNode(), [&](Node& node) { node.position += QPointF(below(90) - 45, 20); });
       if (kind == 1) painted.changeNode(anyNode(), [&](Node& node) { node.title += QStringLiteral(" more"); });
       if (kind == 2) painted.changeNode(anyNode(), [&](Node& node) { node.badge = Badge::done; });
@@ -161,6 +179,8 @@ TEST(SceneDifference, TellsAllThatLooksDifferentAfterAnyChange) {
       if (kind == 5) painted.selectedNodes.insert(ids[anyNode()]);
       if (kind == 6) painted.selectedEdges.insert(painted.map.edges[anyEdge()].id);
       if (kind == 7) painted.hidden[anyNode()] ^= 1;
+      if (kind == 8) painted.selectedNodes = IdSet{ids[anyNode()]};
+      if (kind == 9) painted.selectedNodes = painted.selectedEdges = IdSet();
       const QImage after = painted.paint(size);
       const ChangedParts parts = difference.follow(painted.scene, painted.options, painted.painter);
       if (!parts.everything)

@@ -19,8 +19,8 @@ QImage tiled(PaintedMap& painted, QSize size, double zoom) {
   const QRect tiles(-size.width() / 2 / side, -size.height() / 2 / side, size.width() / side, size.height() / side);
   QImage image(size, QImage::Format_ARGB32_Premultiplied);
   painted.scene.view = {QPointF(0, 0), zoom};
-  ScenePlan plan(side / zoom, tiles);
-  PaintSteps preparation = painted.painter.makePlan(plan, painted.scene, painted.options);
+  const auto plan = std::make_shared<ScenePlan>(side / zoom, tiles);
+  PaintSteps preparation = painted.painter.makePlan(*plan, painted.scene, painted.options);
   while (!preparation.run([] { return true; })) {
   }
   QPainter target(&image);
@@ -131,29 +131,70 @@ TEST(TileWalk, NarrowsUnbentEdgesToWhatLiesInARectangle) {
   EXPECT_TRUE(curveShareIn(QRectF(200, 0, 10, 10), QPointF(0, 0), QPointF(100, 100)).isEmpty());
 }
 
+namespace {
+
+// Sixty selected topics, ten in a row with so much room for each, and one at rest.
+void addManyTopics(PaintedMap& painted, int room) {
+  for (int i = 0; i < 60; ++i)
+    painted.selectedNodes.insert(
+        painted.addNode(QPointF((i % 10) * room - 500, (i / 10) * 60 - 200), QStringLiteral("Topic")));
+  painted.addNode(QPointF(0, 0), QStringLiteral("At rest"), "#FFCC00");
+  painted.addEdge(painted.map.nodes[3].id, painted.map.nodes[60].id);
+}
+
+void moveSelected(PaintedMap& painted, QPointF way) {
+  for (std::size_t i = 0; i < 60; ++i) painted.map.nodes.update(i, [&](Node& node) { node.position += way; });
+}
+
+}  // namespace
+
 TEST(MovingLayer, ManyDraggedTopicsMoveAsOnePicture) {
-  const auto fill = [](PaintedMap& painted) {
-    for (int i = 0; i < 60; ++i)
-      painted.selectedNodes.insert(
-          painted.addNode(QPointF((i % 10) * 90 - 500, (i / 10) * 60 - 200), QStringLiteral("Topic")));
-    painted.addNode(QPointF(0, 0), QStringLiteral("At rest"), "#FFCC00");
-    painted.addEdge(painted.map.nodes[3].id, painted.map.nodes[60].id);
-  };
-  PaintedMap kept;
-  fill(kept);
-  for (const QPointF way : {QPointF(4, 4), QPointF(40, 9), QPointF(140, 60), QPointF(400, 60), QPointF(-30, 5)}) {
+  // All of them fit into a picture, or only those around the view.
+  for (const int room : {90, 260}) {
+    PaintedMap kept;
+    addManyTopics(kept, room);
+    for (const QPointF way : {QPointF(4, 4), QPointF(40, 9), QPointF(140, 60), QPointF(400, 60), QPointF(-30, 5)}) {
+      PaintedMap fresh;
+      addManyTopics(fresh, room);
+      kept.scene.shown.nodeDragTranslation = fresh.scene.shown.nodeDragTranslation = way;
+      EXPECT_EQ(farthestColors(kept.paint(QSize(768, 512)), fresh.paint(QSize(768, 512))), 0) << way.x();
+    }
+    // Another selection is another picture.
+    kept.selectedNodes.remove(kept.map.nodes[5].id);
     PaintedMap fresh;
-    fill(fresh);
-    kept.scene.shown.nodeDragTranslation = fresh.scene.shown.nodeDragTranslation = way;
-    EXPECT_EQ(farthestColors(kept.paint(QSize(768, 512)), fresh.paint(QSize(768, 512))), 0) << way.x();
+    addManyTopics(fresh, room);
+    fresh.selectedNodes.remove(fresh.map.nodes[5].id);
+    fresh.scene.shown.nodeDragTranslation = kept.scene.shown.nodeDragTranslation;
+    EXPECT_EQ(farthestColors(kept.paint(QSize(768, 512)), fresh.paint(QSize(768, 512))), 0);
   }
-  // Another selection gives another picture.
-  kept.selectedNodes.remove(kept.map.nodes[5].id);
-  PaintedMap fresh;
-  fill(fresh);
-  fresh.selectedNodes.remove(fresh.map.nodes[5].id);
-  fresh.scene.shown.nodeDragTranslation = kept.scene.shown.nodeDragTranslation;
-  EXPECT_EQ(farthestColors(kept.paint(QSize(768, 512)), fresh.paint(QSize(768, 512))), 0);
+}
+
+TEST(MovingLayer, ManyTopicsLookAfterTheirDropAsWhereTheyWereDropped) {
+  const QPointF way(130, 20);
+  for (const bool areAlike : {true, false})
+    for (const int room : {90, 260}) {
+      PaintedMap kept;
+      PaintedMap fresh;
+      for (PaintedMap* painted : {&kept, &fresh}) addManyTopics(*painted, room);
+      for (const QPointF step : {QPointF(50, 0), way}) {
+        kept.scene.shown.nodeDragTranslation = step;
+        kept.paint(QSize(768, 512));
+      }
+      for (PaintedMap* painted : {&kept, &fresh}) {
+        moveSelected(*painted, way);
+        // One of them lands elsewhere, or with another title.
+        if (!areAlike)
+          painted->changeNode(7, [&](Node& node) {
+            if (room == 90)
+              node.position += QPointF(0, 30);
+            else
+              node.title = QStringLiteral("Other");
+          });
+        painted->scene.shown.nodeDragTranslation = {};
+        painted->scene.isLanding = true;
+      }
+      EXPECT_EQ(farthestColors(kept.paint(QSize(768, 512)), fresh.paint(QSize(768, 512))), 0) << room << areAlike;
+    }
 }
 
 TEST(MovingLayer, TopicsAtRestStayAboveThePreviews) {

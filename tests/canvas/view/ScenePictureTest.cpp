@@ -142,6 +142,27 @@ TEST(ScenePicture, ShowsAChangeOfEveryFrameThoughNoTileIsDoneBetweenTwo) {
   EXPECT_EQ(rig.painted, (std::vector<QPoint>(3, QPoint(1, 0))));
 }
 
+TEST(ScenePicture, AGestureInEveryFrameLetsTilesComeToTheirEnd) {
+  PictureRig rig;
+  rig.shown();
+  rig.stepsOfASlice = 1;
+  rig.painted.clear();
+  rig.prepared.clear();
+  constexpr std::size_t frames = 18;
+  for (std::size_t frame = 0; frame < frames; ++frame) {
+    rig.paper = QColor::fromHsv(static_cast<int>(frame), 90, 250);
+    rig.picture.markStale({false, {QRectF(0, 0, 256, 256)}, {}, true});
+    rig.shown();
+    // No slice was longer than the others, and none was in vain.
+    EXPECT_EQ(rig.painted.size(), (frame + 1) / 3);
+  }
+  EXPECT_TRUE(rig.prepared.empty()) << "what lies where is as it was";
+  EXPECT_FALSE(rig.picture.isSettled());
+  rig.settle();
+  EXPECT_TRUE(rig.picture.isSettled());
+  EXPECT_EQ(rig.shown().pixel(10, 250), rig.paper.rgb());
+}
+
 TEST(ScenePicture, IsPaintedInSlicesWithTheSameResult) {
   PictureRig whole;
   const QImage wanted = whole.shown();
