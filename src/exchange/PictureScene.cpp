@@ -30,7 +30,7 @@ QRectF pictureBounds(const MindMap& map, double margin) {
   double maxX = -minX;
   double maxY = -minX;
   for (const Node& node : map.nodes) {
-    // NaN must prevail, so that the bounds are NaN too.
+    // Where a position is not a number, neither are the bounds.
     if (std::isnan(node.position.x()) || std::isnan(node.position.y())) {
       constexpr double none = std::numeric_limits<double>::quiet_NaN();
       return QRectF(none, none, none, none);
