@@ -1,3 +1,5 @@
+#include <QImage>
+#include <QPainter>
 #include <gtest/gtest.h>
 
 #include "canvas/painting/BadgeLook.h"
@@ -20,6 +22,24 @@ TEST(BadgeLook, GivesEachBadgeItsSymbolAndColour) {
     EXPECT_EQ(badgeLook(row.badge).symbol.toStdString(), row.symbol);
     EXPECT_EQ(badgeLook(row.badge).color.name().toStdString(), row.color);
     EXPECT_TRUE(hasSymbol(badgeLook(row.badge).symbol)) << row.symbol;
+  }
+}
+
+// The sign within a filled shape is a hole in it: in the size of a quick look it must not close.
+TEST(BadgeLook, FilledSymbolsKeepTheirHoles) {
+  for (const Badge badge : {Badge::done, Badge::blocked}) {
+    QImage image(16, 16, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    paintBadge(painter, badge, QRectF(image.rect()));
+    painter.end();
+    const int dark = badgeLook(badge).color.green();
+    int holes = 0;
+    for (int y = 5; y < 11; ++y)
+      for (int x = 5; x < 11; ++x) holes += image.pixelColor(x, y).green() < (dark + 255) / 2 ? 1 : 0;
+    EXPECT_GE(holes, 3) << badgeLook(badge).symbol.toStdString();
+    EXPECT_LE(holes, 24) << badgeLook(badge).symbol.toStdString();
   }
 }
 
