@@ -53,7 +53,7 @@ class CopyNotes final : public QPlainTextEdit {
   void load(const QString& text);
   void follow(const QString& text);
   bool isWaiting() const;
-  // What stands in the field.
+  // The text in the field.
   QString text() const;
   void commit();
 

@@ -48,11 +48,11 @@ class Inspector : public QWidget {
   virtual void refresh(const InspectorSubject& subject) = 0;
   // Passes on typed text that is not in the map yet, to the subject that it was typed for.
   virtual void commitTyping() {}
-  // What commitTyping() would hand over, and the subject that it was typed for.
+  // What commitTyping() would pass on, and the subject that it was typed for.
   virtual std::optional<OpenText> openText() const { return std::nullopt; }
 
  Q_SIGNALS:
-  // openText() is another.
+  // openText() has changed.
   void openTextChanged();
   // The user wants a picture for the topic.
   void imageWanted(const QUuid& nodeID);

@@ -22,11 +22,11 @@ class InspectorPanel : public Ground {
   const InspectorSubject& subject() const { return m_subject; }
   // Puts typed text into the map at once. Call before anything that replaces the map.
   void commitTyping();
-  // What stands in a field that is open, and is not in the map yet.
+  // The text of an open field, if it is not in the map yet.
   std::optional<OpenText> openText() const { return m_shown ? m_shown->openText() : std::nullopt; }
 
  Q_SIGNALS:
-  // openText() is another.
+  // openText() has changed.
   void openTextChanged();
   void imageWanted(const QUuid& nodeID);
   // The panel has no more use for the keyboard.

@@ -237,7 +237,7 @@ void NodeInspector::commitTyping() {
   m_notes->commit();
 }
 
-// The keyboard is in one field at a time, and what another one held was handed over when it left.
+// Only one field has the keyboard at a time, and the others have passed on their text when they lost it.
 std::optional<OpenText> NodeInspector::openText() const {
   const auto node = present();
   if (!node) return std::nullopt;
