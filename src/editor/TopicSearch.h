@@ -12,12 +12,12 @@
 
 namespace quilmora {
 
-// Finds topics by their titles and notes. Remembers what it found last: while a query grows by letters and the map
-// stays as it is, only those topics are looked at again.
+// Finds topics by their titles and notes. Remembers the last result: while a query grows by letters and the map stays
+// the same, only the topics found before are searched again.
 class TopicSearch {
  public:
-  // The topics whose title or notes hold the query, in the order of the map, without regard to case as the current
-  // locale has it. An empty query finds none. `generation` is another number for every other state of the topics.
+  // The topics whose title or notes contain the query, in the order of the map, ignoring case by the rules of the
+  // current locale. An empty query finds none. `generation` must differ for every state of the topics.
   std::vector<QUuid> find(const SharedArray<Node>& nodes, quint64 generation, const QString& query);
   void forget();
 

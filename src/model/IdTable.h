@@ -18,8 +18,8 @@ class IdTable {
   // The id's number, or npos.
   std::uint32_t find(const QUuid& id) const;
   bool contains(const QUuid& id) const { return find(id) != npos; }
-  // Calls visit(number) for those of the ids that are in the table. Where they come in the table's own order, as after
-  // a selection of all topics, most need no search.
+  // Calls visit(number) for the ids that are in the table. If they come in the table's own order, as when all topics
+  // are selected, most need no search.
   template <class Ids, class Visit>
   void visitNumbers(const Ids& ids, Visit&& visit) const {
     std::uint32_t next = 0;

@@ -9,7 +9,7 @@ namespace {
 
 constexpr char32_t unitCount = 0x10000;
 
-// Folded as QString folds: the second unit of a pair stands for the character that both are.
+// Folded as QString folds: the second unit of a pair represents the character that both units form.
 char32_t foldedUnit(const char16_t* unit, const char16_t* textBegin) {
   const bool isSecond = QChar::isLowSurrogate(*unit) && unit > textBegin && QChar::isHighSurrogate(unit[-1]);
   return QChar::toCaseFolded(isSecond ? QChar::surrogateToUcs4(unit[-1], *unit) : char32_t{*unit});
@@ -37,7 +37,7 @@ const char16_t* unitsOf(const QString& text) {
 
 }  // namespace
 
-// Only Turkic locales differ from the plain folding.
+// Only Turkic locales differ from plain case folding.
 CaseInsensitiveQuery::CaseInsensitiveQuery(const QString& query)
     : m_isTurkic(m_locale.language() == QLocale::Turkish || m_locale.language() == QLocale::Azerbaijani) {
   if (m_isTurkic) {
@@ -51,7 +51,7 @@ CaseInsensitiveQuery::CaseInsensitiveQuery(const QString& query)
   if (m_firsts.size() == 1) m_firsts.push_back(m_firsts.front());
 }
 
-// Most units of a text begin no match, so that finding those that may is all of the cost.
+// Most units of a text cannot begin a match, so finding those that can is most of the cost.
 bool CaseInsensitiveQuery::isIn(const QString& text) const {
   if (text.isEmpty()) return false;
   if (m_isTurkic) return m_locale.toLower(text).contains(m_lowered);

@@ -14,7 +14,7 @@ class CaseInsensitiveQuery {
 
   // An empty text contains nothing.
   bool isIn(const QString& text) const;
-  // Whether every text that holds this query is known to hold the other one: it goes on where that ends.
+  // Whether every text that contains this query is known to contain the other one, because this query starts with it.
   bool goesOnFrom(const CaseInsensitiveQuery& other) const;
 
  private:
@@ -22,9 +22,9 @@ class CaseInsensitiveQuery {
 
   QLocale m_locale;
   bool m_isTurkic;
-  QString m_lowered;               // of a Turkic locale
-  std::vector<char32_t> m_folded;  // of any other; unit by unit
-  std::vector<char16_t> m_firsts;  // the units that fold to the first of them, twice where there is only one
+  QString m_lowered;               // for Turkic locales
+  std::vector<char32_t> m_folded;  // for any other locale; unit by unit
+  std::vector<char16_t> m_firsts;  // the units that fold to the first one; the same unit twice if there is only one
 };
 
 }  // namespace quilmora::edits

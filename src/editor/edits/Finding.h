@@ -6,13 +6,13 @@
 #include "model/IdSet.h"
 #include "model/MapIndex.h"
 
-// Finding topics by their ids and by where they lie.
+// Finding topics by their ids and their positions.
 namespace quilmora::edits {
 
 // The ordinals of the topics with these ids, ascending. Ids that name no topic are left out.
 std::vector<std::uint32_t> ordinalsOf(const MapIndex& index, const IdSet& ids);
 
-// The numbers are those of scripts.
+// The numbers are used in scripts.
 enum class Direction { left = 0, right = 1, up = 2, down = 3 };
 
 // The nearest topic from the one with this ordinal in the direction, among those not marked in `hidden` (by ordinal);
