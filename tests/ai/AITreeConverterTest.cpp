@@ -187,7 +187,7 @@ TEST_F(AITreeConverterTest, ATreeNestedAHundredThousandDeepConverts) {
   }
 }
 
-// The map grows under a reference into it.
+// The map grows while a reference into it is in use.
 TEST_F(AITreeConverterTest, ChildrenComeBelowATopicWhoseIdLiesInTheMapItself) {
   MindMap map;
   Node root;

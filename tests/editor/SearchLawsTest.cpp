@@ -10,7 +10,7 @@ using namespace quilmora::test;
 
 namespace {
 
-// Letters with two, three and four forms, some beyond the first plane, and halves of pairs that stand alone.
+// Letters with two, three and four forms, some beyond the first plane, and unpaired halves of pairs.
 QString anyText(int maxLength) {
   static const std::vector<QString> letters{
       QStringLiteral("k"),          QStringLiteral("K"),      QStringLiteral("\u212A"), QStringLiteral("s"),
@@ -51,7 +51,7 @@ std::vector<QUuid> naiveResults(const MindMap& map, const QString& query) {
   return results;
 }
 
-// What may happen between two letters.
+// Something that may happen between two letters.
 void changeSomething(CommandRig& rig) {
   const std::size_t count = rig.editor.mindMap().nodes.size();
   const auto anyTopic = [&] { return rig.editor.mindMap().nodes[*rc::gen::inRange<std::size_t>(0, count)].id; };

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Starts the real program on settings that are damaged in every way, and works in it each time.
+"""Starts the real program with settings damaged in every way, and works in it each time.
 
 Usage: damaged_settings_session.py PROGRAM_FOLDER SAMPLE [PICTURE_FOLDER]
 
@@ -43,7 +43,7 @@ def many_themes():
 
 
 def damages():
-    """Names and what the settings file then holds, as a text or as a value for JSON."""
+    """Names, each with the content of the settings file, as a text or as a value for JSON."""
     kinds = {"number": 7, "flag": True, "text": "\u2603 what is this", "list": [1, {"a": []}], "object": {"bytes": 3},
              "null": None, "bytes": as_bytes(b"\0\xff rubbish"), "list of bytes": {"bytesList": ["AAAA", "/w=="]}}
     for name, value in kinds.items():
@@ -66,7 +66,7 @@ def damages():
 
 
 class DamagedStart(Editor):
-    """An editor that may come up below the sheet of the first minute, and in any look."""
+    """An editor that may start with the quick start sheet open, and with any look."""
 
     def settled_canvas(self):
         self.settle()
@@ -84,7 +84,7 @@ class DamagedStart(Editor):
 def work(session, name):
     editor = DamagedStart(session, [str(session.file)])
     session.keep_picture(editor, "damaged-" + name.replace(" ", "-").replace("'", ""))
-    # Where the flag of the first minute is damaged, its sheet is open.
+    # If the flag of the quick start is damaged, its sheet is open.
     editor.key("Escape")
     editor.settle()
     topics = len(session.document()["nodes"])

@@ -61,7 +61,7 @@ class Panel:
         time.sleep(THROTTLE_SECONDS)
 
     def thumb(self, come_to_slider, key):
-        """The middle of a slider's thumb on the screen, found by what changes at the bottom of the slider and its label."""
+        """The middle of a slider's thumb on the screen, found by what changes at the bottom of the slider and in its label."""
         come_to_slider()
         self.hands.editor.settle()
         pictures = [self.hands.session.home / name for name in ("before.png", "after.png")]
@@ -334,7 +334,7 @@ def canvas(hands, panel):
     panel.changed(1, sizing("edgeSizing", True))
     on("Root Width", "Left", "Left", "Left")
     panel.changed(1, sizing("rootEdgeWidth", 13.5))
-    # By hand it applies while the thumb is held.
+    # A drag applies while the thumb is held.
     x, y = panel.thumb(lambda: on("Root Width"), "Left")
     hands.editor.xdo("mousemove", str(x), str(y), "mousedown", "1", "mousemove", str(x + 12), str(y), "mousemove", str(x + 30), str(y))
     held = hands.save()["hierarchical"]["rootEdgeWidth"]

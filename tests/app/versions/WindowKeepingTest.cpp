@@ -26,7 +26,7 @@ class WindowKeepingTest : public AppTest {
     ASSERT_TRUE(QTest::qWaitFor([this] { return keeping().keeping().journal().isAtRest(); }, 20'000));
   }
   void edit() { editor().createFreeNode(40.0 * static_cast<double>(editor().mindMap().nodes.size()), 0.0); }
-  // Of the first topic, with the keyboard in it.
+  // The field of the first topic, with the keyboard in it.
   template <class Field>
   Field& inspectorField(const char* name) {
     editor().selectNode(editor().mindMap().nodes[0].id, false);
@@ -38,7 +38,7 @@ class WindowKeepingTest : public AppTest {
     }
     throw std::runtime_error(name);
   }
-  // The process ends without a word.
+  // The process ends without saving.
   void end() { m_application.reset(); }
   void openVersions(std::size_t count) {
     action("earlierVersions")->trigger();
