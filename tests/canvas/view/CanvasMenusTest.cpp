@@ -220,6 +220,21 @@ TEST_F(CanvasMenu, FieldOfALabelIsAtLeastSixtyWideAndFollowsTheCanvas) {
   EXPECT_LT(field->x(), 0);
 }
 
+TEST_F(CanvasMenu, FieldOfALabelShowsItsFirstLetter) {
+  RegionLabelField* field = rename();
+  ASSERT_TRUE(field);
+  for (const double zoom : {0.2, 0.7, 1.0, 1.3, 2.5}) {
+    rig.editor.setCanvasZoom(zoom);
+    for (const QString& text : {QStringLiteral("Wharf"), QStringLiteral("Region 1 of the northern coast")}) {
+      field->setText(text);
+      // A field without room for all of it would scroll the first letters away from the text cursor at its end.
+      const int cursor = field->inputMethodQuery(Qt::ImCursorRectangle).toRect().center().x();
+      const double width = QFontMetricsF(field->font()).horizontalAdvance(text);
+      EXPECT_GE(cursor, field->textMargins().left() + width) << zoom << " " << text.toStdString();
+    }
+  }
+}
+
 TEST_F(CanvasMenu, EscapeLeavesTheLabelAndNothingElse) {
   rig.editor.setSelectedNodeIDs({topicId(1)});
   rename();
