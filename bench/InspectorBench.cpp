@@ -24,7 +24,7 @@
 #include "layout/LayoutAlgorithm.h"
 #include "platform/Bookmarks.h"
 #include "platform/Clipboard.h"
-#include "platform/FilePanels.h"
+#include "platform/FileDialogs.h"
 #include "platform/FileWriter.h"
 #include "platform/HttpTransport.h"
 #include "platform/KeyStore.h"
@@ -83,7 +83,7 @@ struct Desk {
   MemoryLog log;
   DiskFileWriter writer;
   TimerScheduler scheduler;
-  QueuedFilePanels panels;
+  QueuedFileDialogs panels;
   MemoryClipboard clipboard;
   RecordedAlerts alerts;
   FixedDesktopAppearance desktop;

@@ -24,7 +24,7 @@
 #include "editor/WindowCommands.h"
 #include "layout/LayoutAlgorithm.h"
 #include "platform/Bookmarks.h"
-#include "platform/FilePanels.h"
+#include "platform/FileDialogs.h"
 #include "platform/FileWriter.h"
 #include "platform/Log.h"
 #include "platform/Notifications.h"
@@ -287,7 +287,7 @@ void panWhileSaving(benchmark::State& state, MindMap::Layout layout) {
   QThreadPool pool;
   pool.setMaxThreadCount(1);
   DiskFileWriter writer;
-  QueuedFilePanels panels;
+  QueuedFileDialogs panels;
   RecentFiles recentFiles(window.settings, window.bookmarks);
   for (auto _ : state) {
     window.editor.setMindMap(window.start);

@@ -8,24 +8,24 @@ namespace quilmora {
 
 namespace {
 
-constexpr int mostCharacters = 3000;
-constexpr int mostNoteCharacters = 60;
+constexpr int maxCharacters = 3000;
+constexpr int maxNoteCharacters = 60;
 // A line has at least three characters, including its break. Whatever follows these lines is cut off anyway, so a tree
 // that loops or branches endlessly is never walked further.
-constexpr qsizetype mostLines = mostCharacters / 3 + 3;
+constexpr qsizetype maxLines = maxCharacters / 3 + 3;
 
 QString lineOf(const Node& node, int depth) {
   QString line(2 * depth, u' ');
-  line += QStringLiteral("- ") + firstCharacters(node.title, mostCharacters + 1);
+  line += QStringLiteral("- ") + firstCharacters(node.title, maxCharacters + 1);
   if (!node.notes.isEmpty())
-    line += QStringLiteral(" [") + firstCharacters(node.notes, mostNoteCharacters) + QStringLiteral("]");
+    line += QStringLiteral(" [") + firstCharacters(node.notes, maxNoteCharacters) + QStringLiteral("]");
   return line;
 }
 
 }  // namespace
 
 QString mapOutline(const MindMap& map, const MapIndex& index, const TreeInfo& tree) {
-  QStringList lines{QStringLiteral("Title: ") + firstCharacters(map.title, mostCharacters + 1),
+  QStringList lines{QStringLiteral("Title: ") + firstCharacters(map.title, maxCharacters + 1),
                     QStringLiteral("Nodes: %1").arg(map.nodes.size())};
 
   struct Level {
@@ -35,7 +35,7 @@ QString mapOutline(const MindMap& map, const MapIndex& index, const TreeInfo& tr
   for (const QUuid& root : tree.roots()) {
     const std::uint32_t rootNumber[] = {tree.number(root)};
     std::vector<Level> open{{rootNumber}};
-    while (!open.empty() && lines.size() < mostLines) {
+    while (!open.empty() && lines.size() < maxLines) {
       Level& level = open.back();
       if (level.next == level.numbers.size()) {
         open.pop_back();
@@ -50,8 +50,8 @@ QString mapOutline(const MindMap& map, const MapIndex& index, const TreeInfo& tr
   }
 
   const QString text = lines.join(u'\n');
-  if (!hasMoreCharacters(text, mostCharacters)) return text;
-  return firstCharacters(text, mostCharacters) + QStringLiteral("\n... (truncated)");
+  if (!hasMoreCharacters(text, maxCharacters)) return text;
+  return firstCharacters(text, maxCharacters) + QStringLiteral("\n... (truncated)");
 }
 
 }  // namespace quilmora

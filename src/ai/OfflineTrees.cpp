@@ -6,7 +6,7 @@
 
 #include "ai/PromptAnalysis.h"
 #include "ai/StructureTrees.h"
-#include "ai/TopicTable.h"
+#include "ai/SubjectTable.h"
 
 namespace quilmora {
 
@@ -26,12 +26,12 @@ Size wantedOf(std::int64_t count, Size available) {
 }
 
 // The branches of a subject; a branch that is a subject itself contains its first three.
-std::vector<AITreeNode> branchesOf(const TopicRow& row, std::int64_t count, std::int64_t depth) {
+std::vector<AITreeNode> branchesOf(const Subject& row, std::int64_t count, std::int64_t depth) {
   constexpr qsizetype nestedTitles = 3;
   std::vector<AITreeNode> branches;
   for (const QString& title : row.titles.first(wantedOf(count, row.titles.size()))) {
     AITreeNode& branch = branches.emplace_back(title);
-    const TopicRow* nested = depth < 2 ? nullptr : topicRow(title.toLower());
+    const Subject* nested = depth < 2 ? nullptr : subjectOf(title.toLower());
     if (nested) branch.children = leaves(nested->titles.mid(0, nestedTitles));
   }
   return branches;
@@ -40,7 +40,7 @@ std::vector<AITreeNode> branchesOf(const TopicRow& row, std::int64_t count, std:
 AITreeNode topicTree(const ParsedPrompt& parsed) {
   const std::int64_t count = parsed.count.value_or(usualCount);
   const std::int64_t depth = parsed.depth.value_or(usualDepth);
-  if (const TopicRow* row = closestTopicRow(parsed.title)) return {parsed.title, branchesOf(*row, count, depth)};
+  if (const Subject* row = closestSubject(parsed.title)) return {parsed.title, branchesOf(*row, count, depth)};
   std::vector<AITreeNode> branches = templateBranches();
   branches.resize(wantedOf(count, branches.size()));
   if (depth < 2)
@@ -73,7 +73,7 @@ AITreeNode generateTree(const QString& prompt) {
 AITreeNode expandTree(const QString& title) {
   static const QStringList fitsAny{QStringLiteral("Overview"), QStringLiteral("Key Concepts"),
                                    QStringLiteral("Methods"), QStringLiteral("Examples")};
-  const TopicRow* row = topicRow(title.toLower());
+  const Subject* row = subjectOf(title.toLower());
   return {title, leaves(row ? row->titles : fitsAny)};
 }
 
@@ -81,13 +81,13 @@ AITreeNode suggestTree(const QString& title, const QStringList& siblings) {
   static const QStringList fitsAny{QStringLiteral("Details"), QStringLiteral("Examples"),  QStringLiteral("Challenges"),
                                    QStringLiteral("Tools"),   QStringLiteral("Resources"), QStringLiteral("Timeline"),
                                    QStringLiteral("Metrics")};
-  constexpr qsizetype mostSuggestions = 5;
+  constexpr qsizetype maxSuggestions = 5;
   QSet<QString> taken;
   for (const QString& sibling : siblings) taken.insert(sibling.toLower());
-  const TopicRow* row = topicRow(title.toLower());
+  const Subject* row = subjectOf(title.toLower());
   QStringList suggestions;
   for (const QString& candidate : row ? row->titles : fitsAny)
-    if (suggestions.size() < mostSuggestions && !taken.contains(candidate.toLower())) suggestions << candidate;
+    if (suggestions.size() < maxSuggestions && !taken.contains(candidate.toLower())) suggestions << candidate;
   return {title, leaves(suggestions)};
 }
 

@@ -23,21 +23,21 @@ const QString openAI = QStringLiteral("openai");
 const QString demo = QStringLiteral("demo");
 
 template <class Vendor>
-Provider keyedProvider(const AIBackEnds& backEnds, const QString& account, const QString& host) {
-  const auto made = [&transport = backEnds.transport, offline = backEnds.offline,
+Provider keyedProvider(const AIProviders& providers, const QString& account, const QString& host) {
+  const auto made = [&transport = providers.transport, offline = providers.offline,
                      host](const QString& key) -> Provider {
     if (key.isEmpty()) return offline();
     return std::make_shared<Vendor>(transport, key, host);
   };
-  QFuture<QString> key = backEnds.keys.loadKey(account);
+  QFuture<QString> key = providers.keys.loadKey(account);
   if (key.isFinished()) return made(key.result());
-  return std::make_shared<LateProvider>(std::make_shared<Vendor>(backEnds.transport, QString(), host), key.then(made));
+  return std::make_shared<LateProvider>(std::make_shared<Vendor>(providers.transport, QString(), host), key.then(made));
 }
 
-Provider onDeviceProvider(const AIBackEnds& backEnds) {
-  const Provider onDevice = std::make_shared<AppleFoundationProvider>(backEnds.onDevice);
-  const auto choice = backEnds.onDevice.lookUp().then(
-      [onDevice, offline = backEnds.offline](bool isThere) { return isThere ? onDevice : offline(); });
+Provider onDeviceProvider(const AIProviders& providers) {
+  const Provider onDevice = std::make_shared<AppleFoundationProvider>(providers.onDevice);
+  const auto choice = providers.onDevice.lookUp().then(
+      [onDevice, offline = providers.offline](bool isThere) { return isThere ? onDevice : offline(); });
   return std::make_shared<LateProvider>(onDevice, choice);
 }
 
@@ -47,23 +47,23 @@ QString sentTo(const QString& host) {
 
 }  // namespace
 
-std::shared_ptr<AIProvider> chosenProvider(const AIBackEnds& backEnds) {
-  const QString choice = choiceIn(backEnds.settings);
-  if (choice == openAI) return keyedProvider<OpenAIProvider>(backEnds, accounts::openAIKey, backEnds.openAIHost);
-  if (choice == claude) return keyedProvider<ClaudeProvider>(backEnds, accounts::claudeKey, backEnds.claudeHost);
-  if (choice == demo) return backEnds.offline();
-  return onDeviceProvider(backEnds);
+std::shared_ptr<AIProvider> chosenProvider(const AIProviders& providers) {
+  const QString choice = choiceIn(providers.settings);
+  if (choice == openAI) return keyedProvider<OpenAIProvider>(providers, accounts::openAIKey, providers.openAIHost);
+  if (choice == claude) return keyedProvider<ClaudeProvider>(providers, accounts::claudeKey, providers.claudeHost);
+  if (choice == demo) return providers.offline();
+  return onDeviceProvider(providers);
 }
 
-QString destinationText(const AIBackEnds& backEnds) {
-  const QString choice = choiceIn(backEnds.settings);
+QString destinationText(const AIProviders& providers) {
+  const QString choice = choiceIn(providers.settings);
   const auto hasKey = [&](const QString& account) {
-    return !backEnds.keys.knownKey(account).value_or(QString()).isEmpty();
+    return !providers.keys.knownKey(account).value_or(QString()).isEmpty();
   };
-  if (choice == openAI && hasKey(accounts::openAIKey)) return sentTo(backEnds.openAIHost);
-  if (choice == claude && hasKey(accounts::claudeKey)) return sentTo(backEnds.claudeHost);
+  if (choice == openAI && hasKey(accounts::openAIKey)) return sentTo(providers.openAIHost);
+  if (choice == claude && hasKey(accounts::claudeKey)) return sentTo(providers.claudeHost);
   const bool isOnDevice = choice != openAI && choice != claude && choice != demo;
-  const QUrl address = backEnds.onDevice.address();
+  const QUrl address = providers.onDevice.address();
   if (isOnDevice && !address.isEmpty() && !isLoopback(address)) return sentTo(address.host());
   return QStringLiteral("Stays on this machine");
 }

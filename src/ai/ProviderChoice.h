@@ -15,7 +15,7 @@ class OnDeviceModel;
 class SettingsStore;
 
 // What the providers depend on. All of it must outlive every call.
-struct AIBackEnds {
+struct AIProviders {
   const SettingsStore& settings;
   KeyStore& keys;
   HttpTransport& transport;
@@ -28,9 +28,9 @@ struct AIBackEnds {
 
 // A new provider by the setting `ai_provider`, with the key as currently stored. Without a key, or without a model on
 // this machine, it is the offline generator. While that is still unknown, the provider's calls wait.
-std::shared_ptr<AIProvider> chosenProvider(const AIBackEnds& backEnds);
+std::shared_ptr<AIProvider> chosenProvider(const AIProviders& providers);
 
 // Where the chosen provider sends requests, as far as is known now: "Stays on this machine" or "Sent to" and a host.
-QString destinationText(const AIBackEnds& backEnds);
+QString destinationText(const AIProviders& providers);
 
 }  // namespace quilmora

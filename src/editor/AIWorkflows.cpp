@@ -40,15 +40,15 @@ View viewOf(const SharedArray<Node>& nodes, QSizeF size) {
 
 }  // namespace
 
-AIWorkflows::AIWorkflows(MindMapViewModel& editor, EditorServices services, AIBackEnds backEnds)
-    : m_editor(editor), m_services(services), m_backEnds(std::move(backEnds)) {}
+AIWorkflows::AIWorkflows(MindMapViewModel& editor, EditorServices services, AIProviders providers)
+    : m_editor(editor), m_services(services), m_providers(std::move(providers)) {}
 
 AIWorkflows::~AIWorkflows() {
   m_goingAway.cancel();
 }
 
 void AIWorkflows::refreshProvider() {
-  auto provider = chosenProvider(m_backEnds);
+  auto provider = chosenProvider(m_providers);
   if (m_service) {
     m_service->setProvider(std::move(provider));
   } else {
@@ -70,7 +70,7 @@ void AIWorkflows::generateMap(const QString& prompt, MindMap::Layout layout) {
     };
     // A provider's failure is not reported: the offline generator replaces it.
     const auto generateOffline = [=, this](const std::exception&) {
-      const auto offline = std::make_shared<AIService>(m_backEnds.offline(), m_services.settings, m_services.clock);
+      const auto offline = std::make_shared<AIService>(m_providers.offline(), m_services.settings, m_services.clock);
       whenFinished(
           offline->generateMap(prompt, layout, size, theme, m_goingAway), this,
           [install, offline](const MindMap& map) { install(map); },

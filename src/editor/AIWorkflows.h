@@ -24,12 +24,12 @@ class AIWorkflows : public QObject {
   static constexpr QSizeF assumedCanvasSize{1200.0, 800.0};
 
   // All must outlive it.
-  AIWorkflows(MindMapViewModel& editor, EditorServices services, AIBackEnds backEnds);
+  AIWorkflows(MindMapViewModel& editor, EditorServices services, AIProviders providers);
   ~AIWorkflows() override;
 
   // nullptr before the first action.
   AIService* aiService() const { return m_service.get(); }
-  const AIBackEnds& backEnds() const { return m_backEnds; }
+  const AIProviders& providers() const { return m_providers; }
   bool aiIsGenerating() const { return m_aiIsGenerating; }
   const QString& aiProgress() const { return m_aiProgress; }
   // Of the last flow, if it failed; a new flow clears it.
@@ -78,7 +78,7 @@ class AIWorkflows : public QObject {
 
   MindMapViewModel& m_editor;
   EditorServices m_services;
-  AIBackEnds m_backEnds;
+  AIProviders m_providers;
   std::unique_ptr<AIService> m_service;
   Cancellation m_goingAway;
   bool m_aiIsGenerating = false;

@@ -3,8 +3,8 @@
 #include <QFileInfo>
 
 #include "editor/DocumentSession.h"
-#include "platform/Beside.h"
 #include "platform/Futures.h"
+#include "platform/StartInPool.h"
 
 namespace quilmora {
 
@@ -12,15 +12,15 @@ namespace quilmora {
 
 void DocumentSession::fileMayHaveChanged() {
   m_reloadProblem.clear();
-  refreshTrouble();
+  refreshProblem();
   // What was held back, or could not be written, may be writable now.
   if (m_watch.change() == FileChange::none && m_editor.isDirty()) autoSaveAfter(autoSaveDelay);
 }
 
-void DocumentSession::refreshTrouble() {
+void DocumentSession::refreshProblem() {
   const QString path = m_editor.lastSavedFilePath().value_or(QString());
-  const DocumentTrouble trouble = troubleOf(path, m_watch, m_autoSaveProblem, m_reloadProblem);
-  if (std::exchange(m_trouble, trouble) != trouble) Q_EMIT troubleChanged();
+  const DocumentProblem problem = problemOf(path, m_watch, m_autoSaveProblem, m_reloadProblem);
+  if (std::exchange(m_problem, problem) != problem) Q_EMIT problemChanged();
 }
 
 void DocumentSession::keepMine() {
@@ -44,7 +44,7 @@ void DocumentSession::reload() {
     mine = DocumentWrite{
         m_editor.mindMap(), freePathInDefaultFolder(m_document.mindMap.title), FileState::absent(), {}, {}};
   m_isReloading = true;
-  const auto read = runBeside(
+  const auto read = startInPool(
       m_services.pool, [path = *path, mine, &writer = m_services.writer] { return readAnew(path, mine, writer); });
   if (m_services.pool == nullptr) return endReload(read.result());
   whenFinished(
@@ -77,7 +77,7 @@ void DocumentSession::endReload(const Reloaded& reloaded) {
   m_isReloading = false;
   if (!reloaded.outcome.isDone()) {
     m_reloadProblem = reloaded.outcome.reason();
-    return refreshTrouble();
+    return refreshProblem();
   }
   if (!reloaded.copyOfMine.isEmpty()) log(QStringLiteral("Quilmora: saved a rescue copy to ") + reloaded.copyOfMine);
   const MindMap& map = reloaded.document.map;

@@ -6,13 +6,13 @@
 #include "editor/DocumentFileName.h"
 #include "editor/DocumentSession.h"
 #include "editor/RecentFiles.h"
-#include "platform/Beside.h"
 #include "platform/Bookmarks.h"
-#include "platform/FilePanels.h"
+#include "platform/FileDialogs.h"
 #include "platform/Futures.h"
 #include "platform/Paths.h"
 #include "platform/SettingsKeys.h"
 #include "platform/SettingsStore.h"
+#include "platform/StartInPool.h"
 
 namespace quilmora {
 
@@ -28,7 +28,7 @@ void DocumentSession::beginSave(SaveKind kind, const QString& path, const std::o
     m_save->write.superseded = DocumentWrite::Superseded{*place, *m_watch.known()};
   Q_EMIT fileWillBeWritten(path, m_save->write.map, kind == SaveKind::automatic);
   m_watch.beginWrite();
-  m_save->written = runBeside(
+  m_save->written = startInPool(
       m_services.pool, [write = m_save->write, &writer = m_services.writer] { return writeDocument(write, writer); });
   if (m_services.pool == nullptr) return endSave(m_save->written.result());
   const auto isThis = [this, number = m_saveCount] { return m_save && m_save->number == number; };
@@ -173,7 +173,7 @@ void DocumentSession::autoSaveAfter(std::chrono::milliseconds delay) {
 
 void DocumentSession::setAutoSaveProblem(const QString& problem) {
   m_autoSaveProblem = problem;
-  refreshTrouble();
+  refreshProblem();
 }
 
 void DocumentSession::autoSave() {
@@ -210,7 +210,7 @@ void DocumentSession::endAutoSave(const Save& save, const Outcome& written) {
   // The disk may accept later what it refuses now, so auto-save tries again and again, until the map is written or
   // replaced.
   autoSaveAfter(m_retryDelay);
-  m_retryDelay = std::min(2 * m_retryDelay, longestRetryDelay);
+  m_retryDelay = std::min(2 * m_retryDelay, maxRetryDelay);
 }
 
 // --- Before the map is replaced ---

@@ -7,7 +7,7 @@
 
 #include "editor/RecentFiles.h"
 #include "platform/Bookmarks.h"
-#include "platform/FilePanels.h"
+#include "platform/FileDialogs.h"
 #include "platform/Log.h"
 #include "platform/Paths.h"
 
@@ -95,14 +95,14 @@ void DocumentSession::saveAsAndOpen(const QString& path) {
 }
 
 void DocumentSession::openAll(const QStringList& paths) {
-  constexpr qsizetype mostTold = 5;
+  constexpr qsizetype maxTold = 5;
   m_heldErrors.emplace();
   for (const QString& path : paths) open(path);
   QStringList errors = *std::exchange(m_heldErrors, std::nullopt);
   if (errors.isEmpty()) return;
-  const qsizetype more = errors.size() - mostTold;
+  const qsizetype more = errors.size() - maxTold;
   if (more > 1) {
-    errors.resize(mostTold);
+    errors.resize(maxTold);
     errors.append(QStringLiteral("… and %1 more").arg(more));
   }
   raise(errors.join(u'\n'));

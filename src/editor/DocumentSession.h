@@ -7,7 +7,7 @@
 #include <QObject>
 #include <QString>
 
-#include "editor/DocumentTrouble.h"
+#include "editor/DocumentProblem.h"
 #include "editor/DocumentWatch.h"
 #include "editor/DocumentWriting.h"
 #include "editor/MindMapViewModel.h"
@@ -21,14 +21,14 @@ class QThreadPool;
 
 namespace quilmora {
 
-class FilePanels;
+class FileDialogs;
 class FileWriter;
 class OpeningMark;
 class RecentFiles;
 
 // How one window's map reaches the disk and comes back: Save, Save As, Open, auto-save and reopening. Holds the last
 // saved map and keeps it up to date. Handles autoSaveBeforeQuit itself; the other requests are calls. It has no
-// widgets: dialogs go through FilePanels, and errors for the user through errorRaised().
+// widgets: dialogs go through FileDialogs, and errors for the user through errorRaised().
 //
 // Save, Save As and auto-save write a copy of the map off the main thread, one after the other; flags, log lines and
 // errors follow when the write is done. Quitting and opening another document wait for it.
@@ -39,13 +39,13 @@ class DocumentSession : public QObject {
   static constexpr std::chrono::seconds autoSaveDelay{5};
   // After a failed auto-save; doubled each time.
   static constexpr std::chrono::seconds firstRetryDelay{10};
-  static constexpr std::chrono::seconds longestRetryDelay{300};
+  static constexpr std::chrono::seconds maxRetryDelay{300};
 
   // All must outlive the session.
   struct Services {
     EditorServices editor;
     FileWriter& writer;
-    FilePanels& panels;
+    FileDialogs& panels;
     Scheduler& scheduler;
     NotificationCenter& notifications;
     RecentFiles& recentFiles;
@@ -94,11 +94,11 @@ class DocumentSession : public QObject {
   // What keeps the map from being saved, including changes by another program. Such a file is not overwritten until the
   // user decides: reload() shows it, as one undo step; keepMine() overwrites it with the open map; saving as another
   // file leaves it alone. Whichever version is replaced stays as a copy in the default folder.
-  const DocumentTrouble& trouble() const { return m_trouble; }
+  const DocumentProblem& problem() const { return m_problem; }
   void reload();
   void keepMine();
   // Checks whether another program changed the file, in addition to the system's own notices.
-  void lookAtFile() { m_watch.look(); }
+  void checkFile() { m_watch.check(); }
   // Does not reopen the last document if opening or drawing it crashed the program before; emits reopeningDoubted()
   // instead.
   void reopenLastDocument();
@@ -111,7 +111,7 @@ class DocumentSession : public QObject {
   void errorRaised(const QString& message);
   // The document was not opened, because the changes of the open one cannot be written.
   void changesNotKept(const QString& path, const QString& reason);
-  void troubleChanged();
+  void problemChanged();
   // A file is about to be overwritten or created with `map`; `isAutomatic` if nobody asked for it.
   void fileWillBeWritten(const QString& path, const MindMap& map, bool isAutomatic);
   // `map` has been written completely to the file at `path`, where the session had last written or found `before`.
@@ -151,7 +151,7 @@ class DocumentSession : public QObject {
 
   void documentFollowsEditor();
   void fileMayHaveChanged();
-  void refreshTrouble();
+  void refreshProblem();
   static Reloaded readAnew(const QString& path, const std::optional<DocumentWrite>& mine, FileWriter& writer);
   void endReload(const Reloaded& reloaded);
   void dirtyFlagWasSet();
@@ -192,7 +192,7 @@ class DocumentSession : public QObject {
   MindMapViewModel& m_editor;
   Services m_services;
   DocumentWatch m_watch;
-  DocumentTrouble m_trouble;
+  DocumentProblem m_problem;
   QString m_reloadProblem;
   bool m_isReloading = false;
   MindMapDocument m_document;

@@ -4,8 +4,8 @@
 
 #include <QFileInfo>
 
-#include "platform/Beside.h"
 #include "platform/Futures.h"
+#include "platform/StartInPool.h"
 
 namespace quilmora {
 
@@ -54,11 +54,11 @@ void DocumentWatch::lookSoon() {
   m_scheduler.cancel(m_lookTask);
   m_lookTask = m_scheduler.after(settleDelay, [this] {
     m_lookTask = 0;
-    look();
+    check();
   });
 }
 
-void DocumentWatch::look() {
+void DocumentWatch::check() {
   if (!m_known) return;
   if (m_isWriting) {
     m_isLookWanted = true;
@@ -66,7 +66,7 @@ void DocumentWatch::look() {
   }
   rearm();
   const quint64 number = ++m_lookNumber;
-  const auto comparison = runBeside(m_pool, [known = *m_known, path = m_path] { return compareFile(known, path); });
+  const auto comparison = startInPool(m_pool, [known = *m_known, path = m_path] { return compareFile(known, path); });
   if (m_pool == nullptr) return found(comparison.result());
   whenFinished(
       comparison, this,

@@ -37,7 +37,7 @@ class DocumentWatch : public QObject {
   bool isForeign() const;
 
   // Checks the file soon, or when the write in progress has ended.
-  void look();
+  void check();
   // Between these two calls this program is writing the file.
   void beginWrite();
   void endWrite();

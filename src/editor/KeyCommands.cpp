@@ -31,31 +31,47 @@ bool KeyCommands::press(int key, Qt::KeyboardModifiers modifiers, bool textHasKe
   if (textHasKeyboard || m_editor.isEditingInline()) return false;
   // The keypad's keys are treated like the others. Except for the letters and Tab below, modifiers make no difference.
   const Qt::KeyboardModifiers held = modifiers & ~Qt::KeypadModifier;
+  switch (actionOf(key)) {
+    case Action::arrow:
+      return arrow(key);
+    case Action::remove:
+      return m_commands.deleteKey();
+    case Action::quickLook:
+      return quickLook();
+    case Action::escape:
+      return m_editor.escape();
+    case Action::tab:
+      return held == Qt::NoModifier && m_commands.tabKey();
+    case Action::none:
+      break;
+  }
+  if (held != Qt::ControlModifier) return false;
+  if (key == Qt::Key_V) return paste();
+  if (key != Qt::Key_A) return false;
+  m_scheduler.after(nextTurn, [editor = QPointer(&m_editor)] {
+    if (editor) editor->selectAll();
+  });
+  return true;
+}
+
+KeyCommands::Action KeyCommands::actionOf(int key) {
   switch (key) {
     case Qt::Key_Left:
     case Qt::Key_Right:
     case Qt::Key_Up:
     case Qt::Key_Down:
-      return arrow(key);
+      return Action::arrow;
     case Qt::Key_Delete:
     case Qt::Key_Backspace:
-      return m_commands.deleteKey();
+      return Action::remove;
     case Qt::Key_Space:
-      return quickLook();
+      return Action::quickLook;
     case Qt::Key_Escape:
-      return m_editor.escape();
+      return Action::escape;
     case Qt::Key_Tab:
-      return held == Qt::NoModifier && m_commands.tabKey();
-    case Qt::Key_A:
-      if (held != Qt::ControlModifier) return false;
-      m_scheduler.after(nextTurn, [editor = QPointer(&m_editor)] {
-        if (editor) editor->selectAll();
-      });
-      return true;
-    case Qt::Key_V:
-      return held == Qt::ControlModifier && paste();
+      return Action::tab;
     default:
-      return false;
+      return Action::none;
   }
 }
 

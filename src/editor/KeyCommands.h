@@ -18,7 +18,12 @@ class KeyCommands {
   // a title is being edited, or while a text field has the keyboard (`textHasKeyboard`).
   bool press(int key, Qt::KeyboardModifiers modifiers, bool textHasKeyboard);
 
+  // Whether press() has something to do for this key when no modifier is held.
+  static bool isPlainKey(int key) { return actionOf(key) != Action::none; }
+
  private:
+  enum class Action { none, arrow, remove, quickLook, escape, tab };
+  static Action actionOf(int key);
   bool arrow(int key);
   bool quickLook();
   bool paste();

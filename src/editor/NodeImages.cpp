@@ -4,14 +4,14 @@
 
 #include "editor/MindMapViewModel.h"
 #include "editor/PictureFiles.h"
-#include "platform/FilePanels.h"
+#include "platform/FileDialogs.h"
 
 namespace quilmora {
 
 void NodeImages::ask(const QUuid& nodeID) {
-  FilePanels::OpenRequest request;
+  FileDialogs::OpenRequest request;
   request.extensions = pictureExtensions();
-  request.content = FilePanels::Content::images;
+  request.content = FileDialogs::Content::images;
   if (const auto path = m_panels.askOpenPath(request)) setFromFile(nodeID, *path);
 }
 

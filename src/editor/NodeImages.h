@@ -5,7 +5,7 @@
 
 namespace quilmora {
 
-class FilePanels;
+class FileDialogs;
 class MindMapViewModel;
 
 // Image files as pictures of topics. Both arguments must outlive it.
@@ -13,7 +13,7 @@ class NodeImages : public QObject {
   Q_OBJECT
 
  public:
-  NodeImages(MindMapViewModel& editor, FilePanels& panels) : m_editor(editor), m_panels(panels) {}
+  NodeImages(MindMapViewModel& editor, FileDialogs& panels) : m_editor(editor), m_panels(panels) {}
 
   // Asks the user for an image file for the topic.
   void ask(const QUuid& nodeID);
@@ -26,7 +26,7 @@ class NodeImages : public QObject {
 
  private:
   MindMapViewModel& m_editor;
-  FilePanels& m_panels;
+  FileDialogs& m_panels;
 };
 
 }  // namespace quilmora

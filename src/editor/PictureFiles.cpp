@@ -25,7 +25,7 @@ constexpr qsizetype maxFileBytes = qsizetype{256} << 20;
 // The most pixels that a decoder may have to process, however few are kept in the end.
 constexpr qint64 maxPixels = 250'000'000;
 // Larger pictures are read at this size if their format can, as a topic keeps a much smaller one.
-constexpr int largestSideRead = 1600;
+constexpr int maxSideRead = 1600;
 
 PictureRead refused(const QString& error) {
   return {{}, error};
@@ -41,8 +41,8 @@ PictureRead readPicture(QIODevice& device) {
     return refused(QStringLiteral("This is a drawing. Save it as PNG or JPEG, and add that."));
   const QSize size = reader.size();
   if (qint64{size.width()} * size.height() > maxPixels) return refused(QStringLiteral("The picture is too large."));
-  if (std::max(size.width(), size.height()) > largestSideRead)
-    reader.setScaledSize(size.scaled(largestSideRead, largestSideRead, Qt::KeepAspectRatio).expandedTo({1, 1}));
+  if (std::max(size.width(), size.height()) > maxSideRead)
+    reader.setScaledSize(size.scaled(maxSideRead, maxSideRead, Qt::KeepAspectRatio).expandedTo({1, 1}));
   QImage image = reader.read();
   if (image.isNull()) return refused(reader.errorString());
   return {std::move(image), {}};

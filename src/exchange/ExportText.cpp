@@ -68,7 +68,7 @@ double finite(double value) {
 }
 
 // A sign, and 309 digits before the point or 17 significant ones after 323 zeros.
-constexpr qsizetype longestNumber = 400;
+constexpr qsizetype maxNumberLength = 400;
 
 }  // namespace
 
@@ -81,8 +81,8 @@ void putXmlText(ByteBuffer& buffer, QStringView text) {
 }
 
 void putReal(ByteBuffer& buffer, double value) {
-  char* const at = buffer.room(longestNumber);
-  char* end = std::to_chars(at, at + longestNumber - 2, finite(value), std::chars_format::fixed).ptr;
+  char* const at = buffer.room(maxNumberLength);
+  char* end = std::to_chars(at, at + maxNumberLength - 2, finite(value), std::chars_format::fixed).ptr;
   if (std::find(at, end, '.') == end) {
     *end++ = '.';
     *end++ = '0';
@@ -91,9 +91,9 @@ void putReal(ByteBuffer& buffer, double value) {
 }
 
 void putWhole(ByteBuffer& buffer, double value) {
-  char* const at = buffer.room(longestNumber);
+  char* const at = buffer.room(maxNumberLength);
   const double whole = std::trunc(finite(value)) + 0.0;  // no "-0"
-  buffer.setEnd(std::to_chars(at, at + longestNumber, whole, std::chars_format::fixed).ptr);
+  buffer.setEnd(std::to_chars(at, at + maxNumberLength, whole, std::chars_format::fixed).ptr);
 }
 
 }  // namespace quilmora

@@ -10,14 +10,14 @@ namespace {
 
 constexpr qsizetype blanksOfLevel = 2;
 // A chain of n topics is indented by about n² spaces: 10 GB for 100,000 topics.
-constexpr qsizetype mostIndentation = qsizetype{512} << 20;
+constexpr qsizetype maxIndentation = qsizetype{512} << 20;
 constexpr qsizetype deepestBoundedLevel = 100;
 
 class OpmlWriter {
  public:
   QByteArray write(const MindMap& map) {
     const std::vector<OutlineTopic> outline = outlineOf(map);
-    m_mostIndent = indentationOf(outline) > mostIndentation ? blanksOfLevel * deepestBoundedLevel : mostIndentation;
+    m_maxIndent = indentationOf(outline) > maxIndentation ? blanksOfLevel * deepestBoundedLevel : maxIndentation;
     putHead(map);
     std::vector<std::uint32_t> open;  // depths of the outlines that are still open
     const auto closeDownTo = [&](std::uint32_t depth) {
@@ -45,7 +45,7 @@ class OpmlWriter {
     return total;
   }
 
-  void putIndent(std::uint32_t depth) { m_buffer.putBlanks(std::min(indentOf(depth), m_mostIndent)); }
+  void putIndent(std::uint32_t depth) { m_buffer.putBlanks(std::min(indentOf(depth), m_maxIndent)); }
 
   void putHead(const MindMap& map) {
     const auto created = textOfTime(map.createdAt);
@@ -72,14 +72,14 @@ class OpmlWriter {
   }
 
   ByteBuffer m_buffer;
-  qsizetype m_mostIndent = 0;
+  qsizetype m_maxIndent = 0;
 };
 
 void requireBoundedIndentation(const std::vector<OutlineTopic>& outline) {
   qsizetype total = 0;
   for (const OutlineTopic& topic : outline)
     total += blanksOfLevel * qsizetype{topic.depth} * (topic.node->notes.isEmpty() ? 1 : 2);
-  if (total <= mostIndentation) return;
+  if (total <= maxIndentation) return;
   throw ExportError(
       QStringLiteral("the topics are nested too deeply for Markdown: its indentation alone would take %1 MB")
           .arg(total / 1'000'000));

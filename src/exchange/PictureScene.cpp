@@ -8,6 +8,7 @@
 
 #include "canvas/geometry/Polygons.h"
 #include "canvas/geometry/TaperedConnector.h"
+#include "canvas/painting/PartVisibility.h"
 #include "canvas/painting/SceneSketch.h"
 #include "themes/Color.h"
 
@@ -18,8 +19,8 @@ namespace {
 constexpr double scale = 2.0;  // pixels per canvas unit
 constexpr double maxSide = std::numeric_limits<std::int32_t>::max();
 constexpr double maxPixelCount = 274877906944.0;  // 2^38
-// How far shadows and markers extend beyond a box, in canvas units, with some room for rounding.
-constexpr double surroundings = 16.0;
+// How far shadows and marks extend beyond a box, in canvas units.
+const double surroundings = topicSurroundings(scale, false, true);
 
 }  // namespace
 

@@ -12,8 +12,8 @@ namespace {
 constexpr int endSymbol = 256;
 constexpr int firstLengthSymbol = 257;
 constexpr int symbolCount = 286;
-constexpr std::size_t shortestRepeat = 3;
-constexpr std::size_t longestRepeat = 258;
+constexpr std::size_t minRepeat = 3;
+constexpr std::size_t maxRepeat = 258;
 constexpr std::uint32_t checksumModulus = 65521;
 
 // Code lengths in bits. They use the code space completely: 1/4 + 1/32 + 28/128 + 256/512 = 1.
@@ -46,20 +46,20 @@ constexpr std::array<Code, symbolCount> makeCodes() {
 constexpr std::array<Code, symbolCount> codes = makeCodes();
 
 // The code of a repeat by its length, with the extra bits for the length within its symbol.
-constexpr std::array<Code, longestRepeat + 1> makeRepeats() {
-  std::array<Code, longestRepeat + 1> repeats{};
-  std::size_t length = shortestRepeat;
+constexpr std::array<Code, maxRepeat + 1> makeRepeats() {
+  std::array<Code, maxRepeat + 1> repeats{};
+  std::size_t length = minRepeat;
   for (int symbol = firstLengthSymbol; symbol < symbolCount - 1; ++symbol) {
     const int group = (symbol - firstLengthSymbol) / 4;
     const int extraBits = group > 1 ? group - 1 : 0;
     const Code code = codes[static_cast<std::size_t>(symbol)];
-    for (std::uint32_t extra = 0; extra < 1U << extraBits && length < longestRepeat; ++extra, ++length)
+    for (std::uint32_t extra = 0; extra < 1U << extraBits && length < maxRepeat; ++extra, ++length)
       repeats[length] = {code.bits | extra << code.count, code.count + extraBits};
   }
-  repeats[longestRepeat] = codes[symbolCount - 1];
+  repeats[maxRepeat] = codes[symbolCount - 1];
   return repeats;
 }
-constexpr std::array<Code, longestRepeat + 1> repeats = makeRepeats();
+constexpr std::array<Code, maxRepeat + 1> repeats = makeRepeats();
 
 // Two distances, with codes of one bit each.
 constexpr std::uint32_t distanceOne = 0;
@@ -130,11 +130,11 @@ void SparseDeflater::zeros(std::size_t count) {
     literal(0);
     --count;
   }
-  for (; count >= longestRepeat; count -= longestRepeat) {
-    const Code code = repeats[longestRepeat];
+  for (; count >= maxRepeat; count -= maxRepeat) {
+    const Code code = repeats[maxRepeat];
     put(code.bits | distanceOne << code.count, code.count + 1);
   }
-  if (count >= shortestRepeat) {
+  if (count >= minRepeat) {
     put(repeats[count].bits, repeats[count].count);
     put(distanceOne, 1);
   } else {
@@ -149,7 +149,7 @@ void SparseDeflater::weigh(const std::uint8_t* bytes, std::size_t size) {
 
 void SparseDeflater::repeatOfPixel(std::size_t byteCount) {
   while (byteCount > 0) {
-    const std::size_t length = std::min(byteCount, longestRepeat);
+    const std::size_t length = std::min(byteCount, maxRepeat);
     put(repeats[length].bits, repeats[length].count);
     put(distanceThree, 1);
     byteCount -= length;

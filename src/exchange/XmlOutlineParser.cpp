@@ -10,7 +10,7 @@ namespace quilmora {
 
 namespace {
 
-constexpr qsizetype longestDescription = 300;
+constexpr qsizetype maxDescriptionLength = 300;
 
 QString codePoint(uint character) {
   return QStringLiteral("U+") + QStringLiteral("%1").arg(character, 4, 16, QLatin1Char('0')).toUpper();
@@ -32,13 +32,13 @@ uint firstForbidden(QByteArrayView utf8) {
 QString visibleDescription(QString text, QByteArrayView utf8) {
   text.replace(QLatin1String("''."), u'\'' + codePoint(firstForbidden(utf8)) + QLatin1String("'."));
   QString shown;
-  for (const QChar character : text.left(longestDescription)) {
+  for (const QChar character : text.left(maxDescriptionLength)) {
     if (character.isPrint() || character.isSurrogate())
       shown += character;
     else
       shown += codePoint(character.unicode());
   }
-  return text.size() > longestDescription ? shown + u'…' : shown;
+  return text.size() > maxDescriptionLength ? shown + u'…' : shown;
 }
 
 ImportError parserError(const QXmlStreamReader& reader, const XmlText& xml) {

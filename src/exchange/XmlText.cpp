@@ -10,9 +10,9 @@ namespace quilmora {
 namespace {
 
 constexpr qsizetype notFound = -1;
-constexpr int largestEntity = 4096;
+constexpr int maxEntitySize = 4096;
 // The shortest element that an entity can contain.
-constexpr int shortestElement = 4;
+constexpr int minElementLength = 4;
 
 bool isQuote(char character) {
   return character == '"' || character == '\'';
@@ -159,14 +159,14 @@ qsizetype XmlText::pastDocumentType(qsizetype begin) {
 }
 
 void XmlText::limitExpansion() {
-  m_entityExpansionLimit = largestEntity;
+  m_entityExpansionLimit = maxEntitySize;
   if (m_documentType.isEmpty()) return;
   const qsizetype references = countReferences(m_xml);
   if (references > 0)
-    m_entityExpansionLimit = static_cast<int>(std::clamp<qsizetype>(maxExpansion / references, 1, largestEntity));
+    m_entityExpansionLimit = static_cast<int>(std::clamp<qsizetype>(maxExpansion / references, 1, maxEntitySize));
   if (!m_documentType.contains("<!ATTLIST")) return;
   const double elements =
-      static_cast<double>(m_tags) + static_cast<double>(references) * m_entityExpansionLimit / shortestElement;
+      static_cast<double>(m_tags) + static_cast<double>(references) * m_entityExpansionLimit / minElementLength;
   if (elements * static_cast<double>(m_documentType.size()) > maxDefaultSearches)
     fail(m_documentType.data() - m_xml.data(), QStringLiteral("the document type declares too many attributes"));
 }

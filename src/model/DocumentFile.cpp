@@ -19,7 +19,7 @@
 #include "platform/FileWriter.h"
 #include "platform/Paths.h"
 #include "platform/RegularFile.h"
-#include "platform/Strays.h"
+#include "platform/TemporaryFiles.h"
 
 namespace quilmora {
 
@@ -120,7 +120,7 @@ void writePackage(const MindMap& map, const QString& path) {
   }
   if (!QFileInfo(existing.absolutePath()).isDir()) throw DocumentError(QStringLiteral("there is no such folder"));
   const QString temporary = existing.absolutePath() + QLatin1Char('/') + QLatin1String(temporaryName());
-  removeStraysOnce(QFile::encodeName(existing.absolutePath()));
+  removeStaleTemporariesOnce(QFile::encodeName(existing.absolutePath()));
   if (::mkdir(QFile::encodeName(temporary).constData(), 0777) != 0) failWithSystemError(errno);
   try {
     fillPackage(temporary, json);

@@ -219,7 +219,7 @@ PaddedText padded(const QByteArray& bytes) {
 
 }  // namespace
 
-static_assert(documentWindow + longestRecord < simdjson::SIMDJSON_MAXSIZE_BYTES);
+static_assert(documentWindow + maxRecordSize < simdjson::SIMDJSON_MAXSIZE_BYTES);
 
 MindMap decodePadded(PaddedText text, std::size_t windowSize) {
   return MapReader().readText(std::move(text), windowSize);

@@ -12,7 +12,7 @@ namespace quilmora {
 // still is.
 constexpr std::size_t documentWindow = std::size_t{16} << 20;
 // Leaves room in a window for the smaller records before this one.
-constexpr std::size_t longestRecord = (std::size_t{4} << 30) - 2 * documentWindow;
+constexpr std::size_t maxRecordSize = (std::size_t{4} << 30) - 2 * documentWindow;
 
 MindMap decodePadded(PaddedText text, std::size_t windowSize);
 

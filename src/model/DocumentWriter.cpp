@@ -28,8 +28,8 @@ constexpr QLatin1String kindsOf<Region>("regions");
 class MapWriter {
  public:
   explicit MapWriter(JsonForm form) : m_json(form) {}
-  MapWriter(const DocumentReceiver& receiver, std::size_t longestRecord)
-      : m_json(JsonForm::pretty), m_receiver(&receiver), m_longestRecord(longestRecord) {}
+  MapWriter(const DocumentReceiver& receiver, std::size_t maxRecordSize)
+      : m_json(JsonForm::pretty), m_receiver(&receiver), m_maxRecordSize(maxRecordSize) {}
 
   QByteArray write(const MindMap& map) {
     writeMap(map);
@@ -86,7 +86,7 @@ class MapWriter {
       m_json.item();
       const std::size_t begin = m_json.pending().size();
       (this->*writeItem)(item);
-      if (m_json.pending().size() - begin > m_longestRecord) failTooLong(kindsOf<T>);
+      if (m_json.pending().size() - begin > m_maxRecordSize) failTooLong(kindsOf<T>);
       handOver(pieceSize);
       if (!m_isTaken) break;
     }
@@ -249,7 +249,7 @@ class MapWriter {
 
   JsonWriter m_json;
   const DocumentReceiver* m_receiver = nullptr;
-  std::size_t m_longestRecord = std::numeric_limits<std::size_t>::max();
+  std::size_t m_maxRecordSize = std::numeric_limits<std::size_t>::max();
   bool m_isTaken = true;
 };
 
@@ -260,7 +260,7 @@ QByteArray encodeDocument(const MindMap& map, JsonForm form) {
 }
 
 bool streamDocument(const MindMap& map, const DocumentReceiver& receiver) {
-  return streamDocument(map, receiver, longestRecord);
+  return streamDocument(map, receiver, maxRecordSize);
 }
 
 bool streamDocument(const MindMap& map, const DocumentReceiver& receiver, std::size_t longest) {

@@ -95,8 +95,8 @@ bool MapIndex::updateNodes(const SharedArray<Node>& nodes, bool& positionsChange
   if (m_ids->empty()) m_ids->reserve(nodes.size());
   for (std::size_t k = difference.firstBlock; k < difference.newEndBlock; ++k)
     for (const Node& node : nodes.block(k)) {
-      const std::size_t place = difference.oldStart + numbers.size();
-      numbers.push_back(numberOf(node.id, place < numbersBefore.size() ? numbersBefore[place] : npos));
+      const std::size_t ordinal = difference.oldStart + numbers.size();
+      numbers.push_back(numberOf(node.id, ordinal < numbersBefore.size() ? numbersBefore[ordinal] : npos));
       positions.push_back(node.position);
     }
   const bool sameStructure = isSameRange(numbersBefore, difference.oldStart, difference.oldEnd, numbers);
@@ -135,10 +135,10 @@ bool MapIndex::updateEdges(const SharedArray<Edge>& edges) {
   to.reserve(from.capacity());
   for (std::size_t k = difference.firstBlock; k < difference.newEndBlock; ++k)
     for (const Edge& edge : edges.block(k)) {
-      const std::size_t place = difference.oldStart + from.size();
-      const bool hadOne = place < m_edgeFrom->size();
-      from.push_back(numberOf(edge.from, hadOne ? (*m_edgeFrom)[place] : npos));
-      to.push_back(numberOf(edge.to, hadOne ? (*m_edgeTo)[place] : npos));
+      const std::size_t ordinal = difference.oldStart + from.size();
+      const bool hadOne = ordinal < m_edgeFrom->size();
+      from.push_back(numberOf(edge.from, hadOne ? (*m_edgeFrom)[ordinal] : npos));
+      to.push_back(numberOf(edge.to, hadOne ? (*m_edgeTo)[ordinal] : npos));
     }
   const bool isSame = isSameRange(*m_edgeFrom, difference.oldStart, difference.oldEnd, from) &&
                       isSameRange(*m_edgeTo, difference.oldStart, difference.oldEnd, to);

@@ -13,7 +13,7 @@
 #include <unistd.h>
 
 #include "platform/Paths.h"
-#include "platform/Strays.h"
+#include "platform/TemporaryFiles.h"
 
 namespace quilmora {
 
@@ -76,7 +76,7 @@ class WholeFileWrite {
     if (!followed.isDone()) return followed;
     // An unnamed file leaves nothing behind when the process is killed during the write, but not every file system
     // supports them.
-    removeStraysOnce(m_folder);
+    removeStaleTemporariesOnce(m_folder);
     const bool isReady = create(&WholeFileWrite::createUnnamed) || create(&WholeFileWrite::createNamed);
     return isReady ? Outcome::done() : failure();
   }

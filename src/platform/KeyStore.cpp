@@ -29,7 +29,7 @@ QFuture<QString> KeyStore::loadKey(const QString& name) {
   account.waiting.push_back(std::move(promise));
   if (account.isReading) return future;
   account.isReading = true;
-  QTimer::singleShot(m_patience, this, [this, name] { waitedLongEnough(name); });
+  QTimer::singleShot(m_timeout, this, [this, name] { waitedLongEnough(name); });
   read(name, [this, name](const Answer& answer) { readAnswered(name, answer); });
   return future;
 }
@@ -79,7 +79,7 @@ void KeyStore::writeKey(const QString& name) {
   Account& account = m_accounts[name];
   account.isWriting = true;
   account.isStale = false;
-  QTimer::singleShot(m_patience, this, [this, name, number = ++account.writeCount] {
+  QTimer::singleShot(m_timeout, this, [this, name, number = ++account.writeCount] {
     const Account& late = m_accounts[name];
     if (late.isWriting && late.writeCount == number) setState(State::thisRunOnly);
   });

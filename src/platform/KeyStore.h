@@ -38,7 +38,7 @@ class KeyStore : public QObject {
   QString note() const;
   // The key or an empty text; nothing as long as the desktop has not been asked or has not answered.
   std::optional<QString> knownKey(const QString& account) const;
-  // The key, or an empty text for every failure. Always ends on the main thread, after `patience` at the latest.
+  // The key, or an empty text for every failure. Always ends on the main thread, after `timeout` at the latest.
   QFuture<QString> loadKey(const QString& account);
   // An empty value deletes.
   void saveKey(const QString& account, const QString& value);
@@ -56,7 +56,7 @@ class KeyStore : public QObject {
   };
   using Answered = std::function<void(const Answer&)>;
 
-  explicit KeyStore(std::chrono::milliseconds patience) : m_patience(patience) {}
+  explicit KeyStore(std::chrono::milliseconds timeout) : m_timeout(timeout) {}
 
   // Each of these three answers once, at any later time, or never.
   virtual void read(const QString& account, const Answered& answered) = 0;
@@ -69,7 +69,7 @@ class KeyStore : public QObject {
     bool isChosenHere = false;  // set by saveKey, so that a later answer of a read is ignored
     bool isFound = false;       // a key that is not found is looked up again: a locked store may be open later
     bool isReading = false;
-    bool isReadSlow = false;  // `patience` has passed: nobody waits for the read any more
+    bool isReadSlow = false;  // `timeout` has passed: nobody waits for the read any more
     bool isWriting = false;
     bool isStale = false;  // saved again while the previous write was in progress
     int writeCount = 0;
@@ -83,7 +83,7 @@ class KeyStore : public QObject {
   void know(Account& account, const QString& key);
   void setState(State state);
 
-  std::chrono::milliseconds m_patience;
+  std::chrono::milliseconds m_timeout;
   std::map<QString, Account> m_accounts;
   State m_state = State::unknown;
 };
@@ -94,7 +94,7 @@ void migrateKeys(SettingsStore& settings, KeyStore& keys);
 // In memory. Answers at once, or when a test says so.
 class MemoryKeyStore final : public KeyStore {
  public:
-  explicit MemoryKeyStore(std::chrono::milliseconds patience = std::chrono::seconds(20)) : KeyStore(patience) {}
+  explicit MemoryKeyStore(std::chrono::milliseconds timeout = std::chrono::seconds(20)) : KeyStore(timeout) {}
 
   std::map<QString, QByteArray> items;
   bool isAvailable = true;

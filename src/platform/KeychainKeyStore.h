@@ -8,7 +8,7 @@ namespace quilmora {
 // the process writes no core file.
 class KeychainKeyStore final : public KeyStore {
  public:
-  explicit KeychainKeyStore(std::chrono::milliseconds patience = std::chrono::seconds(20)) : KeyStore(patience) {}
+  explicit KeychainKeyStore(std::chrono::milliseconds timeout = std::chrono::seconds(20)) : KeyStore(timeout) {}
 
  protected:
   void read(const QString& account, const Answered& answered) override;

@@ -30,10 +30,10 @@ namespace {
 const QByteArray greeting = QByteArrayLiteral("QLMR1");
 constexpr qsizetype headerBytes = 5 + 4;
 constexpr char accepted = '+';
-constexpr int senderPatienceMilliseconds = 3000;
+constexpr int senderTimeoutMilliseconds = 3000;
 constexpr int retryMilliseconds = 50;
 // Leaves room for the folder in which the server creates its socket.
-constexpr qsizetype longestSocketPath = 90;
+constexpr qsizetype maxSocketPathLength = 90;
 
 QByteArray encodeMessage(const QStringList& paths) {
   QByteArray body;
@@ -121,9 +121,9 @@ SingleInstance::~SingleInstance() {
   if (m_socketFolder >= 0) ::close(m_socketFolder);
 }
 
-SingleInstance::Result SingleInstance::start(const QStringList& documents, int patienceMilliseconds) {
+SingleInstance::Result SingleInstance::start(const QStringList& documents, int timeoutMilliseconds) {
   const QByteArray message = encodeMessage(documents);
-  const QDeadlineTimer deadline(patienceMilliseconds);
+  const QDeadlineTimer deadline(timeoutMilliseconds);
   // In a loop, because the other one may be just starting or just ending.
   while (true) {
     const Lock lock = tryLock();
@@ -167,14 +167,14 @@ SingleInstance::Lock SingleInstance::tryLock() {
 // The system limits a socket's path to about a hundred bytes, so a longer one goes through the open folder.
 QString SingleInstance::reachableSocketPath() {
   const QByteArray path = QFile::encodeName(m_socketPath);
-  if (path.size() <= longestSocketPath) return m_socketPath;
+  if (path.size() <= maxSocketPathLength) return m_socketPath;
   const qsizetype slash = path.lastIndexOf('/');
   if (m_socketFolder < 0) m_socketFolder = ::open(path.left(slash).constData(), O_PATH | O_DIRECTORY | O_CLOEXEC);
   return QStringLiteral("/proc/self/fd/%1").arg(m_socketFolder) + QFile::decodeName(path.mid(slash));
 }
 
-bool SingleInstance::handOver(const QByteArray& message, int patienceMilliseconds) {
-  const QDeadlineTimer deadline(patienceMilliseconds);
+bool SingleInstance::handOver(const QByteArray& message, int timeoutMilliseconds) {
+  const QDeadlineTimer deadline(timeoutMilliseconds);
   const auto remaining = [&] { return static_cast<int>(std::max<qint64>(deadline.remainingTime(), 1)); };
   QLocalSocket socket;
   socket.connectToServer(reachableSocketPath());
@@ -211,7 +211,7 @@ void SingleInstance::acceptConnections() {
     connect(socket, &QObject::destroyed, this, [this] { --m_connectionCount; });
     connect(socket, &QLocalSocket::readyRead, this, [this, socket] { readFrom(socket); });
     connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
-    QTimer::singleShot(senderPatienceMilliseconds, socket, [socket] { socket->abort(); });
+    QTimer::singleShot(senderTimeoutMilliseconds, socket, [socket] { socket->abort(); });
     if (socket->state() == QLocalSocket::UnconnectedState) socket->deleteLater();
     readFrom(socket);
   }

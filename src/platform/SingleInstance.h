@@ -34,8 +34,8 @@ class SingleInstance : public QObject {
   ~SingleInstance() override;
 
   // Becomes the first, or passes `documents` on (none: the running editor is only to show itself). Relative paths are
-  // resolved against the current folder. Blocks for at most `patienceMilliseconds`.
-  Result start(const QStringList& documents, int patienceMilliseconds = 5000);
+  // resolved against the current folder. Blocks for at most `timeoutMilliseconds`.
+  Result start(const QStringList& documents, int timeoutMilliseconds = 5000);
   // Why start() failed, as a text to show; also why later starts cannot reach or notice this first editor.
   const QString& error() const { return m_error; }
 
@@ -48,7 +48,7 @@ class SingleInstance : public QObject {
 
   Lock tryLock();
   QString reachableSocketPath();
-  bool handOver(const QByteArray& message, int patienceMilliseconds);
+  bool handOver(const QByteArray& message, int timeoutMilliseconds);
   void listen();
   void acceptConnections();
   void readFrom(QLocalSocket* socket);

@@ -158,8 +158,8 @@ double contrastRatio(const QColor& a, const QColor& b) {
 }
 
 QColor readableOn(const QColor& ground) {
-  constexpr double leastContrast = 2.5;
-  return contrastRatio(Qt::white, ground) >= leastContrast ? QColor(Qt::white) : QColor(0x1D, 0x1D, 0x1F);
+  constexpr double minContrast = 2.5;
+  return contrastRatio(Qt::white, ground) >= minContrast ? QColor(Qt::white) : QColor(0x1D, 0x1D, 0x1F);
 }
 
 }  // namespace quilmora

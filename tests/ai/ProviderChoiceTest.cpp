@@ -17,11 +17,11 @@ using test::ScriptedProvider;
 class ProviderChoiceTest : public testing::Test {
  protected:
   void choose(const char* provider) { settings.setText(settings::aiProvider, QString::fromLatin1(provider)); }
-  QString chosenName() { return chosenProvider(backEnds)->name(); }
+  QString chosenName() { return chosenProvider(providers)->name(); }
   // Asks the chosen provider for a map, and returns whether the offline generator answered.
   bool isOffline() {
     const std::size_t before = offline->requests.size();
-    QFuture<AIResponse> reply = chosenProvider(backEnds)->generate(GenerateMapRequest{}, {});
+    QFuture<AIResponse> reply = chosenProvider(providers)->generate(GenerateMapRequest{}, {});
     EXPECT_TRUE(QTest::qWaitFor(
         [&] { return offline->requests.size() > before || transport.count() > 0 || !model.prompts().empty(); }));
     return offline->requests.size() > before;
@@ -32,7 +32,7 @@ class ProviderChoiceTest : public testing::Test {
   MemoryHttpTransport transport;
   MemoryOnDeviceModel model;
   std::shared_ptr<ScriptedProvider> offline = std::make_shared<ScriptedProvider>();
-  AIBackEnds backEnds{settings, keys, transport, model, [this] { return offline; }};
+  AIProviders providers{settings, keys, transport, model, [this] { return offline; }};
 };
 
 TEST_F(ProviderChoiceTest, AKeyOpensItsVendor) {
@@ -61,7 +61,7 @@ TEST_F(ProviderChoiceTest, AKeyThatIsStillBeingReadIsWaitedFor) {
   choose("openai");
   keys.items[accounts::openAIKey] = "sk-openai";
   keys.holdsAnswers = true;
-  QFuture<QString> reply = chosenProvider(backEnds)->chat({}, {}, {});
+  QFuture<QString> reply = chosenProvider(providers)->chat({}, {}, {});
   QCoreApplication::processEvents();
   EXPECT_EQ(transport.count(), 0u);
   keys.release();
@@ -75,7 +75,7 @@ TEST_F(ProviderChoiceTest, AWaitCanBeCancelled) {
   choose("openai");
   keys.holdsAnswers = true;
   Cancellation cancellation;
-  QFuture<QString> reply = chosenProvider(backEnds)->chat({}, {}, cancellation);
+  QFuture<QString> reply = chosenProvider(providers)->chat({}, {}, cancellation);
   cancellation.cancel();
   EXPECT_THROW(reply.waitForFinished(), AICancelled);
   keys.release();
@@ -97,16 +97,16 @@ TEST_F(ProviderChoiceTest, AnythingElseIsTheModelOnThisMachineWhereThereIsOne) {
 
 TEST_F(ProviderChoiceTest, TellsWhereTheTextGoes) {
   const QString here = QStringLiteral("Stays on this machine");
-  EXPECT_EQ(destinationText(backEnds), here);
+  EXPECT_EQ(destinationText(providers), here);
   choose("claude");
-  EXPECT_EQ(destinationText(backEnds), here) << "without a key the offline generator answers";
+  EXPECT_EQ(destinationText(providers), here) << "without a key the offline generator answers";
   keys.saveKey(accounts::claudeKey, QStringLiteral("sk-claude"));
-  EXPECT_EQ(destinationText(backEnds), QStringLiteral("Sent to api.anthropic.com"));
+  EXPECT_EQ(destinationText(providers), QStringLiteral("Sent to api.anthropic.com"));
   choose("openai");
   keys.saveKey(accounts::openAIKey, QStringLiteral("sk-openai"));
-  EXPECT_EQ(destinationText(backEnds), QStringLiteral("Sent to api.openai.com"));
+  EXPECT_EQ(destinationText(providers), QStringLiteral("Sent to api.openai.com"));
   choose("demo");
-  EXPECT_EQ(destinationText(backEnds), here);
+  EXPECT_EQ(destinationText(providers), here);
 }
 
 }  // namespace

@@ -16,7 +16,7 @@
 #include "canvas/view/CanvasView.h"
 #include "platform/Bookmarks.h"
 #include "platform/Clipboard.h"
-#include "platform/FilePanels.h"
+#include "platform/FileDialogs.h"
 #include "platform/FileWriter.h"
 #include "platform/HttpTransport.h"
 #include "platform/KeyStore.h"
@@ -95,7 +95,7 @@ class AppTest : public ::testing::Test {
   MemoryLog m_log;
   DiskFileWriter m_writer;
   ManualScheduler m_scheduler;
-  QueuedFilePanels m_panels;
+  QueuedFileDialogs m_panels;
   MemoryClipboard m_clipboard;
   RecordedAlerts m_alerts;
   FixedDesktopAppearance m_desktop;

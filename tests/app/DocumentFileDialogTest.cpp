@@ -37,7 +37,7 @@ TEST_F(DocumentFileDialogTest, SavingAMapIsNoExport) {
 }
 
 TEST_F(DocumentFileDialogTest, TheFoldersThatWereVisitedAreWrittenNowhere) {
-  const DocumentFileDialog dialog(m_look, m_icons, FilePanels::OpenRequest{{QStringLiteral("mindmap")}}, nullptr);
+  const DocumentFileDialog dialog(m_look, m_icons, FileDialogs::OpenRequest{{QStringLiteral("mindmap")}}, nullptr);
   const QSettings toolkits(QSettings::UserScope, QStringLiteral("QtProject"));
   EXPECT_TRUE(toolkits.fileName().startsWith(QLatin1String("/dev/null/"))) << toolkits.fileName().toStdString();
 }

@@ -7,7 +7,7 @@ namespace quilmora::test {
 namespace {
 
 // Far more than any step takes on the slowest machine, and far less than a step that does not end.
-constexpr qint64 patienceMilliseconds = 20'000;
+constexpr qint64 timeoutMilliseconds = 20'000;
 
 // A user's minute with a map of extreme numbers and texts.
 class ExtremeMapsTest : public AppTest {
@@ -19,7 +19,7 @@ class ExtremeMapsTest : public AppTest {
     work();
     m_scheduler.advance(std::chrono::milliseconds(400));
     canvas().grab();
-    EXPECT_LT(time.elapsed(), patienceMilliseconds) << name;
+    EXPECT_LT(time.elapsed(), timeoutMilliseconds) << name;
   }
   CanvasView& canvas() { return window().canvas(); }
   void drag(QPoint from, QPoint to) {

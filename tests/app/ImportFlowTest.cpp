@@ -39,7 +39,7 @@ TEST_F(ImportFlowTest, AsksForOneFileOfTheKnownKinds) {
   EXPECT_EQ(m_panels.openRequests[0].extensions,
             (QStringList{QStringLiteral("json"), QStringLiteral("opml"), QStringLiteral("md"), QStringLiteral("mm")}));
   EXPECT_FALSE(m_panels.openRequests[0].allowsFolders);
-  EXPECT_EQ(m_panels.openRequests[0].content, FilePanels::Content::imports);
+  EXPECT_EQ(m_panels.openRequests[0].content, FileDialogs::Content::imports);
   EXPECT_EQ(editor().mindMap().title, QStringLiteral("Untitled Map"));
   EXPECT_TRUE(m_alerts.messages.isEmpty());
 }

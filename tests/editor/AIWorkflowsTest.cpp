@@ -297,7 +297,7 @@ TEST_F(AIWorkflowsTest, WorkflowsThatGoStopTheirRequestsAndChangeNothing) {
   AIRig inner(threeTopics());
   auto workflows = std::make_unique<AIWorkflows>(
       inner.editor, EditorServices{inner.clock, inner.settings, inner.bookmarks, inner.log},
-      inner.workflows.backEnds());
+      inner.workflows.providers());
   workflows->generateMap(QStringLiteral("tea"), MindMap::Layout::radial);
   ASSERT_TRUE(inner.isAsked());
   const Cancellation cancellation = inner.offline->cancellations.front();

@@ -5,7 +5,7 @@
 
 #include "editor/CommandRig.h"
 #include "editor/NodeImages.h"
-#include "platform/FilePanels.h"
+#include "platform/FileDialogs.h"
 
 using namespace quilmora;
 using namespace quilmora::test;
@@ -36,7 +36,7 @@ struct NodeImageFiles : testing::Test {
 
   QTemporaryDir folder;
   CommandRig rig{mapOf({1})};
-  QueuedFilePanels panels;
+  QueuedFileDialogs panels;
   NodeImages images{rig.editor, panels};
   QStringList errors;
 };
@@ -124,7 +124,7 @@ TEST_F(NodeImageFiles, AskingOffersImagesAndTakesTheAnswer) {
   images.ask(topicId(1));
   EXPECT_EQ(storedSize(), QSize(12, 34));
   ASSERT_EQ(panels.openRequests.size(), 2);
-  EXPECT_EQ(panels.openRequests[0].content, FilePanels::Content::images);
+  EXPECT_EQ(panels.openRequests[0].content, FileDialogs::Content::images);
   EXPECT_TRUE(panels.openRequests[0].extensions.contains(QStringLiteral("png")));
   EXPECT_TRUE(panels.openRequests[0].extensions.contains(QStringLiteral("jpg")));
   EXPECT_FALSE(panels.openRequests[0].extensions.contains(QStringLiteral("svg")));

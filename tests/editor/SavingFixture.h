@@ -13,7 +13,7 @@
 #include "editor/DocumentSession.h"
 #include "editor/RecentFiles.h"
 #include "platform/Bookmarks.h"
-#include "platform/FilePanels.h"
+#include "platform/FileDialogs.h"
 #include "platform/FileWriter.h"
 #include "platform/Log.h"
 #include "platform/SettingsStore.h"
@@ -107,7 +107,7 @@ class SavingFixture : public testing::Test {
   ScriptedBookmarks bookmarks;
   MemoryLog log;
   DiskFileWriter writer;
-  QueuedFilePanels panels;
+  QueuedFileDialogs panels;
   ManualScheduler scheduler;
   NotificationCenter notifications;
   std::unique_ptr<RecentFiles> recentFiles;

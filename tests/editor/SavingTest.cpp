@@ -94,7 +94,7 @@ TEST_F(Saving, FailingAtTheKnownPlaceAsksWithoutAWord) {
 }
 
 TEST_F(Saving, AsDropsThePlaceWhenAnotherDocumentCameWhileThePanelWasOpen) {
-  struct InterruptedPanels final : FilePanels {
+  struct InterruptedPanels final : FileDialogs {
     std::optional<QString> askSavePath(const SaveRequest&) override {
       interrupt();
       return chosen;
@@ -117,7 +117,7 @@ TEST_F(Saving, AsDropsThePlaceWhenAnotherDocumentCameWhileThePanelWasOpen) {
 }
 
 TEST_F(Saving, AsMayEndTheProgramWhileThePanelIsOpen) {
-  struct EndingPanels final : FilePanels {
+  struct EndingPanels final : FileDialogs {
     std::optional<QString> askSavePath(const SaveRequest&) override {
       end();
       return QStringLiteral("/nowhere/Plan.mindmap");

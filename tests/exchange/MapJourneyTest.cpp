@@ -9,13 +9,13 @@ namespace quilmora::test {
 namespace {
 
 // Far more than any step takes on the slowest machine, and far less than a step that does not end.
-constexpr qint64 patienceMilliseconds = 20'000;
+constexpr qint64 timeoutMilliseconds = 20'000;
 
 void travel(const MindMap& map) {
   QElapsedTimer time;
   time.start();
   const auto tell = [&](const char* leg) {
-    EXPECT_LT(time.elapsed(), patienceMilliseconds) << leg;
+    EXPECT_LT(time.elapsed(), timeoutMilliseconds) << leg;
     time.restart();
   };
   MapJourney(map, tell).run();

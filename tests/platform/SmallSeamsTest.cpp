@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/Bookmarks.h"
-#include "platform/FilePanels.h"
+#include "platform/FileDialogs.h"
 #include "platform/Log.h"
 #include "platform/PlatformText.h"
 #include "support/QtPrinters.h"
@@ -33,8 +33,8 @@ TEST(PathBookmarks, RefuseWhatIsNoAbsolutePath) {
   EXPECT_FALSE(bookmarks.resolve(QByteArrayLiteral("/a\xff"), Bookmarks::Kind::plain));
 }
 
-TEST(QueuedFilePanels, AnswerInOrderAndThenCancel) {
-  QueuedFilePanels panels;
+TEST(QueuedFileDialogs, AnswerInOrderAndThenCancel) {
+  QueuedFileDialogs panels;
   panels.savePaths = {QStringLiteral("/a"), std::nullopt, QStringLiteral("/b")};
   EXPECT_EQ(panels.askSavePath({QStringLiteral("/folder"), QStringLiteral("name"), QStringLiteral("mindmap")}),
             QStringLiteral("/a"));

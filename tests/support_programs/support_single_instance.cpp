@@ -1,5 +1,5 @@
 // One start of a program that runs once per user. Prints its result and, if it is the first, each path that later
-// starts pass on, and "shown" for starts without paths. Usage: support_single_instance LOCK SOCKET PATIENCE
+// starts pass on, and "shown" for starts without paths. Usage: support_single_instance LOCK SOCKET TIMEOUT
 // [DOCUMENT...]
 
 #include <cstdio>

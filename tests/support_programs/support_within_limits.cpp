@@ -16,7 +16,7 @@
 #include "editor/DocumentSession.h"
 #include "editor/RecentFiles.h"
 #include "platform/Bookmarks.h"
-#include "platform/FilePanels.h"
+#include "platform/FileDialogs.h"
 #include "platform/FileWriter.h"
 #include "platform/Log.h"
 #include "platform/ProcessGuards.h"
@@ -33,7 +33,7 @@ struct Program {
   PathBookmarks bookmarks;
   MemoryLog log;
   DiskFileWriter writer;
-  QueuedFilePanels panels;
+  QueuedFileDialogs panels;
   ManualScheduler scheduler;
   NotificationCenter notifications;
   RecentFiles recentFiles{settings, bookmarks};

@@ -1,11 +1,11 @@
-#include "ai/TopicTable.h"
+#include "ai/SubjectTable.h"
 
 namespace quilmora {
 
 namespace {
 
 // Companies, work and money.
-constexpr WrittenTopicRow rows[] = {
+constexpr WrittenSubject rows[] = {
     {u"marketing", u"Digital Marketing, Brand Strategy, Content, Analytics, Social Media, SEO, Email, Budget"},
     {u"business", u"Business Model, Customers, Sales, Marketing, Finance, Operations, Team, Strategy"},
     {u"startup", u"Problem Worth Solving, Product, Customer Interviews, Marketing, Team, Fundraising, Runway"},
@@ -37,7 +37,7 @@ constexpr WrittenTopicRow rows[] = {
 
 }  // namespace
 
-std::span<const WrittenTopicRow> businessTopics() {
+std::span<const WrittenSubject> businessSubjects() {
   return rows;
 }
 

@@ -1,11 +1,11 @@
-#include "ai/TopicTable.h"
+#include "ai/SubjectTable.h"
 
 namespace quilmora {
 
 namespace {
 
 // Daily life: health, food, family and home.
-constexpr WrittenTopicRow rows[] = {
+constexpr WrittenSubject rows[] = {
     {u"health", u"Sleep, Nutrition, Fitness, Stress, Checkups, Mindfulness, Relationships"},
     {u"wedding", u"Guest List, Budget, Venue, Ceremony, Catering, Photographer, Invitations"},
     {u"recipe", u"Ingredients, Equipment, Preparation, Method, Seasoning, Plating, Leftovers"},
@@ -35,7 +35,7 @@ constexpr WrittenTopicRow rows[] = {
 
 }  // namespace
 
-std::span<const WrittenTopicRow> homeTopics() {
+std::span<const WrittenSubject> homeSubjects() {
   return rows;
 }
 

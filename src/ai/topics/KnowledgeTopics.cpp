@@ -1,11 +1,11 @@
-#include "ai/TopicTable.h"
+#include "ai/SubjectTable.h"
 
 namespace quilmora {
 
 namespace {
 
 // Sciences, professions and learning.
-constexpr WrittenTopicRow rows[] = {
+constexpr WrittenSubject rows[] = {
     {u"learning",
      u"Motivation, Clear Goals, Active Recall, Spaced Repetition, Practice Projects, Feedback, "
      u"Reflection"},
@@ -52,7 +52,7 @@ constexpr WrittenTopicRow rows[] = {
 
 }  // namespace
 
-std::span<const WrittenTopicRow> knowledgeTopics() {
+std::span<const WrittenSubject> knowledgeSubjects() {
   return rows;
 }
 

@@ -1,11 +1,11 @@
-#include "ai/TopicTable.h"
+#include "ai/SubjectTable.h"
 
 namespace quilmora {
 
 namespace {
 
 // Arts, sports and journeys.
-constexpr WrittenTopicRow rows[] = {
+constexpr WrittenSubject rows[] = {
     {u"book", u"Premise, Characters, Setting, Plot, Themes, Style, Ending"},
     {u"essay", u"Question, Thesis, Outline, Evidence, Counterarguments, Conclusion, Revision"},
     {u"travel", u"Destination, Budget, Transport, Lodging, Itinerary, Packing, Documents"},
@@ -30,7 +30,7 @@ constexpr WrittenTopicRow rows[] = {
 
 }  // namespace
 
-std::span<const WrittenTopicRow> leisureTopics() {
+std::span<const WrittenSubject> leisureSubjects() {
   return rows;
 }
 

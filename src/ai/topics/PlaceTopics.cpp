@@ -1,11 +1,11 @@
-#include "ai/TopicTable.h"
+#include "ai/SubjectTable.h"
 
 namespace quilmora {
 
 namespace {
 
 // Countries, each with its capital, and travel between them.
-constexpr WrittenTopicRow rows[] = {
+constexpr WrittenSubject rows[] = {
     {u"capitals", u"Europe, Asia, North America, South America, Africa, Oceania, Middle East"},
     {u"countries", u"Europe, Asia, North America, South America, Africa, Oceania, Middle East"},
     {u"geography", u"Mountains, Rivers, Ocean, Countries, Climate Zones, Population, Cartography"},
@@ -28,7 +28,7 @@ constexpr WrittenTopicRow rows[] = {
 
 }  // namespace
 
-std::span<const WrittenTopicRow> placeTopics() {
+std::span<const WrittenSubject> placeSubjects() {
   return rows;
 }
 

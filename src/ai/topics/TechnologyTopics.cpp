@@ -1,11 +1,11 @@
-#include "ai/TopicTable.h"
+#include "ai/SubjectTable.h"
 
 namespace quilmora {
 
 namespace {
 
 // Software, data and design.
-constexpr WrittenTopicRow rows[] = {
+constexpr WrittenSubject rows[] = {
     {u"software", u"Requirements, Architecture, UX, Testing, Deployment, Security, Maintenance"},
     {u"app", u"User Problem, Core Features, UX, Architecture, Authentication, Testing, Store Release"},
     {u"web", u"HTML and CSS, JavaScript, Accessibility, API, Security, SEO, Performance, Hosting"},
@@ -38,7 +38,7 @@ constexpr WrittenTopicRow rows[] = {
 
 }  // namespace
 
-std::span<const WrittenTopicRow> technologyTopics() {
+std::span<const WrittenSubject> technologySubjects() {
   return rows;
 }
 

@@ -143,7 +143,7 @@ void AIChatView::showEvent(QShowEvent* event) {
 void AIChatView::paintEvent(QPaintEvent*) {
   if (!std::exchange(m_isLookDue, false)) return;
   QMetaObject::invokeMethod(
-      this, [this] { m_parts.provider.look(); }, Qt::QueuedConnection);
+      this, [this] { m_parts.provider.check(); }, Qt::QueuedConnection);
 }
 
 void AIChatView::keyPressEvent(QKeyEvent* event) {

@@ -27,9 +27,9 @@ namespace {
 constexpr int panelWidth = 520;
 constexpr int headSymbol = 28;
 constexpr int stateSymbol = 16;
-constexpr int leastMiddle = 80;
+constexpr int minMiddleHeight = 80;
 constexpr int promptLines = 3;
-constexpr int mostPromptLines = 8;
+constexpr int maxPromptLines = 8;
 constexpr std::chrono::milliseconds firstLook{500};
 constexpr std::chrono::milliseconds nextLook{300};
 
@@ -54,7 +54,7 @@ class AIPromptView::Middle final : public QScrollArea {
     const int width = std::max(1, viewport()->width());
     return {panelWidth - 2 * metrics::gapHuge, widget()->layout()->heightForWidth(width)};
   }
-  QSize minimumSizeHint() const override { return {panelWidth / 2, leastMiddle}; }
+  QSize minimumSizeHint() const override { return {panelWidth / 2, minMiddleHeight}; }
 
  protected:
   void resizeEvent(QResizeEvent* event) override {
@@ -151,7 +151,7 @@ void AIPromptView::addPrompt() {
   auto* heading =
       new TextLabel(look(), tr("Describe your map"), &Tokens::secondary, look().font(Look::TextStyle::sectionHeader),
                     TextLabel::Overflow::elides, m_middle->widget());
-  m_prompt = new SubmitField(promptLines, mostPromptLines, m_middle->widget());
+  m_prompt = new SubmitField(promptLines, maxPromptLines, m_middle->widget());
   m_prompt->setAccessibleName(heading->text());
   auto* column = new QVBoxLayout;
   column->setSpacing(metrics::labelGap);
@@ -218,7 +218,7 @@ void AIPromptView::addButtons() {
 void AIPromptView::open() {
   Sheet::open();
   m_prompt->setFocus(Qt::ShortcutFocusReason);
-  m_provider.look();
+  m_provider.check();
 }
 
 void AIPromptView::select(const PromptMode& mode) {

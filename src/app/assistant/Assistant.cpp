@@ -22,7 +22,7 @@ Assistant::Assistant(Machine& machine, AIWorkflows& workflows, ChatSession& chat
     : m_machine(machine),
       m_workflows(workflows),
       m_window(parts),
-      m_provider(workflows.backEnds(), machine.settings),
+      m_provider(workflows.providers(), machine.settings),
       m_chatView(new AIChatView({machine.look, machine.alerts, workflows, chat, m_provider}, &parts.canvas)),
       m_card(new AIActivityCard(machine.look, workflows, &parts.canvas)) {
   m_window.companions.addCard(*m_card);

@@ -29,7 +29,7 @@ constexpr int padY = 7;
 constexpr int iconSize = 16;
 constexpr double selectionOpacity = 0.3;
 // Nobody listens to more than this.
-constexpr qsizetype longestSpoken = 4000;
+constexpr qsizetype maxSpokenLength = 4000;
 
 // A message with a map is purple, like the mark on its topics.
 QColor mapColor(const Tokens& tokens) {
@@ -56,7 +56,7 @@ ChatBubble::ChatBubble(const Look& look, const ChatMessage& message, std::functi
   setMouseTracking(true);
   setCursor(Qt::ArrowCursor);
   const QString who = m_isUser ? tr("You") : tr("Assistant");
-  setAccessibleName(QStringLiteral("%1: %2").arg(who, plain::text(m_text.text(), longestSpoken)));
+  setAccessibleName(QStringLiteral("%1: %2").arg(who, plain::text(m_text.text(), maxSpokenLength)));
   connect(&look, &Look::changed, this, [this] { update(); });
   if (m_isUser || !m_carriesMap) return;
   m_apply = new QPushButton(this);

@@ -105,8 +105,8 @@ void ChatSuggestions::keyPressEvent(QKeyEvent* event) {
     (*found)->click();
   } else if ((isForward || isBackward) && found != m_chips.end()) {
     const auto last = static_cast<std::ptrdiff_t>(m_chips.size()) - 1;
-    const std::ptrdiff_t place = std::clamp<std::ptrdiff_t>((found - m_chips.begin()) + (isForward ? 1 : -1), 0, last);
-    m_chips[static_cast<std::size_t>(place)]->setFocus(Qt::TabFocusReason);
+    const std::ptrdiff_t index = std::clamp<std::ptrdiff_t>((found - m_chips.begin()) + (isForward ? 1 : -1), 0, last);
+    m_chips[static_cast<std::size_t>(index)]->setFocus(Qt::TabFocusReason);
   } else {
     QScrollArea::keyPressEvent(event);
   }

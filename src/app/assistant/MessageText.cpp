@@ -13,10 +13,10 @@ namespace quilmora {
 namespace {
 
 // Beyond this, users copy the text instead of scrolling through it.
-constexpr qsizetype longestShown = 4'000'000;
+constexpr qsizetype maxShownLength = 4'000'000;
 // A piece is shaped at once, within a few milliseconds. It ends at a line end; a line longer than a piece is cut.
 constexpr qsizetype usualPiece = 2000;
-constexpr qsizetype longestPiece = 4000;
+constexpr qsizetype maxPieceLength = 4000;
 const QString mark = QStringLiteral("**");
 
 bool isWithinLetter(const QString& text, qsizetype position) {
@@ -26,16 +26,16 @@ bool isWithinLetter(const QString& text, qsizetype position) {
 
 // The end of the piece that starts at `start`. Reads no further than the longest possible piece.
 qsizetype endOfPiece(const QString& text, qsizetype start) {
-  const QStringView ahead = QStringView(text).mid(start, longestPiece);
+  const QStringView ahead = QStringView(text).mid(start, maxPieceLength);
   if (ahead.size() <= usualPiece) return text.size();
   const qsizetype lineEnd = ahead.left(usualPiece).lastIndexOf(u'\n');
   if (lineEnd >= 0) return start + lineEnd + 1;
   const qsizetype nextLineEnd = ahead.indexOf(u'\n', usualPiece);
   if (nextLineEnd >= 0) return start + nextLineEnd + 1;
-  if (ahead.size() < longestPiece) return text.size();
+  if (ahead.size() < maxPieceLength) return text.size();
   const qsizetype blank = ahead.lastIndexOf(u' ');
   if (blank > usualPiece) return start + blank + 1;
-  qsizetype end = start + longestPiece;
+  qsizetype end = start + maxPieceLength;
   while (end < text.size() && end > start + usualPiece && isWithinLetter(text, end)) --end;
   return end;
 }
@@ -43,7 +43,7 @@ qsizetype endOfPiece(const QString& text, qsizetype start) {
 }  // namespace
 
 ShownMessage shownMessage(const QString& content) {
-  const QString text = plain::text(content, longestShown);
+  const QString text = plain::text(content, maxShownLength);
   ShownMessage message;
   message.text.reserve(text.size());
   qsizetype next = 0;
@@ -274,8 +274,8 @@ qsizetype MessageText::step(qsizetype position, bool forward, bool byWord) {
 }
 
 MessageText::Selection MessageText::wordAt(qsizetype position) {
-  const auto isWord = [this](qsizetype place) {
-    const QChar letter = m_message.text.at(place);
+  const auto isWord = [this](qsizetype index) {
+    const QChar letter = m_message.text.at(index);
     return letter.isLetterOrNumber() || letter.isMark() || letter.isSurrogate() || letter == u'_' || letter == u'\'';
   };
   Selection word{position, position};

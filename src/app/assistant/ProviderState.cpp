@@ -38,12 +38,12 @@ const std::vector<ProviderState::Provider>& ProviderState::providers() {
   return table;
 }
 
-ProviderState::ProviderState(AIBackEnds backEnds, SettingsStore& settings)
-    : m_backEnds(std::move(backEnds)), m_settings(settings) {
-  connect(&m_backEnds.keys, &KeyStore::changed, this, &ProviderState::changed);
+ProviderState::ProviderState(AIProviders providers, SettingsStore& settings)
+    : m_providers(std::move(providers)), m_settings(settings) {
+  connect(&m_providers.keys, &KeyStore::changed, this, &ProviderState::changed);
   connect(&settings.changes(), &SettingsChanges::changed, this, [this](const QString& key) {
     if (key != settings::aiProvider) return;
-    look();
+    check();
     Q_EMIT changed();
   });
 }
@@ -69,9 +69,9 @@ QString ProviderState::symbol() const {
 
 // Something unknown is not missing.
 bool ProviderState::isMissing(const Provider& provider) const {
-  if (provider.needs == Provider::Needs::model) return !m_backEnds.onDevice.isThere().value_or(true);
+  if (provider.needs == Provider::Needs::model) return !m_providers.onDevice.isThere().value_or(true);
   if (provider.needs == Provider::Needs::key) {
-    const auto key = m_backEnds.keys.knownKey(provider.account);
+    const auto key = m_providers.keys.knownKey(provider.account);
     return key && key->isEmpty();
   }
   return false;
@@ -85,7 +85,7 @@ QString ProviderState::warning() const {
 }
 
 QString ProviderState::destination() const {
-  return destinationText(m_backEnds);
+  return destinationText(m_providers);
 }
 
 std::vector<ProviderState::Row> ProviderState::rows() const {
@@ -96,17 +96,18 @@ std::vector<ProviderState::Row> ProviderState::rows() const {
 }
 
 void ProviderState::choose(const QString& id) {
-  if (m_settings.text(settings::aiProvider) == id) return look();
+  if (m_settings.text(settings::aiProvider) == id) return check();
   m_settings.setText(settings::aiProvider, id);
 }
 
 void ProviderState::look(const Provider& provider) {
   const auto tell = [this](const auto&) { Q_EMIT changed(); };
-  if (provider.needs == Provider::Needs::model) whenFinished(m_backEnds.onDevice.lookUp(), this, tell, tell);
-  if (provider.needs == Provider::Needs::key) whenFinished(m_backEnds.keys.loadKey(provider.account), this, tell, tell);
+  if (provider.needs == Provider::Needs::model) whenFinished(m_providers.onDevice.lookUp(), this, tell, tell);
+  if (provider.needs == Provider::Needs::key)
+    whenFinished(m_providers.keys.loadKey(provider.account), this, tell, tell);
 }
 
-void ProviderState::look() {
+void ProviderState::check() {
   look(provider());
 }
 

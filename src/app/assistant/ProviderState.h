@@ -24,7 +24,7 @@ class ProviderState : public QObject {
   };
 
   // Both must outlive it.
-  ProviderState(AIBackEnds backEnds, SettingsStore& settings);
+  ProviderState(AIProviders providers, SettingsStore& settings);
 
   // The value of the setting, or the default for an unknown value.
   QString chosen() const;
@@ -39,7 +39,7 @@ class ProviderState : public QObject {
   // Stores the choice.
   void choose(const QString& id);
   // Asks the key store or the model server for the chosen provider again; changed() follows if the answer differs.
-  void look();
+  void check();
   // The same for every provider.
   void lookAtAll();
 
@@ -53,7 +53,7 @@ class ProviderState : public QObject {
   bool isMissing(const Provider& provider) const;
   void look(const Provider& provider);
 
-  AIBackEnds m_backEnds;
+  AIProviders m_providers;
   SettingsStore& m_settings;
 };
 

@@ -46,8 +46,8 @@ BreadcrumbBar::BreadcrumbBar(const Look& look, EditorNavigation& editor, QWidget
     : Card(look, canvas), m_editor(editor), m_strip(new CrumbStrip(look, this)) {
   setAccessibleName(tr("Path"));
   setMovable(Grip::none);
-  connect(m_strip, &CrumbStrip::chosen, this, [this](std::size_t place) {
-    if (place < m_path.size()) choose(m_path[place]);
+  connect(m_strip, &CrumbStrip::chosen, this, [this](std::size_t index) {
+    if (index < m_path.size()) choose(m_path[index]);
   });
   connect(&editor, &EditorNavigation::selectedNodeIDsChanged, this, &BreadcrumbBar::refreshSoon);
   connect(&editor, &EditorNavigation::mindMapChanged, this, &BreadcrumbBar::refreshSoon);
@@ -67,8 +67,8 @@ void BreadcrumbBar::refresh() {
       m_editor.isPresentationMode()
           ? QStringLiteral("%1/%2").arg(m_editor.presentationNodeIndex() + 1).arg(m_editor.mindMap().nodes.size())
           : QString();
-  m_strip->setPath(m_path.size(), [this](std::size_t place) {
-    const auto node = m_editor.nodeByID(m_path[place]);
+  m_strip->setPath(m_path.size(), [this](std::size_t index) {
+    const auto node = m_editor.nodeByID(m_path[index]);
     return node ? shownTitle(*node) : QString();
   });
   const bool shown = !m_path.empty() || !m_stepText.isEmpty();
@@ -83,8 +83,8 @@ void BreadcrumbBar::choose(const QUuid& id) {
   m_editor.centerOn(id, 0.0, 0.0, true);
 }
 
-QAbstractButton* BreadcrumbBar::button(std::size_t place) {
-  return m_strip->button(place);
+QAbstractButton* BreadcrumbBar::button(std::size_t index) {
+  return m_strip->button(index);
 }
 
 QSize BreadcrumbBar::pillSize() const {

@@ -27,7 +27,7 @@ class BreadcrumbBar : public Card {
   // "3/12" in a presentation, else empty.
   const QString& stepText() const { return m_stepText; }
   // The button of a topic in the path, created when asked for; nullptr if the path has no such place.
-  QAbstractButton* button(std::size_t place);
+  QAbstractButton* button(std::size_t index);
   CrumbStrip& strip() const { return *m_strip; }
 
   QSize wantedSize(QSize room) override;

@@ -25,7 +25,7 @@ constexpr int restMilliseconds = 200;
 // Most topics are within this box around their position at zoom 1.
 constexpr QSizeF usualTopic(220, 60);
 // Below this the path takes the whole width and other cards move away.
-constexpr int leastPathWidth = 120;
+constexpr int minPathWidth = 120;
 
 }  // namespace
 
@@ -93,7 +93,7 @@ std::vector<CanvasCompanions::Place> CanvasCompanions::places() const {
   const QSize room = canvas - 2 * QSize(cardMargin, cardMargin);
   const bool isMiniMapLow = m_miniMapCorner == CardAnchor::bottomLeft || m_miniMapCorner == CardAnchor::bottomRight;
   const int beside = room.width() - m_miniMap->wantedSize(room).width() - cardGap;
-  const QSize pathRoom(isMiniMapLow && beside >= leastPathWidth ? beside : room.width(), room.height());
+  const QSize pathRoom(isMiniMapLow && beside >= minPathWidth ? beside : room.width(), room.height());
 
   std::vector<Place> places;
   std::vector<CardRequest> requests;

@@ -148,9 +148,9 @@ void CrumbStrip::clear() {
   m_items.clear();
 }
 
-QAbstractButton* CrumbStrip::button(std::size_t place) {
-  if (place >= m_count) return nullptr;
-  const std::size_t wanted = m_count - 1 - place;
+QAbstractButton* CrumbStrip::button(std::size_t index) {
+  if (index >= m_count) return nullptr;
+  const std::size_t wanted = m_count - 1 - index;
   if (wanted >= m_items.size()) extendBy(wanted + 1 - m_items.size());
   placeButtons();
   return m_items[wanted].crumb;
@@ -158,11 +158,11 @@ QAbstractButton* CrumbStrip::button(std::size_t place) {
 
 void CrumbStrip::extendBy(std::size_t itemCount) {
   for (; itemCount > 0 && m_items.size() < m_count; --itemCount) {
-    const std::size_t place = placeOf(m_items.size());
-    const QString title = m_title(place);
+    const std::size_t index = placeOf(m_items.size());
+    const QString title = m_title(index);
     const int right = m_items.empty() ? 0 : builtWidth() + gapWidth;
     auto* crumb = new Crumb(m_look, title, m_items.empty(), this);
-    connect(crumb, &QAbstractButton::clicked, this, [this, place] { Q_EMIT chosen(place); });
+    connect(crumb, &QAbstractButton::clicked, this, [this, index] { Q_EMIT chosen(index); });
     crumb->show();
     if (!m_items.empty()) setTabOrder(crumb, m_items.back().crumb);
     m_items.push_back({crumb, title, right});

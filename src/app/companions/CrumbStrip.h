@@ -21,7 +21,7 @@ class CrumbStrip : public QWidget {
 
   // A path of `count` places; titles are requested as needed. Unchanged places are kept.
   void setPath(std::size_t count, std::function<QString(std::size_t)> title);
-  QAbstractButton* button(std::size_t place);
+  QAbstractButton* button(std::size_t index);
 
   int wantedHeight() const;
   // The width of the whole path, or `most` if that is less.
@@ -32,7 +32,7 @@ class CrumbStrip : public QWidget {
   void scrollToShow(const QWidget& button);
 
  Q_SIGNALS:
-  void chosen(std::size_t place);
+  void chosen(std::size_t index);
 
  protected:
   void paintEvent(QPaintEvent* event) override;

@@ -29,13 +29,13 @@ constexpr int notesMaxHeight = 220;
 // Longer texts fill the space for notes however they wrap.
 constexpr int measuredNotes = 4'000;
 // More than a quick look can show; a paragraph of a million letters would take minutes to lay out.
-constexpr int longestNotes = 10'000;
+constexpr int maxNotesLength = 10'000;
 // Words beyond this may be broken.
-constexpr int longestWord = 24;
+constexpr int maxWordLength = 24;
 
 QString shownNotes(const Node& node) {
-  if (node.notes.size() <= longestNotes) return node.notes;
-  return node.notes.left(longestNotes) + QChar(0x2026);
+  if (node.notes.size() <= maxNotesLength) return node.notes;
+  return node.notes.left(maxNotesLength) + QChar(0x2026);
 }
 
 QString withBreaks(const QString& text) {
@@ -44,7 +44,7 @@ QString withBreaks(const QString& text) {
   for (const QChar letter : text) {
     wordLength = letter.isSpace() ? 0 : wordLength + 1;
     broken.append(letter);
-    if (wordLength % longestWord == longestWord - 1 && !letter.isSurrogate()) broken.append(QChar(0x200B));
+    if (wordLength % maxWordLength == maxWordLength - 1 && !letter.isSurrogate()) broken.append(QChar(0x200B));
   }
   return broken;
 }

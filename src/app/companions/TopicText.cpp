@@ -6,15 +6,15 @@ namespace quilmora {
 
 namespace {
 
-constexpr int longestTitle = 240;
+constexpr int maxShownTitleLength = 240;
 
 }  // namespace
 
 QString shownTitle(const Node& node) {
-  const QString title = node.title.left(4 * longestTitle).simplified();
+  const QString title = node.title.left(4 * maxShownTitleLength).simplified();
   if (title.isEmpty()) return QCoreApplication::translate("Topic", "Untitled");
-  if (title.size() <= longestTitle) return title;
-  return title.left(longestTitle) + QChar(0x2026);
+  if (title.size() <= maxShownTitleLength) return title;
+  return title.left(maxShownTitleLength) + QChar(0x2026);
 }
 
 }  // namespace quilmora

@@ -17,7 +17,7 @@ namespace {
 
 constexpr int messageWidth = 360;
 constexpr int symbolSize = 28;
-constexpr qsizetype longestMessage = 600;
+constexpr qsizetype maxMessageLength = 600;
 constexpr qsizetype messagesInWords = 3;
 
 struct KindLook {
@@ -92,7 +92,7 @@ QString AlertSheet::message() const {
 void AlertSheet::addMessage(const QString& message) {
   if (m_heard.contains(message)) return;
   m_heard.insert(message);
-  m_messages.append(message.size() > longestMessage ? message.left(longestMessage) + QChar(0x2026) : message);
+  m_messages.append(message.size() > maxMessageLength ? message.left(maxMessageLength) + QChar(0x2026) : message);
   if (m_messages.size() > messagesInWords) m_messages.removeFirst();
   QStringList shown = m_messages;
   const qsizetype hidden = m_heard.size() - shown.size();

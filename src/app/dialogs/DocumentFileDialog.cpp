@@ -25,13 +25,13 @@ constexpr int nameColumn = 0;
 constexpr int typeColumn = 2;
 constexpr int nameColumnWidth = 300;
 
-QString filterLabel(FilePanels::Content content) {
+QString filterLabel(FileDialogs::Content content) {
   switch (content) {
-    case FilePanels::Content::images:
+    case FileDialogs::Content::images:
       return DocumentFileDialog::tr("Images (%1)");
-    case FilePanels::Content::imports:
+    case FileDialogs::Content::imports:
       return DocumentFileDialog::tr("Maps and outlines (%1)");
-    case FilePanels::Content::documents:
+    case FileDialogs::Content::documents:
       break;
   }
   return DocumentFileDialog::tr("Mind maps (%1)");
@@ -50,8 +50,8 @@ QIcon SymbolFileIcons::icon(const QFileInfo& info) const {
   return icon(info.isDir() ? Folder : File);
 }
 
-DocumentFileDialog::DocumentFileDialog(const Look& look, SymbolFileIcons& icons, const FilePanels::SaveRequest& request,
-                                       QWidget* parent)
+DocumentFileDialog::DocumentFileDialog(const Look& look, SymbolFileIcons& icons,
+                                       const FileDialogs::SaveRequest& request, QWidget* parent)
     : QFileDialog(parent), m_look(look) {
   setAcceptMode(AcceptSave);
   setFileMode(AnyFile);
@@ -69,12 +69,12 @@ DocumentFileDialog::DocumentFileDialog(const Look& look, SymbolFileIcons& icons,
   showReason(request.reason);
 }
 
-DocumentFileDialog::DocumentFileDialog(const Look& look, SymbolFileIcons& icons, const FilePanels::OpenRequest& request,
-                                       QWidget* parent)
+DocumentFileDialog::DocumentFileDialog(const Look& look, SymbolFileIcons& icons,
+                                       const FileDialogs::OpenRequest& request, QWidget* parent)
     : QFileDialog(parent), m_look(look), m_allowsFolders(request.allowsFolders) {
   setAcceptMode(AcceptOpen);
   setFileMode(ExistingFile);
-  setWindowTitle(request.content == FilePanels::Content::imports ? tr("Import") : tr("Open"));
+  setWindowTitle(request.content == FileDialogs::Content::imports ? tr("Import") : tr("Open"));
   prepare(icons, request.extensions, request.content);
   // Entering a package means choosing it.
   connect(this, &QFileDialog::directoryEntered, this, [this](const QString& folder) {
@@ -92,7 +92,7 @@ void keepNoVisitedFolders() {
 
 }  // namespace
 
-void DocumentFileDialog::prepare(SymbolFileIcons& icons, const QStringList& extensions, FilePanels::Content content) {
+void DocumentFileDialog::prepare(SymbolFileIcons& icons, const QStringList& extensions, FileDialogs::Content content) {
   keepNoVisitedFolders();
   m_extensions = extensions;
   setOption(DontUseNativeDialog);

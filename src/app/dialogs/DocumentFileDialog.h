@@ -3,7 +3,7 @@
 #include <QFileDialog>
 #include <QFileIconProvider>
 
-#include "platform/FilePanels.h"
+#include "platform/FileDialogs.h"
 
 namespace quilmora {
 
@@ -26,8 +26,10 @@ class DocumentFileDialog final : public QFileDialog {
   Q_OBJECT
 
  public:
-  DocumentFileDialog(const Look& look, SymbolFileIcons& icons, const FilePanels::SaveRequest& request, QWidget* parent);
-  DocumentFileDialog(const Look& look, SymbolFileIcons& icons, const FilePanels::OpenRequest& request, QWidget* parent);
+  DocumentFileDialog(const Look& look, SymbolFileIcons& icons, const FileDialogs::SaveRequest& request,
+                     QWidget* parent);
+  DocumentFileDialog(const Look& look, SymbolFileIcons& icons, const FileDialogs::OpenRequest& request,
+                     QWidget* parent);
 
   // Valid after the dialog was accepted.
   QString chosenPath() const { return m_chosenPath; }
@@ -37,7 +39,7 @@ class DocumentFileDialog final : public QFileDialog {
 
  private:
   void prepare(SymbolFileIcons& icons, const QStringList& extensions,
-               FilePanels::Content content = FilePanels::Content::documents);
+               FileDialogs::Content content = FileDialogs::Content::documents);
   void arrangeList();
   bool isPackage(const QString& path) const;
   void choose(const QString& path);

@@ -7,7 +7,7 @@ namespace quilmora {
 class Look;
 
 // The toolkit's file dialogs in the application's look, above the active window.
-class FileDialogPanels final : public FilePanels {
+class FileDialogPanels final : public FileDialogs {
  public:
   // Opening starts in `openFolder`, later where the last document was chosen; images and imports each have their own
   // folder.
@@ -17,7 +17,7 @@ class FileDialogPanels final : public FilePanels {
   std::optional<QString> askOpenPath(const OpenRequest& request) override;
 
  private:
-  QString& folderOf(FilePanels::Content content);
+  QString& folderOf(FileDialogs::Content content);
 
   const Look& m_look;
   SymbolFileIcons m_icons;

@@ -10,7 +10,7 @@
 #include "editor/DocumentFileName.h"
 #include "editor/MindMapViewModel.h"
 #include "exchange/ExportWriter.h"
-#include "platform/FilePanels.h"
+#include "platform/FileDialogs.h"
 #include "platform/Futures.h"
 #include "platform/Paths.h"
 
@@ -19,7 +19,7 @@ namespace quilmora {
 namespace {
 
 // The smallest progress worth a repaint.
-constexpr double leastProgress = 0.005;
+constexpr double minProgress = 0.005;
 
 }  // namespace
 
@@ -89,7 +89,7 @@ void ExportFlow::startPicture(const Job& job) {
     promise.start();
     double told = 0.0;
     const auto progress = [&](double share) {
-      if (share < told + leastProgress) return;
+      if (share < told + minProgress) return;
       told = share;
       QMetaObject::invokeMethod(
           this, [this, share] { Q_EMIT shareDoneChanged(share); }, Qt::QueuedConnection);

@@ -12,7 +12,7 @@
 
 namespace quilmora {
 
-class FilePanels;
+class FileDialogs;
 class FileWriter;
 class MindMapViewModel;
 struct ExportOutcome;
@@ -25,7 +25,7 @@ class ExportFlow : public QObject {
 
  public:
   struct Services {
-    FilePanels& panels;
+    FileDialogs& panels;
     FileWriter& writer;
     Scheduler& scheduler;
     QString defaultFolder;  // where the dialog opens for a map without a file

@@ -7,17 +7,17 @@
 
 #include "editor/DocumentSession.h"
 #include "exchange/MapImport.h"
-#include "platform/FilePanels.h"
+#include "platform/FileDialogs.h"
 #include "platform/Paths.h"
 
 namespace quilmora {
 
-ImportFlow::ImportFlow(DocumentSession& session, FilePanels& panels, const Clock& clock)
+ImportFlow::ImportFlow(DocumentSession& session, FileDialogs& panels, const Clock& clock)
     : m_session(session), m_panels(panels), m_clock(clock) {}
 
 void ImportFlow::run() {
   const QPointer<ImportFlow> guard(this);
-  const auto chosen = m_panels.askOpenPath({importedExtensions(), false, FilePanels::Content::imports});
+  const auto chosen = m_panels.askOpenPath({importedExtensions(), false, FileDialogs::Content::imports});
   // The program may end while the dialog is open.
   if (guard && chosen) importFrom(absolutePath(*chosen));
 }

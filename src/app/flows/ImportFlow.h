@@ -7,7 +7,7 @@
 namespace quilmora {
 
 class DocumentSession;
-class FilePanels;
+class FileDialogs;
 
 // From the request to import to the new map: asks for a file, reads it, and replaces the open map with it. A failure
 // changes nothing.
@@ -16,7 +16,7 @@ class ImportFlow : public QObject {
 
  public:
   // All must outlive the flow.
-  ImportFlow(DocumentSession& session, FilePanels& panels, const Clock& clock);
+  ImportFlow(DocumentSession& session, FileDialogs& panels, const Clock& clock);
 
   void run();
 
@@ -28,7 +28,7 @@ class ImportFlow : public QObject {
   void importFrom(const QString& path);
 
   DocumentSession& m_session;
-  FilePanels& m_panels;
+  FileDialogs& m_panels;
   const Clock& m_clock;
 };
 

@@ -10,8 +10,8 @@
 
 namespace quilmora {
 
-ChoiceGrid::ChoiceGrid(Cells cells, int mostColumns, QWidget* parent)
-    : QWidget(parent), m_cells(cells), m_mostColumns(mostColumns) {
+ChoiceGrid::ChoiceGrid(Cells cells, int maxColumns, QWidget* parent)
+    : QWidget(parent), m_cells(cells), m_maxColumns(maxColumns) {
   QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Fixed);
   policy.setHeightForWidth(true);
   setSizePolicy(policy);
@@ -42,11 +42,11 @@ int ChoiceGrid::columnsIn(int width) const {
   const int cell = std::max(1, cellSize().width());
   const int gap = m_cells == Cells::sharing ? metrics::gap : metrics::gapSmall;
   const int fitting = (width + gap) / (cell + gap);
-  return std::clamp(fitting, 1, std::max(1, std::min(m_mostColumns, static_cast<int>(m_buttons.size()))));
+  return std::clamp(fitting, 1, std::max(1, std::min(m_maxColumns, static_cast<int>(m_buttons.size()))));
 }
 
 QSize ChoiceGrid::sizeHint() const {
-  const int columns = std::max(1, std::min(m_mostColumns, static_cast<int>(m_buttons.size())));
+  const int columns = std::max(1, std::min(m_maxColumns, static_cast<int>(m_buttons.size())));
   const int width = columns * (cellSize().width() + metrics::gap);
   return {width, heightForWidth(width)};
 }
@@ -77,22 +77,22 @@ void ChoiceGrid::arrange() {
   const double cellWidth = isSharing ? (width() - (columns - 1) * metrics::gap) / static_cast<double>(columns)
                                      : std::min(cell.width(), width());
   const double gap = isSharing ? metrics::gap : columns > 1 ? (width() - columns * cellWidth) / (columns - 1) : 0;
-  for (std::size_t place = 0; place < m_buttons.size(); ++place) {
-    const int column = static_cast<int>(place) % columns;
-    const int row = static_cast<int>(place) / columns;
+  for (std::size_t index = 0; index < m_buttons.size(); ++index) {
+    const int column = static_cast<int>(index) % columns;
+    const int row = static_cast<int>(index) / columns;
     const int left = qRound(column * (cellWidth + gap));
     const int right = qRound(column * (cellWidth + gap) + cellWidth);
     const QRect logical(left, row * (cell.height() + metrics::gap), right - left, cell.height());
-    m_buttons[place]->setGeometry(QStyle::visualRect(layoutDirection(), rect(), logical));
+    m_buttons[index]->setGeometry(QStyle::visualRect(layoutDirection(), rect(), logical));
   }
 }
 
 bool ChoiceGrid::walk(QAbstractButton& from, int key) {
   const int count = static_cast<int>(m_buttons.size());
-  const int place = static_cast<int>(std::ranges::find(m_buttons, &from) - m_buttons.begin());
+  const int index = static_cast<int>(std::ranges::find(m_buttons, &from) - m_buttons.begin());
   const int columns = columnsIn(width());
   const int ahead = layoutDirection() == Qt::RightToLeft ? -1 : 1;
-  int next = place;
+  int next = index;
   switch (key) {
     case Qt::Key_Left:
       next -= ahead;
@@ -116,7 +116,7 @@ bool ChoiceGrid::walk(QAbstractButton& from, int key) {
       return false;
   }
   // At the edge the key is consumed without a move.
-  if (next < 0 || next >= count || next == place) return true;
+  if (next < 0 || next >= count || next == index) return true;
   QAbstractButton* button = m_buttons[static_cast<std::size_t>(next)];
   setEntry(button);
   button->setFocus(Qt::TabFocusReason);

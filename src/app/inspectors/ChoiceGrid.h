@@ -17,7 +17,7 @@ class ChoiceGrid : public QWidget {
  public:
   // Cells are as wide as the widest button wants, or share the width of the grid.
   enum class Cells { natural, sharing };
-  ChoiceGrid(Cells cells, int mostColumns, QWidget* parent);
+  ChoiceGrid(Cells cells, int maxColumns, QWidget* parent);
 
   // The button is a child of the grid.
   void add(QAbstractButton* button);
@@ -42,7 +42,7 @@ class ChoiceGrid : public QWidget {
   bool walk(QAbstractButton& from, int key);
 
   Cells m_cells;
-  int m_mostColumns;
+  int m_maxColumns;
   std::vector<QAbstractButton*> m_buttons;
   QPointer<QAbstractButton> m_entry;
 };

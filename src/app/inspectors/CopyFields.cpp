@@ -26,7 +26,7 @@ bool canBeLaidOut(const QString& text) {
   for (const QChar letter : text) {
     paragraph = letter == u'\n' ? 0 : paragraph + 1;
     word = letter.isSpace() ? 0 : word + 1;
-    if (paragraph > CopyNotes::longestParagraph || word > CopyNotes::longestWord) return false;
+    if (paragraph > CopyNotes::maxParagraphLength || word > CopyNotes::maxWordLength) return false;
   }
   return true;
 }
@@ -97,7 +97,7 @@ void CopyNotes::load(const QString& text) {
   const bool fits = canBeLaidOut(text);
   // Nothing that happens to the text now is an edit by the user.
   setReadOnly(true);
-  setPlainText(fits ? text : plain::text(text, longestWord));
+  setPlainText(fits ? text : plain::text(text, maxWordLength));
   document()->setModified(false);
   setReadOnly(!fits);
   plain::setToolTip(*this, fits ? QString() : tooLongText());

@@ -43,8 +43,8 @@ class CopyNotes final : public QPlainTextEdit {
 
  public:
   static constexpr int longest = 1'000'000;
-  static constexpr int longestParagraph = 20'000;
-  static constexpr int longestWord = 1'000;
+  static constexpr int maxParagraphLength = 20'000;
+  static constexpr int maxWordLength = 1'000;
   static constexpr std::chrono::milliseconds pause{1000};
 
   CopyNotes(const QString& name, Scheduler& scheduler, QWidget* parent);

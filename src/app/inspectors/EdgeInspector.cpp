@@ -48,8 +48,8 @@ void EdgeInspector::addStyle() {
           [this](bool on) { changeStyle([on](EdgeStyle& style) { style.dashed = on; }); });
   addPart(m_dashed);
   m_arrowHead = new PanelPicker(tr("Arrow Head"), arrowHeadNames(), this);
-  connect(m_arrowHead, &PanelPicker::chosen, this, [this](int place) {
-    changeStyle([place](EdgeStyle& style) { style.arrowHead = static_cast<EdgeStyle::ArrowHead>(place); });
+  connect(m_arrowHead, &PanelPicker::chosen, this, [this](int index) {
+    changeStyle([index](EdgeStyle& style) { style.arrowHead = static_cast<EdgeStyle::ArrowHead>(index); });
   });
   addRow(tr("Arrow Head"), m_arrowHead, Place::overRest);
 }
@@ -63,8 +63,8 @@ void EdgeInspector::addTaper() {
           [this](double width) { changeStyle([width](EdgeStyle& style) { style.taper.endWidth = width; }); });
   addPart(m_taper);
   m_easing = new PanelPicker(tr("Easing"), easingNames(), this);
-  connect(m_easing, &PanelPicker::chosen, this, [this](int place) {
-    changeStyle([place](EdgeStyle& style) { style.taper.easing = static_cast<EdgeStyle::TaperEasing>(place); });
+  connect(m_easing, &PanelPicker::chosen, this, [this](int index) {
+    changeStyle([index](EdgeStyle& style) { style.taper.easing = static_cast<EdgeStyle::TaperEasing>(index); });
   });
   addRow(tr("Easing"), m_easing, Place::overRest);
 }

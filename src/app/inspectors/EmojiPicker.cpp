@@ -27,7 +27,7 @@ constexpr int cellSize = 32;
 constexpr int emojiSize = 18;
 constexpr int fieldWidth = 44;
 constexpr int fieldMargins = 14;
-constexpr int longestPaste = 200;
+constexpr int maxPasteLength = 200;
 
 // A text below this consists of letters, digits and marks, which are typed one by one.
 constexpr char32_t firstPicture = 0x2100;
@@ -81,7 +81,7 @@ QFont emojiFont(const Look& look) {
 }
 
 QString firstCharacter(const QString& text) {
-  const QString trimmed = text.left(longestPaste).trimmed();
+  const QString trimmed = text.left(maxPasteLength).trimmed();
   QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, trimmed);
   const qsizetype end = finder.toNextBoundary();
   return end > 0 ? trimmed.left(end) : QString();
@@ -109,7 +109,7 @@ EmojiPicker::EmojiPicker(const Look& look, const QString& emoji, QWidget* parent
   m_field->setPlaceholderText(prompt);
   m_field->setFixedWidth(std::max(fieldWidth, QFontMetrics(m_field->font()).horizontalAdvance(prompt) + fieldMargins));
   m_field->setAccessibleName(tr("Another emoji"));
-  m_field->setMaxLength(longestPaste);
+  m_field->setMaxLength(maxPasteLength);
   connect(m_field, &QLineEdit::textEdited, this, &EmojiPicker::textWasTyped);
   connect(m_field, &QLineEdit::returnPressed, this, [this] {
     if (const QString character = firstCharacter(m_field->text()); !character.isEmpty()) choose(character);

@@ -20,7 +20,7 @@ namespace quilmora {
 namespace {
 
 constexpr int notesLines = 6;
-constexpr int largestScale = 3;
+constexpr int maxScale = 3;
 
 // In the order of NodeStyle::Shape.
 QStringList shapeNames() {
@@ -36,8 +36,8 @@ QStringList badgeNames() {
 }
 
 QIcon badgeIcon(Badge badge) {
-  QPixmap picture(metrics::rowIcon * largestScale, metrics::rowIcon * largestScale);
-  picture.setDevicePixelRatio(largestScale);
+  QPixmap picture(metrics::rowIcon * maxScale, metrics::rowIcon * maxScale);
+  picture.setDevicePixelRatio(maxScale);
   picture.fill(Qt::transparent);
   QPainter painter(&picture);
   painter.setRenderHint(QPainter::Antialiasing);
@@ -90,8 +90,8 @@ void NodeInspector::addTitle() {
 void NodeInspector::addStyle() {
   addSection(QStringLiteral("Style"));
   m_shape = new PanelPicker(tr("Shape"), shapeNames(), this);
-  connect(m_shape, &PanelPicker::chosen, this, [this](int place) {
-    changeStyle([place](NodeStyle& style) { style.shape = static_cast<NodeStyle::Shape>(place); });
+  connect(m_shape, &PanelPicker::chosen, this, [this](int index) {
+    changeStyle([index](NodeStyle& style) { style.shape = static_cast<NodeStyle::Shape>(index); });
   });
   addRow(tr("Shape"), m_shape, Place::overRest);
   m_emoji = new PanelButton(QString(), PanelButton::Kind::plain, this);
@@ -103,10 +103,10 @@ void NodeInspector::addStyle() {
 void NodeInspector::addBadge() {
   addSection();
   m_badge = new PanelPicker(tr("Badge"), badgeNames(), this);
-  for (int place = 1; place < m_badge->count(); ++place)
-    m_badge->setItemIcon(place, badgeIcon(static_cast<Badge>(place - 1)));
-  connect(m_badge, &PanelPicker::chosen, this, [this](int place) {
-    const auto badge = place > 0 ? std::optional(static_cast<Badge>(place - 1)) : std::nullopt;
+  for (int index = 1; index < m_badge->count(); ++index)
+    m_badge->setItemIcon(index, badgeIcon(static_cast<Badge>(index - 1)));
+  connect(m_badge, &PanelPicker::chosen, this, [this](int index) {
+    const auto badge = index > 0 ? std::optional(static_cast<Badge>(index - 1)) : std::nullopt;
     if (const auto node = present()) editor().setNodeBadge(node->id, badge);
   });
   addRow(tr("Badge"), m_badge, Place::overRest);

@@ -13,8 +13,8 @@ namespace quilmora {
 namespace {
 
 // Room for a letter or two and the ellipsis.
-constexpr int leastText = 40;
-constexpr int fewestLetters = 6;
+constexpr int minTextWidth = 40;
+constexpr int minLetters = 6;
 
 void tellWhatIsCut(QWidget& control, const QString& whole, const QString& shown) {
   plain::setToolTip(control, whole == shown ? QString() : whole);
@@ -39,7 +39,7 @@ PanelButton::PanelButton(const QString& text, Kind kind, QWidget* parent) : QPus
 }
 
 QSize PanelButton::minimumSizeHint() const {
-  return {2 * metrics::gap + leastText, sizeHint().height()};
+  return {2 * metrics::gap + minTextWidth, sizeHint().height()};
 }
 
 void PanelButton::resizeEvent(QResizeEvent* event) {
@@ -67,7 +67,7 @@ void PanelToggle::setOn(bool on) {
 }
 
 QSize PanelToggle::minimumSizeHint() const {
-  return {leastText, sizeHint().height()};
+  return {minTextWidth, sizeHint().height()};
 }
 
 QString PanelToggle::shownText() const {
@@ -93,17 +93,17 @@ PanelPicker::PanelPicker(const QString& name, const QStringList& entries, QWidge
   addItems(entries);
   setFocusPolicy(Qt::TabFocus);
   setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-  setMinimumContentsLength(fewestLetters);
-  connect(this, &QComboBox::activated, this, [this](int place) {
-    if (std::exchange(m_chosen, place) != place) Q_EMIT chosen(place);
+  setMinimumContentsLength(minLetters);
+  connect(this, &QComboBox::activated, this, [this](int index) {
+    if (std::exchange(m_chosen, index) != index) Q_EMIT chosen(index);
   });
 }
 
-void PanelPicker::setChosen(int place) {
-  if (m_chosen == place && currentIndex() == place) return;
+void PanelPicker::setChosen(int index) {
+  if (m_chosen == index && currentIndex() == index) return;
   const QSignalBlocker blocker(this);
-  m_chosen = place;
-  setCurrentIndex(place);
+  m_chosen = index;
+  setCurrentIndex(index);
 }
 
 void PanelPicker::paintEvent(QPaintEvent*) {

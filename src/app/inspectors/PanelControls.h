@@ -48,11 +48,11 @@ class PanelPicker final : public QComboBox {
  public:
   PanelPicker(const QString& name, const QStringList& entries, QWidget* parent);
   // Emits nothing.
-  void setChosen(int place);
+  void setChosen(int index);
 
  Q_SIGNALS:
   // By the user, and different from the previous one.
-  void chosen(int place);
+  void chosen(int index);
 
  protected:
   void paintEvent(QPaintEvent* event) override;

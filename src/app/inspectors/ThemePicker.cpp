@@ -40,7 +40,7 @@ void ThemePicker::addGroup(ThemeCategory category) {
   std::size_t count = 0;
   for (const Theme& theme : m_themes) {
     if (theme.category != category) continue;
-    if (++count > mostOfACategory) continue;
+    if (++count > maxThemesPerCategory) continue;
     if (group == nullptr) {
       group = new QWidget(this);
       auto* column = new QVBoxLayout(group);
@@ -57,8 +57,8 @@ void ThemePicker::addGroup(ThemeCategory category) {
     grid->add(swatch);
     m_swatches.push_back(swatch);
   }
-  if (count <= mostOfACategory) return;
-  const QString rest = tr("%1 more in the command palette").arg(count - mostOfACategory);
+  if (count <= maxThemesPerCategory) return;
+  const QString rest = tr("%1 more in the command palette").arg(count - maxThemesPerCategory);
   group->layout()->addWidget(
       new TextLabel(m_look, rest, &Tokens::secondary, smallFont(m_look), TextLabel::Overflow::wraps, group));
 }

@@ -20,7 +20,7 @@ class ThemePicker final : public QWidget {
 
  public:
   // The maximum shown per category; the command palette finds the others.
-  static constexpr std::size_t mostOfACategory = 60;
+  static constexpr std::size_t maxThemesPerCategory = 60;
 
   ThemePicker(const Look& look, QWidget* parent);
 

@@ -9,7 +9,7 @@ namespace quilmora {
 namespace {
 
 // Nobody listens to more than this.
-constexpr qsizetype longestSpoken = 4000;
+constexpr qsizetype maxSpokenLength = 4000;
 
 // Screen readers read the name of a notification when it appears; this one appears again for each text.
 class Announcement final : public QWidget {
@@ -21,7 +21,7 @@ class Announcement final : public QWidget {
   }
 
   void say(const QString& text) {
-    setAccessibleName(text.left(longestSpoken));
+    setAccessibleName(text.left(maxSpokenLength));
     for (const QAccessible::Event kind : {QAccessible::ObjectShow, QAccessible::Alert}) {
       QAccessibleEvent event(this, kind);
       QAccessible::updateAccessibility(&event);

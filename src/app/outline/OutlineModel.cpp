@@ -13,11 +13,11 @@ namespace {
 
 // Any tree that a person makes has all its rows at once; only rows that multiply without bound are cut.
 constexpr std::size_t firstPortion = 200'000;
-constexpr std::size_t mostRows = 4'000'000;
+constexpr std::size_t maxRows = 4'000'000;
 // Beyond these numbers it is cheaper to rebuild the rows, or to report that all may have changed.
-constexpr std::size_t mostPatches = 32;
-constexpr std::size_t mostBlocks = 64;
-constexpr qsizetype longestEmoji = 12;
+constexpr std::size_t maxPatches = 32;
+constexpr std::size_t maxBlocks = 64;
+constexpr qsizetype maxEmojiLength = 12;
 
 bool looksTheSame(const Node& a, const Node& b) {
   return a.title == b.title && a.emoji == b.emoji && a.notes.isEmpty() == b.notes.isEmpty();
@@ -67,7 +67,7 @@ bool OutlineModel::followStructure(const OutlineTree& before) {
   std::vector<int> changed;
   for (std::size_t row = 0; row < m_rows.size(); ++row)
     if (differs[m_rows[row].number]) changed.push_back(static_cast<int>(row));
-  if (changed.size() > mostPatches) return false;
+  if (changed.size() > maxPatches) return false;
   // From the end, so that a patch does not move the rows still to be patched.
   for (const int row : std::views::reverse(changed)) {
     if (m_rows[static_cast<std::size_t>(row)].isExpanded && !patchBelow(row)) return false;
@@ -135,7 +135,7 @@ void OutlineModel::tellTexts(const SharedArray<Node>& before, const OutlineTree&
   for (std::size_t k = 0; k < m_nodes.blockCount(); ++k)
     if (!known.contains(&m_nodes.block(k))) fresh.push_back(k);
   // If ids are repeated, another topic may represent them now, without a change of its own.
-  if (fresh.size() > mostBlocks || m_tree.hasRepeatedIds() || treeBefore.hasRepeatedIds()) return tellAll();
+  if (fresh.size() > maxBlocks || m_tree.hasRepeatedIds() || treeBefore.hasRepeatedIds()) return tellAll();
 
   std::vector<char> differs(m_tree.index().numberCount(), 0);
   bool anyDiffers = false;
@@ -197,7 +197,7 @@ QVariant OutlineModel::data(const QModelIndex& index, int role) const {
     case Qt::EditRole:
       return node->title;
     case emojiRole:
-      return plain::line(node->emoji.value_or(QString()), longestEmoji);
+      return plain::line(node->emoji.value_or(QString()), maxEmojiLength);
     case hasNotesRole:
       return !node->notes.isEmpty();
     default:
@@ -221,7 +221,7 @@ Qt::ItemFlags OutlineModel::flags(const QModelIndex& index) const {
 }
 
 bool OutlineModel::canFetchMore(const QModelIndex& parent) const {
-  return !parent.isValid() && m_isCut && m_rows.size() < mostRows;
+  return !parent.isValid() && m_isCut && m_rows.size() < maxRows;
 }
 
 void OutlineModel::fetchMore(const QModelIndex& parent) {

@@ -24,7 +24,7 @@ constexpr double indentBeyond = 42.0;
 constexpr int chevronWidth = 16;
 constexpr int chevronSize = 7;
 constexpr int notesSize = 13;
-constexpr int leastRowHeight = 26;
+constexpr int minRowHeight = 26;
 
 QRect mirrored(const QStyleOptionViewItem& option, const QRect& rect) {
   return QStyle::visualRect(option.direction, option.rect, rect);
@@ -37,7 +37,7 @@ QFont emojiFont(QFont font) {
 }
 
 bool isUntitled(const QModelIndex& index) {
-  return index.data(Qt::EditRole).toString().left(4 * OutlineRowDelegate::longestTitle).simplified().isEmpty();
+  return index.data(Qt::EditRole).toString().left(4 * OutlineRowDelegate::maxShownTitleLength).simplified().isEmpty();
 }
 
 }  // namespace
@@ -110,7 +110,7 @@ void OutlineRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& op
 }
 
 QSize OutlineRowDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const {
-  return {metrics::sidebarWidth, std::max(leastRowHeight, QFontMetrics(m_look.font()).height() + metrics::gap)};
+  return {metrics::sidebarWidth, std::max(minRowHeight, QFontMetrics(m_look.font()).height() + metrics::gap)};
 }
 
 bool OutlineRowDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
@@ -124,7 +124,7 @@ bool OutlineRowDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, c
 
 QWidget* OutlineRowDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&,
                                           const QModelIndex& index) const {
-  if (index.data(Qt::EditRole).toString().size() > longestTitle) return nullptr;
+  if (index.data(Qt::EditRole).toString().size() > maxShownTitleLength) return nullptr;
   m_field = new QLineEdit(parent);
   m_field->setMaxLength(std::numeric_limits<int>::max());
   m_field->setAccessibleName(tr("Title"));

@@ -22,7 +22,7 @@ class OutlineRowDelegate : public QStyledItemDelegate {
 
  public:
   // Longer titles are left to the canvas, which edits them in parts.
-  static constexpr qsizetype longestTitle = 10'000;
+  static constexpr qsizetype maxShownTitleLength = 10'000;
 
   OutlineRowDelegate(const Look& look, QObject* parent);
 

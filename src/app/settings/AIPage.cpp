@@ -105,7 +105,7 @@ void AIPage::refreshNotes() {
   }
   FormSection::setNote(*m_note, note);
   FormSection::setNote(*m_fallbackNote, fallback);
-  FormSection::setNote(*m_destination, destinationText(m_machine.aiBackEnds()));
+  FormSection::setNote(*m_destination, destinationText(m_machine.aiProviders()));
   if (m_serverNote == nullptr) return;
   const QString address = m_machine.settings.text(settings::localModelAddress).value_or(QString()).trimmed();
   const bool isRefused = !address.isEmpty() && !modelServerAddress(address);

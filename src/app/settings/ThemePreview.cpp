@@ -17,7 +17,7 @@ namespace {
 constexpr int previewHeight = 168;
 constexpr int padding = metrics::gapLarge;
 // Beyond this the topics would be too small to tell apart.
-constexpr int mostDepths = 12;
+constexpr int maxDepths = 12;
 constexpr QSizeF step(118, 46);
 
 Node topic(const QString& title, QPointF position) {
@@ -56,7 +56,7 @@ MindMap previewMap(int depthCount) {
   MindMap map;
   Node parent = topic(titleAt(0), {});
   map.nodes.append(parent);
-  const int depths = std::clamp(depthCount, 2, mostDepths);
+  const int depths = std::clamp(depthCount, 2, maxDepths);
   for (int depth = 1; depth < depths; ++depth) {
     // The path turns up and down alternately, so that a long one stays in view.
     const double side = depth % 2 == 0 ? 1 : -1;

@@ -53,12 +53,12 @@ DocumentBar::DocumentBar(const Look& look, QWidget* parent)
   hide();
 }
 
-void DocumentBar::setTrouble(const DocumentTrouble& trouble) {
-  m_trouble = trouble;
-  if (isWanted() && trouble.text != text()) announce(*this, trouble.text);
-  if (isWanted()) m_text->setPlainText(trouble.text);
-  m_reload->setVisible(trouble.canReload);
-  m_keepMine->setVisible(trouble.canKeepMine);
+void DocumentBar::setProblem(const DocumentProblem& problem) {
+  m_problem = problem;
+  if (isWanted() && problem.text != text()) announce(*this, problem.text);
+  if (isWanted()) m_text->setPlainText(problem.text);
+  m_reload->setVisible(problem.canReload);
+  m_keepMine->setVisible(problem.canKeepMine);
   Q_EMIT changed();
 }
 

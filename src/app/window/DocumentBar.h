@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/look/Widgets.h"
-#include "editor/DocumentTrouble.h"
+#include "editor/DocumentProblem.h"
 
 class QBoxLayout;
 class QPushButton;
@@ -16,8 +16,8 @@ class DocumentBar : public Ground {
  public:
   DocumentBar(const Look& look, QWidget* parent);
 
-  void setTrouble(const DocumentTrouble& trouble);
-  bool isWanted() const { return !m_trouble.text.isEmpty(); }
+  void setProblem(const DocumentProblem& problem);
+  bool isWanted() const { return !m_problem.text.isEmpty(); }
   QString text() const { return m_text->text(); }
   // Of the following three buttons, those that can be used now.
   QPushButton& reloadButton() const { return *m_reload; }
@@ -39,7 +39,7 @@ class DocumentBar : public Ground {
  private:
   bool isNarrow(int width) const;
 
-  DocumentTrouble m_trouble;
+  DocumentProblem m_problem;
   TextLabel* m_text;
   QWidget* m_buttons;
   QPushButton* m_reload;

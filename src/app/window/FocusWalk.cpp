@@ -46,14 +46,14 @@ void FocusWalk::step(int direction) {
   const int count = static_cast<int>(m_areas.size());
   const auto found = std::ranges::find_if(
       m_areas, [&](const Area& area) { return holds(area.widget, present) || holds(area.annex, present); });
-  int place = static_cast<int>(found - m_areas.begin());
+  int index = static_cast<int>(found - m_areas.begin());
   if (found != m_areas.end())
     found->last = present;
   else
-    place = direction > 0 ? count - 1 : 0;
+    index = direction > 0 ? count - 1 : 0;
   for (int i = 0; i < count; ++i) {
-    place = (place + direction + count) % count;
-    Area& area = m_areas[static_cast<std::size_t>(place)];
+    index = (index + direction + count) % count;
+    Area& area = m_areas[static_cast<std::size_t>(index)];
     if (!area.widget || !area.widget->isVisible()) continue;
     const bool isThere = area.last && area.last->isVisible() && area.last->isEnabled();
     (isThere ? area.last.data() : entryOf(*area.widget))->setFocus(Qt::TabFocusReason);

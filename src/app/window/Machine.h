@@ -16,7 +16,7 @@ namespace quilmora {
 class Alerts;
 class Clipboard;
 class DesktopAppearance;
-class FilePanels;
+class FileDialogs;
 class FileWriter;
 class HttpTransport;
 class KeyStore;
@@ -34,7 +34,7 @@ struct Machine {
   Log& log;
   FileWriter& writer;
   Scheduler& scheduler;
-  FilePanels& panels;
+  FileDialogs& panels;
   const Clipboard& clipboard;
   Alerts& alerts;
   Look& look;
@@ -50,7 +50,7 @@ struct Machine {
   QString claudeHost = ClaudeProvider::publicHost();
   QString openAIHost = OpenAIProvider::publicHost();
 
-  AIBackEnds aiBackEnds() const {
+  AIProviders aiProviders() const {
     return {settings,   keys,      transport, onDeviceModel, [] { return std::make_shared<MockProvider>(); },
             claudeHost, openAIHost};
   }

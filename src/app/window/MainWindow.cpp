@@ -24,7 +24,7 @@
 #include "app/outline/OutlineView.h"
 #include "app/palette/PaletteOpener.h"
 #include "app/settings/PreferencesView.h"
-#include "app/versions/WindowKeeping.h"
+#include "app/versions/WindowGuard.h"
 #include "app/window/DocumentBar.h"
 #include "app/window/FocusWalk.h"
 #include "app/window/PanelEdge.h"
@@ -66,7 +66,7 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
           notifications.observe(Notification::autoSaveBeforeQuit, [this](const QVariant&) { commitTyping(); })),
       m_session(m_editor, {machine.editorServices(), machine.writer, machine.panels, machine.scheduler, notifications,
                            recentFiles, machine.defaultFolder, machine.openingMark, machine.savingPool}),
-      m_aiWorkflows(m_editor, machine.editorServices(), machine.aiBackEnds()),
+      m_aiWorkflows(m_editor, machine.editorServices(), machine.aiProviders()),
       m_chat(m_editor, machine.clock, m_aiWorkflows),
       m_import(m_session, machine.panels, machine.clock),
       m_place(*this, machine.settings, machine.scheduler) {
@@ -90,7 +90,7 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
       new PaletteOpener(machine.look, {m_editor, m_aiWorkflows, notifications, machine.settings}, *m_canvas, this);
   if (!machine.stateFolder.isEmpty())
     m_keeping =
-        std::make_unique<WindowKeeping>(machine, notifications, m_editor, m_session, *m_canvas, *m_inspector, *this);
+        std::make_unique<WindowGuard>(machine, notifications, m_editor, m_session, *m_canvas, *m_inspector, *this);
   m_presentation = new PresentationScreen(*this, *m_content, *m_canvas, m_editor, machine.scheduler);
   m_place.restore();
 
@@ -108,7 +108,7 @@ void MainWindow::connectParts() {
   connect(&m_session, &DocumentSession::documentInstalled, this, &MainWindow::waitUntilShown);
   receiveDocumentBar();
   connect(&m_import, &ImportFlow::errorRaised, this, showError);
-  if (m_keeping) connect(m_keeping.get(), &WindowKeeping::errorRaised, this, showError);
+  if (m_keeping) connect(m_keeping.get(), &WindowGuard::errorRaised, this, showError);
   connect(&m_images, &NodeImages::errorRaised, this, showError);
   connect(m_exportFlow, &ExportFlow::errorRaised, this, showError);
   // The dialog opens once the menu that asked for it has closed.
@@ -204,8 +204,8 @@ void MainWindow::buildExportFlow() {
 }
 
 void MainWindow::receiveDocumentBar() {
-  connect(&m_session, &DocumentSession::troubleChanged, m_documentBar,
-          [this] { m_documentBar->setTrouble(m_session.trouble()); });
+  connect(&m_session, &DocumentSession::problemChanged, m_documentBar,
+          [this] { m_documentBar->setProblem(m_session.problem()); });
   const auto answer = [this](void (DocumentBar::*wanted)(), void (DocumentSession::*work)()) {
     connect(m_documentBar, wanted, this, [this, work] {
       commitTyping();
@@ -356,7 +356,7 @@ void MainWindow::changeEvent(QEvent* event) {
   QMainWindow::changeEvent(event);
   if (event->type() == QEvent::WindowStateChange && m_content != nullptr) refreshShown();
   // For files on another machine, the system does not report changes.
-  if (event->type() == QEvent::ActivationChange && isActiveWindow()) m_session.lookAtFile();
+  if (event->type() == QEvent::ActivationChange && isActiveWindow()) m_session.checkFile();
 }
 
 void MainWindow::keyPressEvent(QKeyEvent* event) {

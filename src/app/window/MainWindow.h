@@ -37,7 +37,7 @@ class SmartPasteView;
 class StatusLine;
 class Toolbar;
 class WindowContent;
-class WindowKeeping;
+class WindowGuard;
 
 // The window of one map: owns the editor and the document's session, lays out canvas and panels, and receives the
 // requests meant for the window. Closing it only minimises it.
@@ -53,7 +53,7 @@ class MainWindow : public QMainWindow {
 
   MindMapViewModel& editor() { return m_editor; }
   DocumentSession& session() { return m_session; }
-  WindowKeeping* keeping() { return m_keeping.get(); }
+  WindowGuard* keeping() { return m_keeping.get(); }
   AIWorkflows& aiWorkflows() { return m_aiWorkflows; }
   ChatSession& chat() { return m_chat; }
   const CommandActions& actions() const { return *m_actions; }
@@ -137,7 +137,7 @@ class MainWindow : public QMainWindow {
   DocumentSession m_session;
   AIWorkflows m_aiWorkflows;
   ChatSession m_chat;
-  std::unique_ptr<WindowKeeping> m_keeping;  // if there is a folder for it
+  std::unique_ptr<WindowGuard> m_keeping;  // if there is a folder for it
   ImportFlow m_import;
   std::vector<NotificationCenter::Subscription> m_subscriptions;
 

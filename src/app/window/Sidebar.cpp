@@ -138,12 +138,12 @@ void Sidebar::setPage(SidebarTab tab, MakePage make) {
 void Sidebar::makeSeenPage() {
   const MakePage make = std::exchange(m_makers[static_cast<std::size_t>(m_activeTab)], nullptr);
   if (!make) return;
-  const int place = static_cast<int>(m_activeTab);
-  QWidget* before = m_pages->widget(place);
-  m_pages->insertWidget(place, make(m_pages));
+  const int index = static_cast<int>(m_activeTab);
+  QWidget* before = m_pages->widget(index);
+  m_pages->insertWidget(index, make(m_pages));
   m_pages->removeWidget(before);
   delete before;
-  m_pages->setCurrentIndex(place);
+  m_pages->setCurrentIndex(index);
 }
 
 void Sidebar::showEvent(QShowEvent* event) {

@@ -61,7 +61,7 @@ void WindowContent::resizeEvent(QResizeEvent* event) {
 }
 
 // Never at the cost of its neighbours.
-int WindowContent::mostSidebarWidthIn(const PanelPlaces& places) const {
+int WindowContent::maxSidebarWidthIn(const PanelPlaces& places) const {
   const int inspector = places.inspector && !places.floats ? widthOf(SidePanel::inspector) : 0;
   const int room = width() - metrics::canvasMinWidth - inspector;
   return std::max(metrics::sidebarWidth, room);
@@ -69,7 +69,7 @@ int WindowContent::mostSidebarWidthIn(const PanelPlaces& places) const {
 
 // Never narrower than its designed width.
 int WindowContent::sidebarWidthIn(const PanelPlaces& places) const {
-  return std::clamp(m_sidebarWidth, metrics::sidebarWidth, mostSidebarWidthIn(places));
+  return std::clamp(m_sidebarWidth, metrics::sidebarWidth, maxSidebarWidthIn(places));
 }
 
 void WindowContent::setSidebarWidth(int width) {
@@ -108,7 +108,7 @@ void WindowContent::arrange() {
   m_parts.sidebar->raise();
   m_parts.inspector->raise();
   m_edge->setGeometry(sidebarWidth - PanelEdge::thickness / 2, top, PanelEdge::thickness, height() - top);
-  m_edge->setRange({metrics::sidebarWidth, mostSidebarWidthIn(places), sidebarWidth});
+  m_edge->setRange({metrics::sidebarWidth, maxSidebarWidthIn(places), sidebarWidth});
   m_edge->setVisible(places.sidebar && !places.floats);
   m_edge->raise();
   if (!shift.isNull() && isVisible()) Q_EMIT canvasShifted(shift);

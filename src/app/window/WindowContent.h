@@ -56,7 +56,7 @@ class WindowContent : public Ground {
 
  private:
   void arrange();
-  int mostSidebarWidthIn(const PanelPlaces& places) const;
+  int maxSidebarWidthIn(const PanelPlaces& places) const;
   int sidebarWidthIn(const PanelPlaces& places) const;
   void setSidebarWidth(int width);
 

@@ -16,14 +16,14 @@ namespace {
 
 constexpr QSize usualSize(1280, 800);
 // Of a smaller screen, so that the frame and title stay visible.
-constexpr double largestShareOfScreen = 0.92;
+constexpr double maxShareOfScreen = 0.92;
 // The minimum visible part of a place, so that the window can be grabbed.
-constexpr QSize leastSeen(120, 60);
+constexpr QSize minSeen(120, 60);
 // A stored number beyond this is invalid.
 constexpr int farthest = 100'000;
 
 QRect usualPlace(const QRect& room) {
-  QRect place(QPoint(), usualSize.boundedTo(room.size() * largestShareOfScreen));
+  QRect place(QPoint(), usualSize.boundedTo(room.size() * maxShareOfScreen));
   place.moveCenter(room.center());
   return place;
 }
@@ -60,7 +60,7 @@ QRect placeOnScreens(const std::optional<QRect>& wanted, const QList<QRect>& scr
   };
   const QRect room = *std::ranges::max_element(screens, {}, areaOn);
   const QSize seen = (room & *wanted).size();
-  if (seen.width() < leastSeen.width() || seen.height() < leastSeen.height()) return usualPlace(screens.constFirst());
+  if (seen.width() < minSeen.width() || seen.height() < minSeen.height()) return usualPlace(screens.constFirst());
   QRect place(wanted->topLeft(), wanted->size().boundedTo(room.size()));
   place.moveLeft(std::clamp(place.left(), room.left(), room.left() + room.width() - place.width()));
   place.moveTop(std::clamp(place.top(), room.top(), room.top() + room.height() - place.height()));

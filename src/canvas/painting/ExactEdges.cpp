@@ -17,7 +17,7 @@ constexpr double dashLength = 5.0;
 constexpr double dashPeriod = 10.0;
 constexpr double dashWidth = 1.0;
 constexpr double dashOpacity = 0.5;
-constexpr double longestDashed = 1e12;
+constexpr double maxDashedLength = 1e12;
 
 // A device pixel has this many steps in each direction.
 constexpr double rasterSteps = 64.0;
@@ -123,7 +123,7 @@ QPainterPath EdgeLayer::exactDashes(std::size_t edge) const {
     const double length = std::hypot(b.x() - a.x(), b.y() - a.y());
     if (!(length > 0.0)) continue;
     // A contour so long that its dashes could not be told apart has none.
-    if (!(start + length < longestDashed)) break;
+    if (!(start + length < maxDashedLength)) break;
     const QPointF direction = (b - a) / length;
     const QPointF side(-direction.y() * dashWidth / 2, direction.x() * dashWidth / 2);
     QPointF from = a;

@@ -324,8 +324,8 @@ void SceneDifference::compareLinks(const MapScene& scene) {
 }
 
 void SceneDifference::compareShownRegions(const MapScene& scene) {
-  const RegionLayerState& before = m_scene->shown.regions;
-  const RegionLayerState& now = scene.shown.regions;
+  const RegionGesture& before = m_scene->shown.regions;
+  const RegionGesture& now = scene.shown.regions;
   if (before == now && m_scene->selectedRegionID == scene.selectedRegionID) return;
   for (const Region& region : scene.map.regions) {
     const QRectF rectBefore = displayRect(region, before);

@@ -9,7 +9,7 @@ ScenePlan::ScenePlan(double tileSide, const QRect& tiles)
       m_tiles(tiles),
       m_parts(static_cast<std::size_t>(tiles.width()) * static_cast<std::size_t>(tiles.height())) {}
 
-std::size_t ScenePlan::place(QPoint tile) const {
+std::size_t ScenePlan::indexOf(QPoint tile) const {
   return static_cast<std::size_t>(tile.y() - m_tiles.top()) * static_cast<std::size_t>(m_tiles.width()) +
          static_cast<std::size_t>(tile.x() - m_tiles.left());
 }
@@ -17,12 +17,12 @@ std::size_t ScenePlan::place(QPoint tile) const {
 void ScenePlan::addNode(std::uint32_t index, const QRectF& bounds) {
   const QRect tiles = tilesUnder(bounds, m_tileSide, m_tiles);
   for (int y = tiles.top(); y <= tiles.bottom(); ++y)
-    for (int x = tiles.left(); x <= tiles.right(); ++x) m_parts[place({x, y})].nodes.push_back(index);
+    for (int x = tiles.left(); x <= tiles.right(); ++x) m_parts[indexOf({x, y})].nodes.push_back(index);
 }
 
 void ScenePlan::addEdge(std::uint32_t index, QPointF from, QPointF to, QPointF bend, double reach) {
   visitTilesOfEdge(from, to, bend, reach, m_tileSide, m_tiles,
-                   [&](QPoint tile) { m_parts[place(tile)].edges.push_back(index); });
+                   [&](QPoint tile) { m_parts[indexOf(tile)].edges.push_back(index); });
 }
 
 }  // namespace quilmora

@@ -28,14 +28,14 @@ class ScenePlan {
 
   double tileSide() const { return m_tileSide; }
   const QRect& tiles() const { return m_tiles; }
-  const Part& part(QPoint tile) const { return m_parts[place(tile)]; }
+  const Part& part(QPoint tile) const { return m_parts[indexOf(tile)]; }
 
   void addNode(std::uint32_t index, const QRectF& bounds);
   // An edge that stays within `reach` of its curve; `bend` moves the inner points of the curve.
   void addEdge(std::uint32_t index, QPointF from, QPointF to, QPointF bend, double reach);
 
  private:
-  std::size_t place(QPoint tile) const;
+  std::size_t indexOf(QPoint tile) const;
 
   double m_tileSide;
   QRect m_tiles;

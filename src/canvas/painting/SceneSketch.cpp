@@ -64,7 +64,7 @@ SceneSketch::NodeSketch sketchOf(const Node& node, double fontScale) {
                              std::floor(static_cast<double>(length) * characterWidth / NodeMetrics::titleMaxWidth);
   // The widest characters are alone on their lines.
   const qsizetype emojiLength = node.emoji ? std::min<qsizetype>(node.emoji->size(), NodeMeasurer::maxTitleLength) : 0;
-  const double mostLines =
+  const double maxLines =
       1.0 + static_cast<double>(breaks) + static_cast<double>(length) / 4.0 + static_cast<double>(emojiLength) / 4.0;
   const double extra = padding + (hasImage ? 404.0 : 0.0);
   SceneSketch::NodeSketch sketch;
@@ -74,7 +74,7 @@ SceneSketch::NodeSketch sketchOf(const Node& node, double fontScale) {
   if (node.style.fillGradient) sketch.fill = averaged(sketch.fill, colorFromHex(*node.style.fillGradient).rgb());
   sketch.halfWidth = narrowed(likelyWidth / 2);
   sketch.halfHeight = narrowed((likelyLines * lineHeight * fontScale + 16.0 + (hasImage ? 150.0 : 0.0)) / 2);
-  sketch.boundOfLines = narrowed(mostLines * lineHeight * 1.5 / 2);
+  sketch.boundOfLines = narrowed(maxLines * lineHeight * 1.5 / 2);
   sketch.boundOfRest = narrowed(extra / 2 + padding);
   return sketch;
 }

@@ -4,7 +4,7 @@
 
 namespace quilmora {
 
-QRectF displayRect(const Region& region, const RegionLayerState& state) {
+QRectF displayRect(const Region& region, const RegionGesture& state) {
   QRectF rect = region.rect;
   if (state.draggingRegionID == region.id) rect.translate(state.dragOffset.width(), state.dragOffset.height());
   if (state.resizingRegionID == region.id) rect.setSize(regionSize(rect.size() + state.resizeDelta));

@@ -13,7 +13,7 @@
 namespace quilmora {
 
 // State of the region layer: a region being dragged, or the label being edited.
-struct RegionLayerState {
+struct RegionGesture {
   std::optional<QUuid> draggingRegionID;
   QSizeF dragOffset{0.0, 0.0};  // canvas units, added to the region's origin
   std::optional<QUuid> resizingRegionID;
@@ -21,11 +21,11 @@ struct RegionLayerState {
   std::optional<QUuid> editingLabelID;
   QString editingLabelText;
 
-  bool operator==(const RegionLayerState&) const = default;
+  bool operator==(const RegionGesture&) const = default;
 };
 
 // Where a region is shown, in canvas units: its rectangle including a drag in progress.
-QRectF displayRect(const Region& region, const RegionLayerState& state);
+QRectF displayRect(const Region& region, const RegionGesture& state);
 
 // What active gestures show in the picture of a map, and what they have selected or opened there. A new preview is one
 // more field here, set by its gesture, plus the code that draws it; SceneDifference finds where it shows.
@@ -65,7 +65,7 @@ struct ShownGestures {
   // The topic with an open title field: its title is not drawn, and the text in the field sizes its box.
   std::optional<QUuid> editingNodeID;
   std::optional<QString> editingTitle;
-  RegionLayerState regions;
+  RegionGesture regions;
 
   std::optional<ConnectionDrag> connectionDrag() const;
   std::optional<DropTarget> dropTarget() const;

@@ -366,7 +366,7 @@ void CanvasGestures::endLabelEditing() {
 }
 
 void CanvasGestures::forgetVanishedRegion() {
-  const RegionLayerState& regions = m_state.regions;
+  const RegionGesture& regions = m_state.regions;
   const auto hasGone = [this](const std::optional<QUuid>& id) { return id && !m_editor.regionByID(*id); };
   if (hasGone(regions.editingLabelID)) endLabelEditing();
   if (hasGone(regions.draggingRegionID) || hasGone(regions.resizingRegionID)) cancel();

@@ -13,22 +13,23 @@ bool isArrow(int key) {
   return key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Up || key == Qt::Key_Down;
 }
 
+bool opensTitle(int key) {
+  return key == Qt::Key_F2 || key == Qt::Key_Return || key == Qt::Key_Enter;
+}
+
 }  // namespace
+
+bool CanvasKeys::comesBeforeShortcuts(int key, Qt::KeyboardModifiers modifiers) {
+  const Qt::KeyboardModifiers held = modifiers & ~Qt::KeypadModifier;
+  if (held == Qt::NoModifier) return opensTitle(key) || KeyCommands::isPlainKey(key);
+  return held == Qt::ControlModifier && key == Qt::Key_A;
+}
 
 bool CanvasKeys::press(int key, Qt::KeyboardModifiers modifiers) {
   if (m_editor.isEditingInline()) return false;
   const bool isPlain = (modifiers & ~Qt::KeypadModifier) == Qt::NoModifier;
-  switch (key) {
-    case Qt::Key_Escape:
-      if (m_gestures.cancel()) return true;
-      break;
-    case Qt::Key_F2:
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-      return isPlain && editTitle();
-    default:
-      break;
-  }
+  if (opensTitle(key)) return isPlain && editTitle();
+  if (key == Qt::Key_Escape && m_gestures.cancel()) return true;
   return m_windowKeys.press(key, modifiers, false) || (isArrow(key) && selectRootInTheMiddle());
 }
 

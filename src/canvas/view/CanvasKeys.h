@@ -16,6 +16,9 @@ class CanvasKeys {
   // A Qt::Key with its modifiers. Returns whether the key was handled. While a title is being edited none is.
   bool press(int key, Qt::KeyboardModifiers modifiers = {});
 
+  // Whether the key goes to the canvas rather than to a menu entry with the same shortcut.
+  static bool comesBeforeShortcuts(int key, Qt::KeyboardModifiers modifiers);
+
  private:
   bool editTitle();
   // With no topic selected, an arrow starts at the root nearest to the middle of the view.

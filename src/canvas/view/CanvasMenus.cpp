@@ -14,11 +14,11 @@ namespace quilmora {
 namespace {
 
 constexpr int swatchSize = 16;
-constexpr int largestScale = 3;
+constexpr int maxScale = 3;
 
 QIcon swatch(const QColor& color) {
-  QPixmap picture(swatchSize * largestScale, swatchSize * largestScale);
-  picture.setDevicePixelRatio(largestScale);
+  QPixmap picture(swatchSize * maxScale, swatchSize * maxScale);
+  picture.setDevicePixelRatio(maxScale);
   picture.fill(Qt::transparent);
   QPainter painter(&picture);
   painter.setRenderHint(QPainter::Antialiasing);

@@ -258,7 +258,8 @@ bool CanvasView::event(QEvent* event) {
   switch (event->type()) {
     case QEvent::ShortcutOverride:
       // The canvas's own keys come before menu entries.
-      if (isCanvasKey(*static_cast<QKeyEvent*>(event))) {
+      if (const auto& key = *static_cast<QKeyEvent*>(event);
+          CanvasKeys::comesBeforeShortcuts(key.key(), key.modifiers())) {
         event->accept();
         return true;
       }

@@ -37,26 +37,6 @@ bool isPrecise(const QWheelEvent& event) {
   return event.phase() != Qt::NoScrollPhase || (device && device->type() == QInputDevice::DeviceType::TouchPad);
 }
 
-bool isPlainCanvasKey(int key) {
-  switch (key) {
-    case Qt::Key_Left:
-    case Qt::Key_Right:
-    case Qt::Key_Up:
-    case Qt::Key_Down:
-    case Qt::Key_Tab:
-    case Qt::Key_Delete:
-    case Qt::Key_Backspace:
-    case Qt::Key_Space:
-    case Qt::Key_Escape:
-    case Qt::Key_F2:
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-      return true;
-    default:
-      return false;
-  }
-}
-
 }  // namespace
 
 PointerInput pointerInput(const QMouseEvent& event) {
@@ -71,12 +51,6 @@ WheelInput wheelInput(const QWheelEvent& event) {
   // A wheel turns in one direction only; with Shift it scrolls in the other.
   if (modifiers.shift && !modifiers.command && delta.x() == 0.0) delta = delta.transposed();
   return {delta, precise, modifiers};
-}
-
-bool isCanvasKey(const QKeyEvent& event) {
-  const Qt::KeyboardModifiers modifiers = event.modifiers() & ~Qt::KeypadModifier;
-  if (event.key() == Qt::Key_A && modifiers == Qt::ControlModifier) return true;
-  return modifiers == Qt::NoModifier && isPlainCanvasKey(event.key());
 }
 
 bool isTabKey(const QKeyEvent& event) {

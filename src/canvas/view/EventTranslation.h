@@ -16,9 +16,6 @@ PointerInput pointerInput(const QMouseEvent& event);
 // high-resolution wheel gives fractions of them.
 WheelInput wheelInput(const QWheelEvent& event);
 
-// Whether the canvas wants the key before any menu entry with the same shortcut.
-bool isCanvasKey(const QKeyEvent& event);
-
 // Tab with or without Shift.
 bool isTabKey(const QKeyEvent& event);
 

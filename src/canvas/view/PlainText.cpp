@@ -12,10 +12,10 @@ namespace quilmora::plain {
 
 namespace {
 
-constexpr qsizetype longestWord = 40;
+constexpr qsizetype maxWordLength = 40;
 // A plain tool tip has one line, however long it is.
-constexpr qsizetype longestToolTipLine = 80;
-constexpr qsizetype longestToolTip = 600;
+constexpr qsizetype maxToolTipLineLength = 80;
+constexpr qsizetype maxToolTipLength = 600;
 
 bool turnsText(QChar character) {
   const char16_t code = character.unicode();
@@ -36,10 +36,10 @@ QString cut(QString text, qsizetype longest) {
 
 QString withBreaksInWords(const QString& text) {
   QString broken;
-  broken.reserve(text.size() + text.size() / longestWord);
+  broken.reserve(text.size() + text.size() / maxWordLength);
   qsizetype wordLength = 0;
   for (const QChar character : text) {
-    if (wordLength >= longestWord && !character.isLowSurrogate() && !character.isMark()) {
+    if (wordLength >= maxWordLength && !character.isLowSurrogate() && !character.isMark()) {
       broken.append(QChar(0x200B));
       wordLength = 0;
     }
@@ -56,8 +56,8 @@ QString withoutMnemonic(const QString& shown) {
 // The toolkit treats a tool tip as markup if it looks like it, so such texts are escaped as markup; so are texts that
 // need more than a line, because a plain tool tip does not wrap.
 QString toolTip(const QString& given) {
-  const QString shown = text(given, longestToolTip);
-  if (shown.size() <= longestToolTipLine && !Qt::mightBeRichText(shown)) return shown;
+  const QString shown = text(given, maxToolTipLength);
+  if (shown.size() <= maxToolTipLineLength && !Qt::mightBeRichText(shown)) return shown;
   const QString escaped = withBreaksInWords(shown).toHtmlEscaped();
   return QStringLiteral("<p style=\"white-space: pre-wrap\">%1</p>").arg(escaped);
 }

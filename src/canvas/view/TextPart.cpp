@@ -9,16 +9,16 @@ namespace quilmora {
 namespace {
 
 // The last character boundary at or before the position. A character longer than this is cut anyway.
-qsizetype boundaryBefore(const QString& text, qsizetype place) {
-  constexpr qsizetype longestCharacter = 64;
-  if (place <= 0 || place >= text.size()) return std::clamp<qsizetype>(place, 0, text.size());
-  const qsizetype from = std::max<qsizetype>(0, place - longestCharacter);
-  const qsizetype to = std::min(text.size(), place + longestCharacter);
+qsizetype boundaryBefore(const QString& text, qsizetype index) {
+  constexpr qsizetype maxCharacterLength = 64;
+  if (index <= 0 || index >= text.size()) return std::clamp<qsizetype>(index, 0, text.size());
+  const qsizetype from = std::max<qsizetype>(0, index - maxCharacterLength);
+  const qsizetype to = std::min(text.size(), index + maxCharacterLength);
   QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text.constData() + from, to - from);
-  finder.setPosition(place - from);
-  if (finder.isAtBoundary()) return place;
+  finder.setPosition(index - from);
+  if (finder.isAtBoundary()) return index;
   const qsizetype boundary = finder.toPreviousBoundary();
-  return boundary > 0 ? from + boundary : place;
+  return boundary > 0 ? from + boundary : index;
 }
 
 }  // namespace

@@ -10,7 +10,7 @@ namespace quilmora::edits {
 namespace {
 
 // Topics that span less than this count as being on one spot.
-constexpr double leastSpan = 1.0;
+constexpr double minSpan = 1.0;
 constexpr double fixedStep = 80.0;
 
 using Coordinate = double& (QPointF::*)();
@@ -28,7 +28,7 @@ double middle(double a, double b) {
 // Place number `count` of `gaps` even steps from the first place to the last.
 double placeBetween(double first, double last, double count, double gaps) {
   const double span = last - first;
-  if (span < leastSpan) return first + count * fixedStep;
+  if (span < minSpan) return first + count * fixedStep;
   if (std::isfinite(span)) return first + count * (span / gaps);
   return first * (1 - count / gaps) + last * (count / gaps);
 }

@@ -13,7 +13,7 @@ namespace quilmora::journal {
 namespace {
 
 // Longer texts rarely repeat.
-constexpr qsizetype longestPooled = 48;
+constexpr qsizetype maxPooledLength = 48;
 
 // What precedes a text: how it is written, or the number of an earlier equal text.
 enum TextForm : std::uint64_t { utf8 = 0, pooledUtf8 = 1, utf16 = 2, firstPooled = 3 };
@@ -76,7 +76,7 @@ void ByteWriter::put(const QString& text) {
     for (const QChar unit : text) putFixed(unit.unicode(), 2);
     return;
   }
-  const bool isPooled = text.size() <= longestPooled;
+  const bool isPooled = text.size() <= maxPooledLength;
   if (isPooled) {
     if (const auto known = m_pool.constFind(text); known != m_pool.constEnd()) return put(firstPooled + *known);
     m_pool.insert(text, static_cast<std::uint64_t>(m_pool.size()));

@@ -33,7 +33,7 @@ class ByteWriter {
 
   // Seven bits per byte.
   void put(std::uint64_t value) {
-    char* at = m_bytes.room(longestNumber);
+    char* at = m_bytes.room(maxNumberLength);
     for (; value >= 0x80; value >>= 7) *at++ = static_cast<char>(0x80 | (value & 0x7F));
     *at++ = static_cast<char>(value);
     m_bytes.setEnd(at);
@@ -58,7 +58,7 @@ class ByteWriter {
   void clear() { m_bytes.clear(); }
 
  private:
-  static constexpr qsizetype longestNumber = 10;
+  static constexpr qsizetype maxNumberLength = 10;
 
   Texts m_texts;
   ByteBuffer m_bytes;

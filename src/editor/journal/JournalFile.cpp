@@ -12,7 +12,7 @@ namespace {
 
 constexpr QByteArrayView magic("QMJRNL01");
 constexpr std::uint64_t headerSize = 8 + 8 + 8 + 4;  // magic, id, base, length of the path
-constexpr std::uint64_t longestPath = 64 * 1024;
+constexpr std::uint64_t maxPathLength = 64 * 1024;
 constexpr std::uint64_t recordHeadSize = 8 + 8;  // length, fingerprint
 constexpr std::uint64_t checksumSize = 4;
 
@@ -80,7 +80,7 @@ JournalReader::JournalReader(const QString& path)
   m_header.id = in.takeFixed(8);
   m_header.base = in.takeFixed(8);
   const std::uint64_t length = in.takeFixed(4);
-  if (length > longestPath) fail();
+  if (length > maxPathLength) fail();
   const std::optional<QByteArray> rest = read(length + checksumSize);
   if (!rest) fail();
   *bytes += *rest;

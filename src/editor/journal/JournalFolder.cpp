@@ -16,7 +16,7 @@ namespace quilmora::journal {
 
 namespace {
 
-constexpr int mostSetAside = 5;
+constexpr int maxSetAside = 5;
 
 }  // namespace
 
@@ -51,7 +51,7 @@ void setAside(const QString& path, bool staysInPlace) {
     ::rename(from.constData(), to.constData());
   QStringList names =
       QDir(folder).entryList({QStringLiteral("*.journal")}, QDir::Files | QDir::System | QDir::Hidden, QDir::Name);
-  while (names.size() > mostSetAside) QFile::remove(folder + u'/' + names.takeFirst());
+  while (names.size() > maxSetAside) QFile::remove(folder + u'/' + names.takeFirst());
 }
 
 }  // namespace quilmora::journal

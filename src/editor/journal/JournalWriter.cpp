@@ -13,17 +13,17 @@
 
 #include "editor/journal/JournalFolder.h"
 #include "editor/journal/MapDelta.h"
-#include "platform/Strays.h"
+#include "platform/TemporaryFiles.h"
 
 namespace quilmora::journal {
 
 namespace {
 
 // A document takes more than this for a topic, and for a connector, however short their texts are.
-constexpr std::uint64_t leastTopicBytes = 300;
-constexpr std::uint64_t leastEdgeBytes = 250;
+constexpr std::uint64_t minTopicBytes = 300;
+constexpr std::uint64_t minEdgeBytes = 250;
 // From this size on, rewriting a journal is worthwhile.
-constexpr std::uint64_t smallestLimit = 64 * 1024;
+constexpr std::uint64_t minLimit = 64 * 1024;
 
 QString systemError() {
   return qt_error_string(errno);
@@ -54,7 +54,7 @@ void flushFolder(const QByteArray& path) {
 }  // namespace
 
 std::uint64_t journalLimit(const MindMap& map) {
-  return std::max(smallestLimit, map.nodes.size() * leastTopicBytes + map.edges.size() * leastEdgeBytes);
+  return std::max(minLimit, map.nodes.size() * minTopicBytes + map.edges.size() * minEdgeBytes);
 }
 
 QString JournalWriter::path() const {
@@ -136,7 +136,7 @@ QString JournalWriter::rewrite(const MindMap& now) {
   const QByteArray folder = QFile::encodeName(m_folder);
   const QByteArray target = QFile::encodeName(path());
   if (!QDir().mkpath(m_folder)) return QStringLiteral("the folder %1 cannot be made").arg(m_folder);
-  removeStraysOnce(folder);
+  removeStaleTemporariesOnce(folder);
   if (!isOpen() && isHeld(path())) return QStringLiteral("another editor keeps a journal of this map");
   if (!m_ownsFile && QFileInfo::exists(path())) setAside(path());
   JournalHeader header{QRandomGenerator::system()->generate64(), m_fingerprint.of(m_base), m_document};
@@ -160,7 +160,7 @@ QString JournalWriter::rewrite(const MindMap& now) {
   m_header = header;
   m_count = 1;
   m_size = static_cast<std::uint64_t>(bytes.size());
-  m_limit = m_size + smallestLimit;
+  m_limit = m_size + minLimit;
   m_last = now;
   m_ownsFile = true;
   return {};

@@ -91,7 +91,7 @@ class ScriptWriter {
     std::size_t next = start;
     for (std::size_t i = start; i < now.size() - tail; ++i) {
       const Record& record = *now[i];
-      std::size_t place = next;
+      std::size_t index = next;
       if (next >= end || before[next]->id != record.id) {
         if (places.empty())
           for (std::size_t k = next; k < end; ++k) places.emplace(before[k]->id, k);
@@ -100,14 +100,14 @@ class ScriptWriter {
           add(Step::insert, &record, nullptr);
           continue;
         }
-        place = found->second;
+        index = found->second;
       }
-      count(Step::remove, place - next);
-      if (isVery(*before[place], record))
+      count(Step::remove, index - next);
+      if (isVery(*before[index], record))
         count(Step::keep, 1);
       else
-        add(Step::patch, &record, before[place]);
-      next = place + 1;
+        add(Step::patch, &record, before[index]);
+      next = index + 1;
     }
     count(Step::remove, end - next);
   }
@@ -210,9 +210,9 @@ class ScriptReader {
       std::size_t at = 0;
       auto range = m_removed.begin();
       m_now.eraseIf([&](const Record&) {
-        const std::size_t place = at++;
-        while (range != m_removed.end() && range->end <= place) ++range;
-        return range != m_removed.end() && range->begin <= place;
+        const std::size_t index = at++;
+        while (range != m_removed.end() && range->end <= index) ++range;
+        return range != m_removed.end() && range->begin <= index;
       });
     }
     for (Insertion& one : m_inserted)

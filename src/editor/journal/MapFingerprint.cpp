@@ -42,7 +42,7 @@ std::uint64_t MapFingerprint::Part<Record>::of(const SharedArray<Record>& now) {
   for (std::size_t k = 0; k < count; ++k) {
     const auto& block = now.block(k);
     // Unchanged blocks are at the same place, counted from the front or from the end.
-    const auto isAt = [&](std::size_t place) { return place < countBefore && &records.block(place) == &block; };
+    const auto isAt = [&](std::size_t index) { return index < countBefore && &records.block(index) == &block; };
     const std::size_t fromEnd = k + countBefore - count;  // may wrap around, and is then past the end
     if (isAt(k))
       hashes[k] = blocks[k];

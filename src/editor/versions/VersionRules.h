@@ -15,7 +15,7 @@ namespace quilmora::versions {
 inline constexpr std::size_t lastCount = 20;
 inline constexpr std::chrono::hours hourlySpan{24};
 inline constexpr std::chrono::days dailySpan{30};
-inline constexpr std::uint64_t mostBytes = std::uint64_t{1} << 30;
+inline constexpr std::uint64_t maxVersionBytes = std::uint64_t{1} << 30;
 // Auto-saves come in quick succession; those within this time count as one version.
 inline constexpr std::chrono::seconds autoSaveSpan{60};
 

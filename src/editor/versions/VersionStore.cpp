@@ -21,7 +21,7 @@ using journal::JournalError;
 
 constexpr QByteArrayView magic("QMVERS01");
 constexpr qsizetype checksumSize = 16;
-constexpr qsizetype longestList = qsizetype{1} << 30;
+constexpr qsizetype maxListLength = qsizetype{1} << 30;
 
 const QString listEnding = QStringLiteral(".version");
 const QString pieceEnding = QStringLiteral(".blocks");
@@ -88,7 +88,7 @@ QByteArray VersionStore::bytesOf(const Contents& contents) {
 }
 
 VersionStore::Contents VersionStore::read(const QString& path) try {
-  const QByteArray file = readWholeFile(path, longestList);
+  const QByteArray file = readWholeFile(path, maxListLength);
   const qsizetype length = file.size() - checksumSize;
   if (length < magic.size() || !file.startsWith(magic)) failReading();
   const QByteArrayView bytes = QByteArrayView(file).first(length);

@@ -34,7 +34,7 @@ struct Version {
 // and equal blocks of a document are stored once. For one thread at a time.
 class VersionStore {
  public:
-  explicit VersionStore(QString folder, std::uint64_t limit = mostBytes)
+  explicit VersionStore(QString folder, std::uint64_t limit = maxVersionBytes)
       : m_folder(std::move(folder)), m_limit(limit) {}
 
   // Keeps the map, which this document has held since `time`, and removes what the rules no longer keep. A map that is

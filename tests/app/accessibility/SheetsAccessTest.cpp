@@ -5,7 +5,7 @@
 #include "app/onboarding/OnboardingView.h"
 #include "app/versions/EarlierVersionsSheet.h"
 #include "app/versions/VersionRow.h"
-#include "app/versions/WindowKeeping.h"
+#include "app/versions/WindowGuard.h"
 #include "app/window/DocumentBar.h"
 
 namespace quilmora {
@@ -59,7 +59,7 @@ TEST_F(SheetsAccessTest, TheBarAboutTheFileIsNamedAndReachedByTab) {
   start({writtenMap("plan.mindmap", "Plan")});
   ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
   writtenMap("plan.mindmap", "Theirs");
-  window().session().lookAtFile();
+  window().session().checkFile();
   ASSERT_TRUE(window().documentBar().isVisible());
   EXPECT_EQ(nameless(), none);
   EXPECT_EQ(unreached(window().documentBar()), none);

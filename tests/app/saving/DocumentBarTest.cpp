@@ -18,7 +18,7 @@ class DocumentBarTest : public AppTest {
   DocumentBar& bar() { return window().documentBar(); }
   void changeFile() {
     writtenMap("Plan.mindmap", "Theirs");
-    window().session().lookAtFile();
+    window().session().checkFile();
   }
   void edit() { editor().createFreeNode(40, 40); }
 };
@@ -85,7 +85,7 @@ TEST_F(DocumentBarTest, SaveACopyAsksForAPlace) {
 
 TEST_F(DocumentBarTest, OffersOnlyWhatCanBeDone) {
   ASSERT_TRUE(QFile::remove(path("Plan.mindmap")));
-  window().session().lookAtFile();
+  window().session().checkFile();
   EXPECT_TRUE(bar().isVisible());
   EXPECT_FALSE(bar().reloadButton().isVisible());
   EXPECT_TRUE(bar().keepMineButton().isVisible());
@@ -116,7 +116,7 @@ TEST_F(DocumentBarTest, TakesTheNameOfAFileAsPlainText) {
   const QString file = writtenMap("<b>Plan<b>.mindmap", "Mine");
   window().session().open(file);
   writtenMap("<b>Plan<b>.mindmap", "Theirs");
-  window().session().lookAtFile();
+  window().session().checkFile();
   EXPECT_EQ(bar().text(), QStringLiteral("Another program has changed “<b>Plan<b>.mindmap”."));
 }
 

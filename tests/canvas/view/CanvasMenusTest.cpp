@@ -242,7 +242,7 @@ TEST_F(CanvasMenu, EscapeLeavesTheLabelAndNothingElse) {
   rig.key(Qt::Key_Escape);
   EXPECT_EQ(label(), QStringLiteral("Region 1"));
   EXPECT_FALSE(rig.view.labelField());
-  EXPECT_EQ(rig.view.gestures().state().regions, RegionLayerState());
+  EXPECT_EQ(rig.view.gestures().state().regions, RegionGesture());
   EXPECT_EQ(rig.editor.undoCount(), 0);
   EXPECT_EQ(rig.editor.selectedNodeIDs(), IdSet({topicId(1)}));
 }

@@ -17,7 +17,7 @@ struct RegionDrag : testing::Test {
     rig.clock.advance(std::chrono::hours(1));
   }
   CanvasRig rig{mapWithRegions({region(1, {100, 100, 300, 200})}, {topic(1, 150, 150)})};
-  const RegionLayerState& layer() const { return rig.state().regions; }
+  const RegionGesture& layer() const { return rig.state().regions; }
   Region stored() const { return rig.editor.mindMap().regions[0]; }
   QRectF shown() const { return displayRect(stored(), layer()); }
   bool isStamped() const { return rig.editor.mindMap().updatedAt == rig.clock.now(); }
@@ -53,7 +53,7 @@ TEST_F(RegionDrag, OfThreePixelsMovesTheRegionAlone) {
   EXPECT_EQ(rig.positionOf(1), QPointF(150, 150));
   EXPECT_EQ(rig.editor.undoCount(), 1);
   EXPECT_TRUE(isStamped());
-  EXPECT_EQ(layer(), RegionLayerState());
+  EXPECT_EQ(layer(), RegionGesture());
   EXPECT_FALSE(rig.editor.selectedRegionID());
 }
 
@@ -105,9 +105,9 @@ TEST_F(RegionDrag, CancelLeavesNothing) {
   for (const QPointF start : {QPointF(200, 250), QPointF(400, 300)}) {
     rig.press(start);
     rig.move(start + QPointF(50, 50));
-    EXPECT_NE(layer(), RegionLayerState());
+    EXPECT_NE(layer(), RegionGesture());
     EXPECT_TRUE(rig.keys.press(Qt::Key_Escape));
-    EXPECT_EQ(layer(), RegionLayerState());
+    EXPECT_EQ(layer(), RegionGesture());
     rig.release(start + QPointF(50, 50));
   }
   EXPECT_EQ(rig.editor.mindMap(), before);
@@ -120,7 +120,7 @@ TEST_F(RegionDrag, EndsWhenTheRegionVanishes) {
     rig.press(start);
     rig.move(start + QPointF(50, 50));
     rig.editor.deleteRegion(regionId(1));
-    EXPECT_EQ(layer(), RegionLayerState());
+    EXPECT_EQ(layer(), RegionGesture());
     EXPECT_FALSE(rig.gestures.isDragging());
     const MindMap before = rig.editor.mindMap();
     rig.release(start + QPointF(50, 50));
@@ -159,7 +159,7 @@ TEST_F(RegionDrag, HandleGivesTheSizeAndLeavesTheOriginAndTheTimeStamp) {
   EXPECT_EQ(stored().rect, QRectF(100, 100, 325, 190));
   EXPECT_EQ(rig.editor.undoCount(), 1);
   EXPECT_FALSE(isStamped());
-  EXPECT_EQ(layer(), RegionLayerState());
+  EXPECT_EQ(layer(), RegionGesture());
 }
 
 TEST_F(RegionDrag, HandleFarUpAndLeftStopsAt80By60) {
@@ -190,7 +190,7 @@ TEST_F(RegionDrag, LabelIsEditedBesideTheMapAndStoredAtTheEnd) {
   rig.gestures.submitLabel();
   EXPECT_EQ(stored().label, QStringLiteral("Work"));
   EXPECT_EQ(rig.editor.undoCount(), 1);
-  EXPECT_EQ(layer(), RegionLayerState());
+  EXPECT_EQ(layer(), RegionGesture());
 }
 
 TEST_F(RegionDrag, LabelMayBeEmpty) {
@@ -212,9 +212,9 @@ TEST_F(RegionDrag, LabelStaysWithoutSubmission) {
 TEST_F(RegionDrag, LabelEditEndsWhenTheRegionVanishes) {
   rig.gestures.beginLabelEditing(regionId(1));
   rig.editor.deleteRegion(regionId(1));
-  EXPECT_EQ(layer(), RegionLayerState());
+  EXPECT_EQ(layer(), RegionGesture());
   rig.gestures.beginLabelEditing(regionId(1));
-  EXPECT_EQ(layer(), RegionLayerState());
+  EXPECT_EQ(layer(), RegionGesture());
 }
 
 TEST(RegionPalette, HoldsEightColoursInOrder) {

@@ -72,7 +72,7 @@ TEST_F(RegionWindow, LostWindowTakesTheDragBack) {
   ASSERT_TRUE(rig.view.gestures().isDragging());
   QEvent lost(QEvent::WindowDeactivate);
   QCoreApplication::sendEvent(&rig.view, &lost);
-  EXPECT_EQ(rig.view.gestures().state().regions, RegionLayerState());
+  EXPECT_EQ(rig.view.gestures().state().regions, RegionGesture());
   rig.mouse(QTest::MouseRelease, seen(-130, 60));
   EXPECT_EQ(stored(1).rect, QRectF(-200, 0, 240, 200));
 }

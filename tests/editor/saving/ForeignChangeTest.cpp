@@ -37,12 +37,12 @@ class ForeignChange : public SavingFixture, public testing::WithParamInterface<b
                                 with.isEmpty() ? QStringList{work, path} : QStringList{work, path, with}),
               0);
   }
-  // Waits until the session reports trouble that starts with this; an empty text waits for its end.
+  // Waits until the session reports problem that starts with this; an empty text waits for its end.
   bool isTold(const QString& beginning) {
     return QTest::qWaitFor(
         [&] {
           scheduler.advance(DocumentWatch::settleDelay);
-          const QString& text = session->trouble().text;
+          const QString& text = session->problem().text;
           return !session->isSaving() && (beginning.isEmpty() ? text.isEmpty() : text.startsWith(beginning));
         },
         10'000);
@@ -71,8 +71,8 @@ class ForeignChange : public SavingFixture, public testing::WithParamInterface<b
 TEST_P(ForeignChange, ThatReplacesTheFilePausesAutoSave) {
   otherProgram(QStringLiteral("replace"), other);
   ASSERT_TRUE(isTold(changed));
-  EXPECT_TRUE(session->trouble().canReload);
-  EXPECT_TRUE(session->trouble().canKeepMine);
+  EXPECT_TRUE(session->problem().canReload);
+  EXPECT_TRUE(session->problem().canKeepMine);
   edit();
   wait(10min);
   EXPECT_EQ(titleIn(file), QStringLiteral("Theirs"));
@@ -92,7 +92,7 @@ TEST_P(ForeignChange, ThatNobodyTellsOfIsFoundBeforeTheWrite) {
   session->autoSave();
   finish();
   EXPECT_EQ(titleIn(file), QStringLiteral("Theirs"));
-  EXPECT_EQ(session->trouble().text, changed);
+  EXPECT_EQ(session->problem().text, changed);
   EXPECT_TRUE(editor->isDirty());
   EXPECT_TRUE(log.lines().last().startsWith(QStringLiteral("Quilmora: auto-save FAILED for ") + file));
 }
@@ -102,7 +102,7 @@ TEST_P(ForeignChange, OfTheTimeAloneIsNone) {
   otherProgram(QStringLiteral("rewrite"));
   QTest::qWait(50);
   wait(5s);
-  EXPECT_EQ(session->trouble().text, QString());
+  EXPECT_EQ(session->problem().text, QString());
   EXPECT_EQ(content(file), encodeDocument(editor->mindMap()));
 }
 
@@ -129,7 +129,7 @@ TEST_P(ForeignChange, ReloadShowsItAndUndoBringsTheOwnMapBack) {
   EXPECT_EQ(editor->mindMap().title, QStringLiteral("Theirs"));
   EXPECT_EQ(session->document().mindMap.title, QStringLiteral("Theirs"));
   EXPECT_FALSE(editor->isDirty());
-  EXPECT_EQ(session->trouble().text, QString());
+  EXPECT_EQ(session->problem().text, QString());
   EXPECT_EQ(editor->undoCount(), steps + 1);
   ASSERT_EQ(copies(), QStringList{QStringLiteral("Mine.mindmap")});
   EXPECT_EQ(decodeDocumentAt(inDefaultFolder(QStringLiteral("Mine.mindmap"))), mine);
@@ -160,7 +160,7 @@ TEST_P(ForeignChange, ReloadOfWhatIsNoMapKeepsTheOwnOne) {
   ASSERT_TRUE(isTold(changed));
   session->reload();
   finish();
-  EXPECT_EQ(session->trouble().text,
+  EXPECT_EQ(session->problem().text,
             QStringLiteral("“Plan.mindmap” cannot be reloaded: line 1, column 1: expected a value."));
   EXPECT_EQ(editor->mindMap(), mine);
   EXPECT_TRUE(editor->isDirty());
@@ -175,7 +175,7 @@ TEST_P(ForeignChange, KeepMineWritesTheOwnMapAndKeepsTheOther) {
   finish();
   EXPECT_EQ(content(file), encodeDocument(editor->mindMap()));
   EXPECT_FALSE(editor->isDirty());
-  EXPECT_EQ(session->trouble().text, QString());
+  EXPECT_EQ(session->problem().text, QString());
   ASSERT_EQ(copies(), QStringList{QStringLiteral("Plan (other version).mindmap")});
   EXPECT_EQ(content(inDefaultFolder(QStringLiteral("Plan (other version).mindmap"))), content(other));
 }
@@ -189,7 +189,7 @@ TEST_P(ForeignChange, KeepMineIsNoConsentToALaterChange) {
   session->keepMine();
   finish();
   EXPECT_EQ(titleIn(file), QStringLiteral("Theirs again"));
-  EXPECT_EQ(session->trouble().text, changed);
+  EXPECT_EQ(session->problem().text, changed);
   EXPECT_TRUE(editor->isDirty());
   EXPECT_EQ(copies(), QStringList());
 }
@@ -205,7 +205,7 @@ TEST_P(ForeignChange, ACopyGoesToAnotherPlaceAndTheFileStaysTheirs) {
   EXPECT_EQ(content(copy), encodeDocument(editor->mindMap()));
   EXPECT_EQ(titleIn(file), QStringLiteral("Theirs"));
   EXPECT_EQ(editor->lastSavedFilePath(), copy);
-  EXPECT_EQ(session->trouble().text, QString());
+  EXPECT_EQ(session->problem().text, QString());
 }
 
 TEST_P(ForeignChange, SaveByHandAsksForAPlaceAndTellsWhy) {
@@ -230,14 +230,14 @@ TEST_P(ForeignChange, QuittingRescuesTheOwnMapAndLeavesTheFile) {
 TEST_P(ForeignChange, ThatRemovesTheFilePausesAutoSaveUntilItIsWantedAgain) {
   otherProgram(QStringLiteral("remove"));
   ASSERT_TRUE(isTold(QStringLiteral("Another program has removed or renamed “Plan.mindmap”.")));
-  EXPECT_FALSE(session->trouble().canReload);
+  EXPECT_FALSE(session->problem().canReload);
   edit();
   wait(10min);
   EXPECT_FALSE(QFileInfo::exists(file));
   session->keepMine();
   finish();
   EXPECT_EQ(content(file), encodeDocument(editor->mindMap()));
-  EXPECT_EQ(session->trouble().text, QString());
+  EXPECT_EQ(session->problem().text, QString());
   EXPECT_EQ(copies(), QStringList());
 }
 
@@ -311,13 +311,13 @@ TEST_P(ForeignChange, OfAFullDiskIsToldAndTheMapIsWrittenWhenThereIsRoom) {
   disk.fill();
   edit();
   wait(5s);
-  EXPECT_EQ(session->trouble().text,
+  EXPECT_EQ(session->problem().text,
             QStringLiteral("Not saved: “Small.mindmap” could not be written. The disk is full. It is tried again by "
                            "itself."));
   EXPECT_TRUE(editor->isDirty());
   ASSERT_TRUE(QFile::remove(disk.path(QStringLiteral("filler"))));
   wait(10s);
-  EXPECT_EQ(session->trouble().text, QString());
+  EXPECT_EQ(session->problem().text, QString());
   EXPECT_EQ(content(small), encodeDocument(editor->mindMap()));
 }
 
@@ -326,7 +326,7 @@ TEST_P(ForeignChange, OfAFileThatIsNotOpenAnyMoreIsNobodysBusiness) {
   otherProgram(QStringLiteral("remove"));
   QTest::qWait(50);
   wait(1s);
-  EXPECT_EQ(session->trouble().text, QString());
+  EXPECT_EQ(session->problem().text, QString());
 }
 
 INSTANTIATE_TEST_SUITE_P(AtOnce, ForeignChange, testing::Values(false));

@@ -6,7 +6,7 @@ namespace quilmora {
 
 namespace {
 
-constexpr double smallestDivisor = 0.01;
+constexpr double minDivisor = 0.01;
 
 }  // namespace
 
@@ -20,7 +20,7 @@ QPointF ViewTranslation::to(QPointF position) const {
 }
 
 QSizeF ViewTranslation::scaledTo(QPointF position) const {
-  const QPointF translation = to(position) / std::max(m_editor.canvasZoom(), smallestDivisor);
+  const QPointF translation = to(position) / std::max(m_editor.canvasZoom(), minDivisor);
   return {translation.x(), translation.y()};
 }
 

@@ -15,8 +15,8 @@ void holdTemporary(int descriptor);
 
 // Removes what killed writes left in this folder: the user's own files and folders with our names and contents that
 // nobody holds and that are older than any write takes. Follows no symbolic link.
-void removeStrays(const QByteArray& folder);
+void removeStaleTemporaries(const QByteArray& folder);
 // The same, but only once per folder in the life of the process.
-void removeStraysOnce(const QByteArray& folder);
+void removeStaleTemporariesOnce(const QByteArray& folder);
 
 }  // namespace quilmora

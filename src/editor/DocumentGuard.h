@@ -16,13 +16,13 @@ class MindMapViewModel;
 
 // Connects the journal and the earlier versions to one window's editor and session: reports what is opened, changed,
 // written and replaced, and restores what the last run left behind.
-class SafeKeeping : public QObject {
+class DocumentGuard : public QObject {
   Q_OBJECT
 
  public:
   // All must outlive it; `folder` is the program's own folder in the state folder.
-  SafeKeeping(MindMapViewModel& editor, DocumentSession& session, const Clock& clock, Scheduler& scheduler, Log& log,
-              const QString& folder);
+  DocumentGuard(MindMapViewModel& editor, DocumentSession& session, const Clock& clock, Scheduler& scheduler, Log& log,
+                const QString& folder);
 
   // Where the text of an open field comes from; openTextChanged() reports a change of it.
   void setOpenText(std::function<std::optional<OpenText>()> openText) { m_openText = std::move(openText); }

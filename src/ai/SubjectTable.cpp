@@ -1,4 +1,4 @@
-#include "ai/TopicTable.h"
+#include "ai/SubjectTable.h"
 
 #include <tuple>
 
@@ -10,11 +10,11 @@ namespace quilmora {
 
 namespace {
 
-std::vector<TopicRow> readTable() {
-  std::vector<TopicRow> rows;
-  for (const auto& chapter :
-       {businessTopics(), technologyTopics(), knowledgeTopics(), placeTopics(), leisureTopics(), homeTopics()})
-    for (const WrittenTopicRow& row : chapter)
+std::vector<Subject> readTable() {
+  std::vector<Subject> rows;
+  for (const auto& chapter : {businessSubjects(), technologySubjects(), knowledgeSubjects(), placeSubjects(),
+                              leisureSubjects(), homeSubjects()})
+    for (const WrittenSubject& row : chapter)
       rows.push_back({QString::fromUtf16(row.key),
                       QString::fromUtf16(row.titles).split(QStringLiteral(", "), Qt::KeepEmptyParts)});
   return rows;
@@ -28,25 +28,25 @@ bool hasWholeWord(const QString& text, const QString& word) {
 
 }  // namespace
 
-const std::vector<TopicRow>& topicTable() {
-  static const std::vector<TopicRow> table = readTable();
+const std::vector<Subject>& subjectTable() {
+  static const std::vector<Subject> table = readTable();
   return table;
 }
 
-const TopicRow* topicRow(const QString& key) {
-  static const QHash<QString, const TopicRow*> rows = [] {
-    QHash<QString, const TopicRow*> byKey;
-    for (const TopicRow& row : topicTable()) byKey.insert(row.key, &row);
+const Subject* subjectOf(const QString& key) {
+  static const QHash<QString, const Subject*> rows = [] {
+    QHash<QString, const Subject*> byKey;
+    for (const Subject& row : subjectTable()) byKey.insert(row.key, &row);
     return byKey;
   }();
   return rows.value(key);
 }
 
-const TopicRow* closestTopicRow(const QString& title) {
+const Subject* closestSubject(const QString& title) {
   const QString lower = title.toLower();
-  const TopicRow* best = nullptr;
+  const Subject* best = nullptr;
   std::tuple<int, int, qsizetype> bestScore;  // words found, whole words of the title, letters
-  for (const TopicRow& row : topicTable()) {
+  for (const Subject& row : subjectTable()) {
     std::tuple<int, int, qsizetype> score;
     for (const QString& word : row.key.split(u' ')) {
       if (!lower.contains(word)) continue;

@@ -7,18 +7,18 @@
 #include "app/versions/RecoveryCard.h"
 #include "app/versions/VersionPicture.h"
 #include "app/versions/VersionRow.h"
-#include "app/versions/WindowKeeping.h"
+#include "app/versions/WindowGuard.h"
 #include "canvas/view/TitleEditor.h"
 #include "editor/DocumentSession.h"
 
 namespace quilmora {
 namespace {
 
-class WindowKeepingTest : public AppTest {
+class WindowGuardTest : public AppTest {
  protected:
-  WindowKeepingTest() { m_stateFolder = path("state"); }
+  WindowGuardTest() { m_stateFolder = path("state"); }
 
-  WindowKeeping& keeping() { return *window().keeping(); }
+  WindowGuard& keeping() { return *window().keeping(); }
   RecoveryCard& card() { return keeping().card(); }
   EarlierVersionsSheet* sheet() { return keeping().flow().sheet(); }
   void letTimePass(std::chrono::milliseconds time = Journal::delay) {
@@ -47,7 +47,7 @@ class WindowKeepingTest : public AppTest {
   }
 };
 
-TEST_F(WindowKeepingTest, TellsOnceOfChangesThatCameBackAndUndoGoesBack) {
+TEST_F(WindowGuardTest, TellsOnceOfChangesThatCameBackAndUndoGoesBack) {
   start({writtenMap("plan.mindmap", "Plan")});
   EXPECT_FALSE(card().isShown());
   edit();
@@ -62,7 +62,7 @@ TEST_F(WindowKeepingTest, TellsOnceOfChangesThatCameBackAndUndoGoesBack) {
   EXPECT_FALSE(card().isShown());
 }
 
-TEST_F(WindowKeepingTest, TellsNothingAfterAnOrderlyEnd) {
+TEST_F(WindowGuardTest, TellsNothingAfterAnOrderlyEnd) {
   start({writtenMap("plan.mindmap", "Plan")});
   edit();
   letTimePass();
@@ -73,7 +73,7 @@ TEST_F(WindowKeepingTest, TellsNothingAfterAnOrderlyEnd) {
   EXPECT_EQ(editor().mindMap().nodes.size(), 2U);
 }
 
-TEST_F(WindowKeepingTest, TheTextOfAnOpenTitleComesBack) {
+TEST_F(WindowGuardTest, TheTextOfAnOpenTitleComesBack) {
   startActive({writtenMap("plan.mindmap", "Plan")});
   editor().selectNode(editor().mindMap().nodes[0].id, false);
   QTest::keyClick(&window().canvas(), Qt::Key_F2);
@@ -85,7 +85,7 @@ TEST_F(WindowKeepingTest, TheTextOfAnOpenTitleComesBack) {
   EXPECT_EQ(editor().mindMap().nodes[0].title, QStringLiteral("Half a wo"));
 }
 
-TEST_F(WindowKeepingTest, NotesComeBackThatAreStillBeingTyped) {
+TEST_F(WindowGuardTest, NotesComeBackThatAreStillBeingTyped) {
   startActive({writtenMap("plan.mindmap", "Plan")});
   auto& notes = inspectorField<CopyNotes>("Notes");
   QTest::keyClicks(&notes, QStringLiteral("Milk, "));
@@ -99,7 +99,7 @@ TEST_F(WindowKeepingTest, NotesComeBackThatAreStillBeingTyped) {
   EXPECT_TRUE(card().isShown());
 }
 
-TEST_F(WindowKeepingTest, ALinkAndATitleComeBackThatAreStillOpenInTheInspector) {
+TEST_F(WindowGuardTest, ALinkAndATitleComeBackThatAreStillOpenInTheInspector) {
   startActive({writtenMap("plan.mindmap", "Plan")});
   QTest::keyClicks(&inspectorField<CopyField>("Link"), QStringLiteral("https://exam"));
   letTimePass();
@@ -116,7 +116,7 @@ TEST_F(WindowKeepingTest, ALinkAndATitleComeBackThatAreStillOpenInTheInspector) 
   EXPECT_EQ(editor().mindMap().nodes[0].url, QStringLiteral("https://exam"));
 }
 
-TEST_F(WindowKeepingTest, WhatIsTakenBackInTheInspectorIsForgotten) {
+TEST_F(WindowGuardTest, WhatIsTakenBackInTheInspectorIsForgotten) {
   startActive({writtenMap("plan.mindmap", "Plan")});
   auto& link = inspectorField<CopyField>("Link");
   QTest::keyClicks(&link, QStringLiteral("https://exam"));
@@ -129,7 +129,7 @@ TEST_F(WindowKeepingTest, WhatIsTakenBackInTheInspectorIsForgotten) {
   EXPECT_FALSE(editor().mindMap().nodes[0].url.has_value());
 }
 
-TEST_F(WindowKeepingTest, ListsWhatSavesReplacedWithTimeTopicsAndPicture) {
+TEST_F(WindowGuardTest, ListsWhatSavesReplacedWithTimeTopicsAndPicture) {
   start({writtenMap("plan.mindmap", "Plan")});
   edit();
   window().session().saveDocument();
@@ -139,7 +139,7 @@ TEST_F(WindowKeepingTest, ListsWhatSavesReplacedWithTimeTopicsAndPicture) {
   EXPECT_TRUE(QTest::qWaitFor([this] { return sheet()->rows()[0]->hasPicture(); }, 20'000));
 }
 
-TEST_F(WindowKeepingTest, SaysSoWhereThereAreNone) {
+TEST_F(WindowGuardTest, SaysSoWhereThereAreNone) {
   start({writtenMap("plan.mindmap", "Plan")});
   action("earlierVersions")->trigger();
   ASSERT_NE(sheet(), nullptr);
@@ -149,7 +149,7 @@ TEST_F(WindowKeepingTest, SaysSoWhereThereAreNone) {
   EXPECT_FALSE(sheet()->besideButton().isEnabled());
 }
 
-TEST_F(WindowKeepingTest, OpensAVersionInPlaceAsOneStep) {
+TEST_F(WindowGuardTest, OpensAVersionInPlaceAsOneStep) {
   start({writtenMap("plan.mindmap", "Plan")});
   const MindMap before = editor().mindMap();
   edit();
@@ -165,7 +165,7 @@ TEST_F(WindowKeepingTest, OpensAVersionInPlaceAsOneStep) {
   EXPECT_EQ(editor().mindMap(), saved);
 }
 
-TEST_F(WindowKeepingTest, WhatComesForAClosedSheetIsDropped) {
+TEST_F(WindowGuardTest, WhatComesForAClosedSheetIsDropped) {
   start({writtenMap("plan.mindmap", "Plan")});
   edit();
   window().session().saveDocument();
@@ -179,7 +179,7 @@ TEST_F(WindowKeepingTest, WhatComesForAClosedSheetIsDropped) {
   }
 }
 
-TEST_F(WindowKeepingTest, OpensAVersionBesideTheDocument) {
+TEST_F(WindowGuardTest, OpensAVersionBesideTheDocument) {
   const QString plan = writtenMap("plan.mindmap", "Plan");
   start({plan});
   const MindMap before = editor().mindMap();

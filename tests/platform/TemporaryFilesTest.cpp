@@ -7,13 +7,13 @@
 #include <unistd.h>
 
 #include "platform/FileWriter.h"
-#include "platform/Strays.h"
+#include "platform/TemporaryFiles.h"
 #include "support/QtPrinters.h"
 
 namespace quilmora {
 namespace {
 
-class StraysTest : public testing::Test {
+class TemporaryFilesTest : public testing::Test {
  protected:
   QString path(const QString& name) const { return m_folder.filePath(name); }
   QByteArray bytes(const QString& name) const { return QFile::encodeName(path(name)); }
@@ -39,12 +39,12 @@ class StraysTest : public testing::Test {
     return QDir(m_folder.path())
         .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
   }
-  void clean() const { removeStrays(QFile::encodeName(m_folder.path())); }
+  void clean() const { removeStaleTemporaries(QFile::encodeName(m_folder.path())); }
 
   QTemporaryDir m_folder;
 };
 
-TEST_F(StraysTest, FilesAndPackagesOfKilledWritesGo) {
+TEST_F(TemporaryFilesTest, FilesAndPackagesOfKilledWritesGo) {
   file(QStringLiteral(".quilmora-3w5e11264sgsf"), 1);
   folder(QStringLiteral(".quilmora-1a"), {QStringLiteral("document.json"), QStringLiteral(".quilmora-2b")},
          {QStringLiteral("Assets"), QStringLiteral("Thumbnails")}, 25);
@@ -53,14 +53,14 @@ TEST_F(StraysTest, FilesAndPackagesOfKilledWritesGo) {
   EXPECT_EQ(names(), QStringList());
 }
 
-TEST_F(StraysTest, YoungOnesStay) {
+TEST_F(TemporaryFilesTest, YoungOnesStay) {
   file(QStringLiteral(".quilmora-1a"), 0);
   folder(QStringLiteral(".quilmora-1b"), {QStringLiteral("document.json")}, {}, 23);
   clean();
   EXPECT_EQ(names().size(), 2);
 }
 
-TEST_F(StraysTest, AFileThatIsStillWrittenStays) {
+TEST_F(TemporaryFilesTest, AFileThatIsStillWrittenStays) {
   file(QStringLiteral(".quilmora-1a"), 48);
   const int writer = ::open(bytes(QStringLiteral(".quilmora-1a")).constData(), O_WRONLY);
   holdTemporary(writer);
@@ -71,7 +71,7 @@ TEST_F(StraysTest, AFileThatIsStillWrittenStays) {
   EXPECT_EQ(names(), QStringList());
 }
 
-TEST_F(StraysTest, WhatIsNotCertainlyOursStays) {
+TEST_F(TemporaryFilesTest, WhatIsNotCertainlyOursStays) {
   file(QStringLiteral(".quilmora-"), 48);
   file(QStringLiteral(".quilmora-UPPER"), 48);
   file(QStringLiteral(".quilmora-1a.mindmap"), 48);
@@ -86,7 +86,7 @@ TEST_F(StraysTest, WhatIsNotCertainlyOursStays) {
   EXPECT_TRUE(QFile::exists(path(QStringLiteral(".Plan.mindmap.12ac/document.json"))));
 }
 
-TEST_F(StraysTest, LinksAndPipesStayAndLeadNowhere) {
+TEST_F(TemporaryFilesTest, LinksAndPipesStayAndLeadNowhere) {
   file(QStringLiteral("precious"), 48);
   folder(QStringLiteral("elsewhere"), {QStringLiteral("document.json")}, {}, 48);
   ASSERT_TRUE(QFile::link(path(QStringLiteral("precious")), path(QStringLiteral(".quilmora-1a"))));
@@ -101,7 +101,7 @@ TEST_F(StraysTest, LinksAndPipesStayAndLeadNowhere) {
   EXPECT_TRUE(QFile::exists(path(QStringLiteral("elsewhere/document.json"))));
 }
 
-TEST_F(StraysTest, TheNextWriteInAFolderRemovesThem) {
+TEST_F(TemporaryFilesTest, TheNextWriteInAFolderRemovesThem) {
   file(QStringLiteral(".quilmora-1a"), 48);
   EXPECT_EQ(DiskFileWriter().write(path(QStringLiteral("Plan.mindmap")), "x").reason(), QString());
   EXPECT_EQ(names(), QStringList{QStringLiteral("Plan.mindmap")});

@@ -3,7 +3,7 @@
 #include <QObject>
 
 #include "app/versions/EarlierVersionsFlow.h"
-#include "editor/SafeKeeping.h"
+#include "editor/DocumentGuard.h"
 #include "platform/Notifications.h"
 
 class QWidget;
@@ -17,20 +17,20 @@ struct Machine;
 
 // What keeps a window's work safe, and what the user sees of it: the sheet of earlier versions, and the card about
 // restored changes.
-class WindowKeeping final : public QObject {
+class WindowGuard final : public QObject {
   Q_OBJECT
 
  public:
   // All must outlive it. The session must learn of the end of the process before this object does.
-  WindowKeeping(Machine& machine, NotificationCenter& notifications, MindMapViewModel& editor, DocumentSession& session,
-                CanvasView& canvas, InspectorPanel& inspector, QWidget& window);
-  ~WindowKeeping() override;
+  WindowGuard(Machine& machine, NotificationCenter& notifications, MindMapViewModel& editor, DocumentSession& session,
+              CanvasView& canvas, InspectorPanel& inspector, QWidget& window);
+  ~WindowGuard() override;
 
   // The window has opened its documents.
   void begin() { m_keeping.begin(); }
   void showVersions() { m_flow.open(); }
 
-  SafeKeeping& keeping() { return m_keeping; }
+  DocumentGuard& keeping() { return m_keeping; }
   EarlierVersionsFlow& flow() { return m_flow; }
   RecoveryCard& card() { return *m_card; }
 
@@ -38,7 +38,7 @@ class WindowKeeping final : public QObject {
   void errorRaised(const QString& message);
 
  private:
-  SafeKeeping m_keeping;
+  DocumentGuard m_keeping;
   EarlierVersionsFlow m_flow;
   RecoveryCard* m_card;
   NotificationCenter::Subscription m_atEnd;

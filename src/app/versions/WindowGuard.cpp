@@ -1,4 +1,4 @@
-#include "app/versions/WindowKeeping.h"
+#include "app/versions/WindowGuard.h"
 
 #include "app/inspectors/InspectorPanel.h"
 #include "app/versions/RecoveryCard.h"
@@ -7,8 +7,8 @@
 
 namespace quilmora {
 
-WindowKeeping::WindowKeeping(Machine& machine, NotificationCenter& notifications, MindMapViewModel& editor,
-                             DocumentSession& session, CanvasView& canvas, InspectorPanel& inspector, QWidget& window)
+WindowGuard::WindowGuard(Machine& machine, NotificationCenter& notifications, MindMapViewModel& editor,
+                         DocumentSession& session, CanvasView& canvas, InspectorPanel& inspector, QWidget& window)
     : m_keeping(editor, session, machine.clock, machine.scheduler, machine.log, machine.stateFolder),
       m_flow({machine.look, editor, session, m_keeping.versions(), machine.writer, machine.clock}, &window),
       m_card(new RecoveryCard(machine.look, editor, &canvas)),
@@ -18,15 +18,15 @@ WindowKeeping::WindowKeeping(Machine& machine, NotificationCenter& notifications
     const std::optional<OpenText> title = canvas.openText();
     return title ? title : inspector.openText();
   });
-  connect(&canvas, &CanvasView::openTextChanged, &m_keeping, &SafeKeeping::openTextChanged);
-  connect(&inspector, &InspectorPanel::openTextChanged, &m_keeping, &SafeKeeping::openTextChanged);
-  connect(&m_keeping, &SafeKeeping::changesRecovered, m_card, &RecoveryCard::tellRecovered);
-  connect(&m_keeping, &SafeKeeping::journalSetAside, m_card, &RecoveryCard::tellSetAside);
-  connect(&m_flow, &EarlierVersionsFlow::errorRaised, this, &WindowKeeping::errorRaised);
+  connect(&canvas, &CanvasView::openTextChanged, &m_keeping, &DocumentGuard::openTextChanged);
+  connect(&inspector, &InspectorPanel::openTextChanged, &m_keeping, &DocumentGuard::openTextChanged);
+  connect(&m_keeping, &DocumentGuard::changesRecovered, m_card, &RecoveryCard::tellRecovered);
+  connect(&m_keeping, &DocumentGuard::journalSetAside, m_card, &RecoveryCard::tellSetAside);
+  connect(&m_flow, &EarlierVersionsFlow::errorRaised, this, &WindowGuard::errorRaised);
 }
 
 // The canvas, which has the card, may already be destroyed.
-WindowKeeping::~WindowKeeping() {
+WindowGuard::~WindowGuard() {
   delete m_card;
 }
 

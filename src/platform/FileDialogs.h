@@ -9,9 +9,9 @@
 namespace quilmora {
 
 // The desktop's file dialogs. Each asks the user and returns an absolute path, or nothing when the user cancels.
-class FilePanels {
+class FileDialogs {
  public:
-  virtual ~FilePanels() = default;
+  virtual ~FileDialogs() = default;
 
   enum class Content { documents, images, imports };
 
@@ -32,7 +32,7 @@ class FilePanels {
 };
 
 // Answers from queues filled beforehand, and records what it was asked.
-class QueuedFilePanels final : public FilePanels {
+class QueuedFileDialogs final : public FileDialogs {
  public:
   std::optional<QString> askSavePath(const SaveRequest& request) override;
   std::optional<QString> askOpenPath(const OpenRequest& request) override;

@@ -2,7 +2,7 @@
 
 #include <QtTest/QTest>
 
-#include "editor/SafeKeeping.h"
+#include "editor/DocumentGuard.h"
 #include "editor/SavingFixture.h"
 #include "model/MindMapDocument.h"
 #include "platform/SettingsKeys.h"
@@ -10,18 +10,18 @@
 namespace quilmora {
 namespace {
 
-class SafeKeepingTest : public SavingFixture {
+class DocumentGuardTest : public SavingFixture {
  protected:
-  SafeKeepingTest() { startProgram(); }
-  ~SafeKeepingTest() override { keeping.reset(); }
+  DocumentGuardTest() { startProgram(); }
+  ~DocumentGuardTest() override { keeping.reset(); }
 
   // A start of the program, after the previous process ended without saving.
   void startProgram() {
     keeping.reset();
     start();
-    keeping = std::make_unique<SafeKeeping>(*editor, *session, clock, scheduler, log, path(QStringLiteral("state")));
-    QObject::connect(keeping.get(), &SafeKeeping::changesRecovered, [this] { ++recoveredCount; });
-    QObject::connect(keeping.get(), &SafeKeeping::journalSetAside, [this] { ++asideCount; });
+    keeping = std::make_unique<DocumentGuard>(*editor, *session, clock, scheduler, log, path(QStringLiteral("state")));
+    QObject::connect(keeping.get(), &DocumentGuard::changesRecovered, [this] { ++recoveredCount; });
+    QObject::connect(keeping.get(), &DocumentGuard::journalSetAside, [this] { ++asideCount; });
     session->reopenLastDocument();
     keeping->begin();
   }
@@ -44,14 +44,14 @@ class SafeKeepingTest : public SavingFixture {
     return future.result().value_or(MindMap());
   }
 
-  std::unique_ptr<SafeKeeping> keeping;
+  std::unique_ptr<DocumentGuard> keeping;
   int recoveredCount = 0;
   int asideCount = 0;
 };
 
 const QString plan = QStringLiteral("plan.mindmap");
 
-TEST_F(SafeKeepingTest, BringsBackWhatWasNotSavedAndUndoGoesBackToTheFile) {
+TEST_F(DocumentGuardTest, BringsBackWhatWasNotSavedAndUndoGoesBackToTheFile) {
   openNew(plan);
   edit();
   letTimePass();
@@ -65,7 +65,7 @@ TEST_F(SafeKeepingTest, BringsBackWhatWasNotSavedAndUndoGoesBackToTheFile) {
   EXPECT_EQ(editor->mindMap(), decodeDocumentAt(path(plan)));
 }
 
-TEST_F(SafeKeepingTest, SavesWhatItBroughtBackAndSaysSoOnce) {
+TEST_F(DocumentGuardTest, SavesWhatItBroughtBackAndSaysSoOnce) {
   openNew(plan);
   edit();
   letTimePass();
@@ -79,7 +79,7 @@ TEST_F(SafeKeepingTest, SavesWhatItBroughtBackAndSaysSoOnce) {
   EXPECT_EQ(editor->mindMap(), left);
 }
 
-TEST_F(SafeKeepingTest, BringsBackAMapThatHasNoDocumentYet) {
+TEST_F(DocumentGuardTest, BringsBackAMapThatHasNoDocumentYet) {
   edit();
   letTimePass();
   const MindMap left = editor->mindMap();
@@ -89,7 +89,7 @@ TEST_F(SafeKeepingTest, BringsBackAMapThatHasNoDocumentYet) {
   EXPECT_FALSE(editor->lastSavedFilePath().has_value());
 }
 
-TEST_F(SafeKeepingTest, BringsBackADocumentThatIsOpenedLater) {
+TEST_F(DocumentGuardTest, BringsBackADocumentThatIsOpenedLater) {
   openNew(plan);
   edit();
   letTimePass();
@@ -103,7 +103,7 @@ TEST_F(SafeKeepingTest, BringsBackADocumentThatIsOpenedLater) {
   EXPECT_EQ(editor->mindMap(), left);
 }
 
-TEST_F(SafeKeepingTest, ForgetsWhatWasSavedBeforeTheEnd) {
+TEST_F(DocumentGuardTest, ForgetsWhatWasSavedBeforeTheEnd) {
   openNew(plan);
   edit();
   letTimePass();
@@ -114,7 +114,7 @@ TEST_F(SafeKeepingTest, ForgetsWhatWasSavedBeforeTheEnd) {
   EXPECT_EQ(asideCount, 0);
 }
 
-TEST_F(SafeKeepingTest, RemembersAnUndoAfterASave) {
+TEST_F(DocumentGuardTest, RemembersAnUndoAfterASave) {
   openNew(plan);
   edit();
   session->saveDocument();
@@ -127,7 +127,7 @@ TEST_F(SafeKeepingTest, RemembersAnUndoAfterASave) {
   EXPECT_EQ(editor->mindMap(), left);
 }
 
-TEST_F(SafeKeepingTest, LeavesADocumentAloneThatSomebodyElseChanged) {
+TEST_F(DocumentGuardTest, LeavesADocumentAloneThatSomebodyElseChanged) {
   openNew(plan);
   edit();
   letTimePass();
@@ -138,7 +138,7 @@ TEST_F(SafeKeepingTest, LeavesADocumentAloneThatSomebodyElseChanged) {
   EXPECT_EQ(editor->mindMap().title, QStringLiteral("Theirs"));
 }
 
-TEST_F(SafeKeepingTest, KeepsWhatASaveReplaces) {
+TEST_F(DocumentGuardTest, KeepsWhatASaveReplaces) {
   openNew(plan);
   const MindMap before = editor->mindMap();
   edit();
@@ -147,7 +147,7 @@ TEST_F(SafeKeepingTest, KeepsWhatASaveReplaces) {
   EXPECT_EQ(versionOf(plan, 0), before);
 }
 
-TEST_F(SafeKeepingTest, KeepsWhatAnImportIsSavedOver) {
+TEST_F(DocumentGuardTest, KeepsWhatAnImportIsSavedOver) {
   // Later than the file's own time.
   clock.set(SystemClock().now() + std::chrono::hours(1));
   openNew(plan);
@@ -161,7 +161,7 @@ TEST_F(SafeKeepingTest, KeepsWhatAnImportIsSavedOver) {
   EXPECT_EQ(versionOf(plan, 0), before);
 }
 
-TEST_F(SafeKeepingTest, KeepsWhatReloadReplaces) {
+TEST_F(DocumentGuardTest, KeepsWhatReloadReplaces) {
   openNew(plan);
   const MindMap before = editor->mindMap();
   edit();
@@ -177,7 +177,7 @@ TEST_F(SafeKeepingTest, KeepsWhatReloadReplaces) {
   EXPECT_NE(std::ranges::find(kept, edited), kept.end());
 }
 
-TEST_F(SafeKeepingTest, KeepsEachContentOnceHoweverOftenOneChoosesBetweenTwo) {
+TEST_F(DocumentGuardTest, KeepsEachContentOnceHoweverOftenOneChoosesBetweenTwo) {
   const QByteArray theirs = encodeDocument(mapWithTitle(QStringLiteral("Theirs")));
   openNew(plan);
   const QByteArray first = content(path(plan));
@@ -200,7 +200,7 @@ TEST_F(SafeKeepingTest, KeepsEachContentOnceHoweverOftenOneChoosesBetweenTwo) {
     for (std::size_t j = 0; j < i; ++j) EXPECT_NE(kept[i], kept[j]) << i << " and " << j;
 }
 
-TEST_F(SafeKeepingTest, KeepsADocumentThatSaveAsGoesOver) {
+TEST_F(DocumentGuardTest, KeepsADocumentThatSaveAsGoesOver) {
   put(path(QStringLiteral("other.mindmap")), encodeDocument(mapWithTitle(QStringLiteral("Other"))));
   panels.savePaths.append(path(QStringLiteral("other.mindmap")));
   session->saveDocumentAs();
@@ -208,7 +208,7 @@ TEST_F(SafeKeepingTest, KeepsADocumentThatSaveAsGoesOver) {
   EXPECT_EQ(versionOf(QStringLiteral("other.mindmap"), 0).title, QStringLiteral("Other"));
 }
 
-TEST_F(SafeKeepingTest, AutoSavesOfAMinuteAreOneVersion) {
+TEST_F(DocumentGuardTest, AutoSavesOfAMinuteAreOneVersion) {
   // The file's own time says since when it holds what is opened.
   clock.set(SystemClock().now());
   openNew(plan);

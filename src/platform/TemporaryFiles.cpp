@@ -1,4 +1,4 @@
-#include "platform/Strays.h"
+#include "platform/TemporaryFiles.h"
 
 #include <algorithm>
 #include <ctime>
@@ -25,7 +25,7 @@ constexpr std::time_t minute = 60;
 // Longer than any write takes between two checks of its file.
 constexpr std::time_t youngestFile = 10 * minute;
 constexpr std::time_t youngestFolder = 24 * 60 * minute;
-constexpr int mostEntries = 200'000;
+constexpr int maxEntries = 200'000;
 
 bool isAll(std::string_view text, std::string_view letters, std::size_t longest) {
   return !text.empty() && text.size() <= longest && text.find_first_not_of(letters) == std::string_view::npos;
@@ -38,9 +38,9 @@ bool isOwnName(std::string_view name) {
 // The names that packages were built under before they shared those of files.
 bool isOldFolderName(std::string_view name) {
   constexpr std::string_view ending = ".mindmap.";
-  const std::size_t place = name.rfind(ending);
-  return name.starts_with('.') && place != std::string_view::npos &&
-         isAll(name.substr(place + ending.size()), "0123456789abcdef", 16);
+  const std::size_t index = name.rfind(ending);
+  return name.starts_with('.') && index != std::string_view::npos &&
+         isAll(name.substr(index + ending.size()), "0123456789abcdef", 16);
 }
 
 class Descriptor {
@@ -77,7 +77,7 @@ std::vector<std::string> namesIn(int folder) {
   while (const dirent* entry = ::readdir(entries)) {
     const std::string_view name = entry->d_name;
     if (name != "." && name != "..") names.emplace_back(name);
-    if (++count == mostEntries) break;
+    if (++count == maxEntries) break;
   }
   ::closedir(entries);
   return names;
@@ -137,7 +137,7 @@ void holdTemporary(int descriptor) {
   ::flock(descriptor, LOCK_EX | LOCK_NB);
 }
 
-void removeStrays(const QByteArray& path) {
+void removeStaleTemporaries(const QByteArray& path) {
   const int folder = ::open(path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (folder < 0) return;
   for (const std::string& name : namesIn(folder)) {
@@ -151,14 +151,14 @@ void removeStrays(const QByteArray& path) {
   ::close(folder);
 }
 
-void removeStraysOnce(const QByteArray& folder) {
+void removeStaleTemporariesOnce(const QByteArray& folder) {
   static std::mutex mutex;
   static std::set<QByteArray> seen;
   {
     const std::lock_guard lock(mutex);
     if (!seen.insert(folder).second) return;
   }
-  removeStrays(folder);
+  removeStaleTemporaries(folder);
 }
 
 }  // namespace quilmora

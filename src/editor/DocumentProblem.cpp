@@ -1,4 +1,4 @@
-#include "editor/DocumentTrouble.h"
+#include "editor/DocumentProblem.h"
 
 #include <QFile>
 
@@ -21,7 +21,7 @@ QString linkText(const QString& name, const FileStamp& stamp) {
 
 }  // namespace
 
-DocumentTrouble troubleOf(const QString& path, const DocumentWatch& watch, const QString& autoSaveProblem,
+DocumentProblem problemOf(const QString& path, const DocumentWatch& watch, const QString& autoSaveProblem,
                           const QString& reloadProblem) {
   const QString name = quoted(path);
   if (!reloadProblem.isEmpty() && watch.isForeign())

@@ -1,7 +1,7 @@
 #include <QSet>
 #include <gtest/gtest.h>
 
-#include "ai/TopicTable.h"
+#include "ai/SubjectTable.h"
 #include "support/QtPrinters.h"
 
 namespace quilmora {
@@ -9,11 +9,11 @@ namespace quilmora {
 namespace {
 
 QString rowOf(const char16_t* key) {
-  const TopicRow* row = topicRow(QString::fromUtf16(key));
+  const Subject* row = subjectOf(QString::fromUtf16(key));
   return row ? row->titles.join(QStringLiteral(", ")) : QStringLiteral("no row");
 }
 QString closest(const char16_t* title) {
-  const TopicRow* row = closestTopicRow(QString::fromUtf16(title));
+  const Subject* row = closestSubject(QString::fromUtf16(title));
   return row ? row->key : QStringLiteral("no row");
 }
 
@@ -22,7 +22,7 @@ QString closest(const char16_t* title) {
 TEST(TopicTable, Has118RowsOf816Titles) {
   qsizetype titles = 0;
   QSet<QString> keys;
-  for (const TopicRow& row : topicTable()) {
+  for (const Subject& row : subjectTable()) {
     titles += row.titles.size();
     keys.insert(row.key);
     EXPECT_GE(row.titles.size(), 4) << row.key.toStdString();
@@ -30,13 +30,13 @@ TEST(TopicTable, Has118RowsOf816Titles) {
     EXPECT_EQ(row.key, row.key.toLower());
     EXPECT_LE(row.key.count(u' '), 1);
   }
-  EXPECT_EQ(topicTable().size(), 118u);
+  EXPECT_EQ(subjectTable().size(), 118u);
   EXPECT_EQ(keys.size(), 118);
   EXPECT_EQ(titles, 816);
 }
 
 TEST(TopicTable, TitlesAreWholeDifferentAndInTitleCase) {
-  for (const TopicRow& row : topicTable()) {
+  for (const Subject& row : subjectTable()) {
     EXPECT_EQ(QSet<QString>(row.titles.begin(), row.titles.end()).size(), row.titles.size()) << row.key.toStdString();
     for (const QString& title : row.titles) {
       EXPECT_EQ(title, title.trimmed());
@@ -62,7 +62,7 @@ TEST(TopicTable, HasEveryKey) {
       "car, "
       "motorcycle, camping, investing, entrepreneurship, seo, social media, architecture, testing, deployment, "
       "authentication");
-  for (const QString& key : keys.split(QStringLiteral(", "))) EXPECT_NE(topicRow(key), nullptr) << key.toStdString();
+  for (const QString& key : keys.split(QStringLiteral(", "))) EXPECT_NE(subjectOf(key), nullptr) << key.toStdString();
 }
 
 TEST(TopicTable, HasTheRowsThatOthersRelyOn) {
@@ -90,9 +90,9 @@ TEST(TopicTable, HasTheRowsThatOthersRelyOn) {
             QStringLiteral("Living Room, Bedroom, Kitchen, Bathroom, Color Palette, Furniture, Lighting"));
   EXPECT_EQ(rowOf(u"move"),
             QStringLiteral("Timeline, Packing, Utilities, Address Changes, Cleaning, Transport, Setup"));
-  EXPECT_EQ(topicRow(QStringLiteral("space"))->titles.size(), 7);
+  EXPECT_EQ(subjectOf(QStringLiteral("space"))->titles.size(), 7);
   for (const char16_t* cuisine : {u"Italian", u"Japanese", u"Mexican", u"Indian"})
-    EXPECT_TRUE(topicRow(QStringLiteral("cuisines"))->titles.contains(QString::fromUtf16(cuisine)));
+    EXPECT_TRUE(subjectOf(QStringLiteral("cuisines"))->titles.contains(QString::fromUtf16(cuisine)));
 }
 
 TEST(TopicTable, AWordCountsWhereverItStands) {

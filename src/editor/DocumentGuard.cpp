@@ -1,4 +1,4 @@
-#include "editor/SafeKeeping.h"
+#include "editor/DocumentGuard.h"
 
 #include <utility>
 
@@ -15,8 +15,8 @@ QString name(const QString& document) {
 
 }  // namespace
 
-SafeKeeping::SafeKeeping(MindMapViewModel& editor, DocumentSession& session, const Clock& clock, Scheduler& scheduler,
-                         Log& log, const QString& folder)
+DocumentGuard::DocumentGuard(MindMapViewModel& editor, DocumentSession& session, const Clock& clock,
+                             Scheduler& scheduler, Log& log, const QString& folder)
     : m_editor(editor),
       m_session(session),
       m_log(log),
@@ -25,8 +25,8 @@ SafeKeeping::SafeKeeping(MindMapViewModel& editor, DocumentSession& session, con
   m_journal.setSource([this] { return state(); });
   connect(&editor, &MindMapViewModel::mindMapChanged, &m_journal, &Journal::changed);
   connect(&editor, &MindMapViewModel::isDirtyChanged, &m_journal, &Journal::changed);
-  connect(&session, &DocumentSession::documentInstalled, this, &SafeKeeping::documentInstalled);
-  connect(&session, &DocumentSession::fileWillBeWritten, this, &SafeKeeping::fileWillBeWritten);
+  connect(&session, &DocumentSession::documentInstalled, this, &DocumentGuard::documentInstalled);
+  connect(&session, &DocumentSession::fileWillBeWritten, this, &DocumentGuard::fileWillBeWritten);
   connect(&session, &DocumentSession::fileWritten, this,
           [this](const QString& path, const MindMap&, const MindMap& map) { fileWritten(path, map); });
   connect(&session, &DocumentSession::mapWillBeReplaced, this, [this](const MindMap& before) {
@@ -35,16 +35,16 @@ SafeKeeping::SafeKeeping(MindMapViewModel& editor, DocumentSession& session, con
   });
 }
 
-Journal::State SafeKeeping::state() const {
+Journal::State DocumentGuard::state() const {
   return {m_editor.mindMap(), !m_session.hasUnkeptChanges(), m_openText ? m_openText() : std::nullopt};
 }
 
-void SafeKeeping::begin() {
+void DocumentGuard::begin() {
   // A map without a document starts from nothing, because a blank map differs at each start.
   if (!m_session.hasReplacedMap()) takeUp({}, MindMap());
 }
 
-void SafeKeeping::takeUp(const QString& document, const MindMap& base) {
+void DocumentGuard::takeUp(const QString& document, const MindMap& base) {
   const journal::Recovery recovery = m_journal.start(document, base);
   if (recovery.map) {
     m_editor.captureSnapshot(false);
@@ -60,13 +60,13 @@ void SafeKeeping::takeUp(const QString& document, const MindMap& base) {
     m_log.write(QStringLiteral("Quilmora: journal of %1 FAILED: %2").arg(name(document), recovery.problem));
 }
 
-void SafeKeeping::documentInstalled() {
+void DocumentGuard::documentInstalled() {
   const QString document = m_editor.lastSavedFilePath().value_or(QString());
   m_versions.documentHolds(document, m_editor.mindMap(), EarlierVersions::Origin::opened);
   takeUp(document, m_editor.mindMap());
 }
 
-void SafeKeeping::fileWillBeWritten(const QString& path, const MindMap& map, bool isAutomatic) {
+void DocumentGuard::fileWillBeWritten(const QString& path, const MindMap& map, bool isAutomatic) {
   m_isWriting = true;
   m_isAutomatic = isAutomatic;
   m_versions.documentWillBeReplaced(path);
@@ -74,7 +74,7 @@ void SafeKeeping::fileWillBeWritten(const QString& path, const MindMap& map, boo
 }
 
 // A copy elsewhere leaves the document's own file as it is.
-void SafeKeeping::fileWritten(const QString& path, const MindMap& map) {
+void DocumentGuard::fileWritten(const QString& path, const MindMap& map) {
   const bool isOwnWrite = std::exchange(m_isWriting, false);
   if (path != m_editor.lastSavedFilePath()) return;
   // Read again, because another program wrote it.
@@ -84,7 +84,7 @@ void SafeKeeping::fileWritten(const QString& path, const MindMap& map) {
                            m_isAutomatic ? EarlierVersions::Origin::autoSaved : EarlierVersions::Origin::saved);
 }
 
-void SafeKeeping::settle() {
+void DocumentGuard::settle() {
   m_journal.settle();
   m_versions.settle();
 }

@@ -8,16 +8,16 @@ class DocumentWatch;
 
 // What keeps the open map from being saved, and what can be done about it. It is not modal: nothing waits for an
 // answer.
-struct DocumentTrouble {
-  QString text;  // empty if there is no trouble
+struct DocumentProblem {
+  QString text;  // empty if there is no problem
   bool canReload = false;
   bool canKeepMine = false;
 
-  bool operator==(const DocumentTrouble&) const = default;
+  bool operator==(const DocumentProblem&) const = default;
 };
 
 // `autoSaveProblem` and `reloadProblem` are why these last failed, or empty.
-DocumentTrouble troubleOf(const QString& path, const DocumentWatch& watch, const QString& autoSaveProblem,
+DocumentProblem problemOf(const QString& path, const DocumentWatch& watch, const QString& autoSaveProblem,
                           const QString& reloadProblem);
 
 }  // namespace quilmora

@@ -12,7 +12,7 @@ namespace quilmora {
 
 // Runs `work`, which must not throw, in the pool, or at once without one.
 template <class Work>
-auto runBeside(QThreadPool* pool, Work work) {
+auto startInPool(QThreadPool* pool, Work work) {
   using Result = std::invoke_result_t<Work&>;
   const auto promise = std::make_shared<QPromise<Result>>();
   promise->start();

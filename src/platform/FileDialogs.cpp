@@ -1,4 +1,4 @@
-#include "platform/FilePanels.h"
+#include "platform/FileDialogs.h"
 
 namespace quilmora {
 
@@ -12,12 +12,12 @@ std::optional<QString> takeAnswer(QList<std::optional<QString>>& answers) {
 
 }  // namespace
 
-std::optional<QString> QueuedFilePanels::askSavePath(const SaveRequest& request) {
+std::optional<QString> QueuedFileDialogs::askSavePath(const SaveRequest& request) {
   saveRequests.append(request);
   return takeAnswer(savePaths);
 }
 
-std::optional<QString> QueuedFilePanels::askOpenPath(const OpenRequest& request) {
+std::optional<QString> QueuedFileDialogs::askOpenPath(const OpenRequest& request) {
   openRequests.append(request);
   return takeAnswer(openPaths);
 }
