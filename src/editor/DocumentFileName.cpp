@@ -46,6 +46,10 @@ QString fileName(QString title, const QString& ending) {
 
 }  // namespace
 
+QStringList documentExtensions() {
+  return {documentExtension, QStringLiteral("json")};
+}
+
 QString documentFileName(const QString& title, int number) {
   return fileName(title, (number > 0 ? u' ' + QString::number(number) : QString()) + u'.' + documentExtension);
 }

@@ -1,8 +1,11 @@
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
 namespace quilmora {
+
+// What the names of documents may end with, in lower case and without the dot.
+QStringList documentExtensions();
 
 // The file name for a map with this title: the title and ".mindmap", with a space and `number` between them if it is
 // above 0. A title that is not a legal file name is changed into one that stays within its folder, on one line and

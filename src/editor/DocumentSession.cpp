@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QPointer>
 
+#include "editor/DocumentFileName.h"
 #include "editor/RecentFiles.h"
 #include "platform/Bookmarks.h"
 #include "platform/FileDialogs.h"
@@ -61,8 +62,7 @@ void DocumentSession::documentFollowsEditor() {
 
 void DocumentSession::openDocument() {
   const QPointer<DocumentSession> guard(this);
-  const std::optional<QString> chosen =
-      m_services.panels.askOpenPath({{QStringLiteral("mindmap"), QStringLiteral("json")}, true});
+  const std::optional<QString> chosen = m_services.panels.askOpenPath({documentExtensions(), true});
   if (guard && chosen) loadChosen(absolutePath(*chosen));
 }
 

@@ -392,28 +392,42 @@ def regions(hands):
     hands.undo()
 
 
-def image_drop(hands):
-    """Another program drags a picture onto a topic, whose menu then removes it."""
+def drag_in(hands, path, to):
+    """Another program drags a file to this place of the screen."""
     session = hands.session
-    picture = session.home / "picture.png"
-    subprocess.run(["convert", "-size", "60x40", "xc:#C03030", str(picture)], check=True)
     x, y = 1310, 100  # beside the editor's window
     program = session.programs.parent / "support_programs" / "support_drag_a_file"
-    source = subprocess.Popen([str(program), str(picture), str(x), str(y)], env=session.environment)
+    source = subprocess.Popen([str(program), str(path), str(x), str(y)], env=session.environment)
     try:
         wait_until("the window to drag from", lambda: hands.editor.xdo("search", "--onlyvisible", "--pid", str(source.pid),
                                                                        check=False))
-        to_x, to_y = hands.on_screen(POSITIONS["Gamma"])
+        to_x, to_y = to
         hands.do(("mousemove", x + 30, y + 30), ("sleep", 0.1), ("mousedown", 1), ("sleep", 0.1), ("mousemove", x, y + 50),
                  ("sleep", 0.1), ("mousemove", to_x + 5, to_y), ("sleep", 0.1), ("mousemove", to_x, to_y), ("sleep", 0.1),
                  ("mouseup", 1), ("sleep", 0.3))
-        assert node(hands.save(), "Gamma").get("imageData"), "the picture did not arrive"
     finally:
         source.terminate()
         source.wait()
+
+
+def image_drop(hands):
+    """A picture dropped onto a topic, whose menu then removes it."""
+    picture = hands.session.home / "picture.png"
+    subprocess.run(["convert", "-size", "60x40", "xc:#C03030", str(picture)], check=True)
+    drag_in(hands, picture, hands.on_screen(POSITIONS["Gamma"]))
+    assert node(hands.save(), "Gamma").get("imageData"), "the picture did not arrive"
     hands.menu(POSITIONS["Gamma"], "Down", "Down", "Down", "Return")
     assert not node(hands.save(), "Gamma").get("imageData"), "the picture is still there"
     hands.undo()
+
+
+def map_drop(hands):
+    """An outline dropped onto a topic is imported, like one dropped anywhere else."""
+    outline = hands.session.home / "dropped.opml"
+    outline.write_text('<opml><outline text="Dropped"/></opml>')
+    drag_in(hands, outline, hands.on_screen(POSITIONS["Gamma"]))
+    titles = [topic["title"] for topic in hands.save()["nodes"]]
+    assert titles == ["Dropped"], titles
 
 
 def panning_and_zooming(hands):
@@ -479,7 +493,7 @@ def presentation(hands):
 
 
 STEPS = [taps_and_titles, typing, box_and_topic_drags, group_drags, connections, relationships, edges, branch_mode, menus_of_topics, regions,
-         image_drop, panning_and_zooming, keys_and_cards, presentation]
+         image_drop, panning_and_zooming, keys_and_cards, presentation, map_drop]
 
 
 def main():

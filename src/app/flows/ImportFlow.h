@@ -19,14 +19,13 @@ class ImportFlow : public QObject {
   ImportFlow(DocumentSession& session, FileDialogs& panels, const Clock& clock);
 
   void run();
+  void importFrom(const QString& path);
 
  Q_SIGNALS:
   // To be shown to the user.
   void errorRaised(const QString& message);
 
  private:
-  void importFrom(const QString& path);
-
   DocumentSession& m_session;
   FileDialogs& m_panels;
   const Clock& m_clock;

@@ -27,6 +27,7 @@
 #include "app/versions/WindowGuard.h"
 #include "app/window/DocumentBar.h"
 #include "app/window/FocusWalk.h"
+#include "app/window/MapFileDrop.h"
 #include "app/window/PanelEdge.h"
 #include "app/window/PresentationScreen.h"
 #include "app/window/Sidebar.h"
@@ -91,6 +92,13 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
   if (!machine.stateFolder.isEmpty())
     m_keeping =
         std::make_unique<WindowGuard>(machine, notifications, m_editor, m_session, *m_canvas, *m_inspector, *this);
+  auto* drop = new MapFileDrop(*this, *m_canvas);
+  connect(drop, &MapFileDrop::documentsDropped, this, &MainWindow::openHandedOver);
+  connect(drop, &MapFileDrop::importDropped, this, [this](const QString& path) {
+    bringToFront();
+    commitTyping();
+    m_import.importFrom(path);
+  });
   m_presentation = new PresentationScreen(*this, *m_content, *m_canvas, m_editor, machine.scheduler);
   m_place.restore();
 
