@@ -27,6 +27,17 @@ bool isQuitKey(const QKeyEvent& event) {
   return findCommand(QStringLiteral("quit"))->keySequence() == QKeySequence(event.keyCombination());
 }
 
+// Layouts show and measure new widgets on a later turn, and a form that scrolls tells nobody when its size changes
+// then.
+void settleContent(const QWidget& panel) {
+  for (QWidget* widget : panel.findChildren<QWidget*>()) {
+    if (widget->isWindow()) continue;
+    if (!widget->testAttribute(Qt::WA_WState_ExplicitShowHide)) widget->show();
+    widget->ensurePolished();
+    widget->updateGeometry();
+  }
+}
+
 }  // namespace
 
 class Sheet::Panel final : public QWidget {
@@ -73,6 +84,7 @@ void Sheet::open() {
   m_isOpen = true;
   m_before = window()->focusWidget();
   setGeometry(parentWidget()->rect());
+  settleContent(*m_panel);
   place();
   raise();
   show();

@@ -2,6 +2,7 @@
 #include "app/look/ColorDialog.h"
 #include "app/look/ColorWell.h"
 #include "app/look/ThemeSwatch.h"
+#include "app/settings/SettingsForm.h"
 #include "app/settings/ThemePreview.h"
 
 namespace quilmora {
@@ -50,6 +51,17 @@ TEST_F(ThemeBuilderTest, OpensInTheSettingsWithTheColorsOfOcean) {
                            "Root Topic", "Level 1", "Level 4", "Fill", "Border", "Text"})
     EXPECT_TRUE(reads(QLatin1String(text))) << text;
   EXPECT_FALSE(reads(QStringLiteral("Level 5")));
+}
+
+TEST_F(ThemeBuilderTest, OpensAsTallAsItStays) {
+  openBuilder();
+  const QWidget& panel = *builder()->findChild<FormPage*>()->parentWidget();
+  const int opened = panel.height();
+  EXPECT_EQ(opened, builder()->height() - 2 * metrics::gapHuge) << "the form is taller than its window";
+  pick("Background", QColor(0x10, 0x20, 0x30));
+  button("Add Level")->click();
+  QCoreApplication::processEvents();
+  EXPECT_EQ(panel.height(), opened);
 }
 
 TEST_F(ThemeBuilderTest, SavingKeepsTheThemeAndListsItEverywhere) {
