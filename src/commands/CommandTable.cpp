@@ -37,6 +37,17 @@ bool selectsTopic(MindMapViewModel& editor) {
   return std::ranges::any_of(editor.selectedNodeIDs(), [&](const QUuid& id) { return editor.hasNode(id); });
 }
 
+bool selectsConnector(const MindMapViewModel& editor) {
+  const auto& selected = editor.selectedEdgeIDs();
+  if (selected.empty()) return false;
+  return std::ranges::any_of(editor.mindMap().edges, [&](const Edge& edge) { return selected.contains(edge.id); });
+}
+
+bool selectsRegion(const MindMapViewModel& editor) {
+  const std::optional<QUuid> selected = editor.selectedRegionID();
+  return selected && editor.regionByID(*selected);
+}
+
 bool canDuplicate(const Context& context, const QVariant&) {
   return !context.editor.isEditingInline() && selectsTopic(context.editor);
 }
@@ -44,7 +55,7 @@ bool canDuplicate(const Context& context, const QVariant&) {
 bool canDelete(const Context& context, const QVariant&) {
   MindMapViewModel& editor = context.editor;
   if (editor.isEditingInline() || editor.isPresentationMode()) return false;
-  return selectsTopic(editor) || !editor.selectedEdgeIDs().empty() || editor.selectedRegionID().has_value();
+  return selectsTopic(editor) || selectsConnector(editor) || selectsRegion(editor);
 }
 
 bool canCollapse(const Context& context, const QVariant&) {

@@ -122,6 +122,26 @@ TEST_F(CommandActionsTest, ASelectionOfTheMapBeforeCannotBeDeletedOrDuplicated) 
   EXPECT_FALSE(action("duplicateSelection")->isEnabled());
 }
 
+TEST_F(CommandActionsTest, AConnectorOrRegionOfTheMapBeforeCannotBeDeleted) {
+  rootWithChild();
+  const MindMap before = m_editor.mindMap();
+  m_editor.clearSelection();
+  m_editor.selectEdge(before.edges[0].id, false);
+  EXPECT_TRUE(action("delete")->isEnabled());
+  m_editor.setMindMap(MindMap::blankMap(m_clock));
+  ASSERT_FALSE(m_editor.selectedEdgeIDs().empty());
+  EXPECT_FALSE(action("delete")->isEnabled());
+
+  m_editor.setMindMap(before);
+  m_editor.clearSelection();
+  m_editor.createRegion(QPointF(0.0, 0.0));
+  m_editor.setSelectedRegionID(m_editor.mindMap().regions[0].id);
+  EXPECT_TRUE(action("delete")->isEnabled());
+  m_editor.setMindMap(before);
+  ASSERT_TRUE(m_editor.selectedRegionID());
+  EXPECT_FALSE(action("delete")->isEnabled());
+}
+
 TEST_F(CommandActionsTest, MarksTellTheStateAndNotTheClick) {
   const auto sidebar = receive(Notification::toggleSidebar);
   EXPECT_TRUE(action("toggleSidebar")->isChecked());
