@@ -136,23 +136,48 @@ def cancel_a_theme(hands):
     assert hands.custom_themes() == []
 
 
+def remove_the_root_level(hands):
+    """The second level takes its place. The theme is deleted again."""
+    open_builder(hands)
+    hands.press("Tab", "Tab", "Tab", "Tab", "Tab", "Tab", "space", "alt+s")
+    themes = wait_until("the theme without its root level", hands.custom_themes)
+    fills = [row["fill"] for row in themes[0]["nodeColors"]]
+    assert len(fills) == 4 and fills[1:] == ["#5DADE2", "#AED6F1", "#D6EAF8"], fills
+    hands.editor.settle()
+    hands.press("Tab", "space")
+    wait_until("the deletion of the theme", lambda: hands.custom_themes() == [])
+
+
+LEVELS = ("Root Topic", "Level 1", "Level 2", "Level 3", "Level 4")
+PARTS = (("Fill", "fill"), ("Border", "stroke"), ("Text", "textColor"))
+
+
 def make_theme(hands):
     open_builder(hands)
     hands.press("ctrl+a")
     hands.type("Dusk")
-    for well, color in (("Background", "#102030"), ("Edge Color", "#405060"), ("Root Topic: Fill", "#ab00cd"),
-                        ("Root Topic: Border", "#010203"), ("Root Topic: Text", "#fedcba")):
-        choose_color(hands, well, color)
+    choose_color(hands, "Background", "#102030")
+    choose_color(hands, "Edge Color", "#405060")
+    chosen = []
+    for level, name in enumerate(LEVELS):
+        if level > 0:
+            # The button that removes the row above.
+            hands.press("Tab")
+        row = {key: f"#{level + 1:02X}{part:02X}AB" for part, (_, key) in enumerate(PARTS)}
+        for caption, key in PARTS:
+            choose_color(hands, f"{name}: {caption}", row[key])
+        chosen.append(row)
     hands.session.keep_picture(hands.editor, "settings-theme")
-    # Past the button that removes the root's row and the wells of the next; the one after them leads to "Add Level".
-    hands.press("Tab", "Tab", "Tab", "Tab", "Tab", "space", "space", "alt+s")
+    # Removes the last level; the keyboard goes to "Add Level", which repeats the level before it.
+    hands.press("Tab", "space", "space", "alt+s")
     themes = wait_until("the theme in the settings", hands.custom_themes)
     assert len(themes) == 1, themes
     theme = themes[0]
     assert sorted(theme) == ["background", "edgeColor", "id", "name", "nodeColors"], theme
     assert (theme["name"], theme["background"], theme["edgeColor"]) == ("Dusk", "#102030", "#405060"), theme
-    assert theme["nodeColors"][0] == {"fill": "#AB00CD", "stroke": "#010203", "textColor": "#FEDCBA"}, theme
-    assert [row["fill"] for row in theme["nodeColors"]] == ["#AB00CD", "#5DADE2", "#AED6F1", "#D6EAF8", "#D6EAF8"], theme
+    rows = [{key: row[key] for _, key in PARTS} for row in theme["nodeColors"]]
+    assert rows[:4] == chosen[:4], rows
+    assert len(rows) == 5 and rows[4]["fill"] == chosen[3]["fill"], rows
     hands.editor.settle()
     return theme
 
@@ -166,6 +191,8 @@ def change_interaction(hands):
 
 def type_key(hands, keyring, account):
     """In the key field of the vendor just chosen."""
+    # The field opens when the key store has answered; it answers in turn.
+    keyring.ask("read", account)
     hands.editor.settle()
     hands.press("Tab")
     hands.type(SECRETS[account])
@@ -210,6 +237,7 @@ def run(session, keyring):
     change_appearance(hands)
     start_from_a_swatch(hands)
     cancel_a_theme(hands)
+    remove_the_root_level(hands)
     theme = make_theme(hands)
     change_interaction(hands)
     change_ai(hands, keyring)
@@ -226,6 +254,31 @@ def run(session, keyring):
     assert canvas["themeId"] == "custom_" + theme["id"], canvas
     assert canvas["background"] == "#102030", canvas
     session.keep_picture(hands.editor, "settings-applied")
+    hands.press("ctrl+q")
+    hands.editor.wait_for_end()
+    show_more_themes(session, hands.file, theme)
+
+
+ROWS_AT_ONCE = 100
+
+
+def show_more_themes(session, file, theme):
+    """Deletes the one theme that the list of custom themes does not show at first."""
+    settings = json.loads(file.read_text())
+    themes = [{**theme, "id": f"many{index}", "name": f"Theme {index}"} for index in range(ROWS_AT_ONCE + 1)]
+    settings["customThemes"]["bytes"] = base64.b64encode(json.dumps(themes).encode()).decode()
+    file.write_text(json.dumps(settings))
+    hands = Hands(session)
+    hands.press("ctrl+comma")
+    hands.enter("^Settings")
+    hands.press("ctrl+Tab", "alt+m")
+    hands.editor.settle()
+    # The last control of the page, before the first one.
+    hands.press("shift+Tab", "space")
+    left = wait_until("the deletion of the last theme", lambda: len(hands.custom_themes()) == ROWS_AT_ONCE and hands.custom_themes())
+    assert [row["id"] for row in left] == [row["id"] for row in themes[:-1]], "another theme was deleted"
+    hands.press("Escape")
+    hands.leave("^Settings")
     hands.press("ctrl+q")
     hands.editor.wait_for_end()
 
