@@ -33,51 +33,55 @@ void MindMapViewModel::deleteRelationship(const QUuid& id) {
 }
 
 void MindMapViewModel::reconnectEdgeSource(const QUuid& edgeID, const QUuid& newFromID) {
-  const std::optional<Edge> edge = recordByID(mindMap().edges, edgeID);
-  if (!edge || edits::isChild(treeInfo(), edge->to, newFromID)) return;
+  const std::vector<std::size_t> found = mapIndex().edgesWithId(edgeID);
+  if (found.empty() || edits::isChild(treeInfo(), mindMap().edges[found.front()].to, newFromID)) return;
   reconnectEdge(edgeID, &Edge::from, newFromID);
 }
 
 void MindMapViewModel::reconnectEdgeTarget(const QUuid& edgeID, const QUuid& newToID) {
   // A topic that any edge leads to has a parent already; this includes edges from this edge's own source.
-  if (!ordinalOf(mindMap().edges, edgeID) || treeInfo().parent(newToID)) return;
+  if (mapIndex().edgesWithId(edgeID).empty() || treeInfo().parent(newToID)) return;
   reconnectEdge(edgeID, &Edge::to, newToID);
 }
 
 void MindMapViewModel::reconnectEdge(const QUuid& edgeID, QUuid Edge::*end, const QUuid& newID) {
   captureSnapshot(false);
-  editRecord<Edge>(&MindMap::edges, edgeID, [&](Edge& edge) { edge.*end = newID; });
+  editEdge(edgeID, [&](Edge& edge) { edge.*end = newID; });
 }
 
-template <class Record>
-void MindMapViewModel::editRecord(SharedArray<Record> MindMap::*records, const QUuid& id,
-                                  const std::function<void(Record&)>& change) {
+void MindMapViewModel::editEdge(const QUuid& id, const std::function<void(Edge&)>& change) {
+  const std::vector<std::size_t> found = mapIndex().edgesWithId(id);
   edit([&](MindMap& map) {
-    const std::optional<std::size_t> ordinal = ordinalOf(map.*records, id);
-    if (!ordinal) return;
-    (map.*records).update(*ordinal, change);
+    if (found.empty()) return;
+    map.edges.update(found.front(), change);
     stamp(map);
   });
 }
 
 void MindMapViewModel::setEdgeBend(const QUuid& edgeID, std::optional<QPointF> offset) {
   captureSnapshot(true);
-  editRecord<Edge>(&MindMap::edges, edgeID, [&](Edge& edge) { edge.controlPointOffset = offset; });
+  editEdge(edgeID, [&](Edge& edge) { edge.controlPointOffset = offset; });
 }
 
 void MindMapViewModel::setRelationshipBend(const QUuid& id, std::optional<QPointF> offset) {
   captureSnapshot(true);
-  editRecord<Relationship>(&MindMap::relationships, id, [&](Relationship& link) { link.controlPointOffset = offset; });
+  edit([&](MindMap& map) {
+    const std::optional<std::size_t> ordinal = ordinalOf(map.relationships, id);
+    if (!ordinal) return;
+    map.relationships.update(*ordinal, [&](Relationship& link) { link.controlPointOffset = offset; });
+    stamp(map);
+  });
 }
 
 void MindMapViewModel::setEdgeStyle(const QUuid& edgeID, const EdgeStyle& style) {
   captureSnapshot(false);
-  editRecord<Edge>(&MindMap::edges, edgeID, [&](Edge& edge) { edge.style = style; });
+  editEdge(edgeID, [&](Edge& edge) { edge.style = style; });
 }
 
 void MindMapViewModel::deleteEdge(const QUuid& edgeID) {
   captureSnapshot(false);
-  stampedEdit([&](MindMap& map) { eraseByID(map.edges, edgeID); });
+  const std::vector<std::size_t> found = mapIndex().edgesWithId(edgeID);
+  stampedEdit([&](MindMap& map) { map.edges.eraseAt(found); });
   IdSet selected = selectedEdgeIDs();
   selected.remove(edgeID);
   setSelectedEdgeIDs(std::move(selected));

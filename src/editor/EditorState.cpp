@@ -1,5 +1,7 @@
 #include "editor/EditorState.h"
 
+#include <utility>
+
 #include "editor/edits/Hierarchy.h"
 #include "model/FindById.h"
 
@@ -16,23 +18,41 @@ void EditorState::mapWasReplaced() {
   Q_EMIT mindMapChanged();
 }
 
-void EditorState::moveAll(std::vector<QPointF> positions) {
+void EditorState::moveAll(const std::vector<QPointF>& positions) {
   mapIndex();
   std::size_t ordinal = 0;
   m_mindMap.nodes.updateAll([&](Node& node) { node.position = positions[ordinal++]; });
-  m_index.adopt(m_mindMap.nodes, std::move(positions));
+  m_index.adopt(m_mindMap.nodes, positions);
+  m_grid.reset();
 }
 
 const MapIndex& EditorState::mapIndex() {
   if (m_indexStale) {
     const MapIndex::Change change = m_index.update(m_mindMap.nodes, m_mindMap.edges);
     m_indexStale = false;
+    if (change.positions) followPositions(change);
     if (change.structure) {
-      m_treeInfo.reset();
-      m_hiddenStale = true;
+      if (m_treeInfo) m_treeInfo = m_treeInfo->followed(m_index, change);
+      m_treeInfo ? m_hidden.noteStructure(change) : m_hidden.forget();
     }
   }
   return m_index;
+}
+
+void EditorState::followPositions(const MapIndex::Change& change) {
+  if (!m_grid) return;
+  if (!change.isSmall) {
+    m_grid.reset();
+    return;
+  }
+  for (const QPointF& position : change.left) m_grid->remove(position);
+  for (const QPointF& position : change.came) m_grid->insert(position);
+}
+
+const edits::PositionGrid& EditorState::positionGrid() {
+  const MapIndex& index = mapIndex();
+  if (!m_grid) m_grid.emplace(index.positions());
+  return *m_grid;
 }
 
 const TreeInfo& EditorState::treeInfo() {
@@ -59,27 +79,18 @@ bool EditorState::isDescendant(const QUuid& target, const QUuid& root) {
   return edits::isDescendant(treeInfo(), target, root);
 }
 
-const std::vector<char>& EditorState::hiddenNumbers() {
+const HiddenTopics& EditorState::hidden() {
   const TreeInfo& tree = treeInfo();
-  if (!m_hiddenStale) return m_hiddenNumbers;
-  m_hiddenNumbers = edits::hiddenNumbers(tree, m_collapsedNodeIDs);
-  const auto& numberOfNode = m_index.numberOfNode();
-  std::vector<char> hiddenNodes(numberOfNode.size());
-  for (std::size_t i = 0; i < numberOfNode.size(); ++i) hiddenNodes[i] = m_hiddenNumbers[numberOfNode[i]];
-  m_hiddenNodes = SharedValue(std::move(hiddenNodes));
-  m_hiddenStale = false;
-  return m_hiddenNumbers;
+  m_hidden.update(tree, m_index, m_collapsedNodeIDs);
+  return m_hidden;
 }
 
 bool EditorState::isHidden(const QUuid& id) {
-  const std::vector<char>& hidden = hiddenNumbers();
-  const std::uint32_t number = treeInfo().number(id);
-  return number < hidden.size() && hidden[number];
+  return hidden().isHidden(treeInfo().number(id));
 }
 
 const SharedValue<std::vector<char>>& EditorState::sharedHiddenNodes() {
-  hiddenNumbers();
-  return m_hiddenNodes;
+  return hidden().nodes();
 }
 
 std::optional<double> EditorState::depthFraction(const QUuid& id) {
@@ -126,8 +137,8 @@ void EditorState::setEdgeCreationSourceID(std::optional<QUuid> id) {
 }
 
 void EditorState::setCollapsedNodeIDs(IdSet ids) {
-  m_collapsedNodeIDs = std::move(ids);
-  m_hiddenStale = true;
+  const IdSet before = std::exchange(m_collapsedNodeIDs, std::move(ids));
+  if (!m_hidden.isStale()) m_hidden.noteCollapsed(treeInfo(), before, m_collapsedNodeIDs);
   Q_EMIT collapsedNodeIDsChanged();
 }
 

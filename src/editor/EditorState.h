@@ -8,10 +8,11 @@
 #include <QSizeF>
 #include <QString>
 
+#include "editor/HiddenTopics.h"
+#include "editor/edits/PositionGrid.h"
 #include "model/IdSet.h"
 #include "model/MapIndex.h"
 #include "model/MindMap.h"
-#include "model/SharedValue.h"
 #include "model/TreeInfo.h"
 
 namespace quilmora {
@@ -31,10 +32,12 @@ class EditorState : public QObject {
   const MindMap& mindMap() const { return m_mindMap; }
   // Increases with every change of the map.
   quint64 treeGeneration() const { return m_treeGeneration; }
-  // Built once per generation, and only when asked for.
+  // Follows small changes of the map; built anew after others, and only when asked for.
   const TreeInfo& treeInfo();
   // Flat arrays over the current map; for code that walks all of it.
   const MapIndex& mapIndex();
+  // The positions of the current map's topics, for code that looks around a point.
+  const edits::PositionGrid& positionGrid();
   // A copy of the topic, or nothing.
   std::optional<Node> nodeByID(const QUuid& id);
   bool hasNode(const QUuid& id);
@@ -152,8 +155,8 @@ class EditorState : public QObject {
   }
   // Gives every topic a new position, by ordinal, then calls change(MindMap&), which must leave topics and edges alone.
   template <class Change>
-  void rearrange(std::vector<QPointF> positions, Change&& change) {
-    moveAll(std::move(positions));
+  void rearrange(const std::vector<QPointF>& positions, Change&& change) {
+    moveAll(positions);
     change(m_mindMap);
     mapWasReplaced();
   }
@@ -161,8 +164,9 @@ class EditorState : public QObject {
 
  private:
   void mapWasReplaced();
-  void moveAll(std::vector<QPointF> positions);
-  const std::vector<char>& hiddenNumbers();
+  void moveAll(const std::vector<QPointF>& positions);
+  void followPositions(const MapIndex::Change& change);
+  const HiddenTopics& hidden();
 
   MindMap m_mindMap;
   bool m_isDirty = false;
@@ -190,10 +194,9 @@ class EditorState : public QObject {
   quint64 m_treeGeneration = 0;
   MapIndex m_index;
   bool m_indexStale = true;
-  std::optional<TreeInfo> m_treeInfo;            // of the structure when last indexed
-  std::vector<char> m_hiddenNumbers;             // by number in the index
-  SharedValue<std::vector<char>> m_hiddenNodes;  // by ordinal in `nodes`
-  bool m_hiddenStale = true;
+  std::optional<TreeInfo> m_treeInfo;         // of the structure when last indexed
+  std::optional<edits::PositionGrid> m_grid;  // of the positions when last indexed
+  HiddenTopics m_hidden;
 };
 
 // The text of a lens, such as "Priority".

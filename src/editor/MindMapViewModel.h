@@ -170,9 +170,10 @@ class MindMapViewModel : public EditorNavigation {
   void pushHistory(std::vector<MindMap>& stack);
   // Changes the topic and sets updatedAt; if there is no such topic, the map is written back as it is.
   void editNode(const QUuid& id, const std::function<void(Node&)>& change);
+  void moveUnseen(const std::vector<std::uint32_t>& ordinals, QPointF translation);
   void addNode(Node node, const std::optional<QUuid>& parentID);
-  template <class Record>
-  void editRecord(SharedArray<Record> MindMap::*records, const QUuid& id, const std::function<void(Record&)>& change);
+  // The same with the first edge that has this id.
+  void editEdge(const QUuid& id, const std::function<void(Edge&)>& change);
   void arrange(const std::vector<edits::Placement>& placements);
   void reconnectEdge(const QUuid& edgeID, QUuid Edge::*end, const QUuid& newID);
   void editRegion(const QUuid& id, bool stamps, const std::function<void(Region&)>& change);

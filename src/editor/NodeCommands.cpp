@@ -51,7 +51,7 @@ void MindMapViewModel::createChild(const QUuid& parentID) {
   const std::uint32_t parent = mapIndex().find(parentID);
   if (parent == MapIndex::npos) return;
   captureSnapshot(false);
-  const QPointF spot = edits::childSpot(mapIndex(), treeInfo(), parent);
+  const QPointF spot = edits::childSpot(mapIndex(), treeInfo(), positionGrid(), parent);
   addNode(edits::newTopic(spot, styleForDepth(treeInfo().depth(parentID).value_or(0) + 1)), parentID);
 }
 
@@ -62,7 +62,7 @@ void MindMapViewModel::createChildAt(const QUuid& parentID, double x, double y) 
 }
 
 QPointF MindMapViewModel::findFreeSpot(double x, double y, double direction, double step) {
-  return edits::freeSpot(mapIndex().positions(), QPointF(x, y), direction, step);
+  return edits::freeSpot(positionGrid(), QPointF(x, y), direction, step);
 }
 
 void MindMapViewModel::setNodeTitle(const QUuid& id, const QString& text) {
@@ -96,34 +96,47 @@ void MindMapViewModel::clearNodeImage(const QUuid& id) {
 void MindMapViewModel::moveSelectedNodes(QPointF translation) {
   if (!(std::hypot(translation.x(), translation.y()) > minMoveLength)) return;
   // An id without a topic moves nothing, and only a move takes a snapshot.
-  std::vector<QUuid> moved;
-  for (const QUuid& id : selectedNodeIDs())
-    if (hasNode(id)) moved.push_back(id);
+  std::vector<std::uint32_t> moved;
+  const MapIndex& index = mapIndex();
+  index.ids()->visitNumbers(selectedNodeIDs(), [&](std::uint32_t number) {
+    const std::uint32_t ordinal = number < index.numberCount() ? index.nodeOfNumber()[number] : MapIndex::npos;
+    if (ordinal != MapIndex::npos) moved.push_back(ordinal);
+  });
 
   // Each topic takes a snapshot of its own, of which the history keeps the last ones: earlier ones need not be taken.
   if (moved.size() > maxHistorySize) {
     const auto seen = moved.end() - maxHistorySize;
-    IdSet unseen;
-    std::for_each(moved.begin(), seen, [&](const QUuid& id) { unseen.insert(id); });
-    const MapIndex& index = mapIndex();
-    stampedEdit([&](MindMap& map) { edits::moveTopics(map, index, unseen, translation); });
+    moveUnseen({moved.begin(), seen}, translation);
     moved.erase(moved.begin(), seen);
   }
-  for (const QUuid& id : moved) {
+  for (const std::uint32_t ordinal : moved) {
     captureSnapshot(false);
-    editNode(id, [&](Node& node) { node.position += translation; });
+    stampedEdit([&](MindMap& map) { edits::moveTopics(map, {ordinal}, translation); });
   }
+}
+
+void MindMapViewModel::moveUnseen(const std::vector<std::uint32_t>& ordinals, QPointF translation) {
+  if (ordinals.size() < mindMap().nodes.size() / 2) {
+    stampedEdit([&](MindMap& map) { edits::moveTopics(map, ordinals, translation); });
+    return;
+  }
+  // Where most topics move, the index need not look for those that did.
+  std::vector<QPointF> positions = mapIndex().positions().toVector();
+  for (const std::uint32_t ordinal : ordinals) positions[ordinal] += translation;
+  rearrange(positions, [this](MindMap& map) { stamp(map); });
 }
 
 void MindMapViewModel::reparentNode(const QUuid& nodeID, const QUuid& newParentID) {
   if (!edits::canReparent(treeInfo(), nodeID, newParentID)) return;
   captureSnapshot(false);
-  stampedEdit([&](MindMap& map) { edits::reparent(map, nodeID, newParentID, newEdgeStyle()); });
+  const MapIndex& index = mapIndex();
+  stampedEdit([&](MindMap& map) { edits::reparent(map, index, nodeID, newParentID, newEdgeStyle()); });
 }
 
 void MindMapViewModel::deleteNode(const QUuid& id) {
   captureSnapshot(false);
-  edit([&](MindMap& map) { map.removeNode(id, m_services.clock.now()); });
+  const MapIndex& index = mapIndex();
+  stampedEdit([&](MindMap& map) { edits::removeRecords(map, index, {id}, {}, std::nullopt); });
   IdSet selected = selectedNodeIDs();
   selected.remove(id);
   setSelectedNodeIDs(std::move(selected));
@@ -134,8 +147,9 @@ void MindMapViewModel::deleteSelection() {
   const IdSet& edges = selectedEdgeIDs();
   if (nodes.empty() && edges.empty() && !selectedRegionID()) return;
   captureSnapshot(false);
+  const MapIndex& index = mapIndex();
   edit([&](MindMap& map) {
-    edits::removeRecords(map, nodes, edges, selectedRegionID());
+    edits::removeRecords(map, index, nodes, edges, selectedRegionID());
     // Removing only a region leaves the date alone.
     if (!nodes.empty() || !edges.empty()) stamp(map);
   });

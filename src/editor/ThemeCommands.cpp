@@ -59,7 +59,7 @@ void MindMapViewModel::applyLayout(MindMap::Layout layout, QSizeF canvasSize) {
   const auto algorithm = makeLayout(layout);
   if (!algorithm) return;
   captureSnapshot(false);
-  const PositionTable placed = algorithm->computePositions(mindMap().nodes, mindMap().edges, canvasSize);
+  const PositionTable placed = algorithm->positionsOf(mapIndex(), canvasSize);
   rearrange(edits::positionsAfter(placed, mapIndex()), [&](MindMap& map) {
     map.layout = layout;
     stamp(map);

@@ -9,23 +9,43 @@
 
 namespace quilmora {
 
+PositionTable::PositionTable(const MapIndex& index) : m_table(index.ids()), m_places(index.numberCount(), npos) {
+  m_numbers.reserve(index.numberCount());
+  m_ids.reserve(index.numberCount());
+  m_points.reserve(index.numberCount());
+}
+
 void PositionTable::set(const QUuid& id, QPointF point) {
-  const std::uint32_t number = m_ids.insert(id);
-  if (number == m_points.size())
-    m_points.push_back(point);
-  else
-    m_points[number] = point;
+  std::uint32_t number = m_table->find(id);
+  if (number == npos) {
+    // An index keeps its numbers to itself.
+    if (m_table.use_count() > 1) m_table = std::make_shared<IdTable>(*m_table);
+    number = m_table->insert(id);
+  }
+  setNumber(number, point);
+}
+
+void PositionTable::setNumber(std::uint32_t number, QPointF point) {
+  if (number >= m_places.size()) m_places.resize(number + 1, npos);
+  std::uint32_t& place = m_places[number];
+  if (place != npos) {
+    m_points[place] = point;
+    return;
+  }
+  place = static_cast<std::uint32_t>(m_points.size());
+  m_numbers.push_back(number);
+  m_ids.push_back((*m_table)[number]);
+  m_points.push_back(point);
 }
 
 std::optional<QPointF> PositionTable::find(const QUuid& id) const {
-  const std::uint32_t number = m_ids.find(id);
-  if (number == IdTable::npos) return std::nullopt;
-  return m_points[number];
+  const std::uint32_t place = placeOf(m_table->find(id));
+  if (place == npos) return std::nullopt;
+  return m_points[place];
 }
 
-void PositionTable::reserve(std::size_t count) {
-  m_ids.reserve(count);
-  m_points.reserve(count);
+std::uint32_t PositionTable::numberIn(const MapIndex& index, std::size_t place) const {
+  return m_table == index.ids() ? m_numbers[place] : npos;
 }
 
 std::unique_ptr<LayoutAlgorithm> makeLayout(MindMap::Layout layout) {

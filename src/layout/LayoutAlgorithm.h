@@ -7,26 +7,40 @@
 #include <QPointF>
 #include <QSizeF>
 
-#include "model/IdTable.h"
-#include "model/MindMap.h"
+#include "model/MapIndex.h"
 
 namespace quilmora {
 
 // Points by topic id, in the order of placement. Setting an id again replaces its point.
 class PositionTable {
  public:
+  PositionTable() : m_table(std::make_shared<IdTable>()) {}
+  // For the topics of an index, whose numbers save searching for ids.
+  explicit PositionTable(const MapIndex& index);
+
   void set(const QUuid& id, QPointF point);
+  // By a number of the index.
+  void setNumber(std::uint32_t number, QPointF point);
   std::optional<QPointF> find(const QUuid& id) const;
-  bool contains(const QUuid& id) const { return m_ids.contains(id); }
+  bool contains(const QUuid& id) const { return placeOf(m_table->find(id)) != npos; }
+  bool containsNumber(std::uint32_t number) const { return placeOf(number) != npos; }
   std::size_t size() const { return m_points.size(); }
   bool empty() const { return m_points.empty(); }
-  const std::vector<QUuid>& ids() const { return m_ids.ids(); }
+  const std::vector<QUuid>& ids() const { return m_ids; }
   const std::vector<QPointF>& points() const { return m_points; }
   std::vector<QPointF>& points() { return m_points; }
-  void reserve(std::size_t count);
+  // The number of the point at this place in an index, if the table was made for it; else npos.
+  std::uint32_t numberIn(const MapIndex& index, std::size_t place) const;
 
  private:
-  IdTable m_ids;
+  static constexpr std::uint32_t npos = IdTable::npos;
+
+  std::uint32_t placeOf(std::uint32_t number) const { return number < m_places.size() ? m_places[number] : npos; }
+
+  std::shared_ptr<IdTable> m_table;     // may be an index's own
+  std::vector<std::uint32_t> m_places;  // by number in the table: where its point is
+  std::vector<std::uint32_t> m_numbers;
+  std::vector<QUuid> m_ids;
   std::vector<QPointF> m_points;
 };
 
@@ -35,8 +49,11 @@ class PositionTable {
 class LayoutAlgorithm {
  public:
   virtual ~LayoutAlgorithm() = default;
-  virtual PositionTable computePositions(const SharedArray<Node>& nodes, const SharedArray<Edge>& edges,
-                                         QSizeF canvasSize) const = 0;
+  virtual PositionTable positionsOf(const MapIndex& index, QSizeF canvasSize) const = 0;
+  PositionTable computePositions(const SharedArray<Node>& nodes, const SharedArray<Edge>& edges,
+                                 QSizeF canvasSize) const {
+    return positionsOf(MapIndex(nodes, edges), canvasSize);
+  }
 };
 
 // The algorithm and constants for a layout value; nothing for `manual`.

@@ -14,9 +14,8 @@ constexpr double bottomRowStep = 80.0;
 void placeUnreached(PositionTable& table, const MapIndex& index, QSizeF canvasSize) {
   double count = 0.0;
   for (const std::uint32_t number : index.numberOfNode()) {
-    const QUuid& id = (*index.ids())[number];
-    if (table.contains(id)) continue;
-    table.set(id, QPointF(bottomRowInset + bottomRowStep * count, canvasSize.height() - bottomRowInset));
+    if (table.containsNumber(number)) continue;
+    table.setNumber(number, QPointF(bottomRowInset + bottomRowStep * count, canvasSize.height() - bottomRowInset));
     count += 1.0;
   }
 }

@@ -6,7 +6,8 @@ namespace quilmora {
 
 class MapIndex;
 
-// Places every topic without a position in a row along the bottom of the canvas, in the order of the topics.
+// Places every topic of the table's index without a position in a row along the bottom of the canvas, in the order of
+// the topics.
 void placeUnreached(PositionTable& table, const MapIndex& index, QSizeF canvasSize);
 
 }  // namespace quilmora

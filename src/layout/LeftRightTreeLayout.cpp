@@ -12,9 +12,12 @@ namespace {
 class LeftRightPlacement {
  public:
   LeftRightPlacement(const LeftRightTreeLayout& layout, const MapIndex& index, QPointF center)
-      : m_layout(layout), m_index(index), m_children(index), m_center(center), m_placed(index.numberCount(), 0) {
-    m_table.reserve(index.numberCount());
-  }
+      : m_layout(layout),
+        m_index(index),
+        m_children(index),
+        m_center(center),
+        m_placed(index.numberCount(), 0),
+        m_table(index) {}
 
   PositionTable run() {
     for (const std::uint32_t number : m_index.numberOfNode())
@@ -64,7 +67,7 @@ class LeftRightPlacement {
 
   void put(std::uint32_t number, QPointF point) {
     m_placed[number] = 1;
-    m_table.set((*m_index.ids())[number], point);
+    m_table.setNumber(number, point);
   }
 
   const LeftRightTreeLayout& m_layout;
@@ -77,10 +80,8 @@ class LeftRightPlacement {
 
 }  // namespace
 
-PositionTable LeftRightTreeLayout::computePositions(const SharedArray<Node>& nodes, const SharedArray<Edge>& edges,
-                                                    QSizeF canvasSize) const {
-  if (nodes.empty()) return {};
-  const MapIndex index(nodes, edges);
+PositionTable LeftRightTreeLayout::positionsOf(const MapIndex& index, QSizeF canvasSize) const {
+  if (index.numberOfNode().empty()) return {};
   const QPointF center(canvasSize.width() * 0.5, canvasSize.height() * 0.5);
   PositionTable table = LeftRightPlacement(*this, index, center).run();
   placeUnreached(table, index, canvasSize);

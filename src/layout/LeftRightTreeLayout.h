@@ -12,8 +12,7 @@ struct LeftRightTreeLayout final : LayoutAlgorithm {
   LeftRightTreeLayout() = default;
   LeftRightTreeLayout(double level, double sibling) : levelSpacing(level), siblingSpacing(sibling) {}
 
-  PositionTable computePositions(const SharedArray<Node>& nodes, const SharedArray<Edge>& edges,
-                                 QSizeF canvasSize) const override;
+  PositionTable positionsOf(const MapIndex& index, QSizeF canvasSize) const override;
 };
 
 }  // namespace quilmora

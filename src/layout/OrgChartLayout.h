@@ -14,10 +14,9 @@ struct OrgChartLayout final : LayoutAlgorithm {
   OrgChartLayout(double level, double sibling, double subtree)
       : levelSpacing(level), siblingSpacing(sibling), subtreeSpacing(subtree) {}
 
-  PositionTable computePositions(const SharedArray<Node>& nodes, const SharedArray<Edge>& edges,
-                                 QSizeF canvasSize) const override {
+  PositionTable positionsOf(const MapIndex& index, QSizeF canvasSize) const override {
     return TreeLayout(TreeLayout::Orientation::vertical, levelSpacing, siblingSpacing, subtreeSpacing)
-        .computePositions(nodes, edges, canvasSize);
+        .positionsOf(index, canvasSize);
   }
 };
 

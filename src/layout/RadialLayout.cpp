@@ -98,10 +98,9 @@ class RadialPlacement {
   }
 
   PositionTable table(QSizeF canvasSize) const {
-    PositionTable result;
-    result.reserve(m_placed.size());
+    PositionTable result(m_index);
     for (std::uint32_t number = 0; number < m_placed.size(); ++number)
-      if (m_placed[number]) result.set((*m_index.ids())[number], m_points[number]);
+      if (m_placed[number]) result.setNumber(number, m_points[number]);
     placeUnreached(result, m_index, canvasSize);
     return result;
   }
@@ -168,10 +167,8 @@ class RadialPlacement {
 
 }  // namespace
 
-PositionTable RadialLayout::computePositions(const SharedArray<Node>& nodes, const SharedArray<Edge>& edges,
-                                             QSizeF canvasSize) const {
-  if (nodes.empty()) return {};
-  const MapIndex index(nodes, edges);
+PositionTable RadialLayout::positionsOf(const MapIndex& index, QSizeF canvasSize) const {
+  if (index.numberOfNode().empty()) return {};
   RadialPlacement placement(*this, index, QPointF(canvasSize.width() * 0.5, canvasSize.height() * 0.5));
   placement.run();
   return placement.table(canvasSize);

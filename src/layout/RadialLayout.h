@@ -12,8 +12,7 @@ struct RadialLayout final : LayoutAlgorithm {
   RadialLayout() = default;
   RadialLayout(double base, double spacing) : baseRadius(base), ringSpacing(spacing) {}
 
-  PositionTable computePositions(const SharedArray<Node>& nodes, const SharedArray<Edge>& edges,
-                                 QSizeF canvasSize) const override;
+  PositionTable positionsOf(const MapIndex& index, QSizeF canvasSize) const override;
 };
 
 }  // namespace quilmora

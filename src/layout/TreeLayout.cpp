@@ -10,9 +10,7 @@ namespace {
 class TreePlacement {
  public:
   TreePlacement(const TreeLayout& layout, const MapIndex& index)
-      : m_layout(layout), m_index(index), m_children(index), m_visited(index.numberCount(), 0) {
-    m_table.reserve(index.numberCount());
-  }
+      : m_layout(layout), m_index(index), m_children(index), m_visited(index.numberCount(), 0), m_table(index) {}
 
   PositionTable run() {
     std::vector<std::uint32_t> roots;
@@ -72,7 +70,7 @@ class TreePlacement {
   void place(std::uint32_t number, std::size_t depth, double cross) {
     const double along = static_cast<double>(depth) * m_layout.levelSpacing;
     const bool isHorizontal = m_layout.orientation == TreeLayout::Orientation::horizontal;
-    m_table.set((*m_index.ids())[number], isHorizontal ? QPointF(along, cross) : QPointF(cross, along));
+    m_table.setNumber(number, isHorizontal ? QPointF(along, cross) : QPointF(cross, along));
   }
 
   const TreeLayout& m_layout;
@@ -86,10 +84,8 @@ class TreePlacement {
 
 }  // namespace
 
-PositionTable TreeLayout::computePositions(const SharedArray<Node>& nodes, const SharedArray<Edge>& edges,
-                                           QSizeF canvasSize) const {
-  if (nodes.empty()) return {};
-  const MapIndex index(nodes, edges);
+PositionTable TreeLayout::positionsOf(const MapIndex& index, QSizeF canvasSize) const {
+  if (index.numberOfNode().empty()) return {};
   return centerPositions(TreePlacement(*this, index).run(), canvasSize);
 }
 

@@ -17,8 +17,7 @@ struct TreeLayout final : LayoutAlgorithm {
   TreeLayout(Orientation o, double level, double sibling, double subtree)
       : orientation(o), levelSpacing(level), siblingSpacing(sibling), subtreeSpacing(subtree) {}
 
-  PositionTable computePositions(const SharedArray<Node>& nodes, const SharedArray<Edge>& edges,
-                                 QSizeF canvasSize) const override;
+  PositionTable positionsOf(const MapIndex& index, QSizeF canvasSize) const override;
 };
 
 }  // namespace quilmora

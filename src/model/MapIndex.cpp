@@ -1,58 +1,119 @@
 #include "model/MapIndex.h"
 
 #include <algorithm>
+#include <cstring>
+#include <functional>
 
 namespace quilmora {
 
 namespace {
 
-// The blocks in which two arrays differ, without the equal blocks at both ends. Starts and ends are record ordinals.
-struct Difference {
-  std::size_t firstBlock = 0;  // the same in both arrays
-  std::size_t oldStart = 0;    // first record that may differ
-  std::size_t oldEnd = 0;      // records of the old array from here on equal those of the new array from newEnd on
-  std::size_t newEnd = 0;
-  std::size_t newEndBlock = 0;
+using Numbers = std::vector<std::uint32_t>;
+
+bool isSame(QPointF a, QPointF b) {
+  // QPointF compares with a tolerance; here points must be equal bit for bit.
+  return std::memcmp(&a, &b, sizeof(QPointF)) == 0;
+}
+
+std::uint32_t keyOf(const QUuid& id) {
+  std::uint32_t words[4];
+  static_assert(sizeof(words) == sizeof(QUuid));
+  std::memcpy(words, &id, sizeof(words));
+  return words[0] ^ words[1] ^ words[2] ^ words[3];
+}
+
+// The places of a value, ascending. Blockwise, so that the compiler compares several values at once.
+std::vector<std::size_t> placesOf(const PagedArray<std::uint32_t>& values, std::uint32_t wanted) {
+  std::vector<std::size_t> places;
+  std::size_t start = 0;
+  values.visitRuns(0, values.size(), [&](const std::uint32_t* run, std::size_t count) {
+    if (std::count(run, run + count, wanted) > 0)
+      for (std::size_t i = 0; i < count; ++i)
+        if (run[i] == wanted) places.push_back(start + i);
+    start += count;
+  });
+  return places;
+}
+
+// Larger changes cost about as much to follow as to begin anew.
+bool isSmall(const std::vector<ArrayChange>& runs, std::size_t total) {
+  std::size_t count = 0;
+  for (const ArrayChange& run : runs) count += run.oldEnd - run.oldStart + run.newEnd - run.newStart;
+  return count <= 4096 + total / 8;
+}
+
+// Two rows without the equal values at both of their ends.
+template <class Values>
+struct Differing {
+  template <class Same>
+  Differing(const Values& one, const Values& other, Same same) : before(one), now(other) {
+    const auto first = std::ranges::mismatch(before, now, same);
+    start = static_cast<std::size_t>(first.in1 - before.begin());
+    std::size_t tail = 0;
+    while (start + tail < before.size() && start + tail < now.size() &&
+           same(before[before.size() - 1 - tail], now[now.size() - 1 - tail]))
+      ++tail;
+    const auto cut = [&](Values& values) {
+      values.erase(values.end() - static_cast<std::ptrdiff_t>(tail), values.end());
+      values.erase(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(start));
+    };
+    cut(before);
+    cut(now);
+  }
+
+  std::size_t start = 0;
+  Values before;
+  Values now;
 };
 
-template <class T>
-std::size_t blockEnd(const SharedArray<T>& array, std::size_t k) {
-  return array.blockStart(k) + array.block(k).size();
+bool isSubsequence(const Numbers& few, const Numbers& many) {
+  auto next = few.begin();
+  for (const std::uint32_t number : many)
+    if (next != few.end() && *next == number) ++next;
+  return next == few.end();
 }
 
-template <class T>
-Difference differenceOf(const SharedArray<T>& before, const SharedArray<T>& after) {
-  std::size_t first = 0;
-  std::size_t oldLast = before.blockCount();
-  std::size_t newLast = after.blockCount();
-  while (first < oldLast && first < newLast && &before.block(first) == &after.block(first)) ++first;
-  while (oldLast > first && newLast > first && &before.block(oldLast - 1) == &after.block(newLast - 1)) {
-    --oldLast;
-    --newLast;
-  }
-  Difference difference;
-  difference.firstBlock = first;
-  difference.oldStart = first < before.blockCount() ? before.blockStart(first) : before.size();
-  difference.oldEnd = oldLast > first ? blockEnd(before, oldLast - 1) : difference.oldStart;
-  difference.newEndBlock = newLast;
-  difference.newEnd = newLast > first ? blockEnd(after, newLast - 1) : difference.oldStart;
-  return difference;
-}
-
-// Replaces values[start, end) by `fresh`.
+// The values that all runs together replace.
 template <class Value>
-void splice(std::vector<Value>& values, std::size_t start, std::size_t end, const std::vector<Value>& fresh) {
-  const std::size_t common = std::min(end - start, fresh.size());
-  std::copy_n(fresh.begin(), common, values.begin() + start);
-  if (fresh.size() > common)
-    values.insert(values.begin() + start + common, fresh.begin() + common, fresh.end());
-  else
-    values.erase(values.begin() + start + common, values.begin() + end);
+std::vector<Value> valuesOf(const std::vector<ArrayChange>& runs, const PagedArray<Value>& values) {
+  std::vector<Value> result;
+  for (const ArrayChange& run : runs)
+    for (std::size_t i = run.oldStart; i < run.oldEnd; ++i) result.push_back(values[i]);
+  return result;
 }
 
-bool isSameRange(const std::vector<std::uint32_t>& values, std::size_t start, std::size_t end,
-                 const std::vector<std::uint32_t>& fresh) {
-  return fresh.size() == end - start && std::equal(fresh.begin(), fresh.end(), values.begin() + start);
+template <class Value>
+std::vector<Value> part(const std::vector<Value>& values, std::size_t& next, std::size_t count) {
+  const auto first = values.begin() + static_cast<std::ptrdiff_t>(next);
+  next += count;
+  return {first, first + static_cast<std::ptrdiff_t>(count)};
+}
+
+// Notes which numbers became or ceased to be a topic's. Topics that change places with others are no small change.
+void noteTopics(const std::vector<ArrayChange>& runs, const Numbers& before, const Numbers& now,
+                MapIndex::Change& change) {
+  std::size_t old = 0;
+  std::size_t fresh = 0;
+  for (const ArrayChange& run : runs) {
+    const Differing<Numbers> differing(part(before, old, run.oldEnd - run.oldStart),
+                                       part(now, fresh, run.newEnd - run.newStart), std::equal_to<>());
+    const bool isRemoval = differing.now.size() < differing.before.size();
+    const Numbers& many = isRemoval ? differing.before : differing.now;
+    const Numbers& few = isRemoval ? differing.now : differing.before;
+    if (!isSubsequence(few, many)) {
+      change.isSmall = false;
+      return;
+    }
+    auto next = few.begin();
+    for (const std::uint32_t number : many)
+      if (next != few.end() && *next == number)
+        ++next;
+      else
+        change.topics.push_back(number);
+  }
+  Numbers sorted = change.topics;
+  std::ranges::sort(sorted);
+  change.isSmall = change.isSmall && std::ranges::adjacent_find(sorted) == sorted.end();
 }
 
 }  // namespace
@@ -62,18 +123,20 @@ MapIndex::Change MapIndex::update(const SharedArray<Node>& nodes, const SharedAr
   const bool startsAfresh = m_ids->size() > 2 * (nodes.size() + edges.size()) + 1024;
   if (startsAfresh) *this = MapIndex();
   Change change;
-  change.structure = updateNodes(nodes, change.positions);
-  change.structure |= updateEdges(edges);
-  // Earlier numbers are invalid now, even if the map became empty and the fresh index has nothing to take in.
-  change.structure |= startsAfresh;
-  change.positions |= startsAfresh;
-  if (numberCount() < m_ids->size()) m_nodeOfNumber.write().resize(m_ids->size(), npos);
+  updateNodes(nodes, change);
+  updateEdges(edges, change);
+  if (startsAfresh) {
+    // Earlier numbers are invalid now, even if the map became empty and the fresh index has nothing to take in.
+    change.structure = change.positions = true;
+    change.isSmall = false;
+  }
+  m_nodeOfNumber.resize(m_ids->size(), npos);
   return change;
 }
 
 std::uint32_t MapIndex::find(const QUuid& id) const {
   const std::uint32_t number = m_ids->find(id);
-  return number < numberCount() ? (*m_nodeOfNumber)[number] : npos;
+  return number < numberCount() ? m_nodeOfNumber[number] : npos;
 }
 
 // Most changed records keep their ids: trying the number from the same place saves the search.
@@ -83,71 +146,145 @@ std::uint32_t MapIndex::numberOf(const QUuid& id, std::uint32_t likely) {
   return number == npos ? m_ids->insert(id) : number;
 }
 
-bool MapIndex::updateNodes(const SharedArray<Node>& nodes, bool& positionsChanged) {
-  if (nodes.sharesStorageWith(m_nodes)) return false;
-  const Difference difference = differenceOf(m_nodes, nodes);
-  const std::size_t count = difference.newEnd - difference.oldStart;
-  const std::vector<std::uint32_t>& numbersBefore = *m_numberOfNode;
-  std::vector<std::uint32_t> numbers;
-  std::vector<QPointF> positions;
-  numbers.reserve(count);
-  positions.reserve(count);
+void MapIndex::updateNodes(const SharedArray<Node>& nodes, Change& change) {
+  if (nodes.sharesStorageWith(m_nodes)) return;
+  const std::vector<ArrayChange> runs = ArrayComparison(m_nodes, nodes).changes();
   if (m_ids->empty()) m_ids->reserve(nodes.size());
-  for (std::size_t k = difference.firstBlock; k < difference.newEndBlock; ++k)
-    for (const Node& node : nodes.block(k)) {
-      const std::size_t ordinal = difference.oldStart + numbers.size();
-      numbers.push_back(numberOf(node.id, ordinal < numbersBefore.size() ? numbersBefore[ordinal] : npos));
-      positions.push_back(node.position);
-    }
-  const bool sameStructure = isSameRange(numbersBefore, difference.oldStart, difference.oldEnd, numbers);
-  // QPointF compares with a tolerance; here points must be equal bit for bit.
-  const bool samePositions =
-      sameStructure && std::equal(positions.begin(), positions.end(), m_positions->begin() + difference.oldStart,
-                                  [](QPointF a, QPointF b) { return a.x() == b.x() && a.y() == b.y(); });
-  if (!samePositions) splice(m_positions.write(), difference.oldStart, difference.oldEnd, positions);
-  positionsChanged = !samePositions;
-  if (!sameStructure) {
-    const std::size_t countBefore = numbersBefore.size();
-    const bool isAppend = difference.oldEnd == countBefore && numbers.size() >= countBefore - difference.oldStart &&
-                          std::equal(numbersBefore.begin() + difference.oldStart, numbersBefore.end(), numbers.begin());
-    splice(m_numberOfNode.write(), difference.oldStart, difference.oldEnd, numbers);
-    renumber(isAppend ? countBefore : 0);
+  Numbers numbers;
+  std::vector<QPointF> positions;
+  for (const ArrayChange& run : runs) {
+    std::size_t ordinal = run.oldStart;
+    for (std::size_t k = run.firstBlock; k < run.endBlock; ++k)
+      for (const Node& node : nodes.block(k)) {
+        numbers.push_back(numberOf(node.id, ordinal < run.oldEnd ? m_numberOfNode[ordinal] : npos));
+        positions.push_back(node.position);
+        ++ordinal;
+      }
   }
   m_nodes = nodes;
-  return !sameStructure;
+  change.isSmall = change.isSmall && isSmall(runs, nodes.size());
+  const Numbers numbersBefore = valuesOf(runs, m_numberOfNode);
+  const std::vector<QPointF> positionsBefore = valuesOf(runs, m_positions);
+  const bool isOther = numbersBefore != numbers;
+  change.positions = isOther || !std::ranges::equal(positionsBefore, positions, isSame);
+  if (change.positions) m_positions.splice(runs, positions);
+  if (change.positions && change.isSmall) {
+    Differing<std::vector<QPointF>> differing(positionsBefore, positions, isSame);
+    change.left = std::move(differing.before);
+    change.came = std::move(differing.now);
+  }
+  if (!isOther) return;
+  change.structure = true;
+  m_numberOfNode.splice(runs, numbers);
+  if (change.isSmall) noteTopics(runs, numbersBefore, numbers, change);
+  if (m_hasTwins || !renumberRuns(runs, numbersBefore, numbers)) renumberAll();
+  change.isSmall = change.isSmall && !m_hasTwins;
 }
 
-void MapIndex::renumber(std::size_t first) {
-  std::vector<std::uint32_t>& nodeOfNumber = m_nodeOfNumber.write();
-  if (first == 0) nodeOfNumber.clear();
-  nodeOfNumber.resize(m_ids->size(), npos);
-  const std::vector<std::uint32_t>& numberOfNode = *m_numberOfNode;
-  for (std::size_t i = first; i < numberOfNode.size(); ++i)
-    nodeOfNumber[numberOfNode[i]] = static_cast<std::uint32_t>(i);
-}
-
-bool MapIndex::updateEdges(const SharedArray<Edge>& edges) {
-  if (edges.sharesStorageWith(m_edges)) return false;
-  const Difference difference = differenceOf(m_edges, edges);
-  std::vector<std::uint32_t> from;
-  std::vector<std::uint32_t> to;
-  from.reserve(difference.newEnd - difference.oldStart);
-  to.reserve(from.capacity());
-  for (std::size_t k = difference.firstBlock; k < difference.newEndBlock; ++k)
-    for (const Edge& edge : edges.block(k)) {
-      const std::size_t ordinal = difference.oldStart + from.size();
-      const bool hadOne = ordinal < m_edgeFrom->size();
-      from.push_back(numberOf(edge.from, hadOne ? (*m_edgeFrom)[ordinal] : npos));
-      to.push_back(numberOf(edge.to, hadOne ? (*m_edgeTo)[ordinal] : npos));
+bool MapIndex::renumberRuns(const std::vector<ArrayChange>& runs, const Numbers& before, const Numbers& now) {
+  m_nodeOfNumber.resize(m_ids->size(), npos);
+  PagedArray<std::uint32_t>::Writer nodeOfNumber(m_nodeOfNumber);
+  for (const std::uint32_t number : before) nodeOfNumber[number] = npos;
+  std::size_t next = 0;
+  std::size_t moved = m_numberOfNode.size();
+  for (const ArrayChange& run : runs) {
+    for (std::size_t i = run.newStart; i < run.newEnd; ++i) {
+      std::uint32_t& ordinal = nodeOfNumber[now[next++]];
+      if (ordinal != npos) return false;
+      ordinal = static_cast<std::uint32_t>(i);
     }
-  const bool isSame = isSameRange(*m_edgeFrom, difference.oldStart, difference.oldEnd, from) &&
-                      isSameRange(*m_edgeTo, difference.oldStart, difference.oldEnd, to);
-  if (!isSame) {
-    splice(m_edgeFrom.write(), difference.oldStart, difference.oldEnd, from);
-    splice(m_edgeTo.write(), difference.oldStart, difference.oldEnd, to);
+    if (run.oldEnd != run.newEnd) moved = std::min(moved, run.newEnd);
+  }
+  std::uint32_t ordinal = static_cast<std::uint32_t>(moved);
+  m_numberOfNode.visitRuns(moved, m_numberOfNode.size(), [&](const std::uint32_t* numbers, std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i) nodeOfNumber[numbers[i]] = ordinal++;
+  });
+  return true;
+}
+
+void MapIndex::renumberAll() {
+  m_nodeOfNumber.clear();
+  m_nodeOfNumber.resize(m_ids->size(), npos);
+  m_hasTwins = false;
+  if (m_nodeOfNumber.empty()) return;
+  PagedArray<std::uint32_t>::Writer nodeOfNumber(m_nodeOfNumber);
+  std::uint32_t ordinal = 0;
+  for (const std::uint32_t number : m_numberOfNode) {
+    m_hasTwins = m_hasTwins || nodeOfNumber[number] != npos;
+    nodeOfNumber[number] = ordinal++;
+  }
+}
+
+void MapIndex::updateEdges(const SharedArray<Edge>& edges, Change& change) {
+  if (edges.sharesStorageWith(m_edges)) return;
+  const std::vector<ArrayChange> runs = ArrayComparison(m_edges, edges).changes();
+  Numbers from;
+  Numbers to;
+  Numbers keys;
+  for (const ArrayChange& run : runs) {
+    std::size_t ordinal = run.oldStart;
+    for (std::size_t k = run.firstBlock; k < run.endBlock; ++k)
+      for (const Edge& edge : edges.block(k)) {
+        keys.push_back(keyOf(edge.id));
+        const bool hadOne = ordinal < run.oldEnd;
+        from.push_back(numberOf(edge.from, hadOne ? m_edgeFrom[ordinal] : npos));
+        to.push_back(numberOf(edge.to, hadOne ? m_edgeTo[ordinal] : npos));
+        ++ordinal;
+      }
   }
   m_edges = edges;
-  return !isSame;
+  m_edgeKeys.splice(runs, keys);
+  if (valuesOf(runs, m_edgeFrom) == from && valuesOf(runs, m_edgeTo) == to) return;
+  change.structure = true;
+  change.isSmall = change.isSmall && isSmall(runs, edges.size());
+  if (change.isSmall) noteLinks(runs, from, to, change);
+  m_edgeFrom.splice(runs, from);
+  m_edgeTo.splice(runs, to);
+}
+
+std::vector<std::size_t> MapIndex::edgesWithId(const QUuid& id) const {
+  std::vector<std::size_t> ordinals = placesOf(m_edgeKeys, keyOf(id));
+  std::erase_if(ordinals, [&](std::size_t ordinal) { return m_edges[ordinal].id != id; });
+  return ordinals;
+}
+
+std::vector<std::size_t> MapIndex::edgesWithIds(const IdSet& ids) const {
+  std::vector<std::size_t> ordinals;
+  std::size_t ordinal = 0;
+  for (const Edge& edge : m_edges) {
+    if (ids.contains(edge.id)) ordinals.push_back(ordinal);
+    ++ordinal;
+  }
+  return ordinals;
+}
+
+std::vector<std::size_t> MapIndex::edgesLeadingTo(std::uint32_t number) const {
+  return placesOf(m_edgeTo, number);
+}
+
+std::vector<std::size_t> MapIndex::edgesTouching(std::uint32_t number) const {
+  const std::vector<std::size_t> out = placesOf(m_edgeFrom, number);
+  const std::vector<std::size_t> in = placesOf(m_edgeTo, number);
+  std::vector<std::size_t> ordinals;
+  std::ranges::set_union(out, in, std::back_inserter(ordinals));
+  return ordinals;
+}
+
+void MapIndex::noteLinks(const std::vector<ArrayChange>& runs, const Numbers& from, const Numbers& to,
+                         Change& change) const {
+  using Links = std::vector<Link>;
+  std::size_t next = 0;
+  for (const ArrayChange& run : runs) {
+    Links before;
+    Links now;
+    for (std::size_t i = run.oldStart; i < run.oldEnd; ++i) before.push_back({m_edgeFrom[i], m_edgeTo[i]});
+    for (std::size_t i = run.newStart; i < run.newEnd; ++i, ++next) now.push_back({from[next], to[next]});
+    Differing<Links> differing(before, now, std::equal_to<>());
+    if (differing.before.empty() && differing.now.empty()) continue;
+    const bool isAtEnd = run.newStart + differing.start + differing.now.size() == m_edges.size();
+    change.links.push_back(
+        {run.newStart + differing.start, isAtEnd, std::move(differing.before), std::move(differing.now)});
+  }
 }
 
 ChildTable::ChildTable(const MapIndex& index)

@@ -156,6 +156,23 @@ class SharedArray {
     return removed;
   }
 
+  // Removes the records at these indexes, which must ascend; the other blocks stay shared.
+  void eraseAt(const std::vector<std::size_t>& indexes) {
+    auto next = indexes.begin();
+    while (next != indexes.end()) {
+      Entry& entry = ownList().entries[blockOf(*next)];
+      auto kept = std::make_shared<Block>();
+      kept->reserve(entry.block->size());
+      for (std::size_t i = 0; i < entry.block->size(); ++i)
+        if (next != indexes.end() && *next == entry.start + i)
+          ++next;
+        else
+          kept->push_back((*entry.block)[i]);
+      entry.block = std::move(kept);
+    }
+    if (!indexes.empty()) tidy();
+  }
+
   void clear() { m_list.reset(); }
 
   bool sharesStorageWith(const SharedArray& other) const { return m_list == other.m_list; }

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "model/TreeChange.h"
+
 namespace quilmora {
 
 TreeInfo::TreeInfo() {
@@ -11,49 +13,67 @@ TreeInfo::TreeInfo() {
 
 TreeInfo::TreeInfo(const MapIndex& index) {
   auto data = std::make_shared<Data>();
-  ChildTable children(index);
+  const ChildTable children(index);
   const std::uint32_t count = index.numberCount();
   data->ids = index.ids();
-  data->parents.assign(count, npos);
-  data->depths.assign(count, -1);
 
-  const auto& from = index.edgeFrom();
-  const auto& to = index.edgeTo();
-  for (std::size_t i = 0; i < from.size(); ++i) data->parents[to[i]] = from[i];
+  std::vector<std::uint32_t> parents(count, npos);
+  std::vector<std::uint32_t> edgesTo(count, 0);
+  auto from = index.edgeFrom().begin();
+  for (const std::uint32_t to : index.edgeTo()) {
+    parents[to] = *from++;
+    ++edgesTo[to];
+  }
 
   // Breadth first, so that a topic with several parents gets its shortest distance from a root.
+  std::vector<int> depths(count, none);
+  std::vector<QUuid> roots;
   std::vector<std::uint32_t> queue;
   queue.reserve(count);
-  std::vector<char> isTopic(count, 0);
   for (const std::uint32_t number : index.numberOfNode()) {
-    if (std::exchange(isTopic[number], 1)) continue;
-    if (children.isTarget[number]) continue;
-    data->roots.push_back((*data->ids)[number]);
-    data->depths[number] = 0;
+    if (edgesTo[number] > 0 || depths[number] == 0) continue;
+    roots.push_back((*data->ids)[number]);
+    depths[number] = 0;
     queue.push_back(number);
   }
+  std::vector<std::uint32_t> countOfDepth(1, 0);
   for (std::size_t head = 0; head < queue.size(); ++head) {
     const std::uint32_t number = queue[head];
-    data->maxDepth = std::max(data->maxDepth, data->depths[number]);
+    const auto depth = static_cast<std::size_t>(depths[number]);
+    countOfDepth.resize(depth + 1);
+    countOfDepth[depth] += depth > 0;
     for (std::uint32_t k = children.start[number]; k < children.start[number + 1]; ++k) {
       const std::uint32_t child = children.numbers[k];
-      if (data->depths[child] >= 0) continue;
-      data->depths[child] = data->depths[number] + 1;
+      if (depths[child] >= 0) continue;
+      depths[child] = depths[number] + 1;
       queue.push_back(child);
     }
   }
+  data->maxDepth = static_cast<int>(countOfDepth.size()) - 1;
   for (const std::uint32_t number : index.numberOfNode())
-    if (data->depths[number] < 0) data->depths[number] = 0;
+    if (depths[number] == none) depths[number] = unreached;
 
-  data->childStart = std::move(children.start);
-  data->children = std::move(children.numbers);
+  data->children = ChildLists(children);
+  data->parents = PagedArray(parents);
+  data->edgesTo = PagedArray(edgesTo);
+  data->depths = PagedArray(depths);
+  data->countOfDepth = PagedArray(countOfDepth);
+  data->roots = std::make_shared<const std::vector<QUuid>>(std::move(roots));
   m_data = std::move(data);
+}
+
+std::optional<TreeInfo> TreeInfo::followed(const MapIndex& index, const MapIndex::Change& change) const {
+  if (!change.isSmall || m_data->ids != index.ids()) return std::nullopt;
+  std::shared_ptr<const Data> data = TreeChange(*m_data, index, change).run();
+  if (!data) return std::nullopt;
+  return TreeInfo(std::move(data));
 }
 
 std::optional<int> TreeInfo::depth(const QUuid& id) const {
   const std::uint32_t n = number(id);
-  if (n >= numberCount() || m_data->depths[n] < 0) return std::nullopt;
-  return m_data->depths[n];
+  if (n >= numberCount()) return std::nullopt;
+  const int depth = depthOfNumber(n);
+  return depth < 0 ? std::nullopt : std::optional(depth);
 }
 
 std::optional<QUuid> TreeInfo::parent(const QUuid& id) const {
@@ -64,8 +84,7 @@ std::optional<QUuid> TreeInfo::parent(const QUuid& id) const {
 
 std::span<const std::uint32_t> TreeInfo::childNumbers(std::uint32_t number) const {
   if (number >= numberCount()) return {};
-  const auto& start = m_data->childStart;
-  return std::span(m_data->children).subspan(start[number], start[number + 1] - start[number]);
+  return m_data->children[number];
 }
 
 }  // namespace quilmora

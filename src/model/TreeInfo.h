@@ -8,6 +8,7 @@
 
 #include <QUuid>
 
+#include "model/ChildLists.h"
 #include "model/MapIndex.h"
 
 namespace quilmora {
@@ -21,6 +22,11 @@ class TreeInfo {
   TreeInfo();
   explicit TreeInfo(const MapIndex& index);
 
+  // The tree after a change that `index` has taken in, at the cost of what the change touches: the children lists of
+  // the parents concerned, and the topics whose depth is another one. Nothing where only a tree built anew can tell:
+  // after a large change, or where topics with several parents or a new cycle are concerned.
+  std::optional<TreeInfo> followed(const MapIndex& index, const MapIndex::Change& change) const;
+
   // Distance from the nearest root; 0 for roots and for topics that no root reaches. Nothing for an unknown id.
   std::optional<int> depth(const QUuid& id) const;
   // By the last edge that leads to the id.
@@ -32,7 +38,7 @@ class TreeInfo {
   }
   std::size_t childCount(const QUuid& id) const { return childNumbers(number(id)).size(); }
   // Topics that no edge leads to, in the order of the map's topics.
-  const std::vector<QUuid>& roots() const { return m_data->roots; }
+  const std::vector<QUuid>& roots() const { return *m_data->roots; }
   // The greatest depth reached from a root.
   int maxDepth() const { return m_data->maxDepth; }
 
@@ -43,18 +49,34 @@ class TreeInfo {
   std::span<const std::uint32_t> childNumbers(std::uint32_t number) const;
   std::uint32_t parentNumber(std::uint32_t number) const { return m_data->parents[number]; }
   // -1 if the id has no depth.
-  int depthOfNumber(std::uint32_t number) const { return m_data->depths[number]; }
+  int depthOfNumber(std::uint32_t number) const {
+    const int depth = m_data->depths[number];
+    return depth == unreached ? 0 : depth;
+  }
+  // How many edges lead to it.
+  std::uint32_t edgesTo(std::uint32_t number) const { return m_data->edgesTo[number]; }
 
  private:
+  friend class TreeChange;
+
+  // What a number without a distance from a root has for one: nothing if it is no topic, and a topic its own mark.
+  static constexpr int none = -1;
+  static constexpr int unreached = -2;
+
+  // By number, where nothing else is said.
   struct Data {
     std::shared_ptr<const IdTable> ids;
-    std::vector<std::uint32_t> childStart;
-    std::vector<std::uint32_t> children;
-    std::vector<std::uint32_t> parents;
-    std::vector<int> depths;
-    std::vector<QUuid> roots;
+    ChildLists children;
+    PagedArray<std::uint32_t> parents;
+    PagedArray<std::uint32_t> edgesTo;
+    PagedArray<int> depths;
+    PagedArray<std::uint32_t> countOfDepth;  // by depth, from 1 on: how many numbers have it
+    std::shared_ptr<const std::vector<QUuid>> roots;
     int maxDepth = 0;
   };
+
+  explicit TreeInfo(std::shared_ptr<const Data> data) : m_data(std::move(data)) {}
+
   std::shared_ptr<const Data> m_data;
 };
 

@@ -118,6 +118,21 @@ TEST(SharedArray, EraseIfAsksOnceARecordInOrder) {
   EXPECT_EQ(contents(array), Strings{"4"});
 }
 
+TEST(SharedArray, EraseAtRemovesTheRecordsAtTheseIndexes) {
+  SharedArray<int, 4> array;
+  for (int i = 0; i < 20; ++i) array.append(i);
+  const SharedArray<int, 4> before = array;
+  array.eraseAt({0, 5, 6, 19});
+  EXPECT_EQ(std::vector<int>(array.begin(), array.end()),
+            (std::vector<int>{1, 2, 3, 4, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18}));
+  EXPECT_EQ(&array.block(2), &before.block(2));
+  EXPECT_EQ(before.size(), 20U);
+  array.eraseAt({});
+  EXPECT_EQ(array.size(), 16U);
+  array.eraseAt({0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15});
+  EXPECT_TRUE(array.empty());
+}
+
 TEST(SharedArray, EraseOfEverythingLeavesAnEmptyArray) {
   Array array = numbered(9);
   EXPECT_EQ(array.eraseIf([](const std::string&) { return true; }), 9u);

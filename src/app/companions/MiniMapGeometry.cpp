@@ -11,7 +11,7 @@ constexpr double worldMargin = 50.0;
 
 }  // namespace
 
-std::optional<MiniMapGeometry> MiniMapGeometry::of(const std::vector<QPointF>& positions, QSizeF miniMapSize) {
+std::optional<MiniMapGeometry> MiniMapGeometry::of(const PagedArray<QPointF>& positions, QSizeF miniMapSize) {
   if (positions.empty()) return std::nullopt;
   double minX = positions.front().x();
   double maxX = minX;

@@ -1,10 +1,11 @@
 #pragma once
 
 #include <optional>
-#include <vector>
 
 #include <QPointF>
 #include <QRectF>
+
+#include "model/PagedArray.h"
 
 namespace quilmora {
 
@@ -13,7 +14,7 @@ namespace quilmora {
 class MiniMapGeometry {
  public:
   // Nothing for a map without topics, or for one too wide for any scale.
-  static std::optional<MiniMapGeometry> of(const std::vector<QPointF>& positions, QSizeF miniMapSize);
+  static std::optional<MiniMapGeometry> of(const PagedArray<QPointF>& positions, QSizeF miniMapSize);
 
   // All positions and 50 canvas units around them.
   const QRectF& world() const { return m_world; }

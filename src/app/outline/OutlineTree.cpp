@@ -26,8 +26,9 @@ bool OutlineTree::hasRepeatedIds() const {
 }
 
 bool OutlineTree::sharesStructureWith(const OutlineTree& other) const {
-  return sharesNumbersWith(other) && &m_index.numberOfNode() == &other.m_index.numberOfNode() &&
-         &m_index.edgeFrom() == &other.m_index.edgeFrom() && &m_index.edgeTo() == &other.m_index.edgeTo();
+  return sharesNumbersWith(other) && m_index.numberOfNode().sharesStorageWith(other.m_index.numberOfNode()) &&
+         m_index.edgeFrom().sharesStorageWith(other.m_index.edgeFrom()) &&
+         m_index.edgeTo().sharesStorageWith(other.m_index.edgeTo());
 }
 
 std::vector<char> OutlineTree::changesFrom(const OutlineTree& before) const {

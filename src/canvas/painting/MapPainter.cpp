@@ -293,7 +293,7 @@ NodeMetrics MapPainter::measure(const MapScene& scene, std::size_t nodeIndex, co
 std::optional<std::size_t> MapPainter::nodeAt(const MapScene& scene, QPointF canvasPoint, const PaintOptions& options,
                                               std::size_t* measuresLeft) {
   const SceneSketch& sketch = *sketchOf(scene.map);
-  const std::vector<QPointF>& positions = scene.index.positions();
+  const auto& positions = scene.index.positions();
   const double reach = sketch.maxHalfWidth();
   for (std::size_t i = positions.size(); i-- > 0;) {
     const QPointF distance = canvasPoint - positions[i];

@@ -8,7 +8,7 @@ namespace quilmora {
 
 std::optional<QUuid> findNearestNode(EditorState& editor, QPointF point, const QUuid& excluded, double radius) {
   const MapIndex& index = editor.mapIndex();
-  const std::vector<QPointF>& positions = index.positions();
+  const auto& positions = index.positions();
   double nearest = radius;
   std::optional<QUuid> result;
   for (std::size_t i = 0; i < positions.size(); ++i) {

@@ -23,7 +23,7 @@ std::vector<std::uint32_t> ordinalsOf(const MapIndex& index, const IdSet& ids) {
 
 std::optional<QUuid> neighbour(const MapIndex& index, const std::vector<char>& hidden, std::uint32_t from,
                                Direction direction) {
-  const std::vector<QPointF>& positions = index.positions();
+  const auto& positions = index.positions();
   const std::uint32_t number = index.numberOfNode()[from];
   const bool isSideways = direction == Direction::left || direction == Direction::right;
   const double sign = direction == Direction::right || direction == Direction::down ? 1.0 : -1.0;

@@ -19,7 +19,7 @@ double middle(double a, double b) {
 
 }  // namespace
 
-std::optional<Framing> framingOf(const std::vector<QPointF>& points, QSizeF size, double padding) {
+std::optional<Framing> framingOf(const PagedArray<QPointF>& points, QSizeF size, double padding) {
   if (points.empty()) return std::nullopt;
   QPointF low = points.front();
   QPointF high = low;

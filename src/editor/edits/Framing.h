@@ -1,10 +1,11 @@
 #pragma once
 
 #include <optional>
-#include <vector>
 
 #include <QPointF>
 #include <QSizeF>
+
+#include "model/PagedArray.h"
 
 namespace quilmora::edits {
 
@@ -15,6 +16,6 @@ struct Framing {
 };
 
 // All of these points centred in a view of this size, with this padding; nothing if there are no points.
-std::optional<Framing> framingOf(const std::vector<QPointF>& points, QSizeF size, double padding);
+std::optional<Framing> framingOf(const PagedArray<QPointF>& points, QSizeF size, double padding);
 
 }  // namespace quilmora::edits

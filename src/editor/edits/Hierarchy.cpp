@@ -1,12 +1,30 @@
 #include "editor/edits/Hierarchy.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace quilmora::edits {
+
+namespace {
+
+// What the walk up from `number` meets first: `root`, no further parent, or a topic with several parents or a cycle,
+// where it cannot tell.
+std::optional<bool> isAbove(const TreeInfo& tree, std::uint32_t root, std::uint32_t number) {
+  for (std::uint32_t step = 0; step < tree.numberCount(); ++step) {
+    if (tree.edgesTo(number) == 0) return false;
+    if (tree.edgesTo(number) > 1) return std::nullopt;
+    number = tree.parentNumber(number);
+    if (number == root) return true;
+  }
+  return std::nullopt;
+}
+
+}  // namespace
 
 bool isDescendant(const TreeInfo& tree, const QUuid& target, const QUuid& root) {
   const std::uint32_t wanted = tree.number(target);
   if (wanted >= tree.numberCount()) return false;
+  if (const auto told = isAbove(tree, tree.number(root), wanted)) return *told;
   std::vector<char> visited(tree.numberCount(), 0);
   std::vector<std::uint32_t> queue;
   const auto pushChildren = [&](std::uint32_t number) {
@@ -26,6 +44,9 @@ bool isDescendant(const TreeInfo& tree, const QUuid& target, const QUuid& root) 
 }
 
 bool isChild(const TreeInfo& tree, const QUuid& child, const QUuid& parent) {
+  const std::uint32_t number = tree.number(child);
+  if (number >= tree.numberCount() || tree.edgesTo(number) == 0) return false;
+  if (tree.edgesTo(number) == 1) return tree.parentNumber(number) == tree.number(parent);
   return std::ranges::any_of(tree.children(parent), [&](const QUuid& other) { return other == child; });
 }
 
@@ -70,6 +91,36 @@ std::vector<char> hiddenNumbers(const TreeInfo& tree, const IdSet& collapsed) {
     for (const std::uint32_t number : path) hidden[number] = answer;
   }
   return hidden;
+}
+
+std::vector<std::uint32_t> followHidden(const TreeInfo& tree, const IdSet& collapsed,
+                                        const std::vector<std::uint32_t>& concerned, std::vector<char>& hidden) {
+  const auto isCollapsed = [&](std::uint32_t number) { return collapsed.contains(tree.idOf(number)); };
+  const auto isBelowCollapsed = [&](std::uint32_t number) {
+    for (std::uint32_t step = 0; step < tree.numberCount(); ++step) {
+      number = tree.parentNumber(number);
+      if (number == TreeInfo::npos) return false;
+      if (isCollapsed(number)) return true;
+    }
+    return false;
+  };
+  hidden.resize(tree.numberCount(), 0);
+  std::vector<std::uint32_t> changed;
+  const auto set = [&](std::uint32_t number, bool isHidden) {
+    if ((hidden[number] != 0) == isHidden) return;
+    hidden[number] = isHidden ? 1 : 0;
+    changed.push_back(number);
+  };
+  for (const std::uint32_t number : concerned) set(number, isBelowCollapsed(number));
+  // Below them only those have another answer whose own parent has one.
+  // NOLINTNEXTLINE(modernize-loop-convert): it grows on the way
+  for (std::size_t head = 0; head < changed.size(); ++head) {
+    const std::uint32_t number = changed[head];
+    const bool hidesChildren = hidden[number] != 0 || isCollapsed(number);
+    for (const std::uint32_t child : tree.childNumbers(number))
+      if (tree.parentNumber(child) == number) set(child, hidesChildren);
+  }
+  return changed;
 }
 
 std::vector<QUuid> presentationOrder(const TreeInfo& tree, const MapIndex& index) {

@@ -25,6 +25,11 @@ Connection connectionBetween(const TreeInfo& tree, const QUuid& from, const QUui
 // By number in the tree: 1 if a strict ancestor is collapsed. The walk up stops at the first repetition.
 std::vector<char> hiddenNumbers(const TreeInfo& tree, const IdSet& collapsed);
 
+// Brings `hidden`, which held before a change, up to date. `concerned` are the numbers that have another parent now, or
+// whose parent was collapsed or expanded. Returns the numbers that were hidden or shown. Takes time for these.
+std::vector<std::uint32_t> followHidden(const TreeInfo& tree, const IdSet& collapsed,
+                                        const std::vector<std::uint32_t>& concerned, std::vector<char>& hidden);
+
 // All topics in the order of a presentation: below each root depth first, then those that no root reaches.
 std::vector<QUuid> presentationOrder(const TreeInfo& tree, const MapIndex& index);
 

@@ -9,7 +9,7 @@ namespace {
 constexpr QSizeF miniMap(180, 120);
 constexpr QSizeF canvas(800, 600);
 
-const std::vector<QPointF> twoTopics = {{0, 0}, {300, 50}};
+const PagedArray<QPointF> twoTopics = {{0, 0}, {300, 50}};
 
 TEST(MiniMapGeometry, AMapWithoutTopicsHasNone) {
   EXPECT_FALSE(MiniMapGeometry::of({}, miniMap));
@@ -68,7 +68,7 @@ TEST(MiniMapGeometry, EveryTopicLiesInTheMiniMapAndIsFoundThere) {
     const auto point = rc::gen::map(rc::gen::pair(coordinate, coordinate),
                                     [](const std::pair<double, double>& p) { return QPointF(p.first, p.second); });
     const auto positions = *rc::gen::nonEmpty(rc::gen::container<std::vector<QPointF>>(point));
-    const auto geometry = MiniMapGeometry::of(positions, miniMap);
+    const auto geometry = MiniMapGeometry::of(PagedArray(positions), miniMap);
     RC_ASSERT(geometry.has_value());
     for (const QPointF& position : positions) {
       const QPointF shown = geometry->toMiniMap(position) + geometry->inset();

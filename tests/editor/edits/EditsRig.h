@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "editor/edits/PositionGrid.h"
 #include "model/IdSet.h"
 #include "model/TreeInfo.h"
 #include "support/QtPrinters.h"
@@ -11,13 +12,15 @@ namespace quilmora::test {
 
 // A map with what is derived from it, without an editor.
 struct EditsRig {
-  explicit EditsRig(MindMap start) : map(std::move(start)), index(map.nodes, map.edges), tree(index) {}
+  explicit EditsRig(MindMap start)
+      : map(std::move(start)), index(map.nodes, map.edges), tree(index), grid(index.positions()) {}
 
   std::uint32_t ordinal(int number) const { return index.find(topicId(number)); }
 
   MindMap map;
   MapIndex index;
   TreeInfo tree;
+  edits::PositionGrid grid;
 };
 
 inline IdSet ids(std::initializer_list<int> numbers) {
