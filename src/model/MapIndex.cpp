@@ -130,6 +130,7 @@ MapIndex::Change MapIndex::update(const SharedArray<Node>& nodes, const SharedAr
     change.structure = change.positions = true;
     change.isSmall = false;
   }
+  change.isSmall = change.isSmall && !m_hasTwins;
   m_nodeOfNumber.resize(m_ids->size(), npos);
   return change;
 }
@@ -178,7 +179,6 @@ void MapIndex::updateNodes(const SharedArray<Node>& nodes, Change& change) {
   m_numberOfNode.splice(runs, numbers);
   if (change.isSmall) noteTopics(runs, numbersBefore, numbers, change);
   if (m_hasTwins || !renumberRuns(runs, numbersBefore, numbers)) renumberAll();
-  change.isSmall = change.isSmall && !m_hasTwins;
 }
 
 bool MapIndex::renumberRuns(const std::vector<ArrayChange>& runs, const Numbers& before, const Numbers& now) {

@@ -136,6 +136,14 @@ TEST(TreeChange, LeavesCyclesAndSeveralParentsToATreeBuiltAnew) {
   EXPECT_EQ(parents.difference(), "");
 }
 
+TEST(TreeChange, LeavesTopicsWithOneIdToATreeBuiltAnew) {
+  // The first of them gives a root its place, the last of them is the one that is found.
+  Follower follower(mapOf({1, 2, 1}, {{2, 1}}));
+  follower.map.edges.clear();
+  EXPECT_FALSE(follower.follow());
+  EXPECT_EQ(follower.difference(), "");
+}
+
 TEST(TreeChange, FollowsTheEndOfACycle) {
   Follower follower(mapOf({0, 1, 2}, {{0, 1}, {1, 0}, {1, 2}}));
   follower.map.edges.eraseIf([](const Edge& edge) { return edge.to == topicId(0); });
