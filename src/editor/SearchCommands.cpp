@@ -5,7 +5,10 @@ namespace quilmora {
 
 void EditorNavigation::toggleSearch() {
   setIsSearching(!isSearching());
-  if (isSearching()) return;
+  if (isSearching()) {
+    m_search.prepare(mindMap().nodes);
+    return;
+  }
   setSearchQuery(QString());
   setSearchResultIDs({});
   setSearchResultIndex(0);

@@ -4,38 +4,45 @@
 
 namespace quilmora {
 
+namespace {
+
+// What the query finds by a look at every record.
+std::vector<std::uint32_t> foundInRecords(const SharedArray<Node>& nodes, const edits::CaseInsensitiveQuery& query) {
+  std::vector<std::uint32_t> found;
+  std::uint32_t ordinal = 0;
+  for (const Node& node : nodes) {
+    if (query.isIn(node.title) || query.isIn(node.notes)) found.push_back(ordinal);
+    ++ordinal;
+  }
+  return found;
+}
+
+}  // namespace
+
 std::vector<QUuid> TopicSearch::find(const SharedArray<Node>& nodes, quint64 generation, const QString& query) {
-  std::vector<QUuid> ids;
   if (query.isEmpty()) {
-    forget();
-    return ids;
+    m_query.reset();
+    m_found = {};
+    return {};
   }
   edits::CaseInsensitiveQuery wanted(query);
-  std::vector<std::uint32_t> found;
-  const auto look = [&](const Node& node, std::size_t ordinal) {
-    if (!wanted.isIn(node.title) && !wanted.isIn(node.notes)) return;
-    found.push_back(static_cast<std::uint32_t>(ordinal));
-    ids.push_back(node.id);
-  };
-  if (m_query && m_generation == generation && wanted.goesOnFrom(*m_query)) {
-    std::size_t block = 0;
-    for (const std::uint32_t ordinal : m_found) {
-      while (ordinal - nodes.blockStart(block) >= nodes.block(block).size()) ++block;
-      look(nodes.block(block)[ordinal - nodes.blockStart(block)], ordinal);
-    }
-  } else {
-    std::size_t ordinal = 0;
-    for (const Node& node : nodes) look(node, ordinal++);
+  std::vector<QUuid> ids;
+  if (!wanted.isFoldable()) {
+    m_query.reset();
+    for (const std::uint32_t ordinal : foundInRecords(nodes, wanted)) ids.push_back(nodes[ordinal].id);
+    return ids;
   }
+  const bool goesOn = m_query && m_generation == generation && wanted.goesOnFrom(*m_query);
+  m_found = goesOn ? m_texts.findAmong(m_found, nodes, wanted) : m_texts.find(nodes, wanted);
   m_query = std::move(wanted);
   m_generation = generation;
-  m_found = std::move(found);
-  return ids;
+  return m_texts.idsOf(m_found);
 }
 
 void TopicSearch::forget() {
   m_query.reset();
   m_found = {};
+  m_texts.forget();
 }
 
 }  // namespace quilmora

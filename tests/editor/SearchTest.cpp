@@ -190,3 +190,47 @@ TEST(Search, KnowsTheDotlessIUnderATurkishLocale) {
   rig.search(QStringLiteral("ISPARTA"));
   EXPECT_EQ(rig.editor.searchResultIDs(), rig.ids({3}));
 }
+
+// Large enough for several threads, with some texts too long to be copied.
+TEST(Search, LargeMapGivesTheSameResultsAsALookAtEveryTopic) {
+  MindMap map = mapOf({});
+  constexpr int count = 30'000;
+  for (int i = 0; i < count; ++i) {
+    Node node = topic(i, 0.0, 0.0);
+    node.title = QStringLiteral("Stra\u00DFe %1").arg(i);
+    if (i % 7 == 0) node.notes = QStringLiteral("note K\u212A");
+    if (i % 1000 == 0) node.notes = QString(3000, QLatin1Char('x')) + QStringLiteral(" END %1").arg(i);
+    map.nodes.append(node);
+  }
+  CommandRig rig(map);
+  const auto expectSame = [&](const QString& query) {
+    std::vector<QUuid> expected;
+    for (const Node& node : rig.editor.mindMap().nodes)
+      if (node.title.contains(query, Qt::CaseInsensitive) || node.notes.contains(query, Qt::CaseInsensitive))
+        expected.push_back(node.id);
+    rig.editor.setSearchQuery(query);
+    rig.editor.runSearch();
+    EXPECT_EQ(rig.editor.searchResultIDs(), expected) << query.toStdString();
+  };
+  rig.editor.toggleSearch();
+  for (const char16_t* query : {u"s", u"st", u"STRASSE", u"kk", u"kk9", u"1", u"12", u"129", u"x end", u"e 1", u"d 2"})
+    expectSame(QString::fromUtf16(query));
+  rig.editor.setNodeTitle(topicId(20'000), QStringLiteral("new TITLE"));
+  rig.editor.deleteNode(topicId(129));
+  expectSame(QStringLiteral("1290"));
+  expectSame(QStringLiteral("w ti"));
+  rig.editor.toggleSearch();
+  rig.editor.toggleSearch();
+  rig.editor.toggleSearch();
+  expectSame(QStringLiteral("129"));
+}
+
+TEST(Search, MatchEndsWhereItsTextEnds) {
+  SearchRig rig;
+  rig.search(QStringLiteral("psfor"));
+  EXPECT_TRUE(rig.editor.searchResultIDs().empty());
+  rig.search(QStringLiteral("lysteam"));
+  EXPECT_TRUE(rig.editor.searchResultIDs().empty());
+  rig.search(QStringLiteral("m"));
+  EXPECT_EQ(rig.editor.searchResultIDs(), rig.ids({2}));
+}

@@ -15,6 +15,12 @@ char32_t foldedUnit(const char16_t* unit, const char16_t* textBegin) {
   return QChar::toCaseFolded(isSecond ? QChar::surrogateToUcs4(unit[-1], *unit) : char32_t{*unit});
 }
 
+// In one unit. A character of two units keeps the first and folds in the second: what was equal stays so, but different
+// pairs may become equal.
+char16_t narrowed(char32_t folded) {
+  return QChar::requiresSurrogates(folded) ? QChar::lowSurrogate(folded) : static_cast<char16_t>(folded);
+}
+
 // The units that fold to this one. Some letters have more than two forms.
 std::vector<char16_t> unitsFoldingTo(char32_t folded) {
   static const std::vector<std::pair<char32_t, char16_t>> forms = [] {
@@ -37,6 +43,17 @@ const char16_t* unitsOf(const QString& text) {
 
 }  // namespace
 
+void appendFolded(std::u16string& folded, const QString& text) {
+  const char16_t* begin = unitsOf(text);
+  for (const char16_t* unit = begin; unit != begin + text.size(); ++unit) {
+    const bool isCapital = *unit >= u'A' && *unit <= u'Z';
+    if (*unit < 128)
+      folded.push_back(static_cast<char16_t>(isCapital ? *unit + (u'a' - u'A') : *unit));
+    else
+      folded.push_back(narrowed(foldedUnit(unit, begin)));
+  }
+}
+
 // Only Turkic locales differ from plain case folding.
 CaseInsensitiveQuery::CaseInsensitiveQuery(const QString& query)
     : m_isTurkic(m_locale.language() == QLocale::Turkish || m_locale.language() == QLocale::Azerbaijani) {
@@ -47,6 +64,10 @@ CaseInsensitiveQuery::CaseInsensitiveQuery(const QString& query)
   const char16_t* units = unitsOf(query);
   for (qsizetype i = 0; i < query.size(); ++i) m_folded.push_back(foldedUnit(units + i, units));
   if (m_folded.empty()) return;
+  for (const char32_t unit : m_folded) {
+    m_foldedText.push_back(narrowed(unit));
+    m_isFoldedExact = m_isFoldedExact && !QChar::isSurrogate(m_foldedText.back());
+  }
   m_firsts = unitsFoldingTo(m_folded.front());
   if (m_firsts.size() == 1) m_firsts.push_back(m_firsts.front());
 }
