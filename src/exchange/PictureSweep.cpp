@@ -29,7 +29,7 @@ std::vector<std::uint32_t> PictureSweep::Lane::touching(PictureScene::Range rows
 }
 
 PictureScene::Content PictureSweep::contentOf(PictureScene::Range rows) {
-  return {m_nodes.touching(rows), m_edges.touching(rows)};
+  return {m_nodes.touching(rows), m_edges.touching(rows), {}};
 }
 
 std::map<std::int64_t, PictureScene::Content> PictureSweep::parts(const PictureScene::Content& content,

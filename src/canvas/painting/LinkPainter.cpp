@@ -8,7 +8,7 @@
 #include "canvas/geometry/Handles.h"
 #include "canvas/geometry/Polygons.h"
 #include "canvas/geometry/RelationshipCurve.h"
-#include "canvas/geometry/TaperedConnector.h"
+#include "canvas/painting/EdgeHandles.h"
 #include "canvas/painting/PaintContext.h"
 #include "canvas/painting/PartVisibility.h"
 #include "canvas/painting/Symbols.h"
@@ -41,9 +41,7 @@ bool isDragged(const PaintContext& context, HandleKind kind, const QUuid& ownerI
 void paintBendHandle(QPainter& painter, const PaintContext& context, QPointF position, HandleKind kind,
                      const QUuid& ownerID, HandleState state) {
   if (isDragged(context, kind, ownerID) != (state == HandleState::dragged)) return;
-  const QColor fill = withOpacity(context.colors.bendHandle, state == HandleState::dragged ? 1.0 : 0.7);
-  paintHandle(painter, position + dragged(context, kind, ownerID),
-              {HandleMetrics::edgeHandleDiameter, fill, Qt::white, 1.5, withOpacity(Qt::black, 0.2), 2.0},
+  paintHandle(painter, position + dragged(context, kind, ownerID), bendHandleLook(context, state),
               partGrowth(CanvasPart::bendHandle, context.zoom));
 }
 
@@ -120,33 +118,6 @@ void paintRelationshipHandles(QPainter& painter, const PaintContext& context, co
   painter.drawEllipse(center, disc / 2, disc / 2);
   paintSymbol(painter, QStringLiteral("xmark.circle.fill"),
               QRectF(center.x() - symbol / 2, center.y() - symbol / 2, symbol, symbol), context.colors.deleteButton);
-}
-
-void paintEdgeHandles(QPainter& painter, const PaintContext& context, std::size_t edgeIndex, HandleState state) {
-  const Edge& edge = context.scene.map.edges[edgeIndex];
-  const auto from = context.shownNode(edge.from);
-  const auto to = context.shownNode(edge.to);
-  if (!from || !to) return;
-  const double reach = handleSurroundings(context.zoom);
-  const QRectF seen = context.exposed.adjusted(-reach, -reach, reach, reach);
-  const HandleLook endLook{HandleMetrics::edgeHandleDiameter,
-                           context.colors.endpointHandle,
-                           Qt::white,
-                           2.0,
-                           withOpacity(Qt::black, 0.2),
-                           2.0};
-  const QPointF a = context.shownPosition(*from);
-  const QPointF b = context.shownPosition(*to);
-  const auto paintEnd = [&](QPointF end, HandleKind kind) {
-    if (isDragged(context, kind, edge.id) != (state == HandleState::dragged)) return;
-    const QPointF center = end + dragged(context, kind, edge.id);
-    if (seen.contains(center)) paintHandle(painter, center, endLook, partGrowth(CanvasPart::edgeHandle, context.zoom));
-  };
-  paintEnd(a, HandleKind::edgeSource);
-  paintEnd(b, HandleKind::edgeTarget);
-  const QPointF bend = TaperedConnector(edge, a, b).bendHandlePosition();
-  if (seen.contains(bend + dragged(context, HandleKind::edgeBend, edge.id)))
-    paintBendHandle(painter, context, bend, HandleKind::edgeBend, edge.id, state);
 }
 
 std::optional<QLineF> connectionLine(const PaintContext& context) {

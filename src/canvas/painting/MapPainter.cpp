@@ -9,6 +9,7 @@
 #include "canvas/geometry/Polygons.h"
 #include "canvas/geometry/RelationshipCurve.h"
 #include "canvas/geometry/TaperedConnector.h"
+#include "canvas/painting/EdgeHandles.h"
 #include "canvas/painting/EdgeLayer.h"
 #include "canvas/painting/MovingLayer.h"
 #include "canvas/painting/NodeLayer.h"
@@ -45,6 +46,21 @@ bool isDragged(const PaintContext& context, const Relationship& relationship) {
   const auto from = context.shownNode(relationship.from);
   const auto to = context.shownNode(relationship.to);
   return (from && context.isNodeDragged(*from)) || (to && context.isNodeDragged(*to));
+}
+
+// The curve of a relationship between visible topics, at rest.
+std::optional<RelationshipCurve> curveOf(const MapScene& scene, const Relationship& relationship) {
+  const std::uint32_t from = scene.index.find(relationship.from);
+  const std::uint32_t to = scene.index.find(relationship.to);
+  if (from == MapIndex::npos || to == MapIndex::npos || scene.isHidden(from) || scene.isHidden(to)) return std::nullopt;
+  const RelationshipCurve curve(scene.index.positions()[from], scene.index.positions()[to],
+                                relationship.controlPointOffset);
+  return isFinite(curve.bounds()) ? std::optional(curve) : std::nullopt;
+}
+
+// Half the stroke, and what smoothing adds, in canvas units at a zoom in device pixels.
+double relationshipReach(double zoom) {
+  return 2.0 + 2.0 / zoom;
 }
 
 void paintSelectedRelationship(QPainter& painter, const PaintContext& context) {
@@ -164,8 +180,10 @@ void MapPainter::paint(QPainter& painter, const MapScene& scene, const PaintOpti
   if (!part) {
     all.nodes.resize(scene.index.positions().size());
     all.edges.resize(scene.index.edgeFrom().size());
+    all.relationships.resize(scene.map.relationships.size());
     std::iota(all.nodes.begin(), all.nodes.end(), 0U);
     std::iota(all.edges.begin(), all.edges.end(), 0U);
+    std::iota(all.relationships.begin(), all.relationships.end(), 0U);
   }
   paintSteps(painter, scene, options, part ? *part : all, nullptr).finish();
   paintMoving(painter, scene, options);
@@ -206,6 +224,14 @@ PaintSteps MapPainter::makePlan(ScenePlan& plan, MapScene scene, PaintOptions op
     plan.addEdge(i, index.positions()[from], index.positions()[to],
                  edge.isBent && options.bends ? edge.bend : QPointF(), sketch->edgeReach(i, zoom));
   }
+  if (!options.relationships) co_return;
+  std::uint32_t i = 0;
+  for (const Relationship& relationship : scene.map.relationships) {
+    if (i % planStep == 0) co_yield Work::texts;
+    const auto curve = curveOf(scene, relationship);
+    if (curve) plan.addRelationship(i, *curve, relationshipReach(scene.view.zoom));
+    ++i;
+  }
 }
 
 PaintSteps MapPainter::paintTile(QPainter& painter, const std::shared_ptr<const ScenePlan>& plan, QPoint tile,
@@ -224,12 +250,27 @@ PaintSteps MapPainter::paintSteps(QPainter& painter, MapScene scene, PaintOption
   const Session session(*this, painter, scene, options);
   const PaintContext& context = session.context;
 
+  const bool handlesAbove = handlesLieAbove(scene, options);
+  const bool hasEdgeHandles = options.selection && !scene.selectedEdgeIDs.empty();
   NodeLayer nodes(painter, context);
   nodes.prepareCoverage();
   if (options.background) nodes.standOnGround();
+  EdgeHandles handles(painter, context);
+  const auto collectHandle = [&](std::uint32_t edge) {
+    if (!context.isEdgeDragged(edge) && scene.selectedEdgeIDs.contains(context.sketch.edges()[edge].id))
+      handles.collect(edge);
+  };
+  for (std::size_t k = hasEdgeHandles && handlesAbove ? part.edges.size() : 0; k-- > 0;) {
+    collectHandle(part.edges[k]);
+    if (k % 16 == 0) co_yield Work::texts;
+  }
   for (std::size_t k = part.nodes.size(); k-- > 0;) {
     if (!context.isNodeDragged(part.nodes[k])) nodes.collect(part.nodes[k]);
     if (k % 4 == 0) co_yield Work::texts;
+  }
+  for (std::size_t k = hasEdgeHandles && !handlesAbove ? part.edges.size() : 0; k-- > 0;) {
+    collectHandle(part.edges[k]);
+    if (k % 16 == 0) co_yield Work::texts;
   }
   if (options.regions) paintRegions(painter, context);
 
@@ -246,25 +287,18 @@ PaintSteps MapPainter::paintSteps(QPainter& painter, MapScene scene, PaintOption
   }
   std::size_t number = 0;
   if (options.relationships)
-    for (const Relationship& relationship : scene.map.relationships) {
+    for (const std::uint32_t i : part.relationships) {
       if (++number % 16 == 0) co_yield Work::shapes;
+      const Relationship& relationship = scene.map.relationships[i];
       if (!isDragged(context, relationship)) paintRelationship(painter, context, relationship);
     }
 
   co_yield Work::texts;
-  const bool handlesAbove = handlesLieAbove(scene, options);
-  std::vector<std::uint32_t> edgesWithHandles;
-  if (options.selection && !scene.selectedEdgeIDs.empty())
-    for (const std::uint32_t edge : part.edges) {
-      if (++number % 16 == 0) co_yield Work::texts;
-      if (!context.isEdgeDragged(edge) && scene.selectedEdgeIDs.contains(context.sketch.edges()[edge].id))
-        edgesWithHandles.push_back(edge);
-    }
   // The last handles are those of the relationship.
-  const std::size_t handleCount = options.selection ? edgesWithHandles.size() + 1 : 0;
+  const std::size_t handleCount = options.selection ? handles.pieceCount() + 1 : 0;
   const auto paintHandles = [&](std::size_t k) {
-    if (k < edgesWithHandles.size())
-      paintEdgeHandles(painter, context, edgesWithHandles[k], HandleState::resting);
+    if (k < handles.pieceCount())
+      handles.paintPiece(k);
     else
       paintSelectedRelationship(painter, context);
   };
@@ -332,17 +366,11 @@ std::optional<std::size_t> MapPainter::edgeAt(const MapScene& scene, QPointF can
 }
 
 std::optional<std::size_t> MapPainter::relationshipAt(const MapScene& scene, QPointF canvasPoint) {
-  const auto shown = [&](const QUuid& id) -> std::optional<QPointF> {
-    const std::uint32_t index = scene.index.find(id);
-    if (index == MapIndex::npos || scene.isHidden(index)) return std::nullopt;
-    return scene.index.positions()[index];
-  };
   std::optional<std::size_t> found;
   std::size_t i = 0;
   for (const Relationship& relationship : scene.map.relationships) {
-    const auto from = shown(relationship.from);
-    const auto to = shown(relationship.to);
-    if (from && to && RelationshipCurve(*from, *to, relationship.controlPointOffset).contains(canvasPoint)) found = i;
+    const auto curve = curveOf(scene, relationship);
+    if (curve && curve->contains(canvasPoint)) found = i;
     ++i;
   }
   return found;

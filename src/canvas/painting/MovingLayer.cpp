@@ -8,6 +8,7 @@
 
 #include "canvas/geometry/Handles.h"
 #include "canvas/geometry/Polygons.h"
+#include "canvas/painting/EdgeHandles.h"
 #include "canvas/painting/NodeLayer.h"
 #include "canvas/painting/PaintSteps.h"
 #include "canvas/painting/PartVisibility.h"
@@ -41,7 +42,7 @@ bool MovingLayer::isNeeded(const MapScene& scene) {
 }
 
 void MovingLayer::paint() {
-  findDraggedNodes();
+  findDragged();
   if (hasPicture()) preparePicture();
   paintLines();
   paintDraggedNodes();
@@ -49,15 +50,42 @@ void MovingLayer::paint() {
   paintHandles();
 }
 
-void MovingLayer::findDraggedNodes() {
-  if (!m_context.isDragging()) return;
-  const std::size_t count = m_context.scene.index.positions().size();
-  for (std::size_t i = 0; i < count; ++i)
-    if (m_context.isNodeDragged(i)) m_dragged.push_back(i);
+bool DraggedParts::areOf(const PaintContext& context) const {
+  return index.sharesStorageWith(context.scene.index) &&
+         relationships.sharesStorageWith(context.scene.map.relationships) && isSelected == context.isSelected;
+}
+
+DraggedParts DraggedParts::find(const PaintContext& context) {
+  const MapIndex& index = context.scene.index;
+  DraggedParts parts{context.isSelected, index, context.scene.map.relationships, {}, {}, {}, {}};
+  for (std::size_t i = 0; i < index.numberOfNode().size(); ++i)
+    if (context.isNodeSelected(index.numberOfNode()[i])) parts.nodes.push_back(i);
+  for (std::uint32_t i = 0; i < index.edgeFrom().size(); ++i) {
+    const bool movesFrom = context.isNodeSelected(index.edgeFrom()[i]);
+    const bool movesTo = context.isNodeSelected(index.edgeTo()[i]);
+    if (movesFrom || movesTo) (movesFrom && movesTo ? parts.edgesWithin : parts.edgesAcross).push_back(i);
+  }
+  const auto moves = [&](const QUuid& id) {
+    const std::uint32_t number = index.ids()->find(id);
+    return number < index.numberCount() && context.isNodeSelected(number);
+  };
+  std::uint32_t i = 0;
+  for (const Relationship& relationship : parts.relationships) {
+    if (moves(relationship.from) || moves(relationship.to)) parts.links.push_back(i);
+    ++i;
+  }
+  return parts;
+}
+
+void MovingLayer::findDragged() {
+  if (!m_context.isDragging())
+    m_kept.parts = {};
+  else if (!m_kept.parts.areOf(m_context))
+    m_kept.parts = DraggedParts::find(m_context);
 }
 
 bool MovingLayer::hasPicture() const {
-  return m_dragged.size() >= minPictureCount && m_context.standsUpright;
+  return m_kept.parts.nodes.size() >= minPictureCount && m_context.standsUpright;
 }
 
 // Lines go below the topics at rest, which the picture beneath already shows. They are painted on a separate picture:
@@ -109,24 +137,18 @@ QRect MovingLayer::boundsOf(const std::vector<Preview>& previews) const {
 
 std::vector<const Relationship*> MovingLayer::draggedRelationships() const {
   std::vector<const Relationship*> found;
-  if (!m_context.isDragging()) return found;
-  for (const Relationship& relationship : m_context.scene.map.relationships) {
-    const auto from = m_context.shownNode(relationship.from);
-    const auto to = m_context.shownNode(relationship.to);
-    if (from && to && (m_context.isNodeDragged(*from) || m_context.isNodeDragged(*to))) found.push_back(&relationship);
+  for (const std::uint32_t i : m_kept.parts.links) {
+    const Relationship& relationship = m_kept.parts.relationships[i];
+    if (m_context.shownNode(relationship.from) && m_context.shownNode(relationship.to)) found.push_back(&relationship);
   }
   return found;
 }
 
 std::vector<MovingLayer::Preview> MovingLayer::previewsIn(const QRectF& seen, bool areWithin) const {
   std::vector<Preview> previews;
-  if (!m_context.isDragging()) return previews;
   const MapIndex& index = m_context.scene.index;
   const auto& sketches = m_context.sketch.edges();
-  for (std::size_t i = 0; i < index.edgeFrom().size(); ++i) {
-    const bool movesFrom = m_context.isNodeSelected(index.edgeFrom()[i]);
-    const bool movesTo = m_context.isNodeSelected(index.edgeTo()[i]);
-    if (!(movesFrom || movesTo) || (movesFrom && movesTo) != areWithin) continue;
+  for (const std::uint32_t i : areWithin ? m_kept.parts.edgesWithin : m_kept.parts.edgesAcross) {
     const std::uint32_t from = index.nodeOfNumber()[index.edgeFrom()[i]];
     const std::uint32_t to = index.nodeOfNumber()[index.edgeTo()[i]];
     if (from == MapIndex::npos || to == MapIndex::npos) continue;
@@ -184,19 +206,18 @@ void MovingLayer::paintHandles() {
   if (!scene.shown.draggedHandle) return;
   const auto& sketches = m_context.sketch.edges();
   for (std::size_t i = 0; i < sketches.size(); ++i)
-    if (sketches[i].id == scene.shown.draggedHandle->ownerID)
-      paintEdgeHandles(m_painter, m_context, i, HandleState::dragged);
+    if (sketches[i].id == scene.shown.draggedHandle->ownerID) paintDraggedEdgeHandle(m_painter, m_context, i);
 }
 
 void MovingLayer::paintDraggedNodes() {
-  if (m_dragged.empty()) return;
+  if (m_kept.parts.nodes.empty()) return;
   if (hasPicture()) {
     drawOnPixels(m_kept.dragged.origin + shift(), m_kept.dragged.topics);
     return;
   }
   NodeLayer layer(m_painter, m_context);
   layer.prepareCoverage();
-  for (std::size_t k = m_dragged.size(); k-- > 0;) layer.collect(m_dragged[k]);
+  for (std::size_t k = m_kept.parts.nodes.size(); k-- > 0;) layer.collect(m_kept.parts.nodes[k]);
   for (std::size_t k = 0; k < layer.pieceCount(); ++k) layer.paintPiece(k);
 }
 
@@ -228,7 +249,7 @@ bool MovingLayer::isPictureKept() const {
   return !kept.topics.isNull() && kept.toDevice == m_context.toDevice &&
          kept.nodes.sharesStorageWith(scene.map.nodes) && kept.edges.sharesStorageWith(scene.map.edges) &&
          kept.opacityRule == scene.opacityRule && kept.isSelected == m_context.isSelected &&
-         *kept.isHidden == *scene.hiddenNodes &&
+         (kept.isHidden.sharesStorageWith(scene.hiddenNodes) || *kept.isHidden == *scene.hiddenNodes) &&
          (kept.isWhole || (std::max(std::abs(shift().x()), std::abs(shift().y())) <= pictureMargin &&
                            QRect(kept.origin + shift(), kept.topics.size()).contains(viewPixels())));
 }
@@ -237,8 +258,8 @@ void MovingLayer::followDrop() {
   const SharedArray<Node>& nodes = m_context.scene.map.nodes;
   DraggedPicture& kept = m_kept.dragged;
   if (kept.topics.isNull() || kept.nodes.sharesStorageWith(nodes) || kept.nodes.size() != nodes.size()) return;
-  const QPointF way = nodes[m_dragged.front()].position - kept.nodes[m_dragged.front()].position;
-  const bool areTheSame = std::ranges::all_of(m_dragged, [&](std::size_t i) {
+  const QPointF way = nodes[m_kept.parts.nodes.front()].position - kept.nodes[m_kept.parts.nodes.front()].position;
+  const bool areTheSame = std::ranges::all_of(m_kept.parts.nodes, [&](std::size_t i) {
     Node moved = kept.nodes[i];
     const QPointF aside = nodes[i].position - moved.position - way;
     moved.position = nodes[i].position;
@@ -256,7 +277,7 @@ QRectF MovingLayer::draggedPixels() const {
   double top = left;
   double right = -left;
   double bottom = -left;
-  for (const std::size_t i : m_dragged) {
+  for (const std::size_t i : m_kept.parts.nodes) {
     if (m_context.isHidden(i)) continue;
     const QPointF center = m_context.shownPosition(i);
     const double halfWidth =
@@ -299,7 +320,7 @@ void MovingLayer::renderPicture(const QRect& pixels, bool isWhole) {
     context.exposed = seen;
     NodeLayer layer(painter, context);
     layer.prepareCoverage();
-    for (std::size_t k = m_dragged.size(); k-- > 0;) layer.collect(m_dragged[k]);
+    for (std::size_t k = m_kept.parts.nodes.size(); k-- > 0;) layer.collect(m_kept.parts.nodes[k]);
     for (std::size_t k = 0; k < layer.pieceCount(); ++k) layer.paintPiece(k);
   });
   const std::vector<Preview> previews = previewsIn(seen, true);

@@ -28,8 +28,23 @@ struct DraggedPicture {
   int opacityRule = 0;
 };
 
+// What a drag moves, found once.
+struct DraggedParts {
+  std::vector<char> isSelected;  // by number
+  MapIndex index;
+  SharedArray<Relationship> relationships;
+  std::vector<std::size_t> nodes;          // ordinals
+  std::vector<std::uint32_t> edgesAcross;  // with one end that moves, by ordinal
+  std::vector<std::uint32_t> edgesWithin;  // with both
+  std::vector<std::uint32_t> links;        // relationships with an end that moves, by ordinal
+
+  bool areOf(const PaintContext& context) const;
+  static DraggedParts find(const PaintContext& context);
+};
+
 // What is kept from frame to frame during a gesture.
 struct MovingStore {
+  DraggedParts parts;
   DraggedPicture dragged;
   RestingMask mask;
   QImage lines;
@@ -63,7 +78,7 @@ class MovingLayer {
   void paintPreviews(QPainter& painter, const std::vector<Preview>& previews) const;
   void paintMovedConnectionHandle();
   void paintHandles();
-  void findDraggedNodes();
+  void findDragged();
   void paintDraggedNodes();
   // Paints dragged topics on one picture, and the previews between them on another.
   bool hasPicture() const;
@@ -81,7 +96,6 @@ class MovingLayer {
   QPainter& m_painter;
   const PaintContext& m_context;
   MovingStore& m_kept;
-  std::vector<std::size_t> m_dragged;  // ordinals in `nodes`
 };
 
 }  // namespace quilmora

@@ -8,6 +8,8 @@
 #include "canvas/painting/BoxShadow.h"
 #include "canvas/painting/CanvasColors.h"
 #include "canvas/painting/CoverageGrid.h"
+#include "canvas/painting/HandleLook.h"
+#include "canvas/painting/HandlePictures.h"
 #include "canvas/painting/MapScene.h"
 #include "canvas/painting/NodeMetrics.h"
 #include "canvas/painting/SceneSketch.h"
@@ -20,6 +22,7 @@ namespace quilmora {
 struct PictureStore {
   BoxShadow shadow;
   BoxPicture box;
+  HandlePictures handles;
 };
 
 // What the parts of one painting share.
@@ -71,7 +74,6 @@ std::optional<double> depthFraction(const MapScene& scene, std::uint32_t number)
 void paintRegions(QPainter& painter, const PaintContext& context);
 // Which handles of an edge or relationship to draw: those at rest, or the one being dragged.
 enum class HandleState { resting, dragged };
-void paintEdgeHandles(QPainter& painter, const PaintContext& context, std::size_t edge, HandleState state);
 void paintRelationship(QPainter& painter, const PaintContext& context, const Relationship& relationship);
 void paintRelationshipHandles(QPainter& painter, const PaintContext& context, const Relationship& relationship,
                               HandleState state);
@@ -84,16 +86,5 @@ void paintConnectionDisc(QPainter& painter, const PaintContext& context);
 // not depend on where the view begins and ends. A stretch of more than maxDashCount dashes gets none.
 inline constexpr int maxDashCount = 20000;
 void addDashes(std::vector<QLineF>& dashes, const QLineF& stretch, double phase, double on, double off);
-
-// A disc with an optional contour inside its edge and a soft shadow below it. `growth` enlarges all of it.
-struct HandleLook {
-  double diameter;
-  QColor fill;
-  QColor contour;
-  double contourWidth;
-  QColor shadow;
-  double shadowBlur;
-};
-void paintHandle(QPainter& painter, QPointF center, const HandleLook& look, double growth = 1.0);
 
 }  // namespace quilmora

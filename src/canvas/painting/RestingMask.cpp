@@ -78,7 +78,7 @@ bool RestingMask::isOf(const PaintContext& context) const {
   const MapScene& scene = context.scene;
   return m_isKnown && m_toDevice == context.toDevice && m_exposed == context.exposed &&
          m_nodes.sharesStorageWith(scene.map.nodes) && m_hiddenNodes.sharesStorageWith(scene.hiddenNodes) &&
-         m_isDragged == (context.isDragging() ? context.isSelected : std::vector<char>());
+         (context.isDragging() ? m_isDragged == context.isSelected : m_isDragged.empty());
 }
 
 void RestingMask::erase(QImage& picture, QPoint origin, const PaintContext& context) {

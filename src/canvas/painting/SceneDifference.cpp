@@ -27,6 +27,7 @@ ChangedParts SceneDifference::follow(const MapScene& scene, const PaintOptions& 
   m_options = &options;
   m_painter = &painter;
   m_zoom = scene.view.zoom / scene.pixelRatio;
+  m_isAnyMoved = false;
   m_parts.everything = !m_scene || changesEverything(scene);
   if (!m_scene || hasOtherStructure(scene) || (hasOtherSelection(scene) && !isSelectionSmall(scene))) {
     findLooks(scene);
@@ -164,6 +165,7 @@ void SceneDifference::compareLooks(const MapScene& scene) {
     const bool hasMoved =
         now.position != before.position || now.isShown != before.isShown || now.exists != before.exists;
     m_isMoved[number] = hasMoved || (config.edgeSizing && now.depth != before.depth);
+    m_isAnyMoved = m_isAnyMoved || m_isMoved[number];
     const bool isOther = hasMoved || now.isSelected != before.isSelected || now.hasHandle != before.hasHandle ||
                          now.isCollapsed != before.isCollapsed || now.hiddenCount != before.hiddenCount ||
                          now.hasChildren != before.hasChildren || (isSizedByDepth && now.depth != before.depth);
@@ -191,7 +193,9 @@ void SceneDifference::compareNodes(const MapScene& scene, const std::vector<Node
     const std::uint32_t number = scene.index.ids()->find(node->id);
     if (number >= m_looks.size() || !m_looks[number].exists) continue;
     if (m_looks[number].isShown) addNode(*node, m_looks[number].depth, scene);
-    if (number < m_isMoved.size() && !looks[number].exists) m_isMoved[number] = 1;
+    if (number >= m_isMoved.size() || looks[number].exists) continue;
+    m_isMoved[number] = 1;
+    m_isAnyMoved = true;
   }
   for (const Node* node : changes.came) {
     const std::uint32_t number = scene.index.ids()->find(node->id);
@@ -208,7 +212,7 @@ void SceneDifference::compareEdges(const MapScene& scene, const std::vector<Node
   for (const Edge* edge : changes.gone) addEdge(*edge, m_looks, scene);
   for (const Edge* edge : changes.came) addEdge(*edge, looks, scene);
   // Those that hang on topics which moved, went or came into sight.
-  if (std::ranges::find(m_isMoved, 1) == m_isMoved.end()) return;
+  if (!m_isAnyMoved) return;
   const MapIndex& index = scene.index;
   for (std::size_t i = 0; i < index.edgeFrom().size(); ++i) {
     if (!m_isMoved[index.edgeFrom()[i]] && !m_isMoved[index.edgeTo()[i]]) continue;
@@ -252,7 +256,7 @@ void SceneDifference::compareRelationships(const MapScene& scene, const std::vec
   }
   for (const Relationship* relationship : changes.gone) addRelationship(*relationship, m_looks, scene);
   for (const Relationship* relationship : changes.came) addRelationship(*relationship, looks, scene);
-  if (std::ranges::find(m_isMoved, 1) == m_isMoved.end()) return;
+  if (!m_isAnyMoved) return;
   const auto isMoved = [&](const QUuid& id) {
     const std::uint32_t number = scene.index.ids()->find(id);
     return number < m_isMoved.size() && m_isMoved[number];

@@ -88,6 +88,7 @@ class SceneDifference {
   MapPainter* m_painter = nullptr;
   std::vector<NodeLook> m_newLooks;  // by number of the index
   std::vector<char> m_isMoved;       // by number: the topic's edges change with it
+  bool m_isAnyMoved = false;
 
   // Of the remembered scene.
   std::optional<MapScene> m_scene;

@@ -25,4 +25,11 @@ void ScenePlan::addEdge(std::uint32_t index, QPointF from, QPointF to, QPointF b
                    [&](QPoint tile) { m_parts[indexOf(tile)].edges.push_back(index); });
 }
 
+void ScenePlan::addRelationship(std::uint32_t index, const RelationshipCurve& curve, double reach) {
+  visitTilesOfRelationship(curve, reach, m_tileSide, m_tiles, [&](QPoint tile) {
+    auto& relationships = m_parts[indexOf(tile)].relationships;
+    if (relationships.empty() || relationships.back() != index) relationships.push_back(index);
+  });
+}
+
 }  // namespace quilmora

@@ -6,6 +6,7 @@
 #include <QPoint>
 #include <QRect>
 
+#include "canvas/geometry/RelationshipCurve.h"
 #include "canvas/painting/MapScene.h"
 
 namespace quilmora {
@@ -14,12 +15,13 @@ namespace quilmora {
 // at that alone. Made by MapPainter::makePlan(); good until the map changes or what is hidden.
 class ScenePlan {
  public:
-  // What may extend into a tile, by ordinal in `nodes` and `edges`, rearmost first.
+  // What may extend into a tile, by ordinal in `nodes`, `edges` and `relationships`, rearmost first.
   struct Part {
     std::vector<std::uint32_t> nodes;
     std::vector<std::uint32_t> edges;
+    std::vector<std::uint32_t> relationships;
 
-    bool isEmpty() const { return nodes.empty() && edges.empty(); }
+    bool isEmpty() const { return nodes.empty() && edges.empty() && relationships.empty(); }
   };
 
   // Tiles have a side of `tileSide` canvas units; the tile (x, y) starts at x × side, y × side. `tiles` are the
@@ -33,6 +35,8 @@ class ScenePlan {
   void addNode(std::uint32_t index, const QRectF& bounds);
   // An edge that stays within `reach` of its curve; `bend` moves the inner points of the curve.
   void addEdge(std::uint32_t index, QPointF from, QPointF to, QPointF bend, double reach);
+  // The stroke of a relationship, which stays within `reach` of its curve.
+  void addRelationship(std::uint32_t index, const RelationshipCurve& curve, double reach);
 
  private:
   std::size_t indexOf(QPoint tile) const;

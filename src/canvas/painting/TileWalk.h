@@ -8,6 +8,8 @@
 #include <QRect>
 #include <QRectF>
 
+#include "canvas/geometry/RelationshipCurve.h"
+
 namespace quilmora {
 
 // The part of an unbent edge between two parameters, from 0 to 1. Such an edge advances evenly in x, and its y follows
@@ -79,6 +81,35 @@ void visitTilesOfEdge(QPointF from, QPointF to, QPointF bend, double reach, doub
           tilesUnder(QRectF(QPointF(middle, ends.first - reach), QPointF(middle, ends.second + reach)), side, column);
     }
     for (int y = column.top(); y <= column.bottom(); ++y) visit(QPoint(x, y));
+  }
+}
+
+// Calls visit(tile) for the tiles of `range` that a stroke within `reach` of a relationship's curve can touch, for some
+// more than once.
+template <class Visit>
+void visitTilesOfRelationship(const RelationshipCurve& curve, double reach, double side, const QRect& range,
+                              Visit&& visit) {
+  constexpr int mostStretches = 128;
+  const QRectF bounds = curve.bounds().adjusted(-reach, -reach, reach, reach);
+  const QRect tiles = tilesUnder(bounds, side, range);
+  if (tiles.isEmpty()) return;
+  const bool isSimple = tiles.width() <= 1 || tiles.height() <= 1;
+  const double longest = std::ceil(std::max(bounds.width(), bounds.height()) / side);
+  const int stretches = isSimple ? 1 : static_cast<int>(std::clamp(longest, 1.0, double{mostStretches}));
+  for (int k = 0; k < stretches; ++k) {
+    // A stretch of the curve is a curve of its own, within its three points.
+    const double first = static_cast<double>(k) / stretches;
+    const double last = static_cast<double>(k + 1) / stretches;
+    const QPointF start = curve.pointAt(first);
+    const QPointF end = curve.pointAt(last);
+    const QPointF inner = curve.from * ((1 - first) * (1 - last)) +
+                          curve.control * ((1 - first) * last + (1 - last) * first) + curve.to * (first * last);
+    const auto [left, right] = std::minmax({start.x(), inner.x(), end.x()});
+    const auto [top, bottom] = std::minmax({start.y(), inner.y(), end.y()});
+    const QRect near =
+        tilesUnder(QRectF(QPointF(left - reach, top - reach), QPointF(right + reach, bottom + reach)), side, tiles);
+    for (int y = near.top(); y <= near.bottom(); ++y)
+      for (int x = near.left(); x <= near.right(); ++x) visit(QPoint(x, y));
   }
 }
 

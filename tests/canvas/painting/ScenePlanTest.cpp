@@ -209,3 +209,26 @@ TEST(MovingLayer, TopicsAtRestStayAboveThePreviews) {
   EXPECT_EQ(painted.at(image, QPointF(0, 3)), QColor(0xFF, 0xCC, 0x00));
   EXPECT_NE(painted.at(image, QPointF(70, 1.5)), QColor(Qt::white));
 }
+
+TEST(ScenePlan, StrokeOfARelationshipStaysInTheTilesFoundForIt) {
+  std::mt19937 random(11);
+  const auto below = [&](int bound) { return static_cast<int>(random() % static_cast<unsigned>(bound)); };
+  const auto anyPoint = [&] { return QPointF(below(3000) - 1500, below(3000) - 1500); };
+  const QRect range(-5, -4, 9, 8);
+  for (int round = 0; round < 300; ++round) {
+    const bool isBent = below(2) == 0;
+    const RelationshipCurve curve(anyPoint(), anyPoint(), isBent ? std::optional(anyPoint()) : std::nullopt);
+    constexpr double reach = 3.0;
+    ScenePlan plan(side, range);
+    plan.addRelationship(7, curve, reach);
+    for (int k = 0; k <= 2000; ++k) {
+      const QPointF point = curve.pointAt(k / 2000.0);
+      for (const QPointF way : {QPointF(reach, 0), QPointF(-reach, 0), QPointF(0, reach), QPointF(0, -reach)}) {
+        const QPointF rim = (point + way) / side;
+        const QPoint tile(static_cast<int>(std::floor(rim.x())), static_cast<int>(std::floor(rim.y())));
+        if (!range.contains(tile)) continue;
+        ASSERT_EQ(plan.part(tile).relationships, std::vector<std::uint32_t>{7}) << round << " at " << k / 2000.0;
+      }
+    }
+  }
+}
