@@ -20,14 +20,18 @@ struct RecordChanges {
 
   RecordChanges(const SharedArray<Record>& before, const SharedArray<Record>& after, std::size_t limit) {
     if (before.sharesStorageWith(after)) return;
-    const auto blocksOf = [](const SharedArray<Record>& array) {
-      std::unordered_set<const void*> blocks;
-      for (std::size_t k = 0; k < array.blockCount(); ++k) blocks.insert(&array.block(k));
-      return blocks;
-    };
-    const std::vector<Place> old = placesBeside(before, blocksOf(after), limit);
-    const std::vector<Place> now = placesBeside(after, blocksOf(before), limit);
-    if (isTooMuch || hasOtherOrder(before, after)) {
+    // Most changes leave the blocks at both ends alone.
+    Blocks middleBefore{before, 0, before.blockCount()};
+    Blocks middle{after, 0, after.blockCount()};
+    while (!middleBefore.isEmpty() && !middle.isEmpty() &&
+           middleBefore.at(middleBefore.first) == middle.at(middle.first))
+      ++middleBefore.first, ++middle.first;
+    while (!middleBefore.isEmpty() && !middle.isEmpty() &&
+           middleBefore.at(middleBefore.last - 1) == middle.at(middle.last - 1))
+      --middleBefore.last, --middle.last;
+    const std::vector<Place> old = placesBeside(middleBefore, middle.all(), limit);
+    const std::vector<Place> now = placesBeside(middle, middleBefore.all(), limit);
+    if (isTooMuch || hasOtherOrder(middleBefore, middle)) {
       isTooMuch = true;
       return;
     }
@@ -60,28 +64,43 @@ struct RecordChanges {
     std::size_t sharedBefore;  // how many shared blocks precede it
   };
 
-  std::vector<Place> placesBeside(const SharedArray<Record>& array, const std::unordered_set<const void*>& shared,
+  // Some blocks of an array in a row.
+  struct Blocks {
+    const SharedArray<Record>& array;
+    std::size_t first;
+    std::size_t last;  // one after the last
+
+    bool isEmpty() const { return first == last; }
+    const typename SharedArray<Record>::Block* at(std::size_t k) const { return &array.block(k); }
+    std::unordered_set<const void*> all() const {
+      std::unordered_set<const void*> blocks;
+      for (std::size_t k = first; k < last; ++k) blocks.insert(at(k));
+      return blocks;
+    }
+  };
+
+  std::vector<Place> placesBeside(const Blocks& blocks, const std::unordered_set<const void*>& shared,
                                   std::size_t limit) {
     std::vector<Place> places;
     std::size_t sharedBefore = 0;
-    for (std::size_t k = 0; k < array.blockCount() && !isTooMuch; ++k) {
-      if (shared.contains(&array.block(k))) {
+    for (std::size_t k = blocks.first; k < blocks.last && !isTooMuch; ++k) {
+      if (shared.contains(blocks.at(k))) {
         ++sharedBefore;
         continue;
       }
-      for (const Record& record : array.block(k)) places.push_back({&record, sharedBefore});
+      for (const Record& record : *blocks.at(k)) places.push_back({&record, sharedBefore});
       isTooMuch = places.size() > limit;
     }
     return places;
   }
 
   // Whether the shared blocks are in a different order.
-  static bool hasOtherOrder(const SharedArray<Record>& before, const SharedArray<Record>& after) {
+  static bool hasOtherOrder(const Blocks& before, const Blocks& after) {
     std::unordered_map<const void*, std::size_t> placeBefore;
-    for (std::size_t k = 0; k < before.blockCount(); ++k) placeBefore.emplace(&before.block(k), k);
+    for (std::size_t k = before.first; k < before.last; ++k) placeBefore.emplace(before.at(k), k);
     std::size_t last = 0;
-    for (std::size_t k = 0; k < after.blockCount(); ++k) {
-      const auto found = placeBefore.find(&after.block(k));
+    for (std::size_t k = after.first; k < after.last; ++k) {
+      const auto found = placeBefore.find(after.at(k));
       if (found == placeBefore.end()) continue;
       if (found->second < last) return true;
       last = found->second;

@@ -1,16 +1,10 @@
 #include "canvas/painting/SceneDifference.h"
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
-#include "canvas/geometry/Polygons.h"
-#include "canvas/geometry/RelationshipCurve.h"
 #include "canvas/painting/HiddenCount.h"
-#include "canvas/painting/PartVisibility.h"
 #include "canvas/painting/RecordChanges.h"
-#include "canvas/painting/RegionLabel.h"
-#include "canvas/painting/SceneSketch.h"
 
 namespace quilmora {
 
@@ -28,20 +22,18 @@ ChangedParts SceneDifference::follow(const MapScene& scene, const PaintOptions& 
   m_painter = &painter;
   m_zoom = scene.view.zoom / scene.pixelRatio;
   m_isAnyMoved = false;
+  m_looksBefore.clear();
   m_parts.everything = !m_scene || changesEverything(scene);
-  if (!m_scene || hasOtherStructure(scene) || (hasOtherSelection(scene) && !isSelectionSmall(scene))) {
-    findLooks(scene);
-    m_isMoved.assign(m_newLooks.size(), 0);
-    if (m_scene && !m_parts.everything) {
-      compareLooks(scene);
-      compareRecords(scene, m_newLooks);
-    }
-    std::swap(m_looks, m_newLooks);
-  } else {
-    m_isMoved.assign(m_looks.size(), 0);
-    compareSelection(scene);
-    compareRecords(scene, m_looks);
-  }
+  m_areAllNew = !m_scene || !hasSameTopics(scene) ||
+                ((hasOtherStructure(scene) || hasOtherSelection(scene)) && (m_hasTwins || !isSelectionSmall(scene)));
+  if (m_areAllNew) findLooks(scene);
+  m_isMoved.assign(m_areAllNew ? m_newLooks.size() : m_looks.size(), 0);
+  if (!m_areAllNew)
+    compareSomeLooks(scene);
+  else if (!m_parts.everything)
+    compareLooks(scene);
+  if (!m_parts.everything) compareRecords(scene);
+  if (std::exchange(m_areAllNew, false)) std::swap(m_looks, m_newLooks);
   if (!m_parts.everything) compareGestures(scene);
   m_parts.leaveMapAlone = m_scene && !hasOtherMap(scene);
   m_scene = scene;
@@ -53,6 +45,16 @@ bool SceneDifference::hasOtherStructure(const MapScene& scene) const {
   return !scene.index.sharesStorageWith(m_scene->index) || !scene.hiddenNodes.sharesStorageWith(m_scene->hiddenNodes) ||
          !scene.collapsedNodeIDs.sharesStorageWith(m_scene->collapsedNodeIDs) ||
          scene.isDragging() != m_scene->isDragging();
+}
+
+bool SceneDifference::hasSameTopics(const MapScene& scene) const {
+  const MapIndex& now = scene.index;
+  const MapIndex& before = m_scene->index;
+  // Arrays at the same place are shared.
+  return now.ids() == before.ids() && &now.numberOfNode() == &before.numberOfNode() &&
+         &now.nodeOfNumber() == &before.nodeOfNumber() && &now.edgeFrom() == &before.edgeFrom() &&
+         &now.edgeTo() == &before.edgeTo() && scene.hiddenNodes.sharesStorageWith(m_scene->hiddenNodes) &&
+         scene.collapsedNodeIDs.sharesStorageWith(m_scene->collapsedNodeIDs);
 }
 
 bool SceneDifference::hasOtherMap(const MapScene& scene) const {
@@ -68,9 +70,8 @@ bool SceneDifference::hasOtherSelection(const MapScene& scene) const {
          !scene.selectedEdgeIDs.sharesStorageWith(m_scene->selectedEdgeIDs);
 }
 
-// What is dragged is left out of the picture, with its edges.
 bool SceneDifference::isSelectionSmall(const MapScene& scene) const {
-  return !scene.isDragging() && scene.selectedNodeIDs.size() + m_scene->selectedNodeIDs.size() <= maxChangeCount;
+  return scene.selectedNodeIDs.size() + m_scene->selectedNodeIDs.size() <= maxChangeCount;
 }
 
 bool SceneDifference::changesEverything(const MapScene& scene) const {
@@ -88,11 +89,11 @@ bool SceneDifference::haveHandlesMoved(const MapScene& scene) const {
   return handlesLieAbove(scene, *m_options) != handlesLieAbove(*m_scene, *m_options);
 }
 
-void SceneDifference::compareRecords(const MapScene& scene, const std::vector<NodeLook>& looks) {
-  using Comparison = void (SceneDifference::*)(const MapScene&, const std::vector<NodeLook>&);
+void SceneDifference::compareRecords(const MapScene& scene) {
+  using Comparison = void (SceneDifference::*)(const MapScene&);
   for (const Comparison compare : {&SceneDifference::compareNodes, &SceneDifference::compareEdges,
                                    &SceneDifference::compareSelectedEdges, &SceneDifference::compareRelationships})
-    if (!m_parts.everything) (this->*compare)(scene, looks);
+    if (!m_parts.everything) (this->*compare)(scene);
   if (!m_parts.everything) compareRegions(scene);
 }
 
@@ -129,25 +130,54 @@ void SceneDifference::findLooks(const MapScene& scene) {
     for (NodeLook& look : looks) look.isShown = look.isShown && !look.isSelected;
 }
 
-void SceneDifference::compareSelection(const MapScene& scene) {
+std::vector<std::uint32_t> SceneDifference::selectedAndMoved(const MapScene& scene) const {
+  std::vector<std::uint32_t> numbers;
   const MapIndex& index = scene.index;
-  const IdSet& now = scene.selectedNodeIDs;
-  const auto compare = [&](std::uint32_t number) {
-    if (number >= m_looks.size()) return;
-    NodeLook& look = m_looks[number];
-    const bool isSelected = now.contains((*index.ids())[number]);
-    const bool hasHandle = isSelected && now.size() == 1;
-    if (!look.exists || (look.isSelected == isSelected && look.hasHandle == hasHandle)) return;
-    look.isSelected = isSelected;
-    look.hasHandle = hasHandle;
-    if (look.isShown) addNode(scene.map.nodes[index.nodeOfNumber()[number]], look.depth, scene);
-  };
-  if (hasOtherSelection(scene)) {
-    index.ids()->visitNumbers(m_scene->selectedNodeIDs, compare);
-    index.ids()->visitNumbers(now, compare);
+  if (hasOtherSelection(scene) || scene.isDragging() != m_scene->isDragging()) {
+    const auto add = [&](std::uint32_t number) { numbers.push_back(number); };
+    index.ids()->visitNumbers(m_scene->selectedNodeIDs, add);
+    index.ids()->visitNumbers(scene.selectedNodeIDs, add);
   }
+  const std::vector<QPointF>& now = index.positions();
+  const std::vector<QPointF>& before = m_scene->index.positions();
+  if (&now != &before)
+    for (std::size_t i = 0; i < now.size(); ++i)
+      if (now[i].x() != before[i].x() || now[i].y() != before[i].y()) numbers.push_back(index.numberOfNode()[i]);
+  return numbers;
+}
+
+// What is dragged is left out of the picture, with its edges.
+void SceneDifference::compareSomeLooks(const MapScene& scene) {
   // Of topics with one id only the last is told apart.
-  if (m_hasTwins && (hasOtherMap(scene) || hasOtherSelection(scene))) m_parts.everything = true;
+  if (m_hasTwins && hasOtherMap(scene)) m_parts.everything = true;
+  const MapIndex& index = scene.index;
+  const IdSet& selected = scene.selectedNodeIDs;
+  for (const std::uint32_t number : selectedAndMoved(scene)) {
+    if (number >= m_looks.size() || !m_looks[number].exists) continue;
+    NodeLook& look = m_looks[number];
+    const NodeLook before = look;
+    const std::uint32_t ordinal = index.nodeOfNumber()[number];
+    look.position = index.positions()[ordinal];
+    look.isSelected = selected.contains((*index.ids())[number]);
+    look.hasHandle = look.isSelected && selected.size() == 1;
+    look.isShown = !scene.isHidden(ordinal) && !(scene.isDragging() && look.isSelected);
+    const bool hasMoved = look.position != before.position || look.isShown != before.isShown;
+    if (!hasMoved && look.isSelected == before.isSelected && look.hasHandle == before.hasHandle) continue;
+    m_looksBefore.emplace(number, before);
+    if (hasMoved) markMoved(number);
+    m_parts.everything = m_parts.everything || m_looksBefore.size() > maxChangeCount;
+    if (m_parts.everything) continue;
+    // As in compareLooks().
+    Node node = scene.map.nodes[ordinal];
+    if (look.isShown) addNode(node, look.depth, scene);
+    node.position = before.position;
+    if (hasMoved && before.isShown) addNode(node, before.depth, scene);
+  }
+}
+
+void SceneDifference::markMoved(std::uint32_t number) {
+  m_isMoved[number] = 1;
+  m_isAnyMoved = true;
 }
 
 void SceneDifference::compareLooks(const MapScene& scene) {
@@ -164,8 +194,7 @@ void SceneDifference::compareLooks(const MapScene& scene) {
     const NodeLook before = number < m_looks.size() ? m_looks[number] : NodeLook();
     const bool hasMoved =
         now.position != before.position || now.isShown != before.isShown || now.exists != before.exists;
-    m_isMoved[number] = hasMoved || (config.edgeSizing && now.depth != before.depth);
-    m_isAnyMoved = m_isAnyMoved || m_isMoved[number];
+    if (hasMoved || (config.edgeSizing && now.depth != before.depth)) markMoved(number);
     const bool isOther = hasMoved || now.isSelected != before.isSelected || now.hasHandle != before.hasHandle ||
                          now.isCollapsed != before.isCollapsed || now.hiddenCount != before.hiddenCount ||
                          now.hasChildren != before.hasChildren || (isSizedByDepth && now.depth != before.depth);
@@ -183,7 +212,7 @@ void SceneDifference::compareLooks(const MapScene& scene) {
   }
 }
 
-void SceneDifference::compareNodes(const MapScene& scene, const std::vector<NodeLook>& looks) {
+void SceneDifference::compareNodes(const MapScene& scene) {
   const RecordChanges<Node> changes(m_scene->map.nodes, scene.map.nodes, maxRecordCount);
   if (changes.isTooMuch || changes.gone.size() + changes.came.size() > 2 * maxChangeCount) {
     m_parts.everything = true;
@@ -191,26 +220,26 @@ void SceneDifference::compareNodes(const MapScene& scene, const std::vector<Node
   }
   for (const Node* node : changes.gone) {
     const std::uint32_t number = scene.index.ids()->find(node->id);
-    if (number >= m_looks.size() || !m_looks[number].exists) continue;
-    if (m_looks[number].isShown) addNode(*node, m_looks[number].depth, scene);
-    if (number >= m_isMoved.size() || looks[number].exists) continue;
-    m_isMoved[number] = 1;
-    m_isAnyMoved = true;
+    const NodeLook* before = lookOf(number, When::before);
+    if (!before || !before->exists) continue;
+    if (before->isShown) addNode(*node, before->depth, scene);
+    const NodeLook* now = lookOf(number, When::now);
+    if (now && !now->exists) markMoved(number);
   }
   for (const Node* node : changes.came) {
-    const std::uint32_t number = scene.index.ids()->find(node->id);
-    if (number < looks.size() && looks[number].isShown) addNode(*node, looks[number].depth, scene);
+    const NodeLook* now = lookOf(scene.index.ids()->find(node->id), When::now);
+    if (now && now->isShown) addNode(*node, now->depth, scene);
   }
 }
 
-void SceneDifference::compareEdges(const MapScene& scene, const std::vector<NodeLook>& looks) {
+void SceneDifference::compareEdges(const MapScene& scene) {
   const RecordChanges<Edge> changes(m_scene->map.edges, scene.map.edges, maxRecordCount);
   if (changes.isTooMuch || changes.gone.size() + changes.came.size() > 2 * maxChangeCount) {
     m_parts.everything = true;
     return;
   }
-  for (const Edge* edge : changes.gone) addEdge(*edge, m_looks, scene);
-  for (const Edge* edge : changes.came) addEdge(*edge, looks, scene);
+  for (const Edge* edge : changes.gone) addEdge(*edge, When::before, scene);
+  for (const Edge* edge : changes.came) addEdge(*edge, When::now, scene);
   // Those that hang on topics which moved, went or came into sight.
   if (!m_isAnyMoved) return;
   const MapIndex& index = scene.index;
@@ -221,12 +250,12 @@ void SceneDifference::compareEdges(const MapScene& scene, const std::vector<Node
       return;
     }
     const Edge& edge = scene.map.edges[i];
-    addEdge(edge, m_looks, scene);
-    addEdge(edge, looks, scene);
+    addEdge(edge, When::before, scene);
+    addEdge(edge, When::now, scene);
   }
 }
 
-void SceneDifference::compareSelectedEdges(const MapScene& scene, const std::vector<NodeLook>& looks) {
+void SceneDifference::compareSelectedEdges(const MapScene& scene) {
   const IdSet& now = scene.selectedEdgeIDs;
   const IdSet& before = m_scene->selectedEdgeIDs;
   const bool areHandlesMoved = haveHandlesMoved(scene);
@@ -245,17 +274,18 @@ void SceneDifference::compareSelectedEdges(const MapScene& scene, const std::vec
   const std::vector<QUuid> few(changed.begin(), changed.end());
   const bool areFew = few.size() <= 4;
   for (const Edge& edge : scene.map.edges)
-    if (areFew ? std::ranges::find(few, edge.id) != few.end() : changed.contains(edge.id)) addEdge(edge, looks, scene);
+    if (areFew ? std::ranges::find(few, edge.id) != few.end() : changed.contains(edge.id))
+      addEdge(edge, When::now, scene);
 }
 
-void SceneDifference::compareRelationships(const MapScene& scene, const std::vector<NodeLook>& looks) {
+void SceneDifference::compareRelationships(const MapScene& scene) {
   const RecordChanges<Relationship> changes(m_scene->map.relationships, scene.map.relationships, maxRecordCount);
   if (changes.isTooMuch) {
     m_parts.everything = true;
     return;
   }
-  for (const Relationship* relationship : changes.gone) addRelationship(*relationship, m_looks, scene);
-  for (const Relationship* relationship : changes.came) addRelationship(*relationship, looks, scene);
+  for (const Relationship* relationship : changes.gone) addRelationship(*relationship, When::before, scene);
+  for (const Relationship* relationship : changes.came) addRelationship(*relationship, When::now, scene);
   if (!m_isAnyMoved) return;
   const auto isMoved = [&](const QUuid& id) {
     const std::uint32_t number = scene.index.ids()->find(id);
@@ -263,8 +293,8 @@ void SceneDifference::compareRelationships(const MapScene& scene, const std::vec
   };
   for (const Relationship& relationship : scene.map.relationships) {
     if (!isMoved(relationship.from) && !isMoved(relationship.to)) continue;
-    addRelationship(relationship, m_looks, scene);
-    addRelationship(relationship, looks, scene);
+    addRelationship(relationship, When::before, scene);
+    addRelationship(relationship, When::now, scene);
   }
 }
 
@@ -322,9 +352,9 @@ void SceneDifference::compareLinks(const MapScene& scene) {
   if (links.empty()) return;
   const auto isMeant = [&](const QUuid& id) { return std::ranges::find(links, id) != links.end(); };
   for (const Edge& edge : scene.map.edges)
-    if (isMeant(edge.id)) addEdge(edge, m_looks, scene);
+    if (isMeant(edge.id)) addEdge(edge, When::now, scene);
   for (const Relationship& relationship : scene.map.relationships)
-    if (isMeant(relationship.id)) addRelationship(relationship, m_looks, scene);
+    if (isMeant(relationship.id)) addRelationship(relationship, When::now, scene);
 }
 
 void SceneDifference::compareShownRegions(const MapScene& scene) {
@@ -341,61 +371,6 @@ void SceneDifference::compareShownRegions(const MapScene& scene) {
     addRegion(rectBefore);
     addRegion(rect);
   }
-}
-
-// --- Marks ---
-
-void SceneDifference::addNode(const Node& node, int depth, const MapScene& scene) {
-  const double deepest = scene.tree.maxDepth();
-  const auto fraction = deepest >= 1 ? std::optional(std::max(0, depth) / deepest) : std::nullopt;
-  const HierarchicalConfig& config = scene.map.hierarchical;
-  const HierarchicalConfig* sizing = m_options->depthSizing ? &config : nullptr;
-  QSizeF box = m_painter->measurer().measure(node, fraction, sizing).box.size();
-  // A topic that was or is being edited has the size of the text in its field.
-  for (const ShownGestures* one : {&std::as_const(m_scene)->shown, &scene.shown})
-    if (one->editingNodeID == node.id)
-      box = box.expandedTo(
-          m_painter->measurer().measure(node, fraction, sizing, one->editingTitle.value_or(node.title)).box.size());
-  const double margin = maxTopicSurroundings(m_zoom);
-  const QSizeF half(box.width() / 2 + margin, box.height() / 2 + margin);
-  m_parts.areas.emplace_back(node.position.x() - half.width(), node.position.y() - half.height(), 2 * half.width(),
-                             2 * half.height());
-}
-
-void SceneDifference::addNodeOf(const std::optional<QUuid>& id, const MapScene& scene) {
-  if (!id) return;
-  const std::uint32_t place = scene.index.find(*id);
-  if (place == MapIndex::npos) return;
-  addNode(scene.map.nodes[place], m_looks[scene.index.numberOfNode()[place]].depth, scene);
-}
-
-const SceneDifference::NodeLook* SceneDifference::shown(const std::vector<NodeLook>& looks, const QUuid& id,
-                                                        const MapScene& scene) const {
-  const std::uint32_t number = scene.index.ids()->find(id);
-  return number < looks.size() && looks[number].exists && looks[number].isShown ? &looks[number] : nullptr;
-}
-
-void SceneDifference::addEdge(const Edge& edge, const std::vector<NodeLook>& looks, const MapScene& scene) {
-  const NodeLook* from = shown(looks, edge.from, scene);
-  const NodeLook* to = shown(looks, edge.to, scene);
-  if (!from || !to) return;
-  m_parts.edges.push_back({from->position, to->position, edge.controlPointOffset.value_or(QPointF()),
-                           SceneSketch::reachOf(edge, scene.map.hierarchical, m_zoom)});
-}
-
-void SceneDifference::addRelationship(const Relationship& relationship, const std::vector<NodeLook>& looks,
-                                      const MapScene& scene) {
-  const NodeLook* from = shown(looks, relationship.from, scene);
-  const NodeLook* to = shown(looks, relationship.to, scene);
-  if (!from || !to) return;
-  const RelationshipCurve curve(from->position, to->position, relationship.controlPointOffset);
-  const double reach = handleSurroundings(m_zoom);
-  m_parts.areas.push_back(curve.bounds().adjusted(-reach, -reach, reach, reach));
-}
-
-void SceneDifference::addRegion(const QRectF& rect) {
-  const double handle = partDiameter(CanvasPart::resizeHandle, m_zoom) / 2 + 4.0;
-  m_parts.areas.push_back(RegionLabel::reach(rect.normalized(), m_zoom).adjusted(-handle, -handle, handle, handle));
 }
 
 }  // namespace quilmora

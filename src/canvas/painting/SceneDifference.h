@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <unordered_map>
 #include <vector>
 
 #include "canvas/painting/MapPainter.h"
@@ -51,8 +52,12 @@ class SceneDifference {
     std::uint32_t hiddenCount = 0;  // of a collapsed topic
   };
 
+  enum class When { before, now };
+
   // Told by what both scenes share, without a look inside.
   bool hasOtherStructure(const MapScene& scene) const;
+  // Whether looks can differ only where topics are selected or moved.
+  bool hasSameTopics(const MapScene& scene) const;
   bool hasOtherMap(const MapScene& scene) const;
   bool hasOtherSelection(const MapScene& scene) const;
   bool isSelectionSmall(const MapScene& scene) const;
@@ -63,31 +68,37 @@ class SceneDifference {
   void compareLinks(const MapScene& scene);
   void compareShownRegions(const MapScene& scene);
   void compareLooks(const MapScene& scene);
-  // What compareLooks() tells of a small selection, at the cost of what was and is selected.
-  void compareSelection(const MapScene& scene);
-  // `looks` are those of now.
-  void compareRecords(const MapScene& scene, const std::vector<NodeLook>& looks);
-  void compareNodes(const MapScene& scene, const std::vector<NodeLook>& looks);
-  void compareEdges(const MapScene& scene, const std::vector<NodeLook>& looks);
-  void compareSelectedEdges(const MapScene& scene, const std::vector<NodeLook>& looks);
-  void compareRelationships(const MapScene& scene, const std::vector<NodeLook>& looks);
+  // What compareLooks() tells of few topics that are selected or moved, and the looks of now. A map of which nothing
+  // else changed is not passed over, but for a comparison of its positions.
+  void compareSomeLooks(const MapScene& scene);
+  std::vector<std::uint32_t> selectedAndMoved(const MapScene& scene) const;
+  void compareRecords(const MapScene& scene);
+  void compareNodes(const MapScene& scene);
+  void compareEdges(const MapScene& scene);
+  void compareSelectedEdges(const MapScene& scene);
+  void compareRelationships(const MapScene& scene);
   void compareRegions(const MapScene& scene);
   void findLooks(const MapScene& scene);
 
   void addNode(const Node& node, int depth, const MapScene& scene);
   void addNodeOf(const std::optional<QUuid>& id, const MapScene& scene);
-  void addEdge(const Edge& edge, const std::vector<NodeLook>& looks, const MapScene& scene);
-  void addRelationship(const Relationship& relationship, const std::vector<NodeLook>& looks, const MapScene& scene);
+  void addEdge(const Edge& edge, When when, const MapScene& scene);
+  void addRelationship(const Relationship& relationship, When when, const MapScene& scene);
   void addRegion(const QRectF& rect);
-  const NodeLook* shown(const std::vector<NodeLook>& looks, const QUuid& id, const MapScene& scene) const;
+  // Of a topic by its number, or null.
+  const NodeLook* lookOf(std::uint32_t number, When when) const;
+  const NodeLook* shown(const QUuid& id, When when, const MapScene& scene) const;
+  void markMoved(std::uint32_t number);
 
   // Of the current call.
   ChangedParts m_parts;
   const PaintOptions* m_options = nullptr;
   double m_zoom = 1.0;  // at which the areas are computed
   MapPainter* m_painter = nullptr;
-  std::vector<NodeLook> m_newLooks;  // by number of the index
-  std::vector<char> m_isMoved;       // by number: the topic's edges change with it
+  std::vector<NodeLook> m_newLooks;  // by number of the index; where all were found anew, until the call ends
+  bool m_areAllNew = false;
+  std::unordered_map<std::uint32_t, NodeLook> m_looksBefore;  // of what compareSomeLooks() found changed
+  std::vector<char> m_isMoved;                                // by number: the topic's edges change with it
   bool m_isAnyMoved = false;
 
   // Of the remembered scene.

@@ -1,5 +1,3 @@
-#include <random>
-
 #include <gtest/gtest.h>
 
 #include "canvas/painting/BadgeLook.h"
@@ -128,34 +126,6 @@ TEST_F(HandlePainting, HandlesGoWithAHiddenTopic) {
   const QImage image = select();
   EXPECT_EQ(painted.at(image, QPointF(-150, 0)), fill);
   EXPECT_EQ(painted.at(image, QPointF(0, 0)), white);
-}
-
-// Hidden handles are left out, and the others are copied from small pictures: no reason to look different. The edges
-// themselves are invisible here.
-TEST(ManyHandles, LookLikeHandlesDrawnOneByOne) {
-  std::mt19937 random(3);
-  const auto below = [&](int bound) { return static_cast<int>(random() % static_cast<unsigned>(bound)); };
-  for (const bool isBelowTopics : {false, true}) {
-    PaintedMap painted;
-    painted.options.handlesAboveNodes = true;
-    std::vector<QUuid> ids;
-    for (int i = 0; i < 60; ++i) ids.push_back(painted.addNode(QPointF(8 * below(44) - 176, 8 * below(32) - 128)));
-    for (int i = 0; i < 500; ++i) {
-      const QUuid edge = painted.addEdge(ids[static_cast<std::size_t>(below(60))],
-                                         ids[static_cast<std::size_t>(below(60))], "#FFFFFF");
-      if (below(3) > 0) painted.selectedEdges.insert(edge);
-    }
-    if (isBelowTopics) painted.selectedNodes.insert(ids.front());
-    const QImage quick = painted.paint();
-    painted.options.levelsOfDetail = false;
-    const QImage plain = painted.paint();
-    int farthest = 0;
-    for (int y = 0; y < plain.height(); ++y)
-      for (int x = 0; x < plain.width(); ++x)
-        farthest = std::max(farthest, colorDistance(quick.pixelColor(x, y), plain.pixelColor(x, y)));
-    // Many shadows on one place add up their rounding.
-    EXPECT_LE(farthest, 8) << isBelowTopics;
-  }
 }
 
 // --- Handles of a relationship ---

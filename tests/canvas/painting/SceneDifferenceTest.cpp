@@ -211,3 +211,20 @@ TEST(SceneDifference, TellsAllThatLooksDifferentAfterAnyChange) {
     }
   }
 }
+
+TEST_F(DifferenceOfScenes, OfADropIsBothPlacesAndTheConnectors) {
+  painted.selectedNodes = IdSet{b};
+  follow();
+  painted.scene.shown.nodeDragTranslation = QPointF(180, 140);
+  ChangedParts parts = follow();
+  EXPECT_TRUE(isMarked(parts, 1));
+  EXPECT_EQ(parts.edges.size(), 1U);
+  painted.scene.shown.nodeDragTranslation = QPointF();
+  painted.changeNode(1, [](Node& node) { node.position += QPointF(180, 140); });
+  parts = follow();
+  EXPECT_FALSE(parts.everything);
+  EXPECT_TRUE(isMarked(parts, 1));
+  ASSERT_EQ(parts.edges.size(), 1U);
+  EXPECT_EQ(parts.edges[0].to, QPointF(300, 200));
+  EXPECT_TRUE(follow().isEmpty());
+}
