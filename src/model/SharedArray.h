@@ -1,12 +1,12 @@
 #pragma once
 
 #include <algorithm>
-#include <atomic>
 #include <cstddef>
 #include <iterator>
-#include <memory>
 #include <utility>
 #include <vector>
+
+#include "model/SharedPointer.h"
 
 namespace quilmora {
 
@@ -86,7 +86,7 @@ class SharedArray {
   void append(T item) {
     List& list = ownList();
     if (list.entries.empty() || list.entries.back().block->size() >= BlockCapacity) {
-      auto block = std::make_shared<Block>();
+      auto block = SharedPointer<Block>::make();
       block->reserve(std::min(BlockCapacity, std::max<std::size_t>(list.size, 4)));
       list.entries.push_back({std::move(block), list.size});
     }
@@ -146,7 +146,7 @@ class SharedArray {
         }
       if (count == 0) continue;
       removed += count;
-      auto kept = std::make_shared<Block>();
+      auto kept = SharedPointer<Block>::make();
       kept->reserve(before.size() - count);
       for (std::size_t i = 0; i < before.size(); ++i)
         if (!dead[i]) kept->push_back(before[i]);
@@ -201,7 +201,7 @@ class SharedArray {
 
  private:
   struct Entry {
-    std::shared_ptr<Block> block;
+    SharedPointer<Block> block;
     std::size_t start = 0;
   };
   // Blocks are never empty, and starts ascend.
@@ -217,25 +217,17 @@ class SharedArray {
     return static_cast<std::size_t>(after - entries.begin()) - 1;
   }
 
-  // Another thread may just have dropped its copy: its reads must come before our writes.
-  template <class Pointer>
-  static bool isOnlyOwner(const Pointer& pointer) {
-    if (pointer.use_count() != 1) return false;
-    std::atomic_thread_fence(std::memory_order_acquire);
-    return true;
-  }
-
   List& ownList() {
     if (!m_list)
-      m_list = std::make_shared<List>();
-    else if (!isOnlyOwner(m_list))
-      m_list = std::make_shared<List>(*m_list);
+      m_list = SharedPointer<List>::make();
+    else if (!m_list.isOnlyOwner())
+      m_list = SharedPointer<List>::make(*m_list);
     return *m_list;
   }
 
   static Block& ownBlock(Entry& entry) {
-    if (!isOnlyOwner(entry.block)) {
-      auto copy = std::make_shared<Block>();
+    if (!entry.block.isOnlyOwner()) {
+      auto copy = SharedPointer<Block>::make();
       copy->reserve(std::max(entry.block->size() + 1, std::min(BlockCapacity, entry.block->capacity())));
       copy->assign(entry.block->begin(), entry.block->end());
       entry.block = std::move(copy);
@@ -268,7 +260,7 @@ class SharedArray {
     if (list.entries.empty()) m_list.reset();
   }
 
-  std::shared_ptr<List> m_list;
+  SharedPointer<List> m_list;
 };
 
 }  // namespace quilmora

@@ -1,7 +1,8 @@
 #pragma once
 
-#include <memory>
 #include <utility>
+
+#include "model/SharedPointer.h"
 
 namespace quilmora {
 
@@ -10,16 +11,16 @@ template <class T>
 class SharedValue {
  public:
   SharedValue() = default;
-  explicit SharedValue(T value) : m_value(std::make_shared<T>(std::move(value))) {}
+  explicit SharedValue(T value) : m_value(SharedPointer<T>::make(std::move(value))) {}
 
   const T& operator*() const { return m_value ? *m_value : fresh(); }
   const T* operator->() const { return &**this; }
   // For changing it in place; copies the value first if others share it.
   T& write() {
     if (!m_value)
-      m_value = std::make_shared<T>();
-    else if (m_value.use_count() > 1)
-      m_value = std::make_shared<T>(*m_value);
+      m_value = SharedPointer<T>::make();
+    else if (!m_value.isOnlyOwner())
+      m_value = SharedPointer<T>::make(*m_value);
     return *m_value;
   }
   bool sharesStorageWith(const SharedValue& other) const { return m_value == other.m_value; }
@@ -30,7 +31,7 @@ class SharedValue {
     return value;
   }
 
-  std::shared_ptr<T> m_value;
+  SharedPointer<T> m_value;
 };
 
 }  // namespace quilmora
