@@ -3,18 +3,22 @@
 #include <QSemaphore>
 #include <QThreadPool>
 
+#include "platform/ThreadOrder.h"
+
 namespace quilmora {
 
 void runInPool(const std::function<void()>& work) {
   QSemaphore done;
+  orderBefore(&done);
   const bool isStarted = QThreadPool::globalInstance()->tryStart([&] {
+    orderAfter(&done);
     work();
+    orderBefore(&done);
     done.release();
   });
-  if (isStarted)
-    done.acquire();
-  else
-    work();
+  if (!isStarted) return work();
+  done.acquire();
+  orderAfter(&done);
 }
 
 bool PaintSteps::run(const std::function<bool()>& isTimeUp) {

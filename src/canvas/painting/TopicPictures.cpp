@@ -7,10 +7,10 @@
 #include <QBuffer>
 #include <QFuture>
 #include <QImageReader>
-#include <QPromise>
 #include <QTimer>
 
 #include "editor/PictureFiles.h"
+#include "platform/StartInPool.h"
 
 namespace quilmora {
 
@@ -204,12 +204,8 @@ void TopicPictures::startWaiting() {
     const QString data = std::move(m_waiting.front());
     m_waiting.pop_front();
     m_inFlight.insert({data.constData(), data.size()}, data);
-    auto promise = std::make_shared<QPromise<QImage>>();
-    promise->start();
-    promise->future().then(&m_context, [this, data](const QImage& picture) { finished(data, picture); });
-    m_pool->start([promise, data] {
-      promise->addResult(decoded(data));
-      promise->finish();
+    startInPool(m_pool.get(), [data] { return decoded(data); }).then(&m_context, [this, data](const QImage& picture) {
+      finished(data, picture);
     });
   }
 }

@@ -3,11 +3,10 @@
 #include <new>
 #include <utility>
 
-#include <QPromise>
-
 #include "editor/journal/JournalWriter.h"
 #include "platform/Futures.h"
 #include "platform/Log.h"
+#include "platform/StartInPool.h"
 
 namespace quilmora {
 
@@ -89,10 +88,7 @@ void Journal::add(Step step) {
 
 void Journal::run() {
   m_isRunning = true;
-  const auto promise = std::make_shared<QPromise<QString>>();
-  promise->start();
-  m_running = promise->future();
-  m_pool.start([promise, writer = m_writer, steps = std::exchange(m_waiting, {})]() mutable {
+  m_running = startInPool(&m_pool, [writer = m_writer, steps = std::exchange(m_waiting, {})]() mutable {
     QString problem;
     try {
       for (const Step& step : steps)
@@ -102,8 +98,7 @@ void Journal::run() {
     }
     // Release the maps before anybody learns of the end.
     steps.clear();
-    promise->addResult(problem);
-    promise->finish();
+    return problem;
   });
   whenFinished(
       m_running, this,

@@ -5,12 +5,12 @@
 #include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
-#include <QPromise>
 #include <fcntl.h>
 #include <unistd.h>
 
 #include "model/DocumentFile.h"
 #include "platform/Log.h"
+#include "platform/StartInPool.h"
 
 namespace quilmora {
 
@@ -23,17 +23,6 @@ TimePoint timeOf(const QFileInfo& file) {
 qint64 modifiedAt(const QString& path) {
   const QFileInfo file(path);
   return file.exists() ? file.lastModified().toMSecsSinceEpoch() : 0;
-}
-
-template <class Result>
-QFuture<Result> runIn(QThreadPool& pool, std::function<Result()> work) {
-  const auto promise = std::make_shared<QPromise<Result>>();
-  promise->start();
-  pool.start([promise, work = std::move(work)] {
-    promise->addResult(work());
-    promise->finish();
-  });
-  return promise->future();
 }
 
 // A failure with a version does not affect the document itself.
@@ -87,7 +76,7 @@ void EarlierVersions::keep(const QString& document, const MindMap& map) {
 }
 
 void EarlierVersions::keepAt(const QString& document, const MindMap& map, TimePoint time) {
-  m_pool.start([store = m_store, &log = m_log, document, map, time, now = m_clock.now()] {
+  startInPool(&m_pool, [store = m_store, &log = m_log, document, map, time, now = m_clock.now()] {
     guarded(log, [&] { store->keep(document, map, time, now); });
   });
 }
@@ -98,7 +87,7 @@ void EarlierVersions::keepFile(const QString& document) {
   if (!file.isFile()) return;
   const int descriptor = ::open(QFile::encodeName(document).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
   if (descriptor < 0) return;
-  m_pool.start([store = m_store, &log = m_log, document, descriptor, time = timeOf(file), now = m_clock.now()] {
+  startInPool(&m_pool, [store = m_store, &log = m_log, document, descriptor, time = timeOf(file), now = m_clock.now()] {
     guarded(log, [&] {
       const MindMap map = decodeDocumentAt(QStringLiteral("/proc/self/fd/%1").arg(descriptor));
       store->keep(document, map, time, now);
@@ -108,16 +97,15 @@ void EarlierVersions::keepFile(const QString& document) {
 }
 
 QFuture<std::vector<versions::Version>> EarlierVersions::list(const QString& document) {
-  return runIn<std::vector<versions::Version>>(m_pool, [store = m_store, document] { return store->list(document); });
+  return startInPool(&m_pool, [store = m_store, document] { return store->list(document); });
 }
 
 QFuture<std::optional<MindMap>> EarlierVersions::load(const QString& document, std::uint64_t number) {
-  return runIn<std::optional<MindMap>>(m_pool,
-                                       [store = m_store, &log = m_log, document, number]() -> std::optional<MindMap> {
-                                         std::optional<MindMap> map;
-                                         guarded(log, [&] { map = store->load(document, number); });
-                                         return map;
-                                       });
+  return startInPool(&m_pool, [store = m_store, &log = m_log, document, number]() -> std::optional<MindMap> {
+    std::optional<MindMap> map;
+    guarded(log, [&] { map = store->load(document, number); });
+    return map;
+  });
 }
 
 }  // namespace quilmora
