@@ -33,6 +33,15 @@ std::size_t IdTable::slotOf(const QUuid& id) const {
   return slot;
 }
 
+void IdTable::prefetchSlot(const QUuid& id) const {
+  __builtin_prefetch(&m_slots[hashOf(id) & (m_slots.size() - 1)]);
+}
+
+void IdTable::prefetchId(const QUuid& id) const {
+  const std::uint32_t number = m_slots[hashOf(id) & (m_slots.size() - 1)];
+  if (number != npos) __builtin_prefetch(&m_ids[number]);
+}
+
 std::uint32_t IdTable::insert(const QUuid& id) {
   if (m_slots.size() < 2 * (m_ids.size() + 1)) rehash(std::max<std::size_t>(16, m_slots.size() * 2));
   const std::size_t slot = slotOf(id);

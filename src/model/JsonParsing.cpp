@@ -8,6 +8,7 @@
 
 #include "model/DocumentError.h"
 #include "model/JsonDiagnosis.h"
+#include "platform/TaskThread.h"
 
 namespace quilmora::json {
 
@@ -81,6 +82,9 @@ void refuseMark(std::string_view text) {
 
 // Finds where arrays and items start and end. It need not detect faults, only cut the text so that the parser finds
 // every fault in one of the parts.
+//
+// One thread cuts and another one reads what was cut, in order. The reader alone changes the text, and only what the
+// cutter has passed. Of two faults the first in the text is told, as if each window were read before the next is cut.
 class Windows {
  public:
   Windows(PaddedText text, std::span<const std::string_view> keys, std::size_t windowSize, const ItemReceiver& receive)
@@ -116,6 +120,7 @@ class Windows {
       }
     }
     keepUntil(m_text.size);
+    m_reader.finish();
     m_text.bytes.reset();
     PaddedText rest = PaddedText::copyOf(m_rest);
     m_rest = std::string();
@@ -204,35 +209,37 @@ class Windows {
   // Reads the items of the array that starts at `bracket` and returns where it ends.
   std::size_t readItems(std::string_view key, std::size_t bracket) {
     keepUntil(bracket + 1);
-    countLinesUntil(bracket);
     std::size_t at = bracket + 1;
     for (bool isFirst = true;; isFirst = false) {
       const std::size_t end = endOfItems(at, at + m_windowSize);
-      if (end >= m_text.size) throw DocumentError(QStringLiteral("the document ends too early"));
+      if (end >= m_text.size) {
+        m_reader.finish();
+        throw DocumentError(QStringLiteral("the document ends too early"));
+      }
       const bool isEmpty = behindSpace(at) == end;
       if (isEmpty && (!isFirst || byte(end) != ']')) failAt(end, QStringLiteral("expected a value"));
       if (byte(end) == '}') failAt(end, QStringLiteral("expected a comma or a closing bracket"));
-      if (!isEmpty) readWindow(key, at, end);
+      const bool isLast = byte(end) == ']';
+      if (!isEmpty) m_reader.post([this, key, at, end] { readWindow(key, at, end); });
       m_kept = end;
-      countLinesUntil(end);
-      m_text.forgetUntil(end);
-      if (byte(end) == ']') return end;
+      if (isLast) return end;
       at = end + 1;
     }
   }
 
-  // Turns the items into an array of their own, in place.
+  // Turns the items into an array of their own, in place. Commas become brackets for good: nothing reads them again.
   void readWindow(std::string_view key, std::size_t begin, std::size_t end) {
-    char& before = m_text.bytes[begin - 1];
-    char& behind = m_text.bytes[end];
-    const char kept[] = {std::exchange(before, '['), std::exchange(behind, ']')};
+    countLinesUntil(begin - 1);
+    // The cutter may be looking at a bracket, which is therefore not written again.
+    if (byte(begin - 1) != '[') m_text.bytes[begin - 1] = '[';
+    if (byte(end) != ']') m_text.bytes[end] = ']';
     m_origin.bytes = begin - 1;
     simdjson::dom::array items;
     if (m_parsing.parse(between(begin - 1, end + 1), m_origin).root().get(items) != simdjson::SUCCESS)
       throw DocumentError(QStringLiteral("expected an array"));
     m_receive(key, items);
-    before = kept[0];
-    behind = kept[1];
+    countLinesUntil(end);
+    m_text.forgetUntil(end);
   }
 
   void countLinesUntil(std::size_t end) {
@@ -240,7 +247,8 @@ class Windows {
     m_counted = end;
   }
 
-  [[noreturn]] void failAt(std::size_t at, const QString& cause) const {
+  [[noreturn]] void failAt(std::size_t at, const QString& cause) {
+    m_reader.finish();
     const auto line = m_origin.lines + static_cast<std::size_t>(std::ranges::count(between(m_counted, at), '\n')) + 1;
     throw DocumentError(QStringLiteral("line %1: %2").arg(line).arg(cause));
   }
@@ -258,8 +266,9 @@ class Windows {
   Parsing m_parsing;
   std::string m_rest;
   std::size_t m_kept = 0;
-  std::size_t m_counted = 0;
+  std::size_t m_counted = 0;  // from here on the reader's own
   TextOrigin m_origin;
+  TaskThread m_reader;  // last, so that it ends before what its tasks use
 };
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <functional>
+#include <ranges>
 
 namespace quilmora {
 
@@ -150,17 +151,23 @@ std::uint32_t MapIndex::numberOf(const QUuid& id, std::uint32_t likely) {
 void MapIndex::updateNodes(const SharedArray<Node>& nodes, Change& change) {
   if (nodes.sharesStorageWith(m_nodes)) return;
   const std::vector<ArrayChange> runs = ArrayComparison(m_nodes, nodes).changes();
-  if (m_ids->empty()) m_ids->reserve(nodes.size());
+  std::size_t count = 0;
+  for (const ArrayChange& run : runs) count += run.newEnd - run.newStart;
+  // Growing by steps would number all ids again at each.
+  if (count > m_ids->size()) m_ids->reserve(m_ids->size() + count);
   Numbers numbers;
   std::vector<QPointF> positions;
   for (const ArrayChange& run : runs) {
     std::size_t ordinal = run.oldStart;
-    for (std::size_t k = run.firstBlock; k < run.endBlock; ++k)
+    for (std::size_t k = run.firstBlock; k < run.endBlock; ++k) {
+      if (ordinal >= run.oldEnd || (*m_ids)[m_numberOfNode[ordinal]] != nodes.block(k).front().id)
+        m_ids->prefetch(nodes.block(k) | std::views::transform(&Node::id));
       for (const Node& node : nodes.block(k)) {
         numbers.push_back(numberOf(node.id, ordinal < run.oldEnd ? m_numberOfNode[ordinal] : npos));
         positions.push_back(node.position);
         ++ordinal;
       }
+    }
   }
   m_nodes = nodes;
   change.isSmall = change.isSmall && isSmall(runs, nodes.size());
@@ -223,7 +230,11 @@ void MapIndex::updateEdges(const SharedArray<Edge>& edges, Change& change) {
   Numbers keys;
   for (const ArrayChange& run : runs) {
     std::size_t ordinal = run.oldStart;
-    for (std::size_t k = run.firstBlock; k < run.endBlock; ++k)
+    for (std::size_t k = run.firstBlock; k < run.endBlock; ++k) {
+      if (ordinal >= run.oldEnd || (*m_ids)[m_edgeTo[ordinal]] != edges.block(k).front().to) {
+        m_ids->prefetch(edges.block(k) | std::views::transform(&Edge::from));
+        m_ids->prefetch(edges.block(k) | std::views::transform(&Edge::to));
+      }
       for (const Edge& edge : edges.block(k)) {
         keys.push_back(keyOf(edge.id));
         const bool hadOne = ordinal < run.oldEnd;
@@ -231,6 +242,7 @@ void MapIndex::updateEdges(const SharedArray<Edge>& edges, Change& change) {
         to.push_back(numberOf(edge.to, hadOne ? m_edgeTo[ordinal] : npos));
         ++ordinal;
       }
+    }
   }
   m_edges = edges;
   m_edgeKeys.splice(runs, keys);
