@@ -1,6 +1,7 @@
 #include "exchange/ExportText.h"
 #include "exchange/TextExports.h"
 #include "exchange/TopicTable.h"
+#include "model/DocumentError.h"
 #include "model/DocumentWriter.h"
 #include "model/StoredText.h"
 
@@ -88,7 +89,11 @@ void requireBoundedIndentation(const std::vector<OutlineTopic>& outline) {
 }  // namespace
 
 QByteArray exportJSON(const MindMap& map) {
-  return encodeDocument(map);
+  try {
+    return encodeDocument(map);
+  } catch (const DocumentError& error) {
+    throw ExportError(error.message());
+  }
 }
 
 QByteArray exportOPML(const MindMap& map) {

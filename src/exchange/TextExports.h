@@ -20,7 +20,7 @@ class ExportError : public TextError {
 // A map as text in UTF-8. Half a surrogate pair becomes U+FFFD, and so does, in OPML and SVG, every character that XML
 // cannot hold. Linear time; any depth and any damage of the map is accepted, except as noted.
 
-// The plain document, pictures included.
+// The plain document, pictures included. Throws ExportError if it could not be opened again.
 QByteArray exportJSON(const MindMap& map);
 
 // OPML 2.0: the forest with titles and notes. If the indentation of a very deep map would take more than 512 MiB, it

@@ -13,7 +13,7 @@ using DocumentReceiver = std::function<bool(std::string_view piece)>;
 
 // Passes the text of encodeDocument() on in pieces of about a megabyte, so that a large map needs no second copy in
 // memory. Returns whether the receiver took all of it. May run off the main thread, on a copy of the map. Throws
-// DocumentError if a topic or connector is so large (nearly 4 GB) that it could not be read again.
+// DocumentError where encodeDocument() does.
 bool streamDocument(const MindMap& map, const DocumentReceiver& receiver);
 
 // The file that decodeDocumentAt() reads: the path itself, or the document inside a package.

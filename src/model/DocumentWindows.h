@@ -4,6 +4,7 @@
 
 #include "model/DocumentReader.h"
 #include "model/DocumentStream.h"
+#include "model/DocumentWriter.h"
 #include "model/PaddedText.h"
 
 namespace quilmora {
@@ -16,7 +17,8 @@ constexpr std::size_t maxRecordSize = (std::size_t{4} << 30) - 2 * documentWindo
 
 MindMap decodePadded(PaddedText text, std::size_t windowSize);
 
-// Throws DocumentError if a record is longer than `longest` bytes.
+// Both throw DocumentError if a record, or the rest of the map without its records, is longer than `longest` bytes.
+QByteArray encodeDocument(const MindMap& map, JsonForm form, std::size_t longest);
 bool streamDocument(const MindMap& map, const DocumentReceiver& receiver, std::size_t longest);
 
 }  // namespace quilmora

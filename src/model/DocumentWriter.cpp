@@ -1,7 +1,5 @@
 #include "model/DocumentWriter.h"
 
-#include <limits>
-
 #include "model/DocumentError.h"
 #include "model/DocumentStream.h"
 #include "model/DocumentWindows.h"
@@ -27,7 +25,8 @@ constexpr QLatin1String kindsOf<Region>("regions");
 // Writes the records with sorted keys.
 class MapWriter {
  public:
-  explicit MapWriter(JsonForm form) : m_json(form) {}
+  explicit MapWriter(JsonForm form, std::size_t maxRecordSize = quilmora::maxRecordSize)
+      : m_json(form), m_maxRecordSize(maxRecordSize) {}
   MapWriter(const DocumentReceiver& receiver, std::size_t maxRecordSize)
       : m_json(JsonForm::pretty), m_receiver(&receiver), m_maxRecordSize(maxRecordSize) {}
 
@@ -69,7 +68,13 @@ class MapWriter {
     m_json.key("version");
     m_json.integer(map.version);
     m_json.endObject();
+    countOwnFields();
+    if (m_ownSize > m_maxRecordSize)
+      throw DocumentError(QStringLiteral("The map's title is larger than 4 GB and could not be opened again."));
   }
+
+  // What is outside the arrays is read as one text.
+  void countOwnFields() { m_ownSize += m_json.pending().size() - m_ownBegin; }
 
   // Hands over what is buffered once it is at least `least` bytes.
   void handOver(std::size_t least) {
@@ -82,6 +87,7 @@ class MapWriter {
   void writeArray(std::string_view key, const SharedArray<T>& items, void (MapWriter::*writeItem)(const T&)) {
     m_json.key(key);
     m_json.beginArray();
+    countOwnFields();
     for (const T& item : items) {
       m_json.item();
       const std::size_t begin = m_json.pending().size();
@@ -90,6 +96,7 @@ class MapWriter {
       handOver(pieceSize);
       if (!m_isTaken) break;
     }
+    m_ownBegin = m_json.pending().size();
     m_json.endArray();
   }
 
@@ -249,14 +256,20 @@ class MapWriter {
 
   JsonWriter m_json;
   const DocumentReceiver* m_receiver = nullptr;
-  std::size_t m_maxRecordSize = std::numeric_limits<std::size_t>::max();
+  std::size_t m_maxRecordSize;
+  std::size_t m_ownSize = 0;   // of the map's own fields, without its arrays
+  std::size_t m_ownBegin = 0;  // where those that are not yet counted start
   bool m_isTaken = true;
 };
 
 }  // namespace
 
 QByteArray encodeDocument(const MindMap& map, JsonForm form) {
-  return MapWriter(form).write(map);
+  return encodeDocument(map, form, maxRecordSize);
+}
+
+QByteArray encodeDocument(const MindMap& map, JsonForm form, std::size_t longest) {
+  return MapWriter(form, longest).write(map);
 }
 
 bool streamDocument(const MindMap& map, const DocumentReceiver& receiver) {

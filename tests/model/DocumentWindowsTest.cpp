@@ -67,6 +67,41 @@ TEST(DocumentWindows, RecordsThatNoWindowTakesAreRefusedByTheWriter) {
   EXPECT_EQ(refusal(), QStringLiteral("One of its connectors is larger than 4 GB and could not be opened again."));
 }
 
+TEST(DocumentWindows, WhatTheReaderCannotTakeIsRefusedInEitherForm) {
+  const MindMap small = decodeDocument(textOf({"one", "two"}));
+  const auto refusal = [](const MindMap& map, JsonForm form) {
+    try {
+      encodeDocument(map, form, 2000);
+      return QString();
+    } catch (const DocumentError& error) {
+      return error.message();
+    }
+  };
+  for (const JsonForm form : {JsonForm::pretty, JsonForm::compact}) {
+    EXPECT_EQ(refusal(small, form), QString());
+    MindMap map = small;
+    map.nodes.update(0, [](Node& node) { node.notes = QString(2000, u'x'); });
+    EXPECT_EQ(refusal(map, form),
+              QStringLiteral("One of its topics is larger than 4 GB and could not be opened again."));
+    map = small;
+    map.title = QString(2000, u'x');
+    EXPECT_EQ(refusal(map, form), QStringLiteral("The map's title is larger than 4 GB and could not be opened again."));
+  }
+}
+
+TEST(DocumentWindows, AnOverlongTitleIsRefusedHoweverManyPiecesComeBeforeIt) {
+  MindMap map = decodeDocument(textOf({"one"}));
+  const Node first = map.nodes[0];
+  for (int count = 0; count < 5000; ++count) map.nodes.append(first);
+  const auto write = [&map] {
+    streamDocument(
+        map, [](std::string_view) { return true; }, 2000);
+  };
+  EXPECT_NO_THROW(write());
+  map.title = QString(2000, u'x');
+  EXPECT_THROW(write(), DocumentError);
+}
+
 TEST(DocumentWindows, GiveEveryMapThatTheWholeTextGives) {
   EXPECT_TRUE(rc::check("decode(encode(map), window) == map", [] {
     const MindMap map = *anyDamagedMap();

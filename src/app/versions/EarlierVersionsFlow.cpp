@@ -9,6 +9,7 @@
 #include "editor/DocumentFileName.h"
 #include "editor/DocumentSession.h"
 #include "editor/MindMapViewModel.h"
+#include "model/DocumentError.h"
 #include "model/DocumentWriter.h"
 #include "platform/Clock.h"
 #include "platform/FileWriter.h"
@@ -109,7 +110,11 @@ void EarlierVersionsFlow::openBeside(std::uint64_t number) {
           .then(QtFuture::Launch::Async, [document, &writer, now](const std::optional<MindMap>& map) {
             if (!map) return Copy{{}, tr("This version cannot be read.")};
             const QString path = freePathBeside(document, now);
-            return Copy{path, writer.write(path, encodeDocument(*map)).reason()};
+            try {
+              return Copy{path, writer.write(path, encodeDocument(*map)).reason()};
+            } catch (const DocumentError& error) {
+              return Copy{{}, error.message()};
+            }
           });
   follow(written, [this](const Copy& copy) {
     close();
