@@ -2,15 +2,15 @@
 
 #include <algorithm>
 #include <array>
-#include <atomic>
 #include <cstddef>
 #include <cstring>
 #include <initializer_list>
 #include <iterator>
-#include <memory>
 #include <type_traits>
 #include <utility>
 #include <vector>
+
+#include "model/SharedPointer.h"
 
 namespace quilmora {
 
@@ -23,7 +23,7 @@ class PagedArray {
   static constexpr std::size_t pageSize = std::size_t{1} << pageBits;
   using Page = std::array<T, pageSize>;
   struct List {
-    std::vector<std::shared_ptr<Page>> pages;
+    std::vector<SharedPointer<Page>> pages;
     std::size_t size = 0;
   };
 
@@ -153,29 +153,20 @@ class PagedArray {
   bool sharesStorageWith(const PagedArray& other) const { return m_list == other.m_list; }
 
  private:
-  // Another thread may just have dropped its copy: its reads must come before our writes.
-  template <class Pointer>
-  static bool isOnlyOwner(const Pointer& pointer) {
-    if (pointer.use_count() != 1) return false;
-    std::atomic_thread_fence(std::memory_order_acquire);
-    return true;
-  }
-
   List& ownList() {
     if (!m_list)
-      m_list = std::make_shared<List>();
-    else if (!isOnlyOwner(m_list))
-      m_list = std::make_shared<List>(*m_list);
+      m_list = SharedPointer<List>::make();
+    else if (!m_list.isOnlyOwner())
+      m_list = SharedPointer<List>::make(*m_list);
     return *m_list;
   }
   static Page& ownPage(List& list, std::size_t k) {
-    std::shared_ptr<Page>& page = list.pages[k];
-    if (!isOnlyOwner(page)) page = std::make_shared<Page>(*page);
+    SharedPointer<Page>& page = list.pages[k];
+    if (!page.isOnlyOwner()) page = SharedPointer<Page>::make(*page);
     return *page;
   }
   static Page& pageForAppending(List& list) {
-    // Values past the end are never read.
-    if (list.size >> pageBits == list.pages.size()) list.pages.push_back(std::shared_ptr<Page>(new Page));
+    if (list.size >> pageBits == list.pages.size()) list.pages.push_back(SharedPointer<Page>::make());
     return ownPage(list, list.size >> pageBits);
   }
 
@@ -193,7 +184,7 @@ class PagedArray {
     }
   }
 
-  std::shared_ptr<List> m_list;
+  SharedPointer<List> m_list;
 };
 
 }  // namespace quilmora

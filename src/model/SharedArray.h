@@ -161,7 +161,7 @@ class SharedArray {
     auto next = indexes.begin();
     while (next != indexes.end()) {
       Entry& entry = ownList().entries[blockOf(*next)];
-      auto kept = std::make_shared<Block>();
+      auto kept = SharedPointer<Block>::make();
       kept->reserve(entry.block->size());
       for (std::size_t i = 0; i < entry.block->size(); ++i)
         if (next != indexes.end() && *next == entry.start + i)
