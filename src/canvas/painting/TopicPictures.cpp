@@ -10,6 +10,7 @@
 #include <QTimer>
 
 #include "editor/PictureFiles.h"
+#include "platform/Futures.h"
 #include "platform/StartInPool.h"
 
 namespace quilmora {
@@ -204,9 +205,9 @@ void TopicPictures::startWaiting() {
     const QString data = std::move(m_waiting.front());
     m_waiting.pop_front();
     m_inFlight.insert({data.constData(), data.size()}, data);
-    startInPool(m_pool.get(), [data] { return decoded(data); }).then(&m_context, [this, data](const QImage& picture) {
-      finished(data, picture);
-    });
+    whenFinished(
+        startInPool(m_pool.get(), [data] { return decoded(data); }), &m_context,
+        [this, data](const QImage& picture) { finished(data, picture); }, [](const std::exception&) {});
   }
 }
 
