@@ -98,7 +98,7 @@ class NodeLayer {
   QRect pixelsAround(const SeenNode& seen) const;
   void paintBox(const SeenNode& seen, const Node& node);
   void paintRoundedBox(const QRectF& box, const Node& node, const Border& border);
-  void paintSelectionRing(const QRectF& box);
+  void paintSelectionRing(const SeenNode& seen);
   void paintBars(const Node& node, const NodeMetrics& metrics);
   void paintContent(const Node& node, const NodeMetrics& metrics, bool isEditing);
   void paintImage(const QString& imageData, const QRectF& rect);

@@ -149,7 +149,7 @@ void NodeLayer::paintNode(const SeenNode& seen) {
   const std::uint32_t number = m_context.scene.index.numberOfNode()[seen.index];
   paintBox(seen, node);
   m_painter.translate(seen.position);
-  if (seen.isSelected) paintSelectionRing(seen.metrics.box);
+  if (seen.isSelected) paintSelectionRing(seen);
   if (!seen.isContentCovered) {
     if (seen.isTextShown)
       paintContent(node, seen.metrics, seen.isEditing);
@@ -244,14 +244,23 @@ void NodeLayer::paintRoundedBox(const QRectF& box, const Node& node, const Borde
   m_painter.drawRoundedRect(inner, innerRadius, innerRadius);
 }
 
-void NodeLayer::paintSelectionRing(const QRectF& box) {
+void NodeLayer::paintSelectionRing(const SeenNode& seen) {
   const double width = std::max(ringWidth, minRingPixels / m_context.zoom);
   const double gap = std::max(ringGap, minRingPixels / m_context.zoom);
   const double reach = gap + width / 2;
   const double radius = NodeMetrics::cornerRadius + reach;
+  if (m_context.standsUpright && m_context.options.levelsOfDetail) {
+    const QTransform transform = m_painter.transform();
+    const double scale = m_context.scale;
+    m_painter.setTransform(m_devicePixels);
+    const bool isPainted = m_context.pictures.ring.paint(
+        m_painter, seen.pixels, {m_context.colors.selection.rgb(), gap * scale, width * scale, radius * scale});
+    m_painter.setTransform(transform);
+    if (isPainted) return;
+  }
   m_painter.setPen(QPen(m_context.colors.selection, width));
   m_painter.setBrush(Qt::NoBrush);
-  m_painter.drawRoundedRect(box.adjusted(-reach, -reach, reach, reach), radius, radius);
+  m_painter.drawRoundedRect(seen.metrics.box.adjusted(-reach, -reach, reach, reach), radius, radius);
 }
 
 // Lines of a title too small to read.

@@ -12,6 +12,7 @@
 #include "canvas/painting/HandlePictures.h"
 #include "canvas/painting/MapScene.h"
 #include "canvas/painting/NodeMetrics.h"
+#include "canvas/painting/RingPicture.h"
 #include "canvas/painting/SceneSketch.h"
 
 class QPainter;
@@ -23,6 +24,7 @@ struct PictureStore {
   BoxShadow shadow;
   BoxPicture box;
   HandlePictures handles;
+  RingPicture ring;
 };
 
 // What the parts of one painting share.

@@ -33,3 +33,22 @@ TEST(ManyHandles, LookLikeHandlesDrawnOneByOne) {
     EXPECT_LE(farthest, 8) << isBelowTopics;
   }
 }
+
+// Composed rings stand on whole pixels, less than half a pixel from where they would be stroked.
+TEST(ManyRings, LookLikeRingsStrokedOneByOne) {
+  for (const double zoom : {0.7, 1.0, 2.3}) {
+    PaintedMap painted;
+    painted.options.collapseToggles = false;
+    const QUuid one = painted.addNode(QPointF(-90, -40), QStringLiteral("One"));
+    painted.selectedNodes = IdSet{one, painted.addNode(QPointF(60, 30), QStringLiteral("Another title\nof two lines"))};
+    const QImage quick = painted.paint(QSize(400, 300), 1.0, zoom);
+    painted.options.levelsOfDetail = false;
+    const QImage plain = painted.paint(QSize(400, 300), 1.0, zoom);
+    int farthest = 0;
+    for (int y = 0; y < plain.height(); ++y)
+      for (int x = 0; x < plain.width(); ++x)
+        farthest = std::max(farthest, colorDistance(quick.pixelColor(x, y), plain.pixelColor(x, y)));
+    // A line of two pixels that is off by half of one; a missing one would be off by 245.
+    EXPECT_LE(farthest, 160) << zoom;
+  }
+}
