@@ -50,10 +50,10 @@ bool SceneDifference::hasOtherStructure(const MapScene& scene) const {
 bool SceneDifference::hasSameTopics(const MapScene& scene) const {
   const MapIndex& now = scene.index;
   const MapIndex& before = m_scene->index;
-  // Arrays at the same place are shared.
-  return now.ids() == before.ids() && &now.numberOfNode() == &before.numberOfNode() &&
-         &now.nodeOfNumber() == &before.nodeOfNumber() && &now.edgeFrom() == &before.edgeFrom() &&
-         &now.edgeTo() == &before.edgeTo() && scene.hiddenNodes.sharesStorageWith(m_scene->hiddenNodes) &&
+  return now.ids() == before.ids() && now.numberOfNode().sharesStorageWith(before.numberOfNode()) &&
+         now.nodeOfNumber().sharesStorageWith(before.nodeOfNumber()) &&
+         now.edgeFrom().sharesStorageWith(before.edgeFrom()) && now.edgeTo().sharesStorageWith(before.edgeTo()) &&
+         scene.hiddenNodes.sharesStorageWith(m_scene->hiddenNodes) &&
          scene.collapsedNodeIDs.sharesStorageWith(m_scene->collapsedNodeIDs);
 }
 
@@ -138,9 +138,9 @@ std::vector<std::uint32_t> SceneDifference::selectedAndMoved(const MapScene& sce
     index.ids()->visitNumbers(m_scene->selectedNodeIDs, add);
     index.ids()->visitNumbers(scene.selectedNodeIDs, add);
   }
-  const std::vector<QPointF>& now = index.positions();
-  const std::vector<QPointF>& before = m_scene->index.positions();
-  if (&now != &before)
+  const auto& now = index.positions();
+  const auto& before = m_scene->index.positions();
+  if (!now.sharesStorageWith(before))
     for (std::size_t i = 0; i < now.size(); ++i)
       if (now[i].x() != before[i].x() || now[i].y() != before[i].y()) numbers.push_back(index.numberOfNode()[i]);
   return numbers;

@@ -43,9 +43,9 @@ bool CanvasKeys::selectRootInTheMiddle() {
   std::optional<QUuid> nearest;
   double shortest = 0.0;
   for (const QUuid& root : m_editor.treeInfo().roots()) {
-    const std::uint32_t place = index.find(root);
-    if (place == MapIndex::npos) continue;
-    const QPointF way = index.positions()[place] - middle;
+    const std::uint32_t ordinal = index.find(root);
+    if (ordinal == MapIndex::npos) continue;
+    const QPointF way = index.positions()[ordinal] - middle;
     const double distance = std::hypot(way.x(), way.y());
     if (nearest && !(distance < shortest)) continue;
     nearest = root;
