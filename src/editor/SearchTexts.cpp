@@ -5,8 +5,6 @@
 #include <unordered_map>
 #include <utility>
 
-#include <QThreadPool>
-
 namespace quilmora {
 
 namespace {
@@ -24,13 +22,9 @@ void shareChunks(std::size_t blockCount, const std::function<void(std::size_t)>&
   const auto takeAll = [&] {
     for (std::size_t chunk = next++; chunk < count; chunk = next++) work(chunk);
   };
-  QSemaphore done;
-  const bool isShared = blockCount >= minSharedCount && QThreadPool::globalInstance()->tryStart([&] {
-    takeAll();
-    done.release();
-  });
+  SideTask otherThread = blockCount >= minSharedCount ? SideTask(takeAll) : SideTask();
   takeAll();
-  if (isShared) done.acquire();
+  otherThread.wait();
 }
 
 }  // namespace
@@ -62,13 +56,13 @@ void SearchTexts::Piece::find(const SharedArray<Node>::Block& block, const edits
     if (query.isFoldedExact() || query.isIn(block[topic].title) || query.isIn(block[topic].notes))
       found.push_back(topic);
   };
-  for (qsizetype place = all.indexOf(first); place >= 0;) {
-    const auto begin = static_cast<std::uint32_t>(place);
+  for (qsizetype index = all.indexOf(first); index >= 0;) {
+    const auto begin = static_cast<std::uint32_t>(index);
     while (ends[2 * topic + 1] <= begin) ++topic;
     const std::uint32_t end = begin < ends[2 * topic] ? ends[2 * topic] : ends[2 * topic + 1];
     const bool isMatch = begin + wanted.size() <= end && units.compare(begin, wanted.size(), wanted) == 0;
     if (isMatch) add();
-    place = all.indexOf(first, isMatch ? static_cast<qsizetype>(ends[2 * topic + 1]) : place + 1);
+    index = all.indexOf(first, isMatch ? static_cast<qsizetype>(ends[2 * topic + 1]) : index + 1);
   }
   if (unread.empty()) return;
   for (const std::uint32_t number : unread)
@@ -97,17 +91,14 @@ void SearchTexts::prepare(const SharedArray<Node>& nodes) {
   auto copying = std::make_shared<Copying>();
   copying->nodes = nodes;
   copying->pieces.resize(nodes.blockCount());
-  const bool isStarted = QThreadPool::globalInstance()->tryStart([copying] {
-    copying->work();
-    copying->done.release();
-  });
-  if (isStarted) m_copying = std::move(copying);
+  m_copyingBeside = SideTask([copying] { copying->work(); });
+  if (m_copyingBeside.isStarted()) m_copying = std::move(copying);
 }
 
 void SearchTexts::finishCopying() {
   if (!m_copying) return;
   m_copying->work();
-  m_copying->done.acquire();
+  m_copyingBeside.wait();
   m_nodes = std::move(m_copying->nodes);
   m_pieces = std::move(m_copying->pieces);
   m_copying.reset();

@@ -7,11 +7,11 @@
 #include <string_view>
 #include <vector>
 
-#include <QSemaphore>
 #include <QUuid>
 
 #include "editor/edits/CaseInsensitiveQuery.h"
 #include "model/MindMap.h"
+#include "platform/SideTask.h"
 
 namespace quilmora {
 
@@ -54,7 +54,6 @@ class SearchTexts {
     SharedArray<Node> nodes;
     Pieces pieces;
     std::atomic<std::size_t> next{0};
-    QSemaphore done;
 
     void work();
   };
@@ -65,6 +64,7 @@ class SearchTexts {
   SharedArray<Node> m_nodes;
   Pieces m_pieces;  // of its blocks
   std::shared_ptr<Copying> m_copying;
+  SideTask m_copyingBeside;
 };
 
 }  // namespace quilmora

@@ -12,6 +12,7 @@
 #include "canvas/painting/NodeLayer.h"
 #include "canvas/painting/PaintSteps.h"
 #include "canvas/painting/PartVisibility.h"
+#include "platform/SideTask.h"
 #include "themes/Color.h"
 
 namespace quilmora {
@@ -33,6 +34,8 @@ constexpr double maxPictureViews = 2.0;
 constexpr double maxPictureSide = 16000.0;
 // From so many on previews between dragged topics are in the picture, too.
 constexpr std::size_t minPicturedPreviews = 400;
+// From so many on two threads paint them, each on one half of the picture.
+constexpr std::size_t minSharedPreviews = 100;
 
 }  // namespace
 
@@ -112,7 +115,7 @@ void MovingLayer::paintLines() {
   painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing | QPainter::SmoothPixmapTransform);
   painter.setTransform(m_context.toDevice * QTransform::fromTranslate(-pixels.x(), -pixels.y()));
   for (const Relationship* relationship : relationships) paintRelationship(painter, m_context, *relationship);
-  runInPool([&] { paintPreviews(painter, previews); });
+  paintPreviews(picture, painter.transform(), previews);
   paintConnectionLine(painter, m_context);
   paintConnectionDisc(painter, m_context);
   painter.end();
@@ -167,6 +170,22 @@ bool MovingLayer::areSmooth(const std::vector<Preview>& previews) const {
   return length * scale * (costBesideWidth + previewWidth * scale) <= maxSmoothCost;
 }
 
+void MovingLayer::paintPreviews(QImage& picture, const QTransform& toPicture,
+                                const std::vector<Preview>& previews) const {
+  uchar* const bytes = picture.bits();
+  const auto paintRows = [&](int first, int end) {
+    QImage rows(bytes + first * picture.bytesPerLine(), picture.width(), end - first, picture.bytesPerLine(),
+                picture.format());
+    QPainter painter(&rows);
+    painter.setTransform(toPicture * QTransform::fromTranslate(0, -first));
+    paintPreviews(painter, previews);
+  };
+  const int middle = previews.size() < minSharedPreviews ? 0 : picture.height() / 2;
+  SideTask upperHalf = middle > 0 ? SideTask([&] { paintRows(0, middle); }) : SideTask();
+  runInPool([&] { paintRows(upperHalf.isStarted() ? middle : 0, picture.height()); });
+  upperHalf.wait();
+}
+
 void MovingLayer::paintPreviews(QPainter& painter, const std::vector<Preview>& previews) const {
   const bool areSmooth = this->areSmooth(previews);
   painter.setRenderHint(QPainter::Antialiasing, areSmooth);
@@ -177,7 +196,6 @@ void MovingLayer::paintPreviews(QPainter& painter, const std::vector<Preview>& p
     painter.setPen(pen);
     painter.drawLine(preview.line);
   }
-  painter.setRenderHint(QPainter::Antialiasing, true);
 }
 
 // The handle that the connection comes from moves with the pointer. Unless the line leads to a topic, the disc at its
@@ -306,27 +324,25 @@ void MovingLayer::renderPicture(const QRect& pixels, bool isWhole) {
           m_context.isSelected,
           scene.hiddenNodes,
           scene.opacityRule};
-  const auto paintOn = [&](QImage& image, auto&& paint) {
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
-    painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing | QPainter::SmoothPixmapTransform);
-    painter.setTransform(m_context.toDevice * QTransform::fromTranslate(-pixels.x(), -pixels.y()));
-    paint(painter);
-  };
+  const QTransform toPicture = m_context.toDevice * QTransform::fromTranslate(-pixels.x(), -pixels.y());
   const QRectF seen = m_context.toDevice.inverted().mapRect(QRectF(pixels));
-  paintOn(kept.topics, [&](QPainter& painter) {
-    PaintContext context{m_context};
-    context.toDevice = context.toPicture = painter.transform();
-    context.exposed = seen;
-    NodeLayer layer(painter, context);
-    layer.prepareCoverage();
-    for (std::size_t k = m_kept.parts.nodes.size(); k-- > 0;) layer.collect(m_kept.parts.nodes[k]);
-    for (std::size_t k = 0; k < layer.pieceCount(); ++k) layer.paintPiece(k);
-  });
+  PaintContext context{m_context};
+  context.toDevice = context.toPicture = toPicture;
+  context.exposed = seen;
+  kept.topics.fill(Qt::transparent);
+  QPainter painter(&kept.topics);
+  painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing | QPainter::SmoothPixmapTransform);
+  painter.setTransform(toPicture);
+  NodeLayer layer(painter, context);
+  layer.prepareCoverage();
+  for (std::size_t k = m_kept.parts.nodes.size(); k-- > 0;) layer.collect(m_kept.parts.nodes[k]);
+  for (std::size_t k = 0; k < layer.pieceCount(); ++k) layer.paintPiece(k);
+
   const std::vector<Preview> previews = previewsIn(seen, true);
   if (previews.size() < minPicturedPreviews) return;
   kept.previews = QImage(pixels.size(), QImage::Format_ARGB32_Premultiplied);
-  paintOn(kept.previews, [&](QPainter& painter) { runInPool([&] { paintPreviews(painter, previews); }); });
+  kept.previews.fill(Qt::transparent);
+  paintPreviews(kept.previews, toPicture, previews);
 }
 
 }  // namespace quilmora

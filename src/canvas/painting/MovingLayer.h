@@ -75,6 +75,7 @@ class MovingLayer {
   std::vector<Preview> previewsIn(const QRectF& seen, bool areWithin) const;
   // Whether there is time for smooth lines.
   bool areSmooth(const std::vector<Preview>& previews) const;
+  void paintPreviews(QImage& picture, const QTransform& toPicture, const std::vector<Preview>& previews) const;
   void paintPreviews(QPainter& painter, const std::vector<Preview>& previews) const;
   void paintMovedConnectionHandle();
   void paintHandles();

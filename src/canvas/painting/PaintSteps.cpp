@@ -1,24 +1,13 @@
 #include "canvas/painting/PaintSteps.h"
 
-#include <QSemaphore>
-#include <QThreadPool>
-
-#include "platform/ThreadOrder.h"
+#include "platform/SideTask.h"
 
 namespace quilmora {
 
 void runInPool(const std::function<void()>& work) {
-  QSemaphore done;
-  orderBefore(&done);
-  const bool isStarted = QThreadPool::globalInstance()->tryStart([&] {
-    orderAfter(&done);
-    work();
-    orderBefore(&done);
-    done.release();
-  });
-  if (!isStarted) return work();
-  done.acquire();
-  orderAfter(&done);
+  SideTask task([&work] { work(); });
+  if (!task.isStarted()) return work();
+  task.wait();
 }
 
 bool PaintSteps::run(const std::function<bool()>& isTimeUp) {
