@@ -32,8 +32,12 @@ const MapIndex& EditorState::mapIndex() {
     m_indexStale = false;
     if (change.positions) followPositions(change);
     if (change.structure) {
+      // Nothing if the tree cannot follow.
       if (m_treeInfo) m_treeInfo = m_treeInfo->followed(m_index, change);
-      m_treeInfo ? m_hidden.noteStructure(change) : m_hidden.forget();
+      if (m_treeInfo)
+        m_hidden.noteStructure(change);
+      else
+        m_hidden.forget();
     }
   }
   return m_index;

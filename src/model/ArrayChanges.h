@@ -13,9 +13,20 @@ struct ArrayChange {
   std::size_t oldEnd = 0;
   std::size_t newStart = 0;
   std::size_t newEnd = 0;
-  std::size_t firstBlock = 0;  // of the new array
-  std::size_t endBlock = 0;
+  std::size_t firstOldBlock = 0;
+  std::size_t endOldBlock = 0;
+  std::size_t firstNewBlock = 0;
+  std::size_t endNewBlock = 0;
 };
+
+// The records in some blocks of an array in a row.
+template <class T>
+std::vector<const T*> recordsIn(const SharedArray<T>& array, std::size_t firstBlock, std::size_t endBlock) {
+  std::vector<const T*> records;
+  for (std::size_t k = firstBlock; k < endBlock; ++k)
+    for (const T& record : array.block(k)) records.push_back(&record);
+  return records;
+}
 
 // Finds the runs of blocks that two arrays do not share, in ascending order, without looking into the blocks.
 template <class T>
@@ -33,8 +44,8 @@ class ArrayComparison {
         continue;
       }
       const auto [nextA, nextB] = nextShared(a, b);
-      found.push_back(
-          {startOf(m_before, a), startOf(m_before, nextA), startOf(m_now, b), startOf(m_now, nextB), b, nextB});
+      found.push_back({startOf(m_before, a), startOf(m_before, nextA), startOf(m_now, b), startOf(m_now, nextB), a,
+                       nextA, b, nextB});
       a = nextA;
       b = nextB;
     }
@@ -58,11 +69,11 @@ class ArrayComparison {
       if (isShared(a + step - 1, b + step)) return {a + step - 1, b + step};
     }
     if (a < m_before.blockCount() && b < m_now.blockCount()) {
-      if (m_places.empty())
-        for (std::size_t k = a; k < m_before.blockCount(); ++k) m_places.emplace(&m_before.block(k), k);
+      if (m_oldBlocks.empty())
+        for (std::size_t k = a; k < m_before.blockCount(); ++k) m_oldBlocks.emplace(&m_before.block(k), k);
       for (std::size_t k = b; k < m_now.blockCount(); ++k) {
-        const auto found = m_places.find(&m_now.block(k));
-        if (found != m_places.end() && found->second >= a) return {found->second, k};
+        const auto found = m_oldBlocks.find(&m_now.block(k));
+        if (found != m_oldBlocks.end() && found->second >= a) return {found->second, k};
       }
     }
     return {m_before.blockCount(), m_now.blockCount()};
@@ -70,7 +81,7 @@ class ArrayComparison {
 
   const SharedArray<T>& m_before;
   const SharedArray<T>& m_now;
-  std::unordered_map<const void*, std::size_t> m_places;  // of blocks before
+  std::unordered_map<const void*, std::size_t> m_oldBlocks;  // their numbers
 };
 
 }  // namespace quilmora

@@ -159,7 +159,7 @@ void MapIndex::updateNodes(const SharedArray<Node>& nodes, Change& change) {
   std::vector<QPointF> positions;
   for (const ArrayChange& run : runs) {
     std::size_t ordinal = run.oldStart;
-    for (std::size_t k = run.firstBlock; k < run.endBlock; ++k) {
+    for (std::size_t k = run.firstNewBlock; k < run.endNewBlock; ++k) {
       if (ordinal >= run.oldEnd || (*m_ids)[m_numberOfNode[ordinal]] != nodes.block(k).front().id)
         m_ids->prefetch(nodes.block(k) | std::views::transform(&Node::id));
       for (const Node& node : nodes.block(k)) {
@@ -230,7 +230,7 @@ void MapIndex::updateEdges(const SharedArray<Edge>& edges, Change& change) {
   Numbers keys;
   for (const ArrayChange& run : runs) {
     std::size_t ordinal = run.oldStart;
-    for (std::size_t k = run.firstBlock; k < run.endBlock; ++k) {
+    for (std::size_t k = run.firstNewBlock; k < run.endNewBlock; ++k) {
       if (ordinal >= run.oldEnd || (*m_ids)[m_edgeTo[ordinal]] != edges.block(k).front().to) {
         m_ids->prefetch(edges.block(k) | std::views::transform(&Edge::from));
         m_ids->prefetch(edges.block(k) | std::views::transform(&Edge::to));

@@ -70,14 +70,14 @@ class PagedArray {
   const T& front() const { return (*this)[0]; }
 
   // For changing one value in place.
-  T& write(std::size_t index) { return ownPage(ownList(), index >> pageBits)[index & (pageSize - 1)]; }
+  T& write(std::size_t index) { return m_list.own().pages[index >> pageBits].own()[index & (pageSize - 1)]; }
 
   void append(const T& value) { appendRun(&value, 1); }
 
   // Drops values at the end, or appends copies of `value`.
   void resize(std::size_t count, const T& value) {
     if (count == size()) return;
-    List& list = ownList();
+    List& list = m_list.own();
     list.pages.resize(std::min(list.pages.size(), (count + pageSize - 1) >> pageBits));
     list.size = std::min(list.size, count);
     while (list.size < count) {
@@ -115,10 +115,10 @@ class PagedArray {
   // Writes many values; faster than write() where indexes ascend.
   class Writer {
    public:
-    explicit Writer(PagedArray& array) : m_list(array.ownList()) {}
+    explicit Writer(PagedArray& array) : m_list(array.m_list.own()) {}
     T& operator[](std::size_t index) {
       if (const std::size_t k = index >> pageBits; k != m_current || m_page == nullptr) {
-        m_page = &ownPage(m_list, k);
+        m_page = &m_list.pages[k].own();
         m_current = k;
       }
       return (*m_page)[index & (pageSize - 1)];
@@ -153,26 +153,14 @@ class PagedArray {
   bool sharesStorageWith(const PagedArray& other) const { return m_list == other.m_list; }
 
  private:
-  List& ownList() {
-    if (!m_list)
-      m_list = SharedPointer<List>::make();
-    else if (!m_list.isOnlyOwner())
-      m_list = SharedPointer<List>::make(*m_list);
-    return *m_list;
-  }
-  static Page& ownPage(List& list, std::size_t k) {
-    SharedPointer<Page>& page = list.pages[k];
-    if (!page.isOnlyOwner()) page = SharedPointer<Page>::make(*page);
-    return *page;
-  }
   static Page& pageForAppending(List& list) {
     if (list.size >> pageBits == list.pages.size()) list.pages.push_back(SharedPointer<Page>::make());
-    return ownPage(list, list.size >> pageBits);
+    return list.pages[list.size >> pageBits].own();
   }
 
   void appendRun(const T* values, std::size_t count) {
     if (count == 0) return;
-    List& list = ownList();
+    List& list = m_list.own();
     while (count > 0) {
       Page& page = pageForAppending(list);
       const std::size_t offset = list.size & (pageSize - 1);

@@ -84,7 +84,7 @@ class SharedArray {
   std::size_t blockStart(std::size_t k) const { return m_list->entries[k].start; }
 
   void append(T item) {
-    List& list = ownList();
+    List& list = m_list.own();
     if (list.entries.empty() || list.entries.back().block->size() >= BlockCapacity) {
       auto block = SharedPointer<Block>::make();
       block->reserve(std::min(BlockCapacity, std::max<std::size_t>(list.size, 4)));
@@ -97,7 +97,7 @@ class SharedArray {
   // Calls change(T&) on the record at `index`, which must be below size().
   template <class Change>
   void update(std::size_t index, Change&& change) {
-    List& list = ownList();
+    List& list = m_list.own();
     Entry& entry = list.entries[blockOf(index)];
     change(ownBlock(entry)[index - entry.start]);
   }
@@ -109,7 +109,7 @@ class SharedArray {
   template <class Change>
   void updateAll(Change&& change) {
     if (empty()) return;
-    for (Entry& entry : ownList().entries)
+    for (Entry& entry : m_list.own().entries)
       for (T& item : ownBlock(entry)) change(item);
   }
 
@@ -122,7 +122,7 @@ class SharedArray {
       const std::size_t length = block(k).size();
       for (std::size_t i = 0; i < length; ++i) {
         if (!matches(block(k)[i])) continue;
-        change(ownBlock(ownList().entries[k])[i]);
+        change(ownBlock(m_list.own().entries[k])[i]);
         ++count;
       }
     }
@@ -150,7 +150,7 @@ class SharedArray {
       kept->reserve(before.size() - count);
       for (std::size_t i = 0; i < before.size(); ++i)
         if (!dead[i]) kept->push_back(before[i]);
-      ownList().entries[k].block = std::move(kept);
+      m_list.own().entries[k].block = std::move(kept);
     }
     if (removed > 0) tidy();
     return removed;
@@ -160,7 +160,7 @@ class SharedArray {
   void eraseAt(const std::vector<std::size_t>& indexes) {
     auto next = indexes.begin();
     while (next != indexes.end()) {
-      Entry& entry = ownList().entries[blockOf(*next)];
+      Entry& entry = m_list.own().entries[blockOf(*next)];
       auto kept = SharedPointer<Block>::make();
       kept->reserve(entry.block->size());
       for (std::size_t i = 0; i < entry.block->size(); ++i)
@@ -217,14 +217,6 @@ class SharedArray {
     return static_cast<std::size_t>(after - entries.begin()) - 1;
   }
 
-  List& ownList() {
-    if (!m_list)
-      m_list = SharedPointer<List>::make();
-    else if (!m_list.isOnlyOwner())
-      m_list = SharedPointer<List>::make(*m_list);
-    return *m_list;
-  }
-
   static Block& ownBlock(Entry& entry) {
     if (!entry.block.isOnlyOwner()) {
       auto copy = SharedPointer<Block>::make();
@@ -238,7 +230,7 @@ class SharedArray {
   // Drops empty blocks, merges blocks that removals left small, and recomputes the starts. A merged pair gets a new
   // block, so that no shared block changes.
   void tidy() {
-    List& list = ownList();
+    List& list = m_list.own();
     std::vector<Entry> kept;
     kept.reserve(list.entries.size());
     for (Entry& entry : list.entries) {

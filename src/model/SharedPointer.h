@@ -41,6 +41,15 @@ class SharedPointer {
   // If true, everything that other owners read from the value was read before this call returned.
   bool isOnlyOwner() const { return m_held->owners.load(std::memory_order_acquire) == 1; }
 
+  // For changing the value in place. Makes one if there is none, and first copies one that has other owners.
+  T& own() {
+    if (m_held == nullptr)
+      *this = make();
+    else if (!isOnlyOwner())
+      *this = make(**this);
+    return **this;
+  }
+
   void reset() { *this = SharedPointer(); }
 
   bool operator==(const SharedPointer& other) const { return m_held == other.m_held; }

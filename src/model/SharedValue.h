@@ -16,13 +16,7 @@ class SharedValue {
   const T& operator*() const { return m_value ? *m_value : fresh(); }
   const T* operator->() const { return &**this; }
   // For changing it in place; copies the value first if others share it.
-  T& write() {
-    if (!m_value)
-      m_value = SharedPointer<T>::make();
-    else if (!m_value.isOnlyOwner())
-      m_value = SharedPointer<T>::make(*m_value);
-    return *m_value;
-  }
+  T& write() { return m_value.own(); }
   bool sharesStorageWith(const SharedValue& other) const { return m_value == other.m_value; }
 
  private:

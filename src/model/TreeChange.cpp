@@ -64,12 +64,12 @@ bool TreeChange::replaceLinks(const MapIndex::LinkRun& run) {
 
 bool TreeChange::replaceChildren(const MapIndex::LinkRun& run, std::uint32_t parent, const Numbers& gone,
                                  const Numbers& came) {
-  const std::optional<std::size_t> place = placeOf(run, parent, gone);
-  if (!place) return false;
+  const std::optional<std::size_t> index = indexAmong(run, parent, gone);
+  if (!index) return false;
   const auto before = m_data->children[parent];
-  Numbers children(before.begin(), before.begin() + static_cast<std::ptrdiff_t>(*place));
+  Numbers children(before.begin(), before.begin() + static_cast<std::ptrdiff_t>(*index));
   children.insert(children.end(), came.begin(), came.end());
-  children.insert(children.end(), before.begin() + static_cast<std::ptrdiff_t>(*place + gone.size()), before.end());
+  children.insert(children.end(), before.begin() + static_cast<std::ptrdiff_t>(*index + gone.size()), before.end());
   m_data->children.set(parent, children);
   for (const std::uint32_t child : gone) --m_data->edgesTo.write(child);
   for (const std::uint32_t child : came) {
@@ -82,8 +82,8 @@ bool TreeChange::replaceChildren(const MapIndex::LinkRun& run, std::uint32_t par
 }
 
 // Where in the list of a parent's children, which is in the order of the edges, those of the run begin.
-std::optional<std::size_t> TreeChange::placeOf(const MapIndex::LinkRun& run, std::uint32_t parent,
-                                               const Numbers& gone) {
+std::optional<std::size_t> TreeChange::indexAmong(const MapIndex::LinkRun& run, std::uint32_t parent,
+                                                  const Numbers& gone) {
   const auto children = m_data->children[parent];
   if (run.isAtEnd) return children.size() - gone.size();
   if (children.empty()) return 0;
@@ -93,11 +93,11 @@ std::optional<std::size_t> TreeChange::placeOf(const MapIndex::LinkRun& run, std
       return static_cast<std::size_t>(found - children.begin());
   }
   if (++m_countedEdges > maxWalksOverEdges) return std::nullopt;
-  std::size_t place = 0;
+  std::size_t index = 0;
   m_index.edgeFrom().visitRuns(0, run.start, [&](const std::uint32_t* parents, std::size_t count) {
-    place += static_cast<std::size_t>(std::count(parents, parents + count, parent));
+    index += static_cast<std::size_t>(std::count(parents, parents + count, parent));
   });
-  return place;
+  return index;
 }
 
 bool TreeChange::setParents() {
@@ -127,9 +127,9 @@ void TreeChange::setRoots() {
   if (!gone.empty())
     std::erase_if(*roots, [&](const QUuid& id) { return std::binary_search(gone.begin(), gone.end(), id); });
   for (const std::uint32_t number : came) {
-    const auto place = std::ranges::lower_bound(*roots, m_index.nodeOfNumber()[number], {},
-                                                [&](const QUuid& id) { return m_index.find(id); });
-    roots->insert(place, (*m_data->ids)[number]);
+    const auto next = std::ranges::lower_bound(*roots, m_index.nodeOfNumber()[number], {},
+                                               [&](const QUuid& id) { return m_index.find(id); });
+    roots->insert(next, (*m_data->ids)[number]);
   }
   m_data->roots = std::move(roots);
 }
@@ -165,9 +165,9 @@ void TreeChange::setDepth(std::uint32_t number, int depth) {
   auto& counts = m_data->countOfDepth;
   if (before > 0) --counts.write(static_cast<std::size_t>(before));
   if (depth <= 0) return;
-  const auto place = static_cast<std::size_t>(depth);
-  if (counts.size() <= place) counts.resize(place + 1, 0);
-  ++counts.write(place);
+  const auto index = static_cast<std::size_t>(depth);
+  if (counts.size() <= index) counts.resize(index + 1, 0);
+  ++counts.write(index);
   m_data->maxDepth = std::max(m_data->maxDepth, depth);
 }
 

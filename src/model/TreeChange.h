@@ -17,7 +17,7 @@ class TreeChange {
 
   bool replaceLinks(const MapIndex::LinkRun& run);
   bool replaceChildren(const MapIndex::LinkRun& run, std::uint32_t parent, const Numbers& gone, const Numbers& came);
-  std::optional<std::size_t> placeOf(const MapIndex::LinkRun& run, std::uint32_t parent, const Numbers& gone);
+  std::optional<std::size_t> indexAmong(const MapIndex::LinkRun& run, std::uint32_t parent, const Numbers& gone);
   bool setParents();
   void setRoots();
   bool settleDepths();

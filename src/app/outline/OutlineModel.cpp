@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <ranges>
-#include <unordered_set>
 
 #include "app/companions/TopicText.h"
 #include "canvas/view/PlainText.h"
+#include "model/ArrayChanges.h"
 
 namespace quilmora {
 
@@ -129,22 +129,20 @@ void OutlineModel::insertRowsAt(int first, std::vector<OutlineNodeRow> rows) {
 void OutlineModel::tellTexts(const SharedArray<Node>& before, const OutlineTree& treeBefore) {
   if (m_rows.empty() || m_nodes.sharesStorageWith(before)) return;
   const auto tellAll = [this] { Q_EMIT dataChanged(index(0), index(rowCount() - 1)); };
-  std::unordered_set<const void*> known;
-  for (std::size_t k = 0; k < before.blockCount(); ++k) known.insert(&before.block(k));
-  std::vector<std::size_t> fresh;
-  for (std::size_t k = 0; k < m_nodes.blockCount(); ++k)
-    if (!known.contains(&m_nodes.block(k))) fresh.push_back(k);
+  const std::vector<ArrayChange> changes = ArrayComparison(before, m_nodes).changes();
+  std::size_t count = 0;
+  for (const ArrayChange& run : changes) count += run.endNewBlock - run.firstNewBlock;
   // If ids are repeated, another topic may represent them now, without a change of its own.
-  if (fresh.size() > maxBlocks || m_tree.hasRepeatedIds() || treeBefore.hasRepeatedIds()) return tellAll();
+  if (count > maxBlocks || m_tree.hasRepeatedIds() || treeBefore.hasRepeatedIds()) return tellAll();
 
   std::vector<char> differs(m_tree.index().numberCount(), 0);
   bool anyDiffers = false;
-  for (const std::size_t k : fresh) {
-    std::size_t ordinal = m_nodes.blockStart(k);
-    for (const Node& node : m_nodes.block(k)) {
+  for (const ArrayChange& run : changes) {
+    std::size_t ordinal = run.newStart;
+    for (const Node* node : recordsIn(m_nodes, run.firstNewBlock, run.endNewBlock)) {
       const std::uint32_t number = m_tree.index().numberOfNode()[ordinal++];
       const std::uint32_t ordinalBefore = treeBefore.ordinal(number);
-      if (ordinalBefore == MapIndex::npos || looksTheSame(node, before[ordinalBefore])) continue;
+      if (ordinalBefore == MapIndex::npos || looksTheSame(*node, before[ordinalBefore])) continue;
       differs[number] = 1;
       anyDiffers = true;
     }

@@ -4,6 +4,7 @@
 #include <unordered_map>
 
 #include "editor/journal/RecordBytes.h"
+#include "model/ArrayChanges.h"
 
 namespace quilmora::journal {
 
@@ -29,47 +30,19 @@ class ScriptWriter {
   void write() {
     m_out.put(static_cast<std::uint64_t>(m_before.size()));
     m_out.put(static_cast<std::uint64_t>(m_now.size()));
-    std::size_t a = 0;
-    std::size_t b = 0;
-    while (a < m_before.blockCount() || b < m_now.blockCount()) {
-      if (isShared(a, b)) {
-        count(Step::keep, m_before.block(a).size());
-        ++a, ++b;
-        continue;
-      }
-      const auto [nextA, nextB] = nextShared(a, b);
-      writeSegment(recordsOf(m_before, a, nextA), recordsOf(m_now, b, nextB));
-      a = nextA;
-      b = nextB;
+    std::size_t end = 0;
+    for (const ArrayChange& run : ArrayComparison(m_before, m_now).changes()) {
+      count(Step::keep, run.oldStart - end);
+      writeSegment(recordsIn(m_before, run.firstOldBlock, run.endOldBlock),
+                   recordsIn(m_now, run.firstNewBlock, run.endNewBlock));
+      end = run.oldEnd;
     }
+    count(Step::keep, m_before.size() - end);
     flush();
   }
 
  private:
   using Records = std::vector<const Record*>;
-
-  bool isShared(std::size_t a, std::size_t b) const {
-    return a < m_before.blockCount() && b < m_now.blockCount() && &m_before.block(a) == &m_now.block(b);
-  }
-
-  // The next blocks that both sides share, from these on; the ends if there are none.
-  std::pair<std::size_t, std::size_t> nextShared(std::size_t a, std::size_t b) {
-    if (isShared(a + 1, b + 1)) return {a + 1, b + 1};
-    if (m_places.empty())
-      for (std::size_t k = a; k < m_before.blockCount(); ++k) m_places.emplace(&m_before.block(k), k);
-    for (; b < m_now.blockCount(); ++b) {
-      const auto found = m_places.find(&m_now.block(b));
-      if (found != m_places.end() && found->second >= a) return {found->second, b};
-    }
-    return {m_before.blockCount(), b};
-  }
-
-  static Records recordsOf(const SharedArray<Record>& array, std::size_t first, std::size_t end) {
-    Records records;
-    for (std::size_t k = first; k < end; ++k)
-      for (const Record& record : array.block(k)) records.push_back(&record);
-    return records;
-  }
 
   void writeSegment(const Records& before, const Records& now) {
     const auto isSame = [](const Record* a, const Record* b) { return isVery(*a, *b); };
@@ -87,16 +60,16 @@ class ScriptWriter {
   // By id, in order: a record at a different place in the order counts as removed and inserted.
   void writeMiddle(const Records& before, const Records& now, std::size_t start, std::size_t tail) {
     const std::size_t end = before.size() - tail;
-    std::unordered_map<QUuid, std::size_t, Hash> places;
+    std::unordered_map<QUuid, std::size_t, Hash> indexes;
     std::size_t next = start;
     for (std::size_t i = start; i < now.size() - tail; ++i) {
       const Record& record = *now[i];
       std::size_t index = next;
       if (next >= end || before[next]->id != record.id) {
-        if (places.empty())
-          for (std::size_t k = next; k < end; ++k) places.emplace(before[k]->id, k);
-        const auto found = places.find(record.id);
-        if (found == places.end() || found->second < next) {
+        if (indexes.empty())
+          for (std::size_t k = next; k < end; ++k) indexes.emplace(before[k]->id, k);
+        const auto found = indexes.find(record.id);
+        if (found == indexes.end() || found->second < next) {
           add(Step::insert, &record, nullptr);
           continue;
         }
@@ -139,7 +112,6 @@ class ScriptWriter {
   const SharedArray<Record>& m_before;
   const SharedArray<Record>& m_now;
   ByteWriter& m_out;
-  std::unordered_map<const void*, std::size_t> m_places;  // of blocks before
   Step m_step = Step::keep;
   std::uint64_t m_count = 0;
   std::vector<std::pair<const Record*, const Record*>> m_pending;  // now and before
