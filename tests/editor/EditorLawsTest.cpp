@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "layout/LayoutAlgorithm.h"
 #include "model/TreeReference.h"
 #include "support/EditorRig.h"
 #include "support/MapGenerators.h"
@@ -203,6 +204,32 @@ TEST(EditorLaws, IndexAndTreeFollowEditsOfMapsOfManyBlocks) {
       rig.editor.undo();
       ASSERT_EQ(staleAnything(rig), "") << "all back, seed " << seed;
     }
+}
+
+TEST(EditorLaws, LayoutsPlaceTopicsAsInAMapThatWasJustOpened) {
+  EXPECT_TRUE(rc::check("a layout does not depend on what was done before", [](const Drawing& drawing) {
+    EditorRig rig(drawing.map());
+    Hand hand(rig, *rc::gen::arbitrary<std::uint64_t>());
+    const int steps = *rc::gen::inRange(1, 15);
+    for (int i = 0; i < steps; ++i) {
+      RC_LOG() << hand.act() << '\n';
+      if (hand.below(4) == 0) rig.editor.undo();
+    }
+    constexpr QSizeF canvas(800.0, 600.0);
+    for (const MindMap::Layout layout : {MindMap::Layout::tree, MindMap::Layout::verticalTree, MindMap::Layout::radial,
+                                         MindMap::Layout::orgChart, MindMap::Layout::leftRightTree}) {
+      const MindMap before = rig.map();
+      const PositionTable fresh = makeLayout(layout)->computePositions(before.nodes, before.edges, canvas);
+      rig.editor.applyLayout(layout, canvas);
+      // Of topics that share an id the last one is placed.
+      std::map<QUuid, std::size_t> last;
+      for (std::size_t i = 0; i < before.nodes.size(); ++i) last[before.nodes[i].id] = i;
+      for (std::size_t i = 0; i < before.nodes.size(); ++i) {
+        const auto placed = last[before.nodes[i].id] == i ? fresh.find(before.nodes[i].id) : std::nullopt;
+        RC_ASSERT(rig.map().nodes[i].position == placed.value_or(before.nodes[i].position));
+      }
+    }
+  }));
 }
 
 TEST(EditorLaws, NewTopicNeverLandsWithin90OfAnotherWhileThereIsRoom) {
