@@ -40,10 +40,6 @@ constexpr char16_t introduction[] =
     u"I'm the offline assistant — I can generate maps, expand topics, and give advice without needing an API key.\n\n"
     u"Try: \"Create a map about [any topic]\" or ask me for suggestions!";
 
-QString text(const char16_t* literal) {
-  return QString::fromUtf16(literal);
-}
-
 QString jsonOf(const AITreeNode& tree) {
   return QString::fromUtf8(encodeTree(tree));
 }
@@ -106,11 +102,11 @@ QString offlineChat(const std::vector<ChatMessage>& messages, const QString& map
                        u"map for", u"map of", u"brainstorm", u"outline for", u"plan for", u"diagram"}))
     return jsonOf(generateTree(last));
   if (hasOneOf(lower, {u"summariz", u"summary"})) return summaryOf(mapContext);
-  if (hasOneOf(lower, {u"missing", u"suggest", u"idea", u"what else"})) return text(missingAdvice);
-  if (hasOneOf(lower, {u"improve", u"better", u"feedback"})) return text(improvements);
-  if (hasOneOf(lower, {u"help", u"what can"})) return text(help);
+  if (hasOneOf(lower, {u"missing", u"suggest", u"idea", u"what else"})) return QString::fromUtf16(missingAdvice);
+  if (hasOneOf(lower, {u"improve", u"better", u"feedback"})) return QString::fromUtf16(improvements);
+  if (hasOneOf(lower, {u"help", u"what can"})) return QString::fromUtf16(help);
   const AITreeNode tree = generateTree(last);
-  return tree.children && !tree.children->empty() ? jsonOf(tree) : text(introduction);
+  return tree.children && !tree.children->empty() ? jsonOf(tree) : QString::fromUtf16(introduction);
 }
 
 QFuture<AIResponse> MockProvider::generate(const AIRequest& request, const Cancellation& cancellation) {

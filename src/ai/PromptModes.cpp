@@ -2,15 +2,13 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace quilmora {
 
 namespace {
 
 using Layout = MindMap::Layout;
-
-QString text(const char16_t* literal) {
-  return QString::fromUtf16(literal);
-}
 
 struct LayoutWords {
   Layout layout;
@@ -21,46 +19,46 @@ struct LayoutWords {
 
 const std::vector<PromptMode>& promptModes() {
   static const std::vector<PromptMode> modes{
-      {text(u"brainstorm"),
-       text(u"Brainstorm"),
-       text(u"lightbulb"),
-       text(u"e.g. Creative marketing ideas for a coffee shop"),
+      {u"brainstorm"_s,
+       u"Brainstorm"_s,
+       u"lightbulb"_s,
+       u"e.g. Creative marketing ideas for a coffee shop"_s,
        QString(),
        Layout::radial,
-       {text(u"Marketing ideas for a coffee shop"), text(u"Features for a habit tracker app"),
-        text(u"Weekend trip to Lisbon"), text(u"Birthday party themes")}},
-      {text(u"plan"),
-       text(u"Project Plan"),
-       text(u"checklist"),
-       text(u"e.g. Launch plan for a mobile fitness app"),
-       text(u"Create a project plan for: "),
+       {u"Marketing ideas for a coffee shop"_s, u"Features for a habit tracker app"_s, u"Weekend trip to Lisbon"_s,
+        u"Birthday party themes"_s}},
+      {u"plan"_s,
+       u"Project Plan"_s,
+       u"checklist"_s,
+       u"e.g. Launch plan for a mobile fitness app"_s,
+       u"Create a project plan for: "_s,
        Layout::tree,
-       {text(u"Launch plan for a mobile fitness app"), text(u"Renovate a small kitchen"),
-        text(u"Write and publish a book"), text(u"Hire a first engineer")}},
-      {text(u"compare"),
-       text(u"Compare"),
-       text(u"arrow.left.arrow.right"),
-       text(u"e.g. React vs Vue vs Angular"),
-       text(u"Create a comparison map: "),
+       {u"Launch plan for a mobile fitness app"_s, u"Renovate a small kitchen"_s, u"Write and publish a book"_s,
+        u"Hire a first engineer"_s}},
+      {u"compare"_s,
+       u"Compare"_s,
+       u"arrow.left.arrow.right"_s,
+       u"e.g. React vs Vue vs Angular"_s,
+       u"Create a comparison map: "_s,
        Layout::leftRightTree,
-       {text(u"React vs Vue vs Angular"), text(u"Coffee vs Tea vs Matcha"), text(u"Rent vs Buy a home"),
-        text(u"SQL vs NoSQL databases")}},
-      {text(u"study"),
-       text(u"Study Guide"),
-       text(u"book"),
-       text(u"e.g. Machine learning fundamentals"),
-       text(u"Create a study guide about: "),
+       {u"React vs Vue vs Angular"_s, u"Coffee vs Tea vs Matcha"_s, u"Rent vs Buy a home"_s,
+        u"SQL vs NoSQL databases"_s}},
+      {u"study"_s,
+       u"Study Guide"_s,
+       u"book"_s,
+       u"e.g. Machine learning fundamentals"_s,
+       u"Create a study guide about: "_s,
        Layout::verticalTree,
-       {text(u"Machine learning fundamentals"), text(u"World War II overview"), text(u"Human nervous system"),
-        text(u"Introduction to economics")}},
-      {text(u"swot"),
-       text(u"SWOT Analysis"),
-       text(u"chart.bar"),
-       text(u"e.g. Starting a food delivery startup"),
-       text(u"Create a SWOT analysis for: "),
+       {u"Machine learning fundamentals"_s, u"World War II overview"_s, u"Human nervous system"_s,
+        u"Introduction to economics"_s}},
+      {u"swot"_s,
+       u"SWOT Analysis"_s,
+       u"chart.bar"_s,
+       u"e.g. Starting a food delivery startup"_s,
+       u"Create a SWOT analysis for: "_s,
        Layout::orgChart,
-       {text(u"Starting a food delivery startup"), text(u"Launching a podcast"), text(u"Opening a yoga studio"),
-        text(u"Switching careers to product management")}},
+       {u"Starting a food delivery startup"_s, u"Launching a podcast"_s, u"Opening a yoga studio"_s,
+        u"Switching careers to product management"_s}},
   };
   return modes;
 }

@@ -7,34 +7,32 @@
 #include "ai/PromptAnalysis.h"
 #include "ai/TextClasses.h"
 
+using namespace Qt::StringLiterals;
+
 namespace quilmora {
 
 namespace {
-
-QString text(const char16_t* literal) {
-  return QString::fromUtf16(literal);
-}
 
 // A branch with leaves, which are separated by ", ".
 AITreeNode branch(const QString& title, const char16_t* leaves) {
   AITreeNode node(title);
   std::vector<AITreeNode>& children = node.children.emplace();
-  for (const QString& leaf : text(leaves).split(QStringLiteral(", "))) children.emplace_back(leaf);
+  for (const QString& leaf : QString::fromUtf16(leaves).split(QStringLiteral(", "))) children.emplace_back(leaf);
   return node;
 }
 
 AITreeNode branch(const char16_t* title, const char16_t* leaves) {
-  return branch(text(title), leaves);
+  return branch(QString::fromUtf16(title), leaves);
 }
 
 AITreeNode branch(const char16_t* title, const char16_t* notes, const char16_t* leaves) {
   AITreeNode node = branch(title, leaves);
-  node.notes = text(notes);
+  node.notes = QString::fromUtf16(notes);
   return node;
 }
 
 AITreeNode leaf(const char16_t* title) {
-  return AITreeNode(text(title));
+  return AITreeNode(QString::fromUtf16(title));
 }
 
 std::vector<AITreeNode> listOf(std::initializer_list<AITreeNode> nodes) {
@@ -44,7 +42,7 @@ std::vector<AITreeNode> listOf(std::initializer_list<AITreeNode> nodes) {
 }  // namespace
 
 AITreeNode swotTree(const QString& title) {
-  return {title + text(u" — SWOT"),
+  return {title + u" — SWOT"_s,
           listOf({branch(u"Strengths", u"Internal advantages",
                          u"Core Competency, Unique Value, Strong Team, Brand Recognition"),
                   branch(u"Weaknesses", u"Internal limitations", u"Resource Gaps, Limited Reach, Technical Debt"),
@@ -57,10 +55,10 @@ AITreeNode comparisonTree(const QString& prompt) {
   const QStringList sides = prompt.toLower().split(QStringLiteral(" vs "));
   QString first = withCapitalWords(trimmedBlanks(sides[0]));
   first = trimmedBlanks(first.replace(QStringLiteral("compare "), QString(), Qt::CaseInsensitive));
-  QString second = sides.size() > 1 ? withCapitalWords(trimmedBlanks(sides[1])) : text(u"Option B");
+  QString second = sides.size() > 1 ? withCapitalWords(trimmedBlanks(sides[1])) : u"Option B"_s;
   second = trimmedBlanks(trimmedPunctuation(second));
   constexpr const char16_t* aspects = u"Strengths, Weaknesses, Use Cases, Cost";
-  return {first + text(u" vs ") + second,
+  return {first + u" vs "_s + second,
           listOf({branch(first, aspects), branch(second, aspects),
                   branch(u"Criteria", u"Performance, Ease of Use, Scalability, Community"), leaf(u"Verdict")})};
 }
@@ -72,9 +70,10 @@ AITreeNode timelineTree(const QString& title, std::int64_t count) {
   for (const char16_t* phase : phases) {
     const auto number = static_cast<std::int64_t>(branches.size()) + 1;
     if (number > count) break;
-    branches.push_back(branch(QStringLiteral("Phase %1: ").arg(number) + text(phase), u"Goals, Tasks, Deliverables"));
+    branches.push_back(
+        branch(QStringLiteral("Phase %1: ").arg(number) + QString::fromUtf16(phase), u"Goals, Tasks, Deliverables"));
   }
-  return {title + text(u" Timeline"), std::move(branches)};
+  return {title + u" Timeline"_s, std::move(branches)};
 }
 
 AITreeNode prosAndConsTree(const QString& title) {
@@ -85,13 +84,13 @@ AITreeNode prosAndConsTree(const QString& title) {
 AITreeNode fiveWhysTree(const QString& title) {
   AITreeNode why = leaf(u"Why? (5th) — Root Cause");
   for (const char16_t* above : {u"Why? (4th)", u"Why? (3rd)", u"Why? (2nd)", u"Why? (1st)"})
-    why = AITreeNode(text(above), listOf({why}));
-  return {title + text(u" — Root Cause"), listOf({leaf(u"Problem Statement"), why, leaf(u"Action Items")})};
+    why = AITreeNode(QString::fromUtf16(above), listOf({why}));
+  return {title + u" — Root Cause"_s, listOf({leaf(u"Problem Statement"), why, leaf(u"Action Items")})};
 }
 
 AITreeNode decisionTree(const QString& title) {
   constexpr const char16_t* aspects = u"Pros, Cons, Risk";
-  return {title + text(u" Decision"),
+  return {title + u" Decision"_s,
           listOf({branch(u"Context", u"Background, Constraints, Stakeholders"), branch(u"Option A", aspects),
                   branch(u"Option B", aspects), branch(u"Option C", aspects), leaf(u"Recommendation")})};
 }

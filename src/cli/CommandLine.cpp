@@ -116,11 +116,11 @@ int convert(const QStringList& arguments) {
 // Removes "NAME VALUE" from the arguments and returns the value, or `usual` if the name is absent. Nothing if no value
 // follows the name.
 std::optional<QString> takeOption(QStringList& arguments, const QString& name, const QString& usual) {
-  const qsizetype place = arguments.indexOf(name);
-  if (place < 0) return usual;
-  if (place + 1 == arguments.size()) return std::nullopt;
-  const QString value = arguments[place + 1];
-  arguments.remove(place, 2);
+  const qsizetype index = arguments.indexOf(name);
+  if (index < 0) return usual;
+  if (index + 1 == arguments.size()) return std::nullopt;
+  const QString value = arguments[index + 1];
+  arguments.remove(index, 2);
   return value;
 }
 

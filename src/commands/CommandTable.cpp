@@ -444,8 +444,7 @@ void giveMnemonics(Rows& table, MenuId menu) {
     texts.append(command.text);
   }
   texts = withMnemonics(texts);
-  for (std::size_t place = 0; place < entries.size(); ++place)
-    entries[place]->text = texts.at(static_cast<qsizetype>(place));
+  for (std::size_t i = 0; i < entries.size(); ++i) entries[i]->text = texts.at(static_cast<qsizetype>(i));
 }
 
 Rows makeTable() {

@@ -3,6 +3,7 @@
 #include <QFile>
 
 #include "editor/DocumentWatch.h"
+#include "platform/Paths.h"
 
 namespace quilmora {
 
@@ -10,7 +11,7 @@ namespace {
 
 // On one line, because another program chose the name.
 QString quoted(const QString& path) {
-  return QStringLiteral("“%1”").arg(path.mid(path.lastIndexOf(u'/') + 1).simplified());
+  return QStringLiteral("“%1”").arg(fileNameIn(path).simplified());
 }
 
 QString linkText(const QString& name, const FileStamp& stamp) {

@@ -6,6 +6,7 @@
 #include "platform/Bookmarks.h"
 #include "platform/Log.h"
 #include "platform/OpeningMark.h"
+#include "platform/Paths.h"
 #include "platform/SettingsKeys.h"
 #include "platform/SettingsStore.h"
 
@@ -14,10 +15,6 @@ namespace quilmora {
 namespace {
 
 constexpr std::chrono::milliseconds zoomDelayAfterReopen{300};
-
-QString lastComponent(const QString& path) {
-  return path.mid(path.lastIndexOf(u'/') + 1);
-}
 
 }  // namespace
 
@@ -50,7 +47,7 @@ void DocumentSession::reopen(const LastDocument& last) {
     endOpening();
     if (last.isAccessGranted) m_services.editor.bookmarks.stopAccess(last.path);
     log(QStringLiteral("Quilmora: load failed: ") + reason);
-    raise(QStringLiteral("Could not open last document: %1: %2").arg(lastComponent(last.path), reason));
+    raise(QStringLiteral("Could not open last document: %1: %2").arg(fileNameIn(last.path), reason));
   };
   try {
     install(readDocumentAt(last.path), last.path);
@@ -63,7 +60,7 @@ void DocumentSession::reopen(const LastDocument& last) {
   }
   if (last.isAccessGranted) m_editor.holdScopedAccess(last.path);
   log(QStringLiteral("Quilmora: loaded %1 nodes from %2")
-          .arg(QString::number(m_editor.mindMap().nodes.size()), lastComponent(last.path)));
+          .arg(QString::number(m_editor.mindMap().nodes.size()), fileNameIn(last.path)));
   zoomToFitAfter(zoomDelayAfterReopen);
 }
 

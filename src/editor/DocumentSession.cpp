@@ -20,13 +20,9 @@ using namespace std::chrono_literals;
 
 constexpr auto zoomDelayAfterOpen = 200ms;
 
-QString lastComponent(const QString& path) {
-  return path.mid(path.lastIndexOf(u'/') + 1);
-}
-
 // The reason names a place in the file, but not the file.
 QString named(const QString& path, const QString& reason) {
-  return lastComponent(path) + QStringLiteral(": ") + reason;
+  return fileNameIn(path) + QStringLiteral(": ") + reason;
 }
 
 bool fileExists(const QString& path) {
@@ -77,7 +73,7 @@ void DocumentSession::open(const QString& givenPath) {
     loadChosen(path);
   } else {
     // Code that shows the error may destroy the session, but not its services.
-    raise(QStringLiteral("File not found: ") + lastComponent(path));
+    raise(QStringLiteral("File not found: ") + fileNameIn(path));
     recentFiles.remove(path);
   }
   if (isAccessGranted) bookmarks.stopAccess(path);

@@ -44,13 +44,13 @@ void EditorNavigation::stepPresentation(int step) {
   if (m_presentationOrder.size() != mindMap().nodes.size()) {
     const std::optional<QUuid> shown = currentPresentationNode();
     m_presentationOrder = edits::presentationOrder(treeInfo(), mapIndex());
-    const auto placeOf = [this](std::optional<QUuid> id) {
+    const auto stopOf = [this](std::optional<QUuid> id) {
       return id ? std::ranges::find(m_presentationOrder, *id) : m_presentationOrder.end();
     };
-    auto place = placeOf(firstSelectedNode());
-    if (place == m_presentationOrder.end()) place = placeOf(shown);
-    index = place != m_presentationOrder.end() ? static_cast<int>(place - m_presentationOrder.begin())
-                                               : std::min(index, static_cast<int>(m_presentationOrder.size()) - 1);
+    auto stop = stopOf(firstSelectedNode());
+    if (stop == m_presentationOrder.end()) stop = stopOf(shown);
+    index = stop != m_presentationOrder.end() ? static_cast<int>(stop - m_presentationOrder.begin())
+                                              : std::min(index, static_cast<int>(m_presentationOrder.size()) - 1);
   }
   if (m_presentationOrder.empty()) return;
   setPresentationNodeIndex(wrapped(index, step, m_presentationOrder.size()));

@@ -42,11 +42,11 @@ class SvgWriter {
   QByteArray write(const MindMap& map, QSizeF area) {
     putHead(map, area);
     const TopicTable table(map);
-    std::size_t place = 0;
+    std::size_t ordinal = 0;
     for (const Edge& edge : map.edges) {
-      const Node* from = table.find(table.index().edgeFrom()[place]);
-      const Node* to = table.find(table.index().edgeTo()[place]);
-      ++place;
+      const Node* from = table.find(table.index().edgeFrom()[ordinal]);
+      const Node* to = table.find(table.index().edgeTo()[ordinal]);
+      ++ordinal;
       if (from != nullptr && to != nullptr) putLine(edge.style, from->position, to->position);
     }
     for (const Node* node : table.topics()) putTopic(*node);

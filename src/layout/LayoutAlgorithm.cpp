@@ -9,7 +9,7 @@
 
 namespace quilmora {
 
-PositionTable::PositionTable(const MapIndex& index) : m_table(index.ids()), m_places(index.numberCount(), npos) {
+PositionTable::PositionTable(const MapIndex& index) : m_table(index.ids()), m_indexes(index.numberCount(), npos) {
   m_numbers.reserve(index.numberCount());
   m_ids.reserve(index.numberCount());
   m_points.reserve(index.numberCount());
@@ -26,26 +26,26 @@ void PositionTable::set(const QUuid& id, QPointF point) {
 }
 
 void PositionTable::setNumber(std::uint32_t number, QPointF point) {
-  if (number >= m_places.size()) m_places.resize(number + 1, npos);
-  std::uint32_t& place = m_places[number];
-  if (place != npos) {
-    m_points[place] = point;
+  if (number >= m_indexes.size()) m_indexes.resize(number + 1, npos);
+  std::uint32_t& index = m_indexes[number];
+  if (index != npos) {
+    m_points[index] = point;
     return;
   }
-  place = static_cast<std::uint32_t>(m_points.size());
+  index = static_cast<std::uint32_t>(m_points.size());
   m_numbers.push_back(number);
   m_ids.push_back((*m_table)[number]);
   m_points.push_back(point);
 }
 
 std::optional<QPointF> PositionTable::find(const QUuid& id) const {
-  const std::uint32_t place = placeOf(m_table->find(id));
-  if (place == npos) return std::nullopt;
-  return m_points[place];
+  const std::uint32_t index = indexOf(m_table->find(id));
+  if (index == npos) return std::nullopt;
+  return m_points[index];
 }
 
-std::uint32_t PositionTable::numberIn(const MapIndex& index, std::size_t place) const {
-  return m_table == index.ids() ? m_numbers[place] : npos;
+std::uint32_t PositionTable::numberIn(const MapIndex& map, std::size_t index) const {
+  return m_table == map.ids() ? m_numbers[index] : npos;
 }
 
 std::unique_ptr<LayoutAlgorithm> makeLayout(MindMap::Layout layout) {

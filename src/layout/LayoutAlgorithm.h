@@ -22,23 +22,23 @@ class PositionTable {
   // By a number of the index.
   void setNumber(std::uint32_t number, QPointF point);
   std::optional<QPointF> find(const QUuid& id) const;
-  bool contains(const QUuid& id) const { return placeOf(m_table->find(id)) != npos; }
-  bool containsNumber(std::uint32_t number) const { return placeOf(number) != npos; }
+  bool contains(const QUuid& id) const { return indexOf(m_table->find(id)) != npos; }
+  bool containsNumber(std::uint32_t number) const { return indexOf(number) != npos; }
   std::size_t size() const { return m_points.size(); }
   bool empty() const { return m_points.empty(); }
   const std::vector<QUuid>& ids() const { return m_ids; }
   const std::vector<QPointF>& points() const { return m_points; }
   std::vector<QPointF>& points() { return m_points; }
-  // The number of the point at this place in an index, if the table was made for it; else npos.
-  std::uint32_t numberIn(const MapIndex& index, std::size_t place) const;
+  // The number of the topic of a point, if the table was made for this map; else npos.
+  std::uint32_t numberIn(const MapIndex& map, std::size_t index) const;
 
  private:
   static constexpr std::uint32_t npos = IdTable::npos;
 
-  std::uint32_t placeOf(std::uint32_t number) const { return number < m_places.size() ? m_places[number] : npos; }
+  std::uint32_t indexOf(std::uint32_t number) const { return number < m_indexes.size() ? m_indexes[number] : npos; }
 
-  std::shared_ptr<IdTable> m_table;     // may be an index's own
-  std::vector<std::uint32_t> m_places;  // by number in the table: where its point is
+  std::shared_ptr<IdTable> m_table;      // may be an index's own
+  std::vector<std::uint32_t> m_indexes;  // by number in the table: where its point is
   std::vector<std::uint32_t> m_numbers;
   std::vector<QUuid> m_ids;
   std::vector<QPointF> m_points;

@@ -328,8 +328,7 @@ class HeldFileStream final : public FileStream {
 }  // namespace
 
 Outcome refusedWrite(const QString& path, const QString& cause) {
-  return Outcome::failed(
-      QStringLiteral("“%1” could not be written. %2").arg(path.mid(path.lastIndexOf(u'/') + 1), cause));
+  return Outcome::failed(QStringLiteral("“%1” could not be written. %2").arg(fileNameIn(path), cause));
 }
 
 std::unique_ptr<FileStream> FileWriter::stream(const QString& path) {

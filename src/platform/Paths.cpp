@@ -38,17 +38,21 @@ QString absolutePath(const QString& path) {
   return result;
 }
 
+QString fileNameIn(const QString& path) {
+  return path.mid(path.lastIndexOf(u'/') + 1);
+}
+
 QString pathFromBytes(const QByteArray& bytes) {
   const QString whole = QString::fromUtf8(bytes);
   if (whole.toUtf8() == bytes) return whole;
   QString path;
-  for (qsizetype place = 0; place < bytes.size();) {
-    const qsizetype length = characterLength(QByteArrayView(bytes).sliced(place));
+  for (qsizetype index = 0; index < bytes.size();) {
+    const qsizetype length = characterLength(QByteArrayView(bytes).sliced(index));
     if (length == 0)
-      path.append(QChar(firstStrayByte - 0x80 + static_cast<unsigned char>(bytes.at(place))));
+      path.append(QChar(firstStrayByte - 0x80 + static_cast<unsigned char>(bytes.at(index))));
     else
-      path.append(QString::fromUtf8(bytes.constData() + place, length));
-    place += std::max<qsizetype>(length, 1);
+      path.append(QString::fromUtf8(bytes.constData() + index, length));
+    index += std::max<qsizetype>(length, 1);
   }
   return path;
 }

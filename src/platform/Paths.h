@@ -11,6 +11,9 @@ namespace quilmora {
 // the file system knows where it leads.
 QString absolutePath(const QString& path);
 
+// What follows the last slash.
+QString fileNameIn(const QString& path);
+
 // A path as the system gives it. Bytes that are not UTF-8 become halves of surrogate pairs, so that they stay distinct
 // and name no other file; the reverse function restores them.
 QString pathFromBytes(const QByteArray& bytes);

@@ -5,7 +5,7 @@ namespace quilmora {
 namespace {
 
 // Companies, work and money.
-constexpr WrittenSubject rows[] = {
+constexpr WrittenSubject businessRows[] = {
     {u"marketing", u"Digital Marketing, Brand Strategy, Content, Analytics, Social Media, SEO, Email, Budget"},
     {u"business", u"Business Model, Customers, Sales, Marketing, Finance, Operations, Team, Strategy"},
     {u"startup", u"Problem Worth Solving, Product, Customer Interviews, Marketing, Team, Fundraising, Runway"},
@@ -38,7 +38,7 @@ constexpr WrittenSubject rows[] = {
 }  // namespace
 
 std::span<const WrittenSubject> businessSubjects() {
-  return rows;
+  return businessRows;
 }
 
 }  // namespace quilmora

@@ -5,7 +5,7 @@ namespace quilmora {
 namespace {
 
 // Daily life: health, food, family and home.
-constexpr WrittenSubject rows[] = {
+constexpr WrittenSubject homeRows[] = {
     {u"health", u"Sleep, Nutrition, Fitness, Stress, Checkups, Mindfulness, Relationships"},
     {u"wedding", u"Guest List, Budget, Venue, Ceremony, Catering, Photographer, Invitations"},
     {u"recipe", u"Ingredients, Equipment, Preparation, Method, Seasoning, Plating, Leftovers"},
@@ -36,7 +36,7 @@ constexpr WrittenSubject rows[] = {
 }  // namespace
 
 std::span<const WrittenSubject> homeSubjects() {
-  return rows;
+  return homeRows;
 }
 
 }  // namespace quilmora

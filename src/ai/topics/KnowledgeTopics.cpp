@@ -5,7 +5,7 @@ namespace quilmora {
 namespace {
 
 // Sciences, professions and learning.
-constexpr WrittenSubject rows[] = {
+constexpr WrittenSubject knowledgeRows[] = {
     {u"learning",
      u"Motivation, Clear Goals, Active Recall, Spaced Repetition, Practice Projects, Feedback, "
      u"Reflection"},
@@ -53,7 +53,7 @@ constexpr WrittenSubject rows[] = {
 }  // namespace
 
 std::span<const WrittenSubject> knowledgeSubjects() {
-  return rows;
+  return knowledgeRows;
 }
 
 }  // namespace quilmora

@@ -5,7 +5,7 @@ namespace quilmora {
 namespace {
 
 // Arts, sports and journeys.
-constexpr WrittenSubject rows[] = {
+constexpr WrittenSubject leisureRows[] = {
     {u"book", u"Premise, Characters, Setting, Plot, Themes, Style, Ending"},
     {u"essay", u"Question, Thesis, Outline, Evidence, Counterarguments, Conclusion, Revision"},
     {u"travel", u"Destination, Budget, Transport, Lodging, Itinerary, Packing, Documents"},
@@ -31,7 +31,7 @@ constexpr WrittenSubject rows[] = {
 }  // namespace
 
 std::span<const WrittenSubject> leisureSubjects() {
-  return rows;
+  return leisureRows;
 }
 
 }  // namespace quilmora

@@ -5,7 +5,7 @@ namespace quilmora {
 namespace {
 
 // Countries, each with its capital, and travel between them.
-constexpr WrittenSubject rows[] = {
+constexpr WrittenSubject placeRows[] = {
     {u"capitals", u"Europe, Asia, North America, South America, Africa, Oceania, Middle East"},
     {u"countries", u"Europe, Asia, North America, South America, Africa, Oceania, Middle East"},
     {u"geography", u"Mountains, Rivers, Ocean, Countries, Climate Zones, Population, Cartography"},
@@ -29,7 +29,7 @@ constexpr WrittenSubject rows[] = {
 }  // namespace
 
 std::span<const WrittenSubject> placeSubjects() {
-  return rows;
+  return placeRows;
 }
 
 }  // namespace quilmora

@@ -5,7 +5,7 @@ namespace quilmora {
 namespace {
 
 // Software, data and design.
-constexpr WrittenSubject rows[] = {
+constexpr WrittenSubject technologyRows[] = {
     {u"software", u"Requirements, Architecture, UX, Testing, Deployment, Security, Maintenance"},
     {u"app", u"User Problem, Core Features, UX, Architecture, Authentication, Testing, Store Release"},
     {u"web", u"HTML and CSS, JavaScript, Accessibility, API, Security, SEO, Performance, Hosting"},
@@ -39,7 +39,7 @@ constexpr WrittenSubject rows[] = {
 }  // namespace
 
 std::span<const WrittenSubject> technologySubjects() {
-  return rows;
+  return technologyRows;
 }
 
 }  // namespace quilmora

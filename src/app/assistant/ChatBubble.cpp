@@ -23,7 +23,7 @@ namespace quilmora {
 
 namespace {
 
-constexpr int radius = 12;
+constexpr int bubbleRadius = 12;
 constexpr int padX = 10;
 constexpr int padY = 7;
 constexpr int iconSize = 16;
@@ -125,19 +125,21 @@ void ChatBubble::paintEvent(QPaintEvent* event) {
   const double before = m_text.height();
   // The rasteriser handles only some thousands of pixels.
   QRectF bubble = bubbleRect();
-  const QRectF shown = QRectF(event->rect()).adjusted(-2 * radius, -2 * radius, 2 * radius, 2 * radius);
+  const QRectF shown =
+      QRectF(event->rect()).adjusted(-2 * bubbleRadius, -2 * bubbleRadius, 2 * bubbleRadius, 2 * bubbleRadius);
   bubble.setTop(std::max(bubble.top(), shown.top()));
   bubble.setBottom(std::min(bubble.bottom(), shown.bottom()));
   if (m_isUser)
-    paint::fillRounded(painter, bubble, radius, tokens.accentFill);
+    paint::fillRounded(painter, bubble, bubbleRadius, tokens.accentFill);
   else
-    paint::fillBordered(painter, bubble, radius, tokens.raised, tokens.hairline);
+    paint::fillBordered(painter, bubble, bubbleRadius, tokens.raised, tokens.hairline);
   QStyleOption option;
   option.initFrom(this);
   if (showsKeyboardFocus(option)) {
     const double gap = m_isUser ? 2 : 0;
     const QColor ring = m_isUser ? tokens.onAccent : tokens.accent;
-    paint::drawBorder(painter, bubble.adjusted(gap, gap, -gap, -gap), radius - gap, ring, metrics::focusRingWidth);
+    paint::drawBorder(painter, bubble.adjusted(gap, gap, -gap, -gap), bubbleRadius - gap, ring,
+                      metrics::focusRingWidth);
   }
   if (!m_isUser) {
     const QString symbol = m_carriesMap ? QStringLiteral("sparkles") : QStringLiteral("bubble.left");

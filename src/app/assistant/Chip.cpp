@@ -14,7 +14,7 @@ namespace quilmora {
 namespace {
 
 constexpr int symbolSize = 14;
-constexpr double radius = metrics::controlHeight / 2.0;
+constexpr double chipRadius = metrics::controlHeight / 2.0;
 
 }  // namespace
 
@@ -44,19 +44,19 @@ void Chip::paintEvent(QPaintEvent*) {
   QStyleOption option;
   option.initFrom(this);
   if (isChecked()) {
-    paint::fillRounded(painter, rect(), radius, isEnabled() ? tokens.accentFill : tokens.groove);
+    paint::fillRounded(painter, rect(), chipRadius, isEnabled() ? tokens.accentFill : tokens.groove);
   } else {
-    paint::fillBordered(painter, rect(), radius, tokens.raised, tokens.hairline);
+    paint::fillBordered(painter, rect(), chipRadius, tokens.raised, tokens.hairline);
     if (isEnabled() && isDown())
-      paint::fillRounded(painter, rect(), radius, tokens.pressed);
+      paint::fillRounded(painter, rect(), chipRadius, tokens.pressed);
     else if (isEnabled() && underMouse())
-      paint::fillRounded(painter, rect(), radius, tokens.hover);
+      paint::fillRounded(painter, rect(), chipRadius, tokens.hover);
   }
   if (showsKeyboardFocus(option)) {
     // A ring in the fill's own colour is visible only with a gap.
-    paint::drawBorder(painter, rect(), radius, tokens.accent, metrics::focusRingWidth);
+    paint::drawBorder(painter, rect(), chipRadius, tokens.accent, metrics::focusRingWidth);
     if (isChecked())
-      paint::drawBorder(painter, QRectF(rect()).adjusted(2, 2, -2, -2), radius - 2, tokens.raised,
+      paint::drawBorder(painter, QRectF(rect()).adjusted(2, 2, -2, -2), chipRadius - 2, tokens.raised,
                         metrics::focusRingWidth);
   }
 

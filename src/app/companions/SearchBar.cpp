@@ -13,7 +13,7 @@ namespace quilmora {
 namespace {
 
 constexpr int barWidth = 340;
-constexpr int symbolSize = 14;
+constexpr int searchSymbolSize = 14;
 constexpr int countMinWidth = 40;
 constexpr QSize buttonSize(26, 26);
 constexpr QSize buttonIcon(12, 12);
@@ -58,7 +58,7 @@ SearchBar::SearchBar(const Look& look, EditorNavigation& editor, QWidget* canvas
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(metrics::gapMedium, metrics::labelGap, metrics::labelGap, metrics::labelGap);
   row->setSpacing(metrics::gapSmall);
-  row->addWidget(new SymbolLabel(look, QStringLiteral("magnifyingglass"), symbolSize, &Tokens::secondary, this));
+  row->addWidget(new SymbolLabel(look, QStringLiteral("magnifyingglass"), searchSymbolSize, &Tokens::secondary, this));
   row->addWidget(m_field, 1);
   row->addWidget(m_count);
   row->addSpacing(metrics::gapSmall);

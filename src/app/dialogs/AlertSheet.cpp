@@ -16,7 +16,7 @@ namespace quilmora {
 namespace {
 
 constexpr int messageWidth = 360;
-constexpr int symbolSize = 28;
+constexpr int headSymbolSize = 28;
 constexpr qsizetype maxMessageLength = 600;
 constexpr qsizetype messagesInWords = 3;
 
@@ -72,7 +72,7 @@ AlertSheet::AlertSheet(const Look& look, Kind kind, const QString& title, const 
   auto* head = new QHBoxLayout;
   head->setSpacing(metrics::gapLarge);
   const KindLook shown = lookOf(kind);
-  head->addWidget(new SymbolLabel(look, shown.symbol, symbolSize, shown.color, &panel()), 0, Qt::AlignTop);
+  head->addWidget(new SymbolLabel(look, shown.symbol, headSymbolSize, shown.color, &panel()), 0, Qt::AlignTop);
   head->addLayout(words, 1);
   m_buttons->setSpacing(metrics::gap);
   m_buttons->addStretch();

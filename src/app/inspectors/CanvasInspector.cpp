@@ -136,7 +136,7 @@ void CanvasInspector::addLens() {
   addSection(QStringLiteral("Focus Lens"));
   m_lens = new PanelPicker(tr("Focus Lens"), lensNames(), this);
   connect(m_lens, &PanelPicker::chosen, this,
-          [this](int place) { editor().setActiveLens(lenses.at(static_cast<std::size_t>(place))); });
+          [this](int index) { editor().setActiveLens(lenses.at(static_cast<std::size_t>(index))); });
   addPart(m_lens);
 }
 

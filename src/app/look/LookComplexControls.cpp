@@ -11,10 +11,6 @@ namespace {
 constexpr int comboArrowColumn = 24;
 constexpr int spinColumn = 20;
 
-bool isHovered(const QStyleOption& option) {
-  return option.state.testFlag(QStyle::State_Enabled) && option.state.testFlag(QStyle::State_MouseOver);
-}
-
 }  // namespace
 
 void LookStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,

@@ -8,9 +8,6 @@ namespace quilmora {
 
 namespace {
 
-constexpr int menuItemPadding = 12;
-constexpr int menuCheckColumn = 20;
-
 // The option does not name its entry, but gives its place.
 bool isDestructive(const QWidget* widget, const QRect& place) {
   const auto* menu = qobject_cast<const QMenu*>(widget);
@@ -148,7 +145,7 @@ void LookStyle::drawMenuSeparator(const QStyleOption& option, QPainter& painter)
   font.setWeight(QFont::DemiBold);
   painter.setFont(font);
   painter.setPen(m_tokens->secondary);
-  const QRect rect = option.rect.adjusted(menuItemPadding, metrics::gapSmall, -menuItemPadding, 0);
+  const QRect rect = option.rect.adjusted(menus::itemPadding, metrics::gapSmall, -menus::itemPadding, 0);
   painter.drawText(rect, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, item.text);
   painter.restore();
 }
@@ -168,13 +165,13 @@ void LookStyle::drawMenuItem(const QStyleOption& option, QPainter& painter, cons
 
   const bool rightToLeft = option.direction == Qt::RightToLeft;
   const auto placed = [&](const QRect& rect) { return visualRect(option.direction, option.rect, rect); };
-  QRect rest = option.rect.adjusted(menuItemPadding, 0, -menuItemPadding, 0);
+  QRect rest = option.rect.adjusted(menus::itemPadding, 0, -menus::itemPadding, 0);
   if (item->menuHasCheckableItems) {
     if (item->checked) {
       const QRect box(rest.left() - 3, rest.center().y() - 7, 16, 16);
       paint::drawCheckMark(painter, placed(box), enabled ? tokens.accent : tokens.disabledText);
     }
-    rest.setLeft(rest.left() + menuCheckColumn);
+    rest.setLeft(rest.left() + menus::checkColumn);
   }
   if (item->maxIconWidth > 0) {
     if (!item->icon.isNull()) {

@@ -14,10 +14,6 @@ QColor textColor(const QStyleOption& option, const Tokens& tokens) {
   return option.state.testFlag(QStyle::State_Enabled) ? tokens.text : tokens.disabledText;
 }
 
-bool isHovered(const QStyleOption& option) {
-  return option.state.testFlag(QStyle::State_Enabled) && option.state.testFlag(QStyle::State_MouseOver);
-}
-
 }  // namespace
 
 void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,

@@ -21,8 +21,6 @@ namespace quilmora {
 namespace {
 
 constexpr int menuItemHeight = 26;
-constexpr int menuItemPadding = 12;
-constexpr int menuCheckColumn = 20;
 constexpr int menuShortcutGap = 32;
 constexpr int menuArrowColumn = 20;
 
@@ -34,10 +32,10 @@ QRegion roundedRegion(const QRect& rect, int radius) {
 
 QSize menuItemSize(const QStyleOptionMenuItem& item, const QSize& contents) {
   if (item.menuItemType == QStyleOptionMenuItem::Separator) {
-    return {contents.width() + 2 * menuItemPadding, item.text.isEmpty() ? 9 : 26};
+    return {contents.width() + 2 * menus::itemPadding, item.text.isEmpty() ? 9 : 26};
   }
-  int width = contents.width() + 2 * menuItemPadding;
-  if (item.menuHasCheckableItems) width += menuCheckColumn;
+  int width = contents.width() + 2 * menus::itemPadding;
+  if (item.menuHasCheckableItems) width += menus::checkColumn;
   if (item.maxIconWidth > 0) width += item.maxIconWidth + metrics::gapSmall;
   if (item.text.contains(QLatin1Char('\t'))) width += menuShortcutGap;
   width += menuArrowColumn;
@@ -107,6 +105,10 @@ bool isPrimary(const QStyleOptionButton& option, const QWidget* button) {
 
 bool showsKeyboardFocus(const QStyleOption& option) {
   return option.state.testFlag(QStyle::State_HasFocus) && option.state.testFlag(QStyle::State_KeyboardFocusChange);
+}
+
+bool isHovered(const QStyleOption& option) {
+  return option.state.testFlag(QStyle::State_Enabled) && option.state.testFlag(QStyle::State_MouseOver);
 }
 
 std::optional<QColor> scrollGround(const QWidget* widget) {

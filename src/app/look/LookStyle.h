@@ -12,6 +12,12 @@ namespace quilmora {
 
 class HeldAlt;
 
+// What is told to measure and to paint alike.
+namespace menus {
+inline constexpr int itemPadding = 12;
+inline constexpr int checkColumn = 20;
+}  // namespace menus
+
 // Draws every standard control from the tokens, on top of the toolkit's Fusion style, whose geometry it keeps unless it
 // defines its own. A dynamic property "destructive" set to true colours a push button as destructive.
 class LookStyle final : public QProxyStyle {
@@ -74,6 +80,8 @@ std::optional<QColor> scrollGround(const QWidget* widget);
 
 // Whether the focus came by the keyboard and should therefore be visible.
 bool showsKeyboardFocus(const QStyleOption& option);
+// Whether the pointer is over an enabled control.
+bool isHovered(const QStyleOption& option);
 // Whether the button is the primary one: the default of its dialog, or one with the property "primary".
 bool isPrimary(const QStyleOptionButton& option, const QWidget* button);
 

@@ -19,7 +19,7 @@ namespace quilmora {
 
 namespace {
 
-constexpr int symbolSize = 16;
+constexpr int fieldSymbolSize = 16;
 constexpr int listInset = 6;
 constexpr int lowestTop = 120;
 constexpr int windowMargin = metrics::gapLarge;
@@ -79,7 +79,8 @@ void CommandPalette::build() {
   auto* header = new QHBoxLayout;
   header->setContentsMargins(metrics::gapMedium, metrics::gapMedium, metrics::gapMedium, metrics::gapMedium);
   header->setSpacing(metrics::gap);
-  header->addWidget(new SymbolLabel(m_look, QStringLiteral("magnifyingglass"), symbolSize, &Tokens::secondary, this));
+  header->addWidget(
+      new SymbolLabel(m_look, QStringLiteral("magnifyingglass"), fieldSymbolSize, &Tokens::secondary, this));
   header->addWidget(m_field, 1);
   auto* body = new QVBoxLayout;
   body->setContentsMargins(listInset, listInset, listInset, listInset);

@@ -15,7 +15,7 @@ namespace quilmora {
 
 namespace {
 
-constexpr int symbolSize = 14;
+constexpr int rowSymbolSize = 14;
 constexpr int symbolFrame = 20;
 constexpr int pillRadius = 4;
 constexpr int pillText = 10;
@@ -102,7 +102,7 @@ void CommandRow::paint(QPainter* painter, const QStyleOptionViewItem& option, co
   painter->save();
   if (share > 0)
     paint::fillRounded(*painter, option.rect, metrics::controlRadius, withOpacity(tokens.accentFill, share));
-  QRectF symbol(0, 0, symbolSize, symbolSize);
+  QRectF symbol(0, 0, rowSymbolSize, rowSymbolSize);
   symbol.moveCenter(QRectF(places.symbol).center());
   paintSymbol(*painter, item.icon, symbol, mixed(tokens.accent, tokens.onAccent, share));
 

@@ -5,6 +5,7 @@
 #include "app/look/Look.h"
 #include "app/settings/ApiKeyRows.h"
 #include "app/settings/SettingControls.h"
+#include "app/settings/SettingsForm.h"
 #include "app/window/Machine.h"
 #include "canvas/view/PlainText.h"
 #include "platform/Futures.h"
@@ -20,9 +21,8 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr int fieldWidth = 220;
 // The index of the section that changes with the provider, after the first.
-constexpr int detailPlace = 1;
+constexpr int detailIndex = 1;
 const QString onDevice = u"apple"_s;
 
 }  // namespace
@@ -76,10 +76,10 @@ void AIPage::refresh() {
     m_detail = nullptr;
     m_serverNote = nullptr;
     if (const ApiKeyVendor* vendor = apiKeyVendor(provider())) {
-      m_detail = m_page.addSection(u"API Keys"_s, detailPlace);
+      m_detail = m_page.addSection(u"API Keys"_s, detailIndex);
       new ApiKeyRows(*m_detail, m_machine.keys, *vendor);
     } else if (provider() == onDevice) {
-      m_detail = m_page.addSection(tr("Local Model Server"), detailPlace);
+      m_detail = m_page.addSection(tr("Local Model Server"), detailIndex);
       addServerRows();
       lookForServer();
     }
@@ -125,7 +125,7 @@ void AIPage::addServerRows() {
 
 void AIPage::addServerField(const QString& name, const QString& key, const QString& placeholder) {
   auto* field = new QLineEdit(m_detail);
-  field->setMinimumWidth(fieldWidth);
+  field->setMinimumWidth(formFieldWidth);
   field->setPlaceholderText(placeholder);
   plain::setText(*field, m_machine.settings.text(key).value_or(QString()));
   connect(field, &QLineEdit::textEdited, this, [this, key](const QString& text) {

@@ -7,14 +7,13 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+#include "app/settings/SettingsForm.h"
 #include "canvas/view/PlainText.h"
 #include "platform/KeyStore.h"
 
 namespace quilmora {
 
 namespace {
-
-constexpr int fieldWidth = 220;
 
 struct Entry {
   QString provider;
@@ -48,7 +47,7 @@ ApiKeyRows::ApiKeyRows(FormSection& section, KeyStore& keys, const ApiKeyVendor&
       m_remove(new QPushButton(tr("&Remove Key"), &section)),
       m_note(nullptr) {
   m_field->setEchoMode(QLineEdit::Password);
-  m_field->setMinimumWidth(fieldWidth);
+  m_field->setMinimumWidth(formFieldWidth);
   m_field->setAccessibleName(vendor.title);
   section.addRow(vendor.title, m_field);
   section.addNote(vendor.hint);

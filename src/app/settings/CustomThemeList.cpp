@@ -23,7 +23,7 @@ namespace {
 
 constexpr int dotSize = 14;
 constexpr int trashSize = 11;
-constexpr int rowHeight = 36;
+constexpr int themeRowHeight = 36;
 // The number of rows created at once; a button adds more of a longer list.
 constexpr std::size_t rowsAtOnce = 100;
 
@@ -113,7 +113,7 @@ void CustomThemeList::refresh() {
 void CustomThemeList::addRow(const CustomTheme& theme) {
   const QString name = plain::line(theme.name);
   auto* row = new QWidget(this);
-  row->setMinimumHeight(rowHeight);
+  row->setMinimumHeight(themeRowHeight);
   auto* line = new QHBoxLayout(row);
   line->setContentsMargins(0, 0, 0, 0);
   line->setSpacing(metrics::gap);

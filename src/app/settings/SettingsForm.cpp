@@ -15,7 +15,7 @@ namespace quilmora {
 
 namespace {
 
-constexpr int rowHeight = 40;
+constexpr int formRowHeight = 40;
 // Marks a row that belongs to the one above it.
 constexpr char continuesRow[] = "continuesRow";
 
@@ -77,7 +77,7 @@ int FormSection::rowCount() const {
 
 void FormSection::addRow(const QString& label, QWidget* control) {
   auto* row = new QWidget(m_card);
-  row->setMinimumHeight(rowHeight);
+  row->setMinimumHeight(formRowHeight);
   auto* line = new QHBoxLayout(row);
   line->setContentsMargins(metrics::gapMedium, metrics::labelGap, metrics::gapMedium, metrics::labelGap);
   line->setSpacing(metrics::gapMedium);

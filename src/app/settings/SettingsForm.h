@@ -8,6 +8,9 @@ class QVBoxLayout;
 
 namespace quilmora {
 
+// The least width of a text field in a row.
+inline constexpr int formFieldWidth = 220;
+
 // One group of a form: a header above a card with rows, separated by hairlines.
 class FormSection final : public QWidget {
   Q_OBJECT

@@ -108,12 +108,12 @@ void ThemeBuilderView::addStartingPoints() {
   auto* grid = new QGridLayout(swatches);
   grid->setContentsMargins(metrics::gapSmall, metrics::gapSmall, metrics::gapSmall, metrics::gapSmall);
   grid->setSpacing(metrics::gapSmall);
-  int place = 0;
+  int index = 0;
   for (const Theme& theme : allThemes()) {
     auto* swatch = new ThemeSwatch(look(), theme, swatches);
     connect(swatch, &ThemeSwatch::clicked, this, [this, &theme] { setDraft(ThemeDraft::from(theme)); });
-    grid->addWidget(swatch, place / swatchesInRow, place % swatchesInRow, Qt::AlignCenter);
-    ++place;
+    grid->addWidget(swatch, index / swatchesInRow, index % swatchesInRow, Qt::AlignCenter);
+    ++index;
   }
   section->addRow(swatches);
 }

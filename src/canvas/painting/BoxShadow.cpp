@@ -24,14 +24,14 @@ void blur(std::vector<float>& values, int side, int radius) {
   for (int pass = 0; pass < 6; ++pass) {
     source = values;
     const bool isHorizontal = pass % 2 == 0;
-    const auto at = [&](int line, int place) {
-      return static_cast<std::size_t>(isHorizontal ? line * side + place : place * side + line);
+    const auto at = [&](int line, int step) {
+      return static_cast<std::size_t>(isHorizontal ? line * side + step : step * side + line);
     };
     for (int line = 0; line < side; ++line) {
-      for (int place = 0; place < side; ++place) {
+      for (int step = 0; step < side; ++step) {
         float sum = 0.0f;
-        for (int k = -radius; k <= radius; ++k) sum += source[at(line, std::clamp(place + k, 0, side - 1))];
-        values[at(line, place)] = sum / static_cast<float>(2 * radius + 1);
+        for (int k = -radius; k <= radius; ++k) sum += source[at(line, std::clamp(step + k, 0, side - 1))];
+        values[at(line, step)] = sum / static_cast<float>(2 * radius + 1);
       }
     }
   }

@@ -23,7 +23,6 @@ constexpr double straightLength = 14.0;
 constexpr double minFade = 0.35;
 // In device pixels per canvas unit: where a dash is as long as a pixel.
 constexpr double minDashScale = 0.199;
-constexpr double dashLength = 5.0;
 constexpr std::size_t bundleSize = 64;
 
 QRectF hullOf(QPointF a, QPointF b) {

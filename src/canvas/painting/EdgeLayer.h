@@ -15,6 +15,8 @@ namespace quilmora {
 // many translucent ribbons overlap, the lower ones add nothing. Then it paints from the bottom up.
 class EdgeLayer {
  public:
+  static constexpr double dashLength = 5.0;  // in canvas units; gaps are as long
+
   EdgeLayer(QPainter& painter, const PaintContext& context) : m_painter(painter), m_context(context) {}
 
   // Edges are collected one by one, the topmost first.

@@ -13,8 +13,7 @@ namespace quilmora {
 namespace {
 
 // In canvas units.
-constexpr double dashLength = 5.0;
-constexpr double dashPeriod = 10.0;
+constexpr double dashPeriod = 2 * EdgeLayer::dashLength;
 constexpr double dashWidth = 1.0;
 constexpr double dashOpacity = 0.5;
 constexpr double maxDashedLength = 1e12;

@@ -46,10 +46,10 @@ void paintBendHandle(QPainter& painter, const PaintContext& context, QPointF pos
 }
 
 constexpr double curveWidth = 1.5;
-constexpr double dashLength = 8.0;
-constexpr double gapLength = 4.0;
+constexpr double curveDashLength = 8.0;
+constexpr double curveGapLength = 4.0;
 // The share of a pixel below which a thin curve does not fade further.
-constexpr double minFade = 0.5;
+constexpr double minCurveFade = 0.5;
 
 // Draws the visible part of a curve, however long it is: dashes are made for that part alone, because stroking a dashed
 // path takes time for its whole length.
@@ -66,7 +66,7 @@ void paintCurve(QPainter& painter, const PaintContext& context, const Relationsh
     QPointF from = previous;
     QPointF to = next;
     if (clipSegment(from, to, seen)) {
-      addDashes(lines, QLineF(from, to), passed + QLineF(previous, from).length(), dashLength, gapLength);
+      addDashes(lines, QLineF(from, to), passed + QLineF(previous, from).length(), curveDashLength, curveGapLength);
     }
     passed += QLineF(previous, next).length();
     previous = next;
@@ -74,7 +74,7 @@ void paintCurve(QPainter& painter, const PaintContext& context, const Relationsh
   // Below one pixel a curve fades instead of getting thinner.
   const double pixels = curveWidth * context.scale;
   const bool isThin = context.options.levelsOfDetail && pixels < 1.0;
-  QPen pen(isThin ? withOpacity(color, color.alphaF() * std::max(pixels, minFade)) : color,
+  QPen pen(isThin ? withOpacity(color, color.alphaF() * std::max(pixels, minCurveFade)) : color,
            isThin ? 1.0 / context.scale : curveWidth);
   pen.setCapStyle(Qt::FlatCap);
   painter.setPen(pen);

@@ -29,9 +29,9 @@ void SceneDifference::addNode(const Node& node, int depth, const MapScene& scene
 
 void SceneDifference::addNodeOf(const std::optional<QUuid>& id, const MapScene& scene) {
   if (!id) return;
-  const std::uint32_t place = scene.index.find(*id);
-  if (place == MapIndex::npos) return;
-  addNode(scene.map.nodes[place], m_looks[scene.index.numberOfNode()[place]].depth, scene);
+  const std::uint32_t ordinal = scene.index.find(*id);
+  if (ordinal == MapIndex::npos) return;
+  addNode(scene.map.nodes[ordinal], m_looks[scene.index.numberOfNode()[ordinal]].depth, scene);
 }
 
 const SceneDifference::NodeLook* SceneDifference::lookOf(std::uint32_t number, When when) const {

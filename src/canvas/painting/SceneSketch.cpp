@@ -116,13 +116,13 @@ void SceneSketch::updateNodes(const SharedArray<Node>& nodes) {
     return k < array.blockCount() ? array.blockStart(k) : array.size();
   };
   const std::size_t start = startOf(nodes, first);
-  const auto place = [&](std::size_t index) { return m_nodeSketches.begin() + static_cast<std::ptrdiff_t>(index); };
-  const std::vector<NodeSketch> before(place(start), place(startOf(m_nodes, lastBefore)));
+  const auto at = [&](std::size_t index) { return m_nodeSketches.begin() + static_cast<std::ptrdiff_t>(index); };
+  const std::vector<NodeSketch> before(at(start), at(startOf(m_nodes, lastBefore)));
   const std::size_t count = startOf(nodes, last) - start;
   if (count < before.size())
-    m_nodeSketches.erase(place(start + count), place(start + before.size()));
+    m_nodeSketches.erase(at(start + count), at(start + before.size()));
   else
-    m_nodeSketches.insert(place(start + before.size()), count - before.size(), NodeSketch());
+    m_nodeSketches.insert(at(start + before.size()), count - before.size(), NodeSketch());
 
   std::unordered_map<const void*, std::size_t> startBefore;
   for (std::size_t k = first; k < lastBefore; ++k)
@@ -146,12 +146,12 @@ void SceneSketch::sketchBlock(const SharedArray<Node>::Block& block, const Share
   for (std::size_t i = 0; i < block.size(); ++i) {
     sketches[i] = sketchOf(block[i], m_fontScale);
     const std::size_t end = std::min(blockBefore.size(), next + maxStepsAhead);
-    std::size_t place = next;
-    while (place < end && blockBefore[place].id != block[i].id) ++place;
-    if (place >= end) continue;
-    next = place + 1;
-    const NodeSketch& kept = before[place];
-    if (kept.measuredFor != m_settingsNumber || !isSizedAlike(blockBefore[place], block[i])) continue;
+    std::size_t old = next;
+    while (old < end && blockBefore[old].id != block[i].id) ++old;
+    if (old >= end) continue;
+    next = old + 1;
+    const NodeSketch& kept = before[old];
+    if (kept.measuredFor != m_settingsNumber || !isSizedAlike(blockBefore[old], block[i])) continue;
     sketches[i].halfWidth = kept.halfWidth;
     sketches[i].halfHeight = kept.halfHeight;
     sketches[i].measuredFor = kept.measuredFor;

@@ -47,8 +47,9 @@ inline CurveShare curveShareIn(const QRectF& rect, QPointF from, QPointF to) {
 
 // The tiles of `range` that a rectangle touches.
 inline QRect tilesUnder(const QRectF& rect, double side, const QRect& range) {
-  const auto tile = [side](double place, int low, int high) {
-    return static_cast<int>(std::clamp(std::floor(place / side), static_cast<double>(low), static_cast<double>(high)));
+  const auto tile = [side](double coordinate, int low, int high) {
+    return static_cast<int>(
+        std::clamp(std::floor(coordinate / side), static_cast<double>(low), static_cast<double>(high)));
   };
   if (!(rect.right() >= range.left() * side && rect.left() < (range.right() + 1) * side &&
         rect.bottom() >= range.top() * side && rect.top() < (range.bottom() + 1) * side))
@@ -89,13 +90,13 @@ void visitTilesOfEdge(QPointF from, QPointF to, QPointF bend, double reach, doub
 template <class Visit>
 void visitTilesOfRelationship(const RelationshipCurve& curve, double reach, double side, const QRect& range,
                               Visit&& visit) {
-  constexpr int mostStretches = 128;
+  constexpr int maxStretchCount = 128;
   const QRectF bounds = curve.bounds().adjusted(-reach, -reach, reach, reach);
   const QRect tiles = tilesUnder(bounds, side, range);
   if (tiles.isEmpty()) return;
   const bool isSimple = tiles.width() <= 1 || tiles.height() <= 1;
   const double longest = std::ceil(std::max(bounds.width(), bounds.height()) / side);
-  const int stretches = isSimple ? 1 : static_cast<int>(std::clamp(longest, 1.0, double{mostStretches}));
+  const int stretches = isSimple ? 1 : static_cast<int>(std::clamp(longest, 1.0, double{maxStretchCount}));
   for (int k = 0; k < stretches; ++k) {
     // A stretch of the curve is a curve of its own, within its three points.
     const double first = static_cast<double>(k) / stretches;

@@ -48,14 +48,14 @@ void TopicReveal::revealNewTopics() {
   if (ids != m_ids || known == m_knownCount || m_editor.isPresentationMode()) return;
   std::vector<std::uint32_t> found;
   for (const QUuid& id : m_editor.selectedNodeIDs()) {
-    const std::uint32_t place = index.find(id);
-    if (place != MapIndex::npos && index.numberOfNode()[place] >= known) found.push_back(place);
+    const std::uint32_t ordinal = index.find(id);
+    if (ordinal != MapIndex::npos && index.numberOfNode()[ordinal] >= known) found.push_back(ordinal);
   }
   std::ranges::sort(found);
   found.resize(std::min(found.size(), maxRevealed));
   std::vector<QUuid> topics;
   topics.reserve(found.size());
-  for (const std::uint32_t place : found) topics.push_back(m_editor.mindMap().nodes[place].id);
+  for (const std::uint32_t ordinal : found) topics.push_back(m_editor.mindMap().nodes[ordinal].id);
   reveal(topics);
 }
 

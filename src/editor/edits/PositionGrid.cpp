@@ -31,15 +31,15 @@ void PositionGrid::insert(QPointF position) {
     return;
   }
   std::uint32_t& head = m_heads[bucketOf(position)];
-  std::uint32_t place = m_free;
-  if (place == none) {
-    place = static_cast<std::uint32_t>(m_entries.size());
+  std::uint32_t index = m_free;
+  if (index == none) {
+    index = static_cast<std::uint32_t>(m_entries.size());
     m_entries.emplace_back();
   } else {
-    m_free = m_entries[place].next;
+    m_free = m_entries[index].next;
   }
-  m_entries[place] = {position, head};
-  head = place;
+  m_entries[index] = {position, head};
+  head = index;
 }
 
 void PositionGrid::remove(QPointF position) {
@@ -51,10 +51,10 @@ void PositionGrid::remove(QPointF position) {
   std::uint32_t* link = &m_heads[bucketOf(position)];
   while (*link != none && !isSame(m_entries[*link].position, position)) link = &m_entries[*link].next;
   if (*link == none) return;
-  const std::uint32_t place = *link;
-  *link = m_entries[place].next;
-  m_entries[place].next = m_free;
-  m_free = place;
+  const std::uint32_t index = *link;
+  *link = m_entries[index].next;
+  m_entries[index].next = m_free;
+  m_free = index;
 }
 
 bool PositionGrid::isFar(QPointF position) {
