@@ -6,6 +6,7 @@
 #include "ai/AIProviderError.h"
 #include "ai/AITreeConverter.h"
 #include "ai/ReplyParsing.h"
+#include "ai/TopicCount.h"
 #include "support/Corpus.h"
 
 namespace quilmora {
@@ -27,13 +28,6 @@ AITreeNode anyTree() {
     parent.children->push_back(std::move(topics[i]));
   }
   return std::move(topics.front());
-}
-
-std::size_t topicCount(const AITreeNode& tree) {
-  std::size_t count = 1;
-  if (tree.children)
-    for (const AITreeNode& child : *tree.children) count += topicCount(child);
-  return count;
 }
 
 // Every reader returns a tree or throws one of its errors.

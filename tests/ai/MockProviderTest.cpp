@@ -4,6 +4,7 @@
 #include "ai/MockProvider.h"
 #include "ai/OfflineTrees.h"
 #include "ai/ReplyParsing.h"
+#include "ai/TopicCount.h"
 #include "support/Corpus.h"
 #include "support/QtPrinters.h"
 
@@ -119,12 +120,6 @@ TEST(OfflineChat, AnswersAtOnceOnLongTexts) {
 }
 
 namespace {
-
-std::size_t topicCount(const AITreeNode& tree) {
-  std::size_t count = 1;
-  for (const AITreeNode& child : tree.children.value_or(std::vector<AITreeNode>())) count += topicCount(child);
-  return count;
-}
 
 // What every answer of the generator satisfies, whatever the prompt.
 void requireLaws(const QString& prompt) {

@@ -32,60 +32,21 @@ namespace quilmora {
 class AppTest : public ::testing::Test {
  protected:
   // Sets the application's look and shows the window with room for everything.
-  void start(const QStringList& documents = {}) {
-    startWhereItStands(documents);
-    window().resize(1280, 800);
-  }
+  void start(const QStringList& documents = {});
   // The same with the window's own default place. It is not the first start, unless a test says so.
-  void startWhereItStands(const QStringList& documents = {}) {
-    if (!m_isFirstStart) m_settings.setFlag(settings::onboardingShown, true);
-    m_look = std::make_unique<Look>(m_settings, m_desktop);
-    m_application = std::make_unique<Application>(*qApp, machine());
-    m_application->start(documents);
-  }
-  void startActive(const QStringList& documents = {}) {
-    start(documents);
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
-  }
+  void startWhereItStands(const QStringList& documents = {});
+  void startActive(const QStringList& documents = {});
 
-  Machine machine() {
-    return {m_clock,
-            m_settings,
-            m_bookmarks,
-            m_log,
-            m_writer,
-            m_scheduler,
-            m_panels,
-            m_clipboard,
-            m_alerts,
-            *m_look,
-            defaultFolder(),
-            [this] { ++m_terminations; },
-            m_keys,
-            m_transport,
-            m_onDeviceModel,
-            {[this](const QString& path) { m_desktopList.append(path); }, [this] { m_desktopList.clear(); }},
-            nullptr,
-            nullptr,
-            m_stateFolder};
-  }
+  Machine machine();
   // Other than what start() stored.
-  bool isNothingStored() {
-    m_settings.remove(settings::onboardingShown);
-    return m_settings.isEmpty();
-  }
+  bool isNothingStored();
   MainWindow& window() { return m_application->window(); }
   MindMapViewModel& editor() { return window().editor(); }
   NotificationCenter& notifications() { return m_application->notifications(); }
   QAction* action(const char* id) { return window().actions().action(QLatin1String(id)); }
   QString path(const char* name) const { return m_folder.filePath(QLatin1String(name)); }
   QString defaultFolder() const { return path("Documents/Quilmora"); }
-  QString writtenMap(const char* name, const char* title) const {
-    MindMap map = MindMap::blankMap(m_clock);
-    map.title = QLatin1String(title);
-    EXPECT_TRUE(DiskFileWriter().write(path(name), encodeDocument(map)).isDone());
-    return path(name);
-  }
+  QString writtenMap(const char* name, const char* title) const;
   QString titleIn(const QString& file) const { return decodeDocumentAt(file).title; }
 
   QTemporaryDir m_folder;

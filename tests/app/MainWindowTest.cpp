@@ -15,9 +15,12 @@
 #include "app/window/Toolbar.h"
 #include "canvas/view/TitleEditor.h"
 #include "commands/Mnemonics.h"
+#include "support/Lines.h"
 
 namespace quilmora {
 namespace {
+
+using test::lines;
 
 using namespace std::chrono_literals;
 
@@ -43,11 +46,6 @@ class MainWindowTest : public AppTest {
       entries.append(entry->isEnabled() ? text : QLatin1Char('(') + text + QLatin1Char(')'));
     }
     return entries;
-  }
-  static QStringList lines(std::initializer_list<const char*> texts) {
-    QStringList list;
-    for (const char* text : texts) list.append(QString::fromUtf8(text));
-    return list;
   }
 };
 

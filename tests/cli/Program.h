@@ -45,4 +45,9 @@ inline QByteArray compact(const QJsonValue& value) {
   return QJsonDocument(QJsonArray{value}).toJson(QJsonDocument::Compact).mid(1).chopped(1);
 }
 
+// A value of an object.
+inline QJsonValue at(const QJsonValue& value, const char* key) {
+  return value.toObject()[QLatin1String(key)];
+}
+
 }  // namespace cli

@@ -15,9 +15,6 @@ namespace {
 using namespace cli;
 using Text = std::string;
 
-QJsonValue at(const QJsonValue& value, const char* key) {
-  return value.toObject()[QLatin1String(key)];
-}
 QJsonObject node(const QJsonValue& map, int index) {
   return at(map, "nodes").toArray()[index].toObject();
 }

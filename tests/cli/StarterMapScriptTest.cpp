@@ -8,10 +8,6 @@ namespace {
 
 using namespace cli;
 
-QJsonValue at(const QJsonValue& value, const char* key) {
-  return value.toObject()[QLatin1String(key)];
-}
-
 TEST(StarterMapScript, ATemplateStartsAFreshHistory) {
   Script script;
   script.line(loadSmallMap())

@@ -6,9 +6,12 @@
 #include "canvas/painting/Symbols.h"
 #include "commands/CommandTable.h"
 #include "commands/Mnemonics.h"
+#include "support/Lines.h"
 
 namespace quilmora {
 namespace {
+
+using test::lines;
 
 // "Text | key | notification | object", with a line of dashes for a divider.
 QStringList rowsOf(MenuId menu) {
@@ -24,12 +27,6 @@ QStringList rowsOf(MenuId menu) {
     rows.append(parts.join(QStringLiteral(" | ")));
   }
   return rows;
-}
-
-QStringList lines(std::initializer_list<const char*> texts) {
-  QStringList list;
-  for (const char* text : texts) list.append(QString::fromUtf8(text));
-  return list;
 }
 
 TEST(CommandTable, FileMenu) {

@@ -8,17 +8,14 @@
 #include "commands/PaletteCommands.h"
 #include "editor/AIRig.h"
 #include "platform/Notifications.h"
+#include "support/Lines.h"
 #include "support/QtPrinters.h"
 #include "themes/CustomThemes.h"
 
 namespace quilmora {
 namespace {
 
-QStringList lines(std::initializer_list<const char*> texts) {
-  QStringList list;
-  for (const char* text : texts) list.append(QString::fromUtf8(text));
-  return list;
-}
+using test::lines;
 
 QString line(const CommandItem& item) {
   return QStringList{item.title, item.subtitle, item.icon, item.shortcut, item.actionKey}.join(QStringLiteral(" | "));

@@ -6,13 +6,12 @@
 
 #include "model/IdSet.h"
 #include "model/IdTable.h"
+#include "model/NumberedIds.h"
 
 namespace quilmora {
 namespace {
 
-QUuid id(unsigned number) {
-  return QUuid(number, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0);
-}
+using test::id;
 
 TEST(IdTable, NumbersIdsInTheOrderOfInsertion) {
   IdTable table;

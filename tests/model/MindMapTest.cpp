@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "model/MindMapDocument.h"
+#include "model/NumberedIds.h"
 
 namespace quilmora {
 namespace {
@@ -18,9 +19,7 @@ class TickingClock final : public Clock {
   mutable int m_readings = 0;
 };
 
-QUuid id(unsigned number) {
-  return QUuid(number, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0);
-}
+using test::id;
 
 Node topic(unsigned number) {
   Node node;

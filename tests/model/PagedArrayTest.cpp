@@ -89,7 +89,7 @@ TEST(PagedArray, FollowsTheRunsInWhichTwoArraysDiffer) {
       std::vector<std::uint32_t> fresh;
       for (const ArrayChange& run : runs) {
         std::size_t count = 0;
-        for (std::size_t k = run.firstBlock; k < run.endBlock; ++k) {
+        for (std::size_t k = run.firstNewBlock; k < run.endNewBlock; ++k) {
           fresh.insert(fresh.end(), source.block(k).begin(), source.block(k).end());
           count += source.block(k).size();
         }

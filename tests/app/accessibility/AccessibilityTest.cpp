@@ -14,8 +14,6 @@
 namespace quilmora {
 namespace {
 
-const QStringList none;
-
 TEST_F(AccessibilityTest, EveryControlOfThePanelsHasAName) {
   startWithMap();
   EXPECT_EQ(nameless(), none);

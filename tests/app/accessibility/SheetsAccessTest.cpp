@@ -11,8 +11,6 @@
 namespace quilmora {
 namespace {
 
-const QStringList none;
-
 using SheetsAccessTest = AccessibilityTest;
 
 TEST_F(SheetsAccessTest, EveryControlOfTheSheetsHasAName) {

@@ -7,7 +7,7 @@ namespace quilmora {
 namespace {
 
 constexpr QSizeF miniMap(180, 120);
-constexpr QSizeF canvas(800, 600);
+constexpr QSizeF viewSize(800, 600);
 
 const PagedArray<QPointF> twoTopics = {{0, 0}, {300, 50}};
 
@@ -49,8 +49,8 @@ TEST(MiniMapGeometry, AMapTooWideForNumbersHasNone) {
 TEST(MiniMapGeometry, TheViewportAtHalfTheZoomIsTwiceAsLarge) {
   const auto geometry = MiniMapGeometry::of(twoTopics, miniMap);
   ASSERT_TRUE(geometry);
-  EXPECT_EQ(geometry->viewport({100, -50}, 1.0, canvas), QRectF(-22.5, 45, 360, 270));
-  EXPECT_EQ(geometry->viewport({100, -50}, 0.5, canvas), QRectF(-67.5, 67.5, 720, 540));
+  EXPECT_EQ(geometry->viewport({100, -50}, 1.0, viewSize), QRectF(-22.5, 45, 360, 270));
+  EXPECT_EQ(geometry->viewport({100, -50}, 0.5, viewSize), QRectF(-67.5, 67.5, 720, 540));
 }
 
 TEST(MiniMapGeometry, TheMiniMapsCentreBringsTheMapsMiddleToTheCanvasCentre) {
@@ -58,8 +58,8 @@ TEST(MiniMapGeometry, TheMiniMapsCentreBringsTheMapsMiddleToTheCanvasCentre) {
   ASSERT_TRUE(geometry);
   const QPointF centre = QPointF(90, 60) - geometry->inset();
   EXPECT_EQ(geometry->toWorld(centre), QPointF(150, 25));
-  EXPECT_EQ(geometry->offsetCentring(centre, 1.0, canvas), QPointF(250, 275));
-  EXPECT_EQ(geometry->offsetCentring(centre, 2.0, canvas), QPointF(100, 250));
+  EXPECT_EQ(geometry->offsetCentring(centre, 1.0, viewSize), QPointF(250, 275));
+  EXPECT_EQ(geometry->offsetCentring(centre, 2.0, viewSize), QPointF(100, 250));
 }
 
 TEST(MiniMapGeometry, EveryTopicLiesInTheMiniMapAndIsFoundThere) {

@@ -31,27 +31,27 @@ class CanvasInspectorTest : public InspectorsTest {
 
 TEST_F(CanvasInspectorTest, SectionsStandInTheirOrder) {
   startRested();
-  EXPECT_EQ(texts(), list({"Canvas",
-                           "Configure canvas and hierarchy settings",
-                           "Background Color",
-                           "Background",
-                           "Theme",
-                           "Classic",
-                           "Vibrant",
-                           "Layout",
-                           "Branch Edge Sizing",
-                           "Root Width: 15.0",
-                           "Leaf Width: 5.0",
-                           "Branch Node Sizing",
-                           "Root Font: 17",
-                           "Leaf Font: 12",
-                           "Focus Lens",
-                           "Tree Info",
-                           "3 nodes, 2 edges",
-                           "Depth: 1 levels, 1 root(s)",
-                           "Navigation",
-                           "Scroll to pan, Ctrl+scroll to zoom",
-                           "Alt+drag to pan, Ctrl+0 to fit"}));
+  EXPECT_EQ(texts(), lines({"Canvas",
+                            "Configure canvas and hierarchy settings",
+                            "Background Color",
+                            "Background",
+                            "Theme",
+                            "Classic",
+                            "Vibrant",
+                            "Layout",
+                            "Branch Edge Sizing",
+                            "Root Width: 15.0",
+                            "Leaf Width: 5.0",
+                            "Branch Node Sizing",
+                            "Root Font: 17",
+                            "Leaf Font: 12",
+                            "Focus Lens",
+                            "Tree Info",
+                            "3 nodes, 2 edges",
+                            "Depth: 1 levels, 1 root(s)",
+                            "Navigation",
+                            "Scroll to pan, Ctrl+scroll to zoom",
+                            "Alt+drag to pan, Ctrl+0 to fit"}));
 }
 
 TEST_F(CanvasInspectorTest, TheBackgroundIsChosen) {
@@ -187,7 +187,7 @@ TEST_F(CanvasInspectorTest, TheLensIsChosenAndFollowed) {
                                                                    {"Progress", EditorState::FocusLens::progress}};
   QStringList entries;
   for (int place = 0; place < 4; ++place) entries.append(control<PanelPicker>("Focus Lens").itemText(place));
-  EXPECT_EQ(entries, list({"None", "Priority", "Progress", "Depth"}));
+  EXPECT_EQ(entries, lines({"None", "Priority", "Progress", "Depth"}));
   for (const auto& [entry, lens] : lenses) {
     choose("Focus Lens", entry);
     EXPECT_EQ(editor().activeLens(), lens) << entry;

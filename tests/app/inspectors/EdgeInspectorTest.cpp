@@ -19,11 +19,11 @@ const QString sizingNote = QStringLiteral("Controlled by Branch Edge Sizing (see
 TEST_F(EdgeInspectorTest, SectionsStandInTheirOrder) {
   startOn({0});
   EXPECT_EQ(texts(),
-            list({"Color", "Branch", "Arrow Head", "Taper Settings", "Start Width: 6.0", "End Width: 2.0", "Easing"}));
+            lines({"Color", "Branch", "Arrow Head", "Taper Settings", "Start Width: 6.0", "End Width: 2.0", "Easing"}));
   selectEdges({0, 1});
-  EXPECT_EQ(texts(), list({"Multiple Edges (2)", "Batch edit properties for selected edges", "Color", "Branches",
-                           "Taper Settings", "Start Width: 6.0", "End Width: 2.0",
-                           "Hold Shift and click edges to add them to selection"}));
+  EXPECT_EQ(texts(), lines({"Multiple Edges (2)", "Batch edit properties for selected edges", "Color", "Branches",
+                            "Taper Settings", "Start Width: 6.0", "End Width: 2.0",
+                            "Hold Shift and click edges to add them to selection"}));
 }
 
 TEST_F(EdgeInspectorTest, OneConnectorIsStyled) {

@@ -26,8 +26,8 @@ TEST_F(EmojiPickerTest, AnEmojiIsPickedFromThirtyTwo) {
   startOn(2);
   EmojiPicker& picker = openPicker();
   const QStringList wanted =
-      list({"🎯",      "💡", "⚡",      "🔥", "✅", "⭐", "📌", "🚀",    "💰",       "🎨", "📊", "🔑", "💎", "🏆", "📝", "🔔",
-            "❤️", "👍", "⚠️", "❌", "🔄", "📁", "🌍", "🧩", "🛠️", "📱", "💻", "🎓", "🏠", "🔒", "📈", "🤖"});
+      lines({"🎯",      "💡", "⚡",      "🔥", "✅", "⭐", "📌", "🚀",    "💰",       "🎨", "📊", "🔑", "💎", "🏆", "📝", "🔔",
+             "❤️", "👍", "⚠️", "❌", "🔄", "📁", "🌍", "🧩", "🛠️", "📱", "💻", "🎓", "🏠", "🔒", "📈", "🤖"});
   EXPECT_EQ(EmojiPicker::emojis(), wanted);
   ASSERT_EQ(picker.grid().buttons().size(), 32u);
   EXPECT_EQ(picker.findChild<TextLabel*>()->text(), QStringLiteral("Pick an emoji"));

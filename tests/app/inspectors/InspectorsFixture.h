@@ -18,15 +18,10 @@
 #include "platform/Notifications.h"
 #include "platform/Scheduler.h"
 #include "support/EditorRig.h"
+#include "support/Lines.h"
 #include "support/QtPrinters.h"
 
 namespace quilmora::test {
-
-inline QStringList list(std::initializer_list<const char*> words) {
-  QStringList texts;
-  for (const char* word : words) texts.append(QString::fromUtf8(word));
-  return texts;
-}
 
 // The panel over an editor with only in-memory twins around it, beside a plain widget instead of the canvas.
 class InspectorsTest : public ::testing::Test {

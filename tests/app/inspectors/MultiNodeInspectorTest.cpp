@@ -33,14 +33,14 @@ class MultiNodeInspectorTest : public InspectorsTest {
 
 TEST_F(MultiNodeInspectorTest, SectionsStandInTheirOrder) {
   startOn({{0, 0}, {1, 1}, {2, 2}});
-  EXPECT_EQ(texts(), list({"Multiple Nodes (3)", "Batch edit colors for selected nodes", "Apply Colors", "Fill",
-                           "Border", "Text", "Quick Style", "Align", "Distribute",
-                           "Shift+click to multi-select. Ctrl+drag to reparent."}));
+  EXPECT_EQ(texts(), lines({"Multiple Nodes (3)", "Batch edit colors for selected nodes", "Apply Colors", "Fill",
+                            "Border", "Text", "Quick Style", "Align", "Distribute",
+                            "Shift+click to multi-select. Ctrl+drag to reparent."}));
   QStringList buttons;
   for (const QAbstractButton* button : shown().findChildren<QAbstractButton*>())
     if (qobject_cast<const StyleSamples*>(button->parentWidget()) == nullptr) buttons.append(button->accessibleName());
-  EXPECT_EQ(buttons, list({"Fill", "Border", "Text", "Apply to All Selected", "Left", "Center H", "Right", "Top",
-                           "Center V", "Bottom", "Horiz", "Vert", "Delete All Selected"}));
+  EXPECT_EQ(buttons, lines({"Fill", "Border", "Text", "Apply to All Selected", "Left", "Center H", "Right", "Top",
+                            "Center V", "Bottom", "Horiz", "Vert", "Delete All Selected"}));
 }
 
 TEST_F(MultiNodeInspectorTest, TopicsOnOneSpotAreSpreadOut) {

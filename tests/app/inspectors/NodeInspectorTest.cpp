@@ -29,9 +29,9 @@ MindMap withTopic(const std::function<void(Node&)>& change) {
 
 TEST_F(NodeInspectorTest, SectionsStandInTheirOrder) {
   startOn(1);
-  EXPECT_EQ(texts(), list({"Title", "Style", "Shape", "Emoji", "Badge", "Quick Style", "Link", "Image",
-                           "Or drag & drop an image onto the topic", "Notes", "Markdown supported", "Colors", "Fill",
-                           "Border", "Text"}));
+  EXPECT_EQ(texts(), lines({"Title", "Style", "Shape", "Emoji", "Badge", "Quick Style", "Link", "Image",
+                            "Or drag & drop an image onto the topic", "Notes", "Markdown supported", "Colors", "Fill",
+                            "Border", "Text"}));
   EXPECT_EQ(control<QLineEdit>("Title").placeholderText(), QStringLiteral("Node title"));
   EXPECT_EQ(control<QLineEdit>("Link").placeholderText(), QStringLiteral("https://..."));
   EXPECT_TRUE(has<QAbstractButton>("Delete Topic"));
@@ -155,7 +155,8 @@ TEST_F(NodeInspectorTest, TheMenuOfBadgesHasTheSevenEntries) {
   auto& menu = control<PanelPicker>("Badge");
   QStringList entries;
   for (int place = 0; place < menu.count(); ++place) entries.append(menu.itemText(place));
-  EXPECT_EQ(entries, list({"No Badge", "P1 - Critical", "P2 - High", "P3 - Medium", "Done", "In Progress", "Blocked"}));
+  EXPECT_EQ(entries,
+            lines({"No Badge", "P1 - Critical", "P2 - High", "P3 - Medium", "Done", "In Progress", "Blocked"}));
   const std::pair<const char*, Badge> badges[] = {{"P1 - Critical", Badge::priority1}, {"P2 - High", Badge::priority2},
                                                   {"P3 - Medium", Badge::priority3},   {"Done", Badge::done},
                                                   {"In Progress", Badge::inProgress},  {"Blocked", Badge::blocked}};
@@ -195,8 +196,8 @@ TEST_F(NodeInspectorTest, ThereAreFourteenSamplesOfTwentyEight) {
     EXPECT_EQ(sample->toolTip(), sample->accessibleName());
     names.append(sample->accessibleName());
   }
-  EXPECT_EQ(names, list({"Ocean", "Sky", "Mist", "Forest", "Mint", "Sunset", "Coral", "Lavender", "Rose", "Earth",
-                         "Sand", "Slate", "Silver", "Teal"}));
+  EXPECT_EQ(names, lines({"Ocean", "Sky", "Mist", "Forest", "Mint", "Sunset", "Coral", "Lavender", "Rose", "Earth",
+                          "Sand", "Slate", "Silver", "Teal"}));
 }
 
 TEST_F(NodeInspectorTest, TheMatchingSampleHasTheStrongerRing) {
@@ -284,7 +285,7 @@ TEST_F(NodeInspectorTest, OnlyWebAddressesAreOpened) {
     link.setText(QLatin1String(text));
     if (has<QAbstractButton>("Open URL")) press("Open URL");
   }
-  EXPECT_EQ(browser.opened, list({"http://example.org/a?b=c d", "https://example.org"}));
+  EXPECT_EQ(browser.opened, lines({"http://example.org/a?b=c d", "https://example.org"}));
 }
 
 TEST_F(NodeInspectorTest, AnEmptyLinkIsNone) {

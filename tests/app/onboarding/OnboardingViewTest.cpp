@@ -10,16 +10,13 @@
 #include "canvas/painting/Symbols.h"
 #include "commands/CommandTable.h"
 #include "support/AccessibleNames.h"
+#include "support/Lines.h"
 #include "support/QtPrinters.h"
 
 namespace quilmora {
 namespace {
 
-QStringList lines(std::initializer_list<const char*> texts) {
-  QStringList list;
-  for (const char* text : texts) list.append(QString::fromUtf8(text));
-  return list;
-}
+using test::lines;
 
 // --- Content ---
 

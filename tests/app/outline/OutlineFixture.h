@@ -15,15 +15,10 @@
 #include "app/outline/OutlineView.h"
 #include "editor/AIRig.h"
 #include "support/LargeMaps.h"
+#include "support/Lines.h"
 #include "support/QtPrinters.h"
 
 namespace quilmora::test {
-
-inline QStringList lines(std::initializer_list<const char*> texts) {
-  QStringList lines;
-  for (const char* text : texts) lines << QString::fromUtf8(text);
-  return lines;
-}
 
 // The page in a window of its own, 260 by 600, over a canvas of 1000 by 600.
 class OutlineTest : public ::testing::Test {

@@ -6,6 +6,7 @@
 #include "app/outline/OutlineRowDelegate.h"
 #include "support/EditorRig.h"
 #include "support/LargeMaps.h"
+#include "support/Lines.h"
 #include "support/QtPrinters.h"
 
 namespace quilmora::test {
@@ -34,12 +35,6 @@ class OutlineModelTest : public ::testing::Test {
   std::unique_ptr<EditorRig> m_rig;
   std::unique_ptr<OutlineModel> m_model;
 };
-
-QStringList lines(std::initializer_list<const char*> texts) {
-  QStringList lines;
-  for (const char* text : texts) lines << QString::fromUtf8(text);
-  return lines;
-}
 
 TEST_F(OutlineModelTest, RootsStandInTheOrderOfTopicsAndChildrenInTheOrderOfEdges) {
   open(mapOf({3, 1, 2, 4, 5}, {{1, 5}, {1, 4}, {4, 2}}));

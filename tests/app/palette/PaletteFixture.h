@@ -7,15 +7,12 @@
 #include "app/palette/CommandList.h"
 #include "app/palette/CommandPalette.h"
 #include "app/palette/PaletteOpener.h"
+#include "support/Lines.h"
 #include "support/QtPrinters.h"
 
 namespace quilmora {
 
-inline QStringList lines(std::initializer_list<const char*> texts) {
-  QStringList list;
-  for (const char* text : texts) list.append(QString::fromUtf8(text));
-  return list;
-}
+using test::lines;
 
 class CommandPaletteTest : public AppTest {
  protected:

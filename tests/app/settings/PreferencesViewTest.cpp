@@ -1,4 +1,5 @@
 #include "PreferencesFixture.h"
+#include "support/Lines.h"
 
 namespace quilmora {
 namespace {
@@ -93,24 +94,19 @@ TEST_F(PreferencesTest, PickersOfferTheToldTextsAndWriteTheToldValues) {
     QStringList texts;
     QStringList values;
   };
-  const auto list = [](std::initializer_list<const char*> words) {
-    QStringList texts;
-    for (const char* word : words) texts.append(QString::fromUtf8(word));
-    return texts;
-  };
   const Case cases[] = {
       {Tab::general, "Default Layout", settings::defaultLayout,
-       list({"Tree (Horizontal)", "Vertical Tree", "Radial", "Left/Right Tree", "Org Chart"}),
-       list({"tree", "verticalTree", "radial", "leftRightTree", "orgChart"})},
-      {Tab::general, "Default tab", settings::sidebarDefaultTab, list({"AI Chat", "Outline"}),
-       list({"aiChat", "outline"})},
-      {Tab::general, "Default Export Format", settings::defaultExportFormat, list({"JSON", "OPML", "Markdown"}),
-       list({"json", "opml", "md"})},
-      {Tab::appearance, "Theme", settings::appearance, list({"System", "Light", "Dark"}),
-       list({"system", "light", "dark"})},
+       test::lines({"Tree (Horizontal)", "Vertical Tree", "Radial", "Left/Right Tree", "Org Chart"}),
+       test::lines({"tree", "verticalTree", "radial", "leftRightTree", "orgChart"})},
+      {Tab::general, "Default tab", settings::sidebarDefaultTab, test::lines({"AI Chat", "Outline"}),
+       test::lines({"aiChat", "outline"})},
+      {Tab::general, "Default Export Format", settings::defaultExportFormat, test::lines({"JSON", "OPML", "Markdown"}),
+       test::lines({"json", "opml", "md"})},
+      {Tab::appearance, "Theme", settings::appearance, test::lines({"System", "Light", "Dark"}),
+       test::lines({"system", "light", "dark"})},
       {Tab::ai, "AI Provider", settings::aiProvider,
-       list({"On-Device", "Claude (Anthropic)", "OpenAI", "Smart (Offline, no real AI)"}),
-       list({"apple", "claude", "openai", "demo"})},
+       test::lines({"On-Device", "Claude (Anthropic)", "OpenAI", "Smart (Offline, no real AI)"}),
+       test::lines({"apple", "claude", "openai", "demo"})},
   };
   for (const Case& it : cases) {
     preferences()->setTab(it.tab);

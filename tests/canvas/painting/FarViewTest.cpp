@@ -12,7 +12,6 @@
 namespace quilmora {
 namespace {
 
-const QColor white(0xFFFFFF);
 constexpr QSize viewSize(400, 300);
 constexpr double far = 0.2;
 

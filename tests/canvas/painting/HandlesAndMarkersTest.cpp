@@ -6,7 +6,6 @@
 namespace quilmora {
 namespace {
 
-const QColor white(0xFFFFFF);
 const QColor fill(0x4080C0);
 const QColor accent(0x0A6CFF);
 const QColor orange(0xFF9500);

@@ -7,8 +7,6 @@
 namespace quilmora {
 namespace {
 
-const QColor white(0xFFFFFF);
-
 QColor blended(const QColor& above, double opacity, const QColor& below) {
   const auto mix = [opacity](int a, int b) { return static_cast<int>(std::lround(a * opacity + b * (1 - opacity))); };
   return QColor(mix(above.red(), below.red()), mix(above.green(), below.green()), mix(above.blue(), below.blue()));

@@ -10,7 +10,6 @@
 namespace quilmora {
 namespace {
 
-const QColor white(0xFFFFFF);
 const QColor fill(0x4080C0);
 const QColor stroke(0x203040);
 const QColor selection(0x0A6CFF);

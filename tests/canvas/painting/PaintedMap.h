@@ -11,6 +11,8 @@
 
 namespace quilmora {
 
+inline const QColor white(0xFFFFFF);
+
 // A small map and what painting it needs, for tests that look at pixels.
 struct PaintedMap {
   MindMap map;

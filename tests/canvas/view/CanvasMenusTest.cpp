@@ -6,6 +6,7 @@
 #include "canvas/view/RegionLabelField.h"
 #include "canvas/view/RegionMaps.h"
 #include "canvas/view/WindowRig.h"
+#include "support/Lines.h"
 
 using namespace quilmora;
 using namespace quilmora::test;
@@ -53,22 +54,16 @@ struct CanvasMenu : testing::Test {
   QString label() { return rig.editor.regionByID(regionId(1))->label; }
 };
 
-QStringList texts(std::initializer_list<const char*> list) {
-  QStringList result;
-  for (const char* text : list) result.append(QLatin1String(text));
-  return result;
-}
-
 }  // namespace
 
 TEST_F(CanvasMenu, OfATopicWithChildren) {
   ASSERT_TRUE(menuAt(rig.at(1)));
-  EXPECT_EQ(textsOf(*menu()), texts({"Add Sub-topic", "Duplicate", "Add Image...", "Collapse Branch", "Delete"}));
+  EXPECT_EQ(textsOf(*menu()), lines({"Add Sub-topic", "Duplicate", "Add Image...", "Collapse Branch", "Delete"}));
 }
 
 TEST_F(CanvasMenu, OfALeaf) {
   ASSERT_TRUE(menuAt(rig.at(2)));
-  EXPECT_EQ(textsOf(*menu()), texts({"Add Sub-topic", "Duplicate", "Add Image...", "Delete"}));
+  EXPECT_EQ(textsOf(*menu()), lines({"Add Sub-topic", "Duplicate", "Add Image...", "Delete"}));
 }
 
 TEST_F(CanvasMenu, OfACollapsedTopicWithAnImage) {
@@ -77,7 +72,7 @@ TEST_F(CanvasMenu, OfACollapsedTopicWithAnImage) {
   rig.editor.setNodeImage(topicId(1), image);
   rig.editor.toggleCollapsed(topicId(1));
   ASSERT_TRUE(menuAt(rig.at(1)));
-  EXPECT_EQ(textsOf(*menu()), texts({"Add Sub-topic", "Duplicate", "Remove Image", "Expand Branch", "Delete"}));
+  EXPECT_EQ(textsOf(*menu()), lines({"Add Sub-topic", "Duplicate", "Remove Image", "Expand Branch", "Delete"}));
   choose(*menu(), QStringLiteral("Remove Image"));
   EXPECT_FALSE(rig.editor.nodeByID(topicId(1))->imageData);
   choose(*menuAt(rig.at(1)), QStringLiteral("Expand Branch"));
@@ -141,7 +136,7 @@ TEST_F(CanvasMenu, OpensByKeyForTheSelectedTopicOrRegion) {
   rig.editor.setSelectedRegionID(regionId(1));
   rig.key(Qt::Key_F10, Qt::ShiftModifier);
   ASSERT_TRUE(menu());
-  EXPECT_EQ(textsOf(*menu()), texts({"Rename", "Color", "Delete"}));
+  EXPECT_EQ(textsOf(*menu()), lines({"Rename", "Color", "Delete"}));
 }
 
 TEST_F(CanvasMenu, OpensInsideTheViewForATopicOutOfSight) {
@@ -163,7 +158,7 @@ TEST_F(CanvasMenu, KeepsATitleThatWasBeingEdited) {
 
 TEST_F(CanvasMenu, OfARegionRecoloursIt) {
   ASSERT_TRUE(menuAt(onRegion));
-  EXPECT_EQ(textsOf(*menu()), texts({"Rename", "Color", "Delete"}));
+  EXPECT_EQ(textsOf(*menu()), lines({"Rename", "Color", "Delete"}));
   QMenu* colors = menu()->actions()[1]->menu();
   ASSERT_TRUE(colors);
   ASSERT_EQ(colors->actions().size(), 8);
