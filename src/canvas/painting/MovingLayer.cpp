@@ -34,7 +34,7 @@ constexpr double maxPictureViews = 2.0;
 constexpr double maxPictureSide = 16000.0;
 // From so many on previews between dragged topics are in the picture, too.
 constexpr std::size_t minPicturedPreviews = 400;
-// From so many on two threads paint them, each on one half of the picture.
+// From so many on a second thread pays.
 constexpr std::size_t minSharedPreviews = 100;
 
 }  // namespace
@@ -109,13 +109,13 @@ void MovingLayer::paintLines() {
 
   QImage& picture = m_kept.lines;
   if (picture.size() != pixels.size()) picture = QImage(pixels.size(), QImage::Format_ARGB32_Premultiplied);
-  picture.fill(Qt::transparent);
+  const QTransform toPicture = m_context.toDevice * QTransform::fromTranslate(-pixels.x(), -pixels.y());
+  paintPreviews(picture, toPicture, previews);
   QPainter painter(&picture);
   if (hasPictured) painter.drawImage(m_kept.dragged.origin + shift() - pixels.topLeft(), m_kept.dragged.previews);
   painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing | QPainter::SmoothPixmapTransform);
-  painter.setTransform(m_context.toDevice * QTransform::fromTranslate(-pixels.x(), -pixels.y()));
+  painter.setTransform(toPicture);
   for (const Relationship* relationship : relationships) paintRelationship(painter, m_context, *relationship);
-  paintPreviews(picture, painter.transform(), previews);
   paintConnectionLine(painter, m_context);
   paintConnectionDisc(painter, m_context);
   painter.end();
@@ -170,32 +170,34 @@ bool MovingLayer::areSmooth(const std::vector<Preview>& previews) const {
   return length * scale * (costBesideWidth + previewWidth * scale) <= maxSmoothCost;
 }
 
+// Opaque lines take half the time of others; all fade together. Many are painted in two threads, each on one half of
+// the picture.
 void MovingLayer::paintPreviews(QImage& picture, const QTransform& toPicture,
                                 const std::vector<Preview>& previews) const {
+  const bool areSmooth = this->areSmooth(previews);
   uchar* const bytes = picture.bits();
   const auto paintRows = [&](int first, int end) {
     QImage rows(bytes + first * picture.bytesPerLine(), picture.width(), end - first, picture.bytesPerLine(),
                 picture.format());
+    rows.fill(Qt::transparent);
     QPainter painter(&rows);
+    painter.setRenderHint(QPainter::Antialiasing, areSmooth);
     painter.setTransform(toPicture * QTransform::fromTranslate(0, -first));
-    paintPreviews(painter, previews);
+    for (const Preview& preview : previews) {
+      QPen pen(QColor(preview.color), areSmooth ? previewWidth : 1.0);
+      pen.setCosmetic(!areSmooth);
+      pen.setCapStyle(Qt::FlatCap);
+      painter.setPen(pen);
+      painter.drawLine(preview.line);
+    }
+    painter.resetTransform();
+    painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
+    painter.fillRect(rows.rect(), withOpacity(Qt::black, previewOpacity));
   };
   const int middle = previews.size() < minSharedPreviews ? 0 : picture.height() / 2;
   SideTask upperHalf = middle > 0 ? SideTask([&] { paintRows(0, middle); }) : SideTask();
   runInPool([&] { paintRows(upperHalf.isStarted() ? middle : 0, picture.height()); });
   upperHalf.wait();
-}
-
-void MovingLayer::paintPreviews(QPainter& painter, const std::vector<Preview>& previews) const {
-  const bool areSmooth = this->areSmooth(previews);
-  painter.setRenderHint(QPainter::Antialiasing, areSmooth);
-  for (const Preview& preview : previews) {
-    QPen pen(withOpacity(QColor(preview.color), previewOpacity), areSmooth ? previewWidth : 1.0);
-    pen.setCosmetic(!areSmooth);
-    pen.setCapStyle(Qt::FlatCap);
-    painter.setPen(pen);
-    painter.drawLine(preview.line);
-  }
 }
 
 // The handle that the connection comes from moves with the pointer. Unless the line leads to a topic, the disc at its
@@ -341,7 +343,6 @@ void MovingLayer::renderPicture(const QRect& pixels, bool isWhole) {
   const std::vector<Preview> previews = previewsIn(seen, true);
   if (previews.size() < minPicturedPreviews) return;
   kept.previews = QImage(pixels.size(), QImage::Format_ARGB32_Premultiplied);
-  kept.previews.fill(Qt::transparent);
   paintPreviews(kept.previews, toPicture, previews);
 }
 

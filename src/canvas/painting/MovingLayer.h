@@ -76,7 +76,6 @@ class MovingLayer {
   // Whether there is time for smooth lines.
   bool areSmooth(const std::vector<Preview>& previews) const;
   void paintPreviews(QImage& picture, const QTransform& toPicture, const std::vector<Preview>& previews) const;
-  void paintPreviews(QPainter& painter, const std::vector<Preview>& previews) const;
   void paintMovedConnectionHandle();
   void paintHandles();
   void findDragged();
