@@ -23,6 +23,7 @@ const bool isRegistered = [] {
         ->Arg(1000)
         ->Arg(10'000)
         ->Arg(100'000)
+        ->Arg(1'000'000)
         ->UseRealTime();
   };
   add("export OPML", exportOPML);

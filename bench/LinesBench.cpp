@@ -43,9 +43,9 @@ void pasteLines(benchmark::State& state, SmartPasteMode mode) {
 
 const bool isRegistered = [] {
   const auto add = [](const char* name, auto run) {
-    benchmark::RegisterBenchmark(name, run)->Arg(1000)->Arg(10'000)->Arg(100'000)->UseRealTime();
+    return benchmark::RegisterBenchmark(name, run)->Arg(1000)->Arg(10'000)->Arg(100'000)->UseRealTime();
   };
-  add("import Markdown", importOutline);
+  add("import Markdown", importOutline)->Arg(1'000'000);
   add("paste lines as siblings", [](benchmark::State& state) { pasteLines(state, SmartPasteMode::multipleNodes); });
   add("paste lines as an outline", [](benchmark::State& state) { pasteLines(state, SmartPasteMode::nestedOutline); });
   add("paste lines as one topic", [](benchmark::State& state) { pasteLines(state, SmartPasteMode::singleNode); });

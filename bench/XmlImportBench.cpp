@@ -38,7 +38,7 @@ void parse(benchmark::State& state, QByteArray (*make)(int)) {
 
 const bool isRegistered = [] {
   const auto add = [](const char* name, auto run) {
-    benchmark::RegisterBenchmark(name, run)->Arg(1000)->Arg(10'000)->Arg(100'000)->UseRealTime();
+    benchmark::RegisterBenchmark(name, run)->Arg(1000)->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->UseRealTime();
   };
   add("import OPML", [](benchmark::State& state) { parse<OPMLParser>(state, benchOpml); });
   add("import FreeMind", [](benchmark::State& state) { parse<FreeMindParser>(state, benchFreeMind); });

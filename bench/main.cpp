@@ -37,7 +37,7 @@ class TableReporter final : public benchmark::BenchmarkReporter {
     const std::string& name = run.run_name.function_name;
     const long topics = std::strtol(run.run_name.args.c_str(), nullptr, 10);
     const double median = run.GetAdjustedRealTime() / benchmark::GetTimeUnitMultiplier(run.time_unit) * 1e3;
-    const std::optional<double> budget = quilmora::budgetOf(name.substr(0, name.find(' ')), topics);
+    const std::optional<double> budget = quilmora::budgetOf(name, topics);
     std::printf("| %-44s | %8ld | %9.3f ms | ", name.c_str(), topics, median);
     if (budget)
       std::printf("%6.0f ms | %-3s |", *budget, median <= *budget ? "yes" : "NO");

@@ -19,6 +19,11 @@ std::optional<ExportFormat> exportFormatFromRawValue(const QString& text);
 // The format of a request to export: an unknown text means JSON.
 ExportFormat requestedExportFormat(const QString& text);
 
+// Whether it shows the map as it looks, in a file that takes long to make.
+inline bool isPicture(ExportFormat format) {
+  return format == ExportFormat::png || format == ExportFormat::pdf;
+}
+
 // Such as "Markdown".
 QString label(ExportFormat format);
 // The entry in the "Export" menu, such as "PNG Image".

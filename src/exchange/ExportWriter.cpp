@@ -27,14 +27,13 @@ std::optional<QByteArray> exportedText(const MindMap& map, ExportFormat format) 
 
 ExportOutcome writeExport(const MindMap& map, ExportFormat format, const QString& path, FileWriter& writer,
                           const ExportProgress& progress, const std::stop_token& stop) {
-  const bool isPicture = format == ExportFormat::png || format == ExportFormat::pdf;
   try {
-    if (isPicture) return exportPicture(map, format, path, writer, progress, stop);
+    if (isPicture(format)) return exportPicture(map, format, path, writer, progress, stop);
     return ExportOutcome::of(writer.write(path, exportedText(map, format).value()));
   } catch (const ExportError& error) {
     return ExportOutcome::failure(error.message());
   } catch (const std::bad_alloc&) {
-    if (isPicture) return {ExportOutcome::State::notRendered, {}};
+    if (isPicture(format)) return {ExportOutcome::State::notRendered, {}};
     return ExportOutcome::failure(QStringLiteral("the map is too large for the memory of this machine"));
   }
 }

@@ -5,7 +5,7 @@
 
 #include "app/AppFixture.h"
 #include "app/companions/CanvasCompanions.h"
-#include "app/companions/ExportOverlay.h"
+#include "app/companions/ProgressOverlay.h"
 #include "app/flows/ExportFlow.h"
 #include "exchange/TextExports.h"
 #include "support/QtPrinters.h"
@@ -25,13 +25,21 @@ class ExportFlowTest : public AppTest {
     editor().setMindMap(map);
   }
   ExportFlow& flow() { return window().exportFlow(); }
-  ExportOverlay& overlay() { return window().companions().exportOverlay(); }
+  ProgressOverlay& overlay() { return window().companions().progressOverlay(); }
   // Requests an export as the menu does; the dialog answers with `answer`.
   void request(const char* format, std::optional<QString> answer) {
     m_panels.savePaths.append(std::move(answer));
     notifications().post(Notification::exportDocument, QString::fromLatin1(format));
   }
   void nextTurn() { m_scheduler.advance(0ms); }
+  // Until all that was requested is written.
+  void finish() {
+    const auto isDone = [this] {
+      nextTurn();
+      return !flow().isExporting();
+    };
+    EXPECT_TRUE(QTest::qWaitFor(isDone, 30'000));
+  }
   static QByteArray read(const QString& path) {
     QFile file(path);
     EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
@@ -54,7 +62,7 @@ TEST_F(ExportFlowTest, ThePanelProposesTheTitleWithTheExtension) {
 TEST_F(ExportFlowTest, AnUnknownFormatIsJson) {
   request("docx", path("out.json"));
   EXPECT_EQ(m_panels.saveRequests.back().suggestedName, QStringLiteral("Trip.json"));
-  nextTurn();
+  finish();
   EXPECT_EQ(read(path("out.json")), exportJSON(editor().mindMap()));
 }
 
@@ -63,7 +71,7 @@ TEST_F(ExportFlowTest, EachTextFormatWritesItsBytes) {
   request("svg", path("out.svg"));
   request("opml", path("out.opml"));
   request("md", path("out.md"));
-  for (int i = 0; i < 4; ++i) nextTurn();
+  finish();
   const MindMap& map = editor().mindMap();
   EXPECT_EQ(read(path("out.json")), exportJSON(map));
   EXPECT_EQ(read(path("out.svg")), exportSVG(map));
@@ -83,8 +91,7 @@ TEST_F(ExportFlowTest, ATitleThatIsNoFileNameIsMadeOne) {
 TEST_F(ExportFlowTest, TheFileGetsTheExtensionThatItLacks) {
   request("md", path("Plan v1.2"));
   request("md", path("Upper.MD"));
-  nextTurn();
-  nextTurn();
+  finish();
   EXPECT_TRUE(QFile::exists(path("Plan v1.2.md")));
   EXPECT_TRUE(QFile::exists(path("Upper.MD")));
 }
@@ -126,7 +133,7 @@ TEST_F(ExportFlowTest, TheOverlayShowsFromThePanelsEndUntilTheFileIsWritten) {
   EXPECT_TRUE(overlay().isVisible());
   EXPECT_EQ(overlay().message(), QStringLiteral("Exporting MD…"));
   EXPECT_FALSE(QFile::exists(path("out.md")));
-  nextTurn();
+  finish();
   EXPECT_TRUE(QFile::exists(path("out.md")));
   EXPECT_FALSE(flow().isExporting());
   EXPECT_TRUE(overlay().isVisible());
@@ -140,31 +147,20 @@ TEST_F(ExportFlowTest, TheOverlayHoldsItsTextAndStandsOnTheCanvas) {
   EXPECT_EQ(overlay().size(), overlay().sizeHint());
 }
 
-TEST_F(ExportFlowTest, TheWorkBeginsWithTheOverlayFullyDrawn) {
-  request("svg", path("out.svg"));
-  bool isOpaque = false;
-  QObject::connect(&flow(), &ExportFlow::workBegins, &flow(),
-                   [&] { isOpaque = overlay().graphicsEffect() == nullptr; });
-  EXPECT_NE(overlay().graphicsEffect(), nullptr);
-  nextTurn();
-  EXPECT_TRUE(isOpaque);
-}
-
-TEST_F(ExportFlowTest, TheOverlayFadesInWhileAPictureIsMade) {
-  request("png", path("out.png"));
-  bool wasCut = false;
-  QObject::connect(&flow(), &ExportFlow::workBegins, &flow(), [&] { wasCut = true; });
-  nextTurn();
-  EXPECT_FALSE(wasCut);
-  EXPECT_NE(overlay().graphicsEffect(), nullptr);
-  EXPECT_TRUE(waitUntilHidden(overlay()));
+TEST_F(ExportFlowTest, TheOverlayFadesInWhileTheFileIsMade) {
+  for (const char* format : {"svg", "png"}) {
+    request(format, path("out"));
+    nextTurn();
+    EXPECT_NE(overlay().graphicsEffect(), nullptr);
+    EXPECT_TRUE(waitUntilHidden(overlay()));
+  }
 }
 
 TEST_F(ExportFlowTest, TheMapIsTakenWhenThePanelCloses) {
   const MindMap before = editor().mindMap();
   request("opml", path("out.opml"));
   editor().setNodeTitle(before.nodes[0].id, QStringLiteral("Later"));
-  nextTurn();
+  finish();
   EXPECT_EQ(read(path("out.opml")), exportOPML(before));
 }
 
@@ -177,7 +173,7 @@ TEST_F(ExportFlowTest, MapSelectionAndHistoryStayUntouched) {
   const auto generation = editor().treeGeneration();
   for (const char* format : {"json", "svg", "opml", "md"}) {
     request(format, path("out"));
-    nextTurn();
+    finish();
   }
   EXPECT_EQ(editor().mindMap(), map);
   EXPECT_EQ(editor().mindMap().updatedAt, map.updatedAt);
@@ -191,7 +187,7 @@ TEST_F(ExportFlowTest, MapSelectionAndHistoryStayUntouched) {
 
 TEST_F(ExportFlowTest, AFailureIsToldAndTheOverlayGoes) {
   request("md", path("none/out.md"));
-  nextTurn();
+  finish();
   EXPECT_EQ(m_alerts.messages,
             QStringList{QStringLiteral("Export failed: “out.md” could not be written. The folder “%1” does not exist.")
                             .arg(path("none"))});
@@ -208,7 +204,7 @@ TEST_F(ExportFlowTest, AFullDiskLeavesAnExistingFileAsItWas) {
   map.title = QString(100'000, u'x');
   editor().setMindMap(map);
   request("md", file);
-  nextTurn();
+  finish();
   EXPECT_EQ(m_alerts.messages,
             QStringList{QStringLiteral("Export failed: “out.md” could not be written. The disk is full.")});
   EXPECT_EQ(read(file), "precious");
@@ -225,10 +221,28 @@ TEST_F(ExportFlowTest, ExportsThatMeetRunOneAfterTheOther) {
     EXPECT_FALSE(QFile::exists(path("b.opml")));
     wasExportingBetween = flow().isExporting();
   });
-  nextTurn();
+  finish();
   EXPECT_TRUE(QFile::exists(path("b.opml")));
   EXPECT_TRUE(wasExportingBetween);
   EXPECT_FALSE(flow().isExporting());
+}
+
+TEST_F(ExportFlowTest, TextsAreMadeWhileTheWindowGoesOn) {
+  const MindMap before = editor().mindMap();
+  request("md", path("out.md"));
+  nextTurn();
+  EXPECT_TRUE(flow().isExporting());
+  editor().createChild(before.nodes[0].id);
+  finish();
+  EXPECT_EQ(read(path("out.md")), exportMarkdown(before));
+}
+
+TEST_F(ExportFlowTest, AnEndingWindowWaitsForItsText) {
+  request("md", path("out.md"));
+  nextTurn();
+  const QByteArray whole = exportMarkdown(editor().mindMap());
+  m_application.reset();
+  EXPECT_EQ(read(path("out.md")), whole);
 }
 
 TEST_F(ExportFlowTest, PicturesAreMadeWhileTheWindowGoesOn) {
@@ -255,8 +269,7 @@ TEST_F(ExportFlowTest, PicturesAreMadeWhileTheWindowGoesOn) {
 TEST_F(ExportFlowTest, APictureShowsAllOfTheMapHoweverTheWindowShowsIt) {
   const auto picture = [this](const char* name) {
     request("png", path(name));
-    nextTurn();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !flow().isExporting(); }, 30'000));
+    finish();
     return QImage(path(name));
   };
   const QUuid root = editor().mindMap().nodes[0].id;
@@ -277,16 +290,14 @@ TEST_F(ExportFlowTest, APictureThatCannotBeMadeIsSilent) {
   map.nodes.update(1, [](Node& node) { node.position = QPointF(1e9, 1e9); });
   editor().setMindMap(map);
   request("png", path("out.png"));
-  nextTurn();
-  ASSERT_TRUE(QTest::qWaitFor([&] { return !flow().isExporting(); }, 30'000));
+  finish();
   EXPECT_FALSE(QFile::exists(path("out.png")));
   EXPECT_EQ(m_alerts.messages, QStringList());
 }
 
 TEST_F(ExportFlowTest, AFailureOfAPictureIsTold) {
   request("png", path("none/out.png"));
-  nextTurn();
-  ASSERT_TRUE(QTest::qWaitFor([&] { return !flow().isExporting(); }, 30'000));
+  finish();
   EXPECT_EQ(m_alerts.messages,
             QStringList{QStringLiteral("Export failed: “out.png” could not be written. The folder “%1” does not exist.")
                             .arg(path("none"))});

@@ -1,6 +1,8 @@
 #include <QFile>
 
 #include "app/AppFixture.h"
+#include "app/companions/CanvasCompanions.h"
+#include "app/companions/ProgressOverlay.h"
 #include "canvas/view/TitleEditor.h"
 #include "support/QtPrinters.h"
 
@@ -18,6 +20,10 @@ class ImportFlowTest : public AppTest {
     return path(name);
   }
   void import(const std::optional<QString>& chosen) {
+    begin(chosen);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !window().importFlow().isImporting(); }, 10'000));
+  }
+  void begin(const std::optional<QString>& chosen) {
     m_panels.openPaths.append(chosen);
     action("importDocument")->trigger();
   }
@@ -108,6 +114,69 @@ TEST_F(ImportFlowTest, TheMapIsFittedIntoView) {
   import(put("a.opml", "<opml><outline text=\"A\"/></opml>"));
   m_scheduler.advance(200ms);
   EXPECT_EQ(fits, 1);
+}
+
+TEST_F(ImportFlowTest, TheOpenMapCanBeEditedUntilTheFileIsRead) {
+  start({writtenMap("plan.mindmap", "Plan")});
+  begin(put("a.opml", "<opml><outline text=\"A\"/></opml>"));
+  EXPECT_TRUE(window().importFlow().isImporting());
+  editor().createFreeNode(400, 400);
+  EXPECT_EQ(editor().mindMap().title, QStringLiteral("Plan"));
+  ASSERT_TRUE(QTest::qWaitFor([this] { return !window().importFlow().isImporting(); }, 10'000));
+  EXPECT_EQ(editor().mindMap().title, QStringLiteral("Imported from OPML"));
+  EXPECT_EQ(decodeDocumentAt(path("plan.mindmap")).nodes.size(), 2u);
+}
+
+TEST_F(ImportFlowTest, ATitleThatIsTypedMeanwhileIsInTheMapThatIsKept) {
+  startActive({writtenMap("plan.mindmap", "Plan")});
+  begin(put("a.opml", "<opml><outline text=\"A\"/></opml>"));
+  editor().selectNode(editor().mindMap().nodes[0].id, false);
+  QTest::keyClick(&window().canvas(), Qt::Key_F2);
+  m_scheduler.advance(TitleEditor::focusDelay);
+  ASSERT_TRUE(window().importFlow().isImporting());
+  QTest::keyClicks(window().canvas().titleEditor(), QStringLiteral("Kept"));
+  ASSERT_TRUE(QTest::qWaitFor([this] { return !window().importFlow().isImporting(); }, 10'000));
+  EXPECT_EQ(decodeDocumentAt(path("plan.mindmap")).nodes[0].title, QStringLiteral("Kept"));
+  EXPECT_EQ(editor().mindMap().nodes[0].title, QStringLiteral("A"));
+}
+
+TEST_F(ImportFlowTest, TheLastOfSeveralFilesIsShown) {
+  start();
+  begin(put("a.opml", "<opml><outline text=\"A\"/></opml>"));
+  begin(put("b.opml", "<opml><outline text=\"B\"/></opml>"));
+  ASSERT_TRUE(QTest::qWaitFor([this] { return !window().importFlow().isImporting(); }, 10'000));
+  QTest::qWait(50);
+  EXPECT_EQ(editor().mindMap().nodes[0].title, QStringLiteral("B"));
+}
+
+TEST_F(ImportFlowTest, AnotherDocumentTakesThePlaceOfAFileThatIsBeingRead) {
+  start();
+  const QString document = writtenMap("plan.mindmap", "Plan");
+  begin(put("a.opml", "<opml><outline text=\"A\"/></opml>"));
+  window().session().open(document);
+  EXPECT_FALSE(window().importFlow().isImporting());
+  QTest::qWait(50);
+  EXPECT_EQ(editor().mindMap().title, QStringLiteral("Plan"));
+}
+
+TEST_F(ImportFlowTest, ReadingThatTakesLongIsShown) {
+  start();
+  ProgressOverlay& overlay = window().companions().progressOverlay();
+  begin(put("a.opml", "<opml><outline text=\"A\"/></opml>"));
+  m_scheduler.advance(ImportFlow::messageDelay - 1ms);
+  EXPECT_FALSE(overlay.isVisible());
+  m_scheduler.advance(1ms);
+  EXPECT_TRUE(overlay.isVisible());
+  EXPECT_EQ(overlay.message(), QStringLiteral("Importing OPML…"));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !overlay.isVisible(); }, 10'000));
+  EXPECT_EQ(editor().mindMap().nodes[0].title, QStringLiteral("A"));
+}
+
+TEST_F(ImportFlowTest, AWindowThatEndsDropsWhatIsBeingRead) {
+  start({writtenMap("plan.mindmap", "Plan")});
+  begin(put("a.opml", "<opml><outline text=\"A\"/></opml>"));
+  m_application.reset();
+  EXPECT_EQ(titleIn(path("plan.mindmap")), QStringLiteral("Plan"));
 }
 
 }  // namespace

@@ -66,6 +66,7 @@ TEST_F(MapFileDropTest, ATitleBeingEditedStaysInTheMapBefore) {
 TEST_F(MapFileDropTest, AnOutlineIsImported) {
   start();
   EXPECT_TRUE(drop(window().canvas(), {outline("plan.opml")}));
+  ASSERT_TRUE(QTest::qWaitFor([this] { return !window().importFlow().isImporting(); }, 10'000));
   EXPECT_EQ(editor().mindMap().nodes[0].title, QStringLiteral("Dropped"));
   EXPECT_FALSE(editor().hasExplicitSavePath());
 }
@@ -78,6 +79,7 @@ TEST_F(MapFileDropTest, ABrokenFileIsToldAndTheMapStays) {
   file.write("<opml>");
   file.close();
   EXPECT_TRUE(drop(window().canvas(), {path("broken.opml")}));
+  ASSERT_TRUE(QTest::qWaitFor([this] { return !window().importFlow().isImporting(); }, 10'000));
   EXPECT_EQ(m_alerts.messages.size(), 1);
   EXPECT_EQ(editor().mindMap(), before);
 }

@@ -8,9 +8,9 @@
 
 #include "app/companions/BranchModeBanner.h"
 #include "app/companions/BreadcrumbBar.h"
-#include "app/companions/ExportOverlay.h"
 #include "app/companions/MiniMapView.h"
 #include "app/companions/NodeQuickLook.h"
+#include "app/companions/ProgressOverlay.h"
 #include "app/companions/SearchBar.h"
 #include "app/look/Look.h"
 #include "editor/EditorNavigation.h"
@@ -40,10 +40,10 @@ CanvasCompanions::CanvasCompanions(const Look& look, EditorNavigation& editor, S
       m_breadcrumbs(new BreadcrumbBar(look, editor, canvas)),
       m_quickLook(new NodeQuickLook(look, editor, canvas)),
       m_banner(new BranchModeBanner(look, editor, canvas)),
-      m_exportOverlay(new ExportOverlay(look, canvas)),
+      m_progressOverlay(new ProgressOverlay(look, canvas)),
       m_animation(new QVariantAnimation(this)) {
   for (Card* card :
-       std::initializer_list<Card*>{m_searchBar, m_miniMap, m_breadcrumbs, m_quickLook, m_banner, m_exportOverlay})
+       std::initializer_list<Card*>{m_searchBar, m_miniMap, m_breadcrumbs, m_quickLook, m_banner, m_progressOverlay})
     observe(*card);
   m_animation->setDuration(settleMilliseconds);
   m_animation->setEasingCurve(QEasingCurve::InOutQuad);
@@ -107,7 +107,7 @@ std::vector<CanvasCompanions::Place> CanvasCompanions::places() const {
   add(m_breadcrumbs, m_pathCorner, pathRoom);
   add(m_quickLook, m_quickLookCorner, room);
   add(m_banner, CardAnchor::top, room);
-  add(m_exportOverlay, CardAnchor::top, room);
+  add(m_progressOverlay, CardAnchor::top, room);
   for (Card* card : m_furtherCards) add(card, CardAnchor::top, room);
   const std::vector<QRect> rects = placeCards(canvas, requests);
   for (std::size_t i = 0; i < places.size(); ++i) places[i].rect = rects[i];

@@ -18,7 +18,7 @@ namespace quilmora {
 class BranchModeBanner;
 class BreadcrumbBar;
 class Card;
-class ExportOverlay;
+class ProgressOverlay;
 class Look;
 class MiniMapView;
 class EditorNavigation;
@@ -41,7 +41,7 @@ class CanvasCompanions : public QObject {
   NodeQuickLook& quickLook() const { return *m_quickLook; }
   SearchBar& searchBar() const { return *m_searchBar; }
   BranchModeBanner& branchModeBanner() const { return *m_banner; }
-  ExportOverlay& exportOverlay() const { return *m_exportOverlay; }
+  ProgressOverlay& progressOverlay() const { return *m_progressOverlay; }
 
   // Keeps another card, a child of the canvas, in its place at the top.
   void addCard(Card& card);
@@ -84,7 +84,7 @@ class CanvasCompanions : public QObject {
   BreadcrumbBar* m_breadcrumbs;
   NodeQuickLook* m_quickLook;
   BranchModeBanner* m_banner;
-  ExportOverlay* m_exportOverlay;
+  ProgressOverlay* m_progressOverlay;
   std::vector<Card*> m_furtherCards;
   CardAnchor m_miniMapHome = CardAnchor::bottomRight;    // where the user wants it
   CardAnchor m_miniMapCorner = CardAnchor::bottomRight;  // where it does not cover the selected topic

@@ -64,7 +64,7 @@ void ExportFlow::announce(ExportFormat format) {
   Q_EMIT exportProgressMessageChanged();
 }
 
-// On the next turn of the main loop, so that the overlay is drawn before the thread is blocked.
+// On the next turn of the main loop, so that the overlay is drawn first.
 void ExportFlow::queueNext() {
   m_task = m_services.scheduler.after(std::chrono::milliseconds(0), [this] { runNext(); });
 }
@@ -74,15 +74,10 @@ void ExportFlow::runNext() {
   const Job job = std::move(m_jobs.front());
   m_jobs.pop_front();
   m_isWorking = true;
-  if (job.format == ExportFormat::png || job.format == ExportFormat::pdf) {
-    startPicture(job);
-    return;
-  }
-  Q_EMIT workBegins();
-  finish(writeExport(job.map, job.format, job.path, m_services.writer));
+  startWriting(job);
 }
 
-void ExportFlow::startPicture(const Job& job) {
+void ExportFlow::startWriting(const Job& job) {
   QPromise<ExportOutcome> promise;
   const QFuture<ExportOutcome> written = promise.future();
   auto make = [this, job, stop = m_stop.get_token(), promise = std::move(promise)]() mutable {
@@ -97,16 +92,17 @@ void ExportFlow::startPicture(const Job& job) {
     promise.addResult(writeExport(job.map, job.format, job.path, m_services.writer, progress, stop));
     promise.finish();
   };
-  const auto notRendered = [this] { finish({ExportOutcome::State::notRendered, {}}); };
+  const ExportOutcome notRendered{ExportOutcome::State::notRendered, {}};
   try {
-    m_pictureThread = std::jthread(std::move(make));
+    m_thread = std::jthread(std::move(make));
   } catch (const std::system_error&) {
-    notRendered();
+    // A text can do without a thread.
+    finish(isPicture(job.format) ? notRendered : writeExport(job.map, job.format, job.path, m_services.writer));
     return;
   }
   whenFinished(
       written, this, [this](const ExportOutcome& outcome) { finish(outcome); },
-      [notRendered](const std::exception&) { notRendered(); });
+      [this, notRendered](const std::exception&) { finish(notRendered); });
 }
 
 void ExportFlow::finish(const ExportOutcome& outcome) {

@@ -18,8 +18,8 @@ class MindMapViewModel;
 struct ExportOutcome;
 
 // Exports the open map: asks for a path, then writes a copy of the map while the overlay shows. Changes neither the map
-// nor the selection nor the history. Pictures are made in a thread of their own, so that the window stays usable;
-// destroying the flow stops one in progress, which leaves nothing behind.
+// nor the selection nor the history. The work is done in a thread of its own, so that the window stays usable;
+// destroying the flow stops a picture in progress, which leaves nothing behind, and waits for a text.
 class ExportFlow : public QObject {
   Q_OBJECT
 
@@ -46,8 +46,6 @@ class ExportFlow : public QObject {
  Q_SIGNALS:
   void isExportingChanged();
   void exportProgressMessageChanged();
-  // The main thread is about to be blocked.
-  void workBegins();
   // From 0 to 1, for exports that report progress.
   void shareDoneChanged(double share);
   void errorRaised(const QString& message);
@@ -64,7 +62,7 @@ class ExportFlow : public QObject {
   void announce(ExportFormat format);
   void queueNext();
   void runNext();
-  void startPicture(const Job& job);
+  void startWriting(const Job& job);
   void finish(const ExportOutcome& outcome);
 
   const MindMapViewModel& m_editor;
@@ -76,7 +74,7 @@ class ExportFlow : public QObject {
   Scheduler::Task m_task = 0;
   bool m_isWorking = false;
   std::stop_source m_stop;
-  std::jthread m_pictureThread;  // last, so that it ends before the members it uses
+  std::jthread m_thread;  // last, so that it ends before the members it uses
 };
 
 }  // namespace quilmora

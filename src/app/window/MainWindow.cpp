@@ -12,7 +12,7 @@
 #include "app/commands/CommandActions.h"
 #include "app/commands/Menus.h"
 #include "app/companions/CanvasCompanions.h"
-#include "app/companions/ExportOverlay.h"
+#include "app/companions/ProgressOverlay.h"
 #include "app/dialogs/AlertSheet.h"
 #include "app/dialogs/Alerts.h"
 #include "app/dialogs/TextField.h"
@@ -69,7 +69,7 @@ MainWindow::MainWindow(Machine& machine, NotificationCenter& notifications, Rece
                            recentFiles, machine.defaultFolder, machine.openingMark, machine.savingPool}),
       m_aiWorkflows(m_editor, machine.editorServices(), machine.aiProviders()),
       m_chat(m_editor, machine.clock, m_aiWorkflows),
-      m_import(m_session, machine.panels, machine.clock),
+      m_import(m_session, machine.panels, machine.clock, machine.scheduler),
       m_place(*this, machine.settings, machine.scheduler) {
   CommandContext::Handlers handlers;
   handlers.quit = [this] { m_quit(); };
@@ -116,6 +116,7 @@ void MainWindow::connectParts() {
   connect(&m_session, &DocumentSession::documentInstalled, this, &MainWindow::waitUntilShown);
   receiveDocumentBar();
   connect(&m_import, &ImportFlow::errorRaised, this, showError);
+  connect(&m_import, &ImportFlow::mapRead, this, &MainWindow::commitTyping);
   if (m_keeping) connect(m_keeping.get(), &WindowGuard::errorRaised, this, showError);
   connect(&m_images, &NodeImages::errorRaised, this, showError);
   connect(m_exportFlow, &ExportFlow::errorRaised, this, showError);
@@ -202,13 +203,18 @@ void MainWindow::buildAssistant() {
 void MainWindow::buildExportFlow() {
   m_exportFlow = new ExportFlow(
       m_editor, {m_machine.panels, m_machine.writer, m_machine.scheduler, m_machine.defaultFolder}, this);
-  ExportOverlay& overlay = m_companions->exportOverlay();
-  connect(m_exportFlow, &ExportFlow::isExportingChanged, &overlay,
-          [this, &overlay] { overlay.setExporting(m_exportFlow->isExporting()); });
+  ProgressOverlay& overlay = m_companions->progressOverlay();
+  const auto followWork = [this, &overlay] {
+    overlay.setWorking(m_exportFlow->isExporting() || !m_import.progressMessage().isEmpty());
+  };
+  connect(m_exportFlow, &ExportFlow::isExportingChanged, &overlay, followWork);
   connect(m_exportFlow, &ExportFlow::exportProgressMessageChanged, &overlay,
           [this, &overlay] { overlay.setMessage(m_exportFlow->exportProgressMessage()); });
-  connect(m_exportFlow, &ExportFlow::shareDoneChanged, &overlay, &ExportOverlay::setShareDone);
-  connect(m_exportFlow, &ExportFlow::workBegins, &overlay, &ExportOverlay::showAtOnce);
+  connect(m_exportFlow, &ExportFlow::shareDoneChanged, &overlay, &ProgressOverlay::setShareDone);
+  connect(&m_import, &ImportFlow::progressMessageChanged, &overlay, [this, &overlay, followWork] {
+    if (!m_import.progressMessage().isEmpty()) overlay.setMessage(m_import.progressMessage());
+    followWork();
+  });
 }
 
 void MainWindow::receiveDocumentBar() {

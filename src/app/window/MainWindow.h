@@ -60,6 +60,7 @@ class MainWindow : public QMainWindow {
   CanvasView& canvas() const { return *m_canvas; }
   CanvasCompanions& companions() const { return *m_companions; }
   ExportFlow& exportFlow() const { return *m_exportFlow; }
+  const ImportFlow& importFlow() const { return m_import; }
   Toolbar& toolbar() const { return *m_toolbar; }
   Sidebar& sidebar() const { return *m_sidebar; }
   // nullptr until it was first shown.

@@ -4,7 +4,7 @@
 
 #include "app/accessibility/AccessibilityFixture.h"
 #include "app/companions/CanvasCompanions.h"
-#include "app/companions/ExportOverlay.h"
+#include "app/companions/ProgressOverlay.h"
 #include "app/companions/SearchBar.h"
 #include "app/dialogs/AlertSheet.h"
 #include "app/inspectors/InspectorPanel.h"
@@ -161,10 +161,10 @@ TEST_F(AccessibilityTest, MotionEndsWithTheDesktopsWishWhileTheProgramRuns) {
   EXPECT_EQ(changes, 1);
   notifications().post(Notification::zoomToFit);
   EXPECT_FALSE(window().canvas().isAnimating());
-  ExportOverlay& overlay = window().companions().exportOverlay();
-  overlay.setExporting(true);
+  ProgressOverlay& overlay = window().companions().progressOverlay();
+  overlay.setWorking(true);
   EXPECT_EQ(overlay.shownOpacity(), 1.0);
-  overlay.setExporting(false);
+  overlay.setWorking(false);
   EXPECT_FALSE(overlay.isShown());
   m_desktop.setPrefersStillness(false);
   EXPECT_FALSE(m_look->isStill());

@@ -10,25 +10,23 @@ namespace quilmora {
 
 class TextLabel;
 
-// Says that an export is in progress, and how far it is if that is known. Fades in and out.
-class ExportOverlay : public Card {
+// Says that an export or import is in progress, and how far it is if that is known. Fades in and out.
+class ProgressOverlay : public Card {
   Q_OBJECT
 
  public:
   static constexpr int fadeMilliseconds = 150;
 
-  ExportOverlay(const Look& look, QWidget* canvas);
+  ProgressOverlay(const Look& look, QWidget* canvas);
 
   QString message() const;
   // From 0 to 1, as it fades.
   double shownOpacity() const { return m_opacity; }
-  // Announces an export whose progress is not known yet.
+  // Announces work whose progress is not known yet.
   void setMessage(const QString& message);
-  void setExporting(bool isExporting);
+  void setWorking(bool isWorking);
   // From 0 to 1.
   void setShareDone(double share);
-  // Finishes fading in and paints, before work that leaves no time to do so.
-  void showAtOnce();
 
   QSize wantedSize(QSize room) override;
 

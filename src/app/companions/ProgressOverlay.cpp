@@ -1,4 +1,4 @@
-#include "app/companions/ExportOverlay.h"
+#include "app/companions/ProgressOverlay.h"
 
 #include <QHBoxLayout>
 #include <QPainter>
@@ -22,7 +22,7 @@ constexpr double restingShare = 0.25;
 }  // namespace
 
 // A circle that fills clockwise.
-class ExportOverlay::Ring final : public QWidget {
+class ProgressOverlay::Ring final : public QWidget {
  public:
   Ring(const Look& look, QWidget* parent) : QWidget(parent), m_look(look) {
     setFixedSize(metrics::rowIcon, metrics::rowIcon);
@@ -51,7 +51,7 @@ class ExportOverlay::Ring final : public QWidget {
   std::optional<double> m_share;
 };
 
-ExportOverlay::ExportOverlay(const Look& look, QWidget* canvas)
+ProgressOverlay::ProgressOverlay(const Look& look, QWidget* canvas)
     : Card(look, canvas),
       m_ring(new Ring(look, this)),
       m_text(new TextLabel(look, QStringLiteral("Exporting…"), &Tokens::text, look.font(Look::TextStyle::baseSemibold),
@@ -74,19 +74,19 @@ ExportOverlay::ExportOverlay(const Look& look, QWidget* canvas)
   });
 }
 
-QString ExportOverlay::message() const {
+QString ProgressOverlay::message() const {
   return m_text->text();
 }
 
-void ExportOverlay::setMessage(const QString& message) {
+void ProgressOverlay::setMessage(const QString& message) {
   m_text->setPlainText(message);
   setAccessibleName(message);
   m_ring->setShare({});
   Q_EMIT placementWanted();
 }
 
-void ExportOverlay::setExporting(bool isExporting) {
-  if (!isExporting) {
+void ProgressOverlay::setWorking(bool isWorking) {
+  if (!isWorking) {
     fadeTo(0.0);
     return;
   }
@@ -96,23 +96,15 @@ void ExportOverlay::setExporting(bool isExporting) {
   fadeTo(1.0);
 }
 
-void ExportOverlay::setShareDone(double share) {
+void ProgressOverlay::setShareDone(double share) {
   m_ring->setShare(std::clamp(share, 0.0, 1.0));
 }
 
-void ExportOverlay::showAtOnce() {
-  if (!isShown()) return;
-  m_fade->stop();
-  m_opacity = 1.0;
-  setOpacity(m_opacity);
-  parentWidget()->repaint(geometry().marginsAdded(cardShadowMargins()));
-}
-
-QSize ExportOverlay::wantedSize(QSize room) {
+QSize ProgressOverlay::wantedSize(QSize room) {
   return sizeHint().boundedTo(room);
 }
 
-void ExportOverlay::fadeTo(double opacity) {
+void ProgressOverlay::fadeTo(double opacity) {
   m_fade->stop();
   m_fade->setStartValue(m_opacity);
   m_fade->setEndValue(opacity);
