@@ -1,4 +1,4 @@
-"""Runs clang-tidy on single sources, or on all of them, with the commands of the release build."""
+"""Runs clang-tidy on single sources, or on all of them, with the commands of a release build."""
 
 import json
 import os
@@ -29,8 +29,10 @@ def changed_sources(root):
     return [name for name in listed.stdout.split() if name.endswith(".cpp")]
 
 
-def compile_commands(build):
-    """How the build compiles each source, by the source's path."""
+def compile_commands(root, build):
+    """How a release build compiles each source by itself, by the source's path."""
+    settings = ["-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release", "-DQUILMORA_UNITY=OFF"]
+    subprocess.run(["cmake", "-S", root, "-B", build, *settings], capture_output=True, check=True)
     listed = subprocess.run(["ninja", "-C", build, "-t", "compdb"], capture_output=True, text=True, check=True)
     commands = {}
     for entry in json.loads(listed.stdout[listed.stdout.index("[") :]):
@@ -111,15 +113,11 @@ def grouped(commands, root, folder):
 def run(root, files):
     """Prints what clang-tidy finds in these sources, in all with "--all", in those that differ from main without any.
     Returns the number of sources, or groups of them, with a finding."""
-    build = root / "build/release"
-    if not (build / "build.ninja").exists():
-        print("There is no build/release/build.ninja: run ./test or cmake --preset release first.")
-        return 1
-    commands = compile_commands(build)
     options = [f"--config-file={root / '.clang-tidy'}"]
     failed = 0
     with tempfile.TemporaryDirectory() as name:
         folder = Path(name)
+        commands = compile_commands(root, folder / "build")
         if files == ["--all"]:
             commands = grouped(commands, root, folder)
             wanted = list(commands)
