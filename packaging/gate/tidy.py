@@ -13,9 +13,9 @@ CLANG = "clang++-19"
 CLANG_TIDY = "clang-tidy-19"
 # Sources that are read as one. Most of the time goes into the toolkit's headers, which are then read only once.
 GROUP = 60
-# Findings that come only from reading several sources as one: the includes themselves, and names that two of them share. The
-# compiler looks for shadowed names in each source.
-FOR_GROUPS = "-bugprone-suspicious-include,-clang-diagnostic-shadow"
+# Without findings that come only from reading several sources as one: the includes themselves, and names that two of
+# them share. The compiler looks for shadowed names in each source.
+FOR_GROUPS = ["--checks=-bugprone-suspicious-include", "--extra-arg=-Wno-shadow"]
 
 
 def changed_sources(root):
@@ -121,7 +121,7 @@ def run(root, files):
         if files == ["--all"]:
             commands = grouped(commands, root, folder)
             wanted = list(commands)
-            options.append(f"--checks={FOR_GROUPS}")
+            options += FOR_GROUPS
         else:
             wanted = [str((root / name).resolve()) for name in files or changed_sources(root)]
         (folder / "compile_commands.json").write_text(json.dumps(list(commands.values())))
