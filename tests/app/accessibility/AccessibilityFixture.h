@@ -53,7 +53,7 @@ inline QString described(const QAccessibleInterface& part) {
       .arg(object ? QLatin1String(object->metaObject()->className()) : QLatin1String("no object"));
 }
 
-inline const QStringList none;
+inline const QStringList nothing;
 
 // A whole window, and what opens in it.
 class AccessibilityTest : public AppTest {

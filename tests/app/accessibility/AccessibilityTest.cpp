@@ -16,19 +16,19 @@ namespace {
 
 TEST_F(AccessibilityTest, EveryControlOfThePanelsHasAName) {
   startWithMap();
-  EXPECT_EQ(nameless(), none);
+  EXPECT_EQ(nameless(), nothing);
   showOutline();
-  EXPECT_EQ(nameless(), none) << "outline";
+  EXPECT_EQ(nameless(), nothing) << "outline";
   editor().setSelectedNodeIDs({topicId(2)});
-  EXPECT_EQ(nameless(), none) << "a topic";
+  EXPECT_EQ(nameless(), nothing) << "a topic";
   editor().selectAll();
-  EXPECT_EQ(nameless(), none) << "topics";
+  EXPECT_EQ(nameless(), nothing) << "topics";
   editor().clearSelection();
   editor().setSelectedEdgeIDs({edgeId(0)});
-  EXPECT_EQ(nameless(), none) << "a branch";
+  EXPECT_EQ(nameless(), nothing) << "a branch";
   editor().clearSelection();
   editor().setSelectedRegionID(topicId(900));
-  EXPECT_EQ(nameless(), none) << "a region";
+  EXPECT_EQ(nameless(), nothing) << "a region";
 }
 
 TEST_F(AccessibilityTest, EveryControlAboveTheCanvasHasAName) {
@@ -38,16 +38,16 @@ TEST_F(AccessibilityTest, EveryControlAboveTheCanvasHasAName) {
   editor().setSearchQuery(QStringLiteral("Topic"));
   editor().runSearch();
   editor().toggleQuickLook(topicId(2));
-  EXPECT_EQ(nameless(), none);
+  EXPECT_EQ(nameless(), nothing);
   editor().toggleSearch();
   editor().startEdgeCreation();
-  EXPECT_EQ(nameless(), none) << "branch mode";
+  EXPECT_EQ(nameless(), nothing) << "branch mode";
   editor().escape();
   editor().setSelectedNodeIDs({topicId(3)});
   window().canvas().setFocus();
   key(Qt::Key_F2);
   EXPECT_TRUE(editor().isEditingInline());
-  EXPECT_EQ(nameless(), none) << "title";
+  EXPECT_EQ(nameless(), nothing) << "title";
 }
 
 TEST_F(AccessibilityTest, EveryEntryOfTheMenusHasAName) {
@@ -89,15 +89,15 @@ TEST_F(AccessibilityTest, TabReachesEveryControl) {
   settle();
   for (QWidget* area : {static_cast<QWidget*>(&window().toolbar()), static_cast<QWidget*>(&window().sidebar()),
                         static_cast<QWidget*>(&window().inspector())})
-    EXPECT_EQ(unreached(*area), none) << area->accessibleName().toStdString();
+    EXPECT_EQ(unreached(*area), nothing) << area->accessibleName().toStdString();
   notifications().post(Notification::toggleAIChat);
   settle();
-  EXPECT_EQ(unreached(window().sidebar()), none);
+  EXPECT_EQ(unreached(window().sidebar()), nothing);
   auto* alert =
       new AlertSheet(*m_look, AlertSheet::Kind::error, QStringLiteral("Error"), QStringLiteral("Why"), &window());
   alert->addAnswer({QStringLiteral("&Again"), Question::Answer::Weight::primary, [] {}});
   alert->open();
-  EXPECT_EQ(unreached(*alert), none);
+  EXPECT_EQ(unreached(*alert), nothing);
 }
 
 TEST_F(AccessibilityTest, EscapeClosesWhatWasOpenedLastAndGivesTheKeyboardBack) {

@@ -17,19 +17,19 @@ TEST_F(SheetsAccessTest, EveryControlOfTheSheetsHasAName) {
   startWithMap();
   editor().setSmartPasteText(QStringLiteral("One\nTwo"));
   editor().setShowSmartPaste(true);
-  EXPECT_EQ(nameless(), none) << "smart paste";
+  EXPECT_EQ(nameless(), nothing) << "smart paste";
   editor().setShowSmartPaste(false);
   auto* alert =
       new AlertSheet(*m_look, AlertSheet::Kind::error, QStringLiteral("Error"), QStringLiteral("Why"), &window());
   alert->addAnswer({QStringLiteral("&Again"), Question::Answer::Weight::primary, [] {}});
   alert->open();
-  EXPECT_EQ(nameless(), none) << "alert";
+  EXPECT_EQ(nameless(), nothing) << "alert";
   for (const Notification sheet :
        {Notification::toggleCommandPalette, Notification::aiGenerate, Notification::showOnboarding}) {
     if (Sheet* open = window().findChild<Sheet*>()) open->finish();
     settle();
     notifications().post(sheet);
-    EXPECT_EQ(nameless(), none) << static_cast<int>(sheet);
+    EXPECT_EQ(nameless(), nothing) << static_cast<int>(sheet);
     key(Qt::Key_Escape);
   }
 }
@@ -46,11 +46,11 @@ TEST_F(SheetsAccessTest, EarlierVersionsAreNamedAndReachedByTab) {
   action("earlierVersions")->trigger();
   EarlierVersionsSheet* sheet = window().keeping()->flow().sheet();
   ASSERT_NE(sheet, nullptr);
-  EXPECT_EQ(nameless(), none) << "while they are looked up";
+  EXPECT_EQ(nameless(), nothing) << "while they are looked up";
   ASSERT_TRUE(QTest::qWaitFor([sheet] { return sheet->rows().size() == 2; }, 20'000));
-  EXPECT_EQ(nameless(), none);
-  EXPECT_EQ(unreached(*sheet), none);
-  EXPECT_EQ(unreachable(*sheet), none);
+  EXPECT_EQ(nameless(), nothing);
+  EXPECT_EQ(unreached(*sheet), nothing);
+  EXPECT_EQ(unreachable(*sheet), nothing);
 }
 
 TEST_F(SheetsAccessTest, TheBarAboutTheFileIsNamedAndReachedByTab) {
@@ -59,9 +59,9 @@ TEST_F(SheetsAccessTest, TheBarAboutTheFileIsNamedAndReachedByTab) {
   writtenMap("plan.mindmap", "Theirs");
   window().session().checkFile();
   ASSERT_TRUE(window().documentBar().isVisible());
-  EXPECT_EQ(nameless(), none);
-  EXPECT_EQ(unreached(window().documentBar()), none);
-  EXPECT_EQ(unreachable(window().documentBar()), none);
+  EXPECT_EQ(nameless(), nothing);
+  EXPECT_EQ(unreached(window().documentBar()), nothing);
+  EXPECT_EQ(unreachable(window().documentBar()), nothing);
 }
 
 TEST_F(SheetsAccessTest, EveryControlOfTheSheetsIsReachedByTab) {
@@ -69,8 +69,8 @@ TEST_F(SheetsAccessTest, EveryControlOfTheSheetsIsReachedByTab) {
   editor().setSmartPasteText(QStringLiteral("One\nTwo"));
   editor().setShowSmartPaste(true);
   settle();
-  EXPECT_EQ(unreachable(*window().smartPaste()), none);
-  EXPECT_EQ(unreached(*window().smartPaste()), none) << "smart paste";
+  EXPECT_EQ(unreachable(*window().smartPaste()), nothing);
+  EXPECT_EQ(unreached(*window().smartPaste()), nothing) << "smart paste";
   editor().setShowSmartPaste(false);
   for (const Notification opened : {Notification::aiGenerate, Notification::showOnboarding}) {
     settle();
@@ -82,8 +82,8 @@ TEST_F(SheetsAccessTest, EveryControlOfTheSheetsIsReachedByTab) {
     const auto found = std::ranges::find_if(sheets, [](const Sheet* sheet) { return sheet->isOpen(); });
     ASSERT_NE(found, sheets.end()) << static_cast<int>(opened);
     EXPECT_EQ(QAccessible::queryAccessibleInterface(*found)->role(), QAccessible::Dialog) << static_cast<int>(opened);
-    EXPECT_EQ(unreachable(**found), none) << static_cast<int>(opened);
-    EXPECT_EQ(unreached(**found), none) << static_cast<int>(opened);
+    EXPECT_EQ(unreachable(**found), nothing) << static_cast<int>(opened);
+    EXPECT_EQ(unreached(**found), nothing) << static_cast<int>(opened);
     key(Qt::Key_Escape);
   }
 }
