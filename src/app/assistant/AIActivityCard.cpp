@@ -4,7 +4,7 @@
 
 #include <QHBoxLayout>
 
-#include "app/assistant/BusySign.h"
+#include "app/look/BusySign.h"
 #include "app/look/Look.h"
 #include "app/look/Widgets.h"
 #include "canvas/view/PlainText.h"

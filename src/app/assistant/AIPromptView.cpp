@@ -8,10 +8,10 @@
 #include <QScrollArea>
 #include <QVBoxLayout>
 
-#include "app/assistant/BusySign.h"
 #include "app/assistant/Chip.h"
 #include "app/assistant/ProviderState.h"
 #include "app/assistant/SubmitField.h"
+#include "app/look/BusySign.h"
 #include "app/look/FlowLayout.h"
 #include "app/look/KeyboardScroll.h"
 #include "app/look/Look.h"

@@ -7,8 +7,8 @@
 #include <QPushButton>
 #include <QScrollBar>
 
-#include "app/assistant/BusySign.h"
 #include "app/assistant/ChatBubble.h"
+#include "app/look/BusySign.h"
 #include "app/look/Look.h"
 #include "app/look/Widgets.h"
 

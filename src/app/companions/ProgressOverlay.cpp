@@ -1,59 +1,17 @@
 #include "app/companions/ProgressOverlay.h"
 
 #include <QHBoxLayout>
-#include <QPainter>
 #include <QVariantAnimation>
 
-#include "app/look/CardShadow.h"
+#include "app/look/BusySign.h"
 #include "app/look/Look.h"
-#include "app/look/Paint.h"
 #include "app/look/Widgets.h"
 
 namespace quilmora {
 
-namespace {
-
-constexpr double ringWidth = 2.5;
-constexpr int fullCircle = 360 * 16;
-constexpr int topOfCircle = 90 * 16;
-// Of the ring while the progress is unknown.
-constexpr double restingShare = 0.25;
-
-}  // namespace
-
-// A circle that fills clockwise.
-class ProgressOverlay::Ring final : public QWidget {
- public:
-  Ring(const Look& look, QWidget* parent) : QWidget(parent), m_look(look) {
-    setFixedSize(metrics::rowIcon, metrics::rowIcon);
-    connect(&look, &Look::changed, this, [this] { update(); });
-  }
-
-  void setShare(std::optional<double> share) {
-    m_share = share;
-    update();
-  }
-
- protected:
-  void paintEvent(QPaintEvent*) override {
-    QPainter painter(this);
-    const paint::Scope scope(&painter);
-    const double inset = ringWidth / 2;
-    const QRectF circle = QRectF(rect()).adjusted(inset, inset, -inset, -inset);
-    painter.setPen(QPen(m_look.tokens().groove, ringWidth));
-    painter.drawEllipse(circle);
-    painter.setPen(QPen(m_look.tokens().accent, ringWidth, Qt::SolidLine, Qt::RoundCap));
-    painter.drawArc(circle, topOfCircle, -qRound(m_share.value_or(restingShare) * fullCircle));
-  }
-
- private:
-  const Look& m_look;
-  std::optional<double> m_share;
-};
-
 ProgressOverlay::ProgressOverlay(const Look& look, QWidget* canvas)
     : Card(look, canvas),
-      m_ring(new Ring(look, this)),
+      m_ring(new BusySign(look, this)),
       m_text(new TextLabel(look, QStringLiteral("Exporting…"), &Tokens::text, look.font(Look::TextStyle::baseSemibold),
                            TextLabel::Overflow::elides, this)),
       m_fade(new QVariantAnimation(this)) {

@@ -1,13 +1,12 @@
 #pragma once
 
-#include <optional>
-
 #include "app/companions/Card.h"
 
 class QVariantAnimation;
 
 namespace quilmora {
 
+class BusySign;
 class TextLabel;
 
 // Says that an export or import is in progress, and how far it is if that is known. Fades in and out.
@@ -31,11 +30,9 @@ class ProgressOverlay : public Card {
   QSize wantedSize(QSize room) override;
 
  private:
-  class Ring;
-
   void fadeTo(double opacity);
 
-  Ring* m_ring;
+  BusySign* m_ring;
   TextLabel* m_text;
   QVariantAnimation* m_fade;
   double m_opacity = 0.0;

@@ -205,16 +205,15 @@ void MainWindow::buildExportFlow() {
       m_editor, {m_machine.panels, m_machine.writer, m_machine.scheduler, m_machine.defaultFolder}, this);
   ProgressOverlay& overlay = m_companions->progressOverlay();
   const auto followWork = [this, &overlay] {
-    overlay.setWorking(m_exportFlow->isExporting() || !m_import.progressMessage().isEmpty());
+    const QString& import = m_import.progressMessage();
+    if (m_exportFlow->isExporting() || !import.isEmpty())
+      overlay.setMessage(import.isEmpty() ? m_exportFlow->exportProgressMessage() : import);
+    overlay.setWorking(m_exportFlow->isExporting() || !import.isEmpty());
   };
   connect(m_exportFlow, &ExportFlow::isExportingChanged, &overlay, followWork);
-  connect(m_exportFlow, &ExportFlow::exportProgressMessageChanged, &overlay,
-          [this, &overlay] { overlay.setMessage(m_exportFlow->exportProgressMessage()); });
+  connect(m_exportFlow, &ExportFlow::exportProgressMessageChanged, &overlay, followWork);
   connect(m_exportFlow, &ExportFlow::shareDoneChanged, &overlay, &ProgressOverlay::setShareDone);
-  connect(&m_import, &ImportFlow::progressMessageChanged, &overlay, [this, &overlay, followWork] {
-    if (!m_import.progressMessage().isEmpty()) overlay.setMessage(m_import.progressMessage());
-    followWork();
-  });
+  connect(&m_import, &ImportFlow::progressMessageChanged, &overlay, followWork);
 }
 
 void MainWindow::receiveDocumentBar() {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include <QTimer>
 #include <QWidget>
 
@@ -7,12 +9,16 @@ namespace quilmora {
 
 class Look;
 
-// A ring with an arc that turns while it is shown; the arc stands still if the desktop wants no motion.
+// A ring with an arc that turns while it is shown, or that fills as work proceeds; the arc stands still if the desktop
+// wants no motion.
 class BusySign final : public QWidget {
   Q_OBJECT
 
  public:
   explicit BusySign(const Look& look, QWidget* parent = nullptr);
+
+  // From 0 to 1; nothing while it is not known how far the work is.
+  void setShare(std::optional<double> share);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -23,6 +29,7 @@ class BusySign final : public QWidget {
   const Look& m_look;
   QTimer m_timer;
   int m_step = 0;
+  std::optional<double> m_share;
 };
 
 }  // namespace quilmora

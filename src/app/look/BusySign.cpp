@@ -1,4 +1,4 @@
-#include "app/assistant/BusySign.h"
+#include "app/look/BusySign.h"
 
 #include <QPainter>
 
@@ -13,6 +13,7 @@ constexpr double ringWidth = 2.0;
 constexpr int stepCount = 24;
 constexpr int stepMilliseconds = 40;
 constexpr int degree = 16;  // in the toolkit's units
+constexpr int top = 90 * degree;
 constexpr int arcSpan = -100 * degree;
 
 }  // namespace
@@ -27,6 +28,11 @@ BusySign::BusySign(const Look& look, QWidget* parent) : QWidget(parent), m_look(
   });
 }
 
+void BusySign::setShare(std::optional<double> share) {
+  m_share = share;
+  update();
+}
+
 void BusySign::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   const paint::Scope scope(&painter);
@@ -35,7 +41,10 @@ void BusySign::paintEvent(QPaintEvent*) {
   painter.setPen(QPen(m_look.tokens().groove, ringWidth));
   painter.drawEllipse(circle);
   painter.setPen(QPen(m_look.tokens().accent, ringWidth, Qt::SolidLine, Qt::RoundCap));
-  painter.drawArc(circle, (90 - m_step * 360 / stepCount) * degree, arcSpan);
+  if (m_share)
+    painter.drawArc(circle, top, -qRound(*m_share * 360 * degree));
+  else
+    painter.drawArc(circle, top - m_step * 360 / stepCount * degree, arcSpan);
 }
 
 void BusySign::showEvent(QShowEvent*) {
